@@ -1,0 +1,42 @@
+# The two helpers by which every folder declares its library and its tests.
+
+set(KTQDDE_WARNINGS
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Wall;-Wextra;-Wpedantic;-Wshadow;-Wcast-qual;-Wformat=2;-Wimplicit-fallthrough>
+    $<$<CXX_COMPILER_ID:MSVC>:/W4;/utf-8;/permissive-;/Zc:__cplusplus>)
+if(KTQDDE_WERROR)
+    list(APPEND KTQDDE_WARNINGS
+         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-Werror>
+         $<$<CXX_COMPILER_ID:MSVC>:/WX>)
+endif()
+
+function(ktqdde_compile_settings target)
+    target_compile_options(${target} PRIVATE ${KTQDDE_WARNINGS})
+    target_compile_definitions(${target} PRIVATE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DEPRECATED_WARNINGS KTQDDE_BUILD)
+endfunction()
+
+# ktqdde_library(NAME SOURCES file... LINKS library...)
+# One static library per folder. Headers are included as "folder/Name.h" from src/ (or from the
+# repository root for embedded/). LINKS are public: a layer passes on what it stands on.
+function(ktqdde_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+    add_library(ktqdde_${name} STATIC ${ARG_SOURCES})
+    add_library(KtQdDe::${name} ALIAS ktqdde_${name})
+    target_include_directories(ktqdde_${name} PUBLIC
+        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
+    target_link_libraries(ktqdde_${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
+    ktqdde_compile_settings(ktqdde_${name})
+endfunction()
+
+# ktqdde_test(NAME LABEL label SOURCES file... LINKS library...)
+# One GoogleTest program, found test by test, each with the label. Tests may run side by side:
+# every one works in a temporary folder of its own.
+function(ktqdde_test name)
+    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LINKS} KtQdDe::test_support GTest::gmock)
+    target_compile_definitions(${name} PRIVATE
+        KTQDDE_SOURCE_DIR="${PROJECT_SOURCE_DIR}" KTQDDE_BINARY_DIR="${PROJECT_BINARY_DIR}")
+    ktqdde_compile_settings(${name})
+    gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+endfunction()
