@@ -1,0 +1,132 @@
+#pragma once
+
+#include "platform/Export.h"
+#include "platform/Text.h"
+
+#include <QtCore/QByteArray>
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+/// The one door to the file system. Everything that this system reads or writes as a file goes through
+/// `Files()`, so that tests can put a failing device in its place and so that path texts are turned into
+/// native paths in one spot. Single threaded, like the rest of the module.
+namespace platform {
+
+/// A file operation failed. The text names the file and the reason, ready to be shown to a person.
+class KTQDDE_EXPORT FileError : public std::runtime_error
+{
+public:
+    FileError(const CString& path, const CString& reason);
+    ~FileError() override;
+
+    /// The path text of the file.
+    const CString& Path() const noexcept { return m_path; }
+    /// Why it failed, in the words of the platform.
+    const CString& Reason() const noexcept { return m_reason; }
+    /// Path and reason in one line, as `what()` gives it in UTF-8.
+    CString Message() const;
+
+private:
+    CString m_path;
+    CString m_reason;
+};
+
+/// A file opened for writing in place: its old bytes stay until they are overwritten. Every operation raises
+/// `FileError` when it fails. Closed by the destructor.
+class KTQDDE_EXPORT OutputFile
+{
+public:
+    virtual ~OutputFile();
+    /// Length in bytes.
+    virtual qint64 Size() const = 0;
+    /// Makes sure that `size` bytes from the start have room on the disk, without changing length or content.
+    /// Raises when there is no room. A platform that cannot reserve answers silently.
+    virtual void Reserve(qint64 size) = 0;
+    /// Writes `bytes` at the current position, which starts at 0 and moves on behind them.
+    virtual void Write(const QByteArray& bytes) = 0;
+    /// Moves the position to the end of the file.
+    virtual void SeekToEnd() = 0;
+    /// Cuts or extends the file to `size` bytes.
+    virtual void Resize(qint64 size) = 0;
+    /// Returns when the written bytes have been handed to the disk.
+    virtual void Sync() = 0;
+};
+
+/// The file system as this system needs it. Paths are path texts (see Paths.h). The virtual operations are
+/// the seam for tests; a double usually derives from `RealFileSystem()`'s class through `FileSystemProxy`.
+class KTQDDE_EXPORT FileSystem
+{
+public:
+    virtual ~FileSystem();
+
+    /// Whether a file or folder stands at `path`.
+    virtual bool Exists(const CString& path) = 0;
+    /// The whole content of a file; nothing when it cannot be opened or read. `reason`, if given, tells why.
+    virtual std::optional<QByteArray> Read(const CString& path, CString* reason = nullptr) = 0;
+    /// The first `length` bytes of a file, or all of it if it is shorter; nothing when it cannot be read.
+    virtual std::optional<QByteArray> ReadHead(const CString& path, qint64 length) = 0;
+    /// Opens a file for writing in place, creating it when it is missing. Raises `FileError`. Never gives
+    /// null.
+    virtual std::unique_ptr<OutputFile> OpenForWriting(const CString& path) = 0;
+    /// Removes a file. False when it could not be removed.
+    virtual bool Remove(const CString& path) = 0;
+    /// Creates a folder, one level only. False when it exists or its parent does not.
+    virtual bool CreateFolder(const CString& path) = 0;
+    /// The names (not paths) of the files in `folder` that end in `extension` (".xml"), in any letter case,
+    /// in no particular order. Not recursive. Empty when the folder does not exist.
+    virtual CStringArray FindFiles(const CString& folder, const CString& extension) = 0;
+
+    /// Replaces the content of `path`, or creates it. The new bytes get their room first, then they are
+    /// written over the old ones, the file is cut to length and synced: a full disk or a refused open raises
+    /// `FileError` before the old bytes are touched. There is no temporary file: links, permissions and
+    /// whoever watches the file keep their file. Should the disk fail during the writing itself, `FileError`
+    /// is raised and the content is undefined.
+    void WriteInPlace(const CString& path, const QByteArray& bytes);
+    /// Copies a file over another, which is created or overwritten in place. False when the source cannot be
+    /// read or the target not be written; `reason`, if given, tells why.
+    bool Copy(const CString& from, const CString& to, CString* reason = nullptr);
+};
+
+/// Passes every operation on to another file system; the base of test doubles that change one or two.
+class KTQDDE_EXPORT FileSystemProxy : public FileSystem
+{
+public:
+    explicit FileSystemProxy(FileSystem& target);
+    ~FileSystemProxy() override;
+    bool Exists(const CString& path) override;
+    std::optional<QByteArray> Read(const CString& path, CString* reason) override;
+    std::optional<QByteArray> ReadHead(const CString& path, qint64 length) override;
+    std::unique_ptr<OutputFile> OpenForWriting(const CString& path) override;
+    bool Remove(const CString& path) override;
+    bool CreateFolder(const CString& path) override;
+    CStringArray FindFiles(const CString& folder, const CString& extension) override;
+
+protected:
+    FileSystem& Target() noexcept { return m_target; }
+
+private:
+    FileSystem& m_target;
+};
+
+/// The file system in force: the real one, or what a `ScopedFileSystem` has put in its place.
+KTQDDE_EXPORT FileSystem& Files();
+
+/// The platform's own file system.
+KTQDDE_EXPORT FileSystem& RealFileSystem();
+
+/// Puts a file system in the place of the one in force for as long as it lives. Does not own it.
+class KTQDDE_EXPORT ScopedFileSystem
+{
+public:
+    explicit ScopedFileSystem(FileSystem& replacement);
+    ~ScopedFileSystem();
+    ScopedFileSystem(const ScopedFileSystem&) = delete;
+    ScopedFileSystem& operator=(const ScopedFileSystem&) = delete;
+
+private:
+    FileSystem* m_previous;
+};
+
+} // namespace platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFile>
+#include <QtCore/QString>
+
+#include <optional>
+
+/// What differs between operating systems, and nothing else. NativePosix.cpp and NativeWindows.cpp implement
+/// it.
+namespace platform::native {
+
+/// Reserves room for `size` bytes of an open file without changing its length. False, with a reason, when
+/// there is no room; true when there is or when the file system cannot tell.
+bool Reserve(QFile& file, qint64 size, QString& reason);
+
+/// Hands the written bytes to the disk.
+bool Sync(QFile& file, QString& reason);
+
+/// Strict conversion between UTF-16 text and "GB18030", "GBK" or "GB2312"; nothing when a character has no
+/// form.
+std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset);
+std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset);
+
+/// Makes standard streams and file names UTF-8 for this process, and writing to a closed pipe an error that
+/// is reported instead of one that ends the process.
+void UseUtf8();
+
+} // namespace platform::native

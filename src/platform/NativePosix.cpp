@@ -1,0 +1,110 @@
+#include "platform/Native.h"
+
+#include <QtCore/QScopeGuard>
+#include <QtCore/QSysInfo>
+
+#include <cerrno>
+#include <clocale>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include <fcntl.h>
+#include <iconv.h>
+#include <langinfo.h>
+#include <unistd.h>
+
+namespace platform::native {
+
+namespace {
+
+constexpr const char* Utf16Name = QSysInfo::ByteOrder == QSysInfo::LittleEndian ? "UTF-16LE" : "UTF-16BE";
+
+/// Converts all of `bytes`; nothing on an invalid or incomplete sequence or an unknown charset.
+std::optional<QByteArray> Convert(QByteArray bytes, const char* from, const char* to)
+{
+    const iconv_t converter = iconv_open(to, from);
+    if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
+    const auto guard = qScopeGuard([converter] { iconv_close(converter); });
+
+    char* in = bytes.data();
+    auto inLeft = static_cast<std::size_t>(bytes.size());
+    QByteArray result;
+    char buffer[16384];
+    for (;;) {
+        char* out = buffer;
+        std::size_t outLeft = sizeof buffer;
+        const bool finished = iconv(converter, &in, &inLeft, &out, &outLeft) != static_cast<std::size_t>(-1);
+        const bool full = !finished && errno == E2BIG;
+        result.append(buffer, out - buffer);
+        if (finished) return result;
+        if (!full) return std::nullopt;
+    }
+}
+
+/// Whether `error` says that the disk, the quota or the file system's largest file is used up.
+bool MeansNoRoom(int error)
+{
+    return error == ENOSPC || error == EDQUOT || error == EFBIG;
+}
+
+} // namespace
+
+bool Reserve(QFile& file, qint64 size, QString& reason)
+{
+#if defined(__linux__)
+    if (size <= file.size()) return true;
+    int result = 0;
+    do {
+        result = fallocate(file.handle(), FALLOC_FL_KEEP_SIZE, 0, size);
+    } while (result != 0 && errno == EINTR);
+    if (result == 0 || !MeansNoRoom(errno)) return true;
+    reason = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+#else
+    Q_UNUSED(file);
+    Q_UNUSED(size);
+    Q_UNUSED(reason);
+    return true;
+#endif
+}
+
+bool Sync(QFile& file, QString& reason)
+{
+    int result = 0;
+    do {
+        result = fsync(file.handle());
+    } while (result != 0 && errno == EINTR);
+    // Pipes, devices and some network file systems cannot sync at all.
+    if (result == 0 || errno == EINVAL || errno == ENOTSUP) return true;
+    reason = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+}
+
+std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)
+{
+    const std::optional<QByteArray> utf16 = Convert(bytes, charset, Utf16Name);
+    if (!utf16) return std::nullopt;
+    QString text(utf16->size() / 2, Qt::Uninitialized);
+    std::memcpy(text.data(), utf16->constData(), static_cast<std::size_t>(utf16->size()));
+    return text;
+}
+
+std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset)
+{
+    const QByteArray utf16(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    return Convert(utf16, Utf16Name, charset);
+}
+
+void UseUtf8()
+{
+    std::setlocale(LC_CTYPE, "");
+    if (std::string_view(nl_langinfo(CODESET)) != "UTF-8") {
+        setenv("LC_ALL", "C.UTF-8", 1);
+        std::setlocale(LC_CTYPE, "");
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace platform::native

@@ -1,0 +1,111 @@
+#include "platform/Native.h"
+
+#include <QtCore/QByteArrayView>
+
+#include <cstdio>
+
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+
+namespace platform::native {
+
+namespace {
+
+constexpr UINT Gb18030CodePage = 54936;
+constexpr UINT GbkCodePage = 936;
+
+HANDLE HandleOf(QFile& file)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(file.handle()));
+}
+
+/// GB2312 is a part of GBK, so that its texts convert by the code page of GBK.
+UINT CodePageOf(const char* charset)
+{
+    return QByteArrayView(charset) == QByteArrayView("GB18030") ? Gb18030CodePage : GbkCodePage;
+}
+
+bool MeansNoRoom(DWORD error)
+{
+    return error == ERROR_DISK_FULL || error == ERROR_DISK_QUOTA_EXCEEDED;
+}
+
+/// Encodes into `out`, or only measures when `size` is 0. Gives the length, or 0 when a character has no
+/// form.
+int EncodeInto(UINT codePage, const QString& text, char* out, int size)
+{
+    const auto* wide = reinterpret_cast<const wchar_t*>(text.utf16());
+    const int length = static_cast<int>(text.size());
+    // GB18030 has a form for everything and takes no flag but this one.
+    if (codePage == Gb18030CodePage)
+        return WideCharToMultiByte(codePage, WC_ERR_INVALID_CHARS, wide, length, out, size, nullptr, nullptr);
+    BOOL replaced = FALSE;
+    const int written =
+        WideCharToMultiByte(codePage, WC_NO_BEST_FIT_CHARS, wide, length, out, size, nullptr, &replaced);
+    return replaced ? 0 : written;
+}
+
+} // namespace
+
+bool Reserve(QFile& file, qint64 size, QString& reason)
+{
+    // An allocation below the file's length would cut the file.
+    if (size <= file.size()) return true;
+    FILE_ALLOCATION_INFO info = {};
+    info.AllocationSize.QuadPart = size;
+    if (SetFileInformationByHandle(HandleOf(file), FileAllocationInfo, &info, sizeof info)) return true;
+    const DWORD error = GetLastError();
+    if (!MeansNoRoom(error)) return true;
+    reason = qt_error_string(static_cast<int>(error));
+    return false;
+}
+
+bool Sync(QFile& file, QString& reason)
+{
+    if (FlushFileBuffers(HandleOf(file))) return true;
+    const DWORD error = GetLastError();
+    // Pipes, devices and some network drives cannot sync at all.
+    if (error == ERROR_INVALID_FUNCTION || error == ERROR_NOT_SUPPORTED || error == ERROR_INVALID_HANDLE)
+        return true;
+    reason = qt_error_string(static_cast<int>(error));
+    return false;
+}
+
+std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)
+{
+    if (bytes.isEmpty()) return QString();
+    const UINT codePage = CodePageOf(charset);
+    const int length = static_cast<int>(bytes.size());
+    const int needed =
+        MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.constData(), length, nullptr, 0);
+    if (needed == 0) return std::nullopt;
+    QString text(needed, Qt::Uninitialized);
+    MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.constData(), length,
+                        reinterpret_cast<wchar_t*>(text.data()), needed);
+    return text;
+}
+
+std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset)
+{
+    if (text.isEmpty()) return QByteArray();
+    const UINT codePage = CodePageOf(charset);
+    const int needed = EncodeInto(codePage, text, nullptr, 0);
+    if (needed == 0) return std::nullopt;
+    QByteArray bytes(needed, Qt::Uninitialized);
+    EncodeInto(codePage, text, bytes.data(), needed);
+    return bytes;
+}
+
+void UseUtf8()
+{
+    SetConsoleOutputCP(CP_UTF8);
+    // Line ends are written as they stand.
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+}
+
+} // namespace platform::native
