@@ -1,0 +1,95 @@
+#include "xml/DocumentData.h"
+
+#include "platform/Files.h"
+
+#include <new>
+
+using namespace Qt::StringLiterals;
+
+namespace xml {
+
+using detail::Access;
+
+namespace {
+
+bool& EngineAvailable() noexcept
+{
+    static bool available = true;
+    return available;
+}
+
+} // namespace
+
+void SetEngineAvailable(bool available) noexcept
+{
+    EngineAvailable() = available;
+}
+
+CString LoadReason::ToString() const
+{
+    return line == 0 ? text : u"第 %1 行第 %2 列：%3"_s.arg(line).arg(column).arg(text);
+}
+
+Document Document::Create()
+{
+    if (!EngineAvailable()) return {};
+    try {
+        return Access::MakeDocument(std::make_shared<detail::DocumentData>());
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+bool Document::Load(const CString& path) const
+{
+    Access::Require(*this, u"Load");
+    CString reason;
+    const std::optional<QByteArray> bytes = platform::Files().Read(path, &reason);
+    if (bytes) return LoadBytes(*bytes);
+    m_document->Clear();
+    m_document->reason = {.line = 0, .column = 0, .text = reason};
+    return false;
+}
+
+bool Document::LoadBytes(const QByteArray& bytes) const
+{
+    Access::Require(*this, u"Load");
+    try {
+        m_document->Load(bytes);
+        return true;
+    } catch (const detail::Refusal& refusal) {
+        m_document->reason.text = refusal.text.toString();
+        return false;
+    }
+}
+
+LoadReason Document::Reason() const
+{
+    Access::Require(*this, u"Reason");
+    return m_document->reason;
+}
+
+Element Document::CreateElement(const CString& name) const
+{
+    Access::Require(*this, u"CreateElement");
+    if (!IsName(name)) throw Error(u"“%1”不能作为 XML 元素名"_s.arg(name));
+    return Access::MakeElement(m_document, m_document->MakeElement(name.toUtf8().constData()));
+}
+
+QByteArray Document::ToBytes() const
+{
+    Access::Require(*this, u"Save");
+    return m_document->ToBytes();
+}
+
+void Document::Save(const CString& path) const
+{
+    const QByteArray bytes = ToBytes();
+    try {
+        platform::Files().WriteInPlace(path, bytes);
+    } catch (const platform::FileError& error) {
+        throw Error(error.Message());
+    }
+}
+
+} // namespace xml

@@ -1,0 +1,156 @@
+#include "xml/Characters.h"
+#include "xml/DocumentData.h"
+
+using namespace Qt::StringLiterals;
+
+namespace xml {
+
+namespace detail {
+
+Node Access::MakeNode(const std::shared_ptr<DocumentData>& data, pugi::xml_node node)
+{
+    return node ? Node(data, node.internal_object()) : Node();
+}
+
+Element Access::MakeElement(const std::shared_ptr<DocumentData>& data, pugi::xml_node node)
+{
+    return node ? Element(data, node.internal_object()) : Element();
+}
+
+Document Access::MakeDocument(const std::shared_ptr<DocumentData>& data)
+{
+    return Document(data, data.get());
+}
+
+pugi::xml_node Access::Require(const Node& node, QStringView operation)
+{
+    if (node.IsNull()) throw PointerError(operation.toString());
+    return Get(node);
+}
+
+} // namespace detail
+
+using detail::Access;
+
+namespace {
+
+/// Refuses a place that cannot take a child.
+void CheckPlace(const Node& parent, const Node& child)
+{
+    const NodeKind kind = parent.Kind();
+    if (kind != NodeKind::Element && kind != NodeKind::Document) throw Error(u"这种 XML 节点不能有子节点"_s);
+    if (child.Kind() == NodeKind::Document) throw Error(u"XML 文档不能放入节点"_s);
+    if (kind == NodeKind::Document && child.Kind() == NodeKind::Element && parent.FirstChild())
+        throw Error(u"XML 文档只能有一个根元素"_s);
+    const pugi::xml_node moved = Access::Get(child);
+    for (pugi::xml_node above = Access::Get(parent); above; above = above.parent())
+        if (above == moved) throw Error(u"XML 节点不能放入它自己之下"_s);
+}
+
+} // namespace
+
+NodeKind Node::Kind() const
+{
+    if (IsNull()) return NodeKind::Null;
+    if (m_node == m_document.get()) return NodeKind::Document;
+    switch (Access::Get(*this).type()) {
+    case pugi::node_element:
+        return NodeKind::Element;
+    case pugi::node_cdata:
+        return NodeKind::CData;
+    case pugi::node_comment:
+        return NodeKind::Comment;
+    case pugi::node_pi:
+        return NodeKind::ProcessingInstruction;
+    default:
+        return NodeKind::Text;
+    }
+}
+
+CString Node::Name() const
+{
+    return CString::fromUtf8(Access::Require(*this, u"Name").name());
+}
+
+Element Node::ToElement() const
+{
+    return Kind() == NodeKind::Element ? Access::MakeElement(m_document, Access::Get(*this)) : Element();
+}
+
+Node Node::FirstChild() const
+{
+    const pugi::xml_node node = Access::Require(*this, u"FirstChild");
+    m_document->EnsureLoaded(node);
+    return Access::MakeNode(m_document, node.first_child());
+}
+
+Node Node::NextSibling() const
+{
+    const pugi::xml_node node = Access::Require(*this, u"NextSibling");
+    if (Kind() == NodeKind::Document || m_document->InLimbo(node)) return {};
+    return Access::MakeNode(m_document, node.next_sibling());
+}
+
+Node Node::SelectSingleNode(const CString& name) const
+{
+    const pugi::xml_node node = Access::Require(*this, u"SelectSingleNode");
+    m_document->EnsureLoaded(node);
+    const QByteArray wanted = name.toUtf8();
+    for (const pugi::xml_node child : node)
+        if (child.type() == pugi::node_element && wanted == child.name())
+            return Access::MakeNode(m_document, child);
+    return {};
+}
+
+Node Node::AppendChild(const Node& child) const
+{
+    const pugi::xml_node parent = Access::Require(*this, u"AppendChild");
+    const pugi::xml_node given = Access::Require(child, u"AppendChild");
+    CheckPlace(*this, child);
+    m_document->EnsureLoaded(parent);
+    const std::shared_ptr<detail::DocumentData>& source = Access::Data(child);
+    source->EnsureLoaded(given);
+    source->TouchContent(given);
+    m_document->TouchContent(parent);
+    pugi::xml_node placed;
+    if (source == m_document) {
+        placed = pugi::xml_node(parent).append_move(given);
+    } else {
+        placed = pugi::xml_node(parent).append_copy(given);
+        source->Release(given);
+    }
+    if (!placed) throw std::bad_alloc();
+    return Access::MakeNode(m_document, placed);
+}
+
+void Node::RemoveChild(const Node& child) const
+{
+    const pugi::xml_node parent = Access::Require(*this, u"RemoveChild");
+    const pugi::xml_node given = Access::Require(child, u"RemoveChild");
+    if (given.parent() != parent) throw Error(u"要移除的 XML 节点不在这里"_s);
+    m_document->TouchContent(parent);
+    m_document->Release(given);
+}
+
+bool Element::GetAttribute(const CString& name, CString& value) const
+{
+    const pugi::xml_node node = Access::Require(*this, u"GetAttribute");
+    const pugi::xml_attribute attribute = node.attribute(name.toUtf8().constData());
+    if (!attribute) return false;
+    value = CString::fromUtf8(attribute.value());
+    return true;
+}
+
+void Element::SetAttribute(const CString& name, const CString& value) const
+{
+    pugi::xml_node node = Access::Require(*this, u"SetAttribute");
+    const QByteArray key = name.toUtf8();
+    if (!detail::IsName(key)) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
+    if (!IsText(value)) throw Error(u"属性“%1”的值含有 XML 不允许的字符"_s.arg(name));
+    m_document->TouchTag(node);
+    pugi::xml_attribute attribute = node.attribute(key.constData());
+    if (!attribute) attribute = node.append_attribute(key.constData());
+    if (!attribute.set_value(value.toUtf8().constData())) throw std::bad_alloc();
+}
+
+} // namespace xml

@@ -1,0 +1,161 @@
+#include "xml/Writer.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace xml::detail {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// Below this depth lines are no further indented: the blanks of a very deep document would outgrow it by
+/// far.
+constexpr int DeepestIndent = 64;
+
+/// What a byte becomes; empty for one that stands for itself.
+using Escapes = std::array<std::string_view, 256>;
+
+constexpr Escapes TextEscapes = [] {
+    Escapes escapes{};
+    escapes['&'] = "&amp;"sv;
+    escapes['<'] = "&lt;"sv;
+    escapes['>'] = "&gt;"sv;
+    escapes['\r'] = "&#13;"sv; // a bare one would be read as a line feed
+    return escapes;
+}();
+
+constexpr Escapes ValueEscapes = [] {
+    Escapes escapes = TextEscapes;
+    escapes['"'] = "&quot;"sv;
+    escapes['\t'] = "&#9;"sv; // bare blanks other than the space would be read as spaces
+    escapes['\n'] = "&#10;"sv;
+    return escapes;
+}();
+
+void Append(QByteArray& out, std::string_view text)
+{
+    out.append(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+void AppendEscaped(QByteArray& out, const char* text, const Escapes& escapes)
+{
+    const char* plain = text;
+    for (; *text != '\0'; ++text) {
+        const std::string_view escape = escapes[static_cast<unsigned char>(*text)];
+        if (escape.empty()) continue;
+        out.append(plain, text - plain);
+        Append(out, escape);
+        plain = text + 1;
+    }
+    out.append(plain, text - plain);
+}
+
+bool IsCharacterData(pugi::xml_node node)
+{
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+bool HoldsText(pugi::xml_node element)
+{
+    for (const pugi::xml_node child : element)
+        if (IsCharacterData(child)) return true;
+    return false;
+}
+
+void WriteEndTag(QByteArray& out, pugi::xml_node element)
+{
+    Append(out, "</"sv);
+    out.append(element.name());
+    out.append('>');
+}
+
+/// A node without children, or the start tag of an element with children.
+void WriteOpening(QByteArray& out, pugi::xml_node node)
+{
+    switch (node.type()) {
+    case pugi::node_element:
+        WriteStartTag(out, node, !node.first_child());
+        break;
+    case pugi::node_pcdata:
+        AppendEscaped(out, node.value(), TextEscapes);
+        break;
+    case pugi::node_cdata:
+        Append(out, "<![CDATA["sv);
+        out.append(node.value());
+        Append(out, "]]>"sv);
+        break;
+    case pugi::node_comment:
+        Append(out, "<!--"sv);
+        out.append(node.value());
+        Append(out, "-->"sv);
+        break;
+    case pugi::node_pi:
+        Append(out, "<?"sv);
+        out.append(node.name());
+        if (*node.value() != '\0') out.append(' ');
+        out.append(node.value());
+        Append(out, "?>"sv);
+        break;
+    default:
+        break;
+    }
+}
+
+} // namespace
+
+void WriteStartTag(QByteArray& out, pugi::xml_node element, bool selfClosing)
+{
+    out.append('<');
+    out.append(element.name());
+    for (const pugi::xml_attribute attribute : element.attributes()) {
+        out.append(' ');
+        out.append(attribute.name());
+        Append(out, "=\""sv);
+        AppendEscaped(out, attribute.value(), ValueEscapes);
+        out.append('"');
+    }
+    Append(out, selfClosing ? "/>"sv : ">"sv);
+}
+
+void WriteBreak(QByteArray& out, int depth, const Layout& layout)
+{
+    out.append(layout.lineEnd);
+    for (int i = 0; i < std::min(depth, DeepestIndent); ++i)
+        out.append(layout.indent);
+}
+
+void WriteNode(QByteArray& out, pugi::xml_node node, int depth, const Layout& layout)
+{
+    const pugi::xml_node top = node;
+    pugi::xml_node inlineElement; // the outermost open element that holds text: no breaks below it
+    for (;;) {
+        WriteOpening(out, node);
+        if (const pugi::xml_node child = node.first_child()) {
+            if (!inlineElement && HoldsText(node)) inlineElement = node;
+            ++depth;
+            node = child;
+        } else {
+            while (node != top && !node.next_sibling()) {
+                node = node.parent();
+                --depth;
+                if (!inlineElement) WriteBreak(out, depth, layout);
+                if (node == inlineElement) inlineElement = {};
+                WriteEndTag(out, node);
+            }
+            if (node == top) return;
+            node = node.next_sibling();
+        }
+        if (!inlineElement) WriteBreak(out, depth, layout);
+    }
+}
+
+QByteArray EscapedValue(const QByteArray& value)
+{
+    QByteArray out;
+    AppendEscaped(out, value.constData(), ValueEscapes);
+    return out;
+}
+
+} // namespace xml::detail
