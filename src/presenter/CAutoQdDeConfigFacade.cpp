@@ -1,0 +1,112 @@
+#include "presenter/CAutoQdDeConfigFacade.h"
+
+#include "host/NvKtDataMng.h"
+#include "host/NvWindowsTool.h"
+#include "platform/Files.h"
+#include "store/RuleFile.h"
+#include "store/WrappedFile.h"
+
+#include <limits>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The size of the wrapped form's content is a signed 32-bit integer.
+constexpr qsizetype LargestContent = std::numeric_limits<qint32>::max();
+
+/// The head attributes. The year call fills the area and the local call the year, in both modes: readers of
+/// the format know it so.
+void SetHead(NvWindowsTool::MSXMLUtilityPtr& document)
+{
+    const NvKtDataMng::CAtt att;
+    const bool billMode = att.GetQdDeMode() == SQdDeInfo::BillMode;
+    document.SetAttribute(u"CalMode"_s, billMode ? u"清单版"_s : u"定额版"_s);
+    document.SetAttribute(u"BillName"_s, att.GetQdFileName());
+    document.SetAttribute(u"BillGuid"_s, att.GetQdCode());
+    document.SetAttribute(u"BillCorpCode"_s, att.GetQdLocal());
+    document.SetAttribute(u"QuotaName"_s, billMode ? att.GetQdDeFileName() : att.GetDeFileName());
+    document.SetAttribute(u"QuotaGuid"_s, billMode ? att.GetQdDeCode() : att.GetDeCode());
+    document.SetAttribute(u"QuotaArea"_s, billMode ? att.GetQdDeYear() : att.GetDeYear());
+    document.SetAttribute(u"QuotaYear"_s, billMode ? att.GetQdDeLocal() : att.GetDeLocal());
+}
+
+store::WrappedFile WrappedHead()
+{
+    const NvKtDataMng::CAtt att;
+    const bool billMode = att.GetQdDeMode() == SQdDeInfo::BillMode;
+    store::WrappedFile file;
+    file.format = u"5"_s;
+    file.version = store::VersionTextOrDefault();
+    file.mode = billMode ? u"清单模式"_s : u"定额模式"_s;
+    if (billMode) file.billFile = att.GetQdFileName() + u".mdb"_s;
+    file.quotaFile = (billMode ? att.GetQdDeFileName() : att.GetDeFileName()) + u".mdb"_s;
+    return file;
+}
+
+/// The former file; empty when it has gone in the meantime, as an opening that creates the file would find
+/// it.
+QByteArray ReadContent(const CString& path)
+{
+    if (!platform::Files().Exists(path)) return {};
+    CString reason;
+    const auto content = platform::Files().Read(path, &reason);
+    if (!content) throw platform::FileError(path, reason);
+    if (content->size() > LargestContent)
+        throw platform::FileError(path, u"the wrapped form cannot hold more than 2 GiB"_s);
+    return *content;
+}
+
+void WriteFields(const CString& path, const std::vector<QByteArray>& fields)
+{
+    const auto file = platform::Files().OpenForWriting(path);
+    for (const QByteArray& field : fields) {
+        file->Write(field);
+        file->SeekToEnd();
+    }
+}
+
+} // namespace
+
+std::unique_ptr<CQdDeConfigPresenter> CAutoQdDeConfigFacade::GetQdDeConfigPresenter(const CString& filePath)
+{
+    return std::make_unique<CQdDeConfigPresenter>(filePath);
+}
+
+void CAutoQdDeConfigFacade::AttrConfig()
+{
+    CXmlAttrConfig store;
+    store.Save();
+}
+
+void CAutoQdDeConfigFacade::WriteHead(const CString& filePath)
+{
+    {
+        NvWindowsTool::MSXMLUtilityPtr document;
+        if (!document.CreateDOMObj() || !document.OpenXml(filePath) ||
+            !document.SelectNode(store::RootName()))
+            return;
+        SetHead(document);
+        document.SaveXml(filePath);
+    }
+    CAutoQdDeConfigFacade().WrapFile(filePath);
+}
+
+void CAutoQdDeConfigFacade::WrapFile(const CString& path)
+{
+    store::WrappedFile file = WrappedHead();
+    file.content = ReadContent(path);
+    const std::vector<QByteArray> fields = store::ComposeFields(file);
+    platform::Files().Remove(path);
+    // From here to the end the content stands in memory only.
+    try {
+        WriteFields(path, fields);
+    } catch (const platform::FileError&) {
+        try {
+            platform::Files().WriteInPlace(path, file.content);
+        } catch (const platform::FileError&) {
+            // The first error is the one to report.
+        }
+        throw;
+    }
+}
