@@ -24,9 +24,10 @@ constexpr const char* Utf16Name = QSysInfo::ByteOrder == QSysInfo::LittleEndian 
 /// Converts all of `bytes`; nothing on an invalid or incomplete sequence or an unknown charset.
 std::optional<QByteArray> Convert(QByteArray bytes, const char* from, const char* to)
 {
-    const iconv_t converter = iconv_open(to, from);
+    iconv_t converter = iconv_open(to, from);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the error value of the interface is defined so.
     if (converter == reinterpret_cast<iconv_t>(-1)) return std::nullopt;
-    const auto guard = qScopeGuard([converter] { iconv_close(converter); });
+    const auto guard = qScopeGuard([&converter] { iconv_close(converter); });
 
     char* in = bytes.data();
     auto inLeft = static_cast<std::size_t>(bytes.size());

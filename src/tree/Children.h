@@ -18,7 +18,7 @@ void ReadFields(const IXMLDOMElement& element, Record& record,
                 const std::array<RecordField<Record>, N>& fields)
 {
     for (const auto& [name, field] : fields)
-        record.*field = XmlVisitor::getNodeAttribute(element, name.toString());
+        record.*field = XmlVisitor::getNodeAttribute(element, name);
 }
 
 template <typename Record, std::size_t N>
@@ -26,7 +26,7 @@ void WriteFields(const IXMLDOMElement& element, const Record& record,
                  const std::array<RecordField<Record>, N>& fields)
 {
     for (const auto& [name, field] : fields)
-        XmlVisitor::addatt(element, name.toString(), record.*field);
+        XmlVisitor::addatt(element, name, record.*field);
 }
 
 /// Raises a counter by one and gives the new id. A file may hold the largest id there is: the counter then

@@ -2,8 +2,6 @@
 
 #include "platform/Text.h"
 
-#include <QtCore/QStringView>
-
 #include <array>
 
 /// The values of a bill item, all as text. Each field's name is also the name of its XML attribute.
@@ -39,29 +37,29 @@ struct DeStruct
 template <typename Record>
 struct RecordField
 {
-    QStringView name;
+    CString name;
     CString Record::*field;
 };
 
 /// The fields in the order in which they are written.
-inline constexpr std::array<RecordField<QdStruct>, 9> QdFields{{
-    {u"strQdId", &QdStruct::strQdId},
-    {u"strQdIdUser", &QdStruct::strQdIdUser},
-    {u"strName", &QdStruct::strName},
-    {u"strUnit", &QdStruct::strUnit},
-    {u"strUnitCode", &QdStruct::strUnitCode},
-    {u"strtypeid", &QdStruct::strtypeid},
-    {u"strQdCode", &QdStruct::strQdCode},
-    {u"strFormula", &QdStruct::strFormula},
-    {u"strAnnex", &QdStruct::strAnnex},
+inline const std::array<RecordField<QdStruct>, 9> QdFields{{
+    {QStringLiteral("strQdId"), &QdStruct::strQdId},
+    {QStringLiteral("strQdIdUser"), &QdStruct::strQdIdUser},
+    {QStringLiteral("strName"), &QdStruct::strName},
+    {QStringLiteral("strUnit"), &QdStruct::strUnit},
+    {QStringLiteral("strUnitCode"), &QdStruct::strUnitCode},
+    {QStringLiteral("strtypeid"), &QdStruct::strtypeid},
+    {QStringLiteral("strQdCode"), &QdStruct::strQdCode},
+    {QStringLiteral("strFormula"), &QdStruct::strFormula},
+    {QStringLiteral("strAnnex"), &QdStruct::strAnnex},
 }};
 
-inline constexpr std::array<RecordField<DeStruct>, 7> DeFields{{
-    {u"strName", &DeStruct::strName},
-    {u"strUnit", &DeStruct::strUnit},
-    {u"strUnitCode", &DeStruct::strUnitCode},
-    {u"strDeId", &DeStruct::strDeId},
-    {u"strDeCode", &DeStruct::strDeCode},
-    {u"strFormula", &DeStruct::strFormula},
-    {u"strAnnex", &DeStruct::strAnnex},
+inline const std::array<RecordField<DeStruct>, 7> DeFields{{
+    {QStringLiteral("strName"), &DeStruct::strName},
+    {QStringLiteral("strUnit"), &DeStruct::strUnit},
+    {QStringLiteral("strUnitCode"), &DeStruct::strUnitCode},
+    {QStringLiteral("strDeId"), &DeStruct::strDeId},
+    {QStringLiteral("strDeCode"), &DeStruct::strDeCode},
+    {QStringLiteral("strFormula"), &DeStruct::strFormula},
+    {QStringLiteral("strAnnex"), &DeStruct::strAnnex},
 }};

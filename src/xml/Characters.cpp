@@ -1,6 +1,7 @@
 #include "xml/Characters.h"
 
 #include "xml/Dom.h"
+#include "xml/Utf8Name.h"
 
 #include <algorithm>
 #include <array>
@@ -36,6 +37,11 @@ constexpr bool IsAsciiLetter(std::uint32_t c)
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+constexpr bool IsAsciiNameCharacter(std::uint32_t c)
+{
+    return IsAsciiLetter(c) || (c >= '0' && c <= '9') || c == '_' || c == ':' || c == '-' || c == '.';
+}
+
 constexpr bool IsContinuation(unsigned char c)
 {
     return (c & 0xC0U) == 0x80U;
@@ -43,7 +49,16 @@ constexpr bool IsContinuation(unsigned char c)
 
 } // namespace
 
-CodePoint DecodeUtf8(const char* bytes) noexcept
+constexpr std::array<unsigned char, 256> AsciiNameBytes = [] {
+    std::array<unsigned char, 256> table{};
+    for (std::uint32_t c = 0; c < 0x80; ++c) {
+        if (IsAsciiNameCharacter(c)) table[c] = InName;
+        if (IsAsciiLetter(c) || c == '_' || c == ':') table[c] = StartsName;
+    }
+    return table;
+}();
+
+CodePoint DecodeAnyUtf8(const char* bytes) noexcept
 {
     const auto at = [bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
     const std::uint32_t first = at(0);
@@ -69,7 +84,7 @@ bool IsXmlCharacter(std::uint32_t value) noexcept
 
 bool IsNameStart(std::uint32_t value) noexcept
 {
-    if (value < 0x80) return IsAsciiLetter(value) || value == '_' || value == ':';
+    if (value < 0x80) return AsciiNameBytes[value] == StartsName;
     const auto range = std::lower_bound(NameStartRanges.begin(), NameStartRanges.end(), value,
                                         [](const Range& r, std::uint32_t v) { return r.last < v; });
     return range != NameStartRanges.end() && range->first <= value;
@@ -77,14 +92,12 @@ bool IsNameStart(std::uint32_t value) noexcept
 
 bool IsNameCharacter(std::uint32_t value) noexcept
 {
-    if (value < 0x80)
-        return IsAsciiLetter(value) || (value >= '0' && value <= '9') || value == '_' || value == ':' ||
-               value == '-' || value == '.';
+    if (value < 0x80) return AsciiNameBytes[value] != NotInName;
     return value == 0xB7 || (value >= 0x300 && value <= 0x36F) || (value >= 0x203F && value <= 0x2040) ||
            IsNameStart(value);
 }
 
-const char* SkipName(const char* bytes) noexcept
+const char* SkipAnyName(const char* bytes) noexcept
 {
     CodePoint c = DecodeUtf8(bytes);
     if (c.length == 0 || !IsNameStart(c.value)) return bytes;
@@ -95,16 +108,11 @@ const char* SkipName(const char* bytes) noexcept
     return bytes;
 }
 
-bool IsName(const QByteArray& bytes) noexcept
-{
-    return !bytes.isEmpty() && SkipName(bytes.constData()) == bytes.constData() + bytes.size();
-}
-
 } // namespace detail
 
 bool IsName(const CString& name)
 {
-    return detail::IsName(name.toUtf8());
+    return detail::Utf8Name(name).IsXmlName();
 }
 
 bool IsText(const CString& text)

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <QtCore/QByteArray>
-
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -16,8 +15,22 @@ struct CodePoint
     std::size_t length = 0;
 };
 
+/// The character at `bytes`, for any character. Prefer `DecodeUtf8`.
+CodePoint DecodeAnyUtf8(const char* bytes) noexcept;
+
 /// The character at `bytes`. Overlong forms, surrogates and values beyond U+10FFFF are no UTF-8.
-CodePoint DecodeUtf8(const char* bytes) noexcept;
+inline CodePoint DecodeUtf8(const char* bytes) noexcept
+{
+    // Nearly all characters of a rule file that are not ASCII are Chinese: three bytes that begin with E4 to
+    // E9.
+    const auto first = static_cast<unsigned char>(bytes[0]);
+    if (first < 0xE4 || first > 0xE9) return DecodeAnyUtf8(bytes);
+    const auto second = static_cast<unsigned char>(bytes[1]);
+    if ((second & 0xC0U) != 0x80U) return {};
+    const auto third = static_cast<unsigned char>(bytes[2]);
+    if ((third & 0xC0U) != 0x80U) return {};
+    return {(first & 0x0FU) << 12U | (second & 0x3FU) << 6U | (third & 0x3FU), 3};
+}
 
 /// Whether the character may stand in an XML file at all.
 bool IsXmlCharacter(std::uint32_t value) noexcept;
@@ -31,10 +44,23 @@ constexpr bool IsBlank(char c) noexcept
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-/// Whether all of `bytes` is one name. An unpaired surrogate that became a question mark on the way is none.
-bool IsName(const QByteArray& bytes) noexcept;
+/// What an ASCII byte may be in a name; nothing for the others, which are parts of characters.
+enum AsciiNameByte : unsigned char { NotInName = 0, InName = 1, StartsName = 3 };
+extern const std::array<unsigned char, 256> AsciiNameBytes;
+
+/// As `SkipName`, for any name.
+const char* SkipAnyName(const char* bytes) noexcept;
 
 /// The end of the name that begins at `bytes`, or `bytes` itself when none does.
-const char* SkipName(const char* bytes) noexcept;
+inline const char* SkipName(const char* bytes) noexcept
+{
+    // Nearly all names are ASCII throughout.
+    const auto kind = [](const char* at) { return AsciiNameBytes[static_cast<unsigned char>(*at)]; };
+    if (kind(bytes) != StartsName) return SkipAnyName(bytes);
+    const char* at = bytes + 1;
+    while (kind(at) != NotInName)
+        ++at;
+    return static_cast<unsigned char>(*at) < 0x80 ? at : SkipAnyName(bytes);
+}
 
 } // namespace xml::detail

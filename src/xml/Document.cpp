@@ -1,5 +1,7 @@
 #include "xml/DocumentData.h"
 
+#include "xml/Utf8Name.h"
+
 #include "platform/Files.h"
 
 #include <new>
@@ -72,8 +74,11 @@ LoadReason Document::Reason() const
 Element Document::CreateElement(const CString& name) const
 {
     Access::Require(*this, u"CreateElement");
-    if (!IsName(name)) throw Error(u"“%1”不能作为 XML 元素名"_s.arg(name));
-    return Access::MakeElement(m_document, m_document->MakeElement(name.toUtf8().constData()));
+    const detail::Utf8Name bytes(name);
+    if (!bytes.IsXmlName()) throw Error(u"“%1”不能作为 XML 元素名"_s.arg(name));
+    if (!m_document->CanNote()) return Access::MakeElement(m_document, m_document->MakeElement(bytes.Text()));
+    m_document->NoteElement(bytes.Text());
+    return Access::MakeNoted(m_document);
 }
 
 QByteArray Document::ToBytes() const

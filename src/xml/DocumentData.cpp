@@ -1,6 +1,7 @@
 #include "xml/DocumentData.h"
 
 #include <new>
+#include <utility>
 
 namespace xml::detail {
 
@@ -18,9 +19,17 @@ void Parse(pugi::xml_node parent, const char* bytes, std::size_t size)
 
 } // namespace
 
-DocumentData::DocumentData()
+void DocumentData::EnsureTree()
 {
-    Clear();
+    if (m_document) return;
+    m_document = m_tree.append_child(pugi::node_element);
+    m_limbo = m_tree.append_child(pugi::node_element);
+}
+
+pugi::xml_node DocumentData::DocumentNode()
+{
+    EnsureTree();
+    return m_document;
 }
 
 void DocumentData::Clear()
@@ -28,11 +37,16 @@ void DocumentData::Clear()
     m_outlined.clear();
     m_loadedRoot = {};
     m_rootTagTouched = false;
+    m_askedElement = {};
+    m_nextAttribute = pugi::xml_attribute();
     m_outline = {};
     m_source = {};
+    m_touched = {};
+    m_noted.clear();
+    m_notedNode = {};
     m_tree.reset();
-    m_document = m_tree.append_child(pugi::node_element);
-    m_limbo = m_tree.append_child(pugi::node_element);
+    m_document = {};
+    m_limbo = {};
 }
 
 void DocumentData::Load(const QByteArray& bytes)
@@ -70,6 +84,7 @@ void DocumentData::Locate(const Refusal& refusal)
 /// The document element with the start tags of its children: the others' content waits for `EnsureLoaded`.
 void DocumentData::BuildOutlinedTree()
 {
+    EnsureTree();
     const QByteArray skeleton = Skeleton();
     Parse(m_document, skeleton.constData(), static_cast<std::size_t>(skeleton.size()));
     m_loadedRoot = m_document.first_child();
@@ -93,9 +108,23 @@ QByteArray DocumentData::Skeleton() const
     return skeleton + SourceBytes(m_outline.rootContentEnd, m_outline.rootEnd);
 }
 
+pugi::xml_attribute DocumentData::FindAttribute(pugi::xml_node element, const char* name)
+{
+    if (element != m_askedElement) m_nextAttribute = pugi::xml_attribute();
+    m_askedElement = element;
+    return std::as_const(element).attribute(name, m_nextAttribute);
+}
+
 pugi::xml_node DocumentData::MakeElement(const char* name)
 {
+    EnsureTree();
     return m_limbo.append_child(name);
+}
+
+pugi::xml_node DocumentData::NotedElement()
+{
+    if (!m_notedNode) m_notedNode = MakeElement(m_noted.constData());
+    return m_notedNode;
 }
 
 void DocumentData::Release(pugi::xml_node node)
@@ -122,13 +151,15 @@ void DocumentData::EnsureLoaded(pugi::xml_node node)
 
 void DocumentData::TouchContent(pugi::xml_node node)
 {
-    if (!m_loadedRoot) return;
+    if (!m_loadedRoot || node == m_touched) return;
     // The document element's own list of children is what saving goes by: nothing to remember.
-    while (node && node.parent() != m_loadedRoot)
-        node = node.parent();
-    if (!node) return;
-    EnsureLoaded(node);
-    m_outlined.erase(node.internal_object());
+    pugi::xml_node child = node;
+    while (child && child.parent() != m_loadedRoot)
+        child = child.parent();
+    if (!child) return;
+    EnsureLoaded(child);
+    m_outlined.erase(child.internal_object());
+    m_touched = node;
 }
 
 void DocumentData::TouchTag(pugi::xml_node node)
@@ -139,56 +170,55 @@ void DocumentData::TouchTag(pugi::xml_node node)
 
 QByteArray DocumentData::ToBytes()
 {
-    QByteArray out;
-    out.reserve(m_source.utf8.size() + m_source.utf8.size() / 8 + 1024);
+    Output out(m_source.utf8.size() + m_source.utf8.size() / 8);
     if (m_loadedRoot && m_document.first_child() == m_loadedRoot)
         WriteLoaded(out);
     else
         WriteNew(out);
-    if (!out.endsWith('\n')) out += SourceLayout().lineEnd;
-    return EncodeSource(std::move(out), m_source);
+    if (!out.EndsWith('\n')) out.Put(SourceLayout().lineEnd);
+    return EncodeSource(out.Take(), m_source);
 }
 
-void DocumentData::WriteNew(QByteArray& out)
+void DocumentData::WriteNew(Output& out)
 {
     m_source.encoding = platform::Encoding::Utf8;
-    out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-    for (const pugi::xml_node child : m_document)
+    out.Put(std::string_view("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"));
+    for (const pugi::xml_node child : DocumentNode())
         WriteNode(out, child, 0, Layout());
 }
 
-void DocumentData::WriteLoaded(QByteArray& out)
+void DocumentData::WriteLoaded(Output& out)
 {
     const Layout layout = SourceLayout();
     const bool hasChildren = static_cast<bool>(m_loadedRoot.first_child());
     const bool opensSelfClosing = m_outline.rootSelfClosing && hasChildren;
-    out += SourceBytes(0, m_outline.rootBegin);
+    PutSource(out, 0, m_outline.rootBegin);
     if (m_rootTagTouched || opensSelfClosing)
         WriteStartTag(out, m_loadedRoot, m_outline.rootSelfClosing && !hasChildren);
     else
-        out += SourceBytes(m_outline.rootBegin, m_outline.rootTagEnd);
+        PutSource(out, m_outline.rootBegin, m_outline.rootTagEnd);
 
     WriteChildren(out, layout);
     const QByteArray tail = SourceBytes(GapBegin(m_outline.children.size()), m_outline.rootContentEnd);
     const bool lastIsNew = hasChildren && !m_outlined.contains(m_loadedRoot.last_child().internal_object());
     if (!tail.isEmpty())
-        out += tail;
+        out.Put(tail);
     else if (lastIsNew)
         WriteBreak(out, 0, layout);
     if (opensSelfClosing)
-        out += QByteArray("</") + m_loadedRoot.name() + '>';
+        WriteEndTag(out, m_loadedRoot);
     else
-        out += SourceBytes(m_outline.rootContentEnd, m_outline.rootEnd);
-    out += SourceBytes(m_outline.rootEnd, static_cast<std::size_t>(m_source.utf8.size()));
+        PutSource(out, m_outline.rootContentEnd, m_outline.rootEnd);
+    PutSource(out, m_outline.rootEnd, static_cast<std::size_t>(m_source.utf8.size()));
 }
 
-void DocumentData::WriteChildren(QByteArray& out, const Layout& layout)
+void DocumentData::WriteChildren(Output& out, const Layout& layout)
 {
     for (const pugi::xml_node child : m_loadedRoot) {
         const auto outlined = m_outlined.find(child.internal_object());
         if (outlined != m_outlined.end()) {
             const std::size_t index = outlined->second.index;
-            out += SourceBytes(GapBegin(index), m_outline.children[index].end);
+            PutSource(out, GapBegin(index), m_outline.children[index].end);
         } else {
             WriteBreak(out, 1, layout);
             WriteNode(out, child, 1, layout);
@@ -201,6 +231,11 @@ void DocumentData::WriteChildren(QByteArray& out, const Layout& layout)
 std::size_t DocumentData::GapBegin(std::size_t childIndex) const
 {
     return childIndex == 0 ? m_outline.rootTagEnd : m_outline.children[childIndex - 1].end;
+}
+
+void DocumentData::PutSource(Output& out, std::size_t begin, std::size_t end) const
+{
+    out.Put(m_source.utf8.constData() + begin, end - begin);
 }
 
 QByteArray DocumentData::SourceBytes(std::size_t begin, std::size_t end) const

@@ -41,7 +41,7 @@ QByteArray EncodeSource(QByteArray utf8, const SourceText& source);
 class DocumentData
 {
 public:
-    DocumentData();
+    DocumentData() = default;
     DocumentData(const DocumentData&) = delete;
     DocumentData& operator=(const DocumentData&) = delete;
 
@@ -50,9 +50,21 @@ public:
     void Clear();
     QByteArray ToBytes();
 
-    pugi::xml_node DocumentNode() const { return m_document; }
+    pugi::xml_node DocumentNode();
     /// A new element in limbo.
     pugi::xml_node MakeElement(const char* name);
+    /// The first element that an empty document is asked for is only noted: most such documents exist to make
+    /// one element that is appended elsewhere at once, and need no tree of their own for it.
+    bool CanNote() const { return !m_document && m_noted.isEmpty(); }
+    void NoteElement(const QByteArray& name) { m_noted = name; }
+    /// What a handle to the noted element holds in place of a node.
+    void* NotedKey() { return &m_noted; }
+    const QByteArray& NotedName() const { return m_noted; }
+    /// The noted element as a node in limbo, made when it is first asked for.
+    pugi::xml_node NotedElement();
+    /// The attribute of that name; null when there is none. Asking in the order of the file finds each at
+    /// once.
+    pugi::xml_attribute FindAttribute(pugi::xml_node element, const char* name);
     /// Puts a node into limbo. Content that nobody has looked into is dropped with it.
     void Release(pugi::xml_node node);
     /// Parses the content of an outlined child, if this is one.
@@ -60,6 +72,8 @@ public:
     /// To be called before the children or the attributes of a node change: its source bytes no longer tell.
     void TouchContent(pugi::xml_node node);
     void TouchTag(pugi::xml_node node);
+    /// Remembers that a node has just been placed where everything is touched already.
+    void Touched(pugi::xml_node node) { m_touched = node; }
     /// Whether a node stands nowhere.
     bool InLimbo(pugi::xml_node node) const { return node.parent() == m_limbo; }
 
@@ -77,12 +91,15 @@ private:
     void BuildOutlinedTree();
     QByteArray Skeleton() const;
     Layout SourceLayout() const;
-    void WriteLoaded(QByteArray& out);
-    void WriteChildren(QByteArray& out, const Layout& layout);
-    void WriteNew(QByteArray& out);
+    void WriteLoaded(Output& out);
+    void WriteChildren(Output& out, const Layout& layout);
+    void WriteNew(Output& out);
+    void PutSource(Output& out, std::size_t begin, std::size_t end) const;
     QByteArray SourceBytes(std::size_t begin, std::size_t end) const;
     std::size_t GapBegin(std::size_t childIndex) const;
     Outlined* FindOutlined(pugi::xml_node node);
+
+    void EnsureTree();
 
     pugi::xml_document m_tree;
     pugi::xml_node m_document;
@@ -90,7 +107,12 @@ private:
     SourceText m_source;
     Outline m_outline;
     pugi::xml_node m_loadedRoot; ///< the document element as loaded; null for a new document
+    pugi::xml_node m_touched;    ///< a node known to stand where source bytes no longer tell
+    QByteArray m_noted;
+    pugi::xml_node m_notedNode;
     bool m_rootTagTouched = false;
+    pugi::xml_node m_askedElement;                        ///< the element of the last attribute asked for
+    pugi::xml_attribute m_nextAttribute;                  ///< the one behind it: where the next search begins
     std::unordered_map<const void*, Outlined> m_outlined; ///< untouched children by their node
 };
 
@@ -101,13 +123,20 @@ struct Access
     /// replaces all nodes and such a handle stays good.
     static pugi::xml_node Get(const Node& node)
     {
-        if (node.m_node == node.m_document.get())
-            return node.m_document ? node.m_document->DocumentNode() : pugi::xml_node();
+        if (node.IsNull()) return {};
+        if (node.m_node == node.m_document.get()) return node.m_document->DocumentNode();
+        if (IsNoted(node)) return node.m_document->NotedElement();
         return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node.m_node));
+    }
+    /// Whether the handle is that of an element that has only been noted.
+    static bool IsNoted(const Node& node)
+    {
+        return !node.IsNull() && node.m_node == node.m_document->NotedKey();
     }
     static const std::shared_ptr<DocumentData>& Data(const Node& node) { return node.m_document; }
     static Node MakeNode(const std::shared_ptr<DocumentData>& data, pugi::xml_node node);
     static Element MakeElement(const std::shared_ptr<DocumentData>& data, pugi::xml_node node);
+    static Element MakeNoted(const std::shared_ptr<DocumentData>& data);
     static Document MakeDocument(const std::shared_ptr<DocumentData>& data);
     /// The node behind a handle; throws `PointerError` for a null one.
     static pugi::xml_node Require(const Node& node, QStringView operation);

@@ -36,7 +36,7 @@ public:
     bool IsNull() const noexcept { return m_node == nullptr; }
     explicit operator bool() const noexcept { return !IsNull(); }
     /// Whether both name the same node (or are both null).
-    bool operator==(const Node& other) const noexcept { return m_node == other.m_node; }
+    bool operator==(const Node& other) const;
 
     /// `Null` for a null handle.
     NodeKind Kind() const;

@@ -1,5 +1,7 @@
-#include "xml/Characters.h"
 #include "xml/DocumentData.h"
+#include "xml/Utf8Name.h"
+
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +19,11 @@ Element Access::MakeElement(const std::shared_ptr<DocumentData>& data, pugi::xml
     return node ? Element(data, node.internal_object()) : Element();
 }
 
+Element Access::MakeNoted(const std::shared_ptr<DocumentData>& data)
+{
+    return Element(data, data->NotedKey());
+}
+
 Document Access::MakeDocument(const std::shared_ptr<DocumentData>& data)
 {
     return Document(data, data.get());
@@ -31,6 +38,7 @@ pugi::xml_node Access::Require(const Node& node, QStringView operation)
 } // namespace detail
 
 using detail::Access;
+using detail::Utf8Name;
 
 namespace {
 
@@ -42,6 +50,7 @@ void CheckPlace(const Node& parent, const Node& child)
     if (child.Kind() == NodeKind::Document) throw Error(u"XML 文档不能放入节点"_s);
     if (kind == NodeKind::Document && child.Kind() == NodeKind::Element && parent.FirstChild())
         throw Error(u"XML 文档只能有一个根元素"_s);
+    if (Access::Data(parent) != Access::Data(child)) return;
     const pugi::xml_node moved = Access::Get(child);
     for (pugi::xml_node above = Access::Get(parent); above; above = above.parent())
         if (above == moved) throw Error(u"XML 节点不能放入它自己之下"_s);
@@ -53,6 +62,7 @@ NodeKind Node::Kind() const
 {
     if (IsNull()) return NodeKind::Null;
     if (m_node == m_document.get()) return NodeKind::Document;
+    if (Access::IsNoted(*this)) return NodeKind::Element;
     switch (Access::Get(*this).type()) {
     case pugi::node_element:
         return NodeKind::Element;
@@ -102,24 +112,32 @@ Node Node::SelectSingleNode(const CString& name) const
     return {};
 }
 
+bool Node::operator==(const Node& other) const
+{
+    return Access::Get(*this) == Access::Get(other);
+}
+
 Node Node::AppendChild(const Node& child) const
 {
-    const pugi::xml_node parent = Access::Require(*this, u"AppendChild");
-    const pugi::xml_node given = Access::Require(child, u"AppendChild");
+    pugi::xml_node parent = Access::Require(*this, u"AppendChild");
+    if (child.IsNull()) throw PointerError(u"AppendChild"_s);
     CheckPlace(*this, child);
     m_document->EnsureLoaded(parent);
-    const std::shared_ptr<detail::DocumentData>& source = Access::Data(child);
-    source->EnsureLoaded(given);
-    source->TouchContent(given);
     m_document->TouchContent(parent);
+    const std::shared_ptr<detail::DocumentData>& source = Access::Data(child);
     pugi::xml_node placed;
     if (source == m_document) {
-        placed = pugi::xml_node(parent).append_move(given);
+        source->TouchContent(Access::Get(child));
+        placed = parent.append_move(Access::Get(child));
+    } else if (Access::IsNoted(child)) {
+        placed = parent.append_child(source->NotedName().constData());
     } else {
-        placed = pugi::xml_node(parent).append_copy(given);
-        source->Release(given);
+        source->TouchContent(Access::Get(child));
+        placed = parent.append_copy(Access::Get(child));
+        source->Release(Access::Get(child));
     }
     if (!placed) throw std::bad_alloc();
+    m_document->Touched(placed);
     return Access::MakeNode(m_document, placed);
 }
 
@@ -135,7 +153,7 @@ void Node::RemoveChild(const Node& child) const
 bool Element::GetAttribute(const CString& name, CString& value) const
 {
     const pugi::xml_node node = Access::Require(*this, u"GetAttribute");
-    const pugi::xml_attribute attribute = node.attribute(name.toUtf8().constData());
+    const pugi::xml_attribute attribute = m_document->FindAttribute(node, Utf8Name(name).Text());
     if (!attribute) return false;
     value = CString::fromUtf8(attribute.value());
     return true;
@@ -144,12 +162,12 @@ bool Element::GetAttribute(const CString& name, CString& value) const
 void Element::SetAttribute(const CString& name, const CString& value) const
 {
     pugi::xml_node node = Access::Require(*this, u"SetAttribute");
-    const QByteArray key = name.toUtf8();
-    if (!detail::IsName(key)) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
+    const Utf8Name key(name);
+    if (!key.IsXmlName()) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
     if (!IsText(value)) throw Error(u"属性“%1”的值含有 XML 不允许的字符"_s.arg(name));
     m_document->TouchTag(node);
-    pugi::xml_attribute attribute = node.attribute(key.constData());
-    if (!attribute) attribute = node.append_attribute(key.constData());
+    pugi::xml_attribute attribute = node.attribute(key.Text());
+    if (!attribute) attribute = node.append_attribute(key.Text());
     if (!attribute.set_value(value.toUtf8().constData())) throw std::bad_alloc();
 }
 

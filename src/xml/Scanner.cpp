@@ -4,14 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace xml::detail {
 
 namespace {
-
-/// From this number of attributes on, duplicates are looked for by sorting.
-constexpr std::size_t ManyAttributes = 16;
 
 /// Bytes that need no second look inside an attribute value or a text.
 constexpr std::array<bool, 256> PlainBytes(std::string_view special)
@@ -31,6 +30,12 @@ constexpr const char* SkipPlain(const char* at, const std::array<bool, 256>& pla
     while (plain[static_cast<unsigned char>(*at)])
         ++at;
     return at;
+}
+
+std::size_t NameKey(std::string_view name) noexcept
+{
+    return name.size() * 11 + static_cast<unsigned char>(name.back()) +
+           3U * static_cast<unsigned char>(name[name.size() / 2]);
 }
 
 } // namespace
@@ -121,9 +126,10 @@ void Scanner::ScanRootTag()
     m_outline.rootBegin = Offset(m_at);
     ++m_at;
     m_open.push_back(TakeName(u"元素名称无效"));
+    const char* const tag = m_at;
     m_outline.rootSelfClosing = ScanAttributes();
     m_outline.rootTagEnd = Offset(m_at);
-    m_outline.rootAttributes = m_attributes;
+    m_outline.rootAttributes = AttributesFrom(tag);
 }
 
 /// Everything behind the document element's start tag up to and including its end tag.
@@ -200,75 +206,90 @@ void Scanner::ScanEndTag()
 }
 
 /// The rest of a start tag behind the name. True when it closes its element.
+///
+/// Most of a rule file is attributes, so this walks with a pointer of its own and keeps nothing. Names that
+/// differ in length or in one of two bytes cannot be equal, and mostly they do: a set of 64 such keys settles
+/// nearly every tag, and only a key seen twice asks for a second walk that really compares.
 bool Scanner::ScanAttributes()
 {
-    m_attributes.clear();
+    const char* const tag = m_at;
+    std::uint64_t seen = 0;
+    bool suspicious = false;
     for (;;) {
         const char* const before = m_at;
         SkipBlanks();
-        if (*m_at == '>') break;
-        if (*m_at == '/') {
-            Expect("/>", u"标记没有正确结束");
-            CheckDuplicates();
-            return true;
-        }
+        if (*m_at == '>' || *m_at == '/') break;
         if (m_at == before) Refuse(u"标记没有正确结束");
-        ScanAttribute();
+        const std::string_view name = ScanAttributeName();
+        const std::uint64_t bit = std::uint64_t{1} << (NameKey(name) % 64);
+        suspicious = suspicious || (seen & bit) != 0;
+        seen |= bit;
+        ScanAttributeValue();
     }
-    ++m_at;
-    CheckDuplicates();
-    return false;
+    const bool selfClosing = *m_at == '/';
+    Expect(selfClosing ? "/>" : ">", u"标记没有正确结束");
+    if (suspicious) CheckDuplicates(AttributesFrom(tag));
+    return selfClosing;
 }
 
-void Scanner::ScanAttribute()
+/// The attributes of a tag that has been scanned before.
+std::vector<AttributeOutline> Scanner::AttributesFrom(const char* tag)
 {
-    AttributeOutline attribute;
-    attribute.name = TakeName(u"属性名称无效");
-    SkipBlanks();
+    const char* const resume = std::exchange(m_at, tag);
+    std::vector<AttributeOutline> attributes;
+    for (SkipBlanks(); *m_at != '>' && *m_at != '/'; SkipBlanks()) {
+        AttributeOutline attribute;
+        attribute.name = ScanAttributeName();
+        attribute.valueBegin = Offset(m_at) + 1;
+        ScanAttributeValue();
+        attribute.valueEnd = Offset(m_at) - 1;
+        attributes.push_back(attribute);
+    }
+    m_at = resume;
+    return attributes;
+}
+
+/// An attribute up to the quote that opens its value.
+inline std::string_view Scanner::ScanAttributeName()
+{
+    const char* const end = SkipName(m_at);
+    if (end == m_at) Refuse(u"属性名称无效");
+    const std::string_view name(m_at, static_cast<std::size_t>(end - m_at));
+    m_at = end;
+    if (*m_at != '=') SkipBlanks();
     Expect("=", u"属性没有值");
-    SkipBlanks();
+    if (*m_at != '"') SkipBlanks();
     if (*m_at != '"' && *m_at != '\'') Refuse(u"属性值没有引号");
-    attribute.valueBegin = Offset(m_at) + 1;
-    ScanAttributeValue();
-    attribute.valueEnd = Offset(m_at) - 1;
-    m_attributes.push_back(attribute);
+    return name;
 }
 
-void Scanner::ScanAttributeValue()
+/// A value with both of its quotes.
+inline void Scanner::ScanAttributeValue()
 {
-    const char quote = *m_at++;
+    const char quote = *m_at;
+    const char* at = m_at + 1;
     for (;;) {
-        m_at = SkipPlain(m_at, PlainInValue);
-        const char c = *m_at;
-        if (c == quote) {
-            ++m_at;
-            return;
-        }
-        if (c == '&')
+        at = SkipPlain(at, PlainInValue);
+        if (*at == quote) break;
+        m_at = at;
+        if (*at == '&')
             ScanReference();
-        else if (c == '<')
+        else if (*at == '<')
             Refuse(u"属性值中不能有“<”");
         else
             SkipCharacter();
+        at = m_at;
     }
+    m_at = at + 1;
 }
 
-void Scanner::CheckDuplicates() const
+void Scanner::CheckDuplicates(const std::vector<AttributeOutline>& attributes) const
 {
-    const auto isDuplicate = [this] {
-        if (m_attributes.size() < ManyAttributes) {
-            for (std::size_t i = 1; i < m_attributes.size(); ++i)
-                for (std::size_t j = 0; j < i; ++j)
-                    if (m_attributes[i].name == m_attributes[j].name) return true;
-            return false;
-        }
-        std::vector<std::string_view> names;
-        for (const AttributeOutline& attribute : m_attributes)
-            names.push_back(attribute.name);
-        std::sort(names.begin(), names.end());
-        return std::adjacent_find(names.begin(), names.end()) != names.end();
-    };
-    if (isDuplicate()) Refuse(u"同一元素中属性重复");
+    std::vector<std::string_view> names;
+    for (const AttributeOutline& attribute : attributes)
+        names.push_back(attribute.name);
+    std::sort(names.begin(), names.end());
+    if (std::adjacent_find(names.begin(), names.end()) != names.end()) Refuse(u"同一元素中属性重复");
 }
 
 void Scanner::ScanText()

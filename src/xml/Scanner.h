@@ -73,9 +73,10 @@ private:
     void ScanStartTag();
     void ScanEndTag();
     bool ScanAttributes();
-    void ScanAttribute();
+    std::vector<AttributeOutline> AttributesFrom(const char* tag);
+    std::string_view ScanAttributeName();
     void ScanAttributeValue();
-    void CheckDuplicates() const;
+    void CheckDuplicates(const std::vector<AttributeOutline>& attributes) const;
     void ScanText();
     void ScanReference();
     void ScanComment();
@@ -98,8 +99,7 @@ private:
     const char* m_at;
     const char* m_end;
     Outline m_outline;
-    std::vector<std::string_view> m_open;       ///< names of the open elements
-    std::vector<AttributeOutline> m_attributes; ///< of the start tag at hand
+    std::vector<std::string_view> m_open; ///< names of the open elements
 };
 
 } // namespace xml::detail

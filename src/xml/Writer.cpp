@@ -34,22 +34,17 @@ constexpr Escapes ValueEscapes = [] {
     return escapes;
 }();
 
-void Append(QByteArray& out, std::string_view text)
-{
-    out.append(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-void AppendEscaped(QByteArray& out, const char* text, const Escapes& escapes)
+void AppendEscaped(Output& out, const char* text, const Escapes& escapes)
 {
     const char* plain = text;
     for (; *text != '\0'; ++text) {
         const std::string_view escape = escapes[static_cast<unsigned char>(*text)];
         if (escape.empty()) continue;
-        out.append(plain, text - plain);
-        Append(out, escape);
+        out.Put(plain, static_cast<std::size_t>(text - plain));
+        out.Put(escape);
         plain = text + 1;
     }
-    out.append(plain, text - plain);
+    out.Put(plain, static_cast<std::size_t>(text - plain));
 }
 
 bool IsCharacterData(pugi::xml_node node)
@@ -64,15 +59,8 @@ bool HoldsText(pugi::xml_node element)
     return false;
 }
 
-void WriteEndTag(QByteArray& out, pugi::xml_node element)
-{
-    Append(out, "</"sv);
-    out.append(element.name());
-    out.append('>');
-}
-
 /// A node without children, or the start tag of an element with children.
-void WriteOpening(QByteArray& out, pugi::xml_node node)
+void WriteOpening(Output& out, pugi::xml_node node)
 {
     switch (node.type()) {
     case pugi::node_element:
@@ -82,21 +70,21 @@ void WriteOpening(QByteArray& out, pugi::xml_node node)
         AppendEscaped(out, node.value(), TextEscapes);
         break;
     case pugi::node_cdata:
-        Append(out, "<![CDATA["sv);
-        out.append(node.value());
-        Append(out, "]]>"sv);
+        out.Put("<![CDATA["sv);
+        out.Put(std::string_view(node.value()));
+        out.Put("]]>"sv);
         break;
     case pugi::node_comment:
-        Append(out, "<!--"sv);
-        out.append(node.value());
-        Append(out, "-->"sv);
+        out.Put("<!--"sv);
+        out.Put(std::string_view(node.value()));
+        out.Put("-->"sv);
         break;
     case pugi::node_pi:
-        Append(out, "<?"sv);
-        out.append(node.name());
-        if (*node.value() != '\0') out.append(' ');
-        out.append(node.value());
-        Append(out, "?>"sv);
+        out.Put("<?"sv);
+        out.Put(std::string_view(node.name()));
+        if (*node.value() != '\0') out.Put(' ');
+        out.Put(std::string_view(node.value()));
+        out.Put("?>"sv);
         break;
     default:
         break;
@@ -105,28 +93,35 @@ void WriteOpening(QByteArray& out, pugi::xml_node node)
 
 } // namespace
 
-void WriteStartTag(QByteArray& out, pugi::xml_node element, bool selfClosing)
+void WriteEndTag(Output& out, pugi::xml_node element)
 {
-    out.append('<');
-    out.append(element.name());
+    out.Put("</"sv);
+    out.Put(std::string_view(element.name()));
+    out.Put('>');
+}
+
+void WriteStartTag(Output& out, pugi::xml_node element, bool selfClosing)
+{
+    out.Put('<');
+    out.Put(std::string_view(element.name()));
     for (const pugi::xml_attribute attribute : element.attributes()) {
-        out.append(' ');
-        out.append(attribute.name());
-        Append(out, "=\""sv);
+        out.Put(' ');
+        out.Put(std::string_view(attribute.name()));
+        out.Put("=\""sv);
         AppendEscaped(out, attribute.value(), ValueEscapes);
-        out.append('"');
+        out.Put('"');
     }
-    Append(out, selfClosing ? "/>"sv : ">"sv);
+    out.Put(selfClosing ? "/>"sv : ">"sv);
 }
 
-void WriteBreak(QByteArray& out, int depth, const Layout& layout)
+void WriteBreak(Output& out, int depth, const Layout& layout)
 {
-    out.append(layout.lineEnd);
+    out.Put(layout.lineEnd);
     for (int i = 0; i < std::min(depth, DeepestIndent); ++i)
-        out.append(layout.indent);
+        out.Put(layout.indent);
 }
 
-void WriteNode(QByteArray& out, pugi::xml_node node, int depth, const Layout& layout)
+void WriteNode(Output& out, pugi::xml_node node, int depth, const Layout& layout)
 {
     const pugi::xml_node top = node;
     pugi::xml_node inlineElement; // the outermost open element that holds text: no breaks below it
@@ -153,9 +148,9 @@ void WriteNode(QByteArray& out, pugi::xml_node node, int depth, const Layout& la
 
 QByteArray EscapedValue(const QByteArray& value)
 {
-    QByteArray out;
+    Output out;
     AppendEscaped(out, value.constData(), ValueEscapes);
-    return out;
+    return out.Take();
 }
 
 } // namespace xml::detail

@@ -1,0 +1,215 @@
+#include "bench/Figures.h"
+
+#include "bench/Measure.h"
+#include "platform/Process.h"
+#include "store/CXmlQdDeConfig.h"
+
+#include <QtCore/QProcess>
+
+#include <libxml/parser.h>
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace bench {
+
+namespace {
+
+constexpr int LookUps = 1'000'000;
+constexpr double Megabyte = 1024.0 * 1024.0;
+
+/// Every rule of a store, as nested lists and as paths.
+struct Rules
+{
+    std::vector<LMember*> bigs;
+    std::vector<CPath> paths;
+};
+
+void LoadRaw(const Input& input)
+{
+    pugi::xml_document document;
+    if (!document.load_file(input.nativePath.constData()))
+        throw std::runtime_error("the peer cannot load the file");
+    Keep(&document);
+}
+
+void LoadAndSaveRaw(const Input& input)
+{
+    pugi::xml_document document;
+    document.load_file(input.nativePath.constData());
+    const QByteArray copy = input.nativePath + ".peer";
+    if (!document.save_file(copy.constData())) throw std::runtime_error("the peer cannot save the file");
+}
+
+void OpenStore(const Input& input)
+{
+    const CXmlQdDeConfig store(input.path, input.spec);
+    Keep(&store);
+}
+
+/// The specialty as the store reads it, and the path of each of its rules.
+Rules CollectRules(const Input& input, Spec& spec)
+{
+    Rules rules;
+    xml::Document document = xml::Document::Create();
+    document.Load(input.path);
+    xml::Node element = document.FirstChild().SelectSingleNode(input.spec);
+    spec.SetSpecName(input.spec);
+    spec.ReadData(element);
+    rules.bigs = spec.GetAllLMember();
+    for (const LMember* big : rules.bigs)
+        for (const SMember* small : big->GetAllSMember())
+            for (const ConfigNode* rule : small->GetAllConfig()) {
+                CPath path{};
+                path.specId = spec.GetId();
+                path.lMemberId = big->GetId();
+                path.sMemberId = small->GetId();
+                path.configId = rule->GetId();
+                rules.paths.push_back(path);
+            }
+    return rules;
+}
+
+/// The vectors of the tree, copied out, for a look-up by bare loops.
+struct BareSmall
+{
+    int id;
+    std::vector<ConfigNode*> rules;
+};
+struct BareBig
+{
+    int id;
+    std::vector<BareSmall> smalls;
+};
+
+std::vector<BareBig> Bare(const std::vector<LMember*>& bigs)
+{
+    std::vector<BareBig> bare;
+    for (const LMember* big : bigs) {
+        bare.push_back({big->GetId(), {}});
+        for (const SMember* small : big->GetAllSMember())
+            bare.back().smalls.push_back({small->GetId(), small->GetAllConfig()});
+    }
+    return bare;
+}
+
+const ConfigNode* FindBare(const std::vector<BareBig>& bigs, const CPath& path)
+{
+    for (const BareBig& big : bigs) {
+        if (big.id != path.lMemberId) continue;
+        for (const BareSmall& small : big.smalls) {
+            if (small.id != path.sMemberId) continue;
+            for (const ConfigNode* rule : small.rules)
+                if (rule->GetId() == path.configId) return rule;
+        }
+    }
+    return nullptr;
+}
+
+void LoadDom(const Input& input)
+{
+    xmlDocPtr document = xmlReadFile(input.nativePath.constData(), nullptr, XML_PARSE_HUGE | XML_PARSE_NONET);
+    Keep(document);
+    xmlFreeDoc(document);
+}
+
+/// What this program prints when it is started anew for one piece of work.
+double AskChild(const QString& program, const char* work, const Input& input)
+{
+    QProcess child;
+    child.start(program,
+                {u"--child"_s, CString::fromLatin1(work), CString::fromUtf8(input.nativePath), input.spec});
+    child.waitForFinished(-1);
+    const double answer = child.readAllStandardOutput().trimmed().toDouble();
+    if (child.exitCode() != 0 || answer <= 0) throw std::runtime_error("a child process did not answer");
+    return answer;
+}
+
+double Median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+} // namespace
+
+bool Open(const char* name, const Input& input, int rounds, double bar, double& ratio)
+{
+    const Timed timed = Alternate(
+        rounds, [&] { OpenStore(input); }, [&] { LoadRaw(input); });
+    ratio = timed.Ratio();
+    return Report({name, "pugixml_load", bar}, timed.oursMs, timed.peerMs, ratio);
+}
+
+bool OpenVersusDom(const Input& input, int rounds, const QString& program)
+{
+    QList<double> ours;
+    QList<double> peer;
+    for (int round = 0; round < rounds; ++round) {
+        ours.append(AskChild(program, "time-store", input));
+        peer.append(AskChild(program, "time-dom", input));
+    }
+    return Report({"open_vs_dom", "libxml2_dom_load", 0.25}, Median(ours), Median(peer),
+                  Median(ours) / Median(peer));
+}
+
+bool Save(const char* name, const Input& input, int rounds, double bar, double& ratio)
+{
+    CXmlQdDeConfig store(input.path, input.spec);
+    const Timed timed = Alternate(
+        rounds, [&] { store.Save(); }, [&] { LoadAndSaveRaw(input); });
+    ratio = timed.Ratio();
+    return Report({name, "pugixml_load_save", bar}, timed.oursMs, timed.peerMs, ratio);
+}
+
+bool Resolve(const Input& input, int rounds)
+{
+    Spec spec;
+    const Rules rules = CollectRules(input, spec);
+    const std::vector<BareBig> bare = Bare(rules.bigs);
+    CXmlQdDeConfig store(input.path, input.spec);
+    IQdDeConfigData& data = store;
+    const auto lookUp = [&](auto find) {
+        for (int i = 0; i < LookUps; ++i)
+            Keep(find(rules.paths[static_cast<std::size_t>(i) * 7919U % rules.paths.size()]));
+    };
+    const Timed timed = Alternate(
+        rounds, [&] { lookUp([&](const CPath& path) { return data.GetConfig(path); }); },
+        [&] { lookUp([&](const CPath& path) { return FindBare(bare, path); }); });
+    return Report({"resolve", "bare_loop", 1.5}, timed.oursMs, timed.peerMs, timed.Ratio());
+}
+
+bool OpenMemory(const Input& input, const QString& program)
+{
+    const double ours = AskChild(program, "peak-store", input) / Megabyte;
+    const double peer = AskChild(program, "peak-raw", input) / Megabyte;
+    return Report({"open_memory", "pugixml_load_MiB", 1.3}, ours, peer, ours / peer);
+}
+
+int RunChild(const QString& work, const Input& input)
+{
+    const auto timed = [](const std::function<void()>& run) {
+        run(); // warm-up
+        const auto start = std::chrono::steady_clock::now();
+        run();
+        const std::chrono::duration<double, std::milli> spent = std::chrono::steady_clock::now() - start;
+        std::printf("%f\n", spent.count());
+    };
+    if (work == u"time-store"_s) {
+        timed([&] { OpenStore(input); });
+    } else if (work == u"time-dom"_s) {
+        timed([&] { LoadDom(input); });
+    } else {
+        work == u"peak-store"_s ? OpenStore(input) : LoadRaw(input);
+        std::printf("%lld\n", static_cast<long long>(platform::PeakMemory()));
+    }
+    return 0;
+}
+
+} // namespace bench

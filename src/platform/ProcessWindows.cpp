@@ -1,0 +1,15 @@
+#include "platform/Process.h"
+
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#include <windows.h>
+
+// after windows.h, on whose types it relies
+#include <psapi.h>
+
+qint64 platform::PeakMemory()
+{
+    PROCESS_MEMORY_COUNTERS counters{};
+    if (!K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters)) return 0;
+    return static_cast<qint64>(counters.PeakWorkingSetSize);
+}
