@@ -1,0 +1,43 @@
+#pragma once
+
+#include "embedded/data/CatalogueData.h"
+#include "host/Roles.h"
+
+namespace embedded {
+
+/// Specialties and categories of the catalogue. Full names and the ids of small categories are looked up in
+/// hash tables, for every read of a rule file asks for every category. `data` must outlive this and must not
+/// change.
+class Catalogue : public host::ICategories
+{
+public:
+    explicit Catalogue(const CatalogueData& data);
+
+    bool SpecNameToId(const CString& name, SNvKtSpecId& id) override;
+    bool BigCategoryNameToId(const CString& fullName, SNvKtBigCategoryId& id) override;
+    bool SmallCategoryNameToId(const CString& fullName, SNvKtSmallCategoryId& id) override;
+    bool GetAllSpecNames(CStringArray& names) override;
+    bool GetAllBigCategoryIdsBySpec(const SNvKtSpecId& spec, CArray<SNvKtBigCategoryId>& ids) override;
+    bool GetAllSmallCategoryIdsByBigCategory(const SNvKtBigCategoryId& big,
+                                             CArray<SNvKtSmallCategoryId>& ids) override;
+    bool GetBigCategoryName(const SNvKtBigCategoryId& id, CString& name) override;
+    bool GetSmallCategoryName(const SNvKtSmallCategoryId& id, CString& name) override;
+    /// A small category's own place. Big categories and specialties have none.
+    CString GetIndexPath(const CString& treePath) override;
+
+    /// The small category of a full name or of an id (only the level's own id counts); null when there is
+    /// none.
+    const SmallCategory* FindByName(const CString& fullName) const;
+    const SmallCategory* FindById(const SNvKtSmallCategoryId& id) const;
+
+private:
+    const CatalogueData& m_data;
+    QHash<CString, const Specialty*> m_specialtiesById;
+    QHash<CString, const Specialty*> m_specialtiesByName;
+    QHash<CString, const BigCategory*> m_bigCategoriesById;
+    QHash<CString, const BigCategory*> m_bigCategoriesByName;
+    QHash<CString, const SmallCategory*> m_smallCategoriesById;
+    QHash<CString, const SmallCategory*> m_smallCategoriesByName;
+};
+
+} // namespace embedded

@@ -1,0 +1,228 @@
+#include "embedded/data/CatalogueDatabase.h"
+
+#include "embedded/data/DataFile.h"
+#include "embedded/data/Schema.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int SchemaVersion = 1;
+
+/// The tables of catalogue.sql; each is filled from the shipped table of its name.
+const CStringArray& Tables()
+{
+    static const CStringArray tables{
+        u"specialties"_s, u"big_categories"_s,    u"small_categories"_s,  u"attributes"_s, u"cell_data"_s,
+        u"drop_lists"_s,  u"calculation_rules"_s, u"calculation_items"_s, u"libraries"_s,  u"bill_sections"_s,
+        u"bill_items"_s,  u"quota_sections"_s,    u"quota_items"_s};
+    return tables;
+}
+
+void Fill(Database& database)
+{
+    database.ExecuteScript(CString::fromUtf8(ShippedFile(u"catalogue.sql"_s)));
+    for (const CString& table : Tables())
+        ImportShipped(database, table);
+}
+
+CStringArray List(const CString& joined, QChar separator)
+{
+    return joined.split(separator, Qt::SkipEmptyParts);
+}
+
+/// Fills one `CatalogueData` table by table. Rows come in the order in which they were inserted.
+class Loader
+{
+public:
+    explicit Loader(Database& database) : m_database(database) {}
+
+    CatalogueData Load()
+    {
+        LoadSpecialties();
+        LoadBigCategories();
+        LoadSmallCategories();
+        IndexSmallCategories();
+        LoadAttributes();
+        LoadValueSources();
+        LoadCalculation();
+        LoadLibraryTags();
+        LoadBills();
+        LoadQuotas();
+        return std::move(m_data);
+    }
+
+private:
+    using Row = QSqlQuery;
+
+    void Each(const CString& columns, const CString& table, const std::function<void(const Row&)>& row)
+    {
+        m_database.ForEach(u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(columns, table), {}, row);
+    }
+    static CString Text(const Row& row, int column) { return row.value(column).toString(); }
+    static int Number(const Row& row, int column) { return row.value(column).toInt(); }
+
+    /// The element whose `field` equals `value`; a damaged database may name one that is missing.
+    template <typename Element>
+    Element& Find(std::vector<Element>& elements, CString Element::*field, const CString& value)
+    {
+        for (Element& element : elements) {
+            if (element.*field == value) return element;
+        }
+        m_database.Fail(u"数据库已损坏（没有名为“%1”的记录）"_s.arg(value));
+    }
+
+    void LoadSpecialties();
+    void LoadBigCategories();
+    void LoadSmallCategories();
+    void IndexSmallCategories();
+    SmallCategory& Category(const CString& fullName);
+    void LoadAttributes();
+    void LoadValueSources();
+    void LoadCalculation();
+    void LoadLibraryTags();
+    void LoadBills();
+    void LoadQuotas();
+
+    Database& m_database;
+    CatalogueData m_data;
+    QHash<CString, SmallCategory*> m_categories;
+};
+
+void Loader::LoadSpecialties()
+{
+    Each(u"id, name"_s, u"specialties"_s, [&](const Row& row) {
+        m_data.specialties.push_back({{Text(row, 0)}, Text(row, 1), {}});
+    });
+}
+
+void Loader::LoadBigCategories()
+{
+    Each(u"id, specialty, name"_s, u"big_categories"_s, [&](const Row& row) {
+        Specialty& specialty = Find(m_data.specialties, &Specialty::name, Text(row, 1));
+        const CString name = Text(row, 2);
+        specialty.bigCategories.push_back(
+            {{specialty.id.strSpecId, Text(row, 0)}, name, specialty.name + u'\\' + name, {}});
+    });
+}
+
+void Loader::LoadSmallCategories()
+{
+    Each(u"id, specialty, big_category, name, att_type, index_path"_s, u"small_categories"_s,
+         [&](const Row& row) {
+             Specialty& specialty = Find(m_data.specialties, &Specialty::name, Text(row, 1));
+             BigCategory& big = Find(specialty.bigCategories, &BigCategory::name, Text(row, 2));
+             SmallCategory category;
+             category.id = {specialty.id.strSpecId, big.id.strBigCategoryId, Text(row, 0)};
+             category.name = Text(row, 3);
+             category.fullName = big.fullName + u'\\' + category.name;
+             category.attType = Number(row, 4);
+             category.indexPath = Text(row, 5);
+             big.smallCategories.push_back(category);
+         });
+}
+
+void Loader::IndexSmallCategories()
+{
+    for (Specialty& specialty : m_data.specialties) {
+        for (BigCategory& big : specialty.bigCategories) {
+            for (SmallCategory& category : big.smallCategories)
+                m_categories.insert(category.fullName, &category);
+        }
+    }
+}
+
+SmallCategory& Loader::Category(const CString& fullName)
+{
+    SmallCategory* const category = m_categories.value(fullName);
+    if (category == nullptr) m_database.Fail(u"数据库已损坏（没有名为“%1”的记录）"_s.arg(fullName));
+    return *category;
+}
+
+void Loader::LoadAttributes()
+{
+    Each(u"category, group_name, display_name, extra, code"_s, u"attributes"_s, [&](const Row& row) {
+        Category(Text(row, 0)).attributes << Text(row, 1) << Text(row, 2) << Text(row, 3) << Text(row, 4);
+    });
+}
+
+void Loader::LoadValueSources()
+{
+    Each(u"code, kind, value_list"_s, u"cell_data"_s, [&](const Row& row) {
+        m_data.cells.insert(Text(row, 0), {Number(row, 1), List(Text(row, 2), u'|')});
+    });
+    Each(u"code, name, value_list"_s, u"drop_lists"_s, [&](const Row& row) {
+        m_data.lists[Text(row, 0)].push_back({Text(row, 1), List(Text(row, 2), u'|')});
+    });
+}
+
+void Loader::LoadCalculation()
+{
+    Each(u"item, code, kind, rule"_s, u"calculation_rules"_s, [&](const Row& row) {
+        const CString item = Text(row, 0);
+        m_data.rules.insert(item, {Text(row, 1), Number(row, 2), item, Text(row, 3)});
+    });
+    Each(u"category, list_name, item"_s, u"calculation_items"_s, [&](const Row& row) {
+        SmallCategory& category = Category(Text(row, 0));
+        (Text(row, 1) == u"main"_s ? category.mainItems : category.otherItems).append(Text(row, 2));
+    });
+}
+
+void Loader::LoadLibraryTags()
+{
+    QHash<CString, LibraryTag> tags;
+    Each(u"role, code, file_name, local, year, code_length, suffix_length"_s, u"libraries"_s,
+         [&](const Row& row) {
+             tags.insert(Text(row, 0), {Text(row, 1), Text(row, 2), Text(row, 3), Text(row, 4),
+                                        Number(row, 5), Number(row, 6)});
+         });
+    m_data.billLibrary = tags.value(u"qd"_s);
+    m_data.quotaLibrary = tags.value(u"de"_s);
+    m_data.quotaLibraryOfBills = tags.value(u"qd_de"_s);
+}
+
+void Loader::LoadBills()
+{
+    Each(u"index_path, title"_s, u"bill_sections"_s, [&](const Row& row) {
+        m_data.library.bills.push_back({Text(row, 0), Text(row, 1), {}});
+    });
+    Each(u"number, name, unit, unit_code, with_annex, cal_rule, index_path"_s, u"bill_items"_s,
+         [&](const Row& row) {
+             SQdInfo item;
+             item.strNumber = Text(row, 0);
+             item.strName = Text(row, 1);
+             item.strUnit = Text(row, 2);
+             item.nUnitCode = Number(row, 3);
+             item.nWithAnnex = Number(row, 4);
+             item.strCalRule = Text(row, 5);
+             Find(m_data.library.bills, &BillSection::indexPath, Text(row, 6)).items.push_back(item);
+         });
+}
+
+void Loader::LoadQuotas()
+{
+    Each(u"code, title"_s, u"quota_sections"_s, [&](const Row& row) {
+        m_data.library.quotas.push_back({Text(row, 0), Text(row, 1), {}});
+    });
+    Each(u"number, name, unit, unit_code, with_annex, cal_rule, section, bills"_s, u"quota_items"_s,
+         [&](const Row& row) {
+             QuotaItem item;
+             item.record = {Number(row, 3), Number(row, 4), Text(row, 0),
+                            Text(row, 1),   Text(row, 2),   Text(row, 5)};
+             item.bills = List(Text(row, 7), u',');
+             Find(m_data.library.quotas, &QuotaSection::code, Text(row, 6)).items.push_back(item);
+         });
+}
+
+} // namespace
+
+CatalogueData LoadCatalogue(const CString& path)
+{
+    Database database(path);
+    EnsureSchema(database, SchemaVersion, [&] { Fill(database); });
+    return Loader(database).Load();
+}
+
+} // namespace embedded

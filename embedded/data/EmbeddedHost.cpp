@@ -1,0 +1,108 @@
+#include "embedded/data/EmbeddedHost.h"
+
+#include "embedded/data/Attributes.h"
+#include "embedded/data/CalculationRules.h"
+#include "embedded/data/Catalogue.h"
+#include "embedded/data/CatalogueDatabase.h"
+#include "embedded/data/Libraries.h"
+#include "embedded/data/Profile.h"
+#include "embedded/data/Project.h"
+#include "embedded/data/ProjectFolder.h"
+#include "embedded/data/XmlTools.h"
+#include "platform/Paths.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The project file of a folder. Opening a missing database would create it, so the file must be there.
+CString ExistingProjectFile(const ProjectFolder& folder)
+{
+    if (!folder.HoldsProject()) throw Error(platform::ToNative(folder.Path()) + u"：此文件夹中没有工程"_s);
+    return folder.ProjectFile();
+}
+
+} // namespace
+
+struct EmbeddedHost::Parts
+{
+    explicit Parts(const ProjectFolder& folder)
+        : database(ExistingProjectFile(folder)), data(LoadCatalogue(folder.CatalogueFile())), catalogue(data),
+          attributes(data, catalogue), libraries(data, database),
+          project(folder.ProjectFile(), database.ReadSettings(), catalogue), profile(folder.AppFolder()),
+          calculation(data, catalogue)
+    {
+    }
+
+    ProjectDatabase database;
+    CatalogueData data;
+    Catalogue catalogue;
+    Attributes attributes;
+    Libraries libraries;
+    Project project;
+    Profile profile;
+    CalculationRules calculation;
+    XmlTools xml;
+};
+
+EmbeddedHost::EmbeddedHost(const QString& nativeFolder)
+    : m_parts(std::make_unique<Parts>(ProjectFolder(nativeFolder)))
+{
+}
+
+EmbeddedHost::~EmbeddedHost() = default;
+
+host::Roles EmbeddedHost::Roles()
+{
+    host::Roles roles;
+    roles.categories = &m_parts->catalogue;
+    roles.attributes = &m_parts->attributes;
+    roles.libraries = &m_parts->libraries;
+    roles.project = &m_parts->project;
+    roles.profile = &m_parts->profile;
+    roles.calculation = &m_parts->calculation;
+    roles.xml = &m_parts->xml;
+    return roles;
+}
+
+CString EmbeddedHost::AppFolder() const
+{
+    return m_parts->profile.GetAppFolder();
+}
+
+CString EmbeddedHost::ProjectPath() const
+{
+    return m_parts->project.GetPrjPath();
+}
+
+const LibraryContents& EmbeddedHost::Contents() const
+{
+    return m_parts->data.library;
+}
+
+void EmbeddedHost::UseSpec(const CString& name)
+{
+    m_parts->project.UseSpec(name);
+}
+
+void EmbeddedHost::SetCurrentSpec(const CString& name)
+{
+    const CString former = m_parts->project.GetCurrentSpec();
+    m_parts->project.UseSpec(name);
+    try {
+        m_parts->database.WriteSpec(name);
+    } catch (const Error&) {
+        m_parts->project.UseSpec(former);
+        throw;
+    }
+}
+
+void EmbeddedHost::SetMode(SQdDeInfo::EQdDeMode mode)
+{
+    m_parts->database.WriteMode(mode);
+    m_parts->project.UseMode(mode);
+}
+
+} // namespace embedded

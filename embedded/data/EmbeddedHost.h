@@ -1,0 +1,64 @@
+#pragma once
+
+#include "embedded/data/Error.h"
+#include "embedded/data/LibraryContents.h"
+#include "host/Installation.h"
+
+#include <memory>
+
+/// The default host: specialties, categories, attributes, libraries and one project in a folder on disk,
+/// without any window. The application object must exist first, for the database driver is a plug-in.
+namespace embedded {
+
+/// What a new project is set to.
+struct ProjectOptions
+{
+    SQdDeInfo::EQdDeMode mode = SQdDeInfo::BillMode;
+    /// Name of the current specialty; empty means the first of the catalogue.
+    CString spec;
+};
+
+/// Creates a project: the folder (one level, unless it exists), in it "app" (the application folder with the
+/// catalogue, the template "QdDeConfig.def" and "AttributeInformation.xml"), "SysRegedit.ini" and last the
+/// project file "project.ktqd" with settings and history. Of several programs that create the same project at
+/// once one succeeds. Raises `Error` when a project stands there already, the specialty is not known or
+/// something cannot be written. A creation that failed on the way can be repeated.
+void CreateProject(const QString& nativeFolder, const ProjectOptions& options);
+
+/// Whether a project stands in the folder; it may still be damaged.
+bool IsProject(const QString& nativeFolder);
+
+/// A project, opened as host. To be used on the thread that made it. The roles live as long as this.
+class EmbeddedHost
+{
+public:
+    /// Opens the project in a folder; a missing catalogue is made anew. Raises `Error` when there is no
+    /// project or it is damaged, locked or newer.
+    explicit EmbeddedHost(const QString& nativeFolder);
+    ~EmbeddedHost();
+    EmbeddedHost(const EmbeddedHost&) = delete;
+    EmbeddedHost& operator=(const EmbeddedHost&) = delete;
+
+    /// All roles but the windows, which are null.
+    host::Roles Roles();
+
+    /// Path texts of the application folder and of the project file.
+    CString AppFolder() const;
+    CString ProjectPath() const;
+
+    /// What the libraries hold, for windows that let a person pick from them. Lives as long as this.
+    const LibraryContents& Contents() const;
+
+    /// Makes a specialty the current one for this process only. Raises `Error` when it is not known.
+    void UseSpec(const CString& name);
+    /// Make a specialty or a mode the current one and store it in the project. Raise `Error` when the
+    /// specialty is not known or the project cannot be written; nothing has changed then.
+    void SetCurrentSpec(const CString& name);
+    void SetMode(SQdDeInfo::EQdDeMode mode);
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> m_parts;
+};
+
+} // namespace embedded

@@ -1,0 +1,14 @@
+#include "embedded/data/Error.h"
+
+namespace embedded {
+
+Error::Error(const CString& message) : std::runtime_error(message.toStdString()) {}
+
+Error::~Error() = default;
+
+CString Error::Message() const
+{
+    return CString::fromUtf8(what());
+}
+
+} // namespace embedded

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "embedded/data/Database.h"
+#include "host/Records.h"
+
+namespace embedded {
+
+/// What a project remembers: its settings and the bill items that it has used before. Holds one open
+/// connection.
+class ProjectDatabase
+{
+public:
+    /// What a project is set to.
+    struct Settings
+    {
+        SQdDeInfo::EQdDeMode mode = SQdDeInfo::BillMode;
+        CString spec; ///< name of the current specialty
+    };
+
+    /// Opens an existing project file. Raises `Error` when it is damaged, locked, newer or no project.
+    explicit ProjectDatabase(const CString& path);
+
+    /// Fills an empty database with a new project: these settings and the shipped history. To be called in a
+    /// transaction.
+    static void Fill(Database& database, const Settings& settings);
+
+    /// The stored settings. Raises `Error` when they are missing or make no sense.
+    Settings ReadSettings();
+    /// Store one setting. Raise `Error`; the old value then stays.
+    void WriteMode(SQdDeInfo::EQdDeMode mode);
+    void WriteSpec(const CString& name);
+
+    /// The history of a base number, in the order in which it came about. Raises `Error`.
+    CArray<SQdInfo> History(const CString& baseNumber);
+
+private:
+    void Write(const CString& name, const CString& value);
+
+    Database m_database;
+};
+
+} // namespace embedded

@@ -1,0 +1,44 @@
+#include "embedded/data/ProjectFolder.h"
+
+#include "embedded/data/Error.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+ProjectFolder::ProjectFolder(const QString& nativeFolder) : m_path(platform::FromNative(nativeFolder))
+{
+    if (m_path.isEmpty()) throw Error(u"工程文件夹的路径不能为空"_s);
+    if (!platform::HasPathText(nativeFolder))
+        throw Error(nativeFolder + u"：路径中含有反斜杠，不能作为工程文件夹"_s);
+}
+
+CString ProjectFolder::AppFolder() const
+{
+    return m_path + u"\\app"_s;
+}
+
+CString ProjectFolder::CatalogueFile() const
+{
+    return AppFolder() + u"\\catalogue.db"_s;
+}
+
+CString ProjectFolder::ProjectFile() const
+{
+    return m_path + u"\\project.ktqd"_s;
+}
+
+CString ProjectFolder::ProfileFile() const
+{
+    return m_path + u"\\SysRegedit.ini"_s;
+}
+
+bool ProjectFolder::HoldsProject() const
+{
+    const auto head = platform::Files().ReadHead(ProjectFile(), 1);
+    return head.has_value() && !head->isEmpty();
+}
+
+} // namespace embedded

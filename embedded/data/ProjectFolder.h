@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Text.h"
+
+namespace embedded {
+
+/// Where the files of a project lie. All paths are path texts.
+class ProjectFolder
+{
+public:
+    /// Raises `Error` for an empty path and for one that has no path text (a name that holds a backslash).
+    explicit ProjectFolder(const QString& nativeFolder);
+
+    const CString& Path() const noexcept { return m_path; }
+    /// The application folder: catalogue, template, attribute information and rule files.
+    CString AppFolder() const;
+    CString CatalogueFile() const;
+    CString ProjectFile() const;
+    CString ProfileFile() const;
+
+    /// Whether a project file stands here. It may still be damaged. An empty file is none: it is what an
+    /// interrupted creation leaves.
+    bool HoldsProject() const;
+
+private:
+    CString m_path;
+};
+
+} // namespace embedded

@@ -1,0 +1,203 @@
+#include "embedded/ShippedTable.h"
+
+#include <QtCore/QRegularExpression>
+#include <QtCore/QSet>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using test::ShippedTable;
+using test::TableRow;
+
+namespace {
+
+const QSet<CString> BillUnits{u"m"_s,  u"m2"_s, u"m3"_s, u"kg"_s, u"t"_s,    u"个"_s,  u"台"_s, u"套"_s,
+                              u"组"_s, u"根"_s, u"条"_s, u"块"_s, u"片"_s,   u"副"_s,  u"具"_s, u"支"_s,
+                              u"箱"_s, u"处"_s, u"点"_s, u"芯"_s, u"链路"_s, u"系统"_s};
+
+/// The number at the head of a unit such as "10m", at least 1.
+int LeadingNumber(const CString& unit)
+{
+    static const QRegularExpression digits(u"^\\d+"_s);
+    return std::max(1, digits.match(unit).captured().toInt());
+}
+
+void ExpectUnitCodeAndFlag(const TableRow& row)
+{
+    EXPECT_EQ(row[u"unit_code"_s].toInt(), LeadingNumber(row[u"unit"_s])) << row[u"number"_s].toStdString();
+    EXPECT_TRUE(row[u"with_annex"_s] == u"0"_s || row[u"with_annex"_s] == u"1"_s)
+        << row[u"number"_s].toStdString();
+    EXPECT_FALSE(row[u"name"_s].isEmpty()) << row[u"number"_s].toStdString();
+}
+
+} // namespace
+
+TEST(LibraryData, BillNumbersHaveNineDigitsAndAreUnique)
+{
+    static const QRegularExpression nineDigits(u"^[0-9]{9}$"_s);
+    QSet<CString> seen;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        const CString number = row[u"number"_s];
+        EXPECT_TRUE(nineDigits.match(number).hasMatch()) << number.toStdString();
+        EXPECT_FALSE(seen.contains(number)) << number.toStdString();
+        seen.insert(number);
+    }
+    EXPECT_GE(seen.size(), 200);
+}
+
+TEST(LibraryData, BillNumbersCountUpFromOneInTheirSection)
+{
+    QHash<CString, int> last;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        const CString number = row[u"number"_s];
+        EXPECT_EQ(number.mid(6).toInt(), ++last[number.left(6)]) << number.toStdString();
+    }
+}
+
+TEST(LibraryData, BillItemsStandInTheSectionOfTheirNumber)
+{
+    QSet<CString> sections;
+    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
+        EXPECT_FALSE(row[u"title"_s].isEmpty());
+        sections.insert(row[u"index_path"_s]);
+    }
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        const CString number = row[u"number"_s];
+        EXPECT_EQ(row[u"index_path"_s], number.left(4) + u'\\' + number.left(6));
+        EXPECT_TRUE(sections.contains(row[u"index_path"_s])) << number.toStdString();
+    }
+}
+
+TEST(LibraryData, EveryChapterOfTheIndexComesBeforeItsSections)
+{
+    QSet<CString> seen;
+    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
+        const CString path = row[u"index_path"_s];
+        const CString chapter = path.section(u'\\', 0, 0);
+        EXPECT_TRUE(path == chapter || seen.contains(chapter)) << path.toStdString();
+        seen.insert(path);
+    }
+}
+
+TEST(LibraryData, BillUnitsAreThoseOfTheStandard)
+{
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        EXPECT_TRUE(BillUnits.contains(row[u"unit"_s])) << row[u"number"_s].toStdString();
+        ExpectUnitCodeAndFlag(row);
+    }
+}
+
+TEST(LibraryData, WellKnownBillItemsStandUnderTheirNumbers)
+{
+    QHash<CString, CString> items;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+        items.insert(row[u"number"_s], row[u"name"_s] + u' ' + row[u"unit"_s]);
+    EXPECT_EQ(items[u"031001001"_s], u"镀锌钢管 m"_s);
+    EXPECT_EQ(items[u"030411001"_s], u"配管 m"_s);
+    EXPECT_EQ(items[u"030702001"_s], u"碳钢通风管道 m2"_s);
+    EXPECT_EQ(items[u"030901001"_s], u"水喷淋钢管 m"_s);
+    EXPECT_EQ(items[u"030404017"_s], u"配电箱 台"_s);
+}
+
+TEST(LibraryData, FittingsBelongToSomeQuantitiesAndSomeRulesAreLeftToTheCategory)
+{
+    int withAnnex = 0;
+    int withoutRule = 0;
+    const auto rows = ShippedTable(u"bill_items"_s);
+    for (const TableRow& row : rows) {
+        withAnnex += row[u"with_annex"_s].toInt();
+        withoutRule += row[u"cal_rule"_s].isEmpty() ? 1 : 0;
+    }
+    EXPECT_GT(withAnnex, 0);
+    EXPECT_LT(withAnnex, static_cast<int>(rows.size()));
+    EXPECT_GT(withoutRule, 0);
+    EXPECT_LT(withoutRule, static_cast<int>(rows.size()));
+}
+
+TEST(LibraryData, QuotaNumbersAreMarkedAsDemonstrationAndCountUpInTheirSection)
+{
+    QSet<CString> sections;
+    for (const TableRow& row : ShippedTable(u"quota_sections"_s))
+        sections.insert(row[u"code"_s]);
+    QHash<CString, int> last;
+    int count = 0;
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        const CString section = row[u"section"_s];
+        EXPECT_TRUE(sections.contains(section)) << section.toStdString();
+        EXPECT_TRUE(section.startsWith(u'示')) << section.toStdString();
+        EXPECT_EQ(row[u"number"_s], section + u'-' + CString::number(++last[section]));
+        ExpectUnitCodeAndFlag(row);
+        ++count;
+    }
+    EXPECT_GE(count, 100);
+}
+
+TEST(LibraryData, QuotaUnitsAreBillUnitsInRoundLots)
+{
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        const CString unit = row[u"unit"_s];
+        const int lot = LeadingNumber(unit);
+        EXPECT_TRUE(lot == 1 || lot == 10 || lot == 100) << unit.toStdString();
+        const CString base = lot == 1 ? unit : unit.mid(CString::number(lot).size());
+        EXPECT_TRUE(BillUnits.contains(base)) << row[u"number"_s].toStdString();
+    }
+}
+
+TEST(LibraryData, QuotaItemsGoWithBillItemsOfEverySpecialtyThatIsPriced)
+{
+    QSet<CString> bills;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+        bills.insert(row[u"number"_s]);
+    QSet<CString> chapters;
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        for (const CString& bill : row[u"bills"_s].split(u',')) {
+            EXPECT_TRUE(bills.contains(bill)) << row[u"number"_s].toStdString();
+            chapters.insert(bill.left(4));
+        }
+    }
+    for (const CString& chapter : {u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s})
+        EXPECT_TRUE(chapters.contains(chapter)) << chapter.toStdString();
+}
+
+TEST(LibraryData, CalculationRulesOfItemsAreKnownCalculationItems)
+{
+    QSet<CString> known{CString()};
+    for (const TableRow& row : ShippedTable(u"calculation_rules"_s))
+        known.insert(row[u"item"_s]);
+    for (const CString& table : {u"bill_items"_s, u"quota_items"_s, u"history"_s}) {
+        for (const TableRow& row : ShippedTable(table))
+            EXPECT_TRUE(known.contains(row[u"cal_rule"_s])) << row[u"number"_s].toStdString();
+    }
+}
+
+TEST(LibraryData, HistoryNumbersAreBaseNumbersWithSuffixAndOneBaseHasSeveral)
+{
+    QSet<CString> bills;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+        bills.insert(row[u"number"_s]);
+    QHash<CString, int> perBase;
+    for (const TableRow& row : ShippedTable(u"history"_s)) {
+        const CString base = row[u"base_number"_s];
+        EXPECT_TRUE(bills.contains(base)) << base.toStdString();
+        EXPECT_EQ(row[u"number"_s], base + u"%1"_s.arg(++perBase[base], 3, 10, QChar(u'0')));
+        ExpectUnitCodeAndFlag(row);
+    }
+    EXPECT_GE(perBase[u"031001001"_s], 2);
+}
+
+TEST(LibraryData, ThreeLibrariesHaveThreeCodes)
+{
+    QHash<CString, TableRow> libraries;
+    QSet<CString> codes;
+    for (const TableRow& row : ShippedTable(u"libraries"_s)) {
+        libraries.insert(row[u"role"_s], row);
+        codes.insert(row[u"code"_s]);
+    }
+    EXPECT_EQ(libraries.size(), 3);
+    EXPECT_EQ(codes.size(), 3);
+    EXPECT_EQ(libraries[u"qd"_s][u"code_length"_s], u"9"_s);
+    EXPECT_EQ(libraries[u"qd"_s][u"suffix_length"_s], u"3"_s);
+    EXPECT_TRUE(libraries.contains(u"de"_s) && libraries.contains(u"qd_de"_s));
+}

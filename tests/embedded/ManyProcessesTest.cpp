@@ -1,0 +1,66 @@
+#include "embedded/TestProject.h"
+#include "platform/Files.h"
+
+#include <QtCore/QProcess>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Programs = 6;
+
+/// Starts several programs at once that do the same in one folder, and gives their exit codes and messages.
+class Crowd
+{
+public:
+    Crowd(const QString& verb, const QString& folder)
+    {
+        for (int program = 0; program < Programs; ++program) {
+            m_programs.push_back(std::make_unique<QProcess>());
+            m_programs.back()->start(QString::fromUtf8(KTQDDE_OPENER), {verb, folder});
+        }
+        for (const auto& program : m_programs) {
+            EXPECT_TRUE(program->waitForFinished(120000)) << program->errorString().toStdString();
+            EXPECT_EQ(program->exitStatus(), QProcess::NormalExit);
+            m_messages += QString::fromUtf8(program->readAllStandardError());
+        }
+    }
+    int Ended(int code) const
+    {
+        int count = 0;
+        for (const auto& program : m_programs)
+            count += program->exitCode() == code ? 1 : 0;
+        return count;
+    }
+    const QString& Messages() const { return m_messages; }
+
+private:
+    std::vector<std::unique_ptr<QProcess>> m_programs;
+    QString m_messages;
+};
+
+} // namespace
+
+TEST(ManyProcesses, OfSeveralCreatorsOneSucceedsAndTheOthersAreToldSo)
+{
+    const test::TestProject project;
+    const Crowd crowd(u"create"_s, project.Folder());
+    EXPECT_EQ(crowd.Ended(0), 1) << crowd.Messages().toStdString();
+    EXPECT_EQ(crowd.Ended(1), Programs - 1) << crowd.Messages().toStdString();
+    EXPECT_EQ(crowd.Messages().count(u"已有工程"_s), Programs - 1) << crowd.Messages().toStdString();
+    EXPECT_NO_THROW(embedded::EmbeddedHost(project.Folder()));
+}
+
+TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeMadeAnew)
+{
+    const test::TestProject project;
+    project.Create();
+    ASSERT_TRUE(platform::RealFileSystem().Remove(project.Path(u"app\\catalogue.db"_s)));
+    const Crowd crowd(u"open"_s, project.Folder());
+    EXPECT_EQ(crowd.Ended(0), Programs) << crowd.Messages().toStdString();
+}

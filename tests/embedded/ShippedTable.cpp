@@ -1,0 +1,34 @@
+#include "embedded/ShippedTable.h"
+
+#include "embedded/data/DataFile.h"
+#include "embedded/data/Error.h"
+
+#include <QtCore/QFile>
+
+namespace test {
+
+using namespace Qt::StringLiterals;
+
+std::vector<TableRow> ShippedTable(const CString& name)
+{
+    QFile file(QString::fromUtf8(KTQDDE_SOURCE_DIR) + u"/data/"_s + name + u".tsv"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        throw embedded::Error(file.fileName() + u": "_s + file.errorString());
+    const auto table = embedded::DataFile::Parse(name, QString::fromUtf8(file.readAll()));
+    std::vector<TableRow> rows;
+    for (const CStringArray& fields : table.rows) {
+        TableRow row;
+        for (qsizetype column = 0; column < table.columns.size(); ++column)
+            row.insert(table.columns.at(column), fields.at(column));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+CString FullName(const TableRow& smallCategory)
+{
+    return smallCategory[u"specialty"_s] + u'\\' + smallCategory[u"big_category"_s] + u'\\' +
+           smallCategory[u"name"_s];
+}
+
+} // namespace test

@@ -1,0 +1,11 @@
+#include <QtCore/QCoreApplication>
+
+#include <gmock/gmock.h>
+
+/// The main() of every test program that brings none of its own.
+int main(int argc, char** argv)
+{
+    ::testing::InitGoogleMock(&argc, argv);
+    const QCoreApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
