@@ -1,0 +1,52 @@
+#include "cli/InitCommand.h"
+
+#include "cli/Failure.h"
+#include "cli/Output.h"
+#include "cli/RuleFiles.h"
+#include "cli/Session.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"init"_s;
+    info.syntax = u"DIR [--mode bill|quota] [--spec NAME]"_s;
+    info.summary = u"新建项目"_s;
+    info.description = u"在文件夹 DIR 中建立项目：应用文件夹、项目库和 ini 文件。DIR 不存在时新建。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {{u"mode"_s, u"bill|quota"_s, u"清单模式（不写时）或定额模式"_s, {}},
+                    {u"spec"_s, u"NAME"_s, u"当前专业；不写时为第一个专业"_s, {}}};
+    info.needsProject = false;
+    return info;
+}
+
+SQdDeInfo::EQdDeMode ModeOf(const CString& text)
+{
+    if (text.isEmpty() || text == u"bill") return SQdDeInfo::BillMode;
+    if (text == u"quota") return SQdDeInfo::QuotaMode;
+    throw UsageError(u"--mode 只能是 bill 或 quota，不能是“%1”"_s.arg(text));
+}
+
+} // namespace
+
+InitCommand::InitCommand() : Command(Describe()) {}
+
+void InitCommand::Run(const Arguments& arguments) const
+{
+    const QString folder = arguments.Positional()[0];
+    ResolvePath(folder);
+    embedded::ProjectOptions options;
+    options.mode = ModeOf(arguments.Value(u"mode"_s));
+    options.spec = arguments.Value(u"spec"_s);
+    embedded::CreateProject(folder, options);
+    const Session session(folder);
+    WriteText(u"已建立项目：%1（%2，专业 %3）\n"_s.arg(
+        folder, session.IsBillMode() ? u"清单模式"_s : u"定额模式"_s, session.Spec()));
+}
+
+} // namespace cli

@@ -1,0 +1,46 @@
+#include "cli/SaveAsCommand.h"
+
+#include "cli/Failure.h"
+#include "cli/Output.h"
+#include "cli/RuleFiles.h"
+#include "cli/Session.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "presenter/CQdDeConfigPresenter.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"save-as"_s;
+    info.syntax = u"NAME [--force]"_s;
+    info.summary = u"把当前配置另存为 NAME"_s;
+    info.description = u"在规则文件夹中写出 NAME.xml。当前配置不变。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {{u"force"_s, {}, u"覆盖已有的同名配置"_s, {}}};
+    return info;
+}
+
+} // namespace
+
+SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
+
+void SaveAsCommand::Run(const Arguments& arguments) const
+{
+    const Session session(arguments);
+    const CString name = arguments.Positional()[0];
+    const CString path = ConfigurationPath(name);
+    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
+        throw Refusal(u"配置“%1”已经存在，覆盖请加 --force"_s.arg(name));
+    CheckedCurrentFile();
+    CQdDeConfigPresenter presenter({});
+    if (!presenter.SaveAs(path)) throw Refusal(u"另存没有成功：%1"_s.arg(platform::ToNative(path)));
+    WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path), presenter.GetCurConfig()));
+}
+
+} // namespace cli

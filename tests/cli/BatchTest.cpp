@@ -1,0 +1,212 @@
+#include "cli/CliTesting.h"
+#include "support/StrictXml.h"
+
+#include <QtCore/QJsonArray>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using test::Cli;
+
+namespace {
+
+constexpr char AddRule[] = R"({"op":"AddConfig","path":{"category":"给排水\\管道\\给水管"}})"
+                           "\n";
+constexpr char Save[] = "{\"op\":\"Save\"}\n";
+constexpr char Refused[] = R"({"op":"AddConfig","path":{"specId":1}})"
+                           "\n";
+
+/// A request on the rule of that id in 给水管.
+QByteArray OnRule(const QByteArray& op, int rule, const QByteArray& more = {},
+                  const QByteArray& morePath = {})
+{
+    return "{\"op\":\"" + op + R"(","path":{"category":"给排水\\管道\\给水管","configId":)" +
+           QByteArray::number(rule) + morePath + "}" + more + "}\n";
+}
+
+QStringList Keys(const QJsonObject& object)
+{
+    return object.keys();
+}
+
+} // namespace
+
+TEST(Batch, AnswersNameLineOperationAndOutcome)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome = cli.Batch(QByteArray("\n  \n") + AddRule + "\r\n" + Save);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QList<QJsonObject> lines = outcome.Lines();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0],
+              (QJsonObject{{u"line"_s, 3}, {u"op"_s, u"AddConfig"_s}, {u"ok"_s, true}, {u"newId"_s, 2}}));
+    EXPECT_EQ(lines[1], (QJsonObject{{u"line"_s, 5}, {u"op"_s, u"Save"_s}, {u"ok"_s, true}}));
+}
+
+TEST(Batch, ScriptFileAndStandardInputDoTheSame)
+{
+    const Cli cli(u"bill"_s);
+    cli.Folder().WriteFile(u"script.jsonl"_s, QByteArray(AddRule) + "{\"op\":\"Save\"}");
+    const test::Outcome outcome = cli.RunInProject({u"batch"_s, u"script.jsonl"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.Lines().size(), 2);
+    EXPECT_EQ(cli.RunInProject({u"batch"_s, u"none.jsonl"_s}).status, 1);
+}
+
+TEST(Batch, NothingIsSavedUnlessTheScriptSaysSo)
+{
+    const Cli cli(u"bill"_s);
+    cli.Batch(Save);
+    const QByteArray before = cli.Folder().ReadFile(Cli::RuleFile());
+    EXPECT_EQ(cli.Batch(AddRule).status, 0);
+    EXPECT_EQ(cli.Folder().ReadFile(Cli::RuleFile()), before);
+    EXPECT_EQ(cli.Batch(QByteArray(AddRule) + Save).status, 0);
+    EXPECT_NE(cli.Folder().ReadFile(Cli::RuleFile()), before);
+}
+
+TEST(Batch, FirstRefusedOperationEndsItAndNothingIsSavedAfterIt)
+{
+    const Cli cli(u"bill"_s);
+    cli.Batch(Save);
+    const QByteArray before = cli.Folder().ReadFile(Cli::RuleFile());
+    const test::Outcome outcome = cli.Batch(QByteArray(AddRule) + Refused + Save);
+    EXPECT_EQ(outcome.status, 1);
+    ASSERT_EQ(outcome.Lines().size(), 2);
+    EXPECT_EQ(outcome.Lines()[1].value(u"ok"_s), QJsonValue(false));
+    EXPECT_FALSE(outcome.Lines()[1].contains(u"error"_s));
+    EXPECT_TRUE(outcome.Err().contains(u"第 2 行 AddConfig"_s));
+    EXPECT_EQ(cli.Folder().ReadFile(Cli::RuleFile()), before);
+}
+
+TEST(Batch, KeepGoingRunsTheRestAndStillEndsWithOne)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome =
+        cli.Batch(QByteArray(Refused) + AddRule + Refused + Save, {u"--keep-going"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.Lines().size(), 4);
+    EXPECT_TRUE(outcome.Err().contains(u"第 1 行 AddConfig"_s));
+    EXPECT_TRUE(outcome.Err().contains(u"第 3 行 AddConfig"_s));
+    EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("LastConfigId=\"2\""));
+}
+
+TEST(Batch, RaisedErrorIsAnsweredAsErrorAndCountsAsFailure)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome = cli.Batch(OnRule("DelConfig", 1) + AddRule + Save);
+    EXPECT_EQ(outcome.status, 1);
+    ASSERT_EQ(outcome.Lines().size(), 2);
+    EXPECT_FALSE(outcome.Lines()[1].value(u"error"_s).toString().isEmpty());
+    EXPECT_EQ(outcome.Lines()[1].value(u"ok"_s), QJsonValue(false));
+    EXPECT_TRUE(outcome.Err().contains(u"第 2 行 AddConfig"_s));
+}
+
+TEST(Batch, MoveDownOfASingleRuleIsAnsweredAsError)
+{
+    const test::Outcome outcome = Cli(u"bill"_s).Batch(OnRule("MoveDownConfig", 1));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Lines().value(0).contains(u"error"_s));
+}
+
+TEST(Batch, PathTakesIdsInPlaceOfACategory)
+{
+    const test::Outcome outcome = Cli(u"bill"_s).Batch(
+        R"({"op":"AddConfig","path":{"specId":1,"lMemberId":101,"sMemberId":10101,"spareId":5}})");
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.Lines().value(0).value(u"newId"_s).toInt(), 2);
+}
+
+TEST(Batch, GetConfigGivesOneRuleWhenThePathNamesOneElseAll)
+{
+    const Cli cli(u"bill"_s);
+    const QByteArray all = R"({"op":"GetConfig","path":{"category":"给排水\\管道\\给水管"}})"
+                           "\n";
+    const test::Outcome outcome = cli.Batch(AddRule + all + OnRule("GetConfig", 2) + OnRule("GetConfig", 0));
+    EXPECT_EQ(outcome.status, 1);
+    const QList<QJsonObject> lines = outcome.Lines();
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_EQ(lines[1].value(u"rules"_s).toArray().size(), 2);
+    ASSERT_EQ(lines[2].value(u"rules"_s).toArray().size(), 1);
+    EXPECT_EQ(lines[2].value(u"rules"_s).toArray()[0].toObject().value(u"id"_s).toInt(), 2);
+    EXPECT_EQ(lines[3].value(u"ok"_s), QJsonValue(false)) << "id 0 names a rule, too, and there is none";
+    EXPECT_FALSE(lines[3].contains(u"rules"_s));
+}
+
+TEST(Batch, AddedItemsComeBackInTheRules)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome =
+        cli.Batch(OnRule("AddQd", 1, R"(,"qd":{"strQdId":"031001001001","strName":"镀锌钢管"})") +
+                  OnRule("AddDe2QdNode", 1, R"(,"de":{"strDeId":"示10-1-1"})", ",\"qdId\":1") +
+                  OnRule("AddDe2ConfigNode", 1, R"(,"de":{"strDeId":"示10-1-2"})") +
+                  OnRule("AddCondition", 1, R"(,"array":["材质","1","＝","","","铜管","",""])") +
+                  OnRule("DelCondition", 1, {}, ",\"conditionId\":9") + OnRule("GetExistQdIndex", 1));
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QList<QJsonObject> lines = outcome.Lines();
+    ASSERT_EQ(lines.size(), 6);
+    EXPECT_TRUE(lines[2].contains(u"rules"_s));
+    EXPECT_EQ(Keys(lines[3]), (QStringList{u"line"_s, u"ok"_s, u"op"_s}));
+    const QJsonObject rule = lines[4].value(u"rules"_s).toArray()[0].toObject();
+    const QJsonObject bill = rule.value(u"qd"_s).toArray()[0].toObject();
+    EXPECT_EQ(bill.value(u"strName"_s).toString(), u"镀锌钢管"_s);
+    EXPECT_EQ(bill.value(u"strUnit"_s).toString(), QString());
+    EXPECT_EQ(bill.value(u"de"_s).toArray()[0].toObject().value(u"strDeId"_s).toString(), u"示10-1-1"_s);
+    EXPECT_EQ(rule.value(u"de"_s).toArray()[0].toObject().value(u"strDeId"_s).toString(), u"示10-1-2"_s);
+    EXPECT_EQ(rule.value(u"conditions"_s).toArray().size(), 1);
+    EXPECT_EQ(lines[5].value(u"indexes"_s).toArray(), (QJsonArray{u"031001001001"_s}));
+}
+
+TEST(Batch, ConditionOfSevenTextsIsRefusedByThePresenter)
+{
+    const test::Outcome outcome =
+        Cli(u"bill"_s).Batch(OnRule("AddCondition", 1, R"(,"array":["","","","","","",""])"));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_FALSE(outcome.Lines().value(0).contains(u"error"_s));
+}
+
+TEST(Batch, ConfigNamesAnotherFileThatIsMadeWhenItIsMissing)
+{
+    const Cli cli(u"bill"_s);
+    EXPECT_EQ(cli.Batch(QByteArray(AddRule) + Save, {u"--config"_s, u"./other.xml"_s}).status, 0);
+    EXPECT_TRUE(test::IsStrictXml(cli.Folder().ReadFile(u"other.xml"_s)));
+    EXPECT_FALSE(cli.Folder().Exists(Cli::RuleFile()));
+    EXPECT_EQ(cli.Batch(Save, {u"--config"_s, u"按名"_s}).status, 1) << "the rule folder does not exist yet";
+    cli.Batch({});
+    EXPECT_EQ(cli.Batch(Save, {u"--config"_s, u"按名"_s}).status, 0);
+    EXPECT_TRUE(cli.Folder().Exists(Cli::RuleFile(u"按名"_s)));
+}
+
+TEST(Batch, ConfigThatIsNoRuleFileIsRefusedBeforeAnythingRuns)
+{
+    const Cli cli(u"bill"_s);
+    cli.Folder().WriteFile(u"bad.xml"_s, "<other/>");
+    const test::Outcome outcome = cli.Batch(Save, {u"--config"_s, u"bad.xml"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.out.isEmpty());
+    EXPECT_EQ(cli.Folder().ReadFile(u"bad.xml"_s), "<other/>");
+}
+
+TEST(Batch, ReLoadOfAMissingFileWarnsOnStandardError)
+{
+    const test::Outcome outcome = Cli(u"bill"_s).Batch(R"({"op":"ReLoad","file":"./none.xml"})");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"文件不存在，请重新选择调用文件!"_s));
+    EXPECT_TRUE(outcome.Err().contains(u"第 1 行 ReLoad"_s));
+}
+
+TEST(Batch, SpecEditsAnotherSpecialty)
+{
+    const Cli cli(u"bill"_s);
+    const QByteArray line = R"({"op":"AddConfig","path":{"category":"电气\\电缆桥架\\桥架"}})"
+                            "\n";
+    EXPECT_EQ(cli.Batch(line).status, 1) << "the project is in 给排水";
+    EXPECT_EQ(cli.Batch(line + Save, {u"--spec"_s, u"电气"_s}).status, 0);
+    EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("<电气"));
+}
+
+TEST(Batch, EmptyScriptDoesNothing)
+{
+    const test::Outcome outcome = Cli(u"bill"_s).Batch("\n\n");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.out.isEmpty());
+}

@@ -1,0 +1,163 @@
+#include "cli/CliTesting.h"
+#include "support/StrictXml.h"
+
+#include <QtCore/QFile>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using test::Cli;
+
+namespace {
+
+/// A project whose current configuration is the sample.
+class FileVerbs : public testing::Test
+{
+protected:
+    FileVerbs() : m_cli(u"bill"_s)
+    {
+        m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
+        m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample());
+    }
+
+    /// The name that the project's ini gives.
+    QByteArray CurrentName() const
+    {
+        const QByteArray ini = m_cli.Folder().ReadFile(u"project\\SysRegedit.ini"_s);
+        const qsizetype at = ini.indexOf("ConfigName=");
+        return at < 0 ? QByteArray() : ini.mid(at + 11).split('\n')[0].trimmed();
+    }
+
+    Cli m_cli;
+};
+
+} // namespace
+
+TEST_F(FileVerbs, NewCopiesTheTemplateAndMakesItCurrent)
+{
+    const test::Outcome outcome = m_cli.RunInProject({u"new"_s, u"新.配置"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"新.配置"_s)),
+              m_cli.Folder().ReadFile(u"project\\app\\QdDeConfig.def"_s));
+    EXPECT_EQ(CurrentName(), "新.配置");
+}
+
+TEST_F(FileVerbs, NewOverwritesOnlyWhenForced)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"有"_s), Cli::Sample());
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, u"有"_s}).status, 1);
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"有"_s)), Cli::Sample());
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, u"有"_s, u"--force"_s}).status, 0);
+    EXPECT_NE(m_cli.Folder().ReadFile(Cli::RuleFile(u"有"_s)), Cli::Sample());
+}
+
+TEST_F(FileVerbs, NewWithoutATemplateIsRefused)
+{
+    EXPECT_TRUE(QFile::remove(m_cli.Folder().Native(u"project\\app\\QdDeConfig.def"_s)));
+    const test::Outcome outcome = m_cli.RunInProject({u"new"_s, u"新"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"文件不存在，请重新选择调用文件!"_s)) << outcome.err.toStdString();
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"新"_s)));
+}
+
+TEST_F(FileVerbs, NamesThatCannotBeConfigurationsAreRefused)
+{
+    for (const QString& name : {u""_s, u" 首"_s, u"尾 "_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s, u"a*b"_s, u"a\"b"_s,
+                                u"a\nb"_s, QString(100, u'长')}) {
+        for (const QString& verb : {u"new"_s, u"save-as"_s}) {
+            const test::Outcome outcome = m_cli.RunInProject({verb, name});
+            EXPECT_EQ(outcome.status, 1) << name.toStdString();
+            EXPECT_TRUE(outcome.Err().contains(u"配置名"_s) || outcome.Err().contains(u"路径"_s));
+        }
+    }
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, QString(50, u'长')}).status, 0);
+}
+
+TEST_F(FileVerbs, SaveAsWritesACopyAndKeepsTheCurrentConfiguration)
+{
+    const QByteArray before = CurrentName();
+    EXPECT_EQ(m_cli.RunInProject({u"save-as"_s, u"副本"_s}).status, 0);
+    EXPECT_TRUE(test::IsStrictXml(m_cli.Folder().ReadFile(Cli::RuleFile(u"副本"_s))));
+    EXPECT_TRUE(m_cli.Folder().ReadFile(Cli::RuleFile(u"副本"_s)).contains("031001001002"));
+    EXPECT_EQ(CurrentName(), before);
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile()), Cli::Sample());
+    EXPECT_EQ(m_cli.RunInProject({u"save-as"_s, u"副本"_s}).status, 1);
+    EXPECT_EQ(m_cli.RunInProject({u"save-as"_s, u"副本"_s, u"--force"_s}).status, 0);
+}
+
+TEST_F(FileVerbs, LoadMakesAConfigurationOfTheRuleFolderCurrent)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), Cli::Sample());
+    const test::Outcome outcome = m_cli.RunInProject({u"load"_s, u"甲"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(CurrentName(), "甲");
+    EXPECT_FALSE(outcome.Out().contains(u"注意"_s));
+}
+
+TEST_F(FileVerbs, LoadOfAFileElsewhereSaysWhatTheProjectRemembers)
+{
+    m_cli.Folder().WriteFile(u"外.xml"_s, Cli::Sample());
+    const test::Outcome outcome = m_cli.RunInProject({u"load"_s, u"外.xml"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(CurrentName(), "外");
+    EXPECT_TRUE(outcome.Out().contains(u"注意"_s));
+    EXPECT_TRUE(outcome.Out().contains(m_cli.Folder().Native(Cli::RuleFile(u"外"_s))));
+}
+
+TEST_F(FileVerbs, LoadRefusesMissingAndForeignFilesAndChangesNothing)
+{
+    const QByteArray before = CurrentName();
+    m_cli.Folder().WriteFile(u"bad.xml"_s, "<other/>");
+    for (const QString& file : {u"./none.xml"_s, u"没有"_s, u"bad.xml"_s}) {
+        EXPECT_EQ(m_cli.RunInProject({u"load"_s, file}).status, 1);
+        EXPECT_EQ(m_cli.RunInProject({u"refresh"_s, file}).status, 1);
+    }
+    EXPECT_EQ(CurrentName(), before);
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"没有"_s)));
+}
+
+TEST_F(FileVerbs, RefreshMakesTheFileCurrentOrSaysThatItDoesNotFit)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), Cli::Sample());
+    EXPECT_EQ(m_cli.RunInProject({u"refresh"_s, u"乙"_s}).status, 0);
+    EXPECT_EQ(CurrentName(), "乙");
+    m_cli.Folder().WriteFile(u"bad.xml"_s, "<other/>");
+    const test::Outcome outcome = m_cli.RunInProject({u"refresh"_s, u"bad.xml"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"文件功能不匹配"_s));
+    EXPECT_EQ(CurrentName(), "乙");
+}
+
+TEST_F(FileVerbs, BrokenCurrentConfigurationIsNotReplacedByTheSaveBeforeASwitch)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(), "broken");
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), Cli::Sample());
+    for (const QStringList& arguments : QList<QStringList>{{u"load"_s, u"甲"_s},
+                                                           {u"refresh"_s, u"甲"_s},
+                                                           {u"new"_s, u"丙"_s},
+                                                           {u"save-as"_s, u"丁"_s},
+                                                           {u"show"_s},
+                                                           {u"batch"_s, u"-"_s}}) {
+        const test::Outcome outcome = m_cli.RunInProject(arguments, "{\"op\":\"Save\"}\n");
+        EXPECT_EQ(outcome.status, 1) << arguments[0].toStdString();
+        EXPECT_TRUE(outcome.Err().contains(m_cli.Folder().Native(Cli::RuleFile())));
+        EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile()), "broken");
+    }
+}
+
+TEST_F(FileVerbs, AttrConfigRebuildsTheFile)
+{
+    const test::Outcome outcome = m_cli.RunInProject({u"attr-config"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QByteArray file = m_cli.Folder().ReadFile(u"project\\app\\AttrConfig.xml"_s);
+    EXPECT_TRUE(test::IsStrictXml(file));
+    EXPECT_TRUE(file.contains("AM_NominalDiameter"));
+}
+
+TEST_F(FileVerbs, AttrConfigWithoutAttributeInformationIsRefused)
+{
+    EXPECT_TRUE(QFile::remove(m_cli.Folder().Native(u"project\\app\\AttributeInformation.xml"_s)));
+    const test::Outcome outcome = m_cli.RunInProject({u"attr-config"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"AttributeInformation.xml"_s));
+}

@@ -1,0 +1,67 @@
+#include "cli/LineDiff.h"
+#include "support/PrintText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList Lines(const QString& letters)
+{
+    return letters.split(u',');
+}
+
+} // namespace
+
+TEST(LineDiff, EqualTextsHaveNoChange)
+{
+    EXPECT_TRUE(cli::CompareLines(Lines(u"a,b"_s), Lines(u"a,b"_s)).isEmpty());
+}
+
+TEST(LineDiff, ChangesApartAreTwo)
+{
+    const auto changes = cli::CompareLines(Lines(u"a,b,c,d,e"_s), Lines(u"a,B,c,d,x,e"_s));
+    ASSERT_EQ(changes.size(), 2);
+    EXPECT_EQ(changes[0].line, 2);
+    EXPECT_EQ(changes[0].removed, Lines(u"b"_s));
+    EXPECT_EQ(changes[0].added, Lines(u"B"_s));
+    EXPECT_EQ(changes[1].line, 5);
+    EXPECT_TRUE(changes[1].removed.isEmpty());
+    EXPECT_EQ(changes[1].added, Lines(u"x"_s));
+}
+
+TEST(LineDiff, FewestLinesAreNamed)
+{
+    const auto changes = cli::CompareLines(Lines(u"x,a,b,c"_s), Lines(u"a,b,c,x"_s));
+    ASSERT_EQ(changes.size(), 2);
+    EXPECT_EQ(changes[0].removed, Lines(u"x"_s));
+    EXPECT_EQ(changes[1].added, Lines(u"x"_s));
+}
+
+TEST(LineDiff, DeletionAtTheEndIsFound)
+{
+    const auto changes = cli::CompareLines(Lines(u"a,b,c"_s), Lines(u"a"_s));
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes[0].line, 2);
+    EXPECT_EQ(changes[0].removed, Lines(u"b,c"_s));
+}
+
+TEST(LineDiff, InsertedElementIsShownWhole)
+{
+    const auto changes = cli::CompareLines(Lines(u"<l>, <e>,  <a/>, </e>,</l>"_s),
+                                           Lines(u"<l>, <e>,  <a/>, </e>, <e>,  <b/>, </e>,</l>"_s));
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes[0].line, 5);
+    EXPECT_EQ(changes[0].added, Lines(u" <e>,  <b/>, </e>"_s));
+}
+
+TEST(LineDiff, InsertedElementIsShownWholeBehindAnEarlierChange)
+{
+    const auto changes =
+        cli::CompareLines(Lines(u"<l n='1'>, <e>,  <a/>, </e>, <z/>,</l>"_s),
+                          Lines(u"<l n='2'>, <e>,  <a/>, </e>, <e>,  <b/>, </e>, <z/>,</l>"_s));
+    ASSERT_EQ(changes.size(), 2);
+    EXPECT_EQ(changes[1].line, 5);
+    EXPECT_EQ(changes[1].added, Lines(u" <e>,  <b/>, </e>"_s));
+}
