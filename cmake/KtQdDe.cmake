@@ -28,6 +28,14 @@ function(ktqdde_library name)
     ktqdde_compile_settings(ktqdde_${name})
 endfunction()
 
+# The code of tests is neither timed nor shipped: it is compiled without optimization in every build, with the
+# headers that all tests include compiled once. What they test keeps the build's own settings.
+function(ktqdde_test_settings target)
+    ktqdde_compile_settings(${target})
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0> $<$<CXX_COMPILER_ID:MSVC>:/Od>)
+endfunction()
+
 # ktqdde_test(NAME LABEL label SOURCES file... LINKS library...)
 # One GoogleTest program, found test by test, each with the label. Tests may run side by side:
 # every one works in a temporary folder of its own.
@@ -35,8 +43,8 @@ function(ktqdde_test name)
     cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} KtQdDe::test_support GTest::gmock)
-    target_compile_definitions(${name} PRIVATE
-        KTQDDE_SOURCE_DIR="${PROJECT_SOURCE_DIR}" KTQDDE_BINARY_DIR="${PROJECT_BINARY_DIR}")
-    ktqdde_compile_settings(${name})
-    gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60)
+    ktqdde_test_settings(${name})
+    target_precompile_headers(${name} REUSE_FROM ktqdde_test_headers)
+    gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60
+        DISCOVERY_MODE PRE_TEST)
 endfunction()

@@ -40,7 +40,7 @@ BatchResult WithRules(const Call& call)
 BatchResult GetConfig(Presenter& presenter, const Request& request)
 {
     return WithRules([&](std::vector<ConfigNode*>& rules) {
-        if (!request.hasConfigId) return presenter.GetConfig(request.path, rules);
+        if (request.path.configId == 0) return presenter.GetConfig(request.path, rules);
         ConfigNode* rule = presenter.GetConfig(request.path);
         if (rule != nullptr) rules = {rule};
         return rule != nullptr;

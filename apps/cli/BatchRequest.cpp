@@ -90,7 +90,6 @@ void ReadPath(const QJsonValue& value, BatchRequest& request)
             throw BadLine(u"“category”和“%1”不能同时给出"_s.arg(entry.key()));
         request.path.*field->field = ToInteger(entry.value(), entry.key());
     }
-    request.hasConfigId = path.contains(u"configId");
     if (!path.contains(u"category")) return;
     const CString category = ToText(path.value(u"category"), u"category"_s);
     if (!FindCategory(category, request.path)) throw BadLine(u"没有类别“%1”"_s.arg(category));

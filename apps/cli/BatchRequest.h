@@ -27,7 +27,6 @@ enum class BatchKey { Path, Array, Qd, De, Ids, DeIdsByQd, File };
 struct BatchRequest
 {
     CPath path{};
-    bool hasConfigId = false; ///< whether the path names a rule, be it 0
     CStringArray array;
     QdStruct qd;
     DeStruct de;

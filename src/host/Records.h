@@ -33,7 +33,7 @@ struct SQdDeInfo
 {
     /// The mode of a project. Some code tests for 0 and some for 1, so a host that knows further values
     /// must read what each place says.
-    enum EQdDeMode {
+    enum EQdDeMode : int {
         BillMode = 0,  ///< rules hold bill items, and those hold quota items
         QuotaMode = 1, ///< rules hold quota items
     };

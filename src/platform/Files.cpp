@@ -19,7 +19,7 @@ namespace {
 bool Open(QFile& file, const CString& path, QIODevice::OpenMode mode, CString& reason)
 {
     if (path.isEmpty() || path.contains(QChar(u'\0'))) {
-        reason = u"this is no file name"_s;
+        reason = u"文件名无效"_s;
         return false;
     }
     file.setFileName(ToNative(path));
@@ -163,6 +163,15 @@ void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes)
     file->Write(bytes);
     file->Resize(bytes.size());
     file->Sync();
+}
+
+void FileSystem::PutBack(const CString& path, const QByteArray& former) noexcept
+{
+    try {
+        if (Read(path, nullptr) != former) WriteInPlace(path, former);
+    } catch (...) {
+        // The failure that brought us here is the one to report.
+    }
 }
 
 bool FileSystem::Copy(const CString& from, const CString& to, CString* reason)

@@ -84,6 +84,9 @@ public:
     /// whoever watches the file keep their file. Should the disk fail during the writing itself, `FileError`
     /// is raised and the content is undefined.
     void WriteInPlace(const CString& path, const QByteArray& bytes);
+    /// Writes the former bytes of a file back after a write has failed midway. Does what the disk lets it,
+    /// raises nothing, and does nothing when the file still holds them.
+    void PutBack(const CString& path, const QByteArray& former) noexcept;
     /// Copies a file over another, which is created or overwritten in place. False when the source cannot be
     /// read or the target not be written; `reason`, if given, tells why.
     bool Copy(const CString& from, const CString& to, CString* reason = nullptr);

@@ -52,18 +52,22 @@ QByteArray ReadContent(const CString& path)
     CString reason;
     const auto content = platform::Files().Read(path, &reason);
     if (!content) throw platform::FileError(path, reason);
-    if (content->size() > LargestContent)
-        throw platform::FileError(path, u"the wrapped form cannot hold more than 2 GiB"_s);
+    if (content->size() > LargestContent) throw platform::FileError(path, u"文件超过 2 GiB，不能包装"_s);
     return *content;
 }
 
 void WriteFields(const CString& path, const std::vector<QByteArray>& fields)
 {
+    qsizetype size = 0;
+    for (const QByteArray& field : fields)
+        size += field.size();
     const auto file = platform::Files().OpenForWriting(path);
+    file->Reserve(size);
     for (const QByteArray& field : fields) {
         file->Write(field);
         file->SeekToEnd();
     }
+    file->Sync();
 }
 
 } // namespace
@@ -97,16 +101,14 @@ void CAutoQdDeConfigFacade::WrapFile(const CString& path)
     store::WrappedFile file = WrappedHead();
     file.content = ReadContent(path);
     const std::vector<QByteArray> fields = store::ComposeFields(file);
-    platform::Files().Remove(path);
+    // A file that stays would keep its bytes below the new ones.
+    if (!platform::Files().Remove(path) && platform::Files().Exists(path))
+        throw platform::FileError(path, u"文件不能替换"_s);
     // From here to the end the content stands in memory only.
     try {
         WriteFields(path, fields);
     } catch (const platform::FileError&) {
-        try {
-            platform::Files().WriteInPlace(path, file.content);
-        } catch (const platform::FileError&) {
-            // The first error is the one to report.
-        }
+        platform::Files().PutBack(path, file.content);
         throw;
     }
 }

@@ -49,8 +49,10 @@ ConditionNode ConditionFrom(const CStringArray& array)
 CQdDeConfigPresenter::CQdDeConfigPresenter(const CString& filePath)
     : m_ruleStore(nullptr), m_attributeStore(nullptr)
 {
-    auto ruleStore = std::make_unique<CXmlQdDeConfig>(
-        filePath.isEmpty() ? GetCurConfigDetailPath() : filePath, CurrentSpec());
+    // The specialty is asked for once for each store, before anything else.
+    const CString spec = CurrentSpec();
+    auto ruleStore =
+        std::make_unique<CXmlQdDeConfig>(filePath.isEmpty() ? GetCurConfigDetailPath() : filePath, spec);
     m_attributeStore = new CXmlAttrConfig(CurrentSpec());
     m_ruleStore = ruleStore.release();
 }

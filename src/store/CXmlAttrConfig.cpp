@@ -100,6 +100,7 @@ CXmlAttrConfig::CXmlAttrConfig()
     : m_filePath(InApplicationFolder(u"\\AttrConfig.xml"_s)),
       m_parameterDocument(XmlVisitor::CreateXmlDocPtr())
 {
+    if (m_parameterDocument.IsNull()) return;
     m_parameterDocument.Load(InApplicationFolder(u"\\AttributeInformation.xml"_s));
     m_parameterRoot = m_parameterDocument.SelectSingleNode(u"属性参数信息"_s);
 }
@@ -123,7 +124,6 @@ void CXmlAttrConfig::LoadSmallCategory(const IXMLDOMNode& category, const CStrin
 {
     for (IXMLDOMNode node = category.FirstChild(); node; node = node.NextSibling()) {
         const IXMLDOMElement element = node.ToElement();
-        if (element.IsNull()) continue;
         AttrConfig config;
         config.name = XmlVisitor::getNodeAttribute(element, u"name"_s);
         config.namecode = XmlVisitor::getNodeAttribute(element, u"namecode"_s);

@@ -22,7 +22,8 @@ struct AttrConfig
 class KTQDDE_EXPORT CXmlAttrConfig
 {
 public:
-    /// Bound: loads the records. A missing or broken file gives none, without a word.
+    /// Bound: loads the records. A missing or broken file gives none, without a word. Raises `xml::Error`
+    /// when the file is well-formed but has another document element.
     explicit CXmlAttrConfig(const CString& specName);
     /// Unbound: opens AttributeInformation.xml; loads no records.
     CXmlAttrConfig();

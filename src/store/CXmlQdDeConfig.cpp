@@ -127,6 +127,9 @@ IXMLDOMElement CXmlQdDeConfig::FindSpecElement(const IXMLDOMElement& root, const
 }
 
 /// Throws the specialty's element away whole and appends an empty one, which thereby stands last in the file.
+/// Where a file holds the specialty twice, only the first goes, which is the one that was read: the other
+/// survives like any neighbour. It then stands before the new one, so the next opening reads it; the edits
+/// are still in the file behind it.
 IXMLDOMElement CXmlQdDeConfig::RenewSpecElement(const IXMLDOMElement& root, const CString& specName) const
 {
     if (const IXMLDOMNode child = ChildOfSpec(root, specName)) root.RemoveChild(child);

@@ -40,11 +40,10 @@ public:
     /// The bytes of the next field if it has that tag.
     std::optional<QByteArray> Next(qint32 tag)
     {
-        if (m_bytes.size() - m_position < 2 * IntegerSize) return Stop(tag, u"the file ends before it"_s);
-        if (TakeInteger() != tag) return Stop(tag, u"another tag stands in its place"_s);
+        if (m_bytes.size() - m_position < 2 * IntegerSize) return Stop(tag, u"文件在此之前结束"_s);
+        if (TakeInteger() != tag) return Stop(tag, u"标签不符"_s);
         const qint32 length = TakeInteger();
-        if (length < 0 || length > m_bytes.size() - m_position)
-            return Stop(tag, u"its length is impossible"_s);
+        if (length < 0 || length > m_bytes.size() - m_position) return Stop(tag, u"长度无效"_s);
         const QByteArray field = m_bytes.mid(m_position, length);
         m_position += length;
         return field;
@@ -54,7 +53,7 @@ public:
     CString Reason() const { return m_reason; }
     std::nullopt_t Stop(qint32 tag, const CString& why)
     {
-        m_reason = u"field %1: %2"_s.arg(tag).arg(why);
+        m_reason = u"字段 %1：%2"_s.arg(tag).arg(why);
         return std::nullopt;
     }
 
@@ -78,12 +77,12 @@ std::optional<WrappedFile> Parse(Reader& reader)
         const auto bytes = reader.Next(TextTags[i]);
         if (!bytes) return std::nullopt;
         const auto text = platform::Decode(*bytes, platform::Encoding::Utf8);
-        if (!text) return reader.Stop(TextTags[i], u"its text is no UTF-8"_s);
+        if (!text) return reader.Stop(TextTags[i], u"文字不是 UTF-8"_s);
         file.*TextFields[i] = *text;
     }
     const auto content = reader.Next(ContentTag);
     if (!content) return std::nullopt;
-    if (!reader.AtEnd()) return reader.Stop(ContentTag, u"the file goes on behind it"_s);
+    if (!reader.AtEnd()) return reader.Stop(ContentTag, u"其后还有多余的内容"_s);
     file.content = *content;
     return file;
 }

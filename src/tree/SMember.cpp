@@ -20,7 +20,7 @@ ConfigNode* SMember::GetConfig(int id) const
 
 bool SMember::AddConfig(const CPath& /*path*/, int& newId)
 {
-    m_configs.at(0); // the place in front of the last rule needs a last rule
+    static_cast<void>(m_configs.at(0)); // the place in front of the last rule needs a last rule
     auto config = std::make_unique<ConfigNode>();
     config->SetParent(this);
     config->SetId(tree::NextId(LastConfigId));

@@ -47,7 +47,11 @@ bool Document::Load(const CString& path) const
     Access::Require(*this, u"Load");
     CString reason;
     const std::optional<QByteArray> bytes = platform::Files().Read(path, &reason);
-    if (bytes) return LoadBytes(*bytes);
+    if (bytes) {
+        const bool loaded = LoadBytes(*bytes);
+        m_document->Remember(path, *bytes);
+        return loaded;
+    }
     m_document->Clear();
     m_document->reason = {.line = 0, .column = 0, .text = reason};
     return false;
@@ -93,6 +97,7 @@ void Document::Save(const CString& path) const
     try {
         platform::Files().WriteInPlace(path, bytes);
     } catch (const platform::FileError& error) {
+        if (path == m_document->LoadedPath()) platform::Files().PutBack(path, m_document->LoadedBytes());
         throw Error(error.Message());
     }
 }

@@ -34,6 +34,8 @@ pugi::xml_node DocumentData::DocumentNode()
 
 void DocumentData::Clear()
 {
+    m_loadedPath.clear();
+    m_loadedBytes.clear();
     m_outlined.clear();
     m_loadedRoot = {};
     m_rootTagTouched = false;

@@ -77,6 +77,16 @@ public:
     /// Whether a node stands nowhere.
     bool InLimbo(pugi::xml_node node) const { return node.parent() == m_limbo; }
 
+    /// Where the document came from, be it taken or refused, so that a save that fails midway can put it
+    /// back.
+    void Remember(const CString& path, const QByteArray& bytes)
+    {
+        m_loadedPath = path;
+        m_loadedBytes = bytes;
+    }
+    const CString& LoadedPath() const { return m_loadedPath; }
+    const QByteArray& LoadedBytes() const { return m_loadedBytes; }
+
     LoadReason reason;
 
 private:
@@ -104,6 +114,8 @@ private:
     pugi::xml_document m_tree;
     pugi::xml_node m_document;
     pugi::xml_node m_limbo;
+    CString m_loadedPath;
+    QByteArray m_loadedBytes; ///< shares its memory with the source text of a UTF-8 file
     SourceText m_source;
     Outline m_outline;
     pugi::xml_node m_loadedRoot; ///< the document element as loaded; null for a new document

@@ -62,6 +62,19 @@ bool HeadSays(const CString& path, const QByteArray& name, const QByteArray& val
     }
 }
 
+/// Writes the patched file; when the disk fails on the way, the former bytes go back where it still takes
+/// them.
+CString Replace(const CString& path, const QByteArray& former, const QByteArray& bytes)
+{
+    try {
+        platform::Files().WriteInPlace(path, bytes);
+        return {};
+    } catch (const platform::FileError& error) {
+        platform::Files().PutBack(path, former);
+        return error.Message();
+    }
+}
+
 CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteArray& value)
 {
     CString reason;
@@ -69,13 +82,10 @@ CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteA
     if (!bytes) return reason;
     try {
         detail::SourceText source = detail::DecodeSource(*bytes);
-        if (Patch(source.utf8, name, value))
-            platform::Files().WriteInPlace(path, detail::EncodeSource(source.utf8, source));
-        return {};
+        if (!Patch(source.utf8, name, value)) return {};
+        return Replace(path, *bytes, detail::EncodeSource(source.utf8, source));
     } catch (const detail::Refusal& refusal) {
         return refusal.text.toString();
-    } catch (const platform::FileError& error) {
-        return error.Message();
     } catch (const Error& error) {
         return error.Message();
     }

@@ -58,6 +58,29 @@ QByteArray DecodeToUtf8(const QByteArray& bytes, platform::Encoding encoding)
     return text->toUtf8();
 }
 
+/// The name that is true of the bytes to be written. A byte order mark wins over a declaration that says
+/// otherwise, and a text that no longer fits GB2312 or GBK needs GB18030: the declaration follows, or other
+/// readers would refuse the file.
+QByteArray CharsetToDeclare(const QByteArray& utf8, const SourceText& source)
+{
+    using platform::Encoding;
+    switch (source.encoding) {
+    case Encoding::Utf8:
+    case Encoding::Utf8Bom:
+        return source.charset.isEmpty() ? QByteArray() : "UTF-8";
+    case Encoding::Utf16Le:
+    case Encoding::Utf16Be: {
+        const QByteArray ordered = source.encoding == Encoding::Utf16Le ? "UTF-16LE" : "UTF-16BE";
+        return source.charset.isEmpty() || source.charset == ordered ? source.charset : "UTF-16";
+    }
+    case Encoding::Gb18030:
+        break;
+    }
+    const bool fits =
+        source.charset == "GB18030" || platform::FitsChineseCharset(CString::fromUtf8(utf8), source.charset);
+    return fits ? source.charset : "GB18030";
+}
+
 } // namespace
 
 SourceText DecodeSource(const QByteArray& bytes)
@@ -87,13 +110,13 @@ SourceText DecodeSource(const QByteArray& bytes)
 
 QByteArray EncodeSource(QByteArray utf8, const SourceText& source)
 {
+    const QByteArray charset = CharsetToDeclare(utf8, source);
+    if (charset != source.charset) {
+        if (const auto found = FindCharset(utf8))
+            utf8.replace(found->begin, found->end - found->begin, charset);
+    }
     if (source.encoding == platform::Encoding::Utf8) return utf8;
     if (source.encoding == platform::Encoding::Utf8Bom) return "\xEF\xBB\xBF" + utf8;
-    const bool narrow = source.encoding == platform::Encoding::Gb18030 && source.charset != "GB18030";
-    if (narrow && !platform::FitsChineseCharset(CString::fromUtf8(utf8), source.charset)) {
-        if (const auto found = FindCharset(utf8))
-            utf8.replace(found->begin, found->end - found->begin, "GB18030");
-    }
     const std::optional<QByteArray> bytes = platform::Encode(CString::fromUtf8(utf8), source.encoding);
     if (!bytes) throw Error(u"文件的编码容纳不了其中的文字"_s);
     return *bytes;

@@ -121,15 +121,17 @@ TEST(Batch, GetConfigGivesOneRuleWhenThePathNamesOneElseAll)
     const Cli cli(u"bill"_s);
     const QByteArray all = R"({"op":"GetConfig","path":{"category":"给排水\\管道\\给水管"}})"
                            "\n";
-    const test::Outcome outcome = cli.Batch(AddRule + all + OnRule("GetConfig", 2) + OnRule("GetConfig", 0));
+    const test::Outcome outcome =
+        cli.Batch(AddRule + all + OnRule("GetConfig", 2) + OnRule("GetConfig", 0) + OnRule("GetConfig", 9));
     EXPECT_EQ(outcome.status, 1);
     const QList<QJsonObject> lines = outcome.Lines();
-    ASSERT_EQ(lines.size(), 4);
+    ASSERT_EQ(lines.size(), 5);
     EXPECT_EQ(lines[1].value(u"rules"_s).toArray().size(), 2);
     ASSERT_EQ(lines[2].value(u"rules"_s).toArray().size(), 1);
     EXPECT_EQ(lines[2].value(u"rules"_s).toArray()[0].toObject().value(u"id"_s).toInt(), 2);
-    EXPECT_EQ(lines[3].value(u"ok"_s), QJsonValue(false)) << "id 0 names a rule, too, and there is none";
-    EXPECT_FALSE(lines[3].contains(u"rules"_s));
+    EXPECT_EQ(lines[3].value(u"rules"_s), lines[1].value(u"rules"_s)) << "0 is the same as no rule";
+    EXPECT_EQ(lines[4].value(u"ok"_s), QJsonValue(false));
+    EXPECT_FALSE(lines[4].contains(u"rules"_s));
 }
 
 TEST(Batch, AddedItemsComeBackInTheRules)

@@ -1,5 +1,7 @@
 #include "cli/CliTesting.h"
 
+#include "support/SourceTree.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 
@@ -61,7 +63,7 @@ QString Cli::RuleFile(const QString& configuration)
 
 QByteArray Cli::Sample()
 {
-    QFile file(QStringLiteral(KTQDDE_SOURCE_DIR "/samples/SampleRules.xml"));
+    QFile file(test::InSourceTree(QStringLiteral("samples/SampleRules.xml")));
     if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error("no sample");
     return file.readAll();
 }

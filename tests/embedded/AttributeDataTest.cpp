@@ -1,4 +1,6 @@
 #include "embedded/ShippedTable.h"
+
+#include "support/SourceTree.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QFile>
@@ -19,7 +21,7 @@ const CStringArray DerivedCodes{u"AM_Perimeter"_s, u"AM_LongEdge"_s, u"AM_Diamet
 /// Attribute code and "type" of AttributeInformation.xml.
 QHash<CString, CString> InformationTypes()
 {
-    QFile file(QString::fromUtf8(KTQDDE_SOURCE_DIR) + u"/data/AttributeInformation.xml"_s);
+    QFile file(test::InSourceTree(u"data/AttributeInformation.xml"_s));
     const xml::Document document = xml::Document::Create();
     QHash<CString, CString> types;
     if (!file.open(QIODevice::ReadOnly) || !document.LoadBytes(file.readAll())) return types;

@@ -1,4 +1,5 @@
 #include "embedded/ShippedTable.h"
+#include "support/SourceTree.h"
 #include "embedded/TestProject.h"
 #include "support/FaultyFileSystem.h"
 
@@ -17,7 +18,7 @@ namespace {
 
 QByteArray Shipped(const CString& name)
 {
-    QFile file(QString::fromUtf8(KTQDDE_SOURCE_DIR) + u"/data/"_s + name);
+    QFile file(test::InSourceTree(u"data/"_s + name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 

@@ -1,5 +1,7 @@
 #include "embedded/ShippedTable.h"
 
+#include "support/SourceTree.h"
+
 #include "embedded/data/DataFile.h"
 #include "embedded/data/Error.h"
 
@@ -11,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 std::vector<TableRow> ShippedTable(const CString& name)
 {
-    QFile file(QString::fromUtf8(KTQDDE_SOURCE_DIR) + u"/data/"_s + name + u".tsv"_s);
+    QFile file(test::InSourceTree(u"data/"_s + name + u".tsv"_s));
     if (!file.open(QIODevice::ReadOnly))
         throw embedded::Error(file.fileName() + u": "_s + file.errorString());
     const auto table = embedded::DataFile::Parse(name, QString::fromUtf8(file.readAll()));

@@ -1,4 +1,5 @@
 #include "embedded/ShippedTable.h"
+#include "support/SourceTree.h"
 #include "support/StrictXml.h"
 #include "xml/Dom.h"
 
@@ -42,7 +43,7 @@ class Template : public ::testing::Test
 protected:
     void SetUp() override
     {
-        QFile file(QString::fromUtf8(KTQDDE_SOURCE_DIR) + u"/data/QdDeConfig.def"_s);
+        QFile file(test::InSourceTree(u"data/QdDeConfig.def"_s));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         m_bytes = file.readAll();
         ASSERT_TRUE(m_document.LoadBytes(m_bytes)) << m_document.Reason().ToString().toStdString();

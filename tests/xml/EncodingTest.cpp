@@ -94,3 +94,15 @@ TEST(Encoding, OddNumberOfUtf16BytesIsRefused)
     bytes.chop(1);
     EXPECT_FALSE(xml::Document::Create().LoadBytes(bytes));
 }
+
+TEST(Encoding, ByteOrderMarkWinsAndTheDeclarationIsPutRight)
+{
+    const CString text = u"<?xml version=\"1.0\" encoding=\"GBK\"?>\n<清单 x='定额'/>\n"_s;
+    for (const auto encoding : {platform::Encoding::Utf8Bom, platform::Encoding::Utf16Le}) {
+        const xml::Document document = Parse(platform::Encode(text, encoding).value());
+        EXPECT_EQ(Value(document), u"定额"_s);
+        const QByteArray saved = document.ToBytes();
+        EXPECT_TRUE(test::IsStrictXml(saved));
+        EXPECT_EQ(Value(Parse(saved)), u"定额"_s);
+    }
+}

@@ -1,0 +1,1 @@
+// The headers that every test includes are compiled once, with this file.
