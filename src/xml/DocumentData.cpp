@@ -160,7 +160,7 @@ void DocumentData::TouchContent(pugi::xml_node node)
         child = child.parent();
     if (!child) return;
     EnsureLoaded(child);
-    m_outlined.erase(child.internal_object());
+    if (Outlined* outlined = FindOutlined(child)) outlined->touched = true;
     m_touched = node;
 }
 
@@ -217,14 +217,17 @@ void DocumentData::WriteLoaded(Output& out)
 void DocumentData::WriteChildren(Output& out, const Layout& layout)
 {
     for (const pugi::xml_node child : m_loadedRoot) {
-        const auto outlined = m_outlined.find(child.internal_object());
-        if (outlined != m_outlined.end()) {
-            const std::size_t index = outlined->second.index;
-            PutSource(out, GapBegin(index), m_outline.children[index].end);
-        } else {
-            WriteBreak(out, 1, layout);
+        const auto found = m_outlined.find(child.internal_object());
+        if (found == m_outlined.end()) {
+            // Blanks behind a text would become part of it.
+            if (!IsCharacterData(child.previous_sibling())) WriteBreak(out, 1, layout);
             WriteNode(out, child, 1, layout);
+            continue;
         }
+        const ChildOutline& outline = m_outline.children[found->second.index];
+        const std::size_t gap = GapBegin(found->second.index);
+        PutSource(out, gap, found->second.touched ? outline.begin : outline.end);
+        if (found->second.touched) WriteNode(out, child, 1, layout);
     }
 }
 

@@ -93,7 +93,8 @@ private:
     struct Outlined
     {
         std::size_t index;
-        bool loaded;
+        bool loaded;          ///< its content is in the tree
+        bool touched = false; ///< its source bytes no longer tell
     };
 
     void ScanAndBuild();
@@ -123,9 +124,10 @@ private:
     QByteArray m_noted;
     pugi::xml_node m_notedNode;
     bool m_rootTagTouched = false;
-    pugi::xml_node m_askedElement;                        ///< the element of the last attribute asked for
-    pugi::xml_attribute m_nextAttribute;                  ///< the one behind it: where the next search begins
-    std::unordered_map<const void*, Outlined> m_outlined; ///< untouched children by their node
+    pugi::xml_node m_askedElement;       ///< the element of the last attribute asked for
+    pugi::xml_attribute m_nextAttribute; ///< the one behind it: where the next search begins
+    std::unordered_map<const void*, Outlined>
+        m_outlined; ///< the children that came from the source, by their node
 };
 
 /// From handles to what stands behind them; the one friend of the handles.

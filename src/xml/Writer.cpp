@@ -47,11 +47,6 @@ void AppendEscaped(Output& out, const char* text, const Escapes& escapes)
     out.Put(plain, static_cast<std::size_t>(text - plain));
 }
 
-bool IsCharacterData(pugi::xml_node node)
-{
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
-}
-
 bool HoldsText(pugi::xml_node element)
 {
     for (const pugi::xml_node child : element)
@@ -92,6 +87,11 @@ void WriteOpening(Output& out, pugi::xml_node node)
 }
 
 } // namespace
+
+bool IsCharacterData(pugi::xml_node node)
+{
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
 
 void WriteEndTag(Output& out, pugi::xml_node element)
 {

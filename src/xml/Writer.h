@@ -60,6 +60,9 @@ struct Layout
 /// that its text stays as it is. Needs no stack: depth is bounded by memory alone.
 void WriteNode(Output& out, pugi::xml_node node, int depth, const Layout& layout);
 
+/// Whether a node is text or CDATA.
+bool IsCharacterData(pugi::xml_node node);
+
 /// Appends the start tag of an element, closed when `selfClosing`.
 void WriteStartTag(Output& out, pugi::xml_node element, bool selfClosing);
 

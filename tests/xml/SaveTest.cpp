@@ -81,6 +81,17 @@ TEST(Save, RootAttributeRewritesTheRootTagAlone)
     EXPECT_EQ(document.ToBytes(), "<r a=\"1\" b=\"2\">\n <x  y='1'/>\n</r>\n");
 }
 
+TEST(Save, TextBesideANewOrChangedChildStaysAsItIs)
+{
+    const xml::Document document = Parse("<r><a x='1'/>1<b/></r>");
+    document.FirstChild().FirstChild().ToElement().SetAttribute(u"x"_s, u"2"_s);
+    document.FirstChild().SelectSingleNode(u"b"_s).ToElement().SetAttribute(u"y"_s, u"3"_s);
+    EXPECT_EQ(document.ToBytes(), "<r><a x=\"2\"/>1<b y=\"3\"/></r>\n");
+    const xml::Document text = Parse("<r>1</r>");
+    text.FirstChild().AppendChild(text.CreateElement(u"c"_s));
+    EXPECT_EQ(test::CanonicalXml(text.ToBytes()), test::CanonicalXml("<r>1<c/></r>"));
+}
+
 TEST(Save, ChildInAnEmptyRootGetsALineOfItsOwn)
 {
     for (const QByteArray source : {"<r/>", "<r></r>"}) {
