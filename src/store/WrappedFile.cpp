@@ -60,9 +60,10 @@ public:
 private:
     qint32 TakeInteger()
     {
-        const qint32 value = qFromLittleEndian<qint32>(m_bytes.constData() + m_position);
-        m_position += IntegerSize;
-        return value;
+        quint32 value = 0;
+        for (int byte = 0; byte < IntegerSize; ++byte)
+            value |= static_cast<quint32>(static_cast<unsigned char>(m_bytes.at(m_position++))) << (8 * byte);
+        return static_cast<qint32>(value);
     }
 
     const QByteArray& m_bytes;

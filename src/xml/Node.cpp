@@ -168,7 +168,7 @@ void Element::SetAttribute(const CString& name, const CString& value) const
     m_document->TouchTag(node);
     pugi::xml_attribute attribute = node.attribute(key.Text());
     if (!attribute) attribute = node.append_attribute(key.Text());
-    if (!attribute.set_value(value.toUtf8().constData())) throw std::bad_alloc();
+    if (!attribute.set_value(Utf8Name(value).Text())) throw std::bad_alloc();
 }
 
 } // namespace xml

@@ -7,7 +7,7 @@
 
 namespace xml::detail {
 
-/// A name as UTF-8 that ends in a NUL, without an allocation for the names of the format.
+/// A name, or a value, as UTF-8 that ends in a NUL; without an allocation when it is short and ASCII.
 class Utf8Name
 {
 public:
