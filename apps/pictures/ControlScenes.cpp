@@ -1,0 +1,76 @@
+#include "ControlScenes.h"
+
+#include "dialogs/ListControls.h"
+#include "dialogs/MyGridCtrl.h"
+#include "dialogs/secondary/CExListBox.h"
+#include "dialogs/secondary/CTTComboBox.h"
+
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr CRect GridPlace{10, 10, 700, 220};
+
+/// A bill row is dark on the grid's own background; a quota row belongs to the one above it.
+void AddRow(MyGridCtrl& grid, const CStringArray& texts, bool isQuota)
+{
+    const int row = grid.InsertOneprop(grid.GetRowCount(), texts, nullptr);
+    grid.SetItemData(row, 1, isQuota ? 1 : 0);
+}
+
+std::unique_ptr<QWidget> MakeGrid(PictureHost& host, SQdDeInfo::EQdDeMode mode, int attType, bool edited)
+{
+    host.SetMode(mode);
+    auto window = std::make_unique<QWidget>();
+    window->resize(GridPlace.width() + 20, GridPlace.height() + 20);
+    auto* grid = new MyGridCtrl;
+    grid->Create(GridPlace, window.get(), 50002, GridStyle::Visible | GridStyle::Border | GridStyle::TabStop);
+    grid->SetupColumns(attType);
+    if (mode == SQdDeInfo::BillMode)
+        AddRow(*grid, {u"030801001001"_s, u"镀锌钢管"_s, u"m"_s, u"长度"_s, u"是"_s}, false);
+    AddRow(*grid,
+           {u"8-87"_s, u"室内管道 镀锌钢管（螺纹连接） 公称直径15mm以内"_s, u"10m"_s, u"长度"_s, u"否"_s},
+           true);
+    AddRow(*grid, {u"8-88"_s, u"室内管道 公称直径20mm以内"_s, u"10m"_s, u"长度×1.02"_s, u"否"_s}, true);
+    grid->SetSelectedRange(1, 1, 1, grid->GetColumnCount() - 1);
+    grid->SetFocusCell(1, 2);
+    if (edited) grid->edit(grid->currentIndex());
+    return window;
+}
+
+std::unique_ptr<QWidget> MakeCombos()
+{
+    auto window = std::make_unique<QWidget>();
+    auto* column = new QVBoxLayout(window.get());
+    for (const auto& [editable, enabled] :
+         {std::pair{false, true}, {true, true}, {false, false}, {true, false}}) {
+        auto* combo = new CTTComboBox(window.get());
+        combo->setEditable(editable);
+        dialogs::AddString(*combo, u"一个比组合框的宽度还要长的取值"_s);
+        dialogs::SetCurSel(*combo, 0);
+        combo->setEnabled(enabled);
+        combo->setFixedWidth(120);
+        column->addWidget(combo);
+    }
+    auto* list = new CExListBox(window.get());
+    for (const CString& line : {u"公称直径(mm)"_s, u"一个比列表框的宽度还要长的属性"_s})
+        dialogs::AddString(*list, line);
+    dialogs::SetCurSel(*list, 1);
+    list->setFixedSize(120, 60);
+    column->addWidget(list);
+    return window;
+}
+
+} // namespace
+
+std::vector<Scene> ControlScenes(PictureHost& host)
+{
+    return {
+        {u"grid-bill-six-columns"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }},
+        {u"grid-bill-five-columns"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 0, false); }},
+        {u"grid-quota-edited"_s, [&host] { return MakeGrid(host, SQdDeInfo::QuotaMode, 1, true); }},
+        {u"combos-and-list"_s, [] { return MakeCombos(); }},
+    };
+}

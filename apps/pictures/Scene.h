@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtWidgets/QWidget>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// One thing to be pictured.
+struct Scene
+{
+    QString name; ///< of the file, without extension
+    /// Makes the widget in the state that is to be seen, not yet shown.
+    std::function<std::unique_ptr<QWidget>()> make;
+};
+
+/// Writes a scene into the folder: in a light and a dark palette, each at one and at two device pixels per
+/// pixel, and in the smallest and the largest supported font. False when a file could not be written.
+bool TakePictures(const Scene& scene, const QString& folder);

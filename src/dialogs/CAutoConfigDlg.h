@@ -1,0 +1,227 @@
+#pragma once
+
+#include "dialogs/MyGridCtrl.h"
+#include "dialogs/TemplateDialog.h"
+#include "host/NvQdDeMng.h"
+#include "host/Records.h"
+#include "presenter/CQdDeConfigPresenter.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+class CExListBox;
+class CTTComboBox;
+class QListWidget;
+class QTabWidget;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace dialogs {
+class TreeControl;
+}
+
+/// The dialog in which the user maintains a rule file: the tree of categories at the left, the rules of the
+/// selected small category at the right, below them the value panel that builds a rule's conditions, and the
+/// grid of the rule's bill and quota items.
+///
+/// The dialog holds no rule data. Every change goes through the presenter, and a list is rebuilt from the
+/// presenter's answer after it. What the user typed into the grid reaches the tree at different moments:
+/// columns 3 and 5 when a choice is made, column 4 when the calculator returns, column 2 only when the grid
+/// is flushed, that is when the tree selection changes and when the dialog closes. Another rule, an added or
+/// removed condition and every other refill of the grid drop an edit that was not flushed.
+///
+/// There is no way out that discards: the cancel button, Escape, the close box and a log-off all save. A save
+/// that fails is reported and leaves the dialog open with everything in it.
+///
+/// Beyond the buttons the keyboard offers: Delete in the grid deletes the selected items, Insert adds a rule,
+/// Ctrl+Up and Ctrl+Down move the selected rule.
+///
+/// Selecting a tree item or a rule row runs its handler inside the call that selects, so whatever a handler
+/// shows must be complete before the selection is made. Selecting an entry of a list box, combo or tab from
+/// code runs nothing.
+///
+/// The source is divided by concern: `CAutoConfigDlg.cpp` has construction, event table and closing; the
+/// others bear the name of theirs.
+class CAutoConfigDlg : public dialogs::TemplateDialog
+{
+public:
+    /// `configFile` is the path text of the rule file, empty for the project's current configuration. Raises
+    /// `host::NoHostError` without a host that has windows.
+    explicit CAutoConfigDlg(const CString& configFile, CWnd* parent = nullptr);
+    ~CAutoConfigDlg() override;
+
+protected:
+    QWidget* CreateControl(const dialogs::ControlRow& row, QWidget* parent) override;
+    void OnInitDialog() override;
+    /// Saves, hides the pickers, then ends the dialog.
+    void OnCancel() override;
+    /// Saves, hides the pickers, then goes on to the cancel step, which saves a second time.
+    void OnClose() override;
+    void OnLayout() override;
+
+    /// Takes all rows of the grid over and writes the file. Raises what the writing raises.
+    void FlushAndSave();
+
+    /// What the dialog works on; owned by it.
+    CQdDeConfigPresenter& Presenter() const noexcept { return *m_presenter; }
+
+private:
+    /// What a grid row reads back as: a bill row or a quota row.
+    using GridRecord = std::variant<QdStruct, DeStruct>;
+    /// A presenter operation that moves the rule at a path.
+    using RuleMove = bool (CQdDeConfigPresenter::*)(const CPath&);
+
+    // Frame
+    void EnterEvents();
+    void EnterShortcuts();
+    void CenterOnMainFrame();
+    void CreateGrid();
+    void SetUpRuleList();
+    void SizeRuleColumns();
+    void RefreshCaption();
+    void SaveAndHidePickers();
+    void OnGridNotify(const GridNotification& notification);
+
+    // Controls
+    dialogs::TreeControl& Tree() const;
+    QTreeWidget& RuleList() const;
+    QListWidget& AttributeList() const;
+    QListWidget& ConditionList() const;
+    QTabWidget& Pages() const;
+    CTTComboBox& Combo(int id) const;
+
+    // Addressing. A path builder fills `path` from the selections and gives false when it cannot; the other
+    // fields are left alone.
+
+    /// The small category that is selected. False when nothing is selected or the item has children; a big
+    /// category without children passes, one level off.
+    bool GetCategoryPath(CPath& path) const;
+    /// The rule that is selected; remembers its id in `m_currentRuleId`.
+    bool GetRulePath(CPath& path);
+    /// The condition that is selected. The condition's id is left alone when none is, so test first.
+    bool GetConditionPath(CPath& path);
+    /// The bill item of a grid row: of a quota row the one above it.
+    bool GetBillPathOfRow(int row, CPath& path);
+    /// The same for the one selected row; false when none or several are selected.
+    bool GetBillPathOfFocus(CPath& path);
+    /// Specialty, big and small category joined by backslashes; empty where `GetCategoryPath` fails.
+    CString GetCategoryText() const;
+    /// The names from the root to the selected item, a backslash behind each.
+    CString GetCategoryTreePath() const;
+    /// Where the selected item stands in the bill library, levels joined by full stops.
+    CString GetPickerPosition() const;
+    QTreeWidgetItem* SelectedCategory() const;
+    QTreeWidgetItem* SelectedRule() const;
+    /// The bill row that a grid row belongs to; 0 when there is none above it.
+    int BillRowOf(int row) const;
+
+    // Rule list and grid rows
+
+    /// Shows `m_rules` and selects the first, which runs `OnRuleChanged` before this returns.
+    void FillRuleList();
+    /// Selects the first row of that id; nothing happens when there is none.
+    void SelectRuleById(int id);
+    /// Enables what works on the conditions of a rule, and copying and deleting the rule.
+    void EnableConditionControls(bool enable);
+    /// Takes all grid rows over into the tree; the focus cell ends in the last row.
+    void FlushGrid();
+    /// Replaces the item of a grid row by what the row shows. The whole record is replaced: fields that the
+    /// grid does not show become empty, and the item gets the code of the present library.
+    void CommitGridRow(int row);
+    GridRecord ReadGridRow(int row) const;
+
+    // Tree
+    void FillConfigTree();
+    void FillBigCategory(const SNvKtBigCategoryId& id, QTreeWidgetItem& root);
+    void OnCategoryChanging();
+    void OnCategoryChanged();
+    void ResetGridForCategory();
+    void SyncPickerPosition();
+    void ToggleItemPicker();
+    void ToggleBillPicker();
+    void ToggleQuotaPicker();
+
+    // Rules
+    void OnRuleChanged();
+    void OnAddRule();
+    void OnCopyRule();
+    void OnDeleteRule();
+    void OnMoveRuleUp();
+    void OnMoveRuleDown();
+    void MoveRule(RuleMove step);
+    /// Asks for the rules of the small category anew and shows them; false when it is not there.
+    bool RefillRules(const CPath& path);
+
+    // Files
+    void OnNewFile();
+    void OnLoadFile();
+    void OnSaveAs();
+    void OnImportFromNetDisk();
+    std::optional<CString> AskForFile(int mode, const CString& startPath);
+    /// Runs a load. The nodes in `m_rules` may be gone when it fails half-way; they are then forgotten.
+    bool RunLoad(const std::function<bool()>& load);
+    void ReloadRules();
+
+    // Conditions
+    void InitConditionPanel();
+    void ShowConditionPage();
+    void FillAttributeList();
+    void AddHostAttributes(const CString& categoryText);
+    void AddDerivedAttributes(const CString& categoryText);
+    void AddAttribute(const CString& name, const CString& code);
+    void OnAttributeChanged();
+    void ChoosePageFor(const CString& attributeName);
+    CStringArray ValuesOf(const CString& attributeCode);
+    /// Makes the drop-down list wide enough for its longest entry; never narrower than it was.
+    void WidenValueDropList(CTTComboBox& combo);
+    void FillConditionList();
+    void OnAddCondition();
+    void OnRemoveCondition();
+    /// Appends the eight texts of a condition; false, without a word, when the panel holds no usable one.
+    bool BuildConditionArray(CStringArray& array) const;
+    bool AppendValue(CStringArray& array) const;
+    bool AppendRange(CStringArray& array) const;
+    /// Finds the first line of the rule's conditions that contains the name of the selected attribute.
+    bool FindChosenCondition(int& id) const;
+    CString SelectedAttribute() const;
+
+    // Bill and quota items
+    void SelectGridRow(int row);
+    /// Shows the items of the selected rule that belong to the present libraries.
+    void FillGrid(const std::vector<ConfigNode*>& rules);
+    void AppendBill(const QdNode& bill);
+    void AppendQuotas(const std::vector<DeNode*>& quotas);
+    int AppendRow(int id, int kind, const CStringArray& texts);
+    /// Selects the last row with that number.
+    void SelectItem(const CString& number);
+    /// `rule`, or the first calculation rule of the category. Warns when the category has none.
+    CString ResolveCalRule(const CString& categoryText, const CString& rule) const;
+    /// Message of a picker. Gives -1 for a null record, otherwise 0.
+    int OnQdPicked(const SPickedQd* picked);
+    /// Asks for the number under which a picked bill item enters the rule; nothing when the user cancels or
+    /// no rule is selected.
+    std::optional<CString> AskForNumber(const CString& picked);
+    QdStruct BillRecord(const CString& number, const SQdInfo& info) const;
+    /// Message of a picker. Gives -1 for a null record, otherwise 0.
+    int OnDePicked(const SPickedDe* picked);
+    DeStruct QuotaRecord(const SPickedDe& picked) const;
+    void OnDeleteItems();
+    void DeleteFromBills(const CPath& path, const std::vector<int>& rows);
+    void DeleteFromRule(const CPath& path, const std::vector<int>& rows);
+    void OnGridCellClick(const dialogs::Notice& notice);
+    void OnGridCellChoice(const dialogs::Notice& notice);
+
+    std::unique_ptr<CQdDeConfigPresenter> m_presenter;
+    /// The rules of the selected small category. The nodes belong to the store.
+    std::vector<ConfigNode*> m_rules;
+    CStringArray m_attributeExtras;
+    std::map<CString, CString> m_attributeCodes;
+    MyGridCtrl m_grid;
+    int m_currentRuleId = 0;
+    NvQdDeMng::CSelQdDeDlg m_billPicker;
+    NvQdDeMng::CSelDeDlg m_quotaPicker;
+};

@@ -1,0 +1,203 @@
+#include "dialogs/CAutoConfigDlg.h"
+
+#include "dialogs/AutoConfigIds.h"
+#include "dialogs/ListControls.h"
+#include "dialogs/ProjectMode.h"
+#include "dialogs/TreeControl.h"
+#include "platform/Numbers.h"
+
+#include <QtWidgets/QListWidget>
+
+#include <algorithm>
+
+// From selections to paths, the rule list, and from grid rows into the tree.
+
+using namespace Qt::StringLiterals;
+using namespace dialogs::autoconfig;
+
+namespace {
+
+/// Integer and text of a tree item; 0 and empty for no item.
+int DataOf(const QTreeWidgetItem* item)
+{
+    return item == nullptr ? 0 : item->data(0, Qt::UserRole).toInt();
+}
+CString TextOf(const QTreeWidgetItem* item)
+{
+    return item == nullptr ? CString() : item->text(0);
+}
+const QTreeWidgetItem* ParentOf(const QTreeWidgetItem* item)
+{
+    return item == nullptr ? nullptr : item->parent();
+}
+
+/// The leading number of a unit such as "10m", at least 1.
+CString UnitCodeOf(const CString& unit)
+{
+    return CString::number(std::max(platform::_wtol(unit.trimmed()), 1));
+}
+
+} // namespace
+
+QTreeWidgetItem* CAutoConfigDlg::SelectedCategory() const
+{
+    QTreeWidgetItem* item = Tree().GetSelectedItem();
+    return item == nullptr || item->childCount() > 0 ? nullptr : item;
+}
+
+QTreeWidgetItem* CAutoConfigDlg::SelectedRule() const
+{
+    const QList<QTreeWidgetItem*> selected = RuleList().selectedItems();
+    return selected.isEmpty() ? nullptr : selected.first();
+}
+
+bool CAutoConfigDlg::GetCategoryPath(CPath& path) const
+{
+    const QTreeWidgetItem* item = SelectedCategory();
+    if (item == nullptr) return false;
+    path.sMemberId = DataOf(item);
+    path.lMemberId = DataOf(ParentOf(item));
+    path.specId = DataOf(ParentOf(ParentOf(item)));
+    return true;
+}
+
+bool CAutoConfigDlg::GetRulePath(CPath& path)
+{
+    if (!GetCategoryPath(path)) return false;
+    const QTreeWidgetItem* rule = SelectedRule();
+    if (rule == nullptr) return false;
+    path.configId = DataOf(rule);
+    m_currentRuleId = path.configId;
+    return true;
+}
+
+bool CAutoConfigDlg::GetConditionPath(CPath& path)
+{
+    if (!GetRulePath(path)) return false;
+    const int line = dialogs::GetCurSel(ConditionList());
+    if (line >= 0) path.conditionId = ConditionList().item(line)->data(Qt::UserRole).toInt();
+    return true;
+}
+
+int CAutoConfigDlg::BillRowOf(int row) const
+{
+    while (row >= 1 && m_grid.GetItemData(row, 1) != 0)
+        --row;
+    return std::max(row, 0);
+}
+
+bool CAutoConfigDlg::GetBillPathOfRow(int row, CPath& path)
+{
+    if (!GetRulePath(path)) return false;
+    const int billRow = BillRowOf(row);
+    if (billRow < 1) return false;
+    path.qdId = static_cast<int>(m_grid.GetItemData(billRow, 0));
+    return true;
+}
+
+bool CAutoConfigDlg::GetBillPathOfFocus(CPath& path)
+{
+    return GetBillPathOfRow(m_grid.GetSelectedRow(), path);
+}
+
+CString CAutoConfigDlg::GetCategoryText() const
+{
+    const QTreeWidgetItem* item = SelectedCategory();
+    if (item == nullptr) return {};
+    const QTreeWidgetItem* parent = ParentOf(item);
+    return TextOf(ParentOf(parent)) + u'\\' + TextOf(parent) + u'\\' + TextOf(item);
+}
+
+CString CAutoConfigDlg::GetCategoryTreePath() const
+{
+    CString path;
+    for (const QTreeWidgetItem* item = Tree().GetSelectedItem(); item != nullptr; item = item->parent())
+        path.prepend(item->text(0) + u'\\');
+    return path;
+}
+
+void CAutoConfigDlg::FillRuleList()
+{
+    QTreeWidget& list = RuleList();
+    list.clear();
+    QList<QTreeWidgetItem*> rows;
+    rows.reserve(static_cast<qsizetype>(m_rules.size()));
+    for (const ConfigNode* rule : m_rules) {
+        const CString position = CString::number(rows.size() + 1);
+        auto* row = new QTreeWidgetItem({position, rule->GetConditionString()});
+        row->setData(0, Qt::UserRole, rule->GetId());
+        rows.append(row);
+    }
+    list.addTopLevelItems(rows);
+    if (!rows.isEmpty()) list.setCurrentItem(rows.first());
+}
+
+void CAutoConfigDlg::SelectRuleById(int id)
+{
+    QTreeWidget& list = RuleList();
+    for (int row = 0; row < list.topLevelItemCount(); ++row) {
+        QTreeWidgetItem* item = list.topLevelItem(row);
+        if (DataOf(item) != id) continue;
+        list.setCurrentItem(item);
+        return;
+    }
+}
+
+void CAutoConfigDlg::EnableConditionControls(bool enable)
+{
+    for (const int id :
+         {int(Attributes), int(Conditions), int(PageTab), int(LowerOperator), int(UpperOperator),
+          int(LowerBound), int(UpperBound), int(EqualOperator), int(ValueCombo), int(AddConditionButton),
+          int(RemoveConditionButton), int(CopyRuleButton), int(DeleteRuleButton)})
+        GetDlgItem(id)->setEnabled(enable);
+}
+
+void CAutoConfigDlg::FlushGrid()
+{
+    m_grid.Refresh();
+    if (m_grid.GetRowCount() < 2) return;
+    for (int row = 1; row < m_grid.GetRowCount(); ++row) {
+        m_grid.SetFocusCell(row, 1); // ends an open edit, so that its text is taken over, too
+        CommitGridRow(row);
+    }
+}
+
+void CAutoConfigDlg::CommitGridRow(int row)
+{
+    const bool billMode = dialogs::IsBillMode();
+    CPath path{};
+    if (!(billMode ? GetBillPathOfRow(row, path) : GetRulePath(path))) return;
+    path.deId = static_cast<int>(m_grid.GetItemData(row, 0));
+    const GridRecord record = ReadGridRow(row);
+    const auto* quota = std::get_if<DeStruct>(&record);
+    if (billMode && quota != nullptr)
+        m_presenter->ResetDeToQd(path, *quota);
+    else if (billMode)
+        m_presenter->ResetQd(path, std::get<QdStruct>(record));
+    else if (quota != nullptr)
+        m_presenter->ResetDeToConfig(path, *quota);
+}
+
+CAutoConfigDlg::GridRecord CAutoConfigDlg::ReadGridRow(int row) const
+{
+    const auto fill = [this, row](auto record, CString& number) {
+        number = m_grid.GetItemText(row, 1);
+        record.strName = m_grid.GetItemText(row, 2);
+        record.strUnit = m_grid.GetItemText(row, 3);
+        record.strUnitCode = UnitCodeOf(record.strUnit);
+        record.strFormula = m_grid.GetItemText(row, 4);
+        if (m_grid.GetColumnCount() > 5) record.strAnnex = m_grid.GetItemText(row, 5);
+        return record;
+    };
+    CString number;
+    if (m_grid.GetItemData(row, 1) == 0) {
+        auto bill = fill(QdStruct(), number);
+        bill.strQdId = number;
+        bill.strQdCode = NvKtDataMng::CAtt().GetQdCode();
+        return bill;
+    }
+    auto quota = fill(DeStruct(), number);
+    quota.strDeId = number;
+    quota.strDeCode = dialogs::QuotaLibraryCode();
+    return quota;
+}

@@ -1,0 +1,288 @@
+#include "dialogs/CAutoConfigDlg.h"
+
+#include "dialogs/AutoConfigIds.h"
+#include "dialogs/ListControls.h"
+#include "dialogs/TreeControl.h"
+#include "dialogs/secondary/CTTComboBox.h"
+#include "host/APCellData.h"
+#include "host/NvKtDataMng.h"
+#include "platform/Numbers.h"
+
+#include <QtCore/QSignalBlocker>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QTabWidget>
+
+#include <algorithm>
+#include <array>
+#include <initializer_list>
+#include <stdexcept>
+
+// The value panel, in which a condition of the selected rule is built. The panel never reads a condition
+// back: a condition is changed by building it again on the same attribute.
+
+using namespace Qt::StringLiterals;
+using namespace dialogs::autoconfig;
+
+namespace {
+
+enum Page : int { ValuePage = 0, RangePage = 1 };
+
+/// Texts per attribute in the host's list, and their places in a group.
+constexpr qsizetype GroupSize = 4;
+constexpr qsizetype NamePlace = 1;
+constexpr qsizetype ExtraPlace = 2;
+constexpr qsizetype CodePlace = 3;
+
+/// The type of a value source whose values come from the host's drop list.
+constexpr int DropListType = 9;
+
+/// What the upper bound of a range must be above the lower one, at least.
+constexpr double LeastRange = 0.01;
+
+struct Derived
+{
+    CString name;
+    CString code;
+};
+
+bool ContainsAny(const CString& text, std::initializer_list<QStringView> parts)
+{
+    return std::any_of(parts.begin(), parts.end(), [&](QStringView part) { return text.contains(part); });
+}
+
+/// Attributes that a category has beyond those of the host. Two of them share a code on purpose.
+CArray<Derived> DerivedAttributes(const CString& categoryText)
+{
+    if (categoryText.contains(u"暖通\\风管"_s))
+        return {{u"周长(mm)"_s, u"AM_Perimeter"_s},
+                {u"长边(mm)"_s, u"AM_LongEdge"_s},
+                {u"直径(mm)"_s, u"AM_Diameter"_s}};
+    const bool cabinet = categoryText.contains(u"电气\\配电箱柜"_s) && !categoryText.contains(u"元件装置"_s);
+    if (cabinet || categoryText.contains(u"弱电\\箱柜\\接线箱"_s))
+        return {{u"半周长(mm)"_s, u"AM_SemiPerimeter"_s}};
+    if (ContainsAny(categoryText,
+                    {u"电气\\电缆桥架\\桥架", u"电气\\电缆桥架\\托盘", u"电气\\电缆桥架\\组合式桥架",
+                     u"弱电\\线槽桥架\\线槽", u"弱电\\线槽桥架\\桥架"}))
+        return {{u"宽+高(mm)"_s, u"AM_SemiPerimeter"_s}, {u"宽+高×2(mm)"_s, u"AM_SPerimeter"_s}};
+    return {};
+}
+
+struct CellRelease
+{
+    void operator()(CellData* cell) const { APCellData::CellDataFactory::Release(cell); }
+};
+
+} // namespace
+
+void CAutoConfigDlg::InitConditionPanel()
+{
+    {
+        const QSignalBlocker quiet(Pages());
+        Pages().addTab(new QWidget, u"取值"_s);
+        Pages().addTab(new QWidget, u"范围"_s);
+    }
+    // The lists are sorted, so the entry selected is the first by collation.
+    for (const auto& [id, entries] : {std::pair{EqualOperator, CStringArray{u"＝"_s, u"≠"_s}},
+                                      {UpperOperator, CStringArray{u"＜"_s, u"≤"_s}},
+                                      {LowerOperator, CStringArray{u"＞"_s, u"≥"_s}}}) {
+        for (const CString& entry : entries)
+            dialogs::AddString(Combo(id), entry);
+        dialogs::SetCurSel(Combo(id), 0);
+    }
+    dialogs::SetCurSel(Pages(), ValuePage);
+    ShowConditionPage();
+    Pages().setEnabled(true);
+}
+
+void CAutoConfigDlg::ShowConditionPage()
+{
+    const int page = Pages().currentIndex();
+    if (page != ValuePage && page != RangePage) return;
+    for (const int id : {EqualOperator, ValueCombo})
+        Combo(id).setVisible(page == ValuePage);
+    for (const int id : {LowerOperator, UpperOperator, LowerBound, UpperBound})
+        Combo(id).setVisible(page == RangePage);
+}
+
+void CAutoConfigDlg::FillAttributeList()
+{
+    const CString categoryText = GetCategoryText();
+    if (categoryText.isEmpty()) return;
+    dialogs::ResetContent(AttributeList());
+    m_attributeCodes.clear();
+    m_attributeExtras.clear();
+    AddHostAttributes(categoryText);
+    AddDerivedAttributes(categoryText);
+    dialogs::AddString(AttributeList(), u"具体构件"_s); // the one attribute without a code
+    dialogs::SetCurSel(AttributeList(), 0);
+}
+
+void CAutoConfigDlg::AddHostAttributes(const CString& categoryText)
+{
+    SNvKtSmallCategoryId id;
+    NvKtDataMng::SmallCategoryNameToId(categoryText, id);
+    CStringArray texts;
+    NvKtDataMng::CSysSmallCategoryMng(id).GetAttributeList(texts);
+    for (qsizetype group = 0; group < texts.size(); group += GroupSize) {
+        if (texts.size() - group < GroupSize)
+            throw std::invalid_argument("The attribute list of the category ends within a record.");
+        m_attributeExtras.append(texts[group + ExtraPlace]);
+        AddAttribute(texts[group + NamePlace], texts[group + CodePlace]);
+    }
+}
+
+void CAutoConfigDlg::AddDerivedAttributes(const CString& categoryText)
+{
+    for (const auto& [name, code] : DerivedAttributes(categoryText))
+        AddAttribute(name, code);
+}
+
+void CAutoConfigDlg::AddAttribute(const CString& name, const CString& code)
+{
+    dialogs::AddString(AttributeList(), name);
+    m_attributeCodes[name] = code;
+}
+
+CString CAutoConfigDlg::SelectedAttribute() const
+{
+    const int line = dialogs::GetCurSel(AttributeList());
+    return line < 0 ? CString() : AttributeList().item(line)->text();
+}
+
+void CAutoConfigDlg::OnAttributeChanged()
+{
+    const CString name = SelectedAttribute();
+    CTTComboBox& values = Combo(ValueCombo);
+    const auto found = m_attributeCodes.find(name);
+    if (found == m_attributeCodes.end()) {
+        dialogs::ResetContent(values);
+        Pages().setEnabled(true);
+        return;
+    }
+    ChoosePageFor(name);
+    const CStringArray entries = ValuesOf(found->second);
+    dialogs::ResetContent(values);
+    for (const CString& entry : entries)
+        dialogs::AddString(values, entry);
+    WidenValueDropList(values);
+}
+
+void CAutoConfigDlg::ChoosePageFor(const CString& attributeName)
+{
+    AttrConfig config;
+    const bool equalityOnly =
+        m_presenter->GetAttConfig(GetCategoryText(), attributeName, config) && config.compar == 0;
+    if (equalityOnly) {
+        dialogs::SetCurSel(Pages(), ValuePage);
+        ShowConditionPage();
+    }
+    Pages().setEnabled(!equalityOnly);
+}
+
+// An attribute without a value source offers no values.
+CStringArray CAutoConfigDlg::ValuesOf(const CString& attributeCode)
+{
+    const std::unique_ptr<CellData, CellRelease> cell(APCellData::CellDataFactory::Create(attributeCode));
+    if (cell == nullptr) return {};
+    CStringArray values = cell->GetValues();
+    if (cell->GetType() != DropListType) return values;
+    values.clear();
+    NvKtDataMng::CAtt().GetDropList(attributeCode, values, m_attributeExtras);
+    return values;
+}
+
+void CAutoConfigDlg::WidenValueDropList(CTTComboBox& combo)
+{
+    const QFontMetrics metrics(combo.font());
+    int width = 0;
+    for (int entry = 0; entry < combo.count(); ++entry)
+        width =
+            std::max(width, metrics.horizontalAdvance(combo.itemText(entry)) + metrics.averageCharWidth());
+    width += combo.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    width += 2 * combo.style()->pixelMetric(QStyle::PM_DefaultFrameWidth);
+    if (combo.GetDroppedWidth() < width) combo.SetDroppedWidth(width);
+}
+
+void CAutoConfigDlg::FillConditionList()
+{
+    QListWidget& list = ConditionList();
+    dialogs::ResetContent(list);
+    const QTreeWidgetItem* row = SelectedRule();
+    if (row == nullptr) return;
+    const int id = row->data(0, Qt::UserRole).toInt();
+    const auto rule = std::find_if(m_rules.begin(), m_rules.end(),
+                                   [id](const ConfigNode* node) { return node->GetId() == id; });
+    if (rule == m_rules.end()) return;
+    for (const ConditionNode* condition : (*rule)->GetCondition()) {
+        const int line = dialogs::AddString(list, condition->GetConditionString());
+        list.item(line)->setData(Qt::UserRole, condition->GetId());
+    }
+    if (list.count() > 0) dialogs::SetCurSel(list, 0);
+}
+
+bool CAutoConfigDlg::BuildConditionArray(CStringArray& array) const
+{
+    array.append(SelectedAttribute());
+    const bool valuePage = Pages().currentIndex() == ValuePage;
+    array.append(valuePage ? u"1"_s : u"0"_s);
+    return valuePage ? AppendValue(array) : AppendRange(array);
+}
+
+bool CAutoConfigDlg::AppendValue(CStringArray& array) const
+{
+    const CString value = Combo(ValueCombo).currentText();
+    if (value.isEmpty()) return false;
+    array << Combo(EqualOperator).currentText() << CString() << CString() << value << CString() << CString();
+    return true;
+}
+
+// The bounds are compared as they were typed, whether the operators are strict or not.
+bool CAutoConfigDlg::AppendRange(CStringArray& array) const
+{
+    const CString lower = Combo(LowerBound).currentText();
+    const CString upper = Combo(UpperBound).currentText();
+    if (lower.isEmpty() && upper.isEmpty()) return false;
+    const bool both = !lower.isEmpty() && !upper.isEmpty();
+    if (both && platform::_wtof(upper) - platform::_wtof(lower) < LeastRange) return false;
+    array << CString() << Combo(LowerOperator).currentText() << Combo(UpperOperator).currentText()
+          << CString() << lower << upper;
+    return true;
+}
+
+// A plain search in the shown lines: it also finds another attribute whose name contains this one, or a value
+// that does.
+bool CAutoConfigDlg::FindChosenCondition(int& id) const
+{
+    const CString name = SelectedAttribute();
+    const QListWidget& list = ConditionList();
+    for (int line = 0; line < list.count(); ++line) {
+        if (!list.item(line)->text().contains(name)) continue;
+        id = list.item(line)->data(Qt::UserRole).toInt();
+        return true;
+    }
+    return false;
+}
+
+void CAutoConfigDlg::OnAddCondition()
+{
+    CPath path{};
+    CStringArray array;
+    if (!GetRulePath(path) || !BuildConditionArray(array)) return;
+    const bool done = FindChosenCondition(path.conditionId) ? m_presenter->ResetCondition(path, array)
+                                                            : m_presenter->AddCondition(path, array);
+    if (!done) return;
+    FillRuleList(); // the nodes have changed in place
+    SelectRuleById(m_currentRuleId);
+}
+
+void CAutoConfigDlg::OnRemoveCondition()
+{
+    CPath path{};
+    if (dialogs::GetCurSel(ConditionList()) < 0 || !GetConditionPath(path)) return;
+    m_rules.clear();
+    if (!m_presenter->DelCondition(path, m_rules)) return;
+    FillRuleList();
+    SelectRuleById(m_currentRuleId);
+}

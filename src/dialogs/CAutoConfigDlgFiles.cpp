@@ -1,0 +1,75 @@
+#include "dialogs/CAutoConfigDlg.h"
+
+#include "dialogs/secondary/DlgSaveAs.h"
+#include "host/HostWindows.h"
+#include "host/NvKtProfile.h"
+#include "platform/Messages.h"
+
+// The file commands. None of them flushes the grid or saves first: a new and a loaded file leave what the
+// grid shows of the former one behind without a question.
+
+using namespace Qt::StringLiterals;
+
+std::optional<CString> CAutoConfigDlg::AskForFile(int mode, const CString& startPath)
+{
+    DlgSaveAs dialog(mode, this, startPath);
+    if (dialog.DoModal() != dialogs::IdOk) return std::nullopt;
+    return dialog.GetChosenPath();
+}
+
+bool CAutoConfigDlg::RunLoad(const std::function<bool()>& load)
+{
+    try {
+        return load();
+    } catch (...) {
+        m_rules.clear();
+        throw;
+    }
+}
+
+// With no small category selected the lists keep what they show; the nodes behind them are gone.
+void CAutoConfigDlg::ReloadRules()
+{
+    m_rules.clear();
+    CPath path{};
+    if (GetCategoryPath(path)) RefillRules(path);
+}
+
+void CAutoConfigDlg::OnNewFile()
+{
+    const auto path = AskForFile(DlgSaveAs::New, m_presenter->GetCurConfigDetailPath());
+    if (!path || !RunLoad([&] { return m_presenter->NewFile(*path); })) return;
+    RefreshCaption();
+    ReloadRules();
+}
+
+void CAutoConfigDlg::OnLoadFile()
+{
+    const auto path = AskForFile(DlgSaveAs::Load, m_presenter->GetCurConfigDetailPath());
+    if (!path) return;
+    if (!RunLoad([&] { return m_presenter->ReLoad(*path); })) {
+        platform::ShowWarning(u"文件功能不匹配"_s);
+        return;
+    }
+    RefreshCaption();
+    ReloadRules();
+}
+
+// The dialog stays on the former file: title and later saves are that one's.
+void CAutoConfigDlg::OnSaveAs()
+{
+    const auto path = AskForFile(DlgSaveAs::SaveAs, CString());
+    if (path && m_presenter->SaveAs(*path)) platform::ShowReport(u"另存成功"_s);
+}
+
+// The current file is read from disk again whether something was imported or not, so whatever was not saved
+// is gone.
+void CAutoConfigDlg::OnImportFromNetDisk()
+{
+    KtNetService::CNetDiskFunc::GetInstance().ShowDialog(u"自动套模板"_s, true);
+    RefreshCaption();
+    const CString path = NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置\\"_s +
+                         m_presenter->GetCurConfig() + u".xml"_s;
+    RunLoad([&] { return m_presenter->ReLoad(path); });
+    ReloadRules();
+}

@@ -1,0 +1,272 @@
+#include "dialogs/CAutoConfigDlg.h"
+
+#include "dialogs/ProjectMode.h"
+#include "dialogs/TreeControl.h"
+#include "dialogs/secondary/CDlgGetQdNum.h"
+#include "host/HostWindows.h"
+#include "host/NvQdInfo.h"
+#include "host/NvSysRuleData.h"
+#include "platform/Messages.h"
+
+#include <algorithm>
+#include <cstdint>
+
+// The grid of bill and quota items. A row's item data tell what it is: column 1 the kind of the row, column 0
+// the id of its node. In bill mode the quota rows of a bill item stand directly below its row; nothing else
+// ties them to it.
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum RowKind : int { BillRow = 0, QuotaRow = 1 };
+
+constexpr int UnitColumn = 3;
+constexpr int FormulaColumn = 4;
+constexpr int AnnexColumn = 5;
+/// Background of the columns 1 to 4 of a bill row, 0x00BBGGRR.
+constexpr std::uint32_t BillColor = 0xFFFF80;
+/// The part of a bill number that the items of one kind share.
+constexpr qsizetype BaseNumberLength = 9;
+
+CString YesNo(int flag)
+{
+    return flag != 0 ? u"是"_s : u"否"_s;
+}
+
+bool SameCode(const CString& a, const CString& b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+void CAutoConfigDlg::SelectGridRow(int row)
+{
+    m_grid.SetSelectedRange(row, 1, row, m_grid.GetColumnCount() - 1, false, true);
+    m_grid.SetFocusCell(row, 1);
+    m_grid.setFocus();
+}
+
+// Items of other libraries are left out of the view; they stay in the tree and in the file.
+void CAutoConfigDlg::FillGrid(const std::vector<ConfigNode*>& rules)
+{
+    m_grid.DeleteNonFixedRows();
+    const QTreeWidgetItem* selected = SelectedRule();
+    if (selected == nullptr) return;
+    const int ruleId = selected->data(0, Qt::UserRole).toInt();
+    const bool billMode = dialogs::IsBillMode();
+    for (const ConfigNode* rule : rules) {
+        if (rule->GetId() != ruleId) continue;
+        if (!billMode) {
+            AppendQuotas(rule->GetDe());
+            continue;
+        }
+        for (const QdNode* bill : rule->GetQd())
+            AppendBill(*bill);
+    }
+    m_grid.Refresh();
+}
+
+void CAutoConfigDlg::AppendBill(const QdNode& bill)
+{
+    const QdStruct& record = bill.GetRecord();
+    if (!SameCode(NvKtDataMng::CAtt().GetQdCode(), record.strQdCode)) return;
+    const int row =
+        AppendRow(bill.GetId(), BillRow,
+                  {record.strQdId, record.strName, record.strUnit, record.strFormula, record.strAnnex});
+    for (int column = 1; column <= FormulaColumn; ++column)
+        if (const auto cell = m_grid.GetCell(row, column)) cell->SetBackClr(BillColor);
+    AppendQuotas(bill.GetDe());
+}
+
+void CAutoConfigDlg::AppendQuotas(const std::vector<DeNode*>& quotas)
+{
+    const CString code = dialogs::QuotaLibraryCode();
+    for (const DeNode* quota : quotas) {
+        const DeStruct& record = quota->GetRecord();
+        if (!SameCode(code, record.strDeCode)) continue;
+        AppendRow(quota->GetId(), QuotaRow,
+                  {record.strDeId, record.strName, record.strUnit, record.strFormula, record.strAnnex});
+    }
+}
+
+int CAutoConfigDlg::AppendRow(int id, int kind, const CStringArray& texts)
+{
+    const int row = m_grid.InsertOneprop(m_grid.GetRowCount(), texts, nullptr);
+    m_grid.SetItemState(row, 1, ReadOnlyState);
+    m_grid.SetItemData(row, 1, kind);
+    m_grid.SetItemData(row, 0, id);
+    return row;
+}
+
+void CAutoConfigDlg::SelectItem(const CString& number)
+{
+    // The row behind the last one reads as empty; it is no row to be selected, though.
+    for (int row = 1; row < m_grid.GetRowCount(); ++row)
+        if (m_grid.GetItemText(row, 1) == number) SelectGridRow(row);
+}
+
+CString CAutoConfigDlg::ResolveCalRule(const CString& categoryText, const CString& rule) const
+{
+    CStringArray items;
+    CStringArray other;
+    NvSysRuleData::CFaceSysRule::GetCalItems(categoryText, items, other);
+    if (items.isEmpty()) {
+        platform::ShowWarning(u"计算规则不对应"_s);
+        return rule;
+    }
+    RuleCodeStruct info;
+    return NvSysRuleData::CFaceSysRule::GetCalItemInfo(items.first(), info) ? info.strRule : rule;
+}
+
+// Silent wherever it stops, in contrast to `OnDePicked`.
+int CAutoConfigDlg::OnQdPicked(const SPickedQd* picked)
+{
+    if (picked == nullptr) return -1;
+    const CString pickedNumber = picked->strNumber;
+    const std::optional<CString> number = AskForNumber(pickedNumber);
+    SQdInfo info;
+    if (!number || !NvQdInfo::IBillLib::GetQdInfo(pickedNumber, info)) return 0;
+    const QdStruct record = BillRecord(*number, info);
+    CPath path{};
+    if (!GetRulePath(path)) return 0;
+    m_rules.clear();
+    if (!m_presenter->AddQd(record, path, m_rules)) return 0;
+    FillGrid(m_rules);
+    SelectItem(record.strQdId);
+    return 0;
+}
+
+std::optional<CString> CAutoConfigDlg::AskForNumber(const CString& picked)
+{
+    CDlgGetQdNum dialog;
+    dialog.SetNumber(picked);
+    CPath path{};
+    if (!GetRulePath(path)) return std::nullopt;
+    const ConfigNode* rule = m_presenter->GetConfig(path);
+    if (rule == nullptr) return std::nullopt;
+    for (const QdNode* bill : rule->GetQd()) {
+        const QdStruct& record = bill->GetRecord();
+        dialog.AddUsedNumber(record.strQdId);
+        if (!picked.contains(record.strQdId.left(BaseNumberLength))) continue;
+        SQdInfo item;
+        item.strNumber = record.strQdId;
+        item.strName = record.strName;
+        dialog.AddHistoryItem(item);
+    }
+    if (dialog.DoModal() != dialogs::IdOk) return std::nullopt;
+    return dialog.GetNumber();
+}
+
+QdStruct CAutoConfigDlg::BillRecord(const CString& number, const SQdInfo& info) const
+{
+    QdStruct record;
+    record.strQdId = number;
+    record.strName = info.strName;
+    record.strUnit = info.strUnit;
+    record.strUnitCode = CString::number(info.nUnitCode);
+    record.strQdCode = NvKtDataMng::CAtt().GetQdCode();
+    record.strFormula =
+        info.strCalRule.isEmpty() ? ResolveCalRule(GetCategoryText(), CString()) : info.strCalRule;
+    record.strAnnex = YesNo(info.nWithAnnex);
+    return record;
+}
+
+int CAutoConfigDlg::OnDePicked(const SPickedDe* picked)
+{
+    if (picked == nullptr) return -1;
+    const bool billMode = dialogs::IsBillMode();
+    CPath path{};
+    if (!(billMode ? GetBillPathOfFocus(path) : GetRulePath(path))) return 0;
+    const DeStruct record = QuotaRecord(*picked);
+    m_rules.clear();
+    const bool added = billMode ? m_presenter->AddDe2QdNode(record, path, m_rules)
+                                : m_presenter->AddDe2ConfigNode(record, path, m_rules);
+    if (!added) {
+        platform::ShowWarning(u"套定额失败"_s);
+        return 0;
+    }
+    FillGrid(m_rules);
+    SelectItem(record.strDeId);
+    return 0;
+}
+
+DeStruct CAutoConfigDlg::QuotaRecord(const SPickedDe& picked) const
+{
+    DeStruct record;
+    record.strDeId = picked.strNumber;
+    record.strName = picked.strName;
+    record.strDeCode = dialogs::QuotaLibraryCode();
+    record.strUnit = picked.strUnit;
+    record.strUnitCode = CString::number(picked.nUnitCode);
+    record.strFormula =
+        picked.strCalRule.isEmpty() ? ResolveCalRule(GetCategoryText(), CString()) : picked.strCalRule;
+    record.strAnnex = YesNo(picked.nWithAnnex);
+    return record;
+}
+
+void CAutoConfigDlg::OnDeleteItems()
+{
+    CPath path{};
+    if (!GetRulePath(path)) return;
+    std::vector<int> rows; // from the bottom up
+    m_grid.GetSelectedRows(rows);
+    if (dialogs::IsBillMode())
+        DeleteFromBills(path, rows);
+    else
+        DeleteFromRule(path, rows);
+    m_rules.clear();
+    m_presenter->GetConfig(path, m_rules);
+    FillGrid(m_rules);
+    // Above the topmost row: after a deletion of row 1 that is the header.
+    const int top = rows.empty() ? 0 : rows.back();
+    SelectGridRow(top < 1 ? top + 1 : top - 1);
+}
+
+// A selected header counts as the row of a bill item with the id 0, which only a file without ids can hold.
+void CAutoConfigDlg::DeleteFromBills(const CPath& path, const std::vector<int>& rows)
+{
+    std::set<int> bills;
+    std::map<int, std::set<int>> quotas;
+    for (const int row : rows) {
+        const int id = static_cast<int>(m_grid.GetItemData(row, 0));
+        if (m_grid.GetItemData(row, 1) == BillRow) {
+            bills.insert(id);
+        } else if (const int billRow = BillRowOf(row); billRow >= 1) {
+            quotas[static_cast<int>(m_grid.GetItemData(billRow, 0))].insert(id);
+        }
+    }
+    if (!bills.empty()) m_presenter->DelQd(path, bills);
+    if (!quotas.empty()) m_presenter->DelDeInQdNode(path, quotas);
+}
+
+void CAutoConfigDlg::DeleteFromRule(const CPath& path, const std::vector<int>& rows)
+{
+    // One call per row with all ids so far; those that are gone already do no harm.
+    std::set<int> quotas;
+    for (const int row : rows) {
+        if (m_grid.GetItemData(row, 1) != QuotaRow) continue;
+        quotas.insert(static_cast<int>(m_grid.GetItemData(row, 0)));
+        m_presenter->DelDeInConfigNode(path, quotas);
+    }
+}
+
+void CAutoConfigDlg::OnGridCellClick(const dialogs::Notice& notice)
+{
+    const auto [row, column] = std::pair(notice.row, notice.column);
+    if (!m_grid.IsValid(row, column) || row == 0 || column != FormulaColumn) return;
+    const CString text = m_grid.GetItemText(row, column);
+    CString result;
+    const int answer = KtGlobalDlg::CFaceGlobalDlg().ShowCalculatorDlg(GetCategoryText(), text, result, this);
+    if (answer != 1 || result == text) return;
+    m_grid.SetItemText(row, column, result);
+    CommitGridRow(row);
+}
+
+void CAutoConfigDlg::OnGridCellChoice(const dialogs::Notice& notice)
+{
+    if (notice.column != UnitColumn && notice.column != AnnexColumn) return;
+    m_grid.SetItemText(notice.row, notice.column, notice.text);
+    CommitGridRow(notice.row);
+}

@@ -1,0 +1,5 @@
+#include "dialogs/CNvGridCtrl.h"
+
+CNvGridCtrl::CNvGridCtrl(CWnd* parent) : CEnterGrid(parent) {}
+
+CNvGridCtrl::~CNvGridCtrl() = default;

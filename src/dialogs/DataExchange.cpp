@@ -1,0 +1,27 @@
+#include "dialogs/DataExchange.h"
+
+#include "dialogs/TemplateDialog.h"
+
+#include <QtWidgets/QButtonGroup>
+#include <QtWidgets/QRadioButton>
+
+namespace dialogs {
+
+void DataExchange::Text(int id, CString& value)
+{
+    if (m_direction == Direction::ToMembers)
+        value = m_dialog.GetDlgItemText(id);
+    else
+        m_dialog.SetDlgItemText(id, value);
+}
+
+void DataExchange::Radio(int firstId, int& value)
+{
+    const QButtonGroup* group = m_dialog.Item<QRadioButton>(firstId).group();
+    if (m_direction == Direction::ToMembers)
+        value = group->checkedId();
+    else if (QAbstractButton* button = group->button(value))
+        button->setChecked(true);
+}
+
+} // namespace dialogs

@@ -1,0 +1,66 @@
+#include "dialogs/GridEditors.h"
+
+#include "dialogs/GridText.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QWheelEvent>
+#include <QtWidgets/QAbstractItemView>
+
+QValidator::State GridTextValidator::validate(QString& input, int& position) const
+{
+    const qsizetype cursor = position;
+    position = static_cast<int>(grid::WithoutForbidden(input.left(cursor)).size());
+    input = grid::WithoutForbidden(input);
+    return Acceptable;
+}
+
+GridChoiceEditor::GridChoiceEditor(const CStringArray& options, const CString& text, QWidget* parent)
+    : QComboBox(parent)
+{
+    setFrame(false);
+    addItems(options);
+    setCurrentIndex(findText(text, Qt::MatchFixedString | Qt::MatchCaseSensitive));
+    // A text outside the list stands in the placeholder's place, in the colour of a real entry.
+    setPlaceholderText(text);
+    QPalette colors = palette();
+    colors.setColor(QPalette::PlaceholderText, colors.color(QPalette::ButtonText));
+    setPalette(colors);
+    connect(this, &QComboBox::textActivated, this, &GridChoiceEditor::Chosen);
+}
+
+void GridChoiceEditor::hidePopup()
+{
+    QComboBox::hidePopup();
+    // The toolkit closes the list first and reports the choice afterwards, in the same event.
+    QMetaObject::invokeMethod(this, &GridChoiceEditor::Finish, Qt::QueuedConnection);
+}
+
+void GridChoiceEditor::showEvent(QShowEvent* event)
+{
+    QComboBox::showEvent(event);
+    // Queued: the view places the editor and gives it the focus before the list may open below it.
+    QMetaObject::invokeMethod(this, &QComboBox::showPopup, Qt::QueuedConnection);
+}
+
+void GridChoiceEditor::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        Finish();
+        return;
+    }
+    if (!view()->isVisible()) showPopup();
+    QCoreApplication::sendEvent(view(), event);
+}
+
+void GridChoiceEditor::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
+}
+
+void GridChoiceEditor::Finish()
+{
+    if (m_finished) return;
+    m_finished = true;
+    emit Finished();
+}

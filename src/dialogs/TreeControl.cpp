@@ -1,0 +1,99 @@
+#include "dialogs/TreeControl.h"
+
+#include <QtCore/QItemSelectionModel>
+#include <QtGui/QPainter>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QStyledItemDelegate>
+
+#include <utility>
+
+namespace dialogs {
+
+namespace {
+
+class AnnouncingSelection : public QItemSelectionModel
+{
+public:
+    AnnouncingSelection(QAbstractItemModel* model, QObject* parent, std::function<void()> changing)
+        : QItemSelectionModel(model, parent), m_changing(std::move(changing))
+    {
+    }
+
+    using QItemSelectionModel::select;
+
+    void select(const QItemSelection& rows, SelectionFlags command) override
+    {
+        const bool replaces = command.testFlag(Clear) || command.testFlag(Select);
+        if (replaces && rows.indexes() != selectedIndexes()) m_changing();
+        QItemSelectionModel::select(rows, command);
+    }
+
+private:
+    std::function<void()> m_changing;
+};
+
+class GridLines : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        painter->save();
+        painter->setPen(option.palette.color(QPalette::Midlight));
+        painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+        painter->drawLine(option.rect.topRight(), option.rect.bottomRight());
+        painter->restore();
+    }
+};
+
+} // namespace
+
+TreeControl::TreeControl(QWidget* parent) : QTreeWidget(parent)
+{
+    setHeaderHidden(true);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setUniformRowHeights(true);
+}
+
+void TreeControl::OnSelectionChanging(std::function<void()> handler)
+{
+    QItemSelectionModel* former = selectionModel();
+    auto* announcing = new AnnouncingSelection(model(), this, std::move(handler));
+    setSelectionModel(announcing);
+    delete former;
+    // The tree widget listens only to the selection model that it was made with.
+    connect(announcing, &QItemSelectionModel::selectionChanged, this, &QTreeWidget::itemSelectionChanged);
+}
+
+QTreeWidgetItem* TreeControl::GetSelectedItem() const
+{
+    const QList<QTreeWidgetItem*> selected = selectedItems();
+    return selected.isEmpty() ? nullptr : selected.first();
+}
+
+QItemSelectionModel::SelectionFlags TreeControl::selectionCommand(const QModelIndex& index,
+                                                                  const QEvent* event) const
+{
+    const auto command = QTreeWidget::selectionCommand(index, event);
+    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+}
+
+QTreeWidget* MakeReportList(QWidget* parent)
+{
+    auto* list = new QTreeWidget(parent);
+    list->setRootIsDecorated(false);
+    list->setItemsExpandable(false);
+    list->setAllColumnsShowFocus(true);
+    list->setUniformRowHeights(true);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list->setItemDelegate(new GridLines(list));
+    list->header()->setSectionsMovable(false);
+    list->header()->setStretchLastSection(false);
+    return list;
+}
+
+} // namespace dialogs

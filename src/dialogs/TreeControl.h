@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtWidgets/QTreeWidget>
+
+#include <functional>
+
+namespace dialogs {
+
+/// A tree with one selected item that tells of a change of selection before it happens. What the toolkit
+/// offers by itself, `itemSelectionChanged`, comes when it has happened; both come inside the call that
+/// selects.
+class TreeControl : public QTreeWidget
+{
+public:
+    explicit TreeControl(QWidget* parent);
+
+    /// Runs `handler` before another item becomes selected or the selection is lost, while the old one still
+    /// stands.
+    void OnSelectionChanging(std::function<void()> handler);
+
+    /// The selected item; null when there is none.
+    QTreeWidgetItem* GetSelectedItem() const;
+
+protected:
+    /// The user can select another item, but not none: Ctrl with a click or a key does not deselect.
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
+};
+
+/// A list of several columns: one header, one selected row over its full width, lines between the cells.
+QTreeWidget* MakeReportList(QWidget* parent);
+
+} // namespace dialogs

@@ -1,0 +1,217 @@
+#include "dialogs/secondary/CDlgGetQdNum.h"
+
+#include "dialogs/DialogTemplates.h"
+#include "dialogs/ListControls.h"
+#include "host/NvKtDataMng.h"
+#include "host/NvQdInfo.h"
+#include "platform/Messages.h"
+#include "platform/Numbers.h"
+
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QListWidget>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+using dialogs::DataExchange;
+using dialogs::DialogEvent;
+using dialogs::IdOk;
+using NvQdInfo::IBillLib;
+
+namespace {
+
+enum ControlId {
+    DetailEdit = 1069,
+    BaseEdit = 1076,
+    SuffixEdit = 1077,
+    ExistingRadio = 1111,
+    NewRadio = 1112,
+    HistoryList = 1113,
+    SourceCombo = 1114,
+};
+
+enum NumberKind {
+    ExistingNumber = 0,
+    NewNumber = 1,
+};
+
+CString Padded(int number, int length)
+{
+    return CString::number(number).rightJustified(length, u'0');
+}
+
+} // namespace
+
+CDlgGetQdNum::CDlgGetQdNum(CWnd* parent)
+    : TemplateDialog(dialogs::templates::GetQdNum(), parent), m_numberKind(NewNumber)
+{
+    On(DialogEvent::Command, ExistingRadio, &CDlgGetQdNum::OnUseExisting);
+    On(DialogEvent::Command, NewRadio, &CDlgGetQdNum::OnUseNew);
+    On(DialogEvent::ListSelection, HistoryList, &CDlgGetQdNum::ShowHistoryItem);
+}
+
+void CDlgGetQdNum::DoDataExchange(DataExchange& exchange)
+{
+    exchange.Radio(ExistingRadio, m_numberKind);
+    exchange.Text(SuffixEdit, m_suffix);
+    exchange.Text(BaseEdit, m_baseNumber);
+}
+
+// Without a known coding rule the dialog stays as the template made it: no base number, no history, no
+// proposal.
+void CDlgGetQdNum::OnInitDialog()
+{
+    TemplateDialog::OnInitDialog();
+    IBillLib::GetEnCodeRule(m_codeLength, m_suffixLength);
+    if (m_codeLength == -1 || m_suffixLength == -1 || !ApplyCodingRule()) return;
+    LoadHistory();
+    (this->*m_makeSuffix)();
+    m_numberKind = NewNumber;
+    UpdateData(DataExchange::Direction::ToControls);
+    OnUseNew();
+}
+
+bool CDlgGetQdNum::ApplyCodingRule()
+{
+    const auto is = [this](int length, int suffix) {
+        return m_codeLength == length && m_suffixLength == suffix;
+    };
+    if (is(9, 3) || is(10, 2)) {
+        m_makeSuffix = &CDlgGetQdNum::ProposeSuffix;
+    } else if (is(12, 3)) {
+        CutNumber(9);
+        m_makeSuffix = &CDlgGetQdNum::ProposeFreeSuffix;
+    } else if (is(12, 1)) {
+        CutNumber(11);
+        m_makeSuffix = &CDlgGetQdNum::ProposeSuffix;
+    }
+    return m_makeSuffix != nullptr;
+}
+
+void CDlgGetQdNum::CutNumber(int baseLength)
+{
+    m_suffix = m_number.right(m_suffixLength);
+    m_number = m_number.left(baseLength);
+}
+
+void CDlgGetQdNum::LoadHistory()
+{
+    m_historyItems.clear();
+    NvKtDataMng::CQdHistoryMng().GetQdInfoByQdNum(m_number, m_historyItems);
+    auto& list = Item<QListWidget>(HistoryList);
+    auto& sources = Item<QComboBox>(SourceCombo);
+    dialogs::AddString(sources, {});
+    for (int index = 0; index < m_historyItems.size(); ++index) {
+        // By index, although the list is a sorted one: its lines keep step with the items.
+        dialogs::InsertString(list, index, m_historyItems.at(index).strNumber);
+        dialogs::AddString(sources, m_historyItems.at(index).strNumber);
+    }
+    dialogs::SetCurSel(list, 0);
+    ShowHistoryItem();
+    m_baseNumber = m_number;
+    if (m_historyItems.isEmpty()) GetDlgItem(ExistingRadio)->setEnabled(false);
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+void CDlgGetQdNum::ShowHistoryItem()
+{
+    const int selected = dialogs::GetCurSel(Item<QListWidget>(HistoryList));
+    if (selected < 0) return;
+    const SQdInfo& item = m_historyItems.at(selected);
+    // A selection that the user made in the field goes with the former text.
+    SetDlgItemText(DetailEdit, item.strName + u"\r\n"_s + item.strUnit);
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+void CDlgGetQdNum::ProposeSuffix()
+{
+    const auto& list = Item<QListWidget>(HistoryList);
+    int highest = 0;
+    for (int index = 0; index < list.count(); ++index)
+        highest = std::max(highest, platform::_wtoi(list.item(index)->text().right(m_suffixLength)));
+    const float largest = std::pow(10.0F, static_cast<float>(m_suffixLength)) - 1.0F;
+    if (largest < static_cast<float>(highest + 1)) highest = -1; // all used: the count starts again at 0
+    m_suffix = Padded(highest + 1, m_suffixLength);
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+void CDlgGetQdNum::ProposeFreeSuffix()
+{
+    m_suffix = FreeSuffix();
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+// A picked number that the history does not hold keeps its suffix. Only for one that it holds is the library
+// asked, too: such a number is counted up past all that either knows, if need be to four digits, which OK
+// then refuses.
+CString CDlgGetQdNum::FreeSuffix() const
+{
+    constexpr int digits = 3;
+    int n = m_suffix.isEmpty() ? 1 : platform::_wtoi(m_suffix);
+    if (Item<QListWidget>(HistoryList).count() == 0) return Padded(n, digits);
+    CString candidate = m_suffix;
+    if (!IsInHistory(m_baseNumber + candidate)) return candidate;
+    while (IBillLib::IsInQdk(m_baseNumber + candidate) || IsInHistory(m_baseNumber + candidate))
+        candidate = Padded(++n, digits);
+    return candidate;
+}
+
+bool CDlgGetQdNum::IsInHistory(const CString& number) const
+{
+    return dialogs::FindStringExact(Item<QListWidget>(HistoryList), number) >= 0;
+}
+
+void CDlgGetQdNum::OnUseExisting()
+{
+    UpdateData(DataExchange::Direction::ToMembers);
+    GetDlgItem(HistoryList)->setEnabled(true);
+    GetDlgItem(SuffixEdit)->setEnabled(false);
+    GetDlgItem(SourceCombo)->setEnabled(false);
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+void CDlgGetQdNum::OnUseNew()
+{
+    UpdateData(DataExchange::Direction::ToMembers);
+    GetDlgItem(HistoryList)->setEnabled(false);
+    GetDlgItem(SuffixEdit)->setEnabled(true);
+    GetDlgItem(SourceCombo)->setEnabled(true);
+    UpdateData(DataExchange::Direction::ToControls);
+}
+
+void CDlgGetQdNum::OnOK()
+{
+    UpdateData(DataExchange::Direction::ToMembers);
+    if (m_numberKind == ExistingNumber && !TakeExistingNumber()) return;
+    if (m_numberKind == NewNumber && !TakeNewNumber()) return;
+    EndDialog(IdOk);
+}
+
+bool CDlgGetQdNum::TakeExistingNumber()
+{
+    const auto& list = Item<QListWidget>(HistoryList);
+    const int selected = dialogs::GetCurSel(list);
+    m_number = selected < 0 ? CString() : list.item(selected)->text();
+    if (!m_usedNumbers.contains(m_number)) return true;
+    platform::ShowWarning(u"同一构件不能多次套同一清单 "_s);
+    return false;
+}
+
+// Only the length of the suffix is looked at, not whether it is made of digits, and neither the rule nor the
+// library is asked whether it has the number.
+bool CDlgGetQdNum::TakeNewNumber()
+{
+    if (m_suffix.size() != m_suffixLength) {
+        platform::ShowWarning(u"新清单号不符合规范"_s);
+        ProposeSuffix();
+        return false;
+    }
+    m_number = m_baseNumber + m_suffix;
+    if (IsInHistory(m_number)) {
+        platform::ShowWarning(u"清单已经套用"_s);
+        return false;
+    }
+    m_copySource = Item<QComboBox>(SourceCombo).currentText();
+    return true;
+}

@@ -1,0 +1,45 @@
+#include "dialogs/secondary/FileNameRules.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace dialogs {
+
+namespace {
+
+constexpr qsizetype MaxBytes = 255;
+
+bool HoldsControlCharacter(const CString& name)
+{
+    return std::any_of(name.begin(), name.end(),
+                       [](QChar c) { return c.category() == QChar::Other_Control; });
+}
+
+bool IsDeviceName(const CString& name)
+{
+    const CString device = name.section(u'.', 0, 0).trimmed().toUpper();
+    if (device == u"CON" || device == u"PRN" || device == u"AUX" || device == u"NUL") return true;
+    const bool isPort = device.startsWith(u"COM") || device.startsWith(u"LPT");
+    return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
+}
+
+bool EndsInStopOrBlank(CString name)
+{
+    if (name.endsWith(u".xml", Qt::CaseInsensitive)) name.chop(4);
+    return !name.isEmpty() && (name.back() == u'.' || name.back().isSpace());
+}
+
+} // namespace
+
+CString FileNameFault(const CString& fileName)
+{
+    if (HoldsControlCharacter(fileName) || !fileName.isValidUtf16())
+        return u"文件名不能包含控制字符或无效字符"_s;
+    if (IsDeviceName(fileName)) return u"文件名不能使用系统保留的设备名"_s;
+    if (EndsInStopOrBlank(fileName)) return u"文件名不能以句点或空格结尾"_s;
+    if (fileName.toUtf8().size() > MaxBytes) return u"文件名过长"_s;
+    return {};
+}
+
+} // namespace dialogs

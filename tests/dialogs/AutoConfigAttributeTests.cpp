@@ -1,0 +1,139 @@
+#include "dialogs/AutoConfigFixture.h"
+
+#include "dialogs/secondary/CTTComboBox.h"
+
+using namespace test::autoconfig;
+
+// The list of attributes that a small category offers, and the width of the list of values.
+
+namespace {
+
+struct Derived
+{
+    const char16_t* category;                            ///< specialty, big and small category
+    std::vector<std::pair<CString, CString>> attributes; ///< name and code
+};
+
+class AutoConfigDerivedAttributes : public AutoConfigTest, public ::testing::WithParamInterface<Derived>
+{
+protected:
+    /// Opens the dialog on the category, with values for each code that tell the code.
+    void OpenOn(const CString& category)
+    {
+        const CStringArray names = category.split(u'\\');
+        Host().AddSpec(u"7"_s, u"专业"_s + names[0]);
+        Host().AddBig(u"7"_s, u"71"_s, names[1]);
+        Host().AddSmall(u"71"_s, u"711"_s, names[2]);
+        Host().SetCurrentSpec(u"专业"_s + names[0]);
+        for (const CString& code : {u"AM_Perimeter"_s, u"AM_LongEdge"_s, u"AM_Diameter"_s,
+                                    u"AM_SemiPerimeter"_s, u"AM_SPerimeter"_s})
+            Host().SetCellData(code, 1, {code});
+        Open();
+        Press(AddRuleButton); // the default rule has the list disabled
+    }
+};
+
+} // namespace
+
+TEST_P(AutoConfigDerivedAttributes, FollowFromThePartsOfTheCategoryTextWithTheirCodes)
+{
+    OpenOn(CString::fromUtf16(GetParam().category));
+    CStringArray names;
+    for (const auto& [name, code] : GetParam().attributes)
+        names.append(name);
+    EXPECT_EQ(AttributeNames(), names + CStringArray{u"具体构件"_s});
+    for (const auto& [name, code] : GetParam().attributes) {
+        SelectAttribute(name);
+        EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray{code});
+    }
+}
+
+namespace {
+
+const std::vector<std::pair<CString, CString>> Duct{
+    {u"周长(mm)"_s, u"AM_Perimeter"_s}, {u"长边(mm)"_s, u"AM_LongEdge"_s}, {u"直径(mm)"_s, u"AM_Diameter"_s}};
+const std::vector<std::pair<CString, CString>> Cabinet{{u"半周长(mm)"_s, u"AM_SemiPerimeter"_s}};
+const std::vector<std::pair<CString, CString>> Tray{{u"宽+高(mm)"_s, u"AM_SemiPerimeter"_s},
+                                                    {u"宽+高×2(mm)"_s, u"AM_SPerimeter"_s}};
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(
+    All, AutoConfigDerivedAttributes,
+    ::testing::Values(Derived{u"暖通\\风管\\矩形", Duct}, Derived{u"暖通\\风管部件\\风口", Duct},
+                      Derived{u"电气\\配电箱柜\\配电箱", Cabinet}, Derived{u"电气\\配电箱柜\\元件装置", {}},
+                      Derived{u"弱电\\箱柜\\接线箱", Cabinet}, Derived{u"弱电\\箱柜\\机柜", {}},
+                      Derived{u"电气\\电缆桥架\\桥架", Tray}, Derived{u"电气\\电缆桥架\\托盘", Tray},
+                      Derived{u"电气\\电缆桥架\\组合式桥架", Tray}, Derived{u"弱电\\线槽桥架\\线槽", Tray},
+                      Derived{u"弱电\\线槽桥架\\桥架", Tray}, Derived{u"电气\\电缆桥架\\电缆", {}}));
+
+namespace {
+
+/// A rule that is not the default one, so that the list is enabled.
+class AutoConfigAttributes : public AutoConfigTest
+{
+protected:
+    AutoConfigAttributes() { PrepareRule({}); }
+};
+
+} // namespace
+
+TEST_F(AutoConfigAttributes, CategoryWithoutAttributeListOffersOnlyTheConcreteComponent)
+{
+    Host().Fail(test::Operation::GetAttributeList);
+    Open();
+    EXPECT_EQ(AttributeNames(), CStringArray{u"具体构件"_s});
+    EXPECT_EQ(SelectedAttribute(), u"具体构件"_s);
+}
+
+TEST_F(AutoConfigAttributes, FirstLineIsSelectedAfterATreeMoveAndItsValuesAreOffered)
+{
+    Open();
+    SelectAttribute(u"长度"_s);
+    SelectCategory(u"截止阀"_s);
+    EXPECT_EQ(AttributeNames(), (CStringArray{u"管径"_s, u"具体构件"_s}));
+    EXPECT_EQ(SelectedAttribute(), u"管径"_s);
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), (CStringArray{u"DN15"_s, u"DN20"_s, u"DN25"_s}));
+    SelectCategory(u"排水管"_s);
+    EXPECT_EQ(SelectedAttribute(), u"具体构件"_s);
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray());
+}
+
+TEST_F(AutoConfigAttributes, RepeatedNameStandsTwiceAndHasTheLaterCode)
+{
+    Host().AddAttribute(u"111"_s, u"几何属性"_s, u"材质"_s, CString(), u"GJ"_s);
+    Open();
+    EXPECT_EQ(AttributeNames(), (CStringArray{u"材质"_s, u"管径"_s, u"长度"_s, u"材质"_s, u"具体构件"_s}));
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), (CStringArray{u"DN15"_s, u"DN20"_s, u"DN25"_s}));
+}
+
+TEST_F(AutoConfigAttributes, ListThatEndsWithinARecordIsReportedAndTheDialogStays)
+{
+    Open();
+    Host().SetAttributeList(u"112"_s, {u"组"_s, u"甲"_s, CString(), u"A"_s, u"组"_s, u"乙"_s});
+    SelectCategory(u"排水管"_s);
+    ASSERT_EQ(Messages().Texts().size(), 1);
+    EXPECT_TRUE(Messages().Texts().first().contains(u"attribute list"_s));
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(RuleTexts(), CStringArray{u"其它"_s}); // the rules were shown before
+    SelectCategory(u"给水管"_s);
+    EXPECT_EQ(AttributeNames().last(), u"具体构件"_s);
+}
+
+TEST_F(AutoConfigAttributes, ListOfValuesGrowsToItsLongestEntryAndNeverShrinks)
+{
+    const CString wide = CString(60, u'宽');
+    Host().SetCellData(u"CD"_s, 1, {wide});
+    Open();
+    const auto& combo = m_dialog->Item<CTTComboBox>(ValueCombo);
+    SelectAttribute(u"管径"_s);
+    const int before = combo.GetDroppedWidth();
+    const int needed = QFontMetrics(combo.font()).horizontalAdvance(wide);
+    EXPECT_LT(before, needed);
+    SelectAttribute(u"长度"_s);
+    ASSERT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray{wide});
+    const int grown = combo.GetDroppedWidth();
+    EXPECT_GT(grown, needed);
+    SelectAttribute(u"管径"_s);
+    EXPECT_EQ(combo.GetDroppedWidth(), grown);
+}

@@ -1,0 +1,344 @@
+#include "dialogs/AutoConfigFixture.h"
+
+#include "host/UserMessage.h"
+#include "support/FaultyFileSystem.h"
+
+#include <QtCore/QTimer>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QSessionManager>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QToolTip>
+
+using namespace test::autoconfig;
+
+// The frame: how the dialog starts, its pickers, and the ways out of it.
+
+using AutoConfigFrame = AutoConfigTest;
+
+namespace {
+
+/// Longer than the former name, so that the file needs more room.
+const CString NewName = u"一个比原来长得多的新名字，文件因此要在磁盘上占更多的地方"_s;
+
+/// A rule with a bill item whose name is being edited, and what is expected of a way out.
+class AutoConfigClosing : public AutoConfigTest
+{
+protected:
+    void OpenWithAnEdit()
+    {
+        m_id = PrepareRule({u"DN15"_s});
+        PrepareBill(m_id, u"031001001001"_s);
+        Open();
+        Press(PickerButton);
+        EditCell(1, 2, NewName);
+    }
+    CString SavedName()
+    {
+        CQdDeConfigPresenter presenter(FilePath(u"DefaultConfig"_s));
+        CPath path = WaterPipes;
+        path.configId = m_id;
+        return presenter.GetConfig(path)->GetQd(1)->GetRecord().strName;
+    }
+    void ExpectClosedAndSaved()
+    {
+        EXPECT_FALSE(m_dialog->isVisible());
+        EXPECT_EQ(m_dialog->result(), dialogs::IdCancel);
+        EXPECT_EQ(SavedName(), NewName);
+        EXPECT_FALSE(m_windows.Bill().IsVisible());
+        EXPECT_EQ(Messages().Texts(), CStringArray());
+    }
+    void ExpectOpenWithTheReason()
+    {
+        EXPECT_TRUE(m_dialog->isVisible());
+        ASSERT_EQ(Messages().Texts().size(), 1);
+        EXPECT_TRUE(Messages().Texts().first().contains(u"DefaultConfig.xml"_s));
+        EXPECT_EQ(GridColumn(2), CStringArray{NewName});
+        EXPECT_TRUE(m_windows.Bill().IsVisible());
+    }
+    static void AskToQuit()
+    {
+        QEvent quit(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &quit);
+    }
+
+    int m_id = 0;
+};
+
+} // namespace
+
+TEST_F(AutoConfigFrame, CaptionAndButtonSpeakOfBillMode)
+{
+    Open();
+    EXPECT_EQ(Caption(), u"自动套配置-[ 清单模式: DefaultConfig ]"_s);
+    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套清单>>"_s);
+}
+
+TEST_F(AutoConfigFrame, CaptionAndButtonSpeakOfQuotaMode)
+{
+    SetMode(SQdDeInfo::QuotaMode);
+    Open();
+    EXPECT_EQ(Caption(), u"自动套配置-[ 定额模式: DefaultConfig ]"_s);
+    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套定额>>"_s);
+}
+
+TEST_F(AutoConfigFrame, UnknownModeLeavesTheButtonAndCountsAsQuotaMode)
+{
+    SetMode(static_cast<SQdDeInfo::EQdDeMode>(2));
+    const int id = PrepareRule({});
+    PrepareQuota(id, u"9-1"_s);
+    Open();
+    EXPECT_EQ(Caption(), u"自动套配置-[ 定额模式: DefaultConfig ]"_s);
+    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套定额>>"_s);
+    EXPECT_EQ(GridColumn(), CStringArray{u"9-1"_s});
+    EXPECT_EQ(Grid().GetItemText(0, 1), u"清单/定额编号"_s); // the headings take it for bill mode
+    Press(PickerButton);
+    EXPECT_TRUE(m_windows.Bill().IsVisible());
+    EXPECT_FALSE(m_windows.Quota().IsVisible());
+}
+
+TEST_F(AutoConfigFrame, EditsTheGivenFileAndNotTheCurrentOne)
+{
+    PrepareRule({u"DN15"_s});
+    Open(FilePath(u"别的"_s));
+    EXPECT_EQ(RuleTexts(), CStringArray{u"其它"_s});
+    Press(AddRuleButton);
+    Close();
+    EXPECT_EQ(Saved(WaterPipes, u"别的"_s).size(), 2);
+    EXPECT_EQ(Saved(), (CStringArray{u"2 管径＝DN15;"_s, u"1 其它"_s}));
+}
+
+TEST_F(AutoConfigFrame, StandsInTheMiddleOfTheMainFrame)
+{
+    QWidget frame;
+    frame.setGeometry(301, 203, 901, 701);
+    m_windows.SetMainFrame(&frame);
+    m_dialog = std::make_unique<OpenAutoConfigDlg>(CString());
+    m_dialog->Create();
+    const QRect outer = frame.frameGeometry();
+    EXPECT_EQ(m_dialog->pos(), QPoint(outer.width() / 2 - m_dialog->width() / 2 + outer.left(),
+                                      outer.height() / 2 - m_dialog->height() / 2 + outer.top()));
+}
+
+TEST_F(AutoConfigFrame, RuleListHasTwoColumnsOfFixedWidth)
+{
+    Open();
+    const QHeaderView& header = *Rules().header();
+    EXPECT_EQ(header.count(), 2);
+    EXPECT_EQ(Rules().headerItem()->text(0), u"序号"_s);
+    EXPECT_EQ(Rules().headerItem()->text(1), u"范围"_s);
+    EXPECT_EQ(header.sectionSize(1) * 40, header.sectionSize(0) * 450);
+}
+
+TEST_F(AutoConfigFrame, GridStandsOnItsPlaceAndComesAfterThePickerButton)
+{
+    Open();
+    EXPECT_EQ(Grid().geometry(), m_dialog->GetDlgItem(GridPlace)->geometry());
+    EXPECT_EQ(m_dialog->GetDlgItem(PickerButton)->nextInFocusChain(), &Grid());
+}
+
+TEST_F(AutoConfigFrame, WizardControlsStayHidden)
+{
+    Open();
+    for (const int id : {7006, 7007, 7008, 2002, 2003, 2004, 2005, 2006, 2007})
+        EXPECT_FALSE(m_dialog->GetDlgItem(id)->isVisible()) << id;
+}
+
+TEST_F(AutoConfigFrame, PresenceMessageIsAnsweredWithOne)
+{
+    Open();
+    EXPECT_EQ(m_windows.Bill().Send(host::PresenceMessage, nullptr), 1);
+    EXPECT_EQ(m_windows.Bill().Send(host::PresenceMessage + 1, nullptr), 0);
+}
+
+TEST_F(AutoConfigFrame, PickersAreMadeHiddenAndDoNotAskForNumbers)
+{
+    Open();
+    EXPECT_EQ(m_windows.Bill().Calls(), CStringArray{u"create"_s});
+    EXPECT_EQ(m_windows.Quota().Calls(), CStringArray{u"create"_s});
+    EXPECT_FALSE(m_windows.Bill().AsksNumber());
+}
+
+TEST_F(AutoConfigFrame, ButtonShowsPlacesAndLoadsTheBillPickerAndHidesItAgain)
+{
+    Open();
+    m_windows.Bill().ForgetCalls();
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Bill().Calls(),
+              (CStringArray{u"show"_s, u"right"_s, u"load"_s, u"position 10.1.1"_s}));
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Bill().Calls().last(), u"hide"_s);
+    EXPECT_FALSE(m_windows.Quota().IsVisible());
+}
+
+TEST_F(AutoConfigFrame, ButtonEnablesShowsAndLoadsTheQuotaPickerAndHidesItAgain)
+{
+    SetMode(SQdDeInfo::QuotaMode);
+    Open();
+    m_windows.Quota().ForgetCalls();
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Quota().Calls(), (CStringArray{u"enable"_s, u"show"_s, u"right"_s, u"load"_s}));
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Quota().Calls().last(), u"hide"_s);
+    EXPECT_FALSE(m_windows.Bill().IsVisible());
+}
+
+TEST_F(AutoConfigFrame, PickerThatTheUserClosedComesUpAgain)
+{
+    Open();
+    Press(PickerButton);
+    m_windows.Bill().Close();
+    Press(PickerButton);
+    EXPECT_TRUE(m_windows.Bill().IsVisible());
+}
+
+TEST_F(AutoConfigFrame, EnterNeitherClosesNorPressesAButton)
+{
+    const int id = PrepareRule({u"DN15"_s});
+    PrepareBill(id, u"031001001001"_s);
+    Open();
+    const CStringArray before = Stored();
+    for (const int control :
+         {2000, 1008, 1009, 1010, 1021, 1022, 7000, 7003, 7004, 7005, 7009, 1011, 1012, 1014, 1015, 50002}) {
+        m_dialog->GetDlgItem(control)->setFocus();
+        Key(Qt::Key_Return);
+        Key(Qt::Key_Enter);
+        ASSERT_TRUE(m_dialog->isVisible()) << control;
+        ASSERT_EQ(Stored(), before) << control;
+    }
+    EXPECT_FALSE(m_windows.Bill().IsVisible());
+}
+
+TEST_F(AutoConfigFrame, EveryControlThatTheUserReachesHasANameForScreenReaders)
+{
+    Open();
+    for (QWidget* control : m_dialog->Content()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (control->focusPolicy() == Qt::NoFocus) continue;
+        EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+    }
+}
+
+TEST_F(AutoConfigFrame, TextsThatAreCutOffShowWholeInATip)
+{
+    const CString longText(200, u'长');
+    const int id = PrepareRule({longText});
+    PrepareBill(id, u"031001001001"_s);
+    Open();
+    const auto tipAt = [](QWidget& cells, const QPoint& point) {
+        QHelpEvent help(QEvent::ToolTip, point, cells.mapToGlobal(point));
+        QCoreApplication::sendEvent(&cells, &help);
+        return QToolTip::isVisible() ? QToolTip::text() : CString();
+    };
+    const auto ruleTip = [&](int row) {
+        const QModelIndex cell = Rules().model()->index(row, 1);
+        return tipAt(*Rules().viewport(), Rules().visualRect(cell).topLeft() + QPoint(5, 5));
+    };
+    EXPECT_TRUE(ruleTip(0).contains(longText));
+    EXPECT_EQ(ruleTip(1), CString());
+    EXPECT_EQ(tipAt(*Tree().viewport(), Tree().visualItemRect(Category(u"给水管"_s)).center()), CString());
+    Grid().SetItemText(1, 2, longText);
+    const QRect name = Grid().visualRect(Grid().model()->index(0, 1));
+    EXPECT_TRUE(tipAt(*Grid().viewport(), name.center()).contains(longText));
+}
+
+TEST_F(AutoConfigClosing, EscapeSaves)
+{
+    OpenWithAnEdit();
+    Key(Qt::Key_Escape); // ends the edit and gives it up
+    EXPECT_TRUE(m_dialog->isVisible());
+    EditCell(1, 2, NewName);
+    Key(Qt::Key_Return);
+    Key(Qt::Key_Escape);
+    ExpectClosedAndSaved();
+}
+
+TEST_F(AutoConfigClosing, CloseBoxSavesAnOpenEditToo)
+{
+    OpenWithAnEdit();
+    Close();
+    ExpectClosedAndSaved();
+}
+
+TEST_F(AutoConfigClosing, RequestToQuitSaves)
+{
+    OpenWithAnEdit();
+    AskToQuit();
+    ExpectClosedAndSaved();
+}
+
+TEST_F(AutoConfigClosing, LogOffSavesAndLeavesTheDialogToTheSession)
+{
+    OpenWithAnEdit();
+    auto* session = qApp->findChild<QSessionManager*>();
+    ASSERT_NE(session, nullptr);
+    emit qApp->commitDataRequest(*session);
+    EXPECT_EQ(SavedName(), NewName);
+    EXPECT_TRUE(m_dialog->isVisible());
+}
+
+TEST_F(AutoConfigClosing, CloseBoxSavesTwiceAndEscapeOnce)
+{
+    OpenWithAnEdit();
+    test::FaultyFileSystem files;
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
+    const int once = files.WritePoints();
+    EXPECT_GT(once, 0);
+    test::Open(*m_dialog);
+    Press(AddRuleButton);
+    Close();
+    EXPECT_EQ(files.WritePoints(), 3 * once);
+}
+
+TEST_F(AutoConfigClosing, SaveThatFailsOnEscapeLeavesTheDialogOpenWithTheEdits)
+{
+    OpenWithAnEdit();
+    Key(Qt::Key_Return);
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::RefuseOpen);
+    Key(Qt::Key_Escape);
+    ExpectOpenWithTheReason();
+    Messages().Clear();
+    files.Heal();
+    Key(Qt::Key_Escape);
+    ExpectClosedAndSaved();
+}
+
+TEST_F(AutoConfigClosing, FullDiskOnTheCloseBoxIsReportedOnceAndLeavesTheDialogOpen)
+{
+    OpenWithAnEdit();
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::NoRoom);
+    Close();
+    ExpectOpenWithTheReason();
+    Messages().Clear();
+    files.Heal();
+    Close();
+    ExpectClosedAndSaved();
+}
+
+TEST_F(AutoConfigClosing, SaveThatFailsOnARequestToQuitLeavesTheDialogOpen)
+{
+    OpenWithAnEdit();
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::NoRoom);
+    AskToQuit();
+    ExpectOpenWithTheReason();
+}
+
+TEST_F(AutoConfigClosing, SaveThatFailsAtALogOffIsReported)
+{
+    OpenWithAnEdit();
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::NoRoom);
+    emit qApp->commitDataRequest(*qApp->findChild<QSessionManager*>());
+    ExpectOpenWithTheReason();
+}
+
+TEST_F(AutoConfigClosing, ModalRunEndsWithCancel)
+{
+    QTimer::singleShot(0, qApp, [this] { Key(Qt::Key_Escape); });
+    m_dialog = std::make_unique<OpenAutoConfigDlg>(CString());
+    EXPECT_EQ(m_dialog->DoModal(), dialogs::IdCancel);
+}
