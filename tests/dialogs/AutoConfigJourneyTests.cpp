@@ -106,8 +106,9 @@ TEST_F(AutoConfigJourney, FileHoldsExactlyWhatWasDone)
     CQdDeConfigPresenter reopened(File());
     const CString conditions = u"材质＝镀锌钢管;15＜公称直径＜50;壁厚＞3;公称压力＜1.6;具体构件＝立管;"_s;
     EXPECT_EQ(RulesOf(reopened, ColdWater),
-              (CStringArray{u"2 "_s + conditions + u" [031001001001(示10-1,示10-2) 031001006001(示10-9)]"_s,
-                            u"4 "_s, u"1 其它"_s}));
+              (CStringArray{u"3 "_s + conditions + u" [031001001003(示10-1,示10-2)]"_s,
+                            u"2 "_s + conditions + u" [031001001003(示10-1,示10-2) 031001006001(示10-9)]"_s,
+                            u"1 其它"_s}));
     EXPECT_EQ(RulesOf(reopened, HotWater), (CStringArray{u"2 "_s, u"1 其它"_s}));
 
     CPath path = ColdWater;
