@@ -58,7 +58,7 @@ constexpr std::array<unsigned char, 256> AsciiNameBytes = [] {
     return table;
 }();
 
-CodePoint DecodeAnyUtf8(const char* bytes) noexcept
+CodePoint DecodeUtf8(const char* bytes) noexcept
 {
     const auto at = [bytes](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
     const std::uint32_t first = at(0);

@@ -15,21 +15,19 @@ struct CodePoint
     std::size_t length = 0;
 };
 
-/// The character at `bytes`, for any character. Prefer `DecodeUtf8`.
-CodePoint DecodeAnyUtf8(const char* bytes) noexcept;
-
 /// The character at `bytes`. Overlong forms, surrogates and values beyond U+10FFFF are no UTF-8.
-inline CodePoint DecodeUtf8(const char* bytes) noexcept
+CodePoint DecodeUtf8(const char* bytes) noexcept;
+
+/// 3 when a character of U+1000 to U+CFFF or U+E000 to U+FFBF stands at `bytes`, else 0. XML allows all of
+/// these, and nearly all characters of a rule file that are not ASCII are Chinese characters and signs among
+/// them.
+inline std::size_t ThreeByteLength(const char* bytes) noexcept
 {
-    // Nearly all characters of a rule file that are not ASCII are Chinese: three bytes that begin with E4 to
-    // E9.
     const auto first = static_cast<unsigned char>(bytes[0]);
-    if (first < 0xE4 || first > 0xE9) return DecodeAnyUtf8(bytes);
+    if (first < 0xE1 || first > 0xEF || first == 0xED) return 0;
     const auto second = static_cast<unsigned char>(bytes[1]);
-    if ((second & 0xC0U) != 0x80U) return {};
-    const auto third = static_cast<unsigned char>(bytes[2]);
-    if ((third & 0xC0U) != 0x80U) return {};
-    return {(first & 0x0FU) << 12U | (second & 0x3FU) << 6U | (third & 0x3FU), 3};
+    if ((second & 0xC0U) != 0x80U || (first == 0xEF && second == 0xBF)) return 0;
+    return (static_cast<unsigned char>(bytes[2]) & 0xC0U) == 0x80U ? 3 : 0;
 }
 
 /// Whether the character may stand in an XML file at all.

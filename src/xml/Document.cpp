@@ -44,7 +44,7 @@ Document Document::Create()
 
 bool Document::Load(const CString& path) const
 {
-    Access::Require(*this, u"Load");
+    Access::CheckNotNull(*this, u"Load");
     CString reason;
     const std::optional<QByteArray> bytes = platform::Files().Read(path, &reason);
     if (bytes) {
@@ -59,7 +59,7 @@ bool Document::Load(const CString& path) const
 
 bool Document::LoadBytes(const QByteArray& bytes) const
 {
-    Access::Require(*this, u"Load");
+    Access::CheckNotNull(*this, u"Load");
     try {
         m_document->Load(bytes);
         return true;
@@ -71,13 +71,13 @@ bool Document::LoadBytes(const QByteArray& bytes) const
 
 LoadReason Document::Reason() const
 {
-    Access::Require(*this, u"Reason");
+    Access::CheckNotNull(*this, u"Reason");
     return m_document->reason;
 }
 
 Element Document::CreateElement(const CString& name) const
 {
-    Access::Require(*this, u"CreateElement");
+    Access::CheckNotNull(*this, u"CreateElement");
     const detail::Utf8Name bytes(name);
     if (!bytes.IsXmlName()) throw Error(u"“%1”不能作为 XML 元素名"_s.arg(name));
     if (!m_document->CanNote()) return Access::MakeElement(m_document, m_document->MakeElement(bytes.Text()));
@@ -87,7 +87,7 @@ Element Document::CreateElement(const CString& name) const
 
 QByteArray Document::ToBytes() const
 {
-    Access::Require(*this, u"Save");
+    Access::CheckNotNull(*this, u"Save");
     return m_document->ToBytes();
 }
 

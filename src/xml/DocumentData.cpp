@@ -1,5 +1,6 @@
 #include "xml/DocumentData.h"
 
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -15,6 +16,15 @@ void Parse(pugi::xml_node parent, const char* bytes, std::size_t size)
 {
     // The scanner has passed every byte, so only memory can be missing.
     if (!parent.append_buffer(bytes, size, ParseOptions, pugi::encoding_utf8)) throw std::bad_alloc();
+}
+
+/// One of 64 bits that equal names share.
+std::uint64_t NameBit(const char* name)
+{
+    const std::size_t length = std::strlen(name);
+    const std::size_t key = length * 11 + 3 * static_cast<unsigned char>(name[length / 2]) +
+                            static_cast<unsigned char>(name[length - 1]);
+    return std::uint64_t{1} << (key % 64);
 }
 
 } // namespace
@@ -44,6 +54,7 @@ void DocumentData::Clear()
     m_outline = {};
     m_source = {};
     m_touched = {};
+    m_bareElement = {};
     m_noted.clear();
     m_notedNode = {};
     m_tree.reset();
@@ -115,6 +126,18 @@ pugi::xml_attribute DocumentData::FindAttribute(pugi::xml_node element, const ch
     if (element != m_askedElement) m_nextAttribute = pugi::xml_attribute();
     m_askedElement = element;
     return std::as_const(element).attribute(name, m_nextAttribute);
+}
+
+pugi::xml_attribute DocumentData::AttributeToSet(pugi::xml_node element, const char* name)
+{
+    if (element == m_bareElement) {
+        const std::uint64_t bit = NameBit(name);
+        const bool isNew = (m_bareNames & bit) == 0;
+        m_bareNames |= bit;
+        if (isNew) return element.append_attribute(name);
+    }
+    const pugi::xml_attribute attribute = element.attribute(name);
+    return attribute ? attribute : element.append_attribute(name);
 }
 
 pugi::xml_node DocumentData::MakeElement(const char* name)

@@ -9,6 +9,7 @@
 
 #include <pugixml.hpp>
 
+#include <cstdint>
 #include <unordered_map>
 
 namespace xml::detail {
@@ -65,6 +66,9 @@ public:
     /// The attribute of that name; null when there is none. Asking in the order of the file finds each at
     /// once.
     pugi::xml_attribute FindAttribute(pugi::xml_node element, const char* name);
+    /// The attribute of that name, made behind the others when there is none. On an element that has just
+    /// been made most names need no search.
+    pugi::xml_attribute AttributeToSet(pugi::xml_node element, const char* name);
     /// Puts a node into limbo. Content that nobody has looked into is dropped with it.
     void Release(pugi::xml_node node);
     /// Parses the content of an outlined child, if this is one.
@@ -74,6 +78,12 @@ public:
     void TouchTag(pugi::xml_node node);
     /// Remembers that a node has just been placed where everything is touched already.
     void Touched(pugi::xml_node node) { m_touched = node; }
+    /// Remembers an element that has no attributes yet.
+    void MadeBare(pugi::xml_node element)
+    {
+        m_bareElement = element;
+        m_bareNames = 0;
+    }
     /// Whether a node stands nowhere.
     bool InLimbo(pugi::xml_node node) const { return node.parent() == m_limbo; }
 
@@ -119,8 +129,10 @@ private:
     QByteArray m_loadedBytes; ///< shares its memory with the source text of a UTF-8 file
     SourceText m_source;
     Outline m_outline;
-    pugi::xml_node m_loadedRoot; ///< the document element as loaded; null for a new document
-    pugi::xml_node m_touched;    ///< a node known to stand where source bytes no longer tell
+    pugi::xml_node m_loadedRoot;   ///< the document element as loaded; null for a new document
+    pugi::xml_node m_touched;      ///< a node known to stand where source bytes no longer tell
+    pugi::xml_node m_bareElement;  ///< all its attributes came through `AttributeToSet`
+    std::uint64_t m_bareNames = 0; ///< a bit for each of their names; names of different bits differ
     QByteArray m_noted;
     pugi::xml_node m_notedNode;
     bool m_rootTagTouched = false;
@@ -152,6 +164,8 @@ struct Access
     static Element MakeElement(const std::shared_ptr<DocumentData>& data, pugi::xml_node node);
     static Element MakeNoted(const std::shared_ptr<DocumentData>& data);
     static Document MakeDocument(const std::shared_ptr<DocumentData>& data);
+    /// Throws `PointerError` for a null handle.
+    static void CheckNotNull(const Node& node, QStringView operation);
     /// The node behind a handle; throws `PointerError` for a null one.
     static pugi::xml_node Require(const Node& node, QStringView operation);
 };

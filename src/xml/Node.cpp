@@ -29,9 +29,14 @@ Document Access::MakeDocument(const std::shared_ptr<DocumentData>& data)
     return Document(data, data.get());
 }
 
-pugi::xml_node Access::Require(const Node& node, QStringView operation)
+void Access::CheckNotNull(const Node& node, QStringView operation)
 {
     if (node.IsNull()) throw PointerError(operation.toString());
+}
+
+pugi::xml_node Access::Require(const Node& node, QStringView operation)
+{
+    CheckNotNull(node, operation);
     return Get(node);
 }
 
@@ -131,6 +136,7 @@ Node Node::AppendChild(const Node& child) const
         placed = parent.append_move(Access::Get(child));
     } else if (Access::IsNoted(child)) {
         placed = parent.append_child(source->NotedName().constData());
+        m_document->MadeBare(placed);
     } else {
         source->TouchContent(Access::Get(child));
         placed = parent.append_copy(Access::Get(child));
@@ -166,8 +172,7 @@ void Element::SetAttribute(const CString& name, const CString& value) const
     if (!key.IsXmlName()) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
     if (!IsText(value)) throw Error(u"属性“%1”的值含有 XML 不允许的字符"_s.arg(name));
     m_document->TouchTag(node);
-    pugi::xml_attribute attribute = node.attribute(key.Text());
-    if (!attribute) attribute = node.append_attribute(key.Text());
+    pugi::xml_attribute attribute = m_document->AttributeToSet(node, key.Text());
     if (!attribute.set_value(Utf8Name(value).Text())) throw std::bad_alloc();
 }
 

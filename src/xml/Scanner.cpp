@@ -25,17 +25,34 @@ constexpr std::array<bool, 256> PlainBytes(std::string_view special)
 constexpr std::array<bool, 256> PlainInValue = PlainBytes("<&\"'");
 constexpr std::array<bool, 256> PlainInText = PlainBytes("<&]");
 
+/// Whether `text` stands at `bytes`: a comparison in place, for the few bytes of a name.
+bool SameBytes(const char* bytes, std::string_view text) noexcept
+{
+    std::size_t i = 0;
+    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
+        std::uint64_t left = 0;
+        std::uint64_t right = 0;
+        std::memcpy(&left, bytes + i, sizeof left);
+        std::memcpy(&right, text.data() + i, sizeof right);
+        if (left != right) return false;
+    }
+    for (; i < text.size(); ++i)
+        if (bytes[i] != text[i]) return false;
+    return true;
+}
+
+/// Elements whose names differ here keep their attribute names apart.
+std::size_t ShapeOf(std::string_view element) noexcept
+{
+    const auto first = static_cast<unsigned char>(element.front());
+    return (element.size() * 4 + first + first / 32U) % 16; // capitals differ by 32 from small letters
+}
+
 constexpr const char* SkipPlain(const char* at, const std::array<bool, 256>& plain) noexcept
 {
     while (plain[static_cast<unsigned char>(*at)])
         ++at;
     return at;
-}
-
-std::size_t NameKey(std::string_view name) noexcept
-{
-    return name.size() * 11 + static_cast<unsigned char>(name.back()) +
-           3U * static_cast<unsigned char>(name[name.size() / 2]);
 }
 
 } // namespace
@@ -127,7 +144,7 @@ void Scanner::ScanRootTag()
     ++m_at;
     m_open.push_back(TakeName(u"元素名称无效"));
     const char* const tag = m_at;
-    m_outline.rootSelfClosing = ScanAttributes();
+    m_outline.rootSelfClosing = ScanAttributes(m_open.back());
     m_outline.rootTagEnd = Offset(m_at);
     m_outline.rootAttributes = AttributesFrom(tag);
 }
@@ -172,7 +189,7 @@ void Scanner::ScanStartTag()
     BeginChild(NodeKind::Element, m_at);
     ++m_at;
     const std::string_view name = TakeName(u"元素名称无效");
-    const bool selfClosing = ScanAttributes();
+    const bool selfClosing = ScanAttributes(name);
     if (m_open.size() == 1) {
         ChildOutline& child = m_outline.children.back();
         child.selfClosing = selfClosing;
@@ -205,31 +222,50 @@ void Scanner::ScanEndTag()
     }
 }
 
-/// The rest of a start tag behind the name. True when it closes its element.
+/// The rest of a start tag behind the element's name. True when it closes its element.
 ///
-/// Most of a rule file is attributes, so this walks with a pointer of its own and keeps nothing. Names that
-/// differ in length or in one of two bytes cannot be equal, and mostly they do: a set of 64 such keys settles
-/// nearly every tag, and only a key seen twice asks for a second walk that really compares.
-bool Scanner::ScanAttributes()
+/// Most of a rule file is attributes, and most elements of a name have the same ones in the same order. So
+/// the last names are kept, by element: where they stand here again, they need no second look, neither as
+/// names nor for duplicates.
+bool Scanner::ScanAttributes(std::string_view element)
 {
-    const char* const tag = m_at;
-    std::uint64_t seen = 0;
-    bool suspicious = false;
-    for (;;) {
+    std::vector<std::string_view>& names = m_attributeNames[ShapeOf(element)];
+    std::size_t count = SkipUsualAttributes(names);
+    const std::size_t known = count;
+    for (;; ++count) {
         const char* const before = m_at;
         SkipBlanks();
         if (*m_at == '>' || *m_at == '/') break;
         if (m_at == before) Refuse(u"标记没有正确结束");
-        const std::string_view name = ScanAttributeName();
-        const std::uint64_t bit = std::uint64_t{1} << (NameKey(name) % 64);
-        suspicious = suspicious || (seen & bit) != 0;
-        seen |= bit;
+        names.resize(count);
+        names.push_back(ScanAttributeName());
         ScanAttributeValue();
     }
     const bool selfClosing = *m_at == '/';
     Expect(selfClosing ? "/>" : ">", u"标记没有正确结束");
-    if (suspicious) CheckDuplicates(AttributesFrom(tag));
+    if (count != known) CheckDuplicates(names);
     return selfClosing;
+}
+
+/// Walks over the attributes that have these names and are written as programs write them: a space, the name
+/// and a value in double quotes without references. Stops in front of the first that is different, and gives
+/// the number of those before it.
+std::size_t Scanner::SkipUsualAttributes(const std::vector<std::string_view>& names)
+{
+    std::size_t count = 0;
+    for (const std::string_view name : names) {
+        const char* at = m_at;
+        if (static_cast<std::size_t>(m_end - at) < name.size() + 3) break;
+        const char* const equals = at + 1 + name.size();
+        if (*at != ' ' || *equals != '=' || equals[1] != '"' || !SameBytes(at + 1, name)) break;
+        at = SkipPlain(equals + 2, PlainInValue);
+        while (const std::size_t length = ThreeByteLength(at))
+            at = SkipPlain(at + length, PlainInValue);
+        if (*at != '"') break;
+        m_at = at + 1;
+        ++count;
+    }
+    return count;
 }
 
 /// The attributes of a tag that has been scanned before.
@@ -283,11 +319,8 @@ inline void Scanner::ScanAttributeValue()
     m_at = at + 1;
 }
 
-void Scanner::CheckDuplicates(const std::vector<AttributeOutline>& attributes) const
+void Scanner::CheckDuplicates(std::vector<std::string_view> names) const
 {
-    std::vector<std::string_view> names;
-    for (const AttributeOutline& attribute : attributes)
-        names.push_back(attribute.name);
     std::sort(names.begin(), names.end());
     if (std::adjacent_find(names.begin(), names.end()) != names.end()) Refuse(u"同一元素中属性重复");
 }
@@ -389,7 +422,16 @@ void Scanner::Expect(std::string_view text, QStringView why)
     m_at += text.size();
 }
 
-void Scanner::SkipCharacter()
+/// A character that is neither ASCII markup nor the end.
+inline void Scanner::SkipCharacter()
+{
+    if (const std::size_t length = ThreeByteLength(m_at))
+        m_at += length;
+    else
+        SkipAnyCharacter();
+}
+
+void Scanner::SkipAnyCharacter()
 {
     const CodePoint c = DecodeUtf8(m_at);
     if (m_at == m_end) Refuse(u"文件不完整");

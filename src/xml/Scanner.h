@@ -4,6 +4,7 @@
 
 #include <QtCore/QByteArray>
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 #include <vector>
@@ -72,11 +73,12 @@ private:
     void ScanMarkup();
     void ScanStartTag();
     void ScanEndTag();
-    bool ScanAttributes();
+    bool ScanAttributes(std::string_view element);
+    std::size_t SkipUsualAttributes(const std::vector<std::string_view>& names);
     std::vector<AttributeOutline> AttributesFrom(const char* tag);
     std::string_view ScanAttributeName();
     void ScanAttributeValue();
-    void CheckDuplicates(const std::vector<AttributeOutline>& attributes) const;
+    void CheckDuplicates(std::vector<std::string_view> names) const;
     void ScanText();
     void ScanReference();
     void ScanComment();
@@ -86,6 +88,7 @@ private:
     bool StartsWith(std::string_view text) const noexcept;
     void Expect(std::string_view text, QStringView why);
     void SkipCharacter();
+    void SkipAnyCharacter();
     std::string_view TakeName(QStringView why);
     void BeginChild(NodeKind kind, const char* begin);
     void EndChild();
@@ -100,6 +103,8 @@ private:
     const char* m_end;
     Outline m_outline;
     std::vector<std::string_view> m_open; ///< names of the open elements
+    /// The attribute names of the last element of each shape of name, without duplicates.
+    std::array<std::vector<std::string_view>, 16> m_attributeNames;
 };
 
 } // namespace xml::detail

@@ -34,17 +34,39 @@ constexpr Escapes ValueEscapes = [] {
     return escapes;
 }();
 
-void AppendEscaped(Output& out, const char* text, const Escapes& escapes)
+/// The bytes that stand for themselves. The NUL behind a text is none of them.
+constexpr std::array<bool, 256> PlainBytes(const Escapes& escapes)
 {
-    const char* plain = text;
-    for (; *text != '\0'; ++text) {
-        const std::string_view escape = escapes[static_cast<unsigned char>(*text)];
-        if (escape.empty()) continue;
-        out.Put(plain, static_cast<std::size_t>(text - plain));
-        out.Put(escape);
-        plain = text + 1;
+    std::array<bool, 256> plain{};
+    for (std::size_t c = 1; c < plain.size(); ++c)
+        plain[c] = escapes[c].empty();
+    return plain;
+}
+
+constexpr std::array<bool, 256> PlainInText = PlainBytes(TextEscapes);
+constexpr std::array<bool, 256> PlainInValue = PlainBytes(ValueEscapes);
+
+void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const std::array<bool, 256>& plain)
+{
+    for (;;) {
+        const char* const begin = text;
+        while (plain[static_cast<unsigned char>(*text)])
+            ++text;
+        out.Put(begin, static_cast<std::size_t>(text - begin));
+        if (*text == '\0') return;
+        out.Put(escapes[static_cast<unsigned char>(*text)]);
+        ++text;
     }
-    out.Put(plain, static_cast<std::size_t>(text - plain));
+}
+
+void AppendText(Output& out, const char* text)
+{
+    AppendEscaped(out, text, TextEscapes, PlainInText);
+}
+
+void AppendValue(Output& out, const char* value)
+{
+    AppendEscaped(out, value, ValueEscapes, PlainInValue);
 }
 
 bool HoldsText(pugi::xml_node element)
@@ -62,7 +84,7 @@ void WriteOpening(Output& out, pugi::xml_node node)
         WriteStartTag(out, node, !node.first_child());
         break;
     case pugi::node_pcdata:
-        AppendEscaped(out, node.value(), TextEscapes);
+        AppendText(out, node.value());
         break;
     case pugi::node_cdata:
         out.Put("<![CDATA["sv);
@@ -108,7 +130,7 @@ void WriteStartTag(Output& out, pugi::xml_node element, bool selfClosing)
         out.Put(' ');
         out.Put(std::string_view(attribute.name()));
         out.Put("=\""sv);
-        AppendEscaped(out, attribute.value(), ValueEscapes);
+        AppendValue(out, attribute.value());
         out.Put('"');
     }
     out.Put(selfClosing ? "/>"sv : ">"sv);
@@ -149,7 +171,7 @@ void WriteNode(Output& out, pugi::xml_node node, int depth, const Layout& layout
 QByteArray EscapedValue(const QByteArray& value)
 {
     Output out;
-    AppendEscaped(out, value.constData(), ValueEscapes);
+    AppendValue(out, value.constData());
     return out.Take();
 }
 

@@ -63,6 +63,16 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"DuplicateAmongMany",
              "<a a1='' a2='' a3='' a4='' a5='' a6='' a7='' a8='' a9='' b1='' b2='' b3='' "
              "b4='' b5='' b6='' b7='' b8='' a1=''/>"},
+        // Behind an element with the same attributes, which are then known.
+        Case{"DuplicateBehindKnownNames", "<r><a x=\"1\" y=\"2\"/><a x=\"1\" y=\"2\" x=\"3\"/></r>"},
+        Case{"DuplicateInPlaceOfAKnownName", "<r><a x=\"1\" y=\"2\"/><a x=\"1\" x=\"2\"/></r>"},
+        Case{"LessThanInAKnownValue", "<r><a x=\"1\"/><a x=\"<\"/></r>"},
+        Case{"CutUtf8InAKnownValue", "<r><a x=\"1\"/><a x=\"\xE4\xB8\"/></r>"},
+        Case{"NonCharacterInAKnownValue", "<r><a x=\"1\"/><a x=\"\xEF\xBF\xBE\"/></r>"},
+        Case{"SurrogateInAKnownValue", "<r><a x=\"1\"/><a x=\"\xED\xA0\x80\"/></r>"},
+        Case{"OverlongInAKnownValue", "<r><a x=\"1\"/><a x=\"\xE0\x80\xAF\"/></r>"},
+        Case{"KnownAttributesNotApart", "<r><a x=\"1\" y=\"2\"/><a x=\"1\"y=\"2\"/></r>"},
+        Case{"TruncatedInAKnownName", "<r><a x=\"1\" yyyyyyyyyyyyyyyyyyyy=\"2\"/><a x=\"1\" yyyy"},
         Case{"NameBeginsWithDigit", "<1a/>"}, Case{"AttributeNameBeginsWithHyphen", "<a -x='1'/>"},
         Case{"AttributeWithoutValue", "<a x/>"}, Case{"AttributeWithoutQuotes", "<a x=1/>"},
         Case{"AttributesNotApart", "<a x='1'y='2'/>"}, Case{"LessThanInValue", "<a x='<'/>"},
@@ -116,6 +126,21 @@ TEST(Load, NamesLineAndColumnOfWhatItRefuses)
     EXPECT_EQ(document.Reason().line, 2);
     EXPECT_EQ(document.Reason().column, 22 - 3);
     EXPECT_TRUE(document.Reason().text.contains(u"重复"_s));
+}
+
+TEST(Load, TakesElementsOfANameWithEverChangingAttributes)
+{
+    const xml::Document document =
+        Parse("<r><a x=\"1\" y=\"2\"/><a y=\"＝\" x=\"≤\"/><a/><a x='3'  y = \"&lt;\" z=\"4\"/>"
+              "<a x=\"é\" y=\"5\" z=\"𠀀\" w=\"\"/></r>");
+    CString text;
+    for (xml::Node node = document.FirstChild().FirstChild(); node; node = node.NextSibling())
+        for (const CString& name : {u"w"_s, u"x"_s, u"y"_s, u"z"_s}) {
+            CString value = u"-"_s;
+            node.ToElement().GetAttribute(name, value);
+            text += value;
+        }
+    EXPECT_EQ(text, u"-12--≤＝------3<4é5𠀀"_s);
 }
 
 TEST(Load, MissingFileIsFalseWithAReason)
