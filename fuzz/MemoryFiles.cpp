@@ -67,6 +67,18 @@ CStringArray MemoryFiles::FindFiles(const CString& /*folder*/, const CString& /*
 {
     return {};
 }
+CStringArray MemoryFiles::FindFolders(const CString& /*folder*/)
+{
+    return {};
+}
+bool MemoryFiles::Rename(const CString& from, const CString& to)
+{
+    if (!m_files.contains(from) || m_files.contains(to)) return false;
+    auto file = m_files.extract(from);
+    file.key() = to;
+    m_files.insert(std::move(file));
+    return true;
+}
 void MemoryFiles::Put(const CString& path, const QByteArray& bytes)
 {
     m_files[path] = std::make_shared<QByteArray>(bytes);

@@ -18,6 +18,8 @@ public:
     bool Remove(const CString& path) override;
     bool CreateFolder(const CString& path) override;
     CStringArray FindFiles(const CString& folder, const CString& extension) override;
+    CStringArray FindFolders(const CString& folder) override;
+    bool Rename(const CString& from, const CString& to) override;
 
     void Put(const CString& path, const QByteArray& bytes);
     QByteArray Get(const CString& path) const;

@@ -1,13 +1,12 @@
 #include "AutoConfigScenes.h"
 
+#include "PictureProject.h"
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
 #include "dialogs/ListControls.h"
 #include "dialogs/TreeControl.h"
-#include "embedded/data/EmbeddedHost.h"
 #include "host/NvKtDataMng.h"
 
-#include <QtCore/QTemporaryDir>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
@@ -22,30 +21,6 @@ namespace {
 
 /// The rule that the pictures show first.
 constexpr int FirstRule = 0;
-
-/// A picker that never comes up.
-class NoPicker : public host::IBillPicker
-{
-public:
-    bool Create(CWnd*) override { return true; }
-    bool IsVisible() const override { return false; }
-    void Show(bool) override {}
-    void EnableContent(bool) override {}
-    void MoveWndToRight(CWnd*) override {}
-    void InitData() override {}
-    void SetShowGetQdNumDlg(bool) override {}
-    void SetTreePosition(const CString&) override {}
-};
-
-class NoWindows : public host::IWindows
-{
-public:
-    std::unique_ptr<host::IBillPicker> MakeBillPicker() override { return std::make_unique<NoPicker>(); }
-    std::unique_ptr<host::IPickerWindow> MakeQuotaPicker() override { return std::make_unique<NoPicker>(); }
-    int ShowCalculatorDlg(const CString&, const CString&, CString&, CWnd*) override { return 0; }
-    void ShowNetDisk(const CString&, bool) override {}
-    CWnd* MainFrame() override { return nullptr; }
-};
 
 /// The dialog with its presenter, so that a scene can put items into the rules.
 class PicturedDlg : public CAutoConfigDlg
@@ -62,7 +37,7 @@ struct View
     CString category; ///< small category of the specialty 给排水
     bool ranges = false;
     bool defaultRule = false;
-    bool withRules = true;
+    enum { NoRules, OnlyDefault, SeveralRules } rules = SeveralRules;
 };
 
 QTreeWidgetItem* CategoryItem(const PicturedDlg& dialog, const CString& name)
@@ -121,6 +96,13 @@ void FillRules(const PicturedDlg& dialog, const CString& category)
     }
 }
 
+CPath DefaultRuleOf(const PicturedDlg& dialog, const CString& category)
+{
+    CPath path = PathOf(*CategoryItem(dialog, category));
+    path.configId = 1;
+    return path;
+}
+
 /// Brings the dialog into the state of the view. Selecting the category anew shows what was filled in.
 void Show(const PicturedDlg& dialog, const View& view)
 {
@@ -138,17 +120,11 @@ void Show(const PicturedDlg& dialog, const View& view)
 /// The dialog outlives its host: a picture asks the host nothing any more.
 std::unique_ptr<QWidget> MakeDialog(const View& view)
 {
-    const QTemporaryDir folder;
-    const QString project = folder.filePath(u"project"_s);
-    embedded::CreateProject(project, {view.mode, u"给排水"_s});
-    embedded::EmbeddedHost host(project);
-    NoWindows windows;
-    host::Roles roles = host.Roles();
-    roles.windows = &windows;
-    const host::Installation installed = host::Install(roles);
+    const PictureProject project(view.mode);
     auto dialog = std::make_unique<PicturedDlg>();
     dialog->Create();
-    if (view.withRules) FillRules(*dialog, view.category);
+    if (view.rules == View::SeveralRules) FillRules(*dialog, view.category);
+    if (view.rules == View::NoRules) dialog->Presenter().DelConfig(DefaultRuleOf(*dialog, view.category));
     Show(*dialog, view);
     return dialog;
 }
@@ -167,7 +143,11 @@ std::vector<Scene> AutoConfigScenes()
         scene(u"main-bill-ranges"_s, {Bills, u"给水管"_s, true}),
         scene(u"main-bill-default-rule"_s, {Bills, u"给水管"_s, false, true}),
         scene(u"main-bill-five-columns"_s, {Bills, u"阀门"_s}),
+        scene(u"main-bill-default-only"_s, {Bills, u"水表"_s, false, true, View::OnlyDefault}),
+        scene(u"main-bill-empty"_s, {Bills, u"水表"_s, false, false, View::NoRules}),
         scene(u"main-quota-values"_s, {Quotas, u"给水管"_s}),
-        scene(u"main-quota-empty"_s, {Quotas, u"水表"_s, true, true, false}),
+        scene(u"main-quota-ranges"_s, {Quotas, u"给水管"_s, true}),
+        scene(u"main-quota-default-rule"_s, {Quotas, u"给水管"_s, false, true}),
+        scene(u"main-quota-empty"_s, {Quotas, u"水表"_s, true, false, View::NoRules}),
     };
 }

@@ -1,6 +1,8 @@
 #include "AutoConfigScenes.h"
 #include "ControlScenes.h"
 #include "DialogScenes.h"
+#include "HostWindowScenes.h"
+#include "WizardScenes.h"
 #include "host/Installation.h"
 #include "platform/Console.h"
 
@@ -26,6 +28,10 @@ int TakeAll(const QString& folder)
     for (const Scene& scene : ControlScenes(host))
         scenes.push_back(scene);
     for (const Scene& scene : AutoConfigScenes())
+        scenes.push_back(scene);
+    for (const Scene& scene : WizardScenes())
+        scenes.push_back(scene);
+    for (const Scene& scene : HostWindowScenes())
         scenes.push_back(scene);
     for (const Scene& scene : scenes) {
         if (TakePictures(scene, folder)) continue;

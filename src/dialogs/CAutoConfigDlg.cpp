@@ -16,11 +16,15 @@
 #include <QtGui/QSessionManager>
 #include <QtGui/QShortcut>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTabWidget>
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <exception>
 #include <initializer_list>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using dialogs::DialogEvent;
@@ -33,6 +37,14 @@ namespace {
 constexpr std::array RuleColumnWidths{40, 450};
 constexpr double PlainFontSize = 9;
 
+/// Whether the keys that a control gets are its own: those of a text, also in a cell of the grid, and those
+/// of a drop list.
+bool KeepsItsKeys(const QWidget* focused)
+{
+    return qobject_cast<const QLineEdit*>(focused) != nullptr ||
+           qobject_cast<const QComboBox*>(focused) != nullptr;
+}
+
 } // namespace
 
 CAutoConfigDlg::CAutoConfigDlg(const CString& configFile, CWnd* parent)
@@ -42,9 +54,7 @@ CAutoConfigDlg::CAutoConfigDlg(const CString& configFile, CWnd* parent)
     m_billPicker.SetShowGetQdNumDlg(false);
     EnterEvents();
     connect(&m_grid, &CGridCtrl::Notify, this, &CAutoConfigDlg::OnGridNotify);
-    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
-        if (isVisible() && !RunGuarded([this] { FlushAndSave(); })) session.cancel();
-    });
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &CAutoConfigDlg::OnLogOff);
 }
 
 CAutoConfigDlg::~CAutoConfigDlg()
@@ -82,21 +92,42 @@ void CAutoConfigDlg::EnterEvents()
     On(DialogEvent::ListItemChanged, RuleRows, &CAutoConfigDlg::OnRuleChanged);
     On(DialogEvent::CellClick, Grid, [this](Notice& notice) { OnGridCellClick(notice); });
     On(DialogEvent::CellChoice, Grid, [this](Notice& notice) { OnGridCellChoice(notice); });
+    On(DialogEvent::CellReplaced, Grid, [this](Notice& notice) { OnGridCellReplaced(notice); });
 }
 
 void CAutoConfigDlg::EnterShortcuts()
 {
-    const auto enter = [this](QKeySequence keys, QWidget* place, Qt::ShortcutContext context, int command) {
-        auto* shortcut = new QShortcut(keys, place);
-        shortcut->setContext(context);
-        connect(shortcut, &QShortcut::activated, this,
-                [this, command] { Dispatch(DialogEvent::Command, command); });
-    };
-    enter(Qt::Key_Insert, this, Qt::WindowShortcut, AddRuleButton);
-    enter(Qt::CTRL | Qt::Key_Up, this, Qt::WindowShortcut, MoveUpButton);
-    enter(Qt::CTRL | Qt::Key_Down, this, Qt::WindowShortcut, MoveDownButton);
-    // Not while a cell is edited: there the key belongs to the text.
-    enter(Qt::Key_Delete, &m_grid, Qt::WidgetShortcut, DeleteItemsButton);
+    AddShortcut(Qt::Key_Insert, this, Qt::WindowShortcut, AddRuleButton);
+    AddShortcut(Qt::CTRL | Qt::Key_Up, this, Qt::WindowShortcut, MoveUpButton);
+    AddShortcut(Qt::CTRL | Qt::Key_Down, this, Qt::WindowShortcut, MoveDownButton);
+    AddShortcut(Qt::Key_Delete, &m_grid, Qt::WidgetShortcut, DeleteItemsButton);
+}
+
+void CAutoConfigDlg::AddShortcut(const QKeySequence& keys, QWidget* place, Qt::ShortcutContext context,
+                                 int command)
+{
+    auto* shortcut = new QShortcut(keys, place);
+    shortcut->setContext(context);
+    // A rule moves on while the key is held; rules and items neither come nor go by the dozen.
+    shortcut->setAutoRepeat(command == MoveUpButton || command == MoveDownButton);
+    connect(shortcut, &QShortcut::activated, this, [this, command] {
+        if (!KeepsItsKeys(focusWidget())) Dispatch(DialogEvent::Command, command);
+    });
+}
+
+void CAutoConfigDlg::DoDataExchange(dialogs::DataExchange& exchange)
+{
+    exchange.Control(PageTab, m_pages);
+    exchange.Control(CategoryTree, m_tree);
+    exchange.Control(RuleRows, m_ruleList);
+    exchange.Control(Attributes, m_attributeList);
+    exchange.Control(Conditions, m_conditionList);
+    exchange.Control(EqualOperator, m_equalOperator);
+    exchange.Control(LowerOperator, m_lowerOperator);
+    exchange.Control(UpperOperator, m_upperOperator);
+    exchange.Control(ValueCombo, m_value);
+    exchange.Control(LowerBound, m_lowerBound);
+    exchange.Control(UpperBound, m_upperBound);
 }
 
 QWidget* CAutoConfigDlg::CreateControl(const dialogs::ControlRow& row, QWidget* parent)
@@ -119,25 +150,28 @@ void CAutoConfigDlg::OnInitDialog()
 {
     CenterOnMainFrame();
     CreateGrid();
+    UpdateData(dialogs::DataExchange::Direction::ToControls);
     InitConditionPanel();
     SetUpRuleList();
     EnterShortcuts();
-    for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{&Tree(), &RuleList(), &m_grid})
+    for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{m_tree, m_ruleList, &m_grid})
         dialogs::ShowTipsOfCutTexts(*view);
     FillConfigTree();
     const int mode = dialogs::ProjectMode();
-    if (mode == SQdDeInfo::BillMode) SetDlgItemText(PickerButton, u"套清单>>"_s);
-    if (mode == SQdDeInfo::QuotaMode) SetDlgItemText(PickerButton, u"套定额>>"_s);
+    if (mode == SQdDeInfo::BillMode) SetItemText(PickerButton, u"套清单>>"_s);
+    if (mode == SQdDeInfo::QuotaMode) SetItemText(PickerButton, u"套定额>>"_s);
     RefreshCaption();
     update();
     m_billPicker.Create(this);
     m_quotaPicker.Create(this);
+    GetDlgItem(NewFileButton)->setFocus();
 }
 
 void CAutoConfigDlg::CenterOnMainFrame()
 {
     const CWnd* frame = acedGetAcadFrame();
     if (frame == nullptr) return;
+    create(); // before that the window has no frame that could be measured
     const CRect outer = frame->window()->frameGeometry();
     const CRect own = frameGeometry();
     move(outer.width() / 2 - own.width() / 2 + outer.left(),
@@ -156,19 +190,20 @@ void CAutoConfigDlg::CreateGrid()
 
 void CAutoConfigDlg::SetUpRuleList()
 {
-    QTreeWidget& list = RuleList();
-    list.setHeaderLabels({u"序号"_s, u"范围"_s});
-    list.headerItem()->setTextAlignment(0, Qt::AlignLeft | Qt::AlignVCenter);
-    list.headerItem()->setTextAlignment(1, Qt::AlignLeft | Qt::AlignVCenter);
-    SizeRuleColumns();
+    m_ruleList->setHeaderLabels({u"序号"_s, u"范围"_s});
+    for (int column = 0; column < m_ruleList->columnCount(); ++column) {
+        m_ruleList->headerItem()->setTextAlignment(column, Qt::AlignLeft | Qt::AlignVCenter);
+        m_ruleList->setColumnWidth(column, RuleColumnWidths.at(static_cast<std::size_t>(column)));
+    }
+    ScaleRuleColumns();
 }
 
-void CAutoConfigDlg::SizeRuleColumns()
+void CAutoConfigDlg::ScaleRuleColumns()
 {
-    QHeaderView& header = *RuleList().header();
     const double scale = std::max(1.0, QFontInfo(font()).pointSizeF() / PlainFontSize);
-    for (int column = 0; column < header.count(); ++column)
-        header.resizeSection(column, qRound(RuleColumnWidths.at(static_cast<std::size_t>(column)) * scale));
+    const double growth = scale / std::exchange(m_ruleColumnScale, scale);
+    for (int column = 0; column < m_ruleList->columnCount(); ++column)
+        m_ruleList->setColumnWidth(column, qRound(m_ruleList->columnWidth(column) * growth));
 }
 
 void CAutoConfigDlg::RefreshCaption()
@@ -180,9 +215,9 @@ void CAutoConfigDlg::RefreshCaption()
 
 void CAutoConfigDlg::OnLayout()
 {
-    if (m_grid.parentWidget() == nullptr) return;
+    if (m_ruleList == nullptr) return;
     m_grid.setGeometry(GetDlgItem(GridPlace)->geometry());
-    SizeRuleColumns();
+    ScaleRuleColumns();
 }
 
 void CAutoConfigDlg::OnGridNotify(const GridNotification& notification)
@@ -194,12 +229,31 @@ void CAutoConfigDlg::OnGridNotify(const GridNotification& notification)
     if (notification.code == NM_CLICK) Dispatch(DialogEvent::CellClick, Grid, notice);
     if (notification.code == CellChoiceMade) Dispatch(DialogEvent::CellChoice, Grid, notice);
     if (notification.code == LVN_ENDLABELEDIT) Dispatch(DialogEvent::CellEdited, Grid, notice);
+    if (notification.code == CellReplaced) Dispatch(DialogEvent::CellReplaced, Grid, notice);
 }
 
 void CAutoConfigDlg::FlushAndSave()
 {
     FlushGrid();
     m_presenter->Save();
+}
+
+bool CAutoConfigDlg::SaveForLogOff(const std::function<bool()>& mayShow)
+{
+    std::exception_ptr failure;
+    try {
+        FlushAndSave();
+    } catch (const std::exception&) {
+        failure = std::current_exception();
+    }
+    if (failure && mayShow()) RunGuarded([&failure] { std::rethrow_exception(failure); });
+    return !failure;
+}
+
+void CAutoConfigDlg::OnLogOff(QSessionManager& session)
+{
+    if (isVisible() && !SaveForLogOff([&session] { return session.allowsErrorInteraction(); }))
+        session.cancel();
 }
 
 // The result of the save is not looked at; what it raises keeps the dialog open.
@@ -220,29 +274,4 @@ void CAutoConfigDlg::OnClose()
 {
     SaveAndHidePickers();
     TemplateDialog::OnClose();
-}
-
-dialogs::TreeControl& CAutoConfigDlg::Tree() const
-{
-    return Item<dialogs::TreeControl>(CategoryTree);
-}
-QTreeWidget& CAutoConfigDlg::RuleList() const
-{
-    return Item<QTreeWidget>(RuleRows);
-}
-QListWidget& CAutoConfigDlg::AttributeList() const
-{
-    return Item<QListWidget>(Attributes);
-}
-QListWidget& CAutoConfigDlg::ConditionList() const
-{
-    return Item<QListWidget>(Conditions);
-}
-QTabWidget& CAutoConfigDlg::Pages() const
-{
-    return Item<QTabWidget>(PageTab);
-}
-CTTComboBox& CAutoConfigDlg::Combo(int id) const
-{
-    return Item<CTTComboBox>(id);
 }

@@ -6,6 +6,8 @@
 #include "host/Records.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -15,7 +17,7 @@
 
 class CExListBox;
 class CTTComboBox;
-class QListWidget;
+class QSessionManager;
 class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -30,15 +32,18 @@ class TreeControl;
 ///
 /// The dialog holds no rule data. Every change goes through the presenter, and a list is rebuilt from the
 /// presenter's answer after it. What the user typed into the grid reaches the tree at different moments:
-/// columns 3 and 5 when a choice is made, column 4 when the calculator returns, column 2 only when the grid
-/// is flushed, that is when the tree selection changes and when the dialog closes. Another rule, an added or
-/// removed condition and every other refill of the grid drop an edit that was not flushed.
+/// columns 3 and 5 when a choice is made, column 4 when the calculator returns, each of these when a cut or a
+/// paste writes into it, column 2 only when the grid is flushed, that is when the tree selection changes and
+/// when the dialog closes. Another rule, an added or removed condition and every other refill of the grid
+/// drop an edit that was not flushed.
 ///
 /// There is no way out that discards: the cancel button, Escape, the close box and a log-off all save. A save
-/// that fails is reported and leaves the dialog open with everything in it.
+/// that fails is reported and leaves the dialog open with everything in it; at a log-off it also stops the
+/// session's end, and is reported where the session lets a program speak.
 ///
 /// Beyond the buttons the keyboard offers: Delete in the grid deletes the selected items, Insert adds a rule,
-/// Ctrl+Up and Ctrl+Down move the selected rule.
+/// Ctrl+Up and Ctrl+Down move the selected rule. None of them acts while a text is typed or a drop list has
+/// the focus, and a key that is held down deletes and adds once.
 ///
 /// Selecting a tree item or a rule row runs its handler inside the call that selects, so whatever a handler
 /// shows must be complete before the selection is made. Selecting an entry of a list box, combo or tab from
@@ -55,16 +60,27 @@ public:
     ~CAutoConfigDlg() override;
 
 protected:
-    QWidget* CreateControl(const dialogs::ControlRow& row, QWidget* parent) override;
+    /// Binds the controls to the members.
+    void DoDataExchange(dialogs::DataExchange& exchange) override;
+    /// Ends with the focus on the first button, so that no key acts on a rule before the user has chosen one.
     void OnInitDialog() override;
     /// Saves, hides the pickers, then ends the dialog.
     void OnCancel() override;
+    QWidget* CreateControl(const dialogs::ControlRow& row, QWidget* parent) override;
     /// Saves, hides the pickers, then goes on to the cancel step, which saves a second time.
     void OnClose() override;
     void OnLayout() override;
 
     /// Takes all rows of the grid over and writes the file. Raises what the writing raises.
     void FlushAndSave();
+
+    /// Saves because the session ends. False when that failed; why is shown if `mayShow`, which is asked only
+    /// then, says so.
+    bool SaveForLogOff(const std::function<bool()>& mayShow);
+
+    /// Shows the items of the selected rule that belong to the present libraries, none when no rule is
+    /// selected.
+    void FillGrid(const std::vector<ConfigNode*>& rules);
 
     /// What the dialog works on; owned by it.
     CQdDeConfigPresenter& Presenter() const noexcept { return *m_presenter; }
@@ -78,21 +94,16 @@ private:
     // Frame
     void EnterEvents();
     void EnterShortcuts();
+    void AddShortcut(const QKeySequence& keys, QWidget* place, Qt::ShortcutContext context, int command);
     void CenterOnMainFrame();
     void CreateGrid();
     void SetUpRuleList();
-    void SizeRuleColumns();
+    /// Scales the columns of the rule list with the font, from the widths that the user gave them.
+    void ScaleRuleColumns();
     void RefreshCaption();
+    void OnLogOff(QSessionManager& session);
     void SaveAndHidePickers();
     void OnGridNotify(const GridNotification& notification);
-
-    // Controls
-    dialogs::TreeControl& Tree() const;
-    QTreeWidget& RuleList() const;
-    QListWidget& AttributeList() const;
-    QListWidget& ConditionList() const;
-    QTabWidget& Pages() const;
-    CTTComboBox& Combo(int id) const;
 
     // Addressing. A path builder fills `path` from the selections and gives false when it cannot; the other
     // fields are left alone.
@@ -118,11 +129,16 @@ private:
     QTreeWidgetItem* SelectedRule() const;
     /// The bill row that a grid row belongs to; 0 when there is none above it.
     int BillRowOf(int row) const;
+    /// Category, rule, bill item, kind and id of what a grid row shows: equal for the same item only. The
+    /// category's and the rule's are 0 where `GetRulePath` fails.
+    std::array<std::intptr_t, 6> AddressOfRow(int row);
 
     // Rule list and grid rows
 
     /// Shows `m_rules` and selects the first, which runs `OnRuleChanged` before this returns.
     void FillRuleList();
+    /// Empties `m_rules` and the list.
+    void ForgetRules();
     /// Selects the first row of that id; nothing happens when there is none.
     void SelectRuleById(int id);
     /// Enables what works on the conditions of a rule, and copying and deleting the rule.
@@ -139,6 +155,9 @@ private:
     void FillBigCategory(const SNvKtBigCategoryId& id, QTreeWidgetItem& root);
     void OnCategoryChanging();
     void OnCategoryChanged();
+    /// Sets up the grid for the selected category and asks for its rules; false when it has none. Where the
+    /// host raises, no rules are shown any more.
+    bool OpenCategory();
     void ResetGridForCategory();
     void SyncPickerPosition();
     void ToggleItemPicker();
@@ -162,7 +181,8 @@ private:
     void OnSaveAs();
     void OnImportFromNetDisk();
     std::optional<CString> AskForFile(int mode, const CString& startPath);
-    /// Runs a load. The nodes in `m_rules` may be gone when it fails half-way; they are then forgotten.
+    /// Runs a load. The nodes in `m_rules` may be gone when it raises; the rules are then shown anew, as they
+    /// are in the tree.
     bool RunLoad(const std::function<bool()>& load);
     void ReloadRules();
 
@@ -191,8 +211,6 @@ private:
 
     // Bill and quota items
     void SelectGridRow(int row);
-    /// Shows the items of the selected rule that belong to the present libraries.
-    void FillGrid(const std::vector<ConfigNode*>& rules);
     void AppendBill(const QdNode& bill);
     void AppendQuotas(const std::vector<DeNode*>& quotas);
     int AppendRow(int id, int kind, const CStringArray& texts);
@@ -214,14 +232,29 @@ private:
     void DeleteFromRule(const CPath& path, const std::vector<int>& rows);
     void OnGridCellClick(const dialogs::Notice& notice);
     void OnGridCellChoice(const dialogs::Notice& notice);
+    void OnGridCellReplaced(const dialogs::Notice& notice);
 
     std::unique_ptr<CQdDeConfigPresenter> m_presenter;
     /// The rules of the selected small category. The nodes belong to the store.
     std::vector<ConfigNode*> m_rules;
     CStringArray m_attributeExtras;
     std::map<CString, CString> m_attributeCodes;
+    // The controls belong to the dialog's window; null before the init step.
+    QTabWidget* m_pages = nullptr;
+    dialogs::TreeControl* m_tree = nullptr;
+    QTreeWidget* m_ruleList = nullptr;
+    CExListBox* m_attributeList = nullptr;
+    CExListBox* m_conditionList = nullptr;
     MyGridCtrl m_grid;
+    CTTComboBox* m_equalOperator = nullptr;
+    CTTComboBox* m_lowerOperator = nullptr;
+    CTTComboBox* m_upperOperator = nullptr;
+    CTTComboBox* m_value = nullptr;
+    CTTComboBox* m_lowerBound = nullptr;
+    CTTComboBox* m_upperBound = nullptr;
     int m_currentRuleId = 0;
     NvQdDeMng::CSelQdDeDlg m_billPicker;
     NvQdDeMng::CSelDeDlg m_quotaPicker;
+    /// What the columns of the rule list are wider than at a small font.
+    double m_ruleColumnScale = 1;
 };

@@ -4,11 +4,18 @@
 #include "dialogs/ListControls.h"
 #include "dialogs/ProjectMode.h"
 #include "dialogs/TreeControl.h"
+#include "dialogs/secondary/CExListBox.h"
+#include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
 
-#include <QtWidgets/QListWidget>
+#include <QtCore/QList>
+#include <QtWidgets/QTreeWidget>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <variant>
+#include <vector>
 
 // From selections to paths, the rule list, and from grid rows into the tree.
 
@@ -41,13 +48,13 @@ CString UnitCodeOf(const CString& unit)
 
 QTreeWidgetItem* CAutoConfigDlg::SelectedCategory() const
 {
-    QTreeWidgetItem* item = Tree().GetSelectedItem();
+    QTreeWidgetItem* item = m_tree->GetSelectedItem();
     return item == nullptr || item->childCount() > 0 ? nullptr : item;
 }
 
 QTreeWidgetItem* CAutoConfigDlg::SelectedRule() const
 {
-    const QList<QTreeWidgetItem*> selected = RuleList().selectedItems();
+    const QList<QTreeWidgetItem*> selected = m_ruleList->selectedItems();
     return selected.isEmpty() ? nullptr : selected.first();
 }
 
@@ -74,8 +81,8 @@ bool CAutoConfigDlg::GetRulePath(CPath& path)
 bool CAutoConfigDlg::GetConditionPath(CPath& path)
 {
     if (!GetRulePath(path)) return false;
-    const int line = dialogs::GetCurSel(ConditionList());
-    if (line >= 0) path.conditionId = ConditionList().item(line)->data(Qt::UserRole).toInt();
+    const int line = dialogs::GetCurSel(*m_conditionList);
+    if (line >= 0) path.conditionId = m_conditionList->item(line)->data(Qt::UserRole).toInt();
     return true;
 }
 
@@ -100,6 +107,18 @@ bool CAutoConfigDlg::GetBillPathOfFocus(CPath& path)
     return GetBillPathOfRow(m_grid.GetSelectedRow(), path);
 }
 
+std::array<std::intptr_t, 6> CAutoConfigDlg::AddressOfRow(int row)
+{
+    CPath path{};
+    GetRulePath(path);
+    return {path.lMemberId,
+            path.sMemberId,
+            path.configId,
+            m_grid.GetItemData(BillRowOf(row), 0),
+            m_grid.GetItemData(row, 1),
+            m_grid.GetItemData(row, 0)};
+}
+
 CString CAutoConfigDlg::GetCategoryText() const
 {
     const QTreeWidgetItem* item = SelectedCategory();
@@ -111,15 +130,14 @@ CString CAutoConfigDlg::GetCategoryText() const
 CString CAutoConfigDlg::GetCategoryTreePath() const
 {
     CString path;
-    for (const QTreeWidgetItem* item = Tree().GetSelectedItem(); item != nullptr; item = item->parent())
+    for (const QTreeWidgetItem* item = m_tree->GetSelectedItem(); item != nullptr; item = item->parent())
         path.prepend(item->text(0) + u'\\');
     return path;
 }
 
 void CAutoConfigDlg::FillRuleList()
 {
-    QTreeWidget& list = RuleList();
-    list.clear();
+    m_ruleList->clear();
     QList<QTreeWidgetItem*> rows;
     rows.reserve(static_cast<qsizetype>(m_rules.size()));
     for (const ConfigNode* rule : m_rules) {
@@ -128,17 +146,22 @@ void CAutoConfigDlg::FillRuleList()
         row->setData(0, Qt::UserRole, rule->GetId());
         rows.append(row);
     }
-    list.addTopLevelItems(rows);
-    if (!rows.isEmpty()) list.setCurrentItem(rows.first());
+    m_ruleList->addTopLevelItems(rows);
+    if (!rows.isEmpty()) m_ruleList->setCurrentItem(rows.first());
+}
+
+void CAutoConfigDlg::ForgetRules()
+{
+    m_rules.clear();
+    FillRuleList();
 }
 
 void CAutoConfigDlg::SelectRuleById(int id)
 {
-    QTreeWidget& list = RuleList();
-    for (int row = 0; row < list.topLevelItemCount(); ++row) {
-        QTreeWidgetItem* item = list.topLevelItem(row);
+    for (int row = 0; row < m_ruleList->topLevelItemCount(); ++row) {
+        QTreeWidgetItem* item = m_ruleList->topLevelItem(row);
         if (DataOf(item) != id) continue;
-        list.setCurrentItem(item);
+        m_ruleList->setCurrentItem(item);
         return;
     }
 }

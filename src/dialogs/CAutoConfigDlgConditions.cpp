@@ -1,8 +1,8 @@
 #include "dialogs/CAutoConfigDlg.h"
 
-#include "dialogs/AutoConfigIds.h"
 #include "dialogs/ListControls.h"
 #include "dialogs/TreeControl.h"
+#include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
 #include "host/APCellData.h"
 #include "host/NvKtDataMng.h"
@@ -17,13 +17,13 @@
 #include <algorithm>
 #include <array>
 #include <initializer_list>
+#include <memory>
 #include <stdexcept>
 
 // The value panel, in which a condition of the selected rule is built. The panel never reads a condition
 // back: a condition is changed by building it again on the same attribute.
 
 using namespace Qt::StringLiterals;
-using namespace dialogs::autoconfig;
 
 namespace {
 
@@ -69,6 +69,12 @@ CArray<Derived> DerivedAttributes(const CString& categoryText)
     return {};
 }
 
+struct Operators
+{
+    CTTComboBox* combo;
+    CStringArray entries;
+};
+
 struct CellRelease
 {
     void operator()(CellData* cell) const { APCellData::CellDataFactory::Release(cell); }
@@ -79,44 +85,46 @@ struct CellRelease
 void CAutoConfigDlg::InitConditionPanel()
 {
     {
-        const QSignalBlocker quiet(Pages());
-        Pages().addTab(new QWidget, u"取值"_s);
-        Pages().addTab(new QWidget, u"范围"_s);
+        const QSignalBlocker quiet(m_pages);
+        m_pages->addTab(new QWidget, u"取值"_s);
+        m_pages->addTab(new QWidget, u"范围"_s);
     }
     // The lists are sorted, so the entry selected is the first by collation.
-    for (const auto& [id, entries] : {std::pair{EqualOperator, CStringArray{u"＝"_s, u"≠"_s}},
-                                      {UpperOperator, CStringArray{u"＜"_s, u"≤"_s}},
-                                      {LowerOperator, CStringArray{u"＞"_s, u"≥"_s}}}) {
-        for (const CString& entry : entries)
-            dialogs::AddString(Combo(id), entry);
-        dialogs::SetCurSel(Combo(id), 0);
+    const std::array<Operators, 3> lists{{{m_equalOperator, {u"＝"_s, u"≠"_s}},
+                                          {m_upperOperator, {u"＜"_s, u"≤"_s}},
+                                          {m_lowerOperator, {u"＞"_s, u"≥"_s}}}};
+    for (const Operators& list : lists) {
+        for (const CString& entry : list.entries)
+            dialogs::AddString(*list.combo, entry);
+        dialogs::SetCurSel(*list.combo, 0);
     }
-    dialogs::SetCurSel(Pages(), ValuePage);
+    dialogs::SetCurSel(*m_pages, ValuePage);
     ShowConditionPage();
-    Pages().setEnabled(true);
+    m_pages->setEnabled(true);
 }
 
 void CAutoConfigDlg::ShowConditionPage()
 {
-    const int page = Pages().currentIndex();
+    const int page = m_pages->currentIndex();
     if (page != ValuePage && page != RangePage) return;
-    for (const int id : {EqualOperator, ValueCombo})
-        Combo(id).setVisible(page == ValuePage);
-    for (const int id : {LowerOperator, UpperOperator, LowerBound, UpperBound})
-        Combo(id).setVisible(page == RangePage);
+    for (CTTComboBox* combo : {m_equalOperator, m_value})
+        combo->setVisible(page == ValuePage);
+    for (CTTComboBox* combo : {m_lowerOperator, m_upperOperator, m_lowerBound, m_upperBound})
+        combo->setVisible(page == RangePage);
 }
 
 void CAutoConfigDlg::FillAttributeList()
 {
     const CString categoryText = GetCategoryText();
     if (categoryText.isEmpty()) return;
-    dialogs::ResetContent(AttributeList());
+    dialogs::ResetContent(*m_attributeList);
     m_attributeCodes.clear();
     m_attributeExtras.clear();
+    OnAttributeChanged(); // the former category's values must not outlive it where the host raises
     AddHostAttributes(categoryText);
     AddDerivedAttributes(categoryText);
-    dialogs::AddString(AttributeList(), u"具体构件"_s); // the one attribute without a code
-    dialogs::SetCurSel(AttributeList(), 0);
+    dialogs::AddString(*m_attributeList, u"具体构件"_s); // the one attribute without a code
+    dialogs::SetCurSel(*m_attributeList, 0);
 }
 
 void CAutoConfigDlg::AddHostAttributes(const CString& categoryText)
@@ -127,7 +135,7 @@ void CAutoConfigDlg::AddHostAttributes(const CString& categoryText)
     NvKtDataMng::CSysSmallCategoryMng(id).GetAttributeList(texts);
     for (qsizetype group = 0; group < texts.size(); group += GroupSize) {
         if (texts.size() - group < GroupSize)
-            throw std::invalid_argument("The attribute list of the category ends within a record.");
+            throw std::invalid_argument(u"小类的属性列表不完整"_s.toStdString());
         m_attributeExtras.append(texts[group + ExtraPlace]);
         AddAttribute(texts[group + NamePlace], texts[group + CodePlace]);
     }
@@ -141,32 +149,31 @@ void CAutoConfigDlg::AddDerivedAttributes(const CString& categoryText)
 
 void CAutoConfigDlg::AddAttribute(const CString& name, const CString& code)
 {
-    dialogs::AddString(AttributeList(), name);
+    dialogs::AddString(*m_attributeList, name);
     m_attributeCodes[name] = code;
 }
 
 CString CAutoConfigDlg::SelectedAttribute() const
 {
-    const int line = dialogs::GetCurSel(AttributeList());
-    return line < 0 ? CString() : AttributeList().item(line)->text();
+    const int line = dialogs::GetCurSel(*m_attributeList);
+    return line < 0 ? CString() : m_attributeList->item(line)->text();
 }
 
 void CAutoConfigDlg::OnAttributeChanged()
 {
     const CString name = SelectedAttribute();
-    CTTComboBox& values = Combo(ValueCombo);
     const auto found = m_attributeCodes.find(name);
     if (found == m_attributeCodes.end()) {
-        dialogs::ResetContent(values);
-        Pages().setEnabled(true);
+        dialogs::ResetContent(*m_value);
+        m_pages->setEnabled(true);
         return;
     }
     ChoosePageFor(name);
     const CStringArray entries = ValuesOf(found->second);
-    dialogs::ResetContent(values);
+    dialogs::ResetContent(*m_value);
     for (const CString& entry : entries)
-        dialogs::AddString(values, entry);
-    WidenValueDropList(values);
+        dialogs::AddString(*m_value, entry);
+    WidenValueDropList(*m_value);
 }
 
 void CAutoConfigDlg::ChoosePageFor(const CString& attributeName)
@@ -175,10 +182,10 @@ void CAutoConfigDlg::ChoosePageFor(const CString& attributeName)
     const bool equalityOnly =
         m_presenter->GetAttConfig(GetCategoryText(), attributeName, config) && config.compar == 0;
     if (equalityOnly) {
-        dialogs::SetCurSel(Pages(), ValuePage);
+        dialogs::SetCurSel(*m_pages, ValuePage);
         ShowConditionPage();
     }
-    Pages().setEnabled(!equalityOnly);
+    m_pages->setEnabled(!equalityOnly);
 }
 
 // An attribute without a value source offers no values.
@@ -207,7 +214,7 @@ void CAutoConfigDlg::WidenValueDropList(CTTComboBox& combo)
 
 void CAutoConfigDlg::FillConditionList()
 {
-    QListWidget& list = ConditionList();
+    QListWidget& list = *m_conditionList;
     dialogs::ResetContent(list);
     const QTreeWidgetItem* row = SelectedRule();
     if (row == nullptr) return;
@@ -225,29 +232,29 @@ void CAutoConfigDlg::FillConditionList()
 bool CAutoConfigDlg::BuildConditionArray(CStringArray& array) const
 {
     array.append(SelectedAttribute());
-    const bool valuePage = Pages().currentIndex() == ValuePage;
+    const bool valuePage = m_pages->currentIndex() == ValuePage;
     array.append(valuePage ? u"1"_s : u"0"_s);
     return valuePage ? AppendValue(array) : AppendRange(array);
 }
 
 bool CAutoConfigDlg::AppendValue(CStringArray& array) const
 {
-    const CString value = Combo(ValueCombo).currentText();
+    const CString value = m_value->currentText();
     if (value.isEmpty()) return false;
-    array << Combo(EqualOperator).currentText() << CString() << CString() << value << CString() << CString();
+    array << m_equalOperator->currentText() << CString() << CString() << value << CString() << CString();
     return true;
 }
 
 // The bounds are compared as they were typed, whether the operators are strict or not.
 bool CAutoConfigDlg::AppendRange(CStringArray& array) const
 {
-    const CString lower = Combo(LowerBound).currentText();
-    const CString upper = Combo(UpperBound).currentText();
+    const CString lower = m_lowerBound->currentText();
+    const CString upper = m_upperBound->currentText();
     if (lower.isEmpty() && upper.isEmpty()) return false;
     const bool both = !lower.isEmpty() && !upper.isEmpty();
     if (both && platform::_wtof(upper) - platform::_wtof(lower) < LeastRange) return false;
-    array << CString() << Combo(LowerOperator).currentText() << Combo(UpperOperator).currentText()
-          << CString() << lower << upper;
+    array << CString() << m_lowerOperator->currentText() << m_upperOperator->currentText() << CString()
+          << lower << upper;
     return true;
 }
 
@@ -256,7 +263,7 @@ bool CAutoConfigDlg::AppendRange(CStringArray& array) const
 bool CAutoConfigDlg::FindChosenCondition(int& id) const
 {
     const CString name = SelectedAttribute();
-    const QListWidget& list = ConditionList();
+    const QListWidget& list = *m_conditionList;
     for (int line = 0; line < list.count(); ++line) {
         if (!list.item(line)->text().contains(name)) continue;
         id = list.item(line)->data(Qt::UserRole).toInt();
@@ -280,7 +287,7 @@ void CAutoConfigDlg::OnAddCondition()
 void CAutoConfigDlg::OnRemoveCondition()
 {
     CPath path{};
-    if (dialogs::GetCurSel(ConditionList()) < 0 || !GetConditionPath(path)) return;
+    if (dialogs::GetCurSel(*m_conditionList) < 0 || !GetConditionPath(path)) return;
     m_rules.clear();
     if (!m_presenter->DelCondition(path, m_rules)) return;
     FillRuleList();

@@ -5,6 +5,9 @@
 #include "host/NvKtProfile.h"
 #include "platform/Messages.h"
 
+#include <functional>
+#include <optional>
+
 // The file commands. None of them flushes the grid or saves first: a new and a loaded file leave what the
 // grid shows of the former one behind without a question.
 
@@ -22,17 +25,19 @@ bool CAutoConfigDlg::RunLoad(const std::function<bool()>& load)
     try {
         return load();
     } catch (...) {
-        m_rules.clear();
+        ReloadRules();
         throw;
     }
 }
 
-// With no small category selected the lists keep what they show; the nodes behind them are gone.
+// With no small category selected there are no rules to be shown.
 void CAutoConfigDlg::ReloadRules()
 {
-    m_rules.clear();
     CPath path{};
-    if (GetCategoryPath(path)) RefillRules(path);
+    if (GetCategoryPath(path))
+        RefillRules(path);
+    else
+        ForgetRules();
 }
 
 void CAutoConfigDlg::OnNewFile()

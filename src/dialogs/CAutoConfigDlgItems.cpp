@@ -8,8 +8,13 @@
 #include "host/NvSysRuleData.h"
 #include "platform/Messages.h"
 
-#include <algorithm>
+#include <QtWidgets/QTreeWidget>
+
 #include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <vector>
 
 // The grid of bill and quota items. A row's item data tell what it is: column 1 the kind of the row, column 0
 // the id of its node. In bill mode the quota rows of a bill item stand directly below its row; nothing else
@@ -53,7 +58,8 @@ void CAutoConfigDlg::FillGrid(const std::vector<ConfigNode*>& rules)
 {
     m_grid.DeleteNonFixedRows();
     const QTreeWidgetItem* selected = SelectedRule();
-    if (selected == nullptr) return;
+    // A category whose grid could not be set up has no columns either.
+    if (selected == nullptr || m_grid.GetColumnCount() == 0) return;
     const int ruleId = selected->data(0, Qt::UserRole).toInt();
     const bool billMode = dialogs::IsBillMode();
     for (const ConfigNode* rule : rules) {
@@ -254,13 +260,15 @@ void CAutoConfigDlg::DeleteFromRule(const CPath& path, const std::vector<int>& r
 
 void CAutoConfigDlg::OnGridCellClick(const dialogs::Notice& notice)
 {
-    const auto [row, column] = std::pair(notice.row, notice.column);
-    if (!m_grid.IsValid(row, column) || row == 0 || column != FormulaColumn) return;
-    const CString text = m_grid.GetItemText(row, column);
+    const int row = notice.row;
+    if (!m_grid.IsValid(row, notice.column) || row == 0 || notice.column != FormulaColumn) return;
+    const CString text = m_grid.GetItemText(row, FormulaColumn);
+    const auto item = AddressOfRow(row);
     CString result;
     const int answer = KtGlobalDlg::CFaceGlobalDlg().ShowCalculatorDlg(GetCategoryText(), text, result, this);
-    if (answer != 1 || result == text) return;
-    m_grid.SetItemText(row, column, result);
+    // The host may have moved the selections while its window was open: then the row is another item's.
+    if (answer != 1 || result == text || AddressOfRow(row) != item) return;
+    m_grid.SetItemText(row, FormulaColumn, result);
     CommitGridRow(row);
 }
 
@@ -269,4 +277,10 @@ void CAutoConfigDlg::OnGridCellChoice(const dialogs::Notice& notice)
     if (notice.column != UnitColumn && notice.column != AnnexColumn) return;
     m_grid.SetItemText(notice.row, notice.column, notice.text);
     CommitGridRow(notice.row);
+}
+
+// A replaced name waits for the flush, like one that was typed.
+void CAutoConfigDlg::OnGridCellReplaced(const dialogs::Notice& notice)
+{
+    if (notice.column >= UnitColumn) CommitGridRow(notice.row);
 }

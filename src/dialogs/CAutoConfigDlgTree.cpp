@@ -35,7 +35,8 @@ void CAutoConfigDlg::FillConfigTree()
 {
     const NvKtDataMng::CProj project;
     const SNvKtSpecId specId = project.GetCurrentSpecId();
-    QTreeWidgetItem& root = *AddItem(*Tree().invisibleRootItem(), project.GetCurrentSpec(), specId.strSpecId);
+    QTreeWidgetItem& root =
+        *AddItem(*m_tree->invisibleRootItem(), project.GetCurrentSpec(), specId.strSpecId);
     root.setExpanded(true);
     CArray<SNvKtBigCategoryId> bigIds;
     NvKtDataMng::CAtt().GetAllBigCategoryIdsBySpec(specId, bigIds);
@@ -45,7 +46,7 @@ void CAutoConfigDlg::FillConfigTree()
     // picks a category.
     QTreeWidgetItem* firstBig = root.child(0);
     QTreeWidgetItem* firstSmall = firstBig == nullptr ? nullptr : firstBig->child(0);
-    if (firstSmall != nullptr) Tree().setCurrentItem(firstSmall);
+    if (firstSmall != nullptr) m_tree->setCurrentItem(firstSmall);
 }
 
 void CAutoConfigDlg::FillBigCategory(const SNvKtBigCategoryId& id, QTreeWidgetItem& root)
@@ -75,11 +76,7 @@ void CAutoConfigDlg::OnCategoryChanging()
 void CAutoConfigDlg::OnCategoryChanged()
 {
     if (SelectedCategory() == nullptr) return;
-    ResetGridForCategory();
-    CPath path{};
-    GetCategoryPath(path);
-    m_rules.clear();
-    if (!m_presenter->GetConfig(path, m_rules)) {
+    if (!OpenCategory()) {
         platform::Show(
             {platform::MessageKind::Plain, u"GetConfig return false"_s, platform::MessageCaption()});
         return;
@@ -88,6 +85,21 @@ void CAutoConfigDlg::OnCategoryChanged()
     FillAttributeList();
     OnAttributeChanged();
     SyncPickerPosition();
+}
+
+bool CAutoConfigDlg::OpenCategory()
+{
+    try {
+        ResetGridForCategory();
+        CPath path{};
+        GetCategoryPath(path);
+        m_rules.clear();
+        return m_presenter->GetConfig(path, m_rules);
+    } catch (...) {
+        // The grid is empty by now, and the list still shows the former category's rules.
+        ForgetRules();
+        throw;
+    }
 }
 
 void CAutoConfigDlg::ResetGridForCategory()

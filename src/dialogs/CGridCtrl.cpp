@@ -71,8 +71,8 @@ void CGridCtrl::MakeHeaders()
     setHorizontalHeader(m_topHeader);
     setVerticalHeader(m_sideHeader);
     m_sideHeader->setSectionResizeMode(QHeaderView::Fixed);
-    // Heading and corner select nothing: the command that deletes the selected rows asks no question, and a press
-    // there would have selected them all.
+    // Heading and corner select nothing: the command that deletes the selected rows asks no question, and a
+    // press there would have selected them all.
     disconnect(m_topHeader, &QHeaderView::sectionPressed, this, nullptr);
     disconnect(m_topHeader, &QHeaderView::sectionEntered, this, nullptr);
     connect(m_topHeader, &QHeaderView::sectionClicked, this, [this](int section) {

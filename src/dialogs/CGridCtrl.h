@@ -120,6 +120,7 @@ public:
     void OnEditCopy() const;
     /// Writes the clipboard's rows from the top left of the selection on. Cells that the user cannot change
     /// are skipped, what falls outside the grid is dropped, and so are characters that no rule file can hold.
+    /// After a cut or a paste each cell that was written is told as `CellReplaced`.
     void OnEditPaste();
 
 signals:
@@ -128,6 +129,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -153,6 +155,7 @@ private:
     void FitHeader();
     void ShowHeaders();
     bool TakesText(int row, int col, const CString& text);
+    void Replace(const CArray<GridReplacement>& cells);
     GridCellId TopLeftOfSelection() const;
 
     GridModel* m_model;

@@ -111,6 +111,15 @@ void CGridCtrl::Send(int code, GridCellId cell, const CString& text)
     emit Notify(GridNotification{code, cell.row, cell.col, text});
 }
 
+void CGridCtrl::mousePressEvent(QMouseEvent* event)
+{
+    // A press where no cell is changes nothing in a view that has nothing selected, so a selected header
+    // would outlast it.
+    m_fixedSelection = {};
+    Refresh();
+    QTableView::mousePressEvent(event);
+}
+
 void CGridCtrl::mouseReleaseEvent(QMouseEvent* event)
 {
     m_clickPosition = event->position().toPoint();

@@ -10,9 +10,9 @@ namespace dialogs {
 void DataExchange::Text(int id, CString& value)
 {
     if (m_direction == Direction::ToMembers)
-        value = m_dialog.GetDlgItemText(id);
+        value = m_dialog.ItemText(id);
     else
-        m_dialog.SetDlgItemText(id, value);
+        m_dialog.SetItemText(id, value);
 }
 
 void DataExchange::Radio(int firstId, int& value)

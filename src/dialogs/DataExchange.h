@@ -18,6 +18,11 @@ public:
 
     DataExchange(TemplateDialog& dialog, Direction direction) : m_dialog(dialog), m_direction(direction) {}
 
+    /// The control itself, as what it is, in both directions alike. Raises `std::out_of_range` when the
+    /// dialog has none of that type. Defined with `TemplateDialog`.
+    template <typename Widget>
+    void Control(int id, Widget*& control);
+
     /// The text of an edit field.
     void Text(int id, CString& value);
 

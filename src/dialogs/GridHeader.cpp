@@ -4,6 +4,7 @@
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <QtCore/QAbstractTableModel>
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 /// The cells of a grid. Fixed cells are stored with the others and shown by the view's headers, so a row or

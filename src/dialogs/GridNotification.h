@@ -2,12 +2,21 @@
 
 #include "platform/Text.h"
 
-/// The codes of `GridNotification`.
-enum GridNotificationCode : int {
-    LVN_ENDLABELEDIT = -176, ///< an in-place edit ended, by taking the text over or by Escape
-    NM_CLICK = -2,           ///< a cell was clicked, fixed cells included
-    CellChoiceMade = 1,      ///< an entry of a cell's choice list was chosen
-};
+// The codes of `GridNotification`. Two of them are macros of <commctrl.h>, with the same values; where that
+// was included before, its macros serve.
+
+#ifndef LVN_ENDLABELEDIT
+/// An in-place edit ended, by taking the text over or by Escape.
+inline constexpr int LVN_ENDLABELEDIT = -176;
+#endif
+#ifndef NM_CLICK
+/// A cell was clicked, fixed cells included.
+inline constexpr int NM_CLICK = -2;
+#endif
+/// An entry of a cell's choice list was chosen.
+inline constexpr int CellChoiceMade = 1;
+/// A cut or a paste has replaced the text of a cell.
+inline constexpr int CellReplaced = 2;
 
 /// What a grid tells its parent. Delivered inside the event that caused it, so the parent may ask the grid
 /// about everything.
@@ -20,5 +29,5 @@ struct GridNotification
     int code = 0;
     int row = -1;
     int column = -1;
-    CString text; ///< the chosen text, or the cell's text after an edit; empty for a click
+    CString text; ///< the chosen text, or the cell's text after an edit, cut or paste; empty for a click
 };

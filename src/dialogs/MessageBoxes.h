@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/Messages.h"
 #include "platform/Window.h"
 
@@ -19,7 +20,7 @@ platform::Answer ShowMessageBox(const platform::Message& message);
 
 /// While it lives, messages to the user are shown by `ShowMessageBox`. A program with windows makes one in
 /// `main()`, after the application object.
-class MessageBoxes
+class KTQDDE_EXPORT MessageBoxes
 {
 public:
     MessageBoxes();

@@ -3,6 +3,7 @@
 #include <QtWidgets/QLabel>
 
 #include <functional>
+#include <utility>
 
 namespace dialogs {
 

@@ -9,8 +9,10 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QPushButton>
 
+#include <exception>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace dialogs {
 
@@ -53,12 +55,12 @@ void TemplateDialog::ThrowNoItem(int id)
     throw std::out_of_range("The dialog has no control " + std::to_string(id) + " of that type.");
 }
 
-CString TemplateDialog::GetDlgItemText(int id) const
+CString TemplateDialog::ItemText(int id) const
 {
     return ControlText(Item<QWidget>(id));
 }
 
-void TemplateDialog::SetDlgItemText(int id, const CString& text)
+void TemplateDialog::SetItemText(int id, const CString& text)
 {
     auto& widget = Item<QWidget>(id);
     SetControlText(widget, text);

@@ -56,9 +56,9 @@ public:
     }
 
     /// The text of a control: a caption or what stands in an edit field.
-    CString GetDlgItemText(int id) const;
+    CString ItemText(int id) const;
     /// Sets it. A caption that needs more room gets it.
-    void SetDlgItemText(int id, const CString& text);
+    void SetItemText(int id, const CString& text);
 
     /// Where the table's rectangles lie; the parent of all controls. Null before `Create`.
     CWnd* Content() const { return m_content; }
@@ -144,5 +144,11 @@ private:
     QButtonGroup* m_group = nullptr;
     bool m_created = false;
 };
+
+template <typename Widget>
+void DataExchange::Control(int id, Widget*& control)
+{
+    control = &m_dialog.Item<Widget>(id);
+}
 
 } // namespace dialogs

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Export.h"
+#include "platform/Window.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
 #include <memory>
@@ -25,6 +26,32 @@ public:
     /// is, without a word: so a second call does nothing. Raises `platform::FileError` when the wrapped file
     /// cannot be written; the file then has its former bytes again wherever the disk still takes them.
     static void WriteHead(const CString& filePath);
+
+    // The operations that show a dialog return when it has ended. They need a host with windows and otherwise
+    // raise `host::NoHostError`. A host that runs a `QApplication` has it used as it is, and is not ended
+    // when the dialog was its last visible window. For a process without any application object one is made
+    // for the call and is gone afterwards, so what such a host makes as `host::IWindows` must end with the
+    // dialog. Beside an application object that is no `QApplication` there can
+    // be no dialog: `std::logic_error` is raised, and nothing has happened. While the dialog runs, messages
+    // are shown in boxes of the module's own; afterwards, and when an error was raised, the host's handler is
+    // in force again.
+
+    /// Runs the configuration dialog on the project's current configuration. Both arguments are ignored: the
+    /// dialog has no parent window, and stands in the middle of the host's main frame. How it ended is not
+    /// told, for every end saves. A file that cannot be opened is not reported: the dialog then works on what
+    /// could be loaded.
+    static void StartQdDeConfig(CWnd* parent, const CRect& area);
+
+    /// Runs the configuration dialog as a step of the host's wizard, on the rule file `configFile`; an empty
+    /// path is the current configuration. `billFile` and `quotaFile` are shown up to their ".mdb". `note` is
+    /// what the link 说明 shows; without text there is no link. `allowBack` enables 上一步. `parent` may be
+    /// null.
+    ///
+    /// Gives 1 when 下一步 ended it, -1 for 上一步, and 0 for 取消 and every other way. The file is written
+    /// on all ways out, so it may have changed when this gives 0. A step whose save failed leaves the dialog
+    /// open with its result set; Escape and the close box do not take that back.
+    static int StartOnlineConfig(const CString& configFile, const CString& billFile, const CString& quotaFile,
+                                 const CString& note, bool allowBack, CWnd* parent);
 
 private:
     void WrapFile(const CString& path);

@@ -20,7 +20,9 @@ struct DeclaredCharset
 /// Looks no further than the declaration, and takes it as it comes: the scanner judges it later.
 std::optional<DeclaredCharset> FindCharset(const QByteArray& text)
 {
-    if (!text.startsWith("<?xml")) return std::nullopt;
+    constexpr qsizetype Opening = 5;
+    // Without the blank it is an instruction of another name, which declares nothing.
+    if (!text.startsWith("<?xml") || text.size() == Opening || !IsBlank(text[Opening])) return std::nullopt;
     const qsizetype end = text.indexOf("?>");
     const qsizetype word = text.indexOf("encoding");
     if (end < 0 || word < 0 || word > end) return std::nullopt;

@@ -109,11 +109,17 @@ TEST_F(AutoConfigAttributes, RepeatedNameStandsTwiceAndHasTheLaterCode)
 
 TEST_F(AutoConfigAttributes, ListThatEndsWithinARecordIsReportedAndTheDialogStays)
 {
+    MakeEqualityOnly(u"材质"_s, u"CZ"_s);
     Open();
+    ASSERT_FALSE(IsEnabled(PageTab));
     Host().SetAttributeList(u"112"_s, {u"组"_s, u"甲"_s, CString(), u"A"_s, u"组"_s, u"乙"_s});
     SelectCategory(u"排水管"_s);
     ASSERT_EQ(Messages().Texts().size(), 1);
-    EXPECT_TRUE(Messages().Texts().first().contains(u"attribute list"_s));
+    EXPECT_EQ(Messages().Texts().first(), u"小类的属性列表不完整"_s);
+    EXPECT_EQ(SelectedAttribute(), CString());
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray()); // not those of the former category
+    EXPECT_EQ(TextOf(ValueCombo), CString());
+    EXPECT_TRUE(IsEnabled(PageTab));
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ(RuleTexts(), CStringArray{u"其它"_s}); // the rules were shown before
     SelectCategory(u"给水管"_s);

@@ -2,6 +2,8 @@
 
 #include "support/FaultyFileSystem.h"
 
+#include <optional>
+
 using namespace test::autoconfig;
 
 // The file commands.
@@ -133,18 +135,14 @@ TEST_F(AutoConfigFiles, LoadingLeavesAnUncommittedEditOfTheFormerFileBehind)
     EXPECT_EQ(GridColumn(2), CStringArray{u"清单031001001001"_s});
 }
 
-TEST_F(AutoConfigFiles, LoadingWithABigCategorySelectedLeavesTheListsAndForgetsTheirRules)
+TEST_F(AutoConfigFiles, LoadingWithABigCategorySelectedShowsNoRulesUntilOneIsSelected)
 {
     PrepareBill(2, u"031001001001"_s);
     Open();
     SelectCategory(u"管道"_s);
     NameFile(LoadFileButton, u"别的"_s);
-    EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"其它"_s}));
+    EXPECT_EQ(RuleTexts(), CStringArray());
     EXPECT_EQ(Caption(), u"自动套配置-[ 清单模式: 别的 ]"_s);
-    SelectRule(1);
-    SelectRule(0); // its node is gone
-    EXPECT_EQ(ConditionTexts(), CStringArray());
-    EXPECT_EQ(GridColumn(), CStringArray());
     SelectCategory(u"给水管"_s);
     EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN99;"_s, u"其它"_s}));
 }
@@ -202,8 +200,33 @@ TEST_F(AutoConfigFiles, LoadWhoseFormerFileCannotBeSavedIsReportedAndKeepsTheEdi
     ASSERT_EQ(Messages().Texts().size(), 1);
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ(Caption(), DefaultCaption);
+    EXPECT_EQ(RuleTexts().size(), 3);
+    SelectRule(1);
+    SelectRule(0);
+    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN15"_s});
+    EXPECT_EQ(GridColumn(), CStringArray{u"031001001001"_s});
     files.Heal();
     SelectCategory(u"排水管"_s);
     SelectCategory(u"给水管"_s);
     EXPECT_EQ(RuleTexts().size(), 3);
+}
+
+TEST_F(AutoConfigFiles, LoadThatFailsWithTheTreeEmptiedIsReportedAndShowsNoRules)
+{
+    Open();
+    std::optional<host::Installation> lacking;
+    InNextDialog([this, &lacking](dialogs::TemplateDialog& dialog) {
+        const auto line = static_cast<int>(test::Lines(dialog, 1000).indexOf(u"DefaultConfig"_s));
+        test::ClickLine(dialog, 1000, line);
+        host::Roles roles = Host().Roles();
+        roles.categories = nullptr; // asked for when the tree is built anew
+        lacking.emplace(host::Install(roles));
+        test::Click(dialog, dialogs::IdOk);
+    });
+    Press(LoadFileButton);
+    lacking.reset();
+    EXPECT_EQ(Messages().Texts().size(), 1);
+    EXPECT_TRUE(m_dialog->isVisible());
+    EXPECT_EQ(Stored(), CStringArray());
+    EXPECT_EQ(RuleTexts(), CStringArray());
 }

@@ -19,12 +19,15 @@ using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
 using ::testing::ElementsAre;
 
-/// The dialog with its presenter open to tests, which compare what is shown with what is stored.
+/// The dialog with its presenter open to tests, which compare what is shown with what is stored, and with
+/// what it keeps for the dialogs that derive from it.
 class OpenAutoConfigDlg : public CAutoConfigDlg
 {
 public:
     using CAutoConfigDlg::CAutoConfigDlg;
+    using CAutoConfigDlg::FillGrid;
     using CAutoConfigDlg::Presenter;
+    using CAutoConfigDlg::SaveForLogOff;
 };
 
 /// The main dialog over the in-memory host, with a user in front of it.

@@ -1,11 +1,8 @@
 #include "dialogs/AutoConfigFixture.h"
 
 #include "host/UserMessage.h"
-#include "support/FaultyFileSystem.h"
 
-#include <QtCore/QTimer>
 #include <QtGui/QHelpEvent>
-#include <QtGui/QSessionManager>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
@@ -13,69 +10,15 @@
 
 using namespace test::autoconfig;
 
-// The frame: how the dialog starts, its pickers, and the ways out of it.
+// The frame: how the dialog starts, its controls and its pickers.
 
 using AutoConfigFrame = AutoConfigTest;
-
-namespace {
-
-/// Longer than the former name, so that the file needs more room.
-const CString NewName = u"一个比原来长得多的新名字，文件因此要在磁盘上占更多的地方"_s;
-
-/// A rule with a bill item whose name is being edited, and what is expected of a way out.
-class AutoConfigClosing : public AutoConfigTest
-{
-protected:
-    void OpenWithAnEdit()
-    {
-        m_id = PrepareRule({u"DN15"_s});
-        PrepareBill(m_id, u"031001001001"_s);
-        Open();
-        Press(PickerButton);
-        EditCell(1, 2, NewName);
-    }
-    CString SavedName()
-    {
-        CQdDeConfigPresenter presenter(FilePath(u"DefaultConfig"_s));
-        CPath path = WaterPipes;
-        path.configId = m_id;
-        return presenter.GetConfig(path)->GetQd(1)->GetRecord().strName;
-    }
-    void ExpectClosedAndSaved()
-    {
-        EXPECT_FALSE(m_dialog->isVisible());
-        EXPECT_EQ(m_dialog->result(), dialogs::IdCancel);
-        EXPECT_EQ(SavedName(), NewName);
-        EXPECT_FALSE(m_windows.Bill().IsVisible());
-        EXPECT_EQ(Messages().Texts(), CStringArray());
-    }
-    void ExpectOpenWithTheReason()
-    {
-        EXPECT_TRUE(m_dialog->isVisible());
-        ASSERT_EQ(Messages().Texts().size(), 1);
-        EXPECT_TRUE(Messages().Texts().first().contains(u"DefaultConfig.xml"_s));
-        EXPECT_EQ(GridColumn(2), CStringArray{NewName});
-        EXPECT_TRUE(m_windows.Bill().IsVisible());
-    }
-    static void AskToQuit()
-    {
-        QEvent quit(QEvent::Quit);
-        QCoreApplication::sendEvent(qApp, &quit);
-        // A program that quits opens no loop any more; the next test must be able to.
-        QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
-        QApplication::exec();
-    }
-
-    int m_id = 0;
-};
-
-} // namespace
 
 TEST_F(AutoConfigFrame, CaptionAndButtonSpeakOfBillMode)
 {
     Open();
     EXPECT_EQ(Caption(), u"自动套配置-[ 清单模式: DefaultConfig ]"_s);
-    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套清单>>"_s);
+    EXPECT_EQ(m_dialog->ItemText(PickerButton), u"套清单>>"_s);
 }
 
 TEST_F(AutoConfigFrame, CaptionAndButtonSpeakOfQuotaMode)
@@ -83,7 +26,7 @@ TEST_F(AutoConfigFrame, CaptionAndButtonSpeakOfQuotaMode)
     SetMode(SQdDeInfo::QuotaMode);
     Open();
     EXPECT_EQ(Caption(), u"自动套配置-[ 定额模式: DefaultConfig ]"_s);
-    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套定额>>"_s);
+    EXPECT_EQ(m_dialog->ItemText(PickerButton), u"套定额>>"_s);
 }
 
 TEST_F(AutoConfigFrame, UnknownModeLeavesTheButtonAndCountsAsQuotaMode)
@@ -93,7 +36,7 @@ TEST_F(AutoConfigFrame, UnknownModeLeavesTheButtonAndCountsAsQuotaMode)
     PrepareQuota(id, u"9-1"_s);
     Open();
     EXPECT_EQ(Caption(), u"自动套配置-[ 定额模式: DefaultConfig ]"_s);
-    EXPECT_EQ(m_dialog->GetDlgItemText(PickerButton), u"套定额>>"_s);
+    EXPECT_EQ(m_dialog->ItemText(PickerButton), u"套定额>>"_s);
     EXPECT_EQ(GridColumn(), CStringArray{u"9-1"_s});
     EXPECT_EQ(Grid().GetItemText(0, 1), u"清单/定额编号"_s); // the headings take it for bill mode
     Press(PickerButton);
@@ -116,12 +59,13 @@ TEST_F(AutoConfigFrame, StandsInTheMiddleOfTheMainFrame)
 {
     QWidget frame;
     frame.setGeometry(301, 203, 901, 701);
+    frame.show();
     m_windows.SetMainFrame(&frame);
-    m_dialog = std::make_unique<OpenAutoConfigDlg>(CString());
-    m_dialog->Create();
+    Open();
     const QRect outer = frame.frameGeometry();
-    EXPECT_EQ(m_dialog->pos(), QPoint(outer.width() / 2 - m_dialog->width() / 2 + outer.left(),
-                                      outer.height() / 2 - m_dialog->height() / 2 + outer.top()));
+    const QRect own = m_dialog->frameGeometry();
+    EXPECT_EQ(own.topLeft(), QPoint(outer.width() / 2 - own.width() / 2 + outer.left(),
+                                    outer.height() / 2 - own.height() / 2 + outer.top()));
 }
 
 TEST_F(AutoConfigFrame, RuleListHasTwoColumnsOfFixedWidth)
@@ -132,6 +76,22 @@ TEST_F(AutoConfigFrame, RuleListHasTwoColumnsOfFixedWidth)
     EXPECT_EQ(Rules().headerItem()->text(0), u"序号"_s);
     EXPECT_EQ(Rules().headerItem()->text(1), u"范围"_s);
     EXPECT_EQ(header.sectionSize(1) * 40, header.sectionSize(0) * 450);
+}
+
+TEST_F(AutoConfigFrame, RuleListKeepsTheWidthsThatTheUserDraggedAndScalesThemWithTheFont)
+{
+    Open();
+    QHeaderView& header = *Rules().header();
+    header.resizeSection(1, 300);
+    m_dialog->SetItemText(PickerButton, u"一个长得多的标题>>"_s); // lays out anew
+    EXPECT_EQ(header.sectionSize(1), 300);
+    QFont large = m_dialog->font();
+    large.setPointSize(18);
+    m_dialog->setFont(large);
+    const int grown = header.sectionSize(1);
+    EXPECT_GT(grown, 400);
+    m_dialog->SetItemText(PickerButton, u"套清单>>"_s);
+    EXPECT_EQ(header.sectionSize(1), grown);
 }
 
 TEST_F(AutoConfigFrame, GridStandsOnItsPlaceAndComesAfterThePickerButton)
@@ -248,105 +208,4 @@ TEST_F(AutoConfigFrame, TextsThatAreCutOffShowWholeInATip)
     EXPECT_TRUE(tipAt(*Grid().viewport(), name.center()).contains(longText));
     QToolTip::hideText();
     EXPECT_TRUE(tipGoes());
-}
-
-TEST_F(AutoConfigClosing, EscapeSaves)
-{
-    OpenWithAnEdit();
-    Key(Qt::Key_Escape); // ends the edit and gives it up
-    EXPECT_TRUE(m_dialog->isVisible());
-    EditCell(1, 2, NewName);
-    Key(Qt::Key_Return);
-    Key(Qt::Key_Escape);
-    ExpectClosedAndSaved();
-}
-
-TEST_F(AutoConfigClosing, CloseBoxSavesAnOpenEditToo)
-{
-    OpenWithAnEdit();
-    Close();
-    ExpectClosedAndSaved();
-}
-
-TEST_F(AutoConfigClosing, RequestToQuitSaves)
-{
-    OpenWithAnEdit();
-    AskToQuit();
-    ExpectClosedAndSaved();
-}
-
-TEST_F(AutoConfigClosing, LogOffSavesAndLeavesTheDialogToTheSession)
-{
-    OpenWithAnEdit();
-    auto* session = qApp->findChild<QSessionManager*>();
-    ASSERT_NE(session, nullptr);
-    emit qApp->commitDataRequest(*session);
-    EXPECT_EQ(SavedName(), NewName);
-    EXPECT_TRUE(m_dialog->isVisible());
-}
-
-TEST_F(AutoConfigClosing, CloseBoxSavesTwiceAndEscapeOnce)
-{
-    OpenWithAnEdit();
-    test::FaultyFileSystem files;
-    Key(Qt::Key_Escape);
-    Key(Qt::Key_Escape);
-    const int once = files.WritePoints();
-    EXPECT_GT(once, 0);
-    test::Open(*m_dialog);
-    Press(AddRuleButton);
-    Close();
-    EXPECT_EQ(files.WritePoints(), 3 * once);
-}
-
-TEST_F(AutoConfigClosing, SaveThatFailsOnEscapeLeavesTheDialogOpenWithTheEdits)
-{
-    OpenWithAnEdit();
-    Key(Qt::Key_Return);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::RefuseOpen);
-    Key(Qt::Key_Escape);
-    ExpectOpenWithTheReason();
-    Messages().Clear();
-    files.Heal();
-    Key(Qt::Key_Escape);
-    ExpectClosedAndSaved();
-}
-
-TEST_F(AutoConfigClosing, FullDiskOnTheCloseBoxIsReportedOnceAndLeavesTheDialogOpen)
-{
-    OpenWithAnEdit();
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    Close();
-    ExpectOpenWithTheReason();
-    Messages().Clear();
-    files.Heal();
-    Close();
-    ExpectClosedAndSaved();
-}
-
-TEST_F(AutoConfigClosing, SaveThatFailsOnARequestToQuitLeavesTheDialogOpen)
-{
-    OpenWithAnEdit();
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    AskToQuit();
-    ExpectOpenWithTheReason();
-}
-
-TEST_F(AutoConfigClosing, SaveThatFailsAtALogOffIsReported)
-{
-    OpenWithAnEdit();
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    emit qApp->commitDataRequest(*qApp->findChild<QSessionManager*>());
-    ExpectOpenWithTheReason();
-}
-
-TEST_F(AutoConfigClosing, ModalRunEndsWithCancel)
-{
-    m_dialog = std::make_unique<OpenAutoConfigDlg>(CString());
-    QTimer::singleShot(0, m_dialog.get(), [this] { Key(Qt::Key_Escape); });
-    EXPECT_EQ(m_dialog->DoModal(), dialogs::IdCancel);
 }

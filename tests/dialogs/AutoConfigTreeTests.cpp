@@ -78,6 +78,20 @@ TEST_F(AutoConfigTree, BigCategoryWithoutChildrenIsALeafWhoseRulesAreNotFound)
     EXPECT_EQ(Grid().GetColumnCount(), 5);
 }
 
+TEST_F(AutoConfigTree, BigCategoryWithoutChildrenIsAddressedOneLevelOff)
+{
+    Host().AddSpec(u"0"_s, u"专业"_s);
+    Host().AddBig(u"0"_s, u"0"_s, u"甲"_s);
+    Host().AddSmall(u"0"_s, u"5"_s, u"小类"_s);
+    Host().AddBig(u"0"_s, u"5"_s, u"乙"_s);
+    Host().SetCurrentSpec(u"专业"_s);
+    Open();
+    Press(AddRuleButton);
+    SelectCategory(u"乙"_s); // its id in the place of a small category's, the specialty's in the big one's
+    EXPECT_EQ(Messages().Texts(), CStringArray());
+    EXPECT_EQ(RuleTexts().size(), 2);
+}
+
 TEST_F(AutoConfigTree, BigCategoryAndRootRebuildNothing)
 {
     PrepareBill(PrepareRule({u"DN15"_s}), u"031001001001"_s);

@@ -51,6 +51,16 @@ TEST(CGridCtrlInput, ClickOnAHeadingSelectsNothing)
     EXPECT_EQ(user.Grid().GetSelectedCellRange(), (GridRange{2, 1, 2, 1}));
 }
 
+TEST(CGridCtrlInput, PressWhereNoCellIsTakesTheSelectionOfTheHeaderAway)
+{
+    GridUser user(1, 1);
+    user.Grid().SetSelectedRange(0, 1, 0, 5);
+    QWidget* cells = user.Grid().viewport();
+    QTest::mouseClick(cells, Qt::LeftButton, {}, cells->rect().bottomRight() - QPoint(5, 5));
+    EXPECT_FALSE(user.Grid().IsSelected(0, 3));
+    EXPECT_FALSE(user.Grid().IsValid(user.Grid().GetSelectedCellRange()));
+}
+
 TEST(CGridCtrlInput, DragSelectsARangeAndIsNoClick)
 {
     GridUser user;

@@ -170,68 +170,6 @@ TEST(CTTComboBoxTip, GoesWithTheList)
     EXPECT_EQ(Tip()->LastItem(), -1);
 }
 
-TEST(CTTComboBoxTip, EditTextThatDoesNotFitIsShownOnRest)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(1);
-    QLineEdit* edit = user.Combo().lineEdit();
-    ComboUser::Rest(edit);
-    EXPECT_EQ(TipText(), ComboUser::Wide);
-    EXPECT_EQ(Tip()->Holder(), edit);
-    EXPECT_EQ(Tip()->geometry().bottom(), edit->mapToGlobal(edit->rect().bottomLeft()).y() + 2);
-}
-
-TEST(CTTComboBoxTip, ComesByARealRestOfTheMouse)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(1);
-    QTest::mouseMove(user.Combo().lineEdit(), QPoint(5, 5));
-    QTest::mouseMove(user.Combo().lineEdit(), QPoint(7, 6));
-    EXPECT_TRUE(QTest::qWaitFor([] { return TipText() == ComboUser::Wide; }));
-}
-
-TEST(CTTComboBoxTip, EditTextThatFitsShowsNone)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(0);
-    ComboUser::Rest(user.Combo().lineEdit());
-    EXPECT_EQ(TipText(), CString());
-}
-
-TEST(CTTComboBoxTip, TypedTextIsShownToo)
-{
-    ComboUser user(true);
-    user.Combo().clearEditText();
-    QTest::keyClicks(user.Combo().lineEdit(), u"abcdefghijklmnopqrstuvwxyz"_s);
-    ComboUser::Rest(user.Combo().lineEdit());
-    EXPECT_EQ(TipText(), u"abcdefghijklmnopqrstuvwxyz"_s);
-}
-
-TEST(CTTComboBoxTip, LeavingTheEditHidesAndForgets)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(1);
-    ComboUser::Rest(user.Combo().lineEdit());
-    Tip()->SetLastItem(1);
-    user.MoveOut();
-    EXPECT_EQ(TipText(), CString());
-    EXPECT_EQ(Tip()->Holder(), nullptr);
-    EXPECT_EQ(Tip()->LastItem(), -1);
-}
-
-TEST(CTTComboBoxTip, OneRestCountsPerVisit)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(1);
-    ComboUser::Rest(user.Combo().lineEdit());
-    Tip()->HideTip();
-    ComboUser::Rest(user.Combo().lineEdit());
-    EXPECT_EQ(TipText(), CString());
-    user.MoveOut();
-    ComboUser::Rest(user.Combo().lineEdit());
-    EXPECT_EQ(TipText(), ComboUser::Wide);
-}
-
 TEST(CTTComboBoxTip, FaceThatDoesNotFitIsShownOnRest)
 {
     ComboUser user(false);
@@ -286,15 +224,6 @@ TEST(CTTComboBoxTip, ClickOnTheFaceHidesIt)
     QTest::mouseRelease(&user.Combo(), Qt::LeftButton, {}, QPoint(10, 10));
 }
 
-TEST(CTTComboBoxTip, TypingIntoTheEditHidesIt)
-{
-    ComboUser user(true);
-    user.Combo().setCurrentIndex(1);
-    ComboUser::Rest(user.Combo().lineEdit());
-    QTest::keyClick(user.Combo().lineEdit(), Qt::Key_A);
-    EXPECT_EQ(TipText(), CString());
-}
-
 TEST(CTTComboBoxTip, NoneWhenSwitchedOff)
 {
     ComboUser user(true);
@@ -319,16 +248,6 @@ TEST(CTTComboBoxTip, SwitchingOffHidesTheOneThatIsUp)
     ComboUser::Rest(user.Combo().lineEdit());
     user.Combo().SetTipsEnabled(false);
     EXPECT_EQ(TipText(), CString());
-}
-
-TEST(CTTComboBoxTip, EditFieldThatComesLaterIsWatchedToo)
-{
-    ComboUser user(false);
-    user.Combo().setEditable(true);
-    QCoreApplication::processEvents();
-    user.Combo().setCurrentIndex(1);
-    ComboUser::Rest(user.Combo().lineEdit());
-    EXPECT_EQ(TipText(), ComboUser::Wide);
 }
 
 TEST(CTTComboBoxTip, ShowsInTheDesktopsTipColoursWithABlackFrame)

@@ -58,7 +58,7 @@ protected:
         m_dialog.SetNumber(picked);
         test::Open(m_dialog);
     }
-    CString Proposal() const { return m_dialog.GetDlgItemText(Suffix); }
+    CString Proposal() const { return m_dialog.ItemText(Suffix); }
 
     void ExpectNumber(const CString& number)
     {

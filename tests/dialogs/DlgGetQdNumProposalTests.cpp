@@ -11,7 +11,7 @@ using namespace test::billnumber;
 TEST_F(DlgGetQdNumTest, NineThreeWithoutHistoryProposes001BehindThePickedNumber)
 {
     OpenWith(9, 3, BaseNumber);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Base), BaseNumber);
+    EXPECT_EQ(m_dialog.ItemText(Base), BaseNumber);
     EXPECT_EQ(Proposal(), u"001"_s);
     test::Click(m_dialog, Ok);
     ExpectNumber(u"030801001001"_s);
@@ -50,7 +50,7 @@ TEST_F(DlgGetQdNumTest, SuffixOfTheHistoryThatIsNoNumberCountsAsZero)
 TEST_F(DlgGetQdNumTest, TenTwoKeepsThePickedNumberAndProposesTwoDigits)
 {
     OpenWith(10, 2, u"0308010010"_s);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Base), u"0308010010"_s);
+    EXPECT_EQ(m_dialog.ItemText(Base), u"0308010010"_s);
     EXPECT_EQ(Proposal(), u"01"_s);
 }
 
@@ -67,7 +67,7 @@ TEST_F(DlgGetQdNumTest, TwelveOneCutsOneCharacterAndProposesBehindTheHighest)
 {
     AddHistory(u"03080100100"_s, {u"030801001004"_s});
     OpenWith(12, 1, u"030801001001"_s);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Base), u"03080100100"_s);
+    EXPECT_EQ(m_dialog.ItemText(Base), u"03080100100"_s);
     EXPECT_EQ(Proposal(), u"5"_s);
 }
 
@@ -84,7 +84,7 @@ TEST_F(DlgGetQdNumTest, TwelveThreeWithoutHistoryCutsThePickedNumberAndDisablesT
 {
     AddToLibrary({u"030801001005"_s});
     OpenWith(12, 3, u"030801001005"_s);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Base), BaseNumber);
+    EXPECT_EQ(m_dialog.ItemText(Base), BaseNumber);
     EXPECT_EQ(Proposal(), u"005"_s);
     EXPECT_FALSE(IsEnabled(Existing));
     EXPECT_EQ(m_guard.Host().Calls(test::Operation::IsInQdk), 0);
@@ -129,6 +129,17 @@ TEST_F(DlgGetQdNumTest, TwelveThreeMayOutgrowThreeDigitsAndIsThenRefused)
     EXPECT_EQ(Proposal(), u"000"_s);
 }
 
+TEST_F(DlgGetQdNumTest, TwelveThreeEndsItsCountWhereTheLibraryKnowsEveryNumber)
+{
+    AddHistory(BaseNumber, {u"030801001999"_s});
+    for (int suffix = 999; suffix <= 10001; ++suffix)
+        AddToLibrary({BaseNumber + CString::number(suffix)});
+    OpenWith(12, 3, u"030801001999"_s);
+    EXPECT_EQ(Proposal(), u"9999"_s);
+    test::Click(m_dialog, Ok);
+    ExpectRefusal(LengthText);
+}
+
 // A missing or unknown coding rule.
 
 TEST_F(DlgGetQdNumTest, MissingRuleLeavesTheDialogAsItsTemplateMadeIt)
@@ -139,8 +150,8 @@ TEST_F(DlgGetQdNumTest, MissingRuleLeavesTheDialogAsItsTemplateMadeIt)
         CDlgGetQdNum dialog;
         dialog.SetNumber(BaseNumber);
         test::Open(dialog);
-        EXPECT_EQ(dialog.GetDlgItemText(Base), CString());
-        EXPECT_EQ(dialog.GetDlgItemText(Suffix), CString());
+        EXPECT_EQ(dialog.ItemText(Base), CString());
+        EXPECT_EQ(dialog.ItemText(Suffix), CString());
         EXPECT_EQ(test::Lines(dialog, History), CStringArray());
         EXPECT_EQ(test::Entries(dialog, Source), CStringArray());
         EXPECT_TRUE(dialog.Item<QRadioButton>(New).isChecked());
@@ -174,4 +185,12 @@ TEST_F(DlgGetQdNumTest, MissingRuleRefusesEverySuffix)
     EXPECT_EQ(Proposal(), u"0"_s);
     test::Click(m_dialog, Ok);
     ExpectRefusal(LengthText);
+}
+
+TEST_F(DlgGetQdNumTest, UnknownRuleGivesNoNumberWhereAnExistingOneIsChosen)
+{
+    OpenWith(8, 2, BaseNumber);
+    test::Click(m_dialog, Existing);
+    test::Click(m_dialog, Ok);
+    ExpectNumber(CString());
 }

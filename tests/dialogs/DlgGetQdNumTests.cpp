@@ -27,10 +27,10 @@ TEST_F(DlgGetQdNumTest, HistoryItemShowsNameAndUnitOnTwoLines)
 {
     AddHistory(BaseNumber, {u"030801001009"_s, u"030801001001"_s});
     OpenWith(9, 3, BaseNumber);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Detail), u"名称030801001009\nm"_s);
+    EXPECT_EQ(m_dialog.ItemText(Detail), u"名称030801001009\nm"_s);
     test::Click(m_dialog, Existing);
     test::ClickLine(m_dialog, History, 1);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Detail), u"名称030801001001\nm"_s);
+    EXPECT_EQ(m_dialog.ItemText(Detail), u"名称030801001001\nm"_s);
 }
 
 TEST_F(DlgGetQdNumTest, ItemShownAnewDropsTheSelectionOfItsText)
@@ -51,7 +51,7 @@ TEST_F(DlgGetQdNumTest, HistoryOfTheCallerIsReplacedByTheProjects)
     AddHistory(BaseNumber, {u"030801001001"_s});
     OpenWith(9, 3, BaseNumber);
     EXPECT_EQ(test::Lines(m_dialog, History), CStringArray{u"030801001001"_s});
-    EXPECT_EQ(m_dialog.GetDlgItemText(Detail), u"名称030801001001\nm"_s);
+    EXPECT_EQ(m_dialog.ItemText(Detail), u"名称030801001001\nm"_s);
 }
 
 TEST_F(DlgGetQdNumTest, FailingHistoryCountsAsAnEmptyOne)
@@ -184,7 +184,7 @@ TEST_F(DlgGetQdNumTest, NewNumberThatTheHistoryHoldsIsRefusedAndMayBeChanged)
     test::Click(m_dialog, Ok);
     ExpectRefusal(TakenText);
     EXPECT_EQ(m_dialog.GetNumber(), u"030801001004"_s);
-    EXPECT_EQ(m_dialog.GetDlgItemText(Base), BaseNumber);
+    EXPECT_EQ(m_dialog.ItemText(Base), BaseNumber);
     test::Type(m_dialog, Suffix, u"006"_s);
     test::Click(m_dialog, Ok);
     ExpectNumber(u"030801001006"_s);

@@ -62,6 +62,18 @@ TEST_F(DlgSaveAsTest, NewModeRefusesTheCurrentFileInAnyLetterCase)
     ExpectOnlyMessage(MessageKind::Warning, CurrentText);
 }
 
+TEST_F(DlgSaveAsTest, NewModeRefusesTheCurrentFileWithItsExtensionInAnyLetterCase)
+{
+    AddFiles({u"abc"_s});
+    for (const CString& name : {u"abc.xml"_s, u"abc.XML"_s}) {
+        m_guard.Messages().Clear();
+        DlgSaveAs dialog(DlgSaveAs::New, nullptr, PathOf(u"abc.xml"_s));
+        SaveUnder(dialog, name);
+        EXPECT_TRUE(dialog.isVisible()) << name.toStdString();
+        ExpectOnlyMessage(MessageKind::Warning, CurrentText);
+    }
+}
+
 TEST_F(DlgSaveAsTest, NewModeRefusesTheCurrentFileBeforeItAsks)
 {
     AddFiles({u"abc"_s});
@@ -99,7 +111,7 @@ TEST_F(DlgSaveAsTest, AnsweringNoLeavesTheDialogOpen)
     SaveUnder(dialog, u"abc"_s);
     ExpectOnlyMessage(MessageKind::Question, OverwriteText);
     EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(dialog.GetDlgItemText(NameEdit), u"abc"_s);
+    EXPECT_EQ(dialog.ItemText(NameEdit), u"abc"_s);
 }
 
 TEST_F(DlgSaveAsTest, LoadModeAsksNothingAboutAnExistingFile)
@@ -147,6 +159,24 @@ TEST_F(DlgSaveAsTest, NameOfFourCharactersKeepsItsCapitalExtensionInTheQuestion)
     ExpectOnlyMessage(MessageKind::Question, OverwriteText);
 }
 
+TEST_F(DlgSaveAsTest, NameThatIsOnlyTheExtensionIsTakenAsItStands)
+{
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
+    SaveUnder(dialog, u".xml"_s);
+    ExpectSilence();
+    ExpectChosen(dialog, PathOf(u".xml"_s));
+}
+
+TEST_F(DlgSaveAsTest, NameXmlWithoutAStopIsAName)
+{
+    AddFiles({u"xml"_s});
+    m_guard.Messages().PresetAnswer(platform::Answer::Yes);
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
+    SaveUnder(dialog, u"xml"_s);
+    ExpectOnlyMessage(MessageKind::Question, OverwriteText);
+    ExpectChosen(dialog, PathOf(u"xml.xml"_s));
+}
+
 TEST_F(DlgSaveAsTest, AnotherExtensionGetsXmlBehindIt)
 {
     DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
@@ -190,7 +220,8 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(BadName{u"CON"_s, DeviceText}, BadName{u"prn"_s, DeviceText},
                       BadName{u"Aux.xml"_s, DeviceText}, BadName{u"nul.a.b"_s, DeviceText},
                       BadName{u"com1"_s, DeviceText}, BadName{u"LPT9.XML"_s, DeviceText},
-                      BadName{u"con .x"_s, DeviceText}, BadName{u"abc."_s, EndText},
+                      BadName{u"con .x"_s, DeviceText}, BadName{u"CONIN$"_s, DeviceText},
+                      BadName{u"conout$.xml"_s, DeviceText}, BadName{u"abc."_s, EndText},
                       BadName{u"abc "_s, EndText}, BadName{u"abc.xml "_s, EndText},
                       BadName{u"abc..xml"_s, EndText}, BadName{u"abc\u3000"_s, EndText},
                       BadName{u"a\tb"_s, ControlText}, BadName{u"a\u007Fb"_s, ControlText},

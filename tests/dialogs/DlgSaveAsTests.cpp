@@ -1,11 +1,15 @@
 #include "dialogs/DlgSaveAsFixture.h"
 
+#include "platform/Files.h"
+
 #include <QtCore/QTimer>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>
 
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 using namespace test::saveas;
 
@@ -14,7 +18,7 @@ TEST_F(DlgSaveAsTest, LoadModeHasItsTextsAndADisabledName)
     DlgSaveAs dialog(DlgSaveAs::Load, nullptr, {});
     test::Open(dialog);
     EXPECT_EQ(dialog.windowTitle(), u"调用"_s);
-    EXPECT_EQ(dialog.GetDlgItemText(Save), u"调用"_s);
+    EXPECT_EQ(dialog.ItemText(Save), u"调用"_s);
     EXPECT_FALSE(dialog.GetDlgItem(NameEdit)->isEnabled());
 }
 
@@ -23,7 +27,7 @@ TEST_F(DlgSaveAsTest, NewModeHasItsTextsAndAnEnabledName)
     DlgSaveAs dialog(DlgSaveAs::New, nullptr, {});
     test::Open(dialog);
     EXPECT_EQ(dialog.windowTitle(), u"新建"_s);
-    EXPECT_EQ(dialog.GetDlgItemText(Save), u"新建"_s);
+    EXPECT_EQ(dialog.ItemText(Save), u"新建"_s);
     EXPECT_TRUE(dialog.GetDlgItem(NameEdit)->isEnabled());
 }
 
@@ -32,7 +36,7 @@ TEST_F(DlgSaveAsTest, SaveAsModeKeepsTheTemplatesButtonText)
     DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
     test::Open(dialog);
     EXPECT_EQ(dialog.windowTitle(), u"另存"_s);
-    EXPECT_EQ(dialog.GetDlgItemText(Save), u"保存(&S)"_s);
+    EXPECT_EQ(dialog.ItemText(Save), u"保存(&S)"_s);
     EXPECT_TRUE(dialog.GetDlgItem(NameEdit)->isEnabled());
 }
 
@@ -42,7 +46,7 @@ TEST_F(DlgSaveAsTest, StartsWithoutSelectionAndWithoutName)
     DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, PathOf(u"甲.xml"_s));
     test::Open(dialog);
     EXPECT_TRUE(dialog.Item<QListWidget>(FileList).selectedItems().isEmpty());
-    EXPECT_EQ(dialog.GetDlgItemText(NameEdit), CString());
+    EXPECT_EQ(dialog.ItemText(NameEdit), CString());
 }
 
 TEST_F(DlgSaveAsTest, FileTypeShowsItsOnlyEntry)
@@ -83,7 +87,7 @@ TEST_F(DlgSaveAsTest, ClickingALineTakesItsName)
     DlgSaveAs dialog(DlgSaveAs::Load, nullptr, {});
     test::Open(dialog);
     test::ClickLine(dialog, FileList, 1);
-    EXPECT_EQ(dialog.GetDlgItemText(NameEdit), u"b"_s);
+    EXPECT_EQ(dialog.ItemText(NameEdit), u"b"_s);
     test::Click(dialog, Save);
     ExpectChosen(dialog, PathOf(u"b.xml"_s));
     ExpectSilence();
@@ -96,7 +100,7 @@ TEST_F(DlgSaveAsTest, ArrowKeysTakeNamesFromTheList)
     test::Open(dialog);
     test::ClickLine(dialog, FileList, 0);
     test::Press(dialog, Qt::Key_Down);
-    EXPECT_EQ(dialog.GetDlgItemText(NameEdit), u"b"_s);
+    EXPECT_EQ(dialog.ItemText(NameEdit), u"b"_s);
 }
 
 TEST_F(DlgSaveAsTest, SelectedNameReplacesATypedOne)
@@ -106,7 +110,35 @@ TEST_F(DlgSaveAsTest, SelectedNameReplacesATypedOne)
     test::Open(dialog);
     test::Type(dialog, NameEdit, u"other"_s);
     test::ClickLine(dialog, FileList, 0);
-    EXPECT_EQ(dialog.GetDlgItemText(NameEdit), u"a"_s);
+    EXPECT_EQ(dialog.ItemText(NameEdit), u"a"_s);
+}
+
+TEST_F(DlgSaveAsTest, ClickOnTheSelectedFileTakesItsNameAgain)
+{
+    AddFiles({u"a"_s});
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
+    test::Open(dialog);
+    test::ClickLine(dialog, FileList, 0);
+    test::Type(dialog, NameEdit, u"other"_s);
+    test::ClickLine(dialog, FileList, 0);
+    EXPECT_EQ(dialog.ItemText(NameEdit), u"a"_s);
+}
+
+TEST_F(DlgSaveAsTest, FileTypeIsThereBeforeTheFolderIsRead)
+{
+    struct UnreadableFolder : platform::FileSystemProxy
+    {
+        UnreadableFolder() : FileSystemProxy(platform::RealFileSystem()) {}
+        CStringArray FindFiles(const CString&, const CString&) override
+        {
+            throw std::runtime_error("folder");
+        }
+    } files;
+    const platform::ScopedFileSystem installed(files);
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
+    test::Open(dialog);
+    EXPECT_EQ(m_guard.Messages().Texts(), CStringArray{u"folder"_s});
+    EXPECT_EQ(test::Entries(dialog, TypeCombo), CStringArray{u"XML文件(*.xml)"_s});
 }
 
 TEST_F(DlgSaveAsTest, LoadModeWithAnEmptyFolderOnlyLetsTheUserCancel)

@@ -51,10 +51,10 @@ QRect GridUser::RectOf(int row, int col)
 void GridUser::Click(int row, int col, Qt::KeyboardModifiers modifiers)
 {
     // Two clicks at one place shortly after each other would make a double click.
-    const int far = QApplication::doubleClickInterval() + 1;
+    const int pause = QApplication::doubleClickInterval() + 1;
     QTest::mouseClick(m_grid.viewport(), Qt::LeftButton, modifiers,
                       RectOf(row, col).topLeft() + QPoint(5, 5));
-    QTest::lastMouseTimestamp += far;
+    QTest::lastMouseTimestamp += pause;
 }
 
 void GridUser::DoubleClick(int row, int col)

@@ -128,7 +128,7 @@ TEST(TemplateDialog, LongerCaptionGetsItsRoom)
     PlainDialog dialog(AllKinds, nullptr);
     test::Open(dialog);
     const CString caption = u"一个比原来长得多的按钮文字"_s;
-    dialog.SetDlgItemText(10, caption);
+    dialog.SetItemText(10, caption);
     EXPECT_GE(dialog.GetDlgItem(10)->width(),
               dialog.GetDlgItem(10)->fontMetrics().horizontalAdvance(caption));
 }
@@ -137,7 +137,7 @@ TEST(TemplateDialog, NewCaptionIsAlsoSpoken)
 {
     PlainDialog dialog(AllKinds, nullptr);
     test::Open(dialog);
-    dialog.SetDlgItemText(10, u"新建(&N)"_s);
+    dialog.SetItemText(10, u"新建(&N)"_s);
     EXPECT_EQ(dialog.GetDlgItem(10)->accessibleName(), u"新建"_s);
 }
 
@@ -159,7 +159,7 @@ TEST(TemplateDialog, InitStepShowsTheMembers)
     NotingDialog dialog;
     dialog.m_text = u"文字"_s;
     test::Open(dialog);
-    EXPECT_EQ(dialog.GetDlgItemText(12), u"文字"_s);
+    EXPECT_EQ(dialog.ItemText(12), u"文字"_s);
     EXPECT_TRUE(dialog.Item<QRadioButton>(17).isChecked());
 }
 

@@ -95,6 +95,14 @@ TEST(Encoding, OddNumberOfUtf16BytesIsRefused)
     EXPECT_FALSE(xml::Document::Create().LoadBytes(bytes));
 }
 
+TEST(Encoding, InstructionWhoseNameBeginsLikeTheDeclarationDeclaresNothing)
+{
+    const CString text = u"<?xmlns version=\"1.0\" encoding=\"GBK\"?>\n<清单 x='定额'/>\n"_s;
+    EXPECT_EQ(Value(Parse(text.toUtf8())), u"定额"_s);
+    EXPECT_FALSE(
+        xml::Document::Create().LoadBytes(platform::Encode(text, platform::Encoding::Gb18030).value()));
+}
+
 TEST(Encoding, ByteOrderMarkWinsAndTheDeclarationIsPutRight)
 {
     const CString text = u"<?xml version=\"1.0\" encoding=\"GBK\"?>\n<清单 x='定额'/>\n"_s;

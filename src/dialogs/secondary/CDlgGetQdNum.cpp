@@ -120,7 +120,7 @@ void CDlgGetQdNum::ShowHistoryItem()
     if (selected < 0) return;
     const SQdInfo& item = m_historyItems.at(selected);
     // A selection that the user made in the field goes with the former text.
-    SetDlgItemText(DetailEdit, item.strName + u"\r\n"_s + item.strUnit);
+    SetItemText(DetailEdit, item.strName + u"\r\n"_s + item.strUnit);
     UpdateData(DataExchange::Direction::ToControls);
 }
 
@@ -144,15 +144,16 @@ void CDlgGetQdNum::ProposeFreeSuffix()
 
 // A picked number that the history does not hold keeps its suffix. Only for one that it holds is the library
 // asked, too: such a number is counted up past all that either knows, if need be to four digits, which OK
-// then refuses.
+// then refuses. A library that knows every number ends the count there.
 CString CDlgGetQdNum::FreeSuffix() const
 {
     constexpr int digits = 3;
+    constexpr int last = 9999;
     int n = m_suffix.isEmpty() ? 1 : platform::_wtoi(m_suffix);
     if (Item<QListWidget>(HistoryList).count() == 0) return Padded(n, digits);
     CString candidate = m_suffix;
     if (!IsInHistory(m_baseNumber + candidate)) return candidate;
-    while (IBillLib::IsInQdk(m_baseNumber + candidate) || IsInHistory(m_baseNumber + candidate))
+    while (n < last && (IBillLib::IsInQdk(m_baseNumber + candidate) || IsInHistory(m_baseNumber + candidate)))
         candidate = Padded(++n, digits);
     return candidate;
 }

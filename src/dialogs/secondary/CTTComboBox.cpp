@@ -108,7 +108,7 @@ bool CTTComboBox::FilterList(QEvent* event)
         return false;
     case QEvent::Leave:
     case QEvent::Hide:
-        OnListLeft();
+        OnPartLeft();
         return false;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -140,7 +140,6 @@ void CTTComboBox::FilterEdit(QEvent* event)
         if (m_tip->TakeHover(m_edit)) ShowEditTip();
         break;
     case QEvent::Leave:
-        m_tip->SetLastItem(TipWindow::NoItem);
         OnPartLeft();
         break;
     default:
@@ -154,17 +153,18 @@ void CTTComboBox::OnListMove(const QPoint& point)
         ShowListTip(point);
         m_tip->BeginMouseTracking(m_list);
     } else {
-        OnListLeft();
+        OnPartLeft();
     }
 }
 
-void CTTComboBox::OnListLeft()
+void CTTComboBox::OnPartLeft()
 {
     m_tip->SetLastItem(TipWindow::NoItem);
-    OnPartLeft();
+    OnFaceLeft();
 }
 
-void CTTComboBox::OnPartLeft()
+// The last list entry stays remembered: only lists and edit fields forget it.
+void CTTComboBox::OnFaceLeft()
 {
     m_tip->EndMouseTracking();
     m_tip->HideTip();
@@ -172,8 +172,9 @@ void CTTComboBox::OnPartLeft()
 
 bool CTTComboBox::event(QEvent* event)
 {
-    // An edit field comes and goes with the toolkit's calls, none of which can be overridden.
-    if (event->type() == QEvent::ChildPolished || event->type() == QEvent::ChildRemoved) HookParts();
+    // An edit field comes with the toolkit's calls, none of which can be overridden. It goes by itself: while
+    // it does, the toolkit still gives it as the present one.
+    if (event->type() == QEvent::ChildPolished) HookParts();
     if (event->type() == QEvent::ToolTip && m_tipsEnabled) {
         if (m_tip->TakeHover(this)) ShowFaceTip();
         return true;
@@ -183,15 +184,14 @@ bool CTTComboBox::event(QEvent* event)
 
 void CTTComboBox::mouseMoveEvent(QMouseEvent* event)
 {
-    if (!rect().contains(event->position().toPoint())) OnPartLeft();
+    if (!rect().contains(event->position().toPoint())) OnFaceLeft();
     m_tip->BeginMouseTracking(this);
     QComboBox::mouseMoveEvent(event);
 }
 
 void CTTComboBox::leaveEvent(QEvent* event)
 {
-    // The last list entry stays remembered: only lists and edit fields forget it.
-    OnPartLeft();
+    OnFaceLeft();
     QComboBox::leaveEvent(event);
 }
 

@@ -64,8 +64,8 @@ private:
     void FilterEdit(QEvent* event);
     bool RefusesClick(const QPoint& point) const;
     void OnListMove(const QPoint& point);
-    void OnListLeft();
     void OnPartLeft();
+    void OnFaceLeft();
     void ShowListTip(const QPoint& point);
     void ShowEditTip();
     void ShowFaceTip();

@@ -12,6 +12,7 @@
 #include <QtWidgets/QListWidget>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using dialogs::DataExchange;
@@ -44,11 +45,14 @@ void DlgSaveAs::DoDataExchange(DataExchange& exchange)
 void DlgSaveAs::OnInitDialog()
 {
     TemplateDialog::OnInitDialog();
+    dialogs::AddString(Item<QComboBox>(TypeCombo), u"XML文件(*.xml)"_s);
+    // A click on the file that is selected already is no change of the selection, yet it renews the name.
+    connect(&Item<QListWidget>(FileList), &QListWidget::itemClicked, this,
+            [this] { Dispatch(DialogEvent::ListSelection, FileList); });
     ScanFolder(m_folder);
     for (const CString& name : std::as_const(m_fileNames))
         dialogs::AddString(Item<QListWidget>(FileList), platform::BeforeLastStop(name));
     ApplyMode();
-    dialogs::AddString(Item<QComboBox>(TypeCombo), u"XML文件(*.xml)"_s);
     dialogs::SetCurSel(Item<QComboBox>(TypeCombo), 0);
     UpdateData(DataExchange::Direction::ToControls);
 }
@@ -63,12 +67,12 @@ void DlgSaveAs::ApplyMode()
     switch (m_mode) {
     case Load:
         setWindowTitle(u"调用"_s);
-        SetDlgItemText(IdOk, u"调用"_s);
+        SetItemText(IdOk, u"调用"_s);
         GetDlgItem(NameEdit)->setEnabled(false);
         break;
     case New:
         setWindowTitle(u"新建"_s);
-        SetDlgItemText(IdOk, u"新建"_s);
+        SetItemText(IdOk, u"新建"_s);
         break;
     case SaveAs:
         setWindowTitle(u"另存"_s);

@@ -1,6 +1,9 @@
 #include "dialogs/secondary/FileNameRules.h"
 
+#include <QtCore/QStringView>
+
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +22,8 @@ bool HoldsControlCharacter(const CString& name)
 bool IsDeviceName(const CString& name)
 {
     const CString device = name.section(u'.', 0, 0).trimmed().toUpper();
-    if (device == u"CON" || device == u"PRN" || device == u"AUX" || device == u"NUL") return true;
+    const std::array<QStringView, 6> devices{u"CON", u"PRN", u"AUX", u"NUL", u"CONIN$", u"CONOUT$"};
+    if (std::find(devices.begin(), devices.end(), device) != devices.end()) return true;
     const bool isPort = device.startsWith(u"COM") || device.startsWith(u"LPT");
     return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
 }

@@ -1,21 +1,130 @@
-// A host's first steps: it sees that the module misses a host, and uses the node classes and the plain function.
-#include <host/Installation.h>
+// A host's whole acquaintance with the module, against what is installed alone: without a host in force, the
+// node classes, every entry point, the dialogs in a program of the toolkit and in one that is none.
+#include "SmallHost.h"
+
+#include <dialogs/MessageBoxes.h>
 #include <presenter/CAutoQdDeConfigFacade.h>
 #include <presenter/RefreshAutoConfig.h>
 #include <tree/ConfigNode.h>
 
-#include <cstdio>
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+#include <QtWidgets/QAbstractButton>
+#include <QtWidgets/QApplication>
 
-int main()
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+const CPath Pipes{1, 11, 111, 1, 0, 0, 0, 0};
+
+void Require(bool holds, const char* what)
+{
+    if (holds) return;
+    std::fprintf(stderr, "failed: %s\n", what);
+    std::exit(1);
+}
+
+QByteArray BytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void CallWithoutAHost()
 {
     try {
         CString message;
         RefreshAutoConfig(message, QStringLiteral("x.xml"));
-        std::puts("a module without a host must refuse to work");
-        return 1;
+        Require(false, "a module without a host refuses to work");
     } catch (const host::NoHostError&) {
     }
+}
+
+void UseTheNodes()
+{
     ConfigNode rule;
-    rule.AddCondition(ConditionNode(QStringLiteral("A"), true, QStringLiteral("="), {}, {}, QStringLiteral("1"), {}, {}));
-    return rule.GetConditionString() == QStringLiteral("A=1;") ? 0 : 1;
+    const CString one = QStringLiteral("1");
+    rule.AddCondition(ConditionNode(QStringLiteral("A"), true, QStringLiteral("="), {}, {}, one, {}, {}));
+    Require(rule.GetConditionString() == QStringLiteral("A=1;"), "a rule describes itself");
+}
+
+void EditWithoutDialogs(const QString& folder, const CString& ruleFile)
+{
+    CAutoQdDeConfigFacade::AttrConfig();
+    Require(BytesOf(folder + QStringLiteral("/AttrConfig.xml")).contains("CZ"),
+            "AttrConfig writes the attributes");
+    const auto presenter = CAutoQdDeConfigFacade::GetQdDeConfigPresenter(ruleFile);
+    int id = -1;
+    Require(presenter->AddConfig(Pipes, id) && presenter->Save(), "a presenter adds a rule and saves it");
+    CString message;
+    Require(RefreshAutoConfig(message, ruleFile) && message.isEmpty(), "RefreshAutoConfig takes the file");
+}
+
+/// The press of a button by its caption.
+auto Press(const QString& caption)
+{
+    return [caption](CWnd& dialog) {
+        for (auto* button : dialog.findChildren<QAbstractButton*>())
+            if (button->text() == caption) button->click();
+    };
+}
+
+void EditInDialogsOfAForeignProgram(SmallHost& host)
+{
+    bool shown = false;
+    host.AtTheDialog([&shown](CWnd& dialog) {
+        shown = true;
+        dialog.close();
+    });
+    CAutoQdDeConfigFacade::StartQdDeConfig(nullptr, CRect());
+    Require(shown && QCoreApplication::instance() == nullptr,
+            "StartQdDeConfig brings its own application object");
+}
+
+void EditInDialogsOfAToolkitProgram(SmallHost& host, const CString& ruleFile)
+{
+    int argumentCount = 1;
+    char name[] = "consumer";
+    char* arguments[] = {name, nullptr};
+    const QApplication application(argumentCount, arguments);
+    const dialogs::MessageBoxes boxes;
+    QWidget window;
+    const auto step = [&](const QString& button) {
+        host.AtTheDialog(Press(button));
+        return CAutoQdDeConfigFacade::StartOnlineConfig(ruleFile, QStringLiteral("清单.mdb"),
+                                                        QStringLiteral("定额.mdb"), {}, true, &window);
+    };
+    Require(step(QStringLiteral("下一步")) == 1, "StartOnlineConfig gives 1 for the next step");
+    Require(step(QStringLiteral("上一步")) == -1, "StartOnlineConfig gives -1 for the former step");
+    Require(step(QStringLiteral("取消")) == 0, "StartOnlineConfig gives 0 for a cancelled step");
+    host.AtTheDialog([](CWnd& dialog) { dialog.close(); });
+    CAutoQdDeConfigFacade::StartQdDeConfig(&window, CRect(1, 2, 3, 4));
+}
+
+} // namespace
+
+int main()
+{
+    CallWithoutAHost();
+    UseTheNodes();
+    const QTemporaryDir folder;
+    QFile attributes(folder.filePath(QStringLiteral("AttributeInformation.xml")));
+    Require(attributes.open(QIODevice::WriteOnly), "the folder takes a file");
+    attributes.write(QStringLiteral("<属性参数信息><CZ type='1'/></属性参数信息>").toUtf8());
+    attributes.close();
+    CString path = folder.path();
+    path.replace(u'/', u'\\');
+    SmallHost host(path);
+    const host::Installation installed = host::Install(host.Roles());
+    const CString ruleFile = path + QStringLiteral("\\规则.xml");
+    EditWithoutDialogs(folder.path(), ruleFile);
+    EditInDialogsOfAForeignProgram(host);
+    EditInDialogsOfAToolkitProgram(host, ruleFile);
+    const QString written = folder.filePath(QStringLiteral("规则.xml"));
+    Require(BytesOf(written).contains("<"), "the rule file is XML");
+    CAutoQdDeConfigFacade::WriteHead(ruleFile);
+    Require(!BytesOf(written).startsWith('<') && !BytesOf(written).isEmpty(), "WriteHead wraps the file");
+    return 0;
 }
