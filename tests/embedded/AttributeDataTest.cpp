@@ -150,6 +150,22 @@ TEST(AttributeData, NoValueOccursTwiceInAList)
     }
 }
 
+TEST(AttributeData, NumbersOfAListCountUp)
+{
+    for (const CString& table : {u"cell_data"_s, u"drop_lists"_s}) {
+        for (const TableRow& row : ShippedTable(table)) {
+            double last = -1;
+            for (const CString& value : row[u"value_list"_s].split(u'|', Qt::SkipEmptyParts)) {
+                bool isNumber = false;
+                const double number = value.toDouble(&isNumber);
+                if (!isNumber) break; // a list of names
+                EXPECT_GT(number, last) << row[u"code"_s].toStdString() << ' ' << value.toStdString();
+                last = number;
+            }
+        }
+    }
+}
+
 TEST(AttributeData, InformationFileClassifiesExactlyTheCodesInUse)
 {
     const QHash<CString, CString> types = InformationTypes();

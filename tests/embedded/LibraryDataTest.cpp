@@ -13,9 +13,10 @@ using test::TableRow;
 
 namespace {
 
-const QSet<CString> BillUnits{u"m"_s,  u"m2"_s, u"m3"_s, u"kg"_s, u"t"_s,    u"个"_s,  u"台"_s, u"套"_s,
-                              u"组"_s, u"根"_s, u"条"_s, u"块"_s, u"片"_s,   u"副"_s,  u"具"_s, u"支"_s,
-                              u"箱"_s, u"处"_s, u"点"_s, u"芯"_s, u"链路"_s, u"系统"_s};
+const QSet<CString> BillUnits{u"m"_s,    u"m2"_s, u"m3"_s, u"kg"_s, u"t"_s,  u"个"_s, u"台"_s,
+                              u"套"_s,   u"组"_s, u"根"_s, u"条"_s, u"块"_s, u"片"_s, u"副"_s,
+                              u"具"_s,   u"支"_s, u"箱"_s, u"处"_s, u"点"_s, u"芯"_s, u"链路"_s,
+                              u"系统"_s, u"段"_s, u"次"_s, u"只"_s, u"项"_s};
 
 /// The number at the head of a unit such as "10m", at least 1.
 int LeadingNumber(const CString& unit)
@@ -44,7 +45,47 @@ TEST(LibraryData, BillNumbersHaveNineDigitsAndAreUnique)
         EXPECT_FALSE(seen.contains(number)) << number.toStdString();
         seen.insert(number);
     }
-    EXPECT_GE(seen.size(), 200);
+    EXPECT_GE(seen.size(), 500);
+}
+
+TEST(LibraryData, BillItemsAndSectionsStandInTheOrderOfTheirNumbers)
+{
+    CString last;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        EXPECT_LT(last, row[u"number"_s]);
+        last = row[u"number"_s];
+    }
+    last.clear();
+    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
+        EXPECT_LT(last, row[u"index_path"_s]);
+        last = row[u"index_path"_s];
+    }
+}
+
+TEST(LibraryData, EverySectionHoldsBillItemsAndNoNameTwice)
+{
+    QSet<CString> filled;
+    QSet<CString> seen;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+        const CString key = row[u"index_path"_s] + u'\t' + row[u"name"_s];
+        EXPECT_FALSE(seen.contains(key)) << key.toStdString();
+        seen.insert(key);
+        filled.insert(row[u"index_path"_s]);
+    }
+    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
+        const CString path = row[u"index_path"_s];
+        EXPECT_EQ(filled.contains(path), path.contains(u'\\')) << path.toStdString();
+    }
+}
+
+TEST(LibraryData, ChaptersOfTheFiveServicesAreThere)
+{
+    QHash<CString, int> items;
+    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+        ++items[row[u"number"_s].left(4)];
+    for (const CString& chapter :
+         {u"0301"_s, u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s, u"0312"_s, u"0313"_s})
+        EXPECT_GE(items[chapter], 20) << chapter.toStdString();
 }
 
 TEST(LibraryData, BillNumbersCountUpFromOneInTheirSection)
@@ -99,6 +140,15 @@ TEST(LibraryData, WellKnownBillItemsStandUnderTheirNumbers)
     EXPECT_EQ(items[u"030702001"_s], u"碳钢通风管道 m2"_s);
     EXPECT_EQ(items[u"030901001"_s], u"水喷淋钢管 m"_s);
     EXPECT_EQ(items[u"030404017"_s], u"配电箱 台"_s);
+    EXPECT_EQ(items[u"030108003"_s], u"轴流通风机 台"_s);
+    EXPECT_EQ(items[u"030109001"_s], u"离心式泵 台"_s);
+    EXPECT_EQ(items[u"030113017"_s], u"冷却塔 台"_s);
+    EXPECT_EQ(items[u"030402017"_s], u"高压成套配电柜 台"_s);
+    EXPECT_EQ(items[u"030414002"_s], u"送配电装置系统 系统"_s);
+    EXPECT_EQ(items[u"030501012"_s], u"交换机 台"_s);
+    EXPECT_EQ(items[u"030505005"_s], u"射频同轴电缆 m"_s);
+    EXPECT_EQ(items[u"031007005"_s], u"燃气表 块"_s);
+    EXPECT_EQ(items[u"031301017"_s], u"脚手架搭拆 项"_s);
 }
 
 TEST(LibraryData, FittingsBelongToSomeQuantitiesAndSomeRulesAreLeftToTheCategory)
@@ -131,7 +181,46 @@ TEST(LibraryData, QuotaNumbersAreMarkedAsDemonstrationAndCountUpInTheirSection)
         ExpectUnitCodeAndFlag(row);
         ++count;
     }
-    EXPECT_GE(count, 100);
+    EXPECT_GE(count, 900);
+}
+
+TEST(LibraryData, NoQuotaNameOccursTwice)
+{
+    QSet<CString> seen;
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        EXPECT_FALSE(seen.contains(row[u"name"_s])) << row[u"name"_s].toStdString();
+        seen.insert(row[u"name"_s]);
+    }
+}
+
+TEST(LibraryData, SizesOfNeighbouringQuotasOfOneKindGrow)
+{
+    // A kind is split at "…以内" or "…以下"; within one block of neighbours the sizes grow.
+    static const QRegularExpression sized(u"^(.*\\([^)]*以[内下]\\))([0-9.]+)$"_s);
+    CString kind;
+    double reached = 0;
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        const auto match = sized.match(row[u"name"_s]);
+        const double size = match.captured(2).toDouble();
+        if (match.hasMatch() && match.captured(1) == kind) {
+            EXPECT_GT(size, reached) << row[u"name"_s].toStdString();
+        }
+        kind = match.captured(1);
+        reached = size;
+    }
+}
+
+TEST(LibraryData, EveryPlacedCategoryHasQuotasForItsSection)
+{
+    QSet<CString> priced;
+    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+        for (const CString& bill : row[u"bills"_s].split(u','))
+            priced.insert(bill.left(4) + u'\\' + bill.left(6));
+    }
+    for (const TableRow& row : ShippedTable(u"small_categories"_s)) {
+        const CString path = row[u"index_path"_s];
+        EXPECT_TRUE(path.isEmpty() || priced.contains(path)) << test::FullName(row).toStdString();
+    }
 }
 
 TEST(LibraryData, QuotaUnitsAreBillUnitsInRoundLots)
@@ -157,7 +246,7 @@ TEST(LibraryData, QuotaItemsGoWithBillItemsOfEverySpecialtyThatIsPriced)
             chapters.insert(bill.left(4));
         }
     }
-    for (const CString& chapter : {u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s})
+    for (const CString& chapter : {u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s, u"0312"_s})
         EXPECT_TRUE(chapters.contains(chapter)) << chapter.toStdString();
 }
 
