@@ -42,6 +42,15 @@ Timed Alternate(int rounds, const std::function<void()>& ours, const std::functi
     return {Median(oursMs), Median(peerMs)};
 }
 
+double MedianOf(int rounds, const std::function<void()>& work)
+{
+    work();
+    std::vector<double> times;
+    for (int round = 0; round < rounds; ++round)
+        times.push_back(Time(work));
+    return Median(times);
+}
+
 bool Report(const Figure& figure, double ours, double peer, double ratio)
 {
     const bool met = ratio <= figure.bar;

@@ -26,6 +26,9 @@ struct Timed
 Timed Alternate(int rounds, const std::function<void()>& ours, const std::function<void()>& peer,
                 const std::function<void()>& prepare = {});
 
+/// The median time of `work` in milliseconds, after one unmeasured run.
+double MedianOf(int rounds, const std::function<void()>& work);
+
 /// Prints "name ours_ms peer peer_ms ratio (bar)". True when the bar is met.
 bool Report(const Figure& figure, double ours, double peer, double ratio);
 

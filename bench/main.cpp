@@ -1,14 +1,19 @@
+#include "bench/DialogFigures.h"
 #include "bench/Figures.h"
 #include "bench/RuleFileGenerator.h"
 #include "embedded/data/EmbeddedHost.h"
+#include "embedded/windows/EmbeddedWindows.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>
+#include <QtWidgets/QApplication>
 
 #include <cstdio>
 #include <exception>
+#include <functional>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +23,7 @@ constexpr qsizetype SmallSize = 9'400'000;
 constexpr qsizetype LargeSize = 10 * SmallSize;
 /// How much worse than the small file's the ratio of the large one may be.
 constexpr double Growth = 1.2;
+const QString Project = u"project"_s;
 
 bench::Input Write(const QTemporaryDir& folder, const QString& name, qsizetype size)
 {
@@ -27,7 +33,7 @@ bench::Input Write(const QTemporaryDir& folder, const QString& name, qsizetype s
     return input;
 }
 
-bool RunAll(const QTemporaryDir& folder)
+bool RunStoreFigures(const QTemporaryDir& folder)
 {
     const bench::Input small = Write(folder, u"small.xml"_s, SmallSize);
     const bench::Input large = Write(folder, u"large.xml"_s, LargeSize);
@@ -41,41 +47,77 @@ bool RunAll(const QTemporaryDir& folder)
     met = bench::Open("open_large", large, 3, open * Growth, ignored) && met;
     met = bench::Save("save_large", large, 3, save * Growth, ignored) && met;
     met = bench::OpenMemory(large, program) && met;
-    met = bench::Resolve(small, 7) && met;
-    return met;
+    return bench::Resolve(small, 7) && met;
 }
 
-/// A host on a project of its own, in a folder that goes with it.
-int WithHost(const std::function<int(const QTemporaryDir&)>& work)
+bool RunWindowFigures(const QTemporaryDir& folder)
+{
+    bool met = bench::CategoryChange(folder.filePath(u"change.xml"_s), 31);
+    met = bench::AddCondition(folder.filePath(u"add.xml"_s), 31) && met;
+    met = bench::Start(QCoreApplication::applicationFilePath(), folder.filePath(Project), 15) && met;
+    return bench::Search(60) && met;
+}
+
+/// With the embedded host on a project, with its windows.
+int WithHost(const QString& project, const std::function<int()>& work)
+{
+    embedded::EmbeddedHost host(project);
+    embedded::EmbeddedWindows windows(host);
+    host::Roles roles = host.Roles();
+    roles.windows = &windows;
+    const host::Installation installed = host::Install(roles);
+    return work();
+}
+
+/// The same on a new project in a folder that goes with it.
+int WithNewProject(const std::function<int(const QTemporaryDir&)>& work)
 {
     const QTemporaryDir folder;
-    const QString project = folder.filePath(u"project"_s);
-    embedded::CreateProject(project, {});
-    embedded::EmbeddedHost host(project);
-    const host::Installation installed = host::Install(host.Roles());
-    return work(folder);
+    embedded::CreateProject(folder.filePath(Project), {});
+    return WithHost(folder.filePath(Project), [&] { return work(folder); });
+}
+
+/// A process of its own for one piece of work.
+int RunChild(int& argc, char** argv)
+{
+    const std::string_view work = argv[2];
+    if (work == "start-dialog") {
+        const QApplication application(argc, argv);
+        return WithHost(QCoreApplication::arguments().value(3), [] {
+            bench::ShowConfigDialog();
+            return 1;
+        });
+    }
+    if (work == "start-bare") {
+        const QApplication application(argc, argv);
+        bench::ShowBareDialog();
+        return 1;
+    }
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString native = arguments.value(3);
+    const bench::Input input{native.toUtf8(), platform::FromNative(native), arguments.value(4)};
+    return WithNewProject([&](const QTemporaryDir&) { return bench::RunChild(arguments.value(2), input); });
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
     try {
-        if (arguments.value(1) == u"--child"_s) {
-            const QString native = arguments.value(3);
-            const bench::Input input{native.toUtf8(), platform::FromNative(native), arguments.value(4)};
-            return WithHost([&](const QTemporaryDir&) { return bench::RunChild(arguments.value(2), input); });
-        }
-        if (arguments.value(1) == u"--generate"_s) {
-            return WithHost([&](const QTemporaryDir&) {
+        if (argc > 3 && std::string_view(argv[1]) == "--child") return RunChild(argc, argv);
+        const QApplication application(argc, argv);
+        const QStringList arguments = QCoreApplication::arguments();
+        return WithNewProject([&](const QTemporaryDir& folder) {
+            if (arguments.value(1) == u"--generate"_s) {
                 platform::Files().WriteInPlace(platform::FromNative(arguments.value(2)),
                                                bench::GenerateRuleFile(SmallSize));
                 return 0;
-            });
-        }
-        return WithHost([](const QTemporaryDir& folder) { return RunAll(folder) ? 0 : 1; });
+            }
+            const QString only = arguments.value(1);
+            const bool met = only == u"windows"_s || RunStoreFigures(folder);
+            return (only == u"stores"_s || RunWindowFigures(folder)) && met ? 0 : 1;
+        });
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
         return 1;

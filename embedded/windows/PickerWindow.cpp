@@ -1,0 +1,137 @@
+#include "embedded/windows/PickerWindow.h"
+
+#include "embedded/windows/ChapterTree.h"
+#include "embedded/windows/ItemPane.h"
+#include "embedded/windows/WindowPlacement.h"
+#include "host/UserMessage.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QScreen>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QVBoxLayout>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace embedded {
+
+namespace {
+
+/// The window before a person has sized it, in heights of a line of text.
+constexpr QSize WindowInLines(62, 42);
+/// Percentages of the window: height of what stands above the second list, width of the chapters.
+constexpr int UpperShare = 58;
+constexpr int ChapterShare = 27;
+
+} // namespace
+
+PickerWindow::PickerWindow(QWidget& parent, const LibraryContents& contents,
+                           std::shared_ptr<PickerMemory> memory)
+    : QDialog(&parent), m_contents(contents), m_memory(std::move(memory)), m_content(new QWidget(this)),
+      m_lists(new QSplitter(Qt::Vertical, m_content)), m_chapterSplitter(new QSplitter(m_lists)),
+      m_chapters(new ChapterTree(m_chapterSplitter)),
+      m_mainPane(new ItemPane(u"搜索(&F):"_s, u"项目"_s, ItemPane::SearchIn::Everything, m_chapterSplitter)),
+      m_pickButtons(new QWidget(this)), m_buttonLine(new QHBoxLayout)
+{
+    m_chapterSplitter->setStretchFactor(1, 1);
+    m_chapterSplitter->setChildrenCollapsible(false);
+    m_lists->setChildrenCollapsible(false);
+    auto* content = new QVBoxLayout(m_content);
+    content->setContentsMargins({});
+    content->addWidget(m_lists, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_content, 1);
+    layout->addLayout(m_buttonLine);
+    m_buttonLine->addWidget(m_pickButtons);
+    m_buttonLine->addStretch();
+    setSizeGripEnabled(true);
+    m_chapters->OnSelected([this] { ShowChapter(); });
+    m_chapters->OnClicked([this] { m_mainPane->ClearSearch(); });
+}
+
+PickerWindow::~PickerWindow() = default;
+
+void PickerWindow::Finish(std::initializer_list<QWidget*> buttons)
+{
+    auto* picking = new QHBoxLayout(m_pickButtons);
+    picking->setContentsMargins({});
+    for (QWidget* button : buttons)
+        picking->addWidget(button);
+    auto* close = new QPushButton(u"关闭(&C)"_s, this);
+    m_buttonLine->addWidget(close);
+    connect(close, &QPushButton::clicked, this, &QDialog::hide);
+    // Enter picks; no button may take it.
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setAutoDefault(false);
+    const int line = fontMetrics().height();
+    resize(m_memory->size.isValid() ? m_memory->size : WindowInLines * line);
+    m_lists->setSizes({UpperShare * height() / 100, (100 - UpperShare) * height() / 100});
+    m_chapterSplitter->setSizes({ChapterShare * width() / 100, (100 - ChapterShare) * width() / 100});
+    m_lists->restoreState(m_memory->lists);
+    m_chapterSplitter->restoreState(m_memory->chapters);
+    m_mainPane->FocusSearch();
+}
+
+void PickerWindow::SelectChapter(const CString& key)
+{
+    if (m_chapters->Select(key)) m_mainPane->ClearSearch();
+}
+
+void PickerWindow::EnableContent(bool enable)
+{
+    m_content->setEnabled(enable);
+    m_pickButtons->setEnabled(enable);
+}
+
+void PickerWindow::PlaceBesideWindow(const QWidget& neighbour)
+{
+    const QSize margins = frameGeometry().size() - size();
+    const QRect place = PlaceBeside(neighbour.window()->frameGeometry(), frameGeometry().size(),
+                                    neighbour.screen()->availableGeometry());
+    resize(place.size() - margins);
+    move(place.topLeft());
+}
+
+void PickerWindow::hideEvent(QHideEvent* event)
+{
+    m_memory->size = size();
+    m_memory->chapters = m_chapterSplitter->saveState();
+    m_memory->lists = m_lists->saveState();
+    QDialog::hideEvent(event);
+}
+
+void PickerWindow::SendQuota(const PickerItem& quota)
+{
+    const SPickedDe record{quota.unitCode, quota.withAnnex, quota.number,
+                           quota.name,     quota.unit,      quota.calRule};
+    Send(host::DePickedMessage, &record);
+}
+
+void PickerWindow::Send(int code, const void* record)
+{
+    host::UserMessage message(code, record);
+    QCoreApplication::sendEvent(parentWidget(), &message);
+}
+
+void PickerWindow::ShowChapter()
+{
+    const SearchIndex::Scope chapters = m_chapters->SelectedChapters();
+    if (!chapters) {
+        m_mainPane->SetScope(std::nullopt);
+        return;
+    }
+    std::vector<bool> shown(m_chapters->ChapterCount());
+    for (const int chapter : *chapters)
+        shown[static_cast<std::size_t>(chapter)] = true;
+    const std::vector<PickerItem>& items = m_mainPane->Items();
+    std::vector<int> scope;
+    for (std::size_t item = 0; item < items.size(); ++item) {
+        if (shown[static_cast<std::size_t>(items[item].chapter)]) scope.push_back(static_cast<int>(item));
+    }
+    m_mainPane->SetScope(std::move(scope));
+}
+
+} // namespace embedded

@@ -1,0 +1,50 @@
+#include "embedded/windows/TemplateFile.h"
+
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "xml/Dom.h"
+
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace embedded {
+
+namespace {
+
+/// The document element of every rule file.
+CString RuleFileRoot()
+{
+    return u"自动套清单定额配置信息"_s;
+}
+
+} // namespace
+
+TemplateFile DescribeTemplate(const CString& path)
+{
+    TemplateFile file;
+    file.name = platform::BeforeLastStop(platform::FileNameOf(path));
+    file.path = path;
+    file.modified = QFileInfo(platform::ToNative(path)).lastModified();
+    const xml::Document document = xml::Document::Create();
+    if (!document || !document.Load(path)) return file;
+    const xml::Element root = document.FirstChild().ToElement();
+    file.isRuleFile = root.Name() == RuleFileRoot();
+    root.GetAttribute(u"Version"_s, file.version);
+    return file;
+}
+
+std::vector<TemplateFile> FindTemplates(const CString& folder)
+{
+    std::vector<TemplateFile> files;
+    for (const CString& name : platform::Files().FindFiles(folder, u".xml"_s))
+        files.push_back(DescribeTemplate(folder + u'\\' + name));
+    std::sort(files.begin(), files.end(), [](const TemplateFile& left, const TemplateFile& right) {
+        return left.name.localeAwareCompare(right.name) < 0;
+    });
+    return files;
+}
+
+} // namespace embedded
