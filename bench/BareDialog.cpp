@@ -118,7 +118,14 @@ void BareDialog::Copy(const CAutoConfigDlg& original)
         m_entries.insert(id, TextsOf(*original.Item<QListWidget>(id).model()));
     for (const int id : {int(ValueCombo), int(LowerBound), int(UpperBound)})
         m_entries.insert(id, TextsOf(*original.Item<QComboBox>(id).model()));
-    const QAbstractItemModel& cells = *original.Item<QTableView>(Grid).model();
+    for (const int id : {int(Attributes), int(Conditions)})
+        m_chosen.insert(id, original.Item<QListWidget>(id).currentRow());
+    const auto& grid = original.Item<QTableView>(Grid);
+    const QAbstractItemModel& cells = *grid.model();
+    for (int column = 0; column < cells.columnCount(); ++column) {
+        m_headings.append(cells.headerData(column, Qt::Horizontal).toString());
+        m_widths.append(grid.columnWidth(column));
+    }
     for (int row = 0; row < cells.rowCount(); ++row) {
         m_cells.append(QStringList());
         for (int column = 0; column < cells.columnCount(); ++column)
@@ -135,13 +142,18 @@ void BareDialog::Fill()
     m_rules->addTopLevelItems(rows);
     m_rules->setCurrentItem(rows.value(0));
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
-        if (auto* list = qobject_cast<QListWidget*>(m_items.value(entry.key())))
+        if (auto* list = qobject_cast<QListWidget*>(m_items.value(entry.key()))) {
             list->addItems(entry.value());
-        else
+            list->setCurrentRow(m_chosen.value(entry.key()));
+        } else {
             qobject_cast<QComboBox*>(m_items.value(entry.key()))->addItems(entry.value());
+        }
     }
     m_grid->setRowCount(static_cast<int>(m_cells.size()));
-    m_grid->setColumnCount(static_cast<int>(m_cells.value(0).size()));
+    m_grid->setColumnCount(static_cast<int>(m_headings.size()));
+    m_grid->setHorizontalHeaderLabels(m_headings);
+    for (int column = 0; column < m_grid->columnCount(); ++column)
+        m_grid->setColumnWidth(column, m_widths[column]);
     for (int row = 0; row < m_grid->rowCount(); ++row)
         for (int column = 0; column < m_grid->columnCount(); ++column)
             m_grid->setItem(row, column, new QTableWidgetItem(m_cells[row][column]));
@@ -158,6 +170,7 @@ void BareDialog::Empty()
             qobject_cast<QComboBox*>(m_items.value(entry.key()))->clear();
     }
     m_grid->setRowCount(0);
+    m_grid->setColumnCount(0);
 }
 
 } // namespace bench

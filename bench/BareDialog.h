@@ -20,7 +20,7 @@ public:
 
     /// Remembers what `original` shows now: tree, rules, lists, drop lists and grid.
     void Copy(const CAutoConfigDlg& original);
-    /// Shows what was remembered: selects in the tree, then fills the others.
+    /// Shows what was remembered: selects in the tree, then fills the others and selects in them.
     void Fill();
     /// Takes the texts out again and selects another item of the tree.
     void Empty();
@@ -33,6 +33,9 @@ private:
     QString m_category;
     QList<QStringList> m_ruleTexts;
     QHash<int, QStringList> m_entries; ///< of list boxes and drop lists, by control
+    QHash<int, int> m_chosen;          ///< the selected lines of list boxes
+    QStringList m_headings;            ///< of the grid
+    QList<int> m_widths;
     QList<QStringList> m_cells;
 };
 

@@ -34,18 +34,19 @@ namespace {
 
 constexpr int ConditionsOfARule = 3;
 const CString Category = u"给排水\\管道\\给水管"_s;
+const CString Neighbour = u"给排水\\管道\\热水管"_s;
 constexpr double TenthOfASecond = 100.0;
 constexpr double FrameOf60Hz = 1000.0 / 60.0;
 
-CPath PathOfCategory()
+CPath PathOfCategory(const CString& category)
 {
     SNvKtSpecId spec;
     SNvKtBigCategoryId big;
     SNvKtSmallCategoryId small;
-    const CString specName = Category.section(u'\\', 0, 0);
+    const CString specName = category.section(u'\\', 0, 0);
     if (!NvKtDataMng::SpecNameToId(specName, spec) ||
-        !NvKtDataMng::BigCategoryNameToId(Category.section(u'\\', 0, 1), big) ||
-        !NvKtDataMng::SmallCategoryNameToId(Category, small))
+        !NvKtDataMng::BigCategoryNameToId(category.section(u'\\', 0, 1), big) ||
+        !NvKtDataMng::SmallCategoryNameToId(category, small))
         throw std::runtime_error("the catalogue lacks the category of the measurement");
     CPath path{};
     path.specId = platform::_wtoi(spec.strSpecId);
@@ -60,12 +61,15 @@ CString MakeRules(const QString& file, int rules)
     const CString path = platform::FromNative(file);
     CQdDeConfigPresenter presenter(path);
     for (int rule = 1; rule < rules; ++rule) {
-        CPath place = PathOfCategory();
+        CPath place = PathOfCategory(Category);
         presenter.AddConfig(place, place.configId);
         for (int condition = 0; condition < ConditionsOfARule; ++condition)
             presenter.AddCondition(place, {u"公称直径"_s, u"1"_s, u"＝"_s, u""_s, u""_s,
                                            u"DN%1-%2"_s.arg(rule).arg(condition), u""_s, u""_s});
     }
+    // The category beside it has a rule, too: its default rule alone would disable half of the controls.
+    CPath beside = PathOfCategory(Neighbour);
+    presenter.AddConfig(beside, beside.configId);
     presenter.Save();
     return path;
 }
@@ -78,6 +82,7 @@ QTreeWidgetItem& ItemOf(const CAutoConfigDlg& dialog, const CString& name)
     return *found.first();
 }
 
+/// Layouts and selections are made at once; what is left for the event loop is the painting.
 void Paint()
 {
     QCoreApplication::processEvents();
@@ -92,7 +97,7 @@ public:
         m_dialog.Create();
         m_dialog.show();
         m_large = &ItemOf(m_dialog, Category.section(u'\\', -1));
-        m_other = m_large->parent()->child(m_large->parent()->indexOfChild(m_large) + 1);
+        m_other = &ItemOf(m_dialog, Neighbour.section(u'\\', -1));
         Choose(*m_large);
         if (m_dialog.Item<QTreeWidget>(RuleRows).topLevelItemCount() != m_rules)
             throw std::runtime_error("the dialog does not show the rules of the measurement");

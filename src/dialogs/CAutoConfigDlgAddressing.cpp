@@ -9,6 +9,7 @@
 #include "platform/Numbers.h"
 
 #include <QtCore/QList>
+#include <QtCore/QVariant>
 #include <QtWidgets/QTreeWidget>
 
 #include <algorithm>
@@ -23,6 +24,29 @@ using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
 
 namespace {
+
+/// A line of the rule list: position, text and, as its integer, the id. Thousands are made at once, so it
+/// holds these as they are instead of the toolkit's lists of values by role.
+class RuleRow : public QTreeWidgetItem
+{
+public:
+    RuleRow(int position, const ConfigNode& rule)
+        : m_position(position), m_id(rule.GetId()), m_text(rule.GetConditionString())
+    {
+    }
+
+    QVariant data(int column, int role) const override
+    {
+        if (role == Qt::UserRole) return column == 0 ? QVariant(m_id) : QVariant();
+        if (role != Qt::DisplayRole) return QTreeWidgetItem::data(column, role);
+        return column == 0 ? CString::number(m_position) : m_text;
+    }
+
+private:
+    int m_position;
+    int m_id;
+    CString m_text;
+};
 
 /// Integer and text of a tree item; 0 and empty for no item.
 int DataOf(const QTreeWidgetItem* item)
@@ -140,12 +164,8 @@ void CAutoConfigDlg::FillRuleList()
     m_ruleList->clear();
     QList<QTreeWidgetItem*> rows;
     rows.reserve(static_cast<qsizetype>(m_rules.size()));
-    for (const ConfigNode* rule : m_rules) {
-        const CString position = CString::number(rows.size() + 1);
-        auto* row = new QTreeWidgetItem({position, rule->GetConditionString()});
-        row->setData(0, Qt::UserRole, rule->GetId());
-        rows.append(row);
-    }
+    for (const ConfigNode* rule : m_rules)
+        rows.append(new RuleRow(static_cast<int>(rows.size()) + 1, *rule));
     m_ruleList->addTopLevelItems(rows);
     if (!rows.isEmpty()) m_ruleList->setCurrentItem(rows.first());
 }

@@ -1,5 +1,6 @@
 #include "dialogs/GridHeader.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QStyle>
 
@@ -28,14 +29,27 @@ int GridHeader::NeededHeight() const
 {
     const QFontMetrics metrics = fontMetrics();
     const int margin = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+    const int sections = model() == nullptr ? 0 : count();
+    m_measured.resize(static_cast<std::size_t>(sections));
     int height = metrics.height();
-    for (int section = 0; model() != nullptr && section < count(); ++section) {
+    for (int section = 0; section < sections; ++section) {
         const QString caption = model()->headerData(section, orientation()).toString();
         const int flags = model()->headerData(section, orientation(), Qt::TextAlignmentRole).toInt();
-        const QRect room(0, 0, std::max(sectionSize(section) - margin, 1), Unbounded);
-        height = std::max(height, metrics.boundingRect(room, flags, caption).height());
+        const int width = std::max(sectionSize(section) - margin, 1);
+        Measured& last = m_measured[static_cast<std::size_t>(section)];
+        if (last.width != width || last.flags != flags || last.caption != caption) {
+            const QRect room(0, 0, width, Unbounded);
+            last = {caption, width, flags, metrics.boundingRect(room, flags, caption).height()};
+        }
+        height = std::max(height, last.height);
     }
     return height + margin;
+}
+
+void GridHeader::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) m_measured.clear();
+    QHeaderView::changeEvent(event);
 }
 
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const

@@ -45,16 +45,27 @@ void ConditionNode::Reset(const ConditionNode& other)
 
 CString ConditionNode::GetConditionString() const
 {
-    if (bEqual) return strCFType + strEqualoperator + strValue;
-    if (!strRange1.isEmpty() && !strRange2.isEmpty()) {
+    CString text;
+    AppendConditionString(text);
+    return text;
+}
+
+void ConditionNode::AppendConditionString(CString& text) const
+{
+    if (bEqual) {
+        text.append(strCFType).append(strEqualoperator).append(strValue);
+    } else if (!strRange1.isEmpty() && !strRange2.isEmpty()) {
         // The attribute stands in the middle, so the first operator is seen from the other side. Anything but
         // the strict one, unknown text included, reads as "≤".
-        const CString mirrored = strRangeoperator1 == u"＞"_s ? u"＜"_s : u"≤"_s;
-        return strRange1 + mirrored + strCFType + strRangeoperator2 + strRange2;
+        text.append(strRange1).append(strRangeoperator1 == u"＞"_s ? u'＜' : u'≤');
+        text.append(strCFType).append(strRangeoperator2).append(strRange2);
+    } else {
+        text.append(strCFType);
+        if (!strRange1.isEmpty())
+            text.append(strRangeoperator1).append(strRange1);
+        else if (!strRange2.isEmpty())
+            text.append(strRangeoperator2).append(strRange2);
     }
-    if (!strRange1.isEmpty()) return strCFType + strRangeoperator1 + strRange1;
-    if (!strRange2.isEmpty()) return strCFType + strRangeoperator2 + strRange2;
-    return strCFType;
 }
 
 bool ConditionNode::ReadData(IXMLDOMNode node)

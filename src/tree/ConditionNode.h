@@ -42,6 +42,8 @@ public:
     /// The condition as people read it, without blanks: A＝DN50, 10＜A≤20, A≥10. A range without bounds is
     /// the attribute alone.
     CString GetConditionString() const;
+    /// Appends that to `text`.
+    void AppendConditionString(CString& text) const;
 
     bool ReadData(IXMLDOMNode node) override;
     bool WriteData(IXMLDOMNode node) override;

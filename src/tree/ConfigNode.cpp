@@ -135,9 +135,13 @@ void ConfigNode::DeleteAllDe()
 CString ConfigNode::GetConditionString() const
 {
     if (bDefault) return u"其它"_s;
+    constexpr qsizetype UsualLength = 24; // of a condition
     CString text;
-    for (const ConditionNode* condition : m_conditions)
-        text += condition->GetConditionString() + u';';
+    text.reserve(UsualLength * static_cast<qsizetype>(m_conditions.size()));
+    for (const ConditionNode* condition : m_conditions) {
+        condition->AppendConditionString(text);
+        text += u';';
+    }
     return text;
 }
 
