@@ -63,13 +63,15 @@ BatchCommand::BatchCommand() : Command(Describe()) {}
 
 void BatchCommand::Run(const Arguments& arguments) const
 {
-    const Session session(arguments);
+    Session session(arguments);
     const QString script = arguments.Positional()[0];
     const bool fromInput = script == u"-";
     const QByteArray content = fromInput ? QByteArray() : ReadScript(script);
-    const CString path = ChooseRuleFile(arguments.Value(u"config"_s), false);
+    const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
+    KeepAndCheck(path, session.History());
     CQdDeConfigPresenter presenter(arguments.Has(u"config"_s) ? path : CString());
-    BatchRunner runner(presenter, arguments.Has(u"keep-going"_s));
+    BatchHistory history(session.History(), path);
+    BatchRunner runner(presenter, history, arguments.Has(u"keep-going"_s));
     fromInput ? RunStandardInput(runner) : RunFile(runner, content);
     runner.Finish();
 }

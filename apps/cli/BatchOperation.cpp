@@ -121,10 +121,10 @@ const std::vector<BatchOperation>& Operations()
          [](P& p, const R& r) { return Plain(p.DelDeInConfigNode(r.path, r.ids)); }},
         {u"GetConfig", {Path}, GetConfig},
         {u"GetExistQdIndex", {Path}, GetExistQdIndex},
-        {u"Save", {}, [](P& p, const R&) { return Plain(p.Save()); }},
-        {u"SaveAs", {File}, [](P& p, const R& r) { return Plain(p.SaveAs(r.file)); }},
-        {u"ReLoad", {File}, [](P& p, const R& r) { return Plain(p.ReLoad(r.file)); }},
-        {u"NewFile", {File}, [](P& p, const R& r) { return Plain(p.NewFile(r.file)); }},
+        {u"Save", {}, [](P& p, const R&) { return Plain(p.Save()); }, BatchWrites::Open},
+        {u"SaveAs", {File}, [](P& p, const R& r) { return Plain(p.SaveAs(r.file)); }, BatchWrites::Named},
+        {u"ReLoad", {File}, [](P& p, const R& r) { return Plain(p.ReLoad(r.file)); }, BatchWrites::Both},
+        {u"NewFile", {File}, [](P& p, const R& r) { return Plain(p.NewFile(r.file)); }, BatchWrites::Both},
     };
     return operations;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/BatchHistory.h"
 #include "cli/BatchRequest.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
@@ -23,6 +24,7 @@ struct BatchOperation
     QStringView name;
     std::set<BatchKey> keys; ///< what it takes
     BatchResult (*run)(CQdDeConfigPresenter&, const BatchRequest&);
+    BatchWrites writes = BatchWrites::Nothing;
 };
 
 /// The operation of that name, or null.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/BatchHistory.h"
 #include "cli/BatchOperation.h"
 
 #include <QtCore/QByteArray>
@@ -11,9 +12,9 @@ namespace cli {
 class BatchRunner
 {
 public:
-    /// With `keepGoing` a line that was not carried out is complained about on standard error and the next
-    /// one is run.
-    BatchRunner(CQdDeConfigPresenter& presenter, bool keepGoing);
+    /// `history` is told of every operation that may save. With `keepGoing` a line that was not carried out
+    /// is complained about on standard error and the next one is run.
+    BatchRunner(CQdDeConfigPresenter& presenter, BatchHistory& history, bool keepGoing);
 
     /// Runs the next line. Without `keepGoing`, raises `Refusal` naming the line, after its answer, when the
     /// line is bad, refused or raises an error.
@@ -30,10 +31,12 @@ private:
     };
 
     Answer Answered(const QByteArray& line);
+    BatchResult Run(const BatchOperation& operation, const BatchRequest& request);
     void Write(const Answer& answer) const;
     void Complain(const Answer& answer);
 
     CQdDeConfigPresenter& m_presenter;
+    BatchHistory& m_history;
     bool m_keepGoing;
     int m_line = 0;
     int m_failures = 0;

@@ -1,23 +1,19 @@
 #include "cli/DemoCommand.h"
 
+#include "cli/ChangeText.h"
 #include "cli/DemoEdit.h"
 #include "cli/Failure.h"
-#include "cli/LineDiff.h"
 #include "cli/Output.h"
 #include "cli/RuleFiles.h"
 #include "cli/RuleText.h"
 #include "cli/Session.h"
 #include "host/NvKtDataMng.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
+#include "sample/SampleProject.h"
 #include "store/RuleFile.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
-
-#include <algorithm>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -50,30 +46,7 @@ void CreateDemoProject(const QString& folder)
 {
     if (embedded::IsProject(folder))
         throw Refusal(u"%1 中已有项目：请换一个文件夹，或先删除它"_s.arg(QDir::toNativeSeparators(folder)));
-    embedded::ProjectOptions options;
-    options.spec = u"给排水"_s;
-    embedded::CreateProject(folder, options);
-}
-
-/// Puts the sample into the project as its current configuration and lets the module write it once, which
-/// adds the categories that the sample leaves out, so that what changes later is what the person changed.
-CString InstallSample()
-{
-    QFile sample(u":/samples/SampleRules.xml"_s);
-    if (!sample.open(QIODevice::ReadOnly)) throw Refusal(u"程序里没有示例规则"_s);
-    platform::Files().CreateFolder(store::RuleFolder());
-    const CString path = ConfigurationPath(store::DefaultConfigName());
-    platform::Files().WriteInPlace(path, sample.readAll());
-    if (!CQdDeConfigPresenter({}).Save()) throw Refusal(u"示例规则保存不了"_s);
-    return path;
-}
-
-CStringArray ReadLines(const CString& path)
-{
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return CString::fromUtf8(*bytes).split(u'\n');
+    sample::CreateSampleProject(folder);
 }
 
 CString Heading(const CString& title, const CString& explanation)
@@ -94,33 +67,6 @@ CString TablesThatHoldRules(CQdDeConfigPresenter& presenter, const CString& filt
         }
     }
     return folded == 0 ? text : text + u"\n另有 %1 个小类只有空的默认规则，这里不列。\n"_s.arg(folded);
-}
-
-qsizetype Indentation(const CString& line)
-{
-    qsizetype blanks = 0;
-    while (blanks < line.size() && line[blanks] == u' ')
-        ++blanks;
-    return blanks;
-}
-
-CString DescribeChanges(const CArray<LineChange>& changes)
-{
-    qsizetype margin = std::numeric_limits<qsizetype>::max();
-    for (const LineChange& change : changes)
-        for (const CString& line : change.removed + change.added)
-            margin = std::min(margin, Indentation(line));
-    CString text;
-    for (const LineChange& change : changes) {
-        text += u"  第 %1 行：删去 %2 行，加入 %3 行\n"_s.arg(change.line)
-                    .arg(change.removed.size())
-                    .arg(change.added.size());
-        for (const CString& line : change.removed)
-            text += u"  - "_s + line.mid(margin) + u'\n';
-        for (const CString& line : change.added)
-            text += u"  + "_s + line.mid(margin) + u'\n';
-    }
-    return text;
 }
 
 void Introduce(const QString& folder, const CString& path)
@@ -150,7 +96,7 @@ void ShowOutcome(const QString& folder, const CString& path, const CStringArray&
     WriteText(Heading(u"四、保存以后，从文件重新读取"_s, u"下面是文件里的规则，新规则在默认规则之前。"_s) +
               TablesThatHoldRules(presenter, DemoCategory()));
     WriteText(Heading(u"五、规则文件里变了什么"_s, platform::ToNative(path)) +
-              DescribeChanges(CompareLines(before, ReadLines(path))));
+              DescribeChanges(CompareLines(before, LinesOf(path))));
     WriteText(u"\n接着可以试：\n  ktqdde --project %1 show\n  ktqdde --project %1 show --category 电气 "
               u"--spec 电气\n"
               "  ktqdde --help\n"_s.arg(QDir::toNativeSeparators(folder)));
@@ -165,11 +111,12 @@ void DemoCommand::Run(const Arguments& arguments) const
     const QString folder = arguments.Positional().isEmpty() ? FreshFolder() : arguments.Positional()[0];
     ResolvePath(folder);
     CreateDemoProject(folder);
-    const Session session(folder);
-    const CString path = InstallSample();
+    Session session(folder);
+    const CString path = ConfigurationPath(store::DefaultConfigName());
+    session.History().Keep(path);
     CPath category{};
     if (!FindCategory(DemoCategory(), category)) throw Refusal(u"没有类别“%1”"_s.arg(DemoCategory()));
-    const CStringArray before = ReadLines(path);
+    const CStringArray before = LinesOf(path);
     Introduce(folder, path);
     EditAndSave(category);
     ShowOutcome(folder, path, before);

@@ -7,6 +7,9 @@ namespace cli {
 
 namespace {
 
+/// Entries of the table of common lengths, four bytes each.
+constexpr qsizetype LargestTable = 25'000'000;
+
 /// `Length(i, j)` is the length of the longest common subsequence of the lines from `i` and from `j` on.
 class CommonLengths
 {
@@ -67,17 +70,10 @@ void AlignInsertion(LineChange& change, const CStringArray& after)
     change.added = after.mid(best, count);
 }
 
-} // namespace
-
-CArray<LineChange> CompareLines(const CStringArray& before, const CStringArray& after)
+/// The changes between texts that begin and end differently; `start` lines stand before them.
+CArray<LineChange> CompareMiddle(const CStringArray& left, const CStringArray& right, qsizetype start)
 {
-    // Most of a file is the same on both sides; what stands between is small enough for the plain table.
-    const qsizetype start = CommonStart(before, after);
-    const qsizetype end = CommonEnd(before, after, start);
-    const CStringArray left = before.mid(start, before.size() - end - start);
-    const CStringArray right = after.mid(start, after.size() - end - start);
     CommonLengths lengths(left, right);
-
     CArray<LineChange> changes;
     bool open = false;
     for (qsizetype i = 0, j = 0; i < left.size() || j < right.size();) {
@@ -95,6 +91,21 @@ CArray<LineChange> CompareLines(const CStringArray& before, const CStringArray& 
             changes.last().added += right[j++];
         }
     }
+    return changes;
+}
+
+} // namespace
+
+CArray<LineChange> CompareLines(const CStringArray& before, const CStringArray& after)
+{
+    // Most of a file is the same on both sides; what stands between is mostly small enough for the plain
+    // table.
+    const qsizetype start = CommonStart(before, after);
+    const qsizetype end = CommonEnd(before, after, start);
+    const CStringArray left = before.mid(start, before.size() - end - start);
+    const CStringArray right = after.mid(start, after.size() - end - start);
+    if (left.size() * right.size() > LargestTable) return {{start + 1, left, right}};
+    CArray<LineChange> changes = CompareMiddle(left, right, start);
     for (LineChange& change : changes)
         AlignInsertion(change, after);
     return changes;

@@ -12,7 +12,8 @@ struct LineChange
     CStringArray added;
 };
 
-/// What has to change in `before` to give `after`, with as few lines as possible.
+/// What has to change in `before` to give `after`, with as few lines as possible. Texts that differ over
+/// thousands of lines give one change that replaces all of these.
 CArray<LineChange> CompareLines(const CStringArray& before, const CStringArray& after);
 
 } // namespace cli

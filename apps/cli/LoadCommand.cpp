@@ -32,10 +32,10 @@ LoadCommand::LoadCommand() : Command(Describe()) {}
 
 void LoadCommand::Run(const Arguments& arguments) const
 {
-    const Session session(arguments);
+    Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
     CheckRuleFile(path);
-    CheckedCurrentFile();
+    KeepAndCheck(CurrentFile(), session.History());
     CQdDeConfigPresenter presenter({});
     if (!presenter.ReLoad(path)) throw Refusal(u"换用没有成功：%1"_s.arg(platform::ToNative(path)));
     WriteText(u"已换用：%1\n"_s.arg(platform::ToNative(path)));

@@ -2,6 +2,9 @@
 #include "cli/BatchCommand.h"
 #include "cli/CatalogCommand.h"
 #include "cli/DemoCommand.h"
+#include "cli/ExportCommand.h"
+#include "cli/HistoryCommand.h"
+#include "cli/ImportCommand.h"
 #include "cli/InitCommand.h"
 #include "cli/LoadCommand.h"
 #include "cli/NewCommand.h"
@@ -28,6 +31,9 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<AttrConfigCommand>());
     commands.push_back(std::make_unique<WriteHeadCommand>());
     commands.push_back(std::make_unique<UnwrapCommand>());
+    commands.push_back(std::make_unique<HistoryCommand>());
+    commands.push_back(std::make_unique<ImportCommand>());
+    commands.push_back(std::make_unique<ExportCommand>());
     return commands;
 }
 

@@ -32,9 +32,9 @@ RefreshCommand::RefreshCommand() : Command(Describe()) {}
 
 void RefreshCommand::Run(const Arguments& arguments) const
 {
-    const Session session(arguments);
+    Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
-    CheckedCurrentFile();
+    KeepAndCheck(CurrentFile(), session.History());
     CString message;
     if (!RefreshAutoConfig(message, path)) {
         platform::WriteErr(message + u'\n');

@@ -1,6 +1,7 @@
 #include "cli/RuleFiles.h"
 
 #include "cli/Failure.h"
+#include "embedded/data/RuleFileCheck.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -33,11 +34,6 @@ CString InRuleFolder(const CString& name)
     return store::RuleFolder() + u'\\' + name + u".xml"_s;
 }
 
-CString Place(const xml::LoadReason& reason)
-{
-    return reason.line > 0 ? u"第 %1 行第 %2 列："_s.arg(reason.line).arg(reason.column) : CString();
-}
-
 } // namespace
 
 CString ResolvePath(const QString& nativePath)
@@ -65,42 +61,51 @@ CString ConfigurationPath(const CString& name)
     return InRuleFolder(name);
 }
 
+Option OverwriteOption()
+{
+    return {u"force"_s, {}, u"覆盖已有的同名配置"_s, {}};
+}
+
+CString TargetConfiguration(const Arguments& arguments)
+{
+    const CString name = arguments.Positional()[0];
+    CString path = ConfigurationPath(name);
+    if (platform::Files().Exists(path) && !arguments.Has(OverwriteOption().name))
+        throw Refusal(u"配置“%1”已经存在，覆盖请加 --force"_s.arg(name));
+    return path;
+}
+
 void CheckRuleFile(const CString& path)
 {
-    const QString native = platform::ToNative(path);
-    if (!platform::Files().Exists(path)) throw Refusal(u"规则文件不存在：%1"_s.arg(native));
-    const xml::Document document = xml::Document::Create();
-    if (!document.Load(path)) {
-        const xml::LoadReason reason = document.Reason();
-        throw Refusal(u"规则文件读不了：%1：%2%3"_s.arg(native, Place(reason), reason.text));
-    }
-    if (document.SelectSingleNode(store::RootName()).IsNull())
-        throw Refusal(u"不是规则文件：%1：根元素不是“%2”"_s.arg(native, store::RootName()));
+    if (!platform::Files().Exists(path)) throw Refusal(u"规则文件不存在：%1"_s.arg(platform::ToNative(path)));
+    CheckRuleFileIfThere(path);
 }
 
 void CheckRuleFileIfThere(const CString& path)
 {
-    if (platform::Files().Exists(path)) CheckRuleFile(path);
+    if (const auto reason = embedded::CheckRuleFile(path, store::RootName()))
+        throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), reason->ToString()));
 }
 
-CString CheckedCurrentFile()
+void KeepAndCheck(const CString& path, embedded::History& history)
+{
+    history.Keep(path);
+    CheckRuleFileIfThere(path);
+}
+
+CString CurrentFile()
 {
     // Read here and not asked of a presenter: making one already opens the file that is to be checked first.
     const CString ini = platform::FolderOf(NvKtDataMng::CProj().GetPrjPath()) + u"\\SysRegedit.ini"_s;
     CString name =
         platform::ProfileFile(ini).Read(u"QdDeConfigInfo"_s, u"ConfigName"_s, CString(), LongestName + 1);
     if (name.isEmpty()) name = store::DefaultConfigName();
-    const CString path = InRuleFolder(name);
-    CheckRuleFileIfThere(path);
-    return path;
+    return InRuleFolder(name);
 }
 
-CString ChooseRuleFile(const QString& text, bool mustExist)
+CString ChooseRuleFile(const QString& text)
 {
-    if (text.isEmpty()) return CheckedCurrentFile();
-    const CString path = ResolveRuleFile(text);
-    mustExist ? CheckRuleFile(path) : CheckRuleFileIfThere(path);
-    return path;
+    return text.isEmpty() ? CurrentFile() : ResolveRuleFile(text);
 }
 
 } // namespace cli

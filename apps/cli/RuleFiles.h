@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/Arguments.h"
+#include "embedded/data/History.h"
 #include "platform/Text.h"
 
 /// Rule files as the command line names them.
@@ -17,6 +19,13 @@ CString ResolvePath(const QString& nativePath);
 /// becomes a file name, and the project's ini must give it back unchanged.
 CString ConfigurationPath(const CString& name);
 
+/// The option by which a command that writes a configuration is allowed to overwrite one.
+Option OverwriteOption();
+
+/// The path text of the configuration that the first argument names. Raises `Refusal` for a name that cannot
+/// be one, and for a configuration that exists unless the option allows to overwrite it.
+CString TargetConfiguration(const Arguments& arguments);
+
 /// Raises `Refusal`, saying what is wrong and where, unless the file exists and can be read as a rule file.
 /// To be asked before a store is built on a file: the store itself is silent about a file that it cannot
 /// read, and its next save replaces it.
@@ -25,11 +34,14 @@ void CheckRuleFile(const CString& path);
 /// The same, but a file that does not exist is fine, too.
 void CheckRuleFileIfThere(const CString& path);
 
-/// The rule file of the project's current configuration, checked by `CheckRuleFileIfThere`.
-CString CheckedCurrentFile();
+/// To be called before a store is built on a file that it may write: the history gets a copy of what the file
+/// holds, and then `CheckRuleFileIfThere` is asked.
+void KeepAndCheck(const CString& path, embedded::History& history);
 
-/// What `--config` names, or the project's current configuration when `text` is empty; checked. A file that
-/// is named must exist if `mustExist` says so.
-CString ChooseRuleFile(const QString& text, bool mustExist);
+/// The rule file of the project's current configuration. Not looked at.
+CString CurrentFile();
+
+/// What `--config` names, or `CurrentFile()` when `text` is empty. Not looked at.
+CString ChooseRuleFile(const QString& text);
 
 } // namespace cli

@@ -4,7 +4,6 @@
 #include "cli/Output.h"
 #include "cli/RuleFiles.h"
 #include "cli/Session.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
@@ -22,7 +21,7 @@ CommandInfo Describe()
     info.summary = u"把当前配置另存为 NAME"_s;
     info.description = u"在规则文件夹中写出 NAME.xml。当前配置不变。"_s;
     info.minPositional = info.maxPositional = 1;
-    info.options = {{u"force"_s, {}, u"覆盖已有的同名配置"_s, {}}};
+    info.options = {OverwriteOption()};
     return info;
 }
 
@@ -32,12 +31,10 @@ SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
 
 void SaveAsCommand::Run(const Arguments& arguments) const
 {
-    const Session session(arguments);
-    const CString name = arguments.Positional()[0];
-    const CString path = ConfigurationPath(name);
-    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
-        throw Refusal(u"配置“%1”已经存在，覆盖请加 --force"_s.arg(name));
-    CheckedCurrentFile();
+    Session session(arguments);
+    const CString path = TargetConfiguration(arguments);
+    KeepAndCheck(CurrentFile(), session.History());
+    session.History().Keep(path);
     CQdDeConfigPresenter presenter({});
     if (!presenter.SaveAs(path)) throw Refusal(u"另存没有成功：%1"_s.arg(platform::ToNative(path)));
     WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path), presenter.GetCurConfig()));

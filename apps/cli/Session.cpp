@@ -9,9 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-QString ProjectFolder(const Arguments& arguments)
+QString NamedProject(const Arguments& arguments)
 {
     QString folder = arguments.Value(u"project"_s);
     if (folder.isEmpty()) folder = qEnvironmentVariable("KTQDDE_PROJECT");
@@ -19,9 +17,7 @@ QString ProjectFolder(const Arguments& arguments)
     return folder;
 }
 
-} // namespace
-
-Session::Session(const Arguments& arguments) : Session(ProjectFolder(arguments))
+Session::Session(const Arguments& arguments) : Session(NamedProject(arguments))
 {
     const CString spec = arguments.Value(u"spec"_s);
     if (spec.isEmpty()) return;

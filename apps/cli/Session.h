@@ -6,14 +6,17 @@
 
 namespace cli {
 
+/// The native folder of the project that `--project` or else the environment variable KTQDDE_PROJECT names.
+/// Raises `UsageError` when neither does.
+QString NamedProject(const Arguments& arguments);
+
 /// A project opened on the embedded host, which is installed for as long as this object lives.
 class Session
 {
 public:
-    /// Opens the project that `--project` or else the environment variable KTQDDE_PROJECT names, with the
-    /// specialty of
-    /// `--spec`, if given, for this run only. Raises `UsageError` when no project is named, `Refusal` for an
-    /// unknown specialty and `embedded::Error` when the project cannot be opened.
+    /// Opens the project that `NamedProject` gives, with the
+    /// specialty of `--spec`, if given, for this run only. Raises `UsageError` when no project is named,
+    /// `Refusal` for an unknown specialty and `embedded::Error` when the project cannot be opened.
     explicit Session(const Arguments& arguments);
     /// Opens the project in a folder.
     explicit Session(const QString& nativeFolder);
@@ -22,6 +25,7 @@ public:
     CString Spec() const;
     bool IsBillMode() const;
     QString Folder() const { return m_folder; }
+    embedded::History& History() { return m_host.History(); }
 
 private:
     QString m_folder;

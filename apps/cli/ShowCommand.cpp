@@ -75,8 +75,10 @@ ShowCommand::ShowCommand() : Command(Describe()) {}
 void ShowCommand::Run(const Arguments& arguments) const
 {
     const Session session(arguments);
-    const CString path = ChooseRuleFile(arguments.Value(u"config"_s), true);
-    CQdDeConfigPresenter presenter(arguments.Has(u"config"_s) ? path : CString());
+    const bool isNamed = arguments.Has(u"config"_s);
+    const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
+    isNamed ? CheckRuleFile(path) : CheckRuleFileIfThere(path);
+    CQdDeConfigPresenter presenter(isNamed ? path : CString());
     const CString filter = arguments.Value(u"category"_s);
     const auto categories = CollectRules(presenter, session.Spec(), filter);
     const QString file = platform::ToNative(path);

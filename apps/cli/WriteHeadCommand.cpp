@@ -32,8 +32,9 @@ WriteHeadCommand::WriteHeadCommand() : Command(Describe()) {}
 
 void WriteHeadCommand::Run(const Arguments& arguments) const
 {
-    const Session session(arguments);
+    Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
+    session.History().Keep(path);
     CheckRuleFile(path);
     CAutoQdDeConfigFacade::WriteHead(path);
     WriteText(u"已写文件头并封装：%1\n"_s.arg(platform::ToNative(path)) + DescribeWrapped(ReadWrapped(path)));

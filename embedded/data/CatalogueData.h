@@ -72,7 +72,7 @@ struct CatalogueData
     LibraryTag billLibrary;
     LibraryTag quotaLibrary;        ///< of quota mode
     LibraryTag quotaLibraryOfBills; ///< of bill mode
-    LibraryContents library;
+    LibraryContents contents;
 };
 
 } // namespace embedded

@@ -186,7 +186,7 @@ void Loader::LoadLibraryTags()
 void Loader::LoadBills()
 {
     Each(u"index_path, title"_s, u"bill_sections"_s, [&](const Row& row) {
-        m_data.library.bills.push_back({Text(row, 0), Text(row, 1), {}});
+        m_data.contents.bills.push_back({Text(row, 0), Text(row, 1), {}});
     });
     Each(u"number, name, unit, unit_code, with_annex, cal_rule, index_path"_s, u"bill_items"_s,
          [&](const Row& row) {
@@ -197,14 +197,14 @@ void Loader::LoadBills()
              item.nUnitCode = Number(row, 3);
              item.nWithAnnex = Number(row, 4);
              item.strCalRule = Text(row, 5);
-             Find(m_data.library.bills, &BillSection::indexPath, Text(row, 6)).items.push_back(item);
+             Find(m_data.contents.bills, &BillSection::indexPath, Text(row, 6)).items.push_back(item);
          });
 }
 
 void Loader::LoadQuotas()
 {
     Each(u"code, title"_s, u"quota_sections"_s, [&](const Row& row) {
-        m_data.library.quotas.push_back({Text(row, 0), Text(row, 1), {}});
+        m_data.contents.quotas.push_back({Text(row, 0), Text(row, 1), {}});
     });
     Each(u"number, name, unit, unit_code, with_annex, cal_rule, section, bills"_s, u"quota_items"_s,
          [&](const Row& row) {
@@ -212,7 +212,7 @@ void Loader::LoadQuotas()
              item.record = {Number(row, 3), Number(row, 4), Text(row, 0),
                             Text(row, 1),   Text(row, 2),   Text(row, 5)};
              item.bills = List(Text(row, 7), u',');
-             Find(m_data.library.quotas, &QuotaSection::code, Text(row, 6)).items.push_back(item);
+             Find(m_data.contents.quotas, &QuotaSection::code, Text(row, 6)).items.push_back(item);
          });
 }
 
@@ -221,7 +221,17 @@ void Loader::LoadQuotas()
 CatalogueData LoadCatalogue(const CString& path)
 {
     Database database(path);
+    EnsureCatalogue(database);
+    return ReadCatalogue(database);
+}
+
+void EnsureCatalogue(Database& database)
+{
     EnsureSchema(database, SchemaVersion, [&] { Fill(database); });
+}
+
+CatalogueData ReadCatalogue(Database& database)
+{
     return Loader(database).Load();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "embedded/data/CatalogueData.h"
+#include "embedded/data/Database.h"
 
 namespace embedded {
 
@@ -8,5 +9,9 @@ namespace embedded {
 /// shipped tables. Raises `Error` when the database is damaged, locked, newer or not writable while it has to
 /// be filled.
 CatalogueData LoadCatalogue(const CString& path);
+
+/// The two steps of that on an open database.
+void EnsureCatalogue(Database& database);
+CatalogueData ReadCatalogue(Database& database);
 
 } // namespace embedded

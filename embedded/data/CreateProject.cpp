@@ -27,14 +27,6 @@ CString SpecialtyOf(const ProjectOptions& options)
     return options.spec;
 }
 
-void EnsureFolder(const CString& path)
-{
-    platform::FileSystem& files = platform::Files();
-    // Another program may create the folder between the two questions, so the second one decides.
-    if (files.CreateFolder(path) || files.Exists(path)) return;
-    throw Error(platform::ToNative(path) + u"：无法建立文件夹"_s);
-}
-
 /// Writes the profile unless one stands there, which may hold entries of others. A piece of one would be
 /// taken for such a profile the next time, so a failure leaves none.
 void WriteProfile(const CString& path)

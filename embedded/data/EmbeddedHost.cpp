@@ -9,18 +9,15 @@
 #include "embedded/data/Project.h"
 #include "embedded/data/ProjectFolder.h"
 #include "embedded/data/XmlTools.h"
-#include "platform/Paths.h"
 
 namespace embedded {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 /// The project file of a folder. Opening a missing database would create it, so the file must be there.
 CString ExistingProjectFile(const ProjectFolder& folder)
 {
-    if (!folder.HoldsProject()) throw Error(platform::ToNative(folder.Path()) + u"：此文件夹中没有工程"_s);
+    folder.RequireProject();
     return folder.ProjectFile();
 }
 
@@ -32,7 +29,7 @@ struct EmbeddedHost::Parts
         : database(ExistingProjectFile(folder)), data(LoadCatalogue(folder.CatalogueFile())), catalogue(data),
           attributes(data, catalogue), libraries(data, database),
           project(folder.ProjectFile(), database.ReadSettings(), catalogue), profile(folder.AppFolder()),
-          calculation(data, catalogue)
+          calculation(data, catalogue), history(folder)
     {
     }
 
@@ -45,6 +42,7 @@ struct EmbeddedHost::Parts
     Profile profile;
     CalculationRules calculation;
     XmlTools xml;
+    embedded::History history;
 };
 
 EmbeddedHost::EmbeddedHost(const QString& nativeFolder)
@@ -79,7 +77,12 @@ CString EmbeddedHost::ProjectPath() const
 
 const LibraryContents& EmbeddedHost::Contents() const
 {
-    return m_parts->data.library;
+    return m_parts->data.contents;
+}
+
+History& EmbeddedHost::History()
+{
+    return m_parts->history;
 }
 
 void EmbeddedHost::UseSpec(const CString& name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "embedded/data/Error.h"
+#include "embedded/data/History.h"
 #include "embedded/data/LibraryContents.h"
 #include "host/Installation.h"
 
@@ -48,6 +49,9 @@ public:
 
     /// What the libraries hold, for windows that let a person pick from them. Lives as long as this.
     const LibraryContents& Contents() const;
+
+    /// The dated copies of the project's rule files. Lives as long as this.
+    embedded::History& History();
 
     /// Makes a specialty the current one for this process only. Raises `Error` when it is not known.
     void UseSpec(const CString& name);

@@ -6,65 +6,10 @@ namespace embedded {
 
 Libraries::Libraries(const CatalogueData& data, ProjectDatabase& project) : m_data(data), m_project(project)
 {
-    for (const BillSection& section : data.library.bills) {
+    for (const BillSection& section : data.contents.bills) {
         for (const SQdInfo& item : section.items)
             m_bills.insert(item.strNumber, &item);
     }
-}
-
-CString Libraries::GetQdCode()
-{
-    return m_data.billLibrary.code;
-}
-
-CString Libraries::GetDeCode()
-{
-    return m_data.quotaLibrary.code;
-}
-
-CString Libraries::GetQdDeCode()
-{
-    return m_data.quotaLibraryOfBills.code;
-}
-
-CString Libraries::GetQdFileName()
-{
-    return m_data.billLibrary.fileName;
-}
-
-CString Libraries::GetDeFileName()
-{
-    return m_data.quotaLibrary.fileName;
-}
-
-CString Libraries::GetQdDeFileName()
-{
-    return m_data.quotaLibraryOfBills.fileName;
-}
-
-CString Libraries::GetQdLocal()
-{
-    return m_data.billLibrary.local;
-}
-
-CString Libraries::GetDeLocal()
-{
-    return m_data.quotaLibrary.local;
-}
-
-CString Libraries::GetQdDeLocal()
-{
-    return m_data.quotaLibraryOfBills.local;
-}
-
-CString Libraries::GetDeYear()
-{
-    return m_data.quotaLibrary.year;
-}
-
-CString Libraries::GetQdDeYear()
-{
-    return m_data.quotaLibraryOfBills.year;
 }
 
 bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)

@@ -13,17 +13,17 @@ class Libraries : public host::ILibraries
 public:
     Libraries(const CatalogueData& data, ProjectDatabase& project);
 
-    CString GetQdCode() override;
-    CString GetDeCode() override;
-    CString GetQdDeCode() override;
-    CString GetQdFileName() override;
-    CString GetDeFileName() override;
-    CString GetQdDeFileName() override;
-    CString GetQdLocal() override;
-    CString GetDeLocal() override;
-    CString GetQdDeLocal() override;
-    CString GetDeYear() override;
-    CString GetQdDeYear() override;
+    CString GetQdCode() override { return m_data.billLibrary.code; }
+    CString GetDeCode() override { return m_data.quotaLibrary.code; }
+    CString GetQdDeCode() override { return m_data.quotaLibraryOfBills.code; }
+    CString GetQdFileName() override { return m_data.billLibrary.fileName; }
+    CString GetDeFileName() override { return m_data.quotaLibrary.fileName; }
+    CString GetQdDeFileName() override { return m_data.quotaLibraryOfBills.fileName; }
+    CString GetQdLocal() override { return m_data.billLibrary.local; }
+    CString GetDeLocal() override { return m_data.quotaLibrary.local; }
+    CString GetQdDeLocal() override { return m_data.quotaLibraryOfBills.local; }
+    CString GetDeYear() override { return m_data.quotaLibrary.year; }
+    CString GetQdDeYear() override { return m_data.quotaLibraryOfBills.year; }
     bool GetQdInfo(const CString& number, SQdInfo& info) override;
     bool IsInQdk(const CString& number) override;
     void GetEnCodeRule(int& length, int& suffixLength) override;

@@ -41,4 +41,17 @@ bool ProjectFolder::HoldsProject() const
     return head.has_value() && !head->isEmpty();
 }
 
+void ProjectFolder::RequireProject() const
+{
+    if (!HoldsProject()) throw Error(platform::ToNative(m_path) + u"：此文件夹中没有工程"_s);
+}
+
+void EnsureFolder(const CString& path)
+{
+    platform::FileSystem& files = platform::Files();
+    // Another program may create the folder between the two questions, so the second one decides.
+    if (files.CreateFolder(path) || files.Exists(path)) return;
+    throw Error(platform::ToNative(path) + u"：无法建立文件夹"_s);
+}
+
 } // namespace embedded

@@ -21,9 +21,14 @@ public:
     /// Whether a project file stands here. It may still be damaged. An empty file is none: it is what an
     /// interrupted creation leaves.
     bool HoldsProject() const;
+    /// The same, but raises `Error` when no project stands here.
+    void RequireProject() const;
 
 private:
     CString m_path;
 };
+
+/// Sees to it that a folder stands at a path text, one level only. Raises `Error`.
+void EnsureFolder(const CString& path);
 
 } // namespace embedded

@@ -33,4 +33,9 @@ void WriteErr(const CString& text)
     WriteTo(stderr, text);
 }
 
+bool ErrIsTerminal()
+{
+    return native::ErrIsTerminal();
+}
+
 } // namespace platform

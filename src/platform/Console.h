@@ -13,5 +13,7 @@ KTQDDE_EXPORT void UseUtf8Console();
 KTQDDE_EXPORT bool WriteOut(const CString& text);
 /// Writes `text` to standard error.
 KTQDDE_EXPORT void WriteErr(const CString& text);
+/// Whether standard error goes to a terminal, so that progress shown there is seen by a person.
+KTQDDE_EXPORT bool ErrIsTerminal();
 
 } // namespace platform

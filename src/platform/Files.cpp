@@ -130,6 +130,21 @@ public:
         });
         return names;
     }
+
+    CStringArray FindFolders(const CString& folder) override
+    {
+        if (folder.isEmpty()) return {};
+        const QDir directory(ToNative(folder));
+        CStringArray names =
+            directory.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::NoSort);
+        names.removeIf([&](const CString& name) { return !HasPathText(directory.filePath(name)); });
+        return names;
+    }
+
+    bool Rename(const CString& from, const CString& to) override
+    {
+        return !from.isEmpty() && !to.isEmpty() && native::Rename(ToNative(from), ToNative(to));
+    }
 };
 
 /// The file system in force.
@@ -224,6 +239,16 @@ bool FileSystemProxy::CreateFolder(const CString& path)
 CStringArray FileSystemProxy::FindFiles(const CString& folder, const CString& extension)
 {
     return m_target.FindFiles(folder, extension);
+}
+
+CStringArray FileSystemProxy::FindFolders(const CString& folder)
+{
+    return m_target.FindFolders(folder);
+}
+
+bool FileSystemProxy::Rename(const CString& from, const CString& to)
+{
+    return m_target.Rename(from, to);
 }
 
 FileSystem& Files()

@@ -77,6 +77,12 @@ public:
     /// The names (not paths) of the files in `folder` that end in `extension` (".xml"), in any letter case,
     /// in no particular order. Not recursive. Empty when the folder does not exist.
     virtual CStringArray FindFiles(const CString& folder, const CString& extension) = 0;
+    /// The names of the folders directly in `folder`, in no particular order. Empty when it does not exist.
+    virtual CStringArray FindFolders(const CString& folder) = 0;
+    /// Gives a file another name in its folder and hands that to the disk: whatever happens meanwhile, either
+    /// name stands for all of the file. False, with the file under its old name, when something stands at
+    /// `to` already, even if it came there a moment ago, or when the platform refuses.
+    virtual bool Rename(const CString& from, const CString& to) = 0;
 
     /// Replaces the content of `path`, or creates it. The new bytes get their room first, then they are
     /// written over the old ones, the file is cut to length and synced: a full disk or a refused open raises
@@ -105,6 +111,8 @@ public:
     bool Remove(const CString& path) override;
     bool CreateFolder(const CString& path) override;
     CStringArray FindFiles(const CString& folder, const CString& extension) override;
+    CStringArray FindFolders(const CString& folder) override;
+    bool Rename(const CString& from, const CString& to) override;
 
 protected:
     FileSystem& Target() noexcept { return m_target; }

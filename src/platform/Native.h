@@ -17,6 +17,12 @@ bool Reserve(QFile& file, qint64 size, QString& reason);
 /// Hands the written bytes to the disk.
 bool Sync(QFile& file, QString& reason);
 
+/// Renames a file within its folder, never over another one, and hands the folder to the disk.
+bool Rename(const QString& from, const QString& to);
+
+/// Whether a person watches standard error.
+bool ErrIsTerminal();
+
 /// Strict conversion between UTF-16 text and "GB18030", "GBK" or "GB2312"; nothing when a character has no
 /// form.
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset);

@@ -1,11 +1,13 @@
 #include "platform/Native.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QScopeGuard>
 #include <QtCore/QSysInfo>
 
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -81,6 +83,29 @@ bool Sync(QFile& file, QString& reason)
     if (result == 0 || errno == EINVAL || errno == ENOTSUP) return true;
     reason = QString::fromLocal8Bit(std::strerror(errno));
     return false;
+}
+
+bool Rename(const QString& from, const QString& to)
+{
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray target = QFile::encodeName(to);
+    // A second name is refused where one stands, which a renaming is not.
+    if (link(source.constData(), target.constData()) == 0) {
+        unlink(source.constData());
+    } else if (errno == EEXIST || access(target.constData(), F_OK) == 0 ||
+               std::rename(source.constData(), target.constData()) != 0) {
+        return false;
+    }
+    const int folder = open(QFile::encodeName(QFileInfo(to).path()).constData(), O_RDONLY | O_CLOEXEC);
+    if (folder < 0) return true;
+    fsync(folder);
+    close(folder);
+    return true;
+}
+
+bool ErrIsTerminal()
+{
+    return isatty(STDERR_FILENO) != 0;
 }
 
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)

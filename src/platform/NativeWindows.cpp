@@ -75,6 +75,17 @@ bool Sync(QFile& file, QString& reason)
     return false;
 }
 
+bool Rename(const QString& from, const QString& to)
+{
+    return MoveFileExW(reinterpret_cast<const wchar_t*>(from.utf16()),
+                       reinterpret_cast<const wchar_t*>(to.utf16()), MOVEFILE_WRITE_THROUGH) != FALSE;
+}
+
+bool ErrIsTerminal()
+{
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)
 {
     if (bytes.isEmpty()) return QString();

@@ -19,6 +19,23 @@ TEST(LineDiff, EqualTextsHaveNoChange)
     EXPECT_TRUE(cli::CompareLines(Lines(u"a,b"_s), Lines(u"a,b"_s)).isEmpty());
 }
 
+TEST(LineDiff, TextsThatDifferOverThousandsOfLinesAreReplacedAsAWhole)
+{
+    QStringList before{u"same"_s};
+    QStringList after{u"same"_s};
+    for (int line = 0; line < 6000; ++line) {
+        before.append(u"b%1"_s.arg(line));
+        after.append(u"a%1"_s.arg(line));
+    }
+    before.insert(3000, u"common"_s);
+    after.insert(3000, u"common"_s);
+    const auto changes = cli::CompareLines(before, after);
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes[0].line, 2);
+    EXPECT_EQ(changes[0].removed, before.mid(1));
+    EXPECT_EQ(changes[0].added, after.mid(1));
+}
+
 TEST(LineDiff, ChangesApartAreTwo)
 {
     const auto changes = cli::CompareLines(Lines(u"a,b,c,d,e"_s), Lines(u"a,B,c,d,x,e"_s));

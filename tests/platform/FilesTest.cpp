@@ -204,8 +204,34 @@ TEST(FileSystemProxy, PassesEveryOperationOn)
     EXPECT_EQ(Files().ReadHead(path, 1), QByteArray("1"));
     EXPECT_EQ(Files().FindFiles(folder.Root(), u".xml"_s), CStringArray{u"a.xml"_s});
     EXPECT_TRUE(Files().CreateFolder(folder.Path(u"f"_s)));
-    EXPECT_TRUE(Files().Remove(path));
+    EXPECT_EQ(Files().FindFolders(folder.Root()), CStringArray{u"f"_s});
+    EXPECT_TRUE(Files().Rename(path, folder.Path(u"b.xml"_s)));
+    EXPECT_TRUE(Files().Remove(folder.Path(u"b.xml"_s)));
     EXPECT_FALSE(folder.Exists(u"a.xml"_s));
+}
+
+TEST(Rename, NeverTakesThePlaceOfAnotherFile)
+{
+    const test::TempFolder folder;
+    const CString from = folder.WriteFile(u"甲.xml"_s, "1");
+    const CString to = folder.WriteFile(u"乙.xml"_s, "2");
+    EXPECT_FALSE(Files().Rename(from, to));
+    EXPECT_EQ(folder.ReadFile(u"甲.xml"_s), "1");
+    EXPECT_EQ(folder.ReadFile(u"乙.xml"_s), "2");
+    EXPECT_TRUE(Files().Rename(from, folder.Path(u"丙.xml"_s)));
+    EXPECT_FALSE(folder.Exists(u"甲.xml"_s));
+    EXPECT_EQ(folder.ReadFile(u"丙.xml"_s), "1");
+    EXPECT_FALSE(Files().Rename(from, folder.Path(u"丁.xml"_s)));
+}
+
+TEST(FindFolders, GivesFoldersOnlyAndNothingForAMissingOne)
+{
+    const test::TempFolder folder;
+    folder.WriteFile(u"a.xml"_s, "1");
+    folder.MakeFolder(u"乙\\深"_s);
+    EXPECT_EQ(Files().FindFolders(folder.Root()), CStringArray{u"乙"_s});
+    EXPECT_TRUE(Files().FindFolders(folder.Path(u"没有"_s)).isEmpty());
+    EXPECT_TRUE(Files().FindFolders({}).isEmpty());
 }
 
 TEST(ScopedFileSystem, NestsAndGivesTheFormerBack)

@@ -1,0 +1,52 @@
+#include "cli/BatchHistory.h"
+
+#include "platform/Files.h"
+
+#include <utility>
+
+namespace cli {
+
+BatchHistory::BatchHistory(embedded::History& history, CString openFile)
+    : m_history(history), m_openFile(std::move(openFile))
+{
+}
+
+CStringArray BatchHistory::FilesOf(BatchWrites writes, const CString& namedFile) const
+{
+    switch (writes) {
+    case BatchWrites::Open:
+        return {m_openFile};
+    case BatchWrites::Named:
+        return {namedFile};
+    case BatchWrites::Both:
+        return {m_openFile, namedFile};
+    case BatchWrites::Nothing:
+        break;
+    }
+    return {};
+}
+
+void BatchHistory::Before(BatchWrites writes, const CString& namedFile)
+{
+    for (const CString& path : FilesOf(writes, namedFile))
+        Keep(path);
+}
+
+void BatchHistory::After(BatchWrites writes, const CString& namedFile)
+{
+    for (const CString& path : FilesOf(writes, namedFile))
+        m_files[path].saved = platform::Files().Read(path);
+    if (writes == BatchWrites::Both) m_openFile = namedFile;
+}
+
+void BatchHistory::Keep(const CString& path)
+{
+    const auto kept = m_history.Keep(path);
+    if (!kept) return;
+    File& file = m_files[path];
+    const bool isOwn = file.saved.has_value() && m_history.Read(*kept) == *file.saved;
+    if (isOwn && file.inBetween) m_history.Forget(*file.inBetween);
+    file.inBetween = isOwn ? kept : std::nullopt;
+}
+
+} // namespace cli

@@ -1,0 +1,45 @@
+#include "cli/TableKinds.h"
+
+#include "cli/Failure.h"
+
+#include <algorithm>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+struct NamedKind
+{
+    QStringView word;
+    embedded::TableKind kind;
+};
+
+constexpr NamedKind Kinds[] = {
+    {u"catalog", embedded::TableKind::Catalog}, {u"attributes", embedded::TableKind::Attributes},
+    {u"bill", embedded::TableKind::Bill},       {u"quota", embedded::TableKind::Quota},
+    {u"guide", embedded::TableKind::Guide},     {u"calc", embedded::TableKind::Calc}};
+
+} // namespace
+
+CString TableKindWords()
+{
+    CStringArray words;
+    for (const NamedKind& kind : Kinds)
+        words += kind.word.toString();
+    return words.join(u'|');
+}
+
+embedded::TableKind NamedTableKind(const Arguments& arguments)
+{
+    const CString word = arguments.Positional()[0];
+    const auto named = std::find_if(std::begin(Kinds), std::end(Kinds),
+                                    [&](const NamedKind& candidate) { return candidate.word == word; });
+    if (named == std::end(Kinds))
+        throw UsageError(u"没有“%1”这种数据，只有 %2"_s.arg(word, TableKindWords()));
+    return named->kind;
+}
+
+} // namespace cli

@@ -1,0 +1,181 @@
+#include "embedded/data/TableImport.h"
+
+#include "embedded/data/CatalogueDatabase.h"
+#include "embedded/data/ProjectDatabase.h"
+#include "embedded/data/ProjectFolder.h"
+#include "embedded/data/exchange/TableExchange.h"
+#include "platform/Encoding.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How far the work is when all rows are checked, and when all are written; the rest is the last check.
+constexpr int Checked = 50;
+constexpr int Written = 95;
+constexpr int Done = 100;
+
+CString PathOf(const QString& nativeFile)
+{
+    if (nativeFile.isEmpty() || !platform::HasPathText(nativeFile))
+        throw Error(nativeFile + u"：不能用作文件路径"_s);
+    return platform::FromNative(nativeFile);
+}
+
+CArray<CsvRecord> ReadRecords(const QString& nativeFile)
+{
+    const CString path = PathOf(nativeFile);
+    CString reason;
+    const auto bytes = platform::Files().Read(path, &reason);
+    if (!bytes) throw Error(platform::ToNative(path) + u"："_s + reason);
+    const auto text = platform::Decode(*bytes, platform::GuessEncoding(*bytes));
+    if (!text) throw Error(platform::ToNative(path) + u"：既不是 UTF-8 文本，也不是 GB18030 文本"_s);
+    CArray<CsvRecord> records = ParseCsv(*text);
+    if (records.isEmpty()) throw Error(platform::ToNative(path) + u"：是空文件，连表头也没有"_s);
+    return records;
+}
+
+ProjectFolder ExistingProject(const QString& nativeProject)
+{
+    ProjectFolder folder(nativeProject);
+    folder.RequireProject();
+    return folder;
+}
+
+/// One import between the opening of its transaction and the commit.
+class Importer
+{
+public:
+    Importer(Database& database, TableKind kind, const ImportProgress& progress)
+        : m_database(database), m_exchange(MakeExchange(kind)), m_meter(progress)
+    {
+    }
+
+    ImportReport& Report() noexcept { return m_report; }
+
+    /// Whether no row was refused.
+    bool Check(const CArray<CsvRecord>& records, bool replace)
+    {
+        m_report.rows = static_cast<int>(records.size()) - 1;
+        try {
+            m_exchange->Prepare(m_database);
+            m_exchange->Load(m_database);
+            const ImportHeader header(m_exchange->Columns(), records.first());
+            m_exchange->Begin(replace);
+            TakeRows(header, records);
+            m_exchange->Finish(m_report);
+        } catch (const RowRefused& refused) {
+            m_report.refused.append({records.first().line, refused.Reason()});
+        }
+        std::stable_sort(
+            m_report.refused.begin(), m_report.refused.end(),
+            [](const RefusedRow& left, const RefusedRow& right) { return left.line < right.line; });
+        return m_report.refused.isEmpty();
+    }
+
+    void Store()
+    {
+        qsizetype rows = 0;
+        for (const KeyedTable* table : m_exchange->Tables())
+            rows += table->RowsToStore();
+        m_meter.Begin(Checked, Written, rows);
+        for (const KeyedTable* table : m_exchange->Tables())
+            table->Store(m_database, m_meter);
+        m_meter.Begin(Written, Done, 0);
+    }
+
+private:
+    void TakeRows(const ImportHeader& header, const CArray<CsvRecord>& records)
+    {
+        m_meter.Begin(0, Checked, records.size());
+        for (qsizetype record = 1; record < records.size(); ++record) {
+            m_meter.Step();
+            try {
+                m_exchange->Take(ImportRow(header, records[record]), m_report);
+            } catch (const RowRefused& refused) {
+                m_report.refused.append({records[record].line, refused.Reason()});
+            }
+        }
+    }
+
+    Database& m_database;
+    std::unique_ptr<TableExchange> m_exchange;
+    ImportMeter m_meter;
+    ImportReport m_report;
+};
+
+/// Whether the project could still be opened on what the transaction holds.
+bool StaysUsable(const ProjectFolder& folder, Database& database, ImportReport& report)
+{
+    const CatalogueData data = ReadCatalogue(database);
+    const CString spec = ProjectDatabase(folder.ProjectFile()).ReadSettings().spec;
+    const bool isThere = std::any_of(data.specialties.begin(), data.specialties.end(),
+                                     [&](const Specialty& specialty) { return specialty.name == spec; });
+    if (!isThere) report.refused.append({0, u"文件中没有项目的当前专业“%1”"_s.arg(spec)});
+    return isThere;
+}
+
+/// A report of nothing done.
+ImportReport Undone(const ImportReport& report)
+{
+    ImportReport undone;
+    undone.rows = report.rows;
+    undone.refused = report.refused;
+    return undone;
+}
+
+} // namespace
+
+ImportReport Import(const QString& nativeProject, TableKind kind, const QString& nativeFile,
+                    const ImportOptions& options, const ImportProgress& progress)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    const CArray<CsvRecord> records = ReadRecords(nativeFile);
+    Database database(folder.CatalogueFile());
+    EnsureCatalogue(database);
+    Transaction transaction(database);
+    Importer importer(database, kind, progress);
+    try {
+        if (!importer.Check(records, options.replace)) return Undone(importer.Report());
+        importer.Store();
+        if (!StaysUsable(folder, database, importer.Report())) return Undone(importer.Report());
+    } catch (const ImportCancelled&) {
+        ImportReport report = Undone(importer.Report());
+        report.cancelled = true;
+        return report;
+    }
+    transaction.Commit();
+    importer.Report().stored = true;
+    return importer.Report();
+}
+
+void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    const CString path = PathOf(nativeFile);
+    const std::unique_ptr<TableExchange> exchange = MakeExchange(kind);
+    {
+        Database database(folder.CatalogueFile());
+        EnsureCatalogue(database);
+        exchange->Load(database);
+    }
+    CStringArray labels;
+    for (const ImportColumn& column : exchange->Columns())
+        labels.append(column.label);
+    CString text = CsvLine(labels);
+    for (const CStringArray& row : exchange->Rows())
+        text += CsvLine(row);
+    try {
+        platform::Files().WriteInPlace(path, *platform::Encode(text, platform::Encoding::Utf8Bom));
+    } catch (const platform::FileError& error) {
+        throw Error(error.Message());
+    }
+}
+
+} // namespace embedded

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "embedded/data/Error.h"
+
+#include <functional>
+
+/// Data of one's own: tables of a project's catalogue as CSV files. docs/data.md tells the columns.
+namespace embedded {
+
+enum class TableKind {
+    Catalog,    ///< specialties, big and small categories
+    Attributes, ///< attributes of small categories and where their values come from
+    Bill,       ///< the bill library
+    Quota,      ///< the quota library
+    Guide,      ///< which quota items go with a bill item
+    Calc,       ///< calculation items with their rules, and the categories that they serve
+};
+
+struct ImportOptions
+{
+    /// The table becomes what the file holds. Otherwise the rows of the file are added to it, or take the
+    /// place of those with the same key.
+    bool replace = false;
+};
+
+/// A row that was refused, or a fault of the whole file.
+struct RefusedRow
+{
+    int line = 0; ///< one-based line of the file on which the row begins; 0 for what concerns no line
+    CString reason;
+};
+
+/// What an import did. Either all of the file has been stored or nothing.
+struct ImportReport
+{
+    bool stored = false;
+    bool cancelled = false;
+    int rows = 0; ///< rows of the file, without the header
+    int added = 0;
+    int changed = 0;
+    int removed = 0;            ///< by replacing
+    CArray<RefusedRow> refused; ///< in the order of the file
+    CStringArray notes;         ///< what else went because it hung on something removed
+};
+
+/// Called now and then with the part of the work that is done, from 0 to 100, on the caller's thread. False
+/// cancels the import.
+using ImportProgress = std::function<bool(int percent)>;
+
+/// Reads a CSV file into the catalogue of a project, in one transaction: after a refused row, a cancel, a
+/// full disk or the end of the process the old data stand whole. Whoever has the project open sees the new
+/// data after opening it again. Raises `Error` when there is no project, the file cannot be read or is no
+/// text, or the catalogue is damaged, newer, locked by another program for longer than the busy timeout, or
+/// cannot be written.
+ImportReport Import(const QString& nativeProject, TableKind kind, const QString& nativeFile,
+                    const ImportOptions& options = {}, const ImportProgress& progress = {});
+
+/// Writes a table of a project's catalogue to a CSV file (UTF-8 with byte order mark), replacing a file that
+/// stands there. `Import` of that file, with or without `replace`, changes nothing. Raises `Error`.
+void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile);
+
+} // namespace embedded

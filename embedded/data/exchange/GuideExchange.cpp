@@ -1,0 +1,92 @@
+#include "embedded/data/exchange/GuideExchange.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const CString Bill = u"bill"_s;
+const CString Quota = u"quota"_s;
+
+CString Pair(const CString& bill, const CString& quota)
+{
+    return bill + u'\n' + quota;
+}
+
+} // namespace
+
+GuideExchange::GuideExchange()
+    : m_bills(u"bill_items"_s, {u"number"_s}, 1),
+      m_quotas(u"quota_items"_s,
+               {u"number"_s, u"name"_s, u"unit"_s, u"unit_code"_s, u"with_annex"_s, u"cal_rule"_s,
+                u"section"_s, u"bills"_s},
+               1)
+{
+}
+
+CArray<ImportColumn> GuideExchange::Columns() const
+{
+    return {{Bill, u"清单编号"_s, true}, {Quota, u"定额编号"_s, true}};
+}
+
+void GuideExchange::Load(Database& database)
+{
+    m_bills.Load(database);
+    m_quotas.Load(database);
+    for (const CStringArray& quota : m_quotas.Rows()) {
+        const CStringArray bills = quota.last().split(u',', Qt::SkipEmptyParts);
+        m_billsOfQuota.insert(quota.first(), bills);
+        for (const CString& bill : bills)
+            m_pairs.insert(Pair(bill, quota.first()));
+    }
+    m_loaded = m_pairs;
+}
+
+QList<CStringArray> GuideExchange::Rows() const
+{
+    QList<CStringArray> rows;
+    for (const CStringArray& quota : m_quotas.Rows()) {
+        for (const CString& bill : m_billsOfQuota.value(quota.first()))
+            rows.append({bill, quota.first()});
+    }
+    return rows;
+}
+
+void GuideExchange::Begin(bool replace)
+{
+    if (!replace) return;
+    m_pairs.clear();
+    m_billsOfQuota.clear();
+}
+
+void GuideExchange::Take(const ImportRow& row, ImportReport& report)
+{
+    const CString bill = row.Key(Bill);
+    const CString quota = row.Key(Quota);
+    if (!m_bills.Has({bill})) row.Refuse(Bill, u"：清单库中没有“%1”"_s.arg(bill));
+    if (!m_quotas.Has({quota})) row.Refuse(Quota, u"：定额库中没有“%1”"_s.arg(quota));
+    const CString pair = Pair(bill, quota);
+    m_seen.Take(pair, row.Line());
+    if (m_pairs.contains(pair)) return;
+    m_pairs.insert(pair);
+    m_billsOfQuota[quota].append(bill);
+    if (!m_loaded.contains(pair)) ++report.added;
+}
+
+void GuideExchange::Finish(ImportReport& report)
+{
+    const QList<CStringArray> quotas = m_quotas.Rows();
+    for (CStringArray quota : quotas) {
+        quota.last() = m_billsOfQuota.value(quota.first()).join(u',');
+        m_quotas.Put(quota);
+    }
+    report.removed = static_cast<int>((m_loaded - m_pairs).size());
+}
+
+QList<const KeyedTable*> GuideExchange::Tables() const
+{
+    return {&m_quotas};
+}
+
+} // namespace embedded

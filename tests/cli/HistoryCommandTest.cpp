@@ -1,0 +1,166 @@
+#include "cli/CliTesting.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using test::Cli;
+
+namespace {
+
+const QByteArray AddAndSave = "{\"op\":\"AddConfig\",\"path\":{\"category\":\"给排水\\\\管道\\\\给水管\"}}\n"
+                              "{\"op\":\"Save\"}\n";
+
+/// A project whose current configuration is the sample.
+class HistoryVerb : public testing::Test
+{
+protected:
+    HistoryVerb() : m_cli(u"bill"_s)
+    {
+        m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
+        m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample());
+    }
+
+    test::Outcome History(const QStringList& words) const
+    {
+        return m_cli.RunInProject(QStringList{u"history"_s} + words);
+    }
+    /// The ids that the list shows, the newest first.
+    QStringList Ids(const QStringList& options = {}) const
+    {
+        QStringList ids;
+        const QStringList lines = History(QStringList{u"list"_s} + options).Out().split(u'\n');
+        for (const QString& line : lines.mid(1))
+            if (!line.isEmpty()) ids.append(line.section(u' ', 0, 0));
+        return ids;
+    }
+    QByteArray Shown(const QString& id) const { return History({u"show"_s, id}).out; }
+    QByteArray Content() const { return m_cli.Folder().ReadFile(Cli::RuleFile()); }
+
+    Cli m_cli;
+};
+
+} // namespace
+
+TEST_F(HistoryVerb, IsEmptyBeforeAnythingWasWritten)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"show"_s}).status, 0);
+    EXPECT_TRUE(History({u"list"_s}).Out().contains(u"还没有历史副本"_s));
+}
+
+TEST_F(HistoryVerb, BatchKeepsWhatTheFileHeldAndRestoreGivesItBack)
+{
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    const QByteArray changed = Content();
+    ASSERT_NE(changed, Cli::Sample());
+    ASSERT_EQ(Ids().size(), 1);
+    EXPECT_EQ(Shown(Ids()[0]), Cli::Sample());
+    const test::Outcome outcome = History({u"restore"_s, Ids()[0]});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(Content(), Cli::Sample());
+    ASSERT_EQ(Ids().size(), 2);
+    EXPECT_EQ(Shown(Ids()[0]), changed) << "the replaced state is kept";
+    EXPECT_TRUE(outcome.Out().contains(Ids()[0]));
+}
+
+TEST_F(HistoryVerb, OfTheSavesOfOneBatchOnlyTheFirstAndTheLastStateHaveCopies)
+{
+    EXPECT_EQ(m_cli.Batch(AddAndSave + AddAndSave + AddAndSave).status, 0);
+    const QStringList ids = Ids();
+    ASSERT_EQ(ids.size(), 2);
+    EXPECT_EQ(Shown(ids[1]), Cli::Sample());
+    EXPECT_TRUE(Shown(ids[0]).contains("<Config id=\"12\""));
+    EXPECT_FALSE(Shown(ids[0]).contains("<Config id=\"13\""));
+}
+
+TEST_F(HistoryVerb, FilesThatABatchNamesAreKept)
+{
+    m_cli.Folder().WriteFile(u"甲.xml"_s, "<old/>");
+    m_cli.Folder().WriteFile(u"乙.xml"_s, "<older/>");
+    EXPECT_EQ(m_cli
+                  .Batch("{\"op\":\"SaveAs\",\"file\":\"./甲.xml\"}\n"
+                         "{\"op\":\"NewFile\",\"file\":\"./乙.xml\"}\n")
+                  .status,
+              0);
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./甲.xml"_s}).value(0)), "<old/>");
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./乙.xml"_s}).value(0)), "<older/>");
+}
+
+TEST_F(HistoryVerb, EveryVerbThatMayWriteKeepsTheFileFirst)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), "<QdDeConfig/>");
+    for (const QStringList& words : QList<QStringList>{{u"new"_s, u"甲"_s, u"--force"_s},
+                                                       {u"save-as"_s, u"甲"_s, u"--force"_s},
+                                                       {u"write-head"_s, u"甲"_s},
+                                                       {u"load"_s, u"乙"_s},
+                                                       {u"refresh"_s, u"乙"_s}}) {
+        const Cli cli(u"bill"_s);
+        cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
+        for (const QString& name : {u"DefaultConfig"_s, u"甲"_s, u"乙"_s})
+            cli.Folder().WriteFile(Cli::RuleFile(name), Cli::Sample());
+        const test::Outcome outcome = cli.RunInProject(words);
+        EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+        const QString written = words[1] == u"甲"_s ? u"甲"_s : u"DefaultConfig"_s;
+        const QString list = cli.RunInProject({u"history"_s, u"list"_s, u"--config"_s, written}).Out();
+        EXPECT_TRUE(list.contains(written + u".xml"_s)) << words[0].toStdString();
+    }
+}
+
+TEST_F(HistoryVerb, UnreadableFileIsReportedWithItsPlaceAndKept)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(), "<a>\n  <b></a>\n");
+    const test::Outcome outcome = m_cli.Batch("{\"op\":\"Save\"}\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.out.isEmpty());
+    EXPECT_TRUE(outcome.Err().contains(u"第 2 行第 "_s)) << outcome.err.toStdString();
+    EXPECT_EQ(Shown(Ids().value(0)), "<a>\n  <b></a>\n");
+    EXPECT_EQ(Content(), "<a>\n  <b></a>\n");
+}
+
+TEST_F(HistoryVerb, DiffComparesACopyWithTheFileOrWithAnother)
+{
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    const QStringList ids = Ids();
+    ASSERT_EQ(ids.size(), 2);
+    EXPECT_TRUE(History({u"diff"_s, ids[1]}).Out().contains(u"  + <Config id=\"12\""_s) ||
+                History({u"diff"_s, ids[1]}).Out().contains(u"<Config id=\"12\""_s));
+    const QString pair = History({u"diff"_s, ids[1], ids[0]}).Out();
+    EXPECT_TRUE(pair.contains(u"<Config id=\"11\""_s)) << pair.toStdString();
+    EXPECT_FALSE(pair.contains(u"<Config id=\"12\""_s));
+    EXPECT_TRUE(History({u"diff"_s, ids[0], ids[0]}).Out().contains(u"没有差别"_s));
+}
+
+TEST_F(HistoryVerb, LastIsTheNewestCopyOfAllOrOfOneFile)
+{
+    EXPECT_EQ(History({u"show"_s, u"last"_s}).status, 1) << "there is none yet";
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), "<QdDeConfig/>");
+    EXPECT_EQ(m_cli.RunInProject({u"save-as"_s, u"甲"_s, u"--force"_s}).status, 0);
+    EXPECT_EQ(Shown(u"last"_s), "<QdDeConfig/>");
+    EXPECT_EQ(History({u"show"_s, u"last"_s, u"--config"_s, u"DefaultConfig"_s}).out, Cli::Sample());
+    EXPECT_EQ(History({u"restore"_s, u"last"_s}).status, 0);
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"甲"_s)), "<QdDeConfig/>");
+}
+
+TEST_F(HistoryVerb, LimitIsShownSetAndHeld)
+{
+    EXPECT_TRUE(History({u"limit"_s}).Out().contains(u"50"_s));
+    EXPECT_EQ(History({u"limit"_s, u"2"_s}).status, 0);
+    for (int batch = 0; batch < 4; ++batch)
+        m_cli.Batch(AddAndSave);
+    EXPECT_EQ(Ids().size(), 2);
+    EXPECT_EQ(History({u"limit"_s, u"-1"_s}).status, 2);
+    EXPECT_EQ(History({u"limit"_s, u"100001"_s}).status, 1);
+    EXPECT_EQ(History({u"limit"_s, u"viele"_s}).status, 2);
+}
+
+TEST_F(HistoryVerb, WrongWordsAndUnknownCopiesAreRefused)
+{
+    EXPECT_EQ(History({u"frob"_s}).status, 2);
+    EXPECT_EQ(History({u"show"_s}).status, 2);
+    EXPECT_EQ(History({u"list"_s, u"x"_s}).status, 2);
+    for (const QString& action : {u"show"_s, u"diff"_s, u"restore"_s}) {
+        const test::Outcome outcome = History({action, u"0000000"_s});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.Err().contains(u"0000000"_s));
+    }
+}

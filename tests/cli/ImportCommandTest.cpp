@@ -1,0 +1,136 @@
+#include "cli/CliTesting.h"
+
+#include <QtCore/QFile>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using test::Cli;
+
+namespace {
+
+QStringList Kinds()
+{
+    return {u"catalog"_s, u"attributes"_s, u"bill"_s, u"quota"_s, u"guide"_s, u"calc"_s};
+}
+
+class ImportVerb : public testing::Test
+{
+protected:
+    ImportVerb() : m_cli(u"bill"_s) {}
+
+    test::Outcome Import(const QString& kind, const QByteArray& bytes, const QStringList& options = {}) const
+    {
+        m_cli.Folder().WriteFile(u"自有.csv"_s, bytes);
+        return m_cli.RunInProject(QStringList{u"import"_s, kind, u"自有.csv"_s} + options);
+    }
+    QByteArray Exported(const QString& kind) const
+    {
+        EXPECT_EQ(m_cli.RunInProject({u"export"_s, kind, u"out.csv"_s, u"--force"_s}).status, 0);
+        return m_cli.Folder().ReadFile(u"out.csv"_s);
+    }
+
+    Cli m_cli;
+};
+
+const QByteArray OwnBill = "number,name,unit,section,section_title\n"
+                           "099901001,自有项目,10m,0999\\099901,自有章\\自有节\n";
+
+QByteArray ManyItems()
+{
+    QByteArray table = "number,name,unit,section,section_title\n";
+    for (int row = 0; row < 20000; ++row)
+        table += QByteArray::number(900000000 + row) + ",项目,m,09,自有\n";
+    return table;
+}
+
+} // namespace
+
+TEST_F(ImportVerb, ExportedTablesComeBackUnchanged)
+{
+    for (const QString& kind : Kinds()) {
+        const QByteArray table = Exported(kind);
+        EXPECT_GT(table.count('\n'), 5) << kind.toStdString();
+        for (const QStringList& options : {QStringList(), QStringList{u"--replace"_s}}) {
+            const test::Outcome outcome = Import(kind, table, options);
+            EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+            EXPECT_TRUE(outcome.Out().contains(u"新增 0，修改 0，去掉 0"_s)) << outcome.out.toStdString();
+            EXPECT_EQ(Exported(kind), table);
+        }
+    }
+}
+
+TEST_F(ImportVerb, SaysWhatItDid)
+{
+    const test::Outcome outcome = Import(u"bill"_s, OwnBill);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.err.isEmpty()) << "progress is for terminals only";
+    EXPECT_TRUE(outcome.Out().contains(u"已读入 1 行：新增 1，修改 0，去掉 0"_s))
+        << outcome.out.toStdString();
+    EXPECT_TRUE(
+        Exported(u"bill"_s).contains("099901001,自有项目,10m,10,否,,0999\\099901,自有章\\自有节\r\n"));
+}
+
+TEST_F(ImportVerb, RefusedRowsAreNamedOnStandardErrorAndNothingIsTaken)
+{
+    const QByteArray before = Exported(u"bill"_s);
+    const test::Outcome outcome = Import(u"bill"_s, OwnBill + "1,短,m,0999\\099901,\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.out.isEmpty());
+    EXPECT_TRUE(outcome.Err().contains(u"第 3 行："_s)) << outcome.err.toStdString();
+    EXPECT_EQ(Exported(u"bill"_s), before);
+}
+
+TEST_F(ImportVerb, FullDiskLeavesTheOldDataWhole)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "a limit of file sizes is set by a shell";
+    const QByteArray before = Exported(u"bill"_s);
+    m_cli.Folder().WriteFile(u"big.csv"_s, ManyItems());
+    QProcess shell;
+    shell.setWorkingDirectory(m_cli.Folder().Native({}));
+    shell.start(u"/bin/sh"_s, {u"-c"_s,
+                               u"trap '' XFSZ; ulimit -f 700; exec \"$0\" --project project import bill "
+                               "big.csv --replace"_s,
+                               QStringLiteral(KTQDDE_PROGRAM)});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitCode(), 1) << shell.readAllStandardError().toStdString();
+    EXPECT_EQ(Exported(u"bill"_s), before);
+}
+
+TEST_F(ImportVerb, KillAtAnyMomentLeavesTheOldDataOrTheNew)
+{
+    const QByteArray before = Exported(u"bill"_s);
+    m_cli.Folder().WriteFile(u"old.csv"_s, before);
+    m_cli.Folder().WriteFile(u"new.csv"_s, ManyItems());
+    ASSERT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s, u"new.csv"_s, u"--replace"_s}).status, 0);
+    const QByteArray after = Exported(u"bill"_s);
+    for (int milliseconds = 0; milliseconds < 400; milliseconds += 25) {
+        ASSERT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s, u"old.csv"_s, u"--replace"_s}).status, 0);
+        QProcess process;
+        process.setWorkingDirectory(m_cli.Folder().Native({}));
+        process.start(QStringLiteral(KTQDDE_PROGRAM),
+                      {u"--project"_s, u"project"_s, u"import"_s, u"bill"_s, u"new.csv"_s, u"--replace"_s});
+        process.waitForFinished(milliseconds);
+        process.kill();
+        process.waitForFinished();
+        const QByteArray left = Exported(u"bill"_s);
+        EXPECT_TRUE(left == before || left == after) << milliseconds;
+    }
+}
+
+TEST_F(ImportVerb, WrongCommandLinesAreRefused)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"import"_s, u"frob"_s, u"x.csv"_s}).status, 2);
+    EXPECT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s}).status, 2);
+    EXPECT_EQ(m_cli.Run({u"import"_s, u"bill"_s, u"x.csv"_s}).status, 2);
+    EXPECT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s, u"none.csv"_s}).status, 1);
+    EXPECT_EQ(m_cli.Run({u"--project"_s, u"nowhere"_s, u"export"_s, u"bill"_s, u"x.csv"_s}).status, 1);
+}
+
+TEST_F(ImportVerb, ExportOverwritesOnlyWhenForced)
+{
+    m_cli.Folder().WriteFile(u"out.csv"_s, "mine");
+    EXPECT_EQ(m_cli.RunInProject({u"export"_s, u"bill"_s, u"out.csv"_s}).status, 1);
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"out.csv"_s), "mine");
+    EXPECT_NE(Exported(u"bill"_s), "mine");
+}

@@ -1,0 +1,95 @@
+#include "embedded/ImportFixture.h"
+
+using namespace Qt::StringLiterals;
+using embedded::EmbeddedHost;
+using embedded::ImportReport;
+using embedded::TableKind;
+
+namespace {
+
+using AttributeImport = test::ImportFixture;
+using CalculationImport = test::ImportFixture;
+
+const CString Header = u"category,display_name,code,kind,list_name,values\n"_s;
+const CString Place = u"给排水\\管道\\给水管,"_s;
+const CString CalcHeader = u"item,code,kind,rule,category,list\n"_s;
+
+} // namespace
+
+TEST_F(AttributeImport, AttributesComeWithTheirValues)
+{
+    const ImportReport report = Import(
+        TableKind::Attributes, Header + Place + u"洁净级别,AM_Clean,固定值,,百级|千级\n"_s + Place +
+                                   u"隔声,AM_Sound,9,隔声值,甲|乙\n"_s + Place + u"随意,AM_Free,0,,\n"_s);
+    EXPECT_EQ(report.added, 3) << Refusals(report).toStdString();
+    EmbeddedHost host(m_project.Folder());
+    host::IAttributes& attributes = *host.Roles().attributes;
+    EXPECT_EQ(attributes.CreateCellData(u"AM_Clean"_s)->GetValues(), (CStringArray{u"百级"_s, u"千级"_s}));
+    EXPECT_EQ(attributes.CreateCellData(u"AM_Free"_s)->GetType(), 0);
+    CStringArray values;
+    CStringArray extras{u"隔声值"_s};
+    EXPECT_TRUE(attributes.GetDropList(u"AM_Sound"_s, values, extras));
+    EXPECT_EQ(values, (CStringArray{u"甲"_s, u"乙"_s}));
+}
+
+TEST_F(AttributeImport, RowsThatDoNotFitAreRefused)
+{
+    const ImportReport report = Import(
+        TableKind::Attributes,
+        Header + u"给排水\\管道\\无,甲,AM_A,,,\n"_s + Place + u"乙,1AM,,,\n"_s + Place + u"丙,AM B,,,\n"_s +
+            Place + u",AM_C,,,\n"_s + Place + u"丁,AM_D,7,,\n"_s + Place + u"戊,AM_E,1,,\n"_s + Place +
+            u"己,AM_F,9,,\n"_s + Place + u"庚,AM_G,0,,值\n"_s + Place + u"辛,AM_H,9,,值\n"_s);
+    EXPECT_FALSE(report.stored);
+    EXPECT_EQ(report.refused.size(), 9) << Refusals(report).toStdString();
+    EXPECT_TRUE(Refusals(report).contains(u"“1AM”不能作为 XML 元素名"_s)) << Refusals(report).toStdString();
+}
+
+TEST_F(AttributeImport, RowsOfOneCodeMustAgreeOnItsValues)
+{
+    const ImportReport report =
+        Import(TableKind::Attributes, Header + Place + u"洁净级别,AM_Clean,1,,甲|乙\n"_s +
+                                          u"给排水\\管道\\热水管,洁净级别,AM_Clean,1,,甲\n"_s);
+    ASSERT_EQ(report.refused.size(), 1);
+    EXPECT_TRUE(report.refused[0].reason.contains(u"第 2 行矛盾"_s)) << Refusals(report).toStdString();
+}
+
+TEST_F(AttributeImport, NamesThatHoldEachOtherAreRefused)
+{
+    const ImportReport report = Import(TableKind::Attributes, Header + Place + u"径,AM_New,0,,\n"_s + Place +
+                                                                  u"公称直径二,AM_New2,0,,\n"_s);
+    ASSERT_EQ(report.refused.size(), 2) << Refusals(report).toStdString();
+    EXPECT_TRUE(report.refused[1].reason.contains(u"公称直径”"_s));
+}
+
+TEST_F(CalculationImport, ItemsComeWithTheirRulesAndPlaces)
+{
+    const ImportReport report = Import(
+        TableKind::Calc, CalcHeader + u"支吊架重量二,HangerWeight2,5,个数×单重,给排水\\管道\\给水管,其他\n"
+                                      "支吊架重量二,,,,给排水\\管道\\热水管,主要\n"
+                                      "备用,Spare,2,个,,\n"_s);
+    EXPECT_EQ(report.added, 3) << Refusals(report).toStdString();
+    EmbeddedHost host(m_project.Folder());
+    CStringArray items;
+    CStringArray other;
+    ASSERT_TRUE(host.Roles().calculation->GetCalItems(u"给排水\\管道\\给水管"_s, items, other));
+    EXPECT_TRUE(other.contains(u"支吊架重量二"_s));
+    RuleCodeStruct info;
+    ASSERT_TRUE(host.Roles().calculation->GetCalItemInfo(u"备用"_s, info));
+    EXPECT_EQ(info.strRule, u"个"_s);
+}
+
+TEST_F(CalculationImport, RowsThatDoNotFitAreRefused)
+{
+    const ImportReport report = Import(TableKind::Calc, CalcHeader + u"没有,,,,给排水\\管道\\给水管,主要\n"
+                                                                     "半个,Half,,,,\n"
+                                                                     "甲,A1,6,x,,\n"
+                                                                     "乙,PipeLength,1,x,,\n"
+                                                                     "丙,C1,1,x,给排水\\管道\\无,主要\n"
+                                                                     "丁,D1,1,x,给排水\\管道\\给水管,第三\n"
+                                                                     "戊,E1,1,x,,\n"
+                                                                     "戊,E2,1,x,给排水\\管道\\给水管,\n"
+                                                                     ",F1,1,x,,\n"_s);
+    EXPECT_FALSE(report.stored);
+    ASSERT_EQ(report.refused.size(), 8) << Refusals(report).toStdString();
+    EXPECT_TRUE(Refusals(report).contains(u"9:与第 8 行矛盾"_s)) << Refusals(report).toStdString();
+}

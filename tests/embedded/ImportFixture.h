@@ -1,0 +1,49 @@
+#pragma once
+
+#include "embedded/TestProject.h"
+#include "embedded/data/TableImport.h"
+
+#include <gtest/gtest.h>
+
+namespace test {
+
+/// A project that takes tables in.
+class ImportFixture : public ::testing::Test
+{
+protected:
+    ImportFixture() { m_project.Create(); }
+
+    embedded::ImportReport Import(embedded::TableKind kind, const CString& text,
+                                  const embedded::ImportOptions& options = {},
+                                  const embedded::ImportProgress& progress = {}) const
+    {
+        return ImportBytes(kind, text.toUtf8(), options, progress);
+    }
+    embedded::ImportReport ImportBytes(embedded::TableKind kind, const QByteArray& bytes,
+                                       const embedded::ImportOptions& options = {},
+                                       const embedded::ImportProgress& progress = {}) const
+    {
+        m_project.Temp().WriteFile(QStringLiteral("in.csv"), bytes);
+        return embedded::Import(m_project.Folder(), kind, m_project.Temp().Native(QStringLiteral("in.csv")),
+                                options, progress);
+    }
+    /// What an export writes, as text.
+    CString Exported(embedded::TableKind kind) const
+    {
+        const QString file = m_project.Temp().Native(QStringLiteral("out.csv"));
+        embedded::Export(m_project.Folder(), kind, file);
+        return CString::fromUtf8(m_project.Temp().ReadFile(QStringLiteral("out.csv")));
+    }
+    /// The lines and reasons of what was refused, one a line of text.
+    static CString Refusals(const embedded::ImportReport& report)
+    {
+        CString text;
+        for (const embedded::RefusedRow& row : report.refused)
+            text += CString::number(row.line) + u':' + row.reason + u'\n';
+        return text;
+    }
+
+    TestProject m_project;
+};
+
+} // namespace test
