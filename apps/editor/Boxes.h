@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Text.h"
+
+class QWidget;
+
+namespace editor {
+
+/// Reports a rule file that cannot be worked on safely, with the state in words. True when the user wants it
+/// opened in spite of that; the default is not to.
+bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state);
+
+enum class HeadTarget { None, Copy, Original };
+
+/// Writing the head is one-way: asks whether it is to happen to a copy, to the file itself or not at all.
+HeadTarget AskHeadTarget(QWidget* parent, const CString& nativePath);
+
+} // namespace editor

@@ -1,0 +1,24 @@
+#include "editor/Guard.h"
+
+#include "platform/Messages.h"
+
+namespace editor {
+
+void ShowError(const std::exception& error)
+{
+    platform::Show(
+        {platform::MessageKind::Warning, CString::fromUtf8(error.what()), platform::MessageCaption()});
+}
+
+bool RunGuarded(const std::function<void()>& step)
+{
+    try {
+        step();
+        return true;
+    } catch (const std::exception& error) {
+        ShowError(error);
+        return false;
+    }
+}
+
+} // namespace editor

@@ -1,0 +1,103 @@
+#include "editor/MainWindow.h"
+
+#include "editor/Guard.h"
+#include "editor/LongStep.h"
+#include "editor/NewProjectDialog.h"
+#include "editor/Project.h"
+#include "editor/ProjectPanel.h"
+#include "editor/Settings.h"
+#include "embedded/data/DataFile.h"
+#include "sample/SampleProject.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtWidgets/QFileDialog>
+
+using namespace Qt::StringLiterals;
+
+// How projects are made, opened, closed and set.
+
+namespace editor {
+
+namespace {
+
+/// A folder of a new project that does not exist yet.
+QString ProposedFolder()
+{
+    const QString base = QDir::homePath() + u"/新工程"_s;
+    QString folder = base;
+    for (int number = 2; QDir(folder).exists(); ++number)
+        folder = base + QString::number(number);
+    return folder;
+}
+
+} // namespace
+
+bool MainWindow::OpenProject(const QString& nativeFolder)
+{
+    return RunGuarded([&] { Open(nativeFolder); });
+}
+
+bool MainWindow::OpenSample(const QString& nativeFolder)
+{
+    return RunGuarded([&] {
+        if (!embedded::IsProject(nativeFolder)) {
+            QDir().mkpath(QFileInfo(nativeFolder).absolutePath());
+            sample::CreateSampleProject(nativeFolder);
+        }
+        Open(nativeFolder);
+    });
+}
+
+void MainWindow::NewProject()
+{
+    NewProjectDialog dialog(this, ProposedFolder(),
+                            embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString folder = dialog.Folder();
+    const embedded::ProjectOptions options = dialog.Options();
+    const bool made = RunLongStep(this, u"正在新建工程…"_s,
+                                  [&](StepControl&) { embedded::CreateProject(folder, options); });
+    if (made) Open(folder);
+}
+
+void MainWindow::ChooseProject()
+{
+    const QString start = m_project ? QFileInfo(m_project->Folder()).path() : QDir::homePath();
+    const QString folder = QFileDialog::getExistingDirectory(this, u"打开工程：选择工程文件夹"_s, start);
+    if (!folder.isEmpty()) Open(folder);
+}
+
+void MainWindow::Open(const QString& nativeFolder)
+{
+    auto project = std::make_unique<Project>(nativeFolder);
+    m_project.reset();
+    m_project = std::move(project);
+    m_project->BecomeHost(this);
+    m_recent.Add(m_project->Folder());
+    ShowState();
+    ExamineRuleFiles();
+    Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+}
+
+void MainWindow::CloseProject()
+{
+    m_project.reset();
+    ShowState();
+    Tell(u"工程已关闭"_s);
+}
+
+// The panel shows the project's own answer also when the change was refused.
+void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
+{
+    RunGuarded([&] { m_project->SetMode(mode); });
+    ShowState();
+}
+
+void MainWindow::SetSpec(const CString& name)
+{
+    RunGuarded([&] { m_project->SetSpec(name); });
+    ShowState();
+}
+
+} // namespace editor

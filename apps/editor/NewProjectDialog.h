@@ -1,0 +1,34 @@
+#pragma once
+
+#include "embedded/data/EmbeddedHost.h"
+
+#include <QtWidgets/QDialog>
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace editor {
+
+/// Asks for what a new project needs: a folder, its mode and its specialty. Creates nothing.
+class NewProjectDialog : public QDialog
+{
+public:
+    /// `folder` is proposed.
+    NewProjectDialog(QWidget* parent, const QString& folder, const CStringArray& specs);
+
+    /// After the dialog was accepted: the folder, native, and the options.
+    QString Folder() const;
+    embedded::ProjectOptions Options() const;
+
+private:
+    void Build();
+    void Browse();
+
+    QLineEdit* m_folder;
+    QComboBox* m_mode;
+    QComboBox* m_spec;
+    QPushButton* m_create;
+};
+
+} // namespace editor

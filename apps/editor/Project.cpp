@@ -1,0 +1,94 @@
+#include "editor/Project.h"
+
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "platform/ProfileFile.h"
+#include "store/RuleFile.h"
+
+#include <QtCore/QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+/// What a reader of the project's ini gets at most, with the terminator of its buffer.
+constexpr int NameBuffer = 100;
+
+} // namespace
+
+Project::Project(const QString& nativeFolder)
+    : m_folder(QDir::cleanPath(QDir(nativeFolder).absolutePath())), m_host(nativeFolder), m_windows(m_host)
+{
+}
+
+void Project::BecomeHost(QWidget* frame)
+{
+    m_windows.SetMainFrame(frame);
+    host::Roles roles = m_host.Roles();
+    roles.windows = &m_windows;
+    m_installed.emplace(host::Install(roles));
+}
+
+QString Project::Name() const
+{
+    return QDir(m_folder).dirName();
+}
+
+SQdDeInfo::EQdDeMode Project::Mode()
+{
+    return m_host.Roles().project->GetQdDeMode();
+}
+
+CString Project::Spec()
+{
+    return m_host.Roles().project->GetCurrentSpec();
+}
+
+CStringArray Project::Specs()
+{
+    CStringArray names;
+    m_host.Roles().categories->GetAllSpecNames(names);
+    return names;
+}
+
+CString Project::BillLibrary()
+{
+    return m_host.Roles().libraries->GetQdFileName();
+}
+
+CString Project::QuotaLibrary()
+{
+    host::ILibraries& libraries = *m_host.Roles().libraries;
+    return Mode() == SQdDeInfo::BillMode ? libraries.GetQdDeFileName() : libraries.GetDeFileName();
+}
+
+CString Project::RuleFolder() const
+{
+    return m_host.AppFolder() + u"\\自动套配置"_s;
+}
+
+// Not asked of a presenter: making one already opens the file, or makes it.
+CString Project::CurrentRuleFile() const
+{
+    const CString ini = platform::FolderOf(m_host.ProjectPath()) + u"\\SysRegedit.ini"_s;
+    CString name =
+        platform::ProfileFile(ini).Read(u"QdDeConfigInfo"_s, u"ConfigName"_s, CString(), NameBuffer);
+    if (name.isEmpty()) name = store::DefaultConfigName();
+    return RuleFolder() + u'\\' + name + u".xml"_s;
+}
+
+CStringArray Project::RuleFiles() const
+{
+    const CString current = CurrentRuleFile();
+    CStringArray names = platform::Files().FindFiles(RuleFolder(), u".xml"_s);
+    names.removeAll(platform::FileNameOf(current));
+    names.sort();
+    CStringArray paths{current};
+    for (const CString& name : names)
+        paths.append(RuleFolder() + u'\\' + name);
+    return paths;
+}
+
+} // namespace editor

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "editor/Project.h"
+#include "editor/RuleFileState.h"
+
+#include <QtCore/QList>
+#include <QtWidgets/QWidget>
+
+#include <functional>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QTreeWidget;
+
+namespace editor {
+
+struct Actions;
+
+/// What the window shows of the open project: its settings, its rule files with their states, and the
+/// commands that work on them.
+class ProjectPanel : public QWidget
+{
+public:
+    /// What the user asks for.
+    struct Wishes
+    {
+        std::function<void(SQdDeInfo::EQdDeMode)> setMode;
+        std::function<void(const CString&)> setSpec;
+        std::function<void()> selectionChanged;
+    };
+
+    ProjectPanel(const Actions& actions, Wishes wishes);
+
+    /// Shows the project's settings. Asks for nothing back.
+    void ShowProject(Project& project);
+    /// Shows the rule files. The current configuration comes first and is selected unless the file that was
+    /// selected is there again.
+    void ShowRuleFiles(const QList<RuleFileState>& files);
+
+    /// The state of the selected rule file; null when none is selected.
+    const RuleFileState* Selected() const;
+
+private:
+    QGroupBox* MakeSettings();
+    QWidget* MakeRuleFiles(const Actions& actions);
+
+    Wishes m_wishes;
+    QLabel* m_folder;
+    QComboBox* m_mode;
+    QComboBox* m_spec;
+    QLabel* m_billLibrary;
+    QLabel* m_quotaLibrary;
+    QTreeWidget* m_files;
+    QList<RuleFileState> m_states;
+};
+
+} // namespace editor

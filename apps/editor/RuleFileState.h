@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/Text.h"
+
+namespace editor {
+
+enum class RuleFileKind {
+    Missing,    ///< nothing stands there; whoever opens it makes it
+    Rules,      ///< a rule file
+    Wrapped,    ///< finished by a head and no XML any more
+    Foreign,    ///< XML with another document element
+    Unreadable, ///< anything else
+};
+
+/// What a file is worth as a rule file.
+struct RuleFileState
+{
+    CString path; ///< path text
+    RuleFileKind kind = RuleFileKind::Missing;
+    int line = 0; ///< one-based place of what cannot be read; 0 when there is none
+    int column = 0;
+    CString reason; ///< why it cannot be read, in words
+
+    /// Whether work on it loses nothing: an editor opens any other file with default rules or none at all,
+    /// and its first save replaces or damages what stood there.
+    bool IsSafe() const { return kind == RuleFileKind::Rules || kind == RuleFileKind::Missing; }
+    /// The configuration's name: the file name without ".xml".
+    CString Name() const;
+    /// The state in words for a person, with line, column and reason.
+    CString Describe() const;
+};
+
+/// Reads a file and says what it is. Asks no host, so it may run on any thread. Raises nothing for what the
+/// file holds.
+RuleFileState ExamineRuleFile(const CString& path);
+
+} // namespace editor

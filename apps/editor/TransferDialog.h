@@ -1,0 +1,44 @@
+#pragma once
+
+#include "embedded/data/TableImport.h"
+
+#include <QtWidgets/QDialog>
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace editor {
+
+/// Asks which table of the catalogue is to be read from or written to which CSV file. Transfers nothing.
+class TransferDialog : public QDialog
+{
+public:
+    enum class Direction { Import, Export };
+
+    TransferDialog(QWidget* parent, Direction direction);
+
+    /// After the dialog was accepted.
+    embedded::TableKind Kind() const;
+    QString File() const;
+    embedded::ImportOptions Options() const;
+
+private:
+    void Build();
+    void Browse();
+
+    Direction m_direction;
+    QComboBox* m_kind;
+    QLineEdit* m_file;
+    QCheckBox* m_replace;
+    QPushButton* m_start;
+};
+
+/// What an import did, in words: the counts, or that nothing was stored and which rows were refused why.
+CString DescribeImport(const embedded::ImportReport& report);
+
+/// Shows a report that may be long.
+void ShowImportReport(QWidget* parent, const embedded::ImportReport& report);
+
+} // namespace editor

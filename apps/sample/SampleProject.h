@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/Text.h"
+
+#include <QtCore/QString>
+
+namespace sample {
+
+/// Makes the sample project: a project in bill mode for the specialty 给排水, whose current configuration is
+/// the sample rule file. The module has written that file once, which adds the categories that the sample
+/// leaves out, so that what changes later is what a person changes. No host needs to be installed. Raises
+/// `embedded::Error` and `platform::FileError`, for a folder that holds a project among others.
+void CreateSampleProject(const QString& nativeFolder);
+
+} // namespace sample

@@ -1,0 +1,62 @@
+#include "e2e/EditorUser.h"
+#include "e2e/ExpectedRule.h"
+#include "support/StrictXml.h"
+
+using namespace Qt::StringLiterals;
+using namespace test;
+
+namespace {
+
+class BillModeJourney : public EditorTest
+{
+protected:
+    BillModeJourney() { MakeProject(SQdDeInfo::BillMode); }
+};
+
+} // namespace
+
+TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
+{
+    StartOnProject();
+    OpenConfig();
+    SelectWaterPipes(ConfigTitle);
+    AddRangeRule(ConfigTitle);
+    PickBillWithQuota(ConfigTitle, u"031001001"_s);
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(ConfigTitle);
+    Quit();
+    ExpectRuleInFile(BillRule());
+}
+
+TEST_F(BillModeJourney, ClosingWithoutAnEditLeavesTheFileAsItWas)
+{
+    StartOnProject();
+    OpenConfig();
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(ConfigTitle);
+    Quit();
+    EXPECT_EQ(RuleFile(), m_firstRuleFile);
+}
+
+TEST_F(BillModeJourney, UnreadableFileIsReportedAndKeptUnlessTheUserInsists)
+{
+    const QByteArray damaged = "<rules>\n  <broken\n";
+    m_desktop.Home().WriteFile(RuleFileName(), damaged);
+    StartOnProject();
+    m_desktop.Press({u"F2"_s});
+    m_desktop.Focus(BoxTitle);
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(BoxTitle);
+    Quit();
+    EXPECT_EQ(RuleFile(), damaged);
+
+    StartOnProject();
+    m_desktop.Press({u"F2"_s});
+    m_desktop.Focus(BoxTitle);
+    m_desktop.Press({u"alt+o"_s});
+    m_desktop.Focus(ConfigTitle);
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(ConfigTitle);
+    Quit();
+    EXPECT_EQ(CanonicalXml(RuleFile()), CanonicalXml(m_firstRuleFile));
+}

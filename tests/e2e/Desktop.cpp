@@ -1,0 +1,149 @@
+#include "e2e/Desktop.h"
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QThread>
+
+#include <chrono>
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace test {
+
+namespace {
+
+constexpr auto Patience = 30s;
+constexpr unsigned long LookInterval = 20; // ms
+
+void End(QProcess& process)
+{
+    process.terminate();
+    if (process.waitForFinished(2'000)) return;
+    process.kill();
+    process.waitForFinished();
+}
+
+} // namespace
+
+Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment())
+{
+    for (const QString& name :
+         {u"QT_QPA_PLATFORM"_s, u"QT_QPA_PLATFORMTHEME"_s, u"QT_SCALE_FACTOR"_s, u"WAYLAND_DISPLAY"_s,
+          u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s, u"DBUS_SESSION_BUS_ADDRESS"_s})
+        m_environment.remove(name);
+    m_environment.insert(u"HOME"_s, m_home.Native({}));
+    // The platform's libraries keep some memory to the end; that is no affair of the editor's.
+    m_environment.insert(u"ASAN_OPTIONS"_s, m_environment.value(u"ASAN_OPTIONS"_s) + u":detect_leaks=0"_s);
+    m_environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    m_environment.insert(u"KTQDDE_EDITOR_SETTINGS"_s, m_home.Native(u"editor.ini"_s));
+    StartServer();
+    StartManager();
+}
+
+Desktop::~Desktop()
+{
+    End(m_manager);
+    End(m_server);
+}
+
+// The server finds a free display and says its number.
+void Desktop::StartServer()
+{
+    m_server.setProgram(QStringLiteral(KTQDDE_XVFB));
+    m_server.setArguments({u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s,
+                           u"tcp"_s, u"-noreset"_s});
+    m_server.setStandardErrorFile(QProcess::nullDevice());
+    m_server.start();
+    QByteArray number;
+    WaitFor(u"X server"_s, [&] {
+        m_server.waitForReadyRead(100);
+        number += m_server.readAllStandardOutput();
+        return number.endsWith('\n');
+    });
+    m_environment.insert(u"DISPLAY"_s, u":"_s + QString::fromLatin1(number.trimmed()));
+}
+
+void Desktop::StartManager()
+{
+    m_manager.setProgram(QStringLiteral(KTQDDE_OPENBOX));
+    m_manager.setArguments({u"--sm-disable"_s});
+    m_manager.setProcessEnvironment(m_environment);
+    m_manager.setStandardErrorFile(QProcess::nullDevice());
+    m_manager.start();
+    WaitFor(u"window manager"_s, [&] { return !Do({u"get_num_desktops"_s}).isEmpty(); });
+}
+
+void Desktop::WaitFor(const QString& what, const std::function<bool()>& holds)
+{
+    const QDeadlineTimer end(Patience);
+    while (!holds()) {
+        if (end.hasExpired()) throw std::runtime_error("waited in vain for: " + what.toStdString());
+        QThread::msleep(LookInterval);
+    }
+}
+
+bool Desktop::Shows(const QString& title) const
+{
+    return !WindowId(title).isEmpty();
+}
+
+void Desktop::Focus(const QString& title)
+{
+    WaitFor(u"focus of "_s + title, [&] {
+        const QByteArray id = WindowId(title);
+        if (id.isEmpty()) return false;
+        if (Do({u"getwindowfocus"_s}).trimmed() == id) return true;
+        Do({u"windowactivate"_s, QString::fromLatin1(id)});
+        return false;
+    });
+}
+
+void Desktop::WaitUntilGone(const QString& title)
+{
+    WaitFor(u"end of "_s + title, [&] { return !Shows(title); });
+}
+
+void Desktop::Press(const QStringList& keys)
+{
+    Do(QStringList{u"key"_s, u"--delay"_s, u"5"_s} + keys);
+}
+
+void Desktop::Type(const QString& text)
+{
+    Do({u"type"_s, u"--delay"_s, u"5"_s, text});
+}
+
+void Desktop::Click(const QString& title, QPointF place)
+{
+    const QString id = QString::fromLatin1(WindowId(title));
+    const QString geometry = QString::fromLatin1(Do({u"getwindowgeometry"_s, u"--shell"_s, id}));
+    static const QRegularExpression Size(u"WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"_s);
+    const QRegularExpressionMatch size = Size.match(geometry);
+    if (!size.hasMatch()) throw std::runtime_error("no window to click in: " + title.toStdString());
+    const auto x = static_cast<int>(place.x() * size.captured(1).toInt());
+    const auto y = static_cast<int>(place.y() * size.captured(2).toInt());
+    Do({u"mousemove"_s, u"--sync"_s, u"--window"_s, id, QString::number(x), QString::number(y), u"click"_s,
+        u"1"_s});
+}
+
+QByteArray Desktop::WindowId(const QString& title) const
+{
+    return Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, QRegularExpression::escape(title)})
+        .split('\n')
+        .first()
+        .trimmed();
+}
+
+QByteArray Desktop::Do(const QStringList& words) const
+{
+    QProcess process;
+    process.setProcessEnvironment(m_environment);
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(QStringLiteral(KTQDDE_XDOTOOL), words);
+    const bool done = process.waitForFinished() && process.exitCode() == 0;
+    return done ? process.readAllStandardOutput() : QByteArray();
+}
+
+} // namespace test

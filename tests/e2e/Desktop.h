@@ -1,0 +1,59 @@
+#pragma once
+
+#include "support/TempFolder.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QPointF>
+#include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
+#include <QtCore/QString>
+
+#include <functional>
+
+namespace test {
+
+/// A screen with a window manager, and the hands of the user in front of it. What does not come about within
+/// a generous time ends the test by an exception. Ends its programs with itself.
+class Desktop
+{
+public:
+    Desktop();
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// For programs that are to appear here: the screen, and a home of their own.
+    const QProcessEnvironment& Environment() const noexcept { return m_environment; }
+    const TempFolder& Home() const noexcept { return m_home; }
+
+    /// Whether a window whose title holds `title` is to be seen.
+    bool Shows(const QString& title) const;
+    /// Waits for a window and lets it have the keyboard.
+    void Focus(const QString& title);
+    /// Waits until no such window is to be seen any more.
+    void WaitUntilGone(const QString& title);
+
+    /// Presses keys one after another where the focus is, named as in "alt+b", "Return".
+    void Press(const QStringList& keys);
+    /// Types ASCII text where the focus is.
+    void Type(const QString& text);
+    /// Clicks in a window, at a place given as parts of its width and height.
+    void Click(const QString& title, QPointF place);
+
+    /// Waits for something else; `what` says for what.
+    static void WaitFor(const QString& what, const std::function<bool()>& holds);
+
+private:
+    void StartServer();
+    void StartManager();
+    QByteArray WindowId(const QString& title) const;
+    /// Runs xdotool; gives its output, and nothing when it fails.
+    QByteArray Do(const QStringList& words) const;
+
+    TempFolder m_home;
+    QProcessEnvironment m_environment;
+    QProcess m_server;
+    QProcess m_manager;
+};
+
+} // namespace test

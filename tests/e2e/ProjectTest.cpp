@@ -1,0 +1,36 @@
+#include "e2e/EditorUser.h"
+#include "support/StrictXml.h"
+
+#include <gmock/gmock.h>
+
+using namespace Qt::StringLiterals;
+using namespace test;
+
+using EditorProject = EditorTest;
+
+TEST_F(EditorProject, IsMadeFromTheWelcomePageAndSetToQuotaMode)
+{
+    Start({});
+    m_desktop.Focus(MainTitle);
+    m_desktop.Press({u"ctrl+n"_s});
+    m_desktop.Focus(u"新建工程"_s);
+    m_desktop.Press({u"ctrl+a"_s});
+    m_desktop.Type(ProjectFolder());
+    m_desktop.Press({u"alt+m"_s, u"Down"_s, u"Return"_s});
+    m_desktop.WaitUntilGone(u"新建工程"_s);
+    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    m_desktop.Press({u"F2"_s});
+    m_desktop.Focus(u"定额模式: DefaultConfig"_s);
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(ConfigTitle);
+    Quit();
+    EXPECT_TRUE(IsStrictXml(RuleFile()));
+}
+
+TEST_F(EditorProject, OfTheSampleIsMadeAtTheFirstStart)
+{
+    Start({u"--sample"_s, ProjectFolder()});
+    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    Quit();
+    EXPECT_THAT(RuleFile().toStdString(), ::testing::HasSubstr("镀锌钢管 DN15"));
+}

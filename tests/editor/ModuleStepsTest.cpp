@@ -1,0 +1,115 @@
+#include "editor/ModuleSteps.h"
+
+#include "editor/EditorFixture.h"
+#include "editor/HistoryWindow.h"
+#include "embedded/data/History.h"
+
+#include <QtGui/QAction>
+#include <QtWidgets/QMessageBox>
+
+using namespace Qt::StringLiterals;
+using ::testing::HasSubstr;
+
+namespace {
+
+const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
+const QByteArray Damaged = "<a>\n  <b x=\"1\" x=\"2\"/>\n</a>";
+
+/// The window on a project whose current rule file is the sample's.
+class RuleFileSteps : public test::EditorWindow
+{
+protected:
+    RuleFileSteps() { m_window.OpenSample(Folder(u"project"_s)); }
+
+    void Damage()
+    {
+        m_folder.WriteFile(CurrentFile, Damaged);
+        m_window.Commands().examine->trigger();
+    }
+    CArray<embedded::HistoryEntry> Copies() const
+    {
+        return embedded::History(embedded::ProjectFolder(Folder(u"project"_s)))
+            .List(m_folder.Path(CurrentFile));
+    }
+};
+
+} // namespace
+
+TEST_F(RuleFileSteps, UnreadableFileIsReportedBeforeTheDialogAndStaysOnCancel)
+{
+    Damage();
+    QString text;
+    const test::NextWindows user({[&](QDialog& window) {
+        text = static_cast<QMessageBox&>(window).text();
+        test::PressButton(window, u"取消"_s);
+    }});
+    m_window.Commands().configure->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_THAT(text.toStdString(), HasSubstr("第 2 行第 "));
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), Damaged);
+}
+
+TEST_F(RuleFileSteps, UnreadableFileOpenedAnywayHasACopyInTheHistory)
+{
+    Damage();
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"仍然打开"_s); },
+                                  [](QDialog& window) { window.close(); }});
+    m_window.Commands().configure->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_NE(m_folder.ReadFile(CurrentFile), Damaged);
+    ASSERT_EQ(Copies().size(), 1);
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    EXPECT_EQ(history.Read(Copies()[0]), Damaged);
+}
+
+TEST_F(RuleFileSteps, HeadOnTheOriginalLeavesACopyInTheHistory)
+{
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(editor::ExamineRuleFile(m_folder.Path(CurrentFile)).kind, editor::RuleFileKind::Wrapped);
+    ASSERT_EQ(Copies().size(), 1);
+    EXPECT_FALSE(m_window.Commands().writeHead->isEnabled());
+}
+
+TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"取消"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
+}
+
+TEST_F(RuleFileSteps, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).Keep(m_folder.Path(CurrentFile));
+    m_folder.WriteFile(CurrentFile, Damaged);
+    editor::HistoryWindow window(nullptr, Folder(u"project"_s), m_folder.Path(CurrentFile));
+    m_messages.PresetAnswer(platform::Answer::Yes);
+    test::PressButton(window, u"还原"_s);
+    EXPECT_TRUE(window.HasRestored());
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
+    EXPECT_EQ(Copies().size(), 2);
+}
+
+TEST_F(RuleFileSteps, RefreshMakesTheSelectedFileTheCurrentOne)
+{
+    m_folder.WriteFile(u"project\\app\\自动套配置\\second.xml"_s, m_folder.ReadFile(CurrentFile));
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_TRUE(steps.Refresh(m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s)));
+    EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(),
+              m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s));
+}
+
+TEST_F(RuleFileSteps, RefusedRefreshTellsTheReasonAndKeepsTheCurrentFile)
+{
+    const CString bad = m_folder.WriteFile(u"project\\app\\自动套配置\\bad.xml"_s, Damaged);
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_FALSE(steps.Refresh(bad));
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("文件功能不匹配"));
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("第 2 行第 "));
+    EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(), m_folder.Path(CurrentFile));
+}
