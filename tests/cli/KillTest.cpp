@@ -15,7 +15,7 @@ using test::Cli;
 
 namespace {
 
-constexpr int Saves = 6;
+constexpr int Saves = 4;
 constexpr int FirstRules = 1500;
 constexpr quint32 Seed = 20240607;
 const QByteArray Place = R"("path":{"category":"给排水\\管道\\给水管")";
@@ -37,7 +37,9 @@ struct Tally
     int torn = 0;   ///< the file was neither of the states before and after a save
 };
 
-/// A project with a rule file that takes a while to write, and every state that the script saves.
+/// A project with a rule file that takes a while to write, a program that adds a rule and saves several
+/// times, and every state that it saves. The program prints a line for each rule added and for each save
+/// done.
 class Killing : public testing::Test
 {
 protected:
@@ -48,26 +50,27 @@ protected:
             script += "{\"op\":\"AddConfig\"," + Place + "}}\n";
         EXPECT_EQ(m_cli.Batch(script + "{\"op\":\"Save\"}\n").status, 0);
         m_states.append(Content());
+    }
+
+    /// Starts the program for that many saves.
+    virtual void Start(QProcess& process, int saves) const = 0;
+
+    void LearnStates()
+    {
         for (int saves = 1; saves <= Saves; ++saves) {
             Reset();
-            EXPECT_EQ(m_cli.Batch(Script(saves)).status, 0);
+            QProcess process;
+            Start(process, saves);
+            process.waitForFinished();
+            ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
             m_states.append(Content());
         }
-        m_cli.Folder().WriteFile(u"script.jsonl"_s, Script(Saves));
     }
 
     QByteArray Content() const { return m_cli.Folder().ReadFile(Cli::RuleFile()); }
     void Reset() const { m_cli.Folder().WriteFile(Cli::RuleFile(), m_states.first()); }
 
-    void Start(QProcess& process) const
-    {
-        process.setWorkingDirectory(m_cli.Folder().Native({}));
-        process.start(QStringLiteral(KTQDDE_PROGRAM),
-                      {u"--project"_s, u"project"_s, u"batch"_s, u"script.jsonl"_s});
-        ASSERT_TRUE(process.waitForStarted());
-    }
-
-    /// How long the script takes, in milliseconds: the shortest of some runs, so that most kills meet it
+    /// How long the program takes, in milliseconds: the shortest of some runs, so that most kills meet it
     /// alive.
     int Duration() const
     {
@@ -77,26 +80,26 @@ protected:
             QElapsedTimer timer;
             QProcess process;
             timer.start();
-            Start(process);
+            Start(process, Saves);
             process.waitForFinished();
             shortest = std::min(shortest, timer.elapsed());
         }
         return static_cast<int>(shortest);
     }
 
-    /// Starts the script, kills it after a while and looks at what is left.
+    /// Starts the program, kills it after a while and looks at what is left.
     void KillAfter(int milliseconds, Tally& tally) const
     {
         Reset();
         QProcess process;
-        Start(process);
+        Start(process, Saves);
         process.waitForFinished(milliseconds);
         process.kill();
         process.waitForFinished();
         if (process.exitStatus() != QProcess::CrashExit) return;
         ++tally.kills;
         const auto answers = process.readAllStandardOutput().count('\n');
-        // Additions take no time, so what has no answer behind the first one is a save.
+        // What has no answer behind that of an addition is a save.
         if (answers > 0 && answers < 2 * Saves && answers % 2 == 1) ++tally.inSave;
         Check(tally);
     }
@@ -105,6 +108,7 @@ protected:
     {
         embedded::History history{embedded::ProjectFolder(m_cli.Folder().Native(u"project"_s))};
         const auto copies = history.List(m_cli.Folder().Path(Cli::RuleFile()));
+        if (copies.isEmpty() && Content() == m_states.first()) return; // killed before it began
         ASSERT_FALSE(copies.isEmpty());
         EXPECT_TRUE(m_states.contains(history.Read(copies.first()))) << "a copy is no state of the file";
         if (m_states.contains(Content())) return;
@@ -119,15 +123,15 @@ protected:
         EXPECT_TRUE(history.Forget(replaced));
     }
 
+    void KillAtRandomMoments(int usual);
+
     Cli m_cli;
     QList<QByteArray> m_states;
 };
 
-} // namespace
-
-TEST_F(Killing, AtAnyMomentOfABatchLosesNothingThatTheHistoryCannotGiveBack)
+void Killing::KillAtRandomMoments(int usual)
 {
-    constexpr int usual = 40;
+    ASSERT_NO_FATAL_FAILURE(LearnStates());
     const int asked = qEnvironmentVariableIntValue("KTQDDE_KILLS");
     const int kills = asked > 0 ? asked : usual;
     const int duration = Duration();
@@ -138,4 +142,40 @@ TEST_F(Killing, AtAnyMomentOfABatchLosesNothingThatTheHistoryCannotGiveBack)
     EXPECT_GT(tally.kills, 0);
     std::printf("[   KILLS  ] %d in runs of %d ms: %d while a save was under way, %d left a torn file\n",
                 tally.kills, duration, tally.inSave, tally.torn);
+}
+
+class KillingABatch : public Killing
+{
+protected:
+    void Start(QProcess& process, int saves) const override
+    {
+        m_cli.Folder().WriteFile(u"script.jsonl"_s, Script(saves));
+        process.setWorkingDirectory(m_cli.Folder().Native({}));
+        process.start(QStringLiteral(KTQDDE_PROGRAM),
+                      {u"--project"_s, u"project"_s, u"batch"_s, u"script.jsonl"_s});
+        ASSERT_TRUE(process.waitForStarted());
+    }
+};
+
+class KillingADialog : public Killing
+{
+protected:
+    void Start(QProcess& process, int saves) const override
+    {
+        process.start(QStringLiteral(KTQDDE_DIALOG_SAVER),
+                      {m_cli.Folder().Native(u"project"_s), CString::number(saves)});
+        ASSERT_TRUE(process.waitForStarted());
+    }
+};
+
+} // namespace
+
+TEST_F(KillingABatch, AtAnyMomentLosesNothingThatTheHistoryCannotGiveBack)
+{
+    KillAtRandomMoments(40);
+}
+
+TEST_F(KillingADialog, AtAnyMomentLosesNothingThatTheHistoryCannotGiveBack)
+{
+    KillAtRandomMoments(15);
 }
