@@ -20,12 +20,18 @@ namespace sample {
 
 namespace {
 
-QByteArray SampleRules()
+/// A rule file that travels inside the program, and its name in the project.
+struct Sample
 {
-    InitResources();
-    QFile file(u":/samples/SampleRules.xml"_s);
+    QString resource;
+    CString name;
+};
+
+void WriteSample(const Sample& sample)
+{
+    QFile file(u":/samples/"_s + sample.resource);
     if (!file.open(QIODevice::ReadOnly)) throw embedded::Error(u"程序里没有示例规则"_s);
-    return file.readAll();
+    platform::Files().WriteInPlace(store::RuleFolder() + u'\\' + sample.name + u".xml"_s, file.readAll());
 }
 
 } // namespace
@@ -37,9 +43,13 @@ void CreateSampleProject(const QString& nativeFolder)
     embedded::CreateProject(nativeFolder, options);
     embedded::EmbeddedHost host(nativeFolder);
     const host::Installation installed = host::Install(host.Roles());
+    InitResources();
     platform::Files().CreateFolder(store::RuleFolder());
-    const CString path = store::RuleFolder() + u'\\' + store::DefaultConfigName() + u".xml"_s;
-    platform::Files().WriteInPlace(path, SampleRules());
+    for (const Sample& sample :
+         {Sample{u"SampleRules.xml"_s, store::DefaultConfigName()},
+          Sample{u"PlumbingRules.xml"_s, u"给排水示例"_s}, Sample{u"ElectricalRules.xml"_s, u"电气示例"_s},
+          Sample{u"HvacRules.xml"_s, u"暖通示例"_s}})
+        WriteSample(sample);
     if (!CQdDeConfigPresenter({}).Save()) throw embedded::Error(u"示例规则保存不了"_s);
 }
 

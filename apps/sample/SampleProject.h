@@ -7,9 +7,10 @@
 namespace sample {
 
 /// Makes the sample project: a project in bill mode for the specialty 给排水, whose current configuration is
-/// the sample rule file. The module has written that file once, which adds the categories that the sample
-/// leaves out, so that what changes later is what a person changes. No host needs to be installed. Raises
-/// `embedded::Error` and `platform::FileError`, for a folder that holds a project among others.
+/// the sample rule file. Beside it lie rule files for 给排水, 电气 and 暖通 ("给排水示例" and so on). The
+/// module has written the current file once, which adds the categories that the sample leaves out, so that
+/// what changes later is what a person changes. No host needs to be installed. Raises `embedded::Error` and
+/// `platform::FileError`, for a folder that holds a project among others.
 void CreateSampleProject(const QString& nativeFolder);
 
 } // namespace sample

@@ -52,7 +52,10 @@ TEST_F(EditorWindow, UnreadableRuleFileTakesNoHead)
 TEST_F(EditorWindow, SampleProjectIsMadeAtFirstUseAndOpenedAtTheNext)
 {
     ASSERT_TRUE(m_window.OpenSample(Folder(u"deep\\sample"_s)));
-    EXPECT_EQ(m_window.OpenedProject()->RuleFiles().size(), 1);
+    const CStringArray files = m_window.OpenedProject()->RuleFiles();
+    ASSERT_EQ(files.size(), 4);
+    for (const CString& file : files)
+        EXPECT_TRUE(editor::ExamineRuleFile(file).IsSafe()) << file.toStdString();
     EXPECT_TRUE(m_window.Commands().writeHead->isEnabled());
     m_window.OpenedProject()->SetMode(SQdDeInfo::QuotaMode);
     ASSERT_TRUE(m_window.OpenSample(Folder(u"deep\\sample"_s)));
