@@ -1,5 +1,5 @@
 function(run)
-    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result TIMEOUT 250)
     if(NOT result EQUAL 0)
         message(FATAL_ERROR "failed: ${ARGV}")
     endif()
@@ -7,7 +7,7 @@ endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/root)
-run(${CMAKE_COMMAND} -S ${CONSUMER} -B ${WORK}/build -DCMAKE_PREFIX_PATH=${WORK}/root
+run(${CMAKE_COMMAND} -S ${CONSUMER} -B ${WORK}/build -DCMAKE_PREFIX_PATH=${WORK}/root -DEXAMPLE=${EXAMPLE}
     -DCMAKE_BUILD_TYPE=${BUILD_TYPE} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
 run(${CMAKE_COMMAND} --build ${WORK}/build)
 # The dialogs that it shows need no screen.

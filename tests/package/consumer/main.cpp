@@ -1,16 +1,18 @@
 // A host's whole acquaintance with the module, against what is installed alone: without a host in force, the
 // node classes, every entry point, the dialogs in a program of the toolkit and in one that is none.
-#include "SmallHost.h"
+#include "DialogUser.h"
+#include "TestedHost.h"
 
 #include <dialogs/MessageBoxes.h>
+#include <platform/Paths.h>
 #include <presenter/CAutoQdDeConfigFacade.h>
 #include <presenter/RefreshAutoConfig.h>
 #include <tree/ConfigNode.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
-#include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
 
 #include <cstdio>
 #include <cstdlib>
@@ -53,7 +55,7 @@ void UseTheNodes()
 void EditWithoutDialogs(const QString& folder, const CString& ruleFile)
 {
     CAutoQdDeConfigFacade::AttrConfig();
-    Require(BytesOf(folder + QStringLiteral("/AttrConfig.xml")).contains("CZ"),
+    Require(BytesOf(folder + QStringLiteral("/AttrConfig.xml")).contains("Diameter"),
             "AttrConfig writes the attributes");
     const auto presenter = CAutoQdDeConfigFacade::GetQdDeConfigPresenter(ruleFile);
     int id = -1;
@@ -65,13 +67,20 @@ void EditWithoutDialogs(const QString& folder, const CString& ruleFile)
 /// The press of a button by its caption.
 auto Press(const QString& caption)
 {
-    return [caption](CWnd& dialog) {
-        for (auto* button : dialog.findChildren<QAbstractButton*>())
-            if (button->text() == caption) button->click();
-    };
+    return [caption](CWnd& dialog) { Require(user::Press(dialog, caption), "the dialog has the button"); };
 }
 
-void EditInDialogsOfAForeignProgram(SmallHost& host)
+/// Adds a rule with a bill item of the host's picker, and closes the dialog.
+void AddARule(CWnd& dialog)
+{
+    Require(user::SelectCategory(dialog, QStringLiteral("排水管")), "the tree shows the host's categories");
+    Press(QStringLiteral("增加"))(dialog);
+    Press(QStringLiteral("套清单>>"))(dialog);
+    Require(user::PickTheFirstItem(dialog), "the host's picker is open");
+    dialog.close();
+}
+
+void EditInDialogsOfAForeignProgram(TestedHost& host)
 {
     bool shown = false;
     host.AtTheDialog([&shown](CWnd& dialog) {
@@ -83,7 +92,7 @@ void EditInDialogsOfAForeignProgram(SmallHost& host)
             "StartQdDeConfig brings its own application object");
 }
 
-void EditInDialogsOfAToolkitProgram(SmallHost& host, const CString& ruleFile)
+void EditInDialogsOfAToolkitProgram(TestedHost& host, const CString& ruleFile)
 {
     int argumentCount = 1;
     char name[] = "consumer";
@@ -99,7 +108,7 @@ void EditInDialogsOfAToolkitProgram(SmallHost& host, const CString& ruleFile)
     Require(step(QStringLiteral("下一步")) == 1, "StartOnlineConfig gives 1 for the next step");
     Require(step(QStringLiteral("上一步")) == -1, "StartOnlineConfig gives -1 for the former step");
     Require(step(QStringLiteral("取消")) == 0, "StartOnlineConfig gives 0 for a cancelled step");
-    host.AtTheDialog([](CWnd& dialog) { dialog.close(); });
+    host.AtTheDialog(AddARule);
     CAutoQdDeConfigFacade::StartQdDeConfig(&window, CRect(1, 2, 3, 4));
 }
 
@@ -110,18 +119,16 @@ int main()
     CallWithoutAHost();
     UseTheNodes();
     const QTemporaryDir folder;
-    QFile attributes(folder.filePath(QStringLiteral("AttributeInformation.xml")));
-    Require(attributes.open(QIODevice::WriteOnly), "the folder takes a file");
-    attributes.write(QStringLiteral("<属性参数信息><CZ type='1'/></属性参数信息>").toUtf8());
-    attributes.close();
-    CString path = folder.path();
-    path.replace(u'/', u'\\');
-    SmallHost host(path);
+    const CString path = platform::FromNative(folder.path());
+    TestedHost host(path);
     const host::Installation installed = host::Install(host.Roles());
     const CString ruleFile = path + QStringLiteral("\\规则.xml");
     EditWithoutDialogs(folder.path(), ruleFile);
     EditInDialogsOfAForeignProgram(host);
     EditInDialogsOfAToolkitProgram(host, ruleFile);
+    // RefreshAutoConfig has made a configuration of that name the current one.
+    const QByteArray rules = BytesOf(folder.filePath(QStringLiteral("自动套配置/规则.xml")));
+    Require(rules.contains("strQdId=\"031001001001\""), "the picked bill item is in the rule file");
     const QString written = folder.filePath(QStringLiteral("规则.xml"));
     Require(BytesOf(written).contains("<"), "the rule file is XML");
     CAutoQdDeConfigFacade::WriteHead(ruleFile);
