@@ -12,6 +12,7 @@
 
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QTranslator>
+#include <QtGui/QGuiApplication>
 #include <QtWidgets/QApplication>
 
 #include <algorithm>
@@ -97,6 +98,8 @@ int RunApplication(int& argc, char** argv)
 {
     const QApplication application(argc, argv);
     QApplication::setWindowIcon(AppIcon());
+    QGuiApplication::setDesktopFileName(
+        u"ktqdde-editor"_s); // joins the window to its entry in menus and docks
     QTranslator translator;
     if (translator.load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&translator);

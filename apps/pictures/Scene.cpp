@@ -1,11 +1,21 @@
 #include "Scene.h"
 
+#include <QtCore/QDir>
+#include <QtCore/QHash>
+#include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QScrollArea>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QStyle>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +30,7 @@ QPalette DarkPalette()
     QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
     dark.setColor(QPalette::Base, QColor(30, 30, 30));
     dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    dark.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 80, 80));
     dark.setColor(QPalette::Link, QColor(42, 130, 218));
     return dark;
 }
@@ -38,16 +49,57 @@ void Unfold(QWidget& widget)
     if (scroll != nullptr && scroll->widget() != nullptr) widget.setFixedSize(scroll->widget()->size());
 }
 
+QImage Render(QWidget& widget, int ratio)
+{
+    Unfold(widget);
+    widget.show();
+    QCoreApplication::processEvents();
+    QImage image(widget.size() * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    widget.render(&image);
+    return image;
+}
+
 bool Save(const Scene& scene, const QString& path, int ratio)
 {
     const std::unique_ptr<QWidget> widget = scene.make();
-    Unfold(*widget);
-    widget->show();
-    QCoreApplication::processEvents();
-    QImage image(widget->size() * ratio, QImage::Format_RGB32);
-    image.setDevicePixelRatio(ratio);
-    widget->render(&image);
-    return image.save(path);
+    return Render(*widget, ratio).save(path);
+}
+
+QString WithoutTemporaryFolders(QString text)
+{
+    static const QRegularExpression folder(QRegularExpression::escape(QDir::tempPath()) +
+                                           u"/ktqdde-pictures-[A-Za-z]{6}"_s);
+    return text.replace(folder, u"/home/user"_s);
+}
+
+void HideTemporaryFolders(QWidget& widget)
+{
+    for (QLabel* label : widget.findChildren<QLabel*>())
+        label->setText(WithoutTemporaryFolders(label->text()));
+    for (QLineEdit* edit : widget.findChildren<QLineEdit*>()) {
+        const QString text = WithoutTemporaryFolders(edit->text());
+        if (text != edit->text()) edit->setText(text); // the cursor stays otherwise
+    }
+    for (QComboBox* combo : widget.findChildren<QComboBox*>())
+        for (int i = 0; i < combo->count(); ++i)
+            combo->setItemText(i, WithoutTemporaryFolders(combo->itemText(i)));
+    for (QStatusBar* bar : widget.findChildren<QStatusBar*>())
+        bar->showMessage(WithoutTemporaryFolders(bar->currentMessage()));
+}
+
+/// The colours that cover most of the image, as many as a table holds.
+QList<QRgb> MainColours(const QImage& image)
+{
+    QHash<QRgb, int> pixels;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            ++pixels[image.pixel(x, y)];
+    QList<QRgb> colours = pixels.keys();
+    std::sort(colours.begin(), colours.end(), [&](QRgb left, QRgb right) {
+        return std::pair(pixels[right], left) < std::pair(pixels[left], right);
+    });
+    return colours.first(std::min<qsizetype>(colours.size(), 256));
 }
 
 } // namespace
@@ -70,4 +122,16 @@ bool TakePictures(const Scene& scene, const QString& folder)
         good = Save(scene, path + u"-%1pt.png"_s.arg(points), 1) && good;
     }
     return good;
+}
+
+bool TakeDocumentPicture(const Scene& scene, const QString& folder)
+{
+    constexpr int SmallestFile = 0; // the writer's quality of a PNG is how little it compresses
+    SetPoints(UsualPoints);
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    const std::unique_ptr<QWidget> widget = scene.make();
+    HideTemporaryFolders(*widget);
+    const QImage image = Render(*widget, 1);
+    const QImage indexed = image.convertToFormat(QImage::Format_Indexed8, MainColours(image));
+    return indexed.save(folder + u'/' + scene.name + u".png"_s, "PNG", SmallestFile);
 }

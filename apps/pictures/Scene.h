@@ -18,3 +18,8 @@ struct Scene
 /// Writes a scene into the folder: in a light and a dark palette, each at one and at two device pixels per
 /// pixel, and in the smallest and the largest supported font. False when a file could not be written.
 bool TakePictures(const Scene& scene, const QString& folder);
+
+/// Writes a scene into the folder as the documents show it, under its bare name: light, in the usual font,
+/// one device pixel per pixel, and with colours from a table, which keeps the file small. Folders that exist
+/// for the pictures only are shown as the home folder of a user. False when the file could not be written.
+bool TakeDocumentPicture(const Scene& scene, const QString& folder);

@@ -2,6 +2,7 @@
 #include "ControlScenes.h"
 #include "DialogScenes.h"
 #include "HostWindowScenes.h"
+#include "SampleScenes.h"
 #include "WizardScenes.h"
 #include "host/Installation.h"
 #include "platform/Console.h"
@@ -10,11 +11,27 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleFactory>
 
+#include <algorithm>
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-int TakeAll(const QString& folder)
+using Take = bool (*)(const Scene&, const QString&);
+
+bool TakeEach(const std::vector<Scene>& scenes, Take take, const QString& folder)
+{
+    for (const Scene& scene : scenes) {
+        if (take(scene, folder)) continue;
+        platform::WriteErr(u"cannot write the pictures of %1\n"_s.arg(scene.name));
+        return false;
+    }
+    return true;
+}
+
+/// Scenes that stand on hosts of their own.
+bool TakeOthers(const QString& folder)
 {
     PictureHost host;
     PictureFiles files;
@@ -25,39 +42,52 @@ int TakeAll(const QString& folder)
     roles.profile = &host;
     const host::Installation installed = host::Install(roles);
     std::vector<Scene> scenes = DialogScenes(host);
-    for (const Scene& scene : ControlScenes(host))
-        scenes.push_back(scene);
-    for (const Scene& scene : AutoConfigScenes())
-        scenes.push_back(scene);
-    for (const Scene& scene : WizardScenes())
-        scenes.push_back(scene);
-    for (const Scene& scene : HostWindowScenes())
-        scenes.push_back(scene);
-    for (const Scene& scene : scenes) {
-        if (TakePictures(scene, folder)) continue;
-        platform::WriteErr(u"cannot write the pictures of %1\n"_s.arg(scene.name));
-        return 1;
-    }
-    return 0;
+    for (const auto& more : {ControlScenes(host), AutoConfigScenes(), WizardScenes(), HostWindowScenes()})
+        scenes.insert(scenes.end(), more.begin(), more.end());
+    return TakeEach(scenes, TakePictures, folder);
+}
+
+bool TakeSample(Take take, const QString& folder)
+{
+    SampleOnShow sample;
+    return TakeEach(SampleScenes(sample), take, folder);
+}
+
+/// The documents show the sample project, and the host's windows on a project of theirs.
+bool TakeForDocuments(const QString& folder)
+{
+    constexpr std::array<QStringView, 4> Shown{u"bill-picker", u"quota-picker", u"calculator-fault",
+                                               u"cloud-disk"};
+    std::vector<Scene> windows = HostWindowScenes();
+    std::erase_if(windows, [&](const Scene& scene) {
+        return std::find(Shown.begin(), Shown.end(), scene.name) == Shown.end();
+    });
+    return TakeEach(windows, TakeDocumentPicture, folder) && TakeSample(TakeDocumentPicture, folder);
 }
 
 } // namespace
 
-/// ktqdde-pictures OUT: puts pictures of the dialogs into the folder OUT, which is made if need be.
+/// ktqdde-pictures OUT: puts pictures of every window into the folder OUT, which is made if need be: light
+/// and dark, small and large, to be looked at. ktqdde-pictures --documents OUT: the pictures that the
+/// documents show.
 int main(int argc, char** argv)
 {
     platform::UseUtf8Console();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 2) {
-        platform::WriteErr(u"usage: ktqdde-pictures OUT\n"_s);
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    const bool documents = arguments.removeAll(u"--documents"_s) > 0;
+    if (arguments.size() != 1) {
+        platform::WriteErr(u"usage: ktqdde-pictures [--documents] OUT\n"_s);
         return 2;
     }
-    if (!QDir().mkpath(arguments.at(1))) {
-        platform::WriteErr(u"cannot make the folder %1\n"_s.arg(arguments.at(1)));
+    const QString& folder = arguments.first();
+    if (!QDir().mkpath(folder)) {
+        platform::WriteErr(u"cannot make the folder %1\n"_s.arg(folder));
         return 1;
     }
-    return TakeAll(arguments.at(1));
+    const bool done =
+        documents ? TakeForDocuments(folder) : TakeOthers(folder) && TakeSample(TakePictures, folder);
+    return done ? 0 : 1;
 }
