@@ -162,7 +162,7 @@ void Loader::LoadCalculation()
 {
     Each(u"item, code, kind, rule"_s, u"calculation_rules"_s, [&](const Row& row) {
         const CString item = Text(row, 0);
-        m_data.rules.insert(item, {Text(row, 1), Number(row, 2), item, Text(row, 3)});
+        m_data.rules.insert(item, {Text(row, 1), Number(row, 2), Text(row, 3), item});
     });
     Each(u"category, list_name, item"_s, u"calculation_items"_s, [&](const Row& row) {
         SmallCategory& category = Category(Text(row, 0));

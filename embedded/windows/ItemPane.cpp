@@ -13,6 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace embedded {
 
+namespace {
+
+/// No position, and not -1 either, which stands for no item: whatever is selected next is a change.
+constexpr int Undecided = -2;
+
+} // namespace
+
 ItemPane::ItemPane(const CString& searchLabel, const CString& listName, SearchIn searchIn, QWidget* parent)
     : QWidget(parent), m_searchIn(searchIn), m_table(new ItemTable(this)),
       m_search(new SearchField(*m_table, this)), m_count(new QLabel(this)), m_searchLine(new QHBoxLayout)
@@ -53,7 +60,7 @@ void ItemPane::SetItems(std::vector<PickerItem> items)
         m_search->clear();
     }
     m_scope.reset();
-    m_current = -1;
+    m_current = Undecided;
     m_model.SetItems(std::move(items));
     Refresh();
 }

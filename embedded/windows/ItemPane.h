@@ -29,7 +29,7 @@ public:
 
     /// Runs when the user picks the selected item.
     void OnPicked(std::function<void()> handler);
-    /// Runs when another item, or none, has become the selected one.
+    /// Runs when another item, or none, has become the selected one, and after every `SetItems`.
     void OnSelected(std::function<void()> handler) { m_selected = std::move(handler); }
 
     /// Replaces the items; search and scope are emptied.

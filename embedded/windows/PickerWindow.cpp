@@ -12,6 +12,7 @@
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,19 +21,22 @@ namespace embedded {
 
 namespace {
 
-/// The window before a person has sized it, in heights of a line of text.
-constexpr QSize WindowInLines(62, 42);
-/// Percentages of the window: height of what stands above the second list, width of the chapters.
-constexpr int UpperShare = 58;
-constexpr int ChapterShare = 27;
+/// The window before a person has sized it, in heights of a line of text, and the width down to which it
+/// makes room for its neighbour.
+constexpr QSize WindowInLines(36, 54);
+constexpr int NarrowestInLines = 26;
+/// Percentages of the window's height: what stands above the second list, and in it the chapters. They stand
+/// above the items and not beside them, since beside the dialog there is height but little width.
+constexpr int UpperShare = 66;
+constexpr int ChapterShare = 28;
 
 } // namespace
 
 PickerWindow::PickerWindow(QWidget& parent, const LibraryContents& contents,
                            std::shared_ptr<PickerMemory> memory)
     : QDialog(&parent), m_contents(contents), m_memory(std::move(memory)), m_content(new QWidget(this)),
-      m_lists(new QSplitter(Qt::Vertical, m_content)), m_chapterSplitter(new QSplitter(m_lists)),
-      m_chapters(new ChapterTree(m_chapterSplitter)),
+      m_lists(new QSplitter(Qt::Vertical, m_content)),
+      m_chapterSplitter(new QSplitter(Qt::Vertical, m_lists)), m_chapters(new ChapterTree(m_chapterSplitter)),
       m_mainPane(new ItemPane(u"搜索(&F):"_s, u"项目"_s, ItemPane::SearchIn::Everything, m_chapterSplitter)),
       m_pickButtons(new QWidget(this)), m_buttonLine(new QHBoxLayout)
 {
@@ -52,7 +56,10 @@ PickerWindow::PickerWindow(QWidget& parent, const LibraryContents& contents,
     m_chapters->OnClicked([this] { m_mainPane->ClearSearch(); });
 }
 
-PickerWindow::~PickerWindow() = default;
+PickerWindow::~PickerWindow()
+{
+    if (isVisible()) Remember();
+}
 
 void PickerWindow::Finish(std::initializer_list<QWidget*> buttons)
 {
@@ -69,7 +76,8 @@ void PickerWindow::Finish(std::initializer_list<QWidget*> buttons)
     const int line = fontMetrics().height();
     resize(m_memory->size.isValid() ? m_memory->size : WindowInLines * line);
     m_lists->setSizes({UpperShare * height() / 100, (100 - UpperShare) * height() / 100});
-    m_chapterSplitter->setSizes({ChapterShare * width() / 100, (100 - ChapterShare) * width() / 100});
+    m_chapterSplitter->setSizes(
+        {ChapterShare * height() / 100, (UpperShare - ChapterShare) * height() / 100});
     m_lists->restoreState(m_memory->lists);
     m_chapterSplitter->restoreState(m_memory->chapters);
     m_mainPane->FocusSearch();
@@ -89,18 +97,24 @@ void PickerWindow::EnableContent(bool enable)
 void PickerWindow::PlaceBesideWindow(const QWidget& neighbour)
 {
     const QSize margins = frameGeometry().size() - size();
+    const int narrowest = std::max(NarrowestInLines * fontMetrics().height(), minimumSizeHint().width());
     const QRect place = PlaceBeside(neighbour.window()->frameGeometry(), frameGeometry().size(),
-                                    neighbour.screen()->availableGeometry());
+                                    narrowest + margins.width(), neighbour.screen()->availableGeometry());
     resize(place.size() - margins);
     move(place.topLeft());
 }
 
 void PickerWindow::hideEvent(QHideEvent* event)
 {
+    Remember();
+    QDialog::hideEvent(event);
+}
+
+void PickerWindow::Remember()
+{
     m_memory->size = size();
     m_memory->chapters = m_chapterSplitter->saveState();
     m_memory->lists = m_lists->saveState();
-    QDialog::hideEvent(event);
 }
 
 void PickerWindow::SendQuota(const PickerItem& quota)

@@ -32,6 +32,7 @@ class PickerWindow : public QDialog
 public:
     /// `contents` outlives this. `parent` receives the messages.
     PickerWindow(QWidget& parent, const LibraryContents& contents, std::shared_ptr<PickerMemory> memory);
+    /// The arrangement is remembered when the window is hidden, and here when it is still shown.
     ~PickerWindow() override;
 
     /// Loads the lists anew; searches are emptied and the whole library is shown.
@@ -41,7 +42,8 @@ public:
     void SelectChapter(const CString& key);
     /// Enables everything but the close button.
     void EnableContent(bool enable);
-    /// Places the window at the right of another, or at its left when there is no room.
+    /// Places the window at the right of another, or at its left when there is no room. Becomes narrower
+    /// rather than covering the other one.
     void PlaceBesideWindow(const QWidget& neighbour);
 
 protected:
@@ -63,6 +65,7 @@ protected:
 
 private:
     void ShowChapter();
+    void Remember();
 
     const LibraryContents& m_contents;
     std::shared_ptr<PickerMemory> m_memory;

@@ -4,13 +4,18 @@
 
 namespace embedded {
 
-QRect PlaceBeside(const QRect& neighbour, const QSize& size, const QRect& screen)
+QRect PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen)
 {
-    const QSize fitting = size.boundedTo(screen.size());
+    const int rightOfNeighbour = neighbour.x() + neighbour.width();
+    const int roomAtRight = screen.x() + screen.width() - rightOfNeighbour;
+    const int roomAtLeft = neighbour.x() - screen.x();
+    QSize fitting = size.boundedTo(screen.size());
+    const bool atRight = roomAtRight >= fitting.width() || roomAtRight >= roomAtLeft;
+    const int room = std::max(atRight ? roomAtRight : roomAtLeft, narrowest);
+    fitting.setWidth(std::min(fitting.width(), room));
     const int rightmost = screen.x() + screen.width() - fitting.width();
     const int lowest = screen.y() + screen.height() - fitting.height();
-    int x = neighbour.x() + neighbour.width();
-    if (x > rightmost && neighbour.x() - fitting.width() >= screen.x()) x = neighbour.x() - fitting.width();
+    const int x = atRight ? rightOfNeighbour : neighbour.x() - fitting.width();
     return {QPoint(std::clamp(x, screen.x(), rightmost), std::clamp(neighbour.y(), screen.y(), lowest)),
             fitting};
 }

@@ -4,9 +4,11 @@
 
 namespace embedded {
 
-/// Where a window of `size` stands beside `neighbour`: at its right with the upper edges in line, at its left
-/// when there is no room, and against the right edge of the screen when there is none on either side. Never
-/// larger than `screen` and never beyond it. All in pixels of the screen, frames included.
-QRect PlaceBeside(const QRect& neighbour, const QSize& size, const QRect& screen);
+/// Where a window of `size` stands beside `neighbour`: at its right with the upper edges in line, or at its
+/// left when there is no room. When there is none on either side it becomes narrower, down to
+/// `narrowest`, to fit at the side with more room; only what does not fit even then stands over the
+/// neighbour, against that edge of the screen. Never larger than `screen` and never beyond it. All in pixels
+/// of the screen, frames included.
+QRect PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen);
 
 } // namespace embedded

@@ -3,6 +3,7 @@
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CutTextTips.h"
 #include "dialogs/DialogTemplates.h"
+#include "dialogs/FieldTextValidator.h"
 #include "dialogs/GridEditors.h"
 #include "dialogs/ListControls.h"
 #include "dialogs/ProjectMode.h"
@@ -92,7 +93,6 @@ void CAutoConfigDlg::EnterEvents()
     On(DialogEvent::ListItemChanged, RuleRows, &CAutoConfigDlg::OnRuleChanged);
     On(DialogEvent::CellClick, Grid, [this](Notice& notice) { OnGridCellClick(notice); });
     On(DialogEvent::CellChoice, Grid, [this](Notice& notice) { OnGridCellChoice(notice); });
-    On(DialogEvent::CellReplaced, Grid, [this](Notice& notice) { OnGridCellReplaced(notice); });
 }
 
 void CAutoConfigDlg::EnterShortcuts()
@@ -142,15 +142,19 @@ QWidget* CAutoConfigDlg::CreateControl(const dialogs::ControlRow& row, QWidget* 
     if (row.kind != EditableCombo) return TemplateDialog::CreateControl(row, parent);
     auto* combo = new CTTComboBox(parent);
     combo->setEditable(true);
-    combo->setValidator(new GridTextValidator(combo));
+    if ((row.flags & dialogs::NoScroll) != 0)
+        combo->setValidator(new FieldTextValidator(*combo->lineEdit()));
+    else
+        combo->setValidator(new GridTextValidator(combo));
     return combo;
 }
 
 void CAutoConfigDlg::OnInitDialog()
 {
+    // First, so that the members are good whatever the host does when it is asked.
+    UpdateData(dialogs::DataExchange::Direction::ToControls);
     CenterOnMainFrame();
     CreateGrid();
-    UpdateData(dialogs::DataExchange::Direction::ToControls);
     InitConditionPanel();
     SetUpRuleList();
     EnterShortcuts();
@@ -229,7 +233,6 @@ void CAutoConfigDlg::OnGridNotify(const GridNotification& notification)
     if (notification.code == NM_CLICK) Dispatch(DialogEvent::CellClick, Grid, notice);
     if (notification.code == CellChoiceMade) Dispatch(DialogEvent::CellChoice, Grid, notice);
     if (notification.code == LVN_ENDLABELEDIT) Dispatch(DialogEvent::CellEdited, Grid, notice);
-    if (notification.code == CellReplaced) Dispatch(DialogEvent::CellReplaced, Grid, notice);
 }
 
 void CAutoConfigDlg::FlushAndSave()
@@ -243,7 +246,7 @@ bool CAutoConfigDlg::SaveForLogOff(const std::function<bool()>& mayShow)
     std::exception_ptr failure;
     try {
         FlushAndSave();
-    } catch (const std::exception&) {
+    } catch (...) {
         failure = std::current_exception();
     }
     if (failure && mayShow()) RunGuarded([&failure] { std::rethrow_exception(failure); });

@@ -32,10 +32,10 @@ class TreeControl;
 ///
 /// The dialog holds no rule data. Every change goes through the presenter, and a list is rebuilt from the
 /// presenter's answer after it. What the user typed into the grid reaches the tree at different moments:
-/// columns 3 and 5 when a choice is made, column 4 when the calculator returns, each of these when a cut or a
-/// paste writes into it, column 2 only when the grid is flushed, that is when the tree selection changes and
-/// when the dialog closes. Another rule, an added or removed condition and every other refill of the grid
-/// drop an edit that was not flushed.
+/// columns 3 and 5 when a choice is made, column 4 when the calculator returns, column 2 and whatever was cut
+/// or pasted only when the grid is flushed, that is when the tree selection changes and when the dialog
+/// closes. Another rule, an added or removed condition and every other refill of the grid drop an edit that
+/// was not flushed.
 ///
 /// There is no way out that discards: the cancel button, Escape, the close box and a log-off all save. A save
 /// that fails is reported and leaves the dialog open with everything in it; at a log-off it also stops the
@@ -63,6 +63,7 @@ protected:
     /// Binds the controls to the members.
     void DoDataExchange(dialogs::DataExchange& exchange) override;
     /// Ends with the focus on the first button, so that no key acts on a rule before the user has chosen one.
+    /// Raises what the host raises.
     void OnInitDialog() override;
     /// Saves, hides the pickers, then ends the dialog.
     void OnCancel() override;
@@ -129,8 +130,9 @@ private:
     QTreeWidgetItem* SelectedRule() const;
     /// The bill row that a grid row belongs to; 0 when there is none above it.
     int BillRowOf(int row) const;
-    /// Category, rule, bill item, kind and id of what a grid row shows: equal for the same item only. The
-    /// category's and the rule's are 0 where `GetRulePath` fails.
+    /// Big and small category, rule, bill item, kind and id of what a grid row shows: equal for the same item
+    /// only. The categories' ids are 0 where `GetCategoryPath` fails, the rule's where `GetRulePath` does,
+    /// the bill item's where no bill row stands above.
     std::array<std::intptr_t, 6> AddressOfRow(int row);
 
     // Rule list and grid rows
@@ -172,6 +174,8 @@ private:
     void OnMoveRuleUp();
     void OnMoveRuleDown();
     void MoveRule(RuleMove step);
+    /// Fills `m_rules` with the rules of the small category at a path; false when it is not there.
+    bool AskForRules(const CPath& path);
     /// Asks for the rules of the small category anew and shows them; false when it is not there.
     bool RefillRules(const CPath& path);
 
@@ -181,9 +185,11 @@ private:
     void OnSaveAs();
     void OnImportFromNetDisk();
     std::optional<CString> AskForFile(int mode, const CString& startPath);
-    /// Runs a load. The nodes in `m_rules` may be gone when it raises; the rules are then shown anew, as they
-    /// are in the tree.
+    /// Runs a load. One that raises leaves everything as it is shown, edits of the grid included, unless the
+    /// nodes in `m_rules` are gone by then: the rules are then shown anew, as they are in the tree.
     bool RunLoad(const std::function<bool()>& load);
+    /// Whether the store holds the very rules that are in `m_rules`.
+    bool ShowsStoredRules() const;
     void ReloadRules();
 
     // Conditions
@@ -232,11 +238,12 @@ private:
     void DeleteFromRule(const CPath& path, const std::vector<int>& rows);
     void OnGridCellClick(const dialogs::Notice& notice);
     void OnGridCellChoice(const dialogs::Notice& notice);
-    void OnGridCellReplaced(const dialogs::Notice& notice);
 
     std::unique_ptr<CQdDeConfigPresenter> m_presenter;
-    /// The rules of the selected small category. The nodes belong to the store.
+    /// The rules of the small category that is shown. The nodes belong to the store.
     std::vector<ConfigNode*> m_rules;
+    /// Where `m_rules` was last asked for.
+    CPath m_shownCategory{};
     CStringArray m_attributeExtras;
     std::map<CString, CString> m_attributeCodes;
     // The controls belong to the dialog's window; null before the init step.

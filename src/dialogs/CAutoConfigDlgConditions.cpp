@@ -163,14 +163,14 @@ void CAutoConfigDlg::OnAttributeChanged()
 {
     const CString name = SelectedAttribute();
     const auto found = m_attributeCodes.find(name);
+    // Before the host is asked: where it raises, the former attribute's values must be gone.
+    dialogs::ResetContent(*m_value);
     if (found == m_attributeCodes.end()) {
-        dialogs::ResetContent(*m_value);
         m_pages->setEnabled(true);
         return;
     }
     ChoosePageFor(name);
     const CStringArray entries = ValuesOf(found->second);
-    dialogs::ResetContent(*m_value);
     for (const CString& entry : entries)
         dialogs::AddString(*m_value, entry);
     WidenValueDropList(*m_value);

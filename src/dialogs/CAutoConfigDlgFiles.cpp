@@ -7,9 +7,11 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
-// The file commands. None of them flushes the grid or saves first: a new and a loaded file leave what the
-// grid shows of the former one behind without a question.
+// The file commands. The dialog neither flushes the grid nor saves before any of them: a new and a loaded
+// file leave what was typed into the grid behind without a question. What had reached the tree is saved by
+// the store, which writes the former file before it loads one of another path.
 
 using namespace Qt::StringLiterals;
 
@@ -25,9 +27,17 @@ bool CAutoConfigDlg::RunLoad(const std::function<bool()>& load)
     try {
         return load();
     } catch (...) {
-        ReloadRules();
+        if (!ShowsStoredRules()) ReloadRules();
         throw;
     }
+}
+
+// A tree that a load has built was in memory at the same time as the former one, so no node of it stands at
+// the address of a node that is shown.
+bool CAutoConfigDlg::ShowsStoredRules() const
+{
+    std::vector<ConfigNode*> stored;
+    return m_presenter->GetConfig(m_shownCategory, stored) && stored == m_rules;
 }
 
 // With no small category selected there are no rules to be shown.

@@ -278,9 +278,3 @@ void CAutoConfigDlg::OnGridCellChoice(const dialogs::Notice& notice)
     m_grid.SetItemText(notice.row, notice.column, notice.text);
     CommitGridRow(notice.row);
 }
-
-// A replaced name waits for the flush, like one that was typed.
-void CAutoConfigDlg::OnGridCellReplaced(const dialogs::Notice& notice)
-{
-    if (notice.column >= UnitColumn) CommitGridRow(notice.row);
-}

@@ -27,10 +27,16 @@ void CAutoConfigDlg::OnRuleChanged()
     OnAttributeChanged();
 }
 
+bool CAutoConfigDlg::AskForRules(const CPath& path)
+{
+    m_shownCategory = path;
+    m_rules.clear();
+    return m_presenter->GetConfig(path, m_rules);
+}
+
 bool CAutoConfigDlg::RefillRules(const CPath& path)
 {
-    m_rules.clear();
-    const bool found = m_presenter->GetConfig(path, m_rules);
+    const bool found = AskForRules(path);
     FillRuleList();
     return found;
 }

@@ -93,8 +93,7 @@ bool CAutoConfigDlg::OpenCategory()
         ResetGridForCategory();
         CPath path{};
         GetCategoryPath(path);
-        m_rules.clear();
-        return m_presenter->GetConfig(path, m_rules);
+        return AskForRules(path);
     } catch (...) {
         // The grid is empty by now, and the list still shows the former category's rules.
         ForgetRules();

@@ -120,7 +120,6 @@ public:
     void OnEditCopy() const;
     /// Writes the clipboard's rows from the top left of the selection on. Cells that the user cannot change
     /// are skipped, what falls outside the grid is dropped, and so are characters that no rule file can hold.
-    /// After a cut or a paste each cell that was written is told as `CellReplaced`.
     void OnEditPaste();
 
 signals:
@@ -155,7 +154,6 @@ private:
     void FitHeader();
     void ShowHeaders();
     bool TakesText(int row, int col, const CString& text);
-    void Replace(const CArray<GridReplacement>& cells);
     GridCellId TopLeftOfSelection() const;
 
     GridModel* m_model;

@@ -12,13 +12,11 @@ void CGridCtrl::OnEditCut()
     OnEditCopy();
     const GridRange range = GetSelectedCellRange();
     if (!IsValid(range)) return;
-    CArray<GridReplacement> emptied;
     for (int row = range.minRow; row <= range.maxRow; ++row) {
         for (int col = range.minCol; col <= range.maxCol; ++col) {
-            if (IsSelected(row, col) && TakesText(row, col, {})) emptied += GridReplacement{{row, col}, {}};
+            if (IsSelected(row, col) && TakesText(row, col, {})) SetItemText(row, col, {});
         }
     }
-    Replace(emptied);
 }
 
 void CGridCtrl::OnEditCopy() const
@@ -41,27 +39,16 @@ void CGridCtrl::OnEditPaste()
     const GridCellId start = TopLeftOfSelection();
     if (!IsValid(start.row, start.col)) return;
     CommitEdit();
-    CArray<GridReplacement> pasted;
     int row = start.row;
     for (const CStringArray& cells : grid::FromTabbedText(QGuiApplication::clipboard()->text())) {
         int col = start.col;
         for (const CString& cell : cells) {
             const CString text = grid::WithoutForbidden(cell);
-            if (TakesText(row, col, text)) pasted += GridReplacement{{row, col}, text};
+            if (TakesText(row, col, text)) SetItemText(row, col, text);
             ++col;
         }
         ++row;
     }
-    Replace(pasted);
-}
-
-// All are written before the first is told: the receiver may look at the whole row, or rebuild the grid.
-void CGridCtrl::Replace(const CArray<GridReplacement>& cells)
-{
-    for (const auto& [cell, text] : cells)
-        SetItemText(cell.row, cell.col, text);
-    for (const auto& [cell, text] : cells)
-        Send(CellReplaced, cell, text);
 }
 
 GridCellId CGridCtrl::TopLeftOfSelection() const

@@ -33,6 +33,7 @@ enum ControlFlag : unsigned {
     DefaultButton = 1U << 4U, ///< pressed by Enter
     GroupStart = 1U << 5U,    ///< first radio button of a group
     Notifies = 1U << 6U,      ///< a static that can be clicked, or a list that reports its selection
+    NoScroll = 1U << 7U,      ///< an editable combo that takes no more text than its field shows
 };
 
 /// Id of a row that nobody needs to find.

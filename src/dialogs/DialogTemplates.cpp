@@ -26,7 +26,7 @@ constexpr ControlRow AutoConfigRows[] = {
     {1017, DropList, u"", {262, 137, 29, 42}, Sorted, u"下限比较符", u"＞"},
     {1018, DropList, u"", {262, 164, 29, 43}, Sorted, u"上限比较符", u"＜"},
     {1019, EditableCombo, u"", {299, 137, 43, 59}, 0, u"下限", u"00"},
-    {1020, EditableCombo, u"", {299, 164, 43, 59}, Sorted, u"上限", u"00"},
+    {1020, EditableCombo, u"", {299, 164, 43, 59}, Sorted | NoScroll, u"上限", u"00"},
     {1021, DropList, u"", {262, 148, 23, 42}, Sorted, u"等值比较符", u"＝"},
     {1022, EditableCombo, u"", {290, 148, 57, 59}, 0, u"取值", u"00"},
     {1011, PushButton, u">>", {356, 137, 25, 17}, 0, u"加入条件"},

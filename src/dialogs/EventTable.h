@@ -18,7 +18,6 @@ enum class DialogEvent {
     CellClick,       ///< a cell of a grid was clicked
     CellChoice,      ///< a choice was made in a cell's list
     CellEdited,      ///< an in-place edit of a cell ended
-    CellReplaced,    ///< a cut or a paste replaced the text of a cell
     UserMessage,     ///< a message of the host; the source is its code
 };
 

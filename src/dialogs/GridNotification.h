@@ -15,11 +15,9 @@ inline constexpr int NM_CLICK = -2;
 #endif
 /// An entry of a cell's choice list was chosen.
 inline constexpr int CellChoiceMade = 1;
-/// A cut or a paste has replaced the text of a cell.
-inline constexpr int CellReplaced = 2;
 
 /// What a grid tells its parent. Delivered inside the event that caused it, so the parent may ask the grid
-/// about everything.
+/// about everything. Of a cut and a paste the parent is told nothing.
 ///
 /// When an edit has ended the text taken over already stands in the cell. A choice is only announced: the
 /// cell keeps its text until the parent writes the chosen one, so a parent that ignores the code refuses the
@@ -29,5 +27,5 @@ struct GridNotification
     int code = 0;
     int row = -1;
     int column = -1;
-    CString text; ///< the chosen text, or the cell's text after an edit, cut or paste; empty for a click
+    CString text; ///< the chosen text, or the cell's text after an edit; empty for a click
 };

@@ -45,13 +45,6 @@ struct GridCellId
     bool operator==(const GridCellId&) const = default;
 };
 
-/// A cell and the text that it gets.
-struct GridReplacement
-{
-    GridCellId cell;
-    CString text;
-};
-
 /// A rectangle of cells, both ends included; all -1 when there is none.
 struct GridRange
 {

@@ -14,7 +14,8 @@ class OwnApplication;
 ///
 /// - An application object with windows. A host's own is used as it is, its style and its language included.
 ///   A process without one gets one until this object ends, with the toolkit's own texts in Chinese where
-///   their translation is installed.
+///   their translation is installed or stands beside the module. Meanwhile the C locale is the environment's,
+///   but numbers are the host's; on Windows all of it is the host's.
 /// - The message boxes: a message that a dialog causes stands in front of it and does not go to wherever the
 ///   host shows messages otherwise.
 /// - The end of a dialog does not end a host whose windows are all hidden.

@@ -9,10 +9,11 @@
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QPushButton>
 
-#include <exception>
 #include <stdexcept>
 #include <string>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace dialogs {
 
@@ -30,11 +31,17 @@ TemplateDialog::~TemplateDialog() = default;
 
 void TemplateDialog::Create()
 {
+    if (m_initFailure) std::rethrow_exception(m_initFailure);
     if (m_created) return;
     CreateControls();
     m_created = true;
     Layout();
-    RunGuarded([this] { OnInitDialog(); });
+    try {
+        OnInitDialog();
+    } catch (...) {
+        m_initFailure = std::current_exception();
+        throw;
+    }
 }
 
 int TemplateDialog::DoModal()
@@ -117,14 +124,18 @@ bool TemplateDialog::Dispatch(DialogEvent event, int source, Notice& notice)
 
 bool TemplateDialog::RunGuarded(const std::function<void()>& step)
 {
+    CString failure;
     try {
         step();
         return true;
     } catch (const std::exception& error) {
-        platform::Show(
-            {platform::MessageKind::Warning, CString::fromUtf8(error.what()), platform::MessageCaption()});
-        return false;
+        failure = CString::fromUtf8(error.what());
+    } catch (...) {
+        // What a host raises need not be of the standard's kind.
+        failure = u"操作没有完成，原因不明"_s;
     }
+    platform::Show({platform::MessageKind::Warning, failure, platform::MessageCaption()});
+    return false;
 }
 
 void TemplateDialog::AddDlgItem(int id, QWidget* widget)

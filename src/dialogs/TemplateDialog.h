@@ -9,6 +9,7 @@
 #include <QtCore/QHash>
 #include <QtWidgets/QDialog>
 
+#include <exception>
 #include <functional>
 #include <vector>
 
@@ -25,8 +26,9 @@ inline constexpr int IdCancel = 2;
 /// where the screen is too small for it, it scrolls.
 ///
 /// A derived dialog enters its events in its constructor (`On`), and overrides the steps that it needs. Each
-/// event and each step runs inside `RunGuarded`: what a handler raises is shown to the user, and the dialog
-/// stays open.
+/// event and each step but the init step runs inside `RunGuarded`: what a handler raises is shown to the
+/// user, and the dialog stays open. A dialog whose init step raises is not shown; the error goes to whoever
+/// opens it, which for a dialog out of another one is a handler of that one.
 ///
 /// Enter presses the button that the table names as default, or the push button that has the focus; in a
 /// dialog without a default button Enter does nothing. Escape and the close box reach the cancel step.
@@ -37,10 +39,12 @@ public:
     TemplateDialog(const DialogTemplate& layout, CWnd* parent);
     ~TemplateDialog() override;
 
-    /// Makes the controls and runs the init step. Further calls do nothing.
+    /// Makes the controls and runs the init step. Further calls do nothing. Raises what the init step raises,
+    /// and from then on in every call: such a dialog is half-made and must not be shown.
     void Create();
 
     /// Shows the dialog and returns when it has ended: `IdOk`, `IdCancel`, or what `EndDialog` was given.
+    /// Raises what the init step raises, and has shown nothing then.
     int DoModal();
 
     /// The control of that id; null when there is none.
@@ -101,8 +105,8 @@ protected:
     bool Dispatch(DialogEvent event, int source);
     bool Dispatch(DialogEvent event, int source, Notice& notice);
 
-    /// Runs `step` and shows what it raises. The one place where errors are caught before they reach the
-    /// toolkit's event loop. False when something was raised.
+    /// Runs `step` and shows what it raises, whatever its type. The one place where errors are caught before
+    /// they reach the toolkit's event loop. False when something was raised.
     bool RunGuarded(const std::function<void()>& step);
 
     /// Makes a further child of `Content()`, such as a grid, known to `GetDlgItem`. Does not take it over.
@@ -143,6 +147,7 @@ private:
     QWidget* m_content = nullptr;
     QButtonGroup* m_group = nullptr;
     bool m_created = false;
+    std::exception_ptr m_initFailure;
 };
 
 template <typename Widget>

@@ -1,6 +1,8 @@
 #include "dialogs/TreeControl.h"
 
 #include <QtCore/QItemSelectionModel>
+#include <QtCore/QSet>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QStyledItemDelegate>
@@ -23,12 +25,24 @@ public:
 
     void select(const QItemSelection& rows, SelectionFlags command) override
     {
-        const bool replaces = command.testFlag(Clear) || command.testFlag(Select);
-        if (replaces && rows.indexes() != selectedIndexes()) m_changing();
+        if (Changes(rows, command)) m_changing();
         QItemSelectionModel::select(rows, command);
     }
 
 private:
+    /// A press on an empty place, for one, selects nothing on top of what is selected.
+    bool Changes(const QItemSelection& rows, SelectionFlags command) const
+    {
+        QItemSelection after = command.testFlag(Clear) ? QItemSelection() : selection();
+        after.merge(rows, command);
+        return Items(after) != Items(selection());
+    }
+    static QSet<QModelIndex> Items(const QItemSelection& selection)
+    {
+        const QModelIndexList items = selection.indexes();
+        return {items.begin(), items.end()};
+    }
+
     std::function<void()> m_changing;
 };
 
@@ -77,8 +91,15 @@ QTreeWidgetItem* TreeControl::GetSelectedItem() const
 QItemSelectionModel::SelectionFlags TreeControl::selectionCommand(const QModelIndex& index,
                                                                   const QEvent* event) const
 {
+    if (!index.isValid()) return QItemSelectionModel::NoUpdate;
     const auto command = QTreeWidget::selectionCommand(index, event);
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+}
+
+// The toolkit would select, or at least give the keyboard's place to, each item that the mouse passes.
+void TreeControl::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!event->buttons().testFlag(Qt::LeftButton)) QTreeWidget::mouseMoveEvent(event);
 }
 
 QTreeWidget* MakeReportList(QWidget* parent)

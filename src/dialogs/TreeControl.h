@@ -15,16 +15,19 @@ public:
     explicit TreeControl(QWidget* parent);
 
     /// Runs `handler` before another item becomes selected or the selection is lost, while the old one still
-    /// stands.
+    /// stands. A command that selects what is selected already is no change.
     void OnSelectionChanging(std::function<void()> handler);
 
     /// The selected item; null when there is none.
     QTreeWidgetItem* GetSelectedItem() const;
 
 protected:
-    /// The user can select another item, but not none: Ctrl with a click or a key does not deselect.
+    /// The user can select another item, but not none: neither Ctrl with a click or a key nor a click where
+    /// no item is deselects.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
+    /// Dragging with the left button leaves the selection where the press put it.
+    void mouseMoveEvent(QMouseEvent* event) override;
 };
 
 /// A list of several columns: one header, one selected row over its full width, lines between the cells.

@@ -58,8 +58,8 @@ struct RuleCodeStruct
 {
     CString strCode;
     int nKind = 0;
-    CString strName;
     CString strRule;
+    CString strName;
 };
 
 /// What the bill picker sends with message 0x450. The module reads `strNumber` only. Stays the sender's.

@@ -28,6 +28,10 @@ bool ErrIsTerminal();
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset);
 std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset);
 
+/// The folder of the file that this code was loaded from: of the module, or of a program that has the module
+/// in itself. Empty where it cannot be told.
+QString ModuleFolder();
+
 /// Makes standard streams and file names UTF-8 for this process, and writing to a closed pipe an error that
 /// is reported instead of one that ends the process.
 void UseUtf8();

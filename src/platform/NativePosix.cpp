@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string_view>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <iconv.h>
 #include <langinfo.h>
@@ -121,6 +122,16 @@ std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset
 {
     const QByteArray utf16(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
     return Convert(utf16, Utf16Name, charset);
+}
+
+QString ModuleFolder()
+{
+    static const char inThisFile = 0;
+    Dl_info found = {};
+    if (dladdr(&inThisFile, &found) == 0 || found.dli_fname == nullptr) return {};
+    const QString file = QFile::decodeName(found.dli_fname);
+    // A program started by its bare name is called by that here, which says nothing about its folder.
+    return file.contains(u'/') ? QFileInfo(file).absolutePath() : QString();
 }
 
 void UseUtf8()

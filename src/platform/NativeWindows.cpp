@@ -1,7 +1,9 @@
 #include "platform/Native.h"
 
 #include <QtCore/QByteArrayView>
+#include <QtCore/QFileInfo>
 
+#include <array>
 #include <cstdio>
 
 #define WIN32_LEAN_AND_MEAN
@@ -17,6 +19,8 @@ namespace {
 
 constexpr UINT Gb18030CodePage = 54936;
 constexpr UINT GbkCodePage = 936;
+/// Of a path with all its marks, in characters, the end included.
+constexpr DWORD LongestPath = 32768;
 
 HANDLE HandleOf(QFile& file)
 {
@@ -109,6 +113,21 @@ std::optional<QByteArray> EncodeChinese(const QString& text, const char* charset
     QByteArray bytes(needed, Qt::Uninitialized);
     EncodeInto(codePage, text, bytes.data(), needed);
     return bytes;
+}
+
+QString ModuleFolder()
+{
+    static const wchar_t inThisFile = 0;
+    HMODULE module = nullptr;
+    if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                            &inThisFile, &module))
+        return {};
+    std::array<wchar_t, LongestPath> path = {};
+    const DWORD length = GetModuleFileNameW(module, path.data(), LongestPath);
+    // A path that was cut gives the whole length.
+    if (length == 0 || length == LongestPath) return {};
+    return QFileInfo(QString::fromWCharArray(path.data(), static_cast<int>(length))).absolutePath();
 }
 
 void UseUtf8()

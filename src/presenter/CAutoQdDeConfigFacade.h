@@ -31,10 +31,13 @@ public:
     // raise `host::NoHostError`. A host that runs a `QApplication` has it used as it is, and is not ended
     // when the dialog was its last visible window. For a process without any application object one is made
     // for the call and is gone afterwards, so what such a host makes as `host::IWindows` must end with the
-    // dialog. Beside an application object that is no `QApplication` there can
-    // be no dialog: `std::logic_error` is raised, and nothing has happened. While the dialog runs, messages
-    // are shown in boxes of the module's own; afterwards, and when an error was raised, the host's handler is
-    // in force again.
+    // dialog; the toolkit looks for its plugins and Chinese texts beside the module, too. Where such a
+    // process has no screen, the toolkit reports that on standard error and ends the process. Beside an
+    // application object that is no `QApplication` there can be no dialog: `std::logic_error` is raised, and
+    // nothing has happened. What the host's roles raise while the dialog is being made goes on to the host,
+    // and no dialog is shown; what they raise later is shown to the user. While the dialog runs, messages are
+    // shown in boxes of the module's own; afterwards, and when an error was raised, the host's handler is in
+    // force again.
 
     /// Runs the configuration dialog on the project's current configuration. Both arguments are ignored: the
     /// dialog has no parent window, and stands in the middle of the host's main frame. How it ended is not
@@ -49,7 +52,7 @@ public:
     ///
     /// Gives 1 when 下一步 ended it, -1 for 上一步, and 0 for 取消 and every other way. The file is written
     /// on all ways out, so it may have changed when this gives 0. A step whose save failed leaves the dialog
-    /// open with its result set; Escape and the close box do not take that back.
+    /// open and has no result; what ends the dialog after it decides.
     static int StartOnlineConfig(const CString& configFile, const CString& billFile, const CString& quotaFile,
                                  const CString& note, bool allowBack, CWnd* parent);
 

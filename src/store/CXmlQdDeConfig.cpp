@@ -93,8 +93,12 @@ bool CXmlQdDeConfig::ReLoad(const CString& path)
     if (root.IsNull()) return false;
     const IXMLDOMElement element = FindSpecElement(root, m_specName);
     if (element.IsNull()) return false;
-    m_spec.DeleteAllLMember();
-    m_spec.ReadData(element);
+    // The host may raise while the tree is read. The former one must outlast that: it is what the next save
+    // writes.
+    Spec loaded;
+    loaded.SetSpecName(m_specName);
+    loaded.ReadData(element);
+    m_spec.Swap(loaded);
     m_filePath = path;
     return true;
 }

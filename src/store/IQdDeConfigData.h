@@ -34,7 +34,7 @@ public:
     /// Saves the bound file if `path` is another one (compared without regard to case), whether or not the
     /// rest succeeds, then replaces the tree from `path` and binds to it. False, with tree and binding as
     /// before, for a missing file (after a warning), one that cannot be parsed and one with another document
-    /// element.
+    /// element. Whatever it raises leaves tree and binding as before, too.
     virtual bool ReLoad(const CString& path) = 0;
     /// Copies the template over `path`, then `ReLoad(path)`. A missing template is not reported: whatever
     /// stands at `path` is loaded.

@@ -24,6 +24,23 @@ Spec::~Spec()
     DeleteAllLMember();
 }
 
+void Spec::Swap(Spec& other) noexcept
+{
+    const int id = GetId();
+    SetId(other.GetId());
+    other.SetId(id);
+    m_name.swap(other.m_name);
+    m_members.swap(other.m_members);
+    AdoptMembers();
+    other.AdoptMembers();
+}
+
+void Spec::AdoptMembers() noexcept
+{
+    for (LMember* member : m_members)
+        member->SetParent(this);
+}
+
 LMember* Spec::GetLMember(int id) const
 {
     return tree::FindById(m_members, id);

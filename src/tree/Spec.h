@@ -16,6 +16,9 @@ public:
     Spec& operator=(const Spec& other);
     ~Spec();
 
+    /// Exchanges id, name and children with another specialty. Raises nothing.
+    void Swap(Spec& other) noexcept;
+
     /// The name is set before reading.
     CString GetSpecName() const { return m_name; }
     void SetSpecName(const CString& name) { m_name = name; }
@@ -33,6 +36,7 @@ public:
     bool WriteData(IXMLDOMNode node) override;
 
 private:
+    void AdoptMembers() noexcept;
     int GetLMemberId(const CString& name) const;
 
     CString m_name;

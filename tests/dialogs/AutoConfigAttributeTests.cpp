@@ -2,9 +2,13 @@
 
 #include "dialogs/secondary/CTTComboBox.h"
 
+#include <QtTest/QTest>
+#include <QtWidgets/QLineEdit>
+
 using namespace test::autoconfig;
 
-// The list of attributes that a small category offers, and the width of the list of values.
+// The list of attributes that a small category offers, the width of the list of values, and how much text the
+// bounds take.
 
 namespace {
 
@@ -142,4 +146,49 @@ TEST_F(AutoConfigAttributes, ListOfValuesGrowsToItsLongestEntryAndNeverShrinks)
     EXPECT_GT(grown, needed);
     SelectAttribute(u"管径"_s);
     EXPECT_EQ(combo.GetDroppedWidth(), grown);
+}
+
+TEST_F(AutoConfigAttributes, HostThatRaisesOnAnAttributeLeavesNoValuesOfTheFormerOne)
+{
+    Open();
+    ASSERT_FALSE(test::Entries(*m_dialog, ValueCombo).isEmpty());
+    TypeInto(ValueCombo, u"PPR"_s);
+    host::Roles roles = Host().Roles();
+    roles.attributes = nullptr;
+    const host::Installation lacking = host::Install(roles);
+    SelectAttribute(u"管径"_s);
+    EXPECT_EQ(Messages().Texts().size(), 1);
+    EXPECT_EQ(SelectedAttribute(), u"管径"_s);
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray());
+    EXPECT_EQ(TextOf(ValueCombo), CString());
+}
+
+TEST_F(AutoConfigAttributes, LowerBoundScrollsAndTheUpperOneTakesNoMoreThanItsFieldShows)
+{
+    Open();
+    SelectPage(1);
+    const CString digits(40, u'8');
+    TypeInto(LowerBound, digits);
+    TypeInto(UpperBound, digits);
+    EXPECT_EQ(TextOf(LowerBound), digits);
+    const QLineEdit& field = *m_dialog->Item<CTTComboBox>(UpperBound).lineEdit();
+    const auto width = [&field](const CString& text) { return field.fontMetrics().horizontalAdvance(text); };
+    EXPECT_GE(TextOf(UpperBound).size(), 5);
+    EXPECT_LT(width(TextOf(UpperBound)), field.width());
+    EXPECT_GT(width(TextOf(UpperBound) + u"88"_s), field.width() - 10);
+}
+
+TEST_F(AutoConfigAttributes, UpperBoundThatALargerFontMadeTooWideCanBeShortenedButNotLengthened)
+{
+    Open();
+    SelectPage(1);
+    TypeInto(UpperBound, u"12345"_s);
+    QLineEdit& field = *m_dialog->Item<CTTComboBox>(UpperBound).lineEdit();
+    QFont large = field.font();
+    large.setPointSize(30);
+    field.setFont(large);
+    QTest::keyClick(&field, Qt::Key_6);
+    EXPECT_EQ(TextOf(UpperBound), u"12345"_s);
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    EXPECT_EQ(TextOf(UpperBound), u"1234"_s);
 }

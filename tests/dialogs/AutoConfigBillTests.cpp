@@ -1,5 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include <QtWidgets/QListWidget>
+
 using namespace test::autoconfig;
 
 // Picking bill items and quota items.
@@ -287,4 +289,45 @@ TEST_F(AutoConfigQuotaPicked, NullRecordIsAnsweredWithMinusOne)
     Open();
     EXPECT_EQ(m_windows.Bill().PickQuota(nullptr), -1);
     EXPECT_EQ(GridColumn(), CStringArray{u"031001001001"_s});
+}
+
+TEST_F(AutoConfigBillPicked, RuleOfACalculationItemIsTheSecondOfItsTexts)
+{
+    const RuleCodeStruct item{u"代号"_s, 7, u"AM_Rule*2"_s, u"名称"_s};
+    Host().AddCalItem(u"给排水\\管道\\排水管"_s, item);
+    AddLibraryItem({0, 1, 1, u"030101001"_s, u"泵"_s, u"台"_s, {}, {}, {}});
+    Open();
+    SelectCategory(u"排水管"_s);
+    PickBill(u"030101001"_s);
+    EXPECT_EQ(Rule(1, DrainPipes).GetQd(1)->GetRecord().strFormula, u"AM_Rule*2"_s);
+}
+
+// Nothing of the number's dialog shows the items then, so the test adds the line that belongs to the first.
+TEST_F(AutoConfigBillPicked, BillsOfTheRuleWithTheSameNineCharactersAreTheHistoryWhereTheCodingRuleIsUnknown)
+{
+    Host().SetEnCodeRule(-1, -1);
+    PrepareBill(m_id, u"031002001001"_s);
+    PrepareBill(m_id, u"031001001005"_s);
+    Open();
+    InNextDialog([](dialogs::TemplateDialog& dialog) {
+        EXPECT_EQ(test::Lines(dialog, 1113), CStringArray());
+        dialog.Item<QListWidget>(1113).addItem(u"031001001005"_s);
+        test::ClickLine(dialog, 1113, 0);
+        EXPECT_EQ(dialog.ItemText(1069), u"清单031001001005\n"_s); // and the unit, which is not known
+        test::Click(dialog, dialogs::IdCancel);
+    });
+    const SPickedQd picked{0, 0, 0, u"031001001"_s};
+    m_windows.Bill().PickBill(&picked);
+}
+
+TEST_F(AutoConfigQuotaPicked, RuleOfABigCategoryWithoutChildrenIsAskedForUnderATextThatBeginsWithABackslash)
+{
+    SetMode(SQdDeInfo::QuotaMode);
+    Host().RenameSmall(u"121"_s, u"配管配线"_s);
+    Host().AddCalItem(u"\\给排水\\阀门"_s, {u"L"_s, 0, u"AM_Length"_s, u"长度"_s});
+    Open();
+    SelectCategory(u"阀门"_s); // a leaf by now, of which the store knows nothing
+    Messages().Clear();
+    PickQuota(u"8-87"_s, CString());
+    EXPECT_EQ(Messages().Texts(), CStringArray{u"套定额失败!"_s}); // and not that it has no calculation items
 }

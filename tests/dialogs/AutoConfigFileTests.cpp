@@ -1,8 +1,10 @@
 #include "dialogs/AutoConfigFixture.h"
 
 #include "support/FaultyFileSystem.h"
+#include "support/StandardCatalogue.h"
 
 #include <optional>
+#include <stdexcept>
 
 using namespace test::autoconfig;
 
@@ -42,12 +44,31 @@ protected:
         EXPECT_EQ(Messages().Messages().front().caption, u"Norvasoft"_s);
         EXPECT_TRUE(Messages().Messages().front().owned);
     }
+    /// Loads a file with other roles in force from the moment when its name is taken until this ends.
+    void LoadUnder(const host::Roles& roles, const CString& name)
+    {
+        std::optional<host::Installation> other;
+        InNextDialog([&](dialogs::TemplateDialog& dialog) {
+            test::ClickLine(dialog, 1000, static_cast<int>(test::Lines(dialog, 1000).indexOf(name)));
+            other.emplace(host::Install(roles));
+            test::Click(dialog, dialogs::IdOk);
+        });
+        Press(LoadFileButton);
+    }
     void ExpectNothingHappened()
     {
         EXPECT_EQ(Caption(), DefaultCaption);
         EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"其它"_s}));
         EXPECT_EQ(Messages().Texts(), CStringArray());
     }
+};
+
+/// A host that does not find its project's file.
+class WithoutProjectFile : public test::MemoryHost
+{
+public:
+    WithoutProjectFile() { test::FillStandardCatalogue(*this); }
+    CString GetPrjPath() override { throw std::runtime_error("no project"); }
 };
 
 } // namespace
@@ -189,44 +210,97 @@ TEST_F(AutoConfigFiles, CloudDiskWithABrokenFileKeepsTheRulesInMemory)
     EXPECT_EQ(RuleTexts().size(), 3);
 }
 
-TEST_F(AutoConfigFiles, LoadWhoseFormerFileCannotBeSavedIsReportedAndKeepsTheEdits)
+TEST_F(AutoConfigFiles, LoadWhoseFormerFileCannotBeSavedIsReportedAndLeavesEverythingAsItIsShown)
 {
-    PrepareBill(2, u"031001001001"_s);
+    PrepareRule({u"DN20"_s});
+    PrepareBill(3, u"031001001001"_s);
     Open();
     Press(AddRuleButton);
+    SelectRule(1);
+    EditCell(1, 2, u"新名"_s);
     test::FaultyFileSystem files;
     files.Inject(test::Fault::RefuseOpen); // the former file cannot be saved, which raises
     NameFile(LoadFileButton, u"别的"_s);
     ASSERT_EQ(Messages().Texts().size(), 1);
     EXPECT_TRUE(m_dialog->isVisible());
     EXPECT_EQ(Caption(), DefaultCaption);
-    EXPECT_EQ(RuleTexts().size(), 3);
-    SelectRule(1);
-    SelectRule(0);
-    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN15"_s});
-    EXPECT_EQ(GridColumn(), CStringArray{u"031001001001"_s});
+    EXPECT_EQ(RuleTexts().size(), 4);
+    EXPECT_EQ(SelectedRuleRow(), 1);
+    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN20"_s});
+    EXPECT_EQ(GridColumn(2), CStringArray{u"新名"_s});
     files.Heal();
     SelectCategory(u"排水管"_s);
+    EXPECT_EQ(Rule(3).GetQd(1)->GetRecord().strName, u"新名"_s);
     SelectCategory(u"给水管"_s);
-    EXPECT_EQ(RuleTexts().size(), 3);
+    EXPECT_EQ(RuleTexts().size(), 4);
 }
 
-TEST_F(AutoConfigFiles, LoadThatFailsWithTheTreeEmptiedIsReportedAndShowsNoRules)
+TEST_F(AutoConfigFiles, LoadThatCannotSaveTheFormerFileWithABigCategorySelectedLeavesTheRulesShown)
 {
+    PrepareRule({u"DN20"_s});
     Open();
-    std::optional<host::Installation> lacking;
-    InNextDialog([this, &lacking](dialogs::TemplateDialog& dialog) {
-        const auto line = static_cast<int>(test::Lines(dialog, 1000).indexOf(u"DefaultConfig"_s));
-        test::ClickLine(dialog, 1000, line);
-        host::Roles roles = Host().Roles();
-        roles.categories = nullptr; // asked for when the tree is built anew
-        lacking.emplace(host::Install(roles));
-        test::Click(dialog, dialogs::IdOk);
-    });
-    Press(LoadFileButton);
-    lacking.reset();
+    SelectRule(1);
+    SelectCategory(u"管道"_s);
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::RefuseOpen);
+    NameFile(LoadFileButton, u"别的"_s);
+    EXPECT_EQ(Messages().Texts().size(), 1);
+    EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"管径＝DN20;"_s, u"其它"_s}));
+    EXPECT_EQ(SelectedRuleRow(), 1);
+}
+
+TEST_F(AutoConfigFiles, LoadThatTheHostBreaksOffLeavesTheFormerRulesShownAndTheyAreSaved)
+{
+    PrepareRule({u"DN20"_s});
+    Open();
+    SelectRule(1);
+    const CStringArray before = Saved();
+    host::Roles roles = Host().Roles();
+    roles.categories = nullptr; // asked for when the tree is built anew
+    LoadUnder(roles, u"DefaultConfig"_s);
     EXPECT_EQ(Messages().Texts().size(), 1);
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_EQ(Stored(), CStringArray());
-    EXPECT_EQ(RuleTexts(), CStringArray());
+    EXPECT_EQ(Stored(), before);
+    EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"管径＝DN20;"_s, u"其它"_s}));
+    EXPECT_EQ(SelectedRuleRow(), 1);
+    Close();
+    EXPECT_EQ(Saved(), before);
+}
+
+TEST_F(AutoConfigFiles, LoadThatFailsWhenTheNewRulesAreInMemoryShowsThem)
+{
+    Open();
+    WithoutProjectFile host;
+    host::Roles roles = Host().Roles();
+    roles.project = &host; // asked for its file when the name of the configuration is kept
+    LoadUnder(roles, u"别的"_s);
+    EXPECT_EQ(Messages().Texts(), CStringArray{u"no project"_s});
+    EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN99;"_s, u"其它"_s}));
+    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN99"_s});
+    EXPECT_EQ(Stored().first(), u"2 管径＝DN99;"_s);
+}
+
+TEST_F(AutoConfigFiles, NewFileRefusesTheNameOfTheCurrentFile)
+{
+    Open();
+    InNextDialog([](dialogs::TemplateDialog& dialog) {
+        test::Type(dialog, 1069, u"DefaultConfig"_s);
+        test::Click(dialog, dialogs::IdOk);
+        EXPECT_TRUE(dialog.isVisible());
+        test::Click(dialog, dialogs::IdCancel);
+    });
+    Press(NewFileButton);
+    ExpectMessage(platform::MessageKind::Warning, u"当前配置文件不能覆盖!"_s);
+    EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"其它"_s}));
+}
+
+TEST_F(AutoConfigFiles, SavingAsMayOverwriteTheCurrentFile)
+{
+    Open();
+    Press(AddRuleButton);
+    Messages().PresetAnswer(platform::Answer::Yes);
+    NameFile(SaveAsButton, u"DefaultConfig"_s);
+    EXPECT_EQ(Messages().Texts(), (CStringArray{u"是否覆盖已有配置文件?"_s, u"另存成功."_s}));
+    EXPECT_EQ(Saved().size(), 3);
+    EXPECT_EQ(Caption(), DefaultCaption);
 }

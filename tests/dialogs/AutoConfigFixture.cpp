@@ -1,6 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
 #include "dialogs/GridEditors.h"
+#include "dialogs/ProjectMode.h"
 #include "dialogs/secondary/CTTComboBox.h"
 #include "dialogs/secondary/DlgSaveAs.h"
 
@@ -238,7 +239,8 @@ int AutoConfigTest::PickBill(const CString& number)
 int AutoConfigTest::PickQuota(const CString& number, const CString& rule)
 {
     const SPickedDe picked{5, 1, number, u"定额"_s + number, u"m"_s, rule};
-    return m_windows.Bill().PickQuota(&picked);
+    const bool quotaMode = dialogs::ProjectMode() == SQdDeInfo::QuotaMode;
+    return (quotaMode ? m_windows.Quota() : m_windows.Bill()).PickQuota(&picked);
 }
 
 void AutoConfigTest::NameFile(ControlId button, const CString& name)

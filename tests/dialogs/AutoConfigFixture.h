@@ -75,6 +75,7 @@ protected:
     void InNextDialog(std::function<void(dialogs::TemplateDialog&)> step);
     /// Picks a bill and takes the number that is proposed for it.
     int PickBill(const CString& number);
+    /// Picks a quota in the picker of the mode.
     int PickQuota(const CString& number, const CString& rule = u"L"_s);
     /// Chooses a name in the file dialog that the button brings up.
     void NameFile(ControlId button, const CString& name);

@@ -135,6 +135,28 @@ TEST_F(AutoConfigFrame, ButtonShowsPlacesAndLoadsTheBillPickerAndHidesItAgain)
     EXPECT_FALSE(m_windows.Quota().IsVisible());
 }
 
+TEST_F(AutoConfigFrame, ButtonPointsTheBillPickerAtABigCategoryToo)
+{
+    Host().SetIndexPath(u"给排水\\管道\\"_s, u"10\\1"_s);
+    Open();
+    SelectCategory(u"管道"_s);
+    m_windows.Bill().ForgetCalls();
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Bill().Calls(), (CStringArray{u"show"_s, u"right"_s, u"load"_s, u"position 10.1"_s}));
+}
+
+TEST_F(AutoConfigFrame, ButtonAsksForThePositionOfAnEmptyPathWhereNothingIsSelected)
+{
+    Host().RemoveSmall(u"111"_s);
+    Host().RemoveSmall(u"112"_s);
+    Host().SetIndexPath(CString(), u"9\\9"_s);
+    Open();
+    ASSERT_EQ(SelectedCategory(), CString());
+    m_windows.Bill().ForgetCalls();
+    Press(PickerButton);
+    EXPECT_EQ(m_windows.Bill().Calls(), (CStringArray{u"show"_s, u"right"_s, u"load"_s, u"position 9.9"_s}));
+}
+
 TEST_F(AutoConfigFrame, ButtonEnablesShowsAndLoadsTheQuotaPickerAndHidesItAgain)
 {
     SetMode(SQdDeInfo::QuotaMode);

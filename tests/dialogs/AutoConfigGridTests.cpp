@@ -340,6 +340,22 @@ TEST_F(AutoConfigDelete, OfRowOneSelectsTheHeader)
     EXPECT_EQ(SelectedGridRow(), 1);
 }
 
+TEST_F(AutoConfigDelete, SelectsAllOfARowOrOfTheHeaderInAGridOfFiveColumnsToo)
+{
+    Host().SetAttType(u"111"_s, 0);
+    PrepareBill(m_id, u"031001001001"_s);
+    PrepareBill(m_id, u"031001001002"_s);
+    Open();
+    ASSERT_EQ(Grid().GetColumnCount(), 5);
+    EXPECT_EQ(Grid().GetSelectedCellRange(), (GridRange{1, 1, 1, 4}));
+    Press(DeleteItemsButton);
+    EXPECT_EQ(Grid().GetSelectedCellRange(), (GridRange{0, 1, 0, 4}));
+    EXPECT_EQ(Grid().GetFocusCell(), (GridCellId{0, 1}));
+    Press(DeleteItemsButton);
+    EXPECT_EQ(Grid().GetSelectedCellRange(), (GridRange{1, 1, 1, 4}));
+    EXPECT_EQ(GridColumn(), CStringArray{u"031001001002"_s});
+}
+
 TEST_F(AutoConfigDelete, WithNothingSelectedSelectsRowOne)
 {
     PrepareQuota(m_id, u"9-1"_s);

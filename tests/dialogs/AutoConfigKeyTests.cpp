@@ -137,28 +137,61 @@ TEST_F(AutoConfigKeys, DeleteRightAfterOpeningTakesNoItemAway)
     EXPECT_EQ(GridColumn(), CStringArray{u"031001001001"_s});
 }
 
-TEST_F(AutoConfigKeys, PastedUnitRuleAndFittingsAreCommittedAndAPastedNameWaits)
+namespace {
+
+/// The rule 2 has a bill item, over whose name, unit, rule and fittings a row is pasted.
+class AutoConfigPaste : public AutoConfigKeys
 {
-    PrepareBill(2, u"031001001001"_s);
-    Open();
-    const auto stored = [this] { return Texts(Rule(2).GetQd(1)->GetRecord()); };
-    const auto paste = [this](int column, const CString& text) {
-        QGuiApplication::clipboard()->setText(text);
-        ClickCell(1, column);
+protected:
+    AutoConfigPaste()
+    {
+        PrepareBill(2, u"031001001001"_s);
+        Open();
+    }
+    void PasteRow()
+    {
+        QGuiApplication::clipboard()->setText(u"新名\t10m\tL*2\t否"_s);
+        ClickCell(1, 2);
         Key(Qt::Key_V, Qt::ControlModifier);
-    };
-    paste(2, u"新名"_s);
-    EXPECT_EQ(stored(), Texts(Bill(u"031001001001"_s)));
-    paste(3, u"10m\tL*2\t否"_s);
-    EXPECT_EQ(stored(), u"031001001001||新名|10m|10||QD2013|L*2|否"_s);
+    }
+    CString Shown() const
+    {
+        CStringArray texts;
+        for (int column = 1; column < Grid().GetColumnCount(); ++column)
+            texts.append(Grid().GetItemText(1, column));
+        return texts.join(u'|');
+    }
+    CString StoredRecord() const { return Texts(Rule(2).GetQd(1)->GetRecord()); }
+    const CString m_before = Texts(Bill(u"031001001001"_s));
+};
+
+} // namespace
+
+TEST_F(AutoConfigPaste, WaitsInAllColumnsUntilTheCategoryChanges)
+{
+    PasteRow();
+    EXPECT_EQ(Shown(), u"031001001001|新名|10m|L*2|否"_s);
+    EXPECT_EQ(StoredRecord(), m_before);
+    SelectCategory(u"排水管"_s);
+    EXPECT_EQ(StoredRecord(), u"031001001001||新名|10m|10||QD2013|L*2|否"_s);
 }
 
-TEST_F(AutoConfigKeys, UnitThatIsCutIsCommitted)
+TEST_F(AutoConfigPaste, IsDroppedWhenTheRuleChanges)
 {
-    PrepareBill(2, u"031001001001"_s);
-    Open();
+    PasteRow();
+    SelectRule(1);
+    SelectRule(0);
+    EXPECT_EQ(Shown(), u"031001001001|清单031001001001|m|L|是"_s);
+    EXPECT_EQ(StoredRecord(), m_before);
+}
+
+TEST_F(AutoConfigPaste, UnitThatIsCutWaits)
+{
     ClickCell(1, 3);
     Key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(Shown(), u"031001001001|清单031001001001||L|是"_s);
+    EXPECT_EQ(StoredRecord(), m_before);
+    SelectCategory(u"排水管"_s);
     EXPECT_EQ(Rule(2).GetQd(1)->GetRecord().strUnit, CString());
     EXPECT_EQ(Rule(2).GetQd(1)->GetRecord().strUnitCode, u"1"_s);
 }

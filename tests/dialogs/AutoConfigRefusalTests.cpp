@@ -42,6 +42,16 @@ protected:
         EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN15;"_s, u"管径＝DN20;"_s, u"其它"_s}));
         EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN15"_s});
     }
+    void ExpectRulesForgotten()
+    {
+        EXPECT_EQ(RuleTexts().size(), 3);
+        SelectRule(1);
+        AddValue(u"材质"_s, u"PPR"_s);
+        EXPECT_EQ(RuleTexts(), CStringArray());
+        SelectCategory(u"排水管"_s);
+        SelectCategory(u"给水管"_s);
+        EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN20;材质＝PPR;"_s, u"其它"_s}));
+    }
     void ExpectSilence() { EXPECT_EQ(Messages().Texts(), CStringArray()); }
 };
 
@@ -140,6 +150,27 @@ TEST_P(AutoConfigRefusals, QuotaThatIsRefusedIsWarnedOfAndLeavesTheGrid)
     ASSERT_EQ(Messages().Texts(), CStringArray{u"套定额失败!"_s});
     EXPECT_EQ(Messages().Messages().front().kind, platform::MessageKind::Warning);
     ExpectNothingRebuilt();
+}
+
+TEST_P(AutoConfigRefusals, RefusedBillForgetsTheRulesSoThatAnAddedConditionEmptiesTheListUntilTheNextReload)
+{
+    Open();
+    InNextDialog([this](dialogs::TemplateDialog& dialog) {
+        TakeRuleAway(2);
+        test::Click(dialog, dialogs::IdOk);
+    });
+    const SPickedQd picked{0, 0, 0, u"031001001"_s};
+    m_windows.Bill().PickBill(&picked);
+    ExpectRulesForgotten();
+    ExpectSilence();
+}
+
+TEST_P(AutoConfigRefusals, RefusedQuotaForgetsTheRulesSoThatAnAddedConditionEmptiesTheListUntilTheNextReload)
+{
+    Open();
+    TakeRuleAway(2);
+    PickQuota(u"8-87"_s);
+    ExpectRulesForgotten();
 }
 
 TEST_P(AutoConfigRefusals, DeletingWithOnlyTheHeaderSelectedDeletesNothingAndSelectsRowOne)

@@ -1,6 +1,8 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include <QtGui/QMouseEvent>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 
 using namespace test::autoconfig;
 
@@ -189,4 +191,47 @@ TEST_F(AutoConfigTree, VisibleQuotaPickerIsNotMovedBySelections)
     SelectCategory(u"排水管"_s);
     EXPECT_EQ(m_windows.Quota().Calls(), CStringArray());
     EXPECT_EQ(m_windows.Bill().Calls(), CStringArray{u"create"_s});
+}
+
+TEST_F(AutoConfigTree, PressOnAnEmptyPlaceTakesNoEditOverAndLeavesTheFocus)
+{
+    const int id = PrepareRule({});
+    PrepareBill(id, u"031001001001"_s);
+    Open();
+    EditCell(1, 2, u"新名"_s);
+    Key(Qt::Key_Return);
+    Tree().setFocus();
+    const QPoint empty = Tree().viewport()->rect().bottomLeft() + QPoint(20, -5);
+    ASSERT_EQ(Tree().itemAt(empty), nullptr);
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {}, empty);
+    EXPECT_EQ(Rule(id).GetQd(1)->GetRecord().strName, u"清单031001001001"_s);
+    EXPECT_EQ(m_dialog->focusWidget(), &Tree());
+    EXPECT_EQ(SelectedCategory(), u"给水管"_s);
+    EXPECT_EQ(GridColumn(2), CStringArray{u"新名"_s});
+}
+
+TEST_F(AutoConfigTree, PressOnTheSelectedItemTakesNoEditOver)
+{
+    const int id = PrepareRule({});
+    PrepareBill(id, u"031001001001"_s);
+    Open();
+    EditCell(1, 2, u"新名"_s);
+    Key(Qt::Key_Return);
+    SelectCategory(u"给水管"_s);
+    Tree().setCurrentItem(Category(u"给水管"_s));
+    EXPECT_EQ(Rule(id).GetQd(1)->GetRecord().strName, u"清单031001001001"_s);
+}
+
+TEST_F(AutoConfigTree, DraggingOverItemsLeavesSelectionAndKeyboardAtTheOneThatWasPressed)
+{
+    Open();
+    QWidget* items = Tree().viewport();
+    const QPoint start = Tree().visualItemRect(Category(u"排水管"_s)).center();
+    const QPoint end = Tree().visualItemRect(Category(u"截止阀"_s)).center();
+    QTest::mousePress(items, Qt::LeftButton, {}, start);
+    QMouseEvent move(QEvent::MouseMove, end, items->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(items, &move);
+    QTest::mouseRelease(items, Qt::LeftButton, {}, end);
+    EXPECT_EQ(SelectedCategory(), u"排水管"_s);
+    EXPECT_EQ(Tree().currentItem(), Category(u"排水管"_s));
 }

@@ -136,8 +136,7 @@ TEST_F(DlgSaveAsTest, FileTypeIsThereBeforeTheFolderIsRead)
     } files;
     const platform::ScopedFileSystem installed(files);
     DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
-    test::Open(dialog);
-    EXPECT_EQ(m_guard.Messages().Texts(), CStringArray{u"folder"_s});
+    EXPECT_THROW(dialog.Create(), std::runtime_error);
     EXPECT_EQ(test::Entries(dialog, TypeCombo), CStringArray{u"XML文件(*.xml)"_s});
 }
 

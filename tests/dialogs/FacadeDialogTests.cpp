@@ -9,6 +9,7 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 
+#include <memory>
 #include <optional>
 
 using namespace test::autoconfig;
@@ -99,6 +100,53 @@ struct WayOut
     const char* title;
     int button; ///< 0 for a way without one
     int result;
+};
+
+/// What a host raises that does not know the standard's errors.
+struct HostFailure
+{
+};
+
+/// What a host is asked for while a dialog is made.
+enum class HostStep { MainFrame, BillPicker, QuotaPicker };
+
+/// The windows of a host that raises at one of the steps.
+class FailingWindows : public test::WindowsDouble
+{
+public:
+    explicit FailingWindows(HostStep step) : m_step(step) {}
+
+    CWnd* MainFrame() override
+    {
+        if (m_step == HostStep::MainFrame) throw HostFailure();
+        return WindowsDouble::MainFrame();
+    }
+    std::unique_ptr<host::IBillPicker> MakeBillPicker() override
+    {
+        auto picker = WindowsDouble::MakeBillPicker();
+        if (m_step == HostStep::BillPicker) FailAtCreation(Bill());
+        return picker;
+    }
+    std::unique_ptr<host::IPickerWindow> MakeQuotaPicker() override
+    {
+        auto picker = WindowsDouble::MakeQuotaPicker();
+        if (m_step == HostStep::QuotaPicker) FailAtCreation(Quota());
+        return picker;
+    }
+
+private:
+    static void FailAtCreation(test::PickerDouble& picker)
+    {
+        picker.OnCall([](const CString& call) {
+            if (call == u"create"_s) throw HostFailure();
+        });
+    }
+
+    HostStep m_step;
+};
+
+class FacadeFailures : public FacadeDialogs, public ::testing::WithParamInterface<HostStep>
+{
 };
 
 class FacadeResults : public FacadeDialogs, public ::testing::WithParamInterface<WayOut>
@@ -236,6 +284,51 @@ TEST_F(FacadeDialogs, ErrorGoesOnToTheHostWhoseContextIsBack)
     EXPECT_TRUE(MessagesAreTheHosts());
     EXPECT_TRUE(QApplication::quitOnLastWindowClosed());
 }
+
+TEST_F(FacadeDialogs, WizardOutOfTheConfigurationDialogGivesItBackWhatItHad)
+{
+    int result = 0;
+    bool boxesAgain = false;
+    bool quitsMeanwhile = true;
+    const test::ModalStep runWizard = [&](QWidget& outer) {
+        InNextDialog([](dialogs::TemplateDialog& wizard) { test::Click(wizard, PreviousStepButton); });
+        result = CAutoQdDeConfigFacade::StartOnlineConfig(FilePath(u"云模板"_s), {}, {}, {}, true, &outer);
+        quitsMeanwhile = QApplication::quitOnLastWindowClosed();
+        boxesAgain = !MessagesAreTheHosts();
+        outer.close();
+    };
+    Start({runWizard});
+    EXPECT_EQ(result, -1);
+    EXPECT_TRUE(boxesAgain);
+    EXPECT_FALSE(quitsMeanwhile);
+    EXPECT_TRUE(QApplication::quitOnLastWindowClosed());
+    EXPECT_TRUE(MessagesAreTheHosts());
+}
+
+TEST_P(FacadeFailures, HostThatRaisesWhileTheDialogIsMadeGetsTheErrorAndNoDialogIsShown)
+{
+    FailingWindows windows(GetParam());
+    m_guard.Host().SetWindows(&windows);
+    m_guard.Reinstall();
+    // Closes a dialog that comes up all the same, which would make the calls return.
+    const QObject untilEnd;
+    QTimer closing;
+    QObject::connect(&closing, &QTimer::timeout, &untilEnd, [] {
+        if (QWidget* window = QApplication::activeModalWidget()) window->close();
+    });
+    closing.start(0);
+    EXPECT_THROW(CAutoQdDeConfigFacade::StartQdDeConfig(nullptr, {}), HostFailure);
+    EXPECT_THROW(CAutoQdDeConfigFacade::StartOnlineConfig({}, {}, {}, {}, true, nullptr), HostFailure);
+    closing.stop();
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        EXPECT_FALSE(window->isVisible()) << window->windowTitle().toStdString();
+    EXPECT_TRUE(MessagesAreTheHosts());
+    EXPECT_TRUE(QApplication::quitOnLastWindowClosed());
+    EXPECT_EQ(Messages().Texts().size(), 1); // that of the check above
+}
+
+INSTANTIATE_TEST_SUITE_P(Steps, FacadeFailures,
+                         ::testing::Values(HostStep::MainFrame, HostStep::BillPicker, HostStep::QuotaPicker));
 
 TEST_F(FacadeDialogs, EndOfTheDialogDoesNotEndAHostWithoutVisibleWindows)
 {

@@ -4,6 +4,7 @@
 #include "dialogs/DialogUser.h"
 #include "dialogs/ModalUser.h"
 #include "host/Installation.h"
+#include "platform/Native.h"
 #include "support/HostGuard.h"
 #include "support/WindowsDouble.h"
 
@@ -77,6 +78,12 @@ protected:
     ForeignWindows m_windows;
 };
 
+/// The locale of a category, such as `LC_NUMERIC`.
+std::string Locale(int category)
+{
+    return std::setlocale(category, nullptr);
+}
+
 int g_argumentCount = 1;
 char g_name[] = "host";
 char* g_arguments[] = {g_name, nullptr};
@@ -129,20 +136,67 @@ TEST_F(FacadeWithoutApplication, ToolkitsOwnTextsAreChinese)
     EXPECT_EQ(undo, u"撤消(&U)"_s);
 }
 
+TEST_F(FacadeWithoutApplication, PluginsBesideTheModuleAreFoundFirstAndForTheCallAlone)
+{
+    const QString modulesFolder = platform::native::ModuleFolder();
+    QStringList during;
+    Start([&during](QWidget& window) {
+        during = QCoreApplication::libraryPaths();
+        window.close();
+    });
+    EXPECT_EQ(during.value(0), modulesFolder);
+    EXPECT_FALSE(QCoreApplication::libraryPaths().contains(modulesFolder));
+}
+
+TEST(ModuleFolder, IsWhereTheFileOfTheCodeStands)
+{
+    const QCoreApplication application(g_argumentCount, g_arguments);
+    EXPECT_EQ(platform::native::ModuleFolder(), QCoreApplication::applicationDirPath());
+}
+
+#ifdef Q_OS_WINDOWS
+
+TEST_F(FacadeWithoutApplication, LocaleStaysTheHosts)
+{
+    const std::string hosts = Locale(LC_ALL);
+    Start([&hosts](QWidget& window) {
+        EXPECT_EQ(Locale(LC_ALL), hosts);
+        window.close();
+    });
+    EXPECT_EQ(Locale(LC_ALL), hosts);
+}
+
+#else
+
 TEST_F(FacadeWithoutApplication, LocaleIsTheEnvironmentsForTheCallAlone)
 {
-    const auto locale = [] { return std::string(std::setlocale(LC_ALL, nullptr)); };
-    const std::string hosts = locale();
+    const std::string hosts = Locale(LC_ALL);
     for (int call = 0; call < 2; ++call) {
         std::string during;
-        Start([&](QWidget& window) {
-            during = locale();
+        Start([&during](QWidget& window) {
+            during = Locale(LC_CTYPE);
             window.close();
         });
-        EXPECT_NE(during, hosts) << call;
-        EXPECT_EQ(locale(), hosts) << call;
+        EXPECT_EQ(during, "C.UTF-8") << call;
+        EXPECT_EQ(Locale(LC_ALL), hosts) << call;
     }
 }
+
+TEST_F(FacadeWithoutApplication, NumbersStayTheHostsThroughout)
+{
+    const std::string hosts = Locale(LC_NUMERIC);
+    for (int call = 0; call < 2; ++call) {
+        std::string during;
+        Start([&during](QWidget& window) {
+            during = Locale(LC_NUMERIC);
+            window.close();
+        });
+        EXPECT_EQ(during, hosts) << call;
+        EXPECT_EQ(Locale(LC_NUMERIC), hosts) << call;
+    }
+}
+
+#endif
 
 TEST_F(FacadeWithoutApplication, ErrorLeavesNoApplicationObjectBehind)
 {

@@ -230,13 +230,61 @@ TEST(TemplateDialog, RaisedErrorIsShownAndTheDialogStaysOpen)
     EXPECT_TRUE(dialog.isVisible());
 }
 
-TEST(TemplateDialog, ErrorOfTheInitStepIsShown)
+namespace {
+
+/// Lets a modal run of a dialog, which there should be none of, end at once.
+void EndWhenShown(PlainDialog& dialog)
+{
+    QMetaObject::invokeMethod(
+        &dialog, [&dialog] { dialog.EndDialog(IdCancel); }, Qt::QueuedConnection);
+}
+
+} // namespace
+
+TEST(TemplateDialog, ErrorThatIsNoneOfTheStandardsIsShownToo)
+{
+    test::MessageRecorder messages;
+    PlainDialog dialog(AllKinds, nullptr);
+    dialog.On(DialogEvent::Command, 10, [] { throw 7; });
+    test::Open(dialog);
+    test::Click(dialog, 10);
+    ASSERT_EQ(messages.Texts(), CStringArray{u"操作没有完成，原因不明"_s});
+    EXPECT_EQ(messages.Messages().front().kind, platform::MessageKind::Warning);
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST(TemplateDialog, ErrorOfTheInitStepGoesToWhoeverOpensTheDialogWhichIsNeverShown)
 {
     test::MessageRecorder messages;
     NotingDialog dialog;
     dialog.m_duringInit = [] { throw std::runtime_error("init"); };
-    dialog.Create();
-    EXPECT_EQ(messages.Texts(), CStringArray{u"init"_s});
+    for (int call = 0; call < 2; ++call) {
+        EndWhenShown(dialog);
+        EXPECT_THROW(dialog.DoModal(), std::runtime_error) << call;
+    }
+    EXPECT_THROW(dialog.Create(), std::runtime_error);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.Notes(), CStringArray{u"init"_s});
+    EXPECT_EQ(messages.Texts(), CStringArray());
+}
+
+TEST(TemplateDialog, ErrorOfAnInnerDialogsInitStepIsShownByTheDialogThatOpensIt)
+{
+    test::MessageRecorder messages;
+    PlainDialog dialog(AllKinds, nullptr);
+    bool cameBack = false;
+    dialog.On(DialogEvent::Command, 10, [&cameBack] {
+        NotingDialog inner;
+        inner.m_duringInit = [] { throw std::runtime_error("inner"); };
+        EndWhenShown(inner);
+        inner.DoModal();
+        cameBack = true;
+    });
+    test::Open(dialog);
+    test::Click(dialog, 10);
+    EXPECT_EQ(messages.Texts(), CStringArray{u"inner"_s});
+    EXPECT_FALSE(cameBack);
+    EXPECT_TRUE(dialog.isVisible());
 }
 
 TEST(TemplateDialog, ErrorOfTheOkStepKeepsTheDialogOpen)

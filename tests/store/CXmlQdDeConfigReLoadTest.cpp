@@ -4,9 +4,13 @@
 
 #include "store/WrappedFile.h"
 #include "support/FaultyFileSystem.h"
+#include "support/StandardCatalogue.h"
 #include "xml/Error.h"
 
 #include <QtCore/QFile>
+
+#include <algorithm>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using test::RulePath;
@@ -45,6 +49,18 @@ protected:
     }
 
     CString m_path;
+};
+
+/// A host that raises at the last category of the specialty, when a tree is nearly read.
+class RaisingAtTheEnd : public test::MemoryHost
+{
+public:
+    RaisingAtTheEnd() { test::FillStandardCatalogue(*this); }
+    bool GetSmallCategoryName(const SNvKtSmallCategoryId& id, CString& name) override
+    {
+        if (id.strSmallCategoryId == u"121"_s) throw std::runtime_error("lost");
+        return MemoryHost::GetSmallCategoryName(id, name);
+    }
 };
 
 CString MissingText()
@@ -210,6 +226,53 @@ TEST_F(StoreReLoad, HostWithoutListsLeavesAnEmptyTreeAndStillBinds)
     EXPECT_TRUE(store->ReLoad(other));
     EXPECT_EQ(store->GetFilePath(), other);
     EXPECT_EQ(store->GetConfig(RulePath(6)), nullptr);
+}
+
+TEST_F(StoreReLoad, HostThatRaisesWhileAnotherFileIsReadLeavesTreeAndBinding)
+{
+    const auto store = Edited();
+    const CString other = PutOther(u"other.xml"_s);
+    {
+        RaisingAtTheEnd host;
+        host::Roles roles = Host().Roles();
+        roles.categories = &host;
+        const host::Installation raising = host::Install(roles);
+        EXPECT_THROW(store->ReLoad(other), std::runtime_error);
+    }
+    ExpectAsBefore(*store);
+    EXPECT_TRUE(store->Save());
+    EXPECT_EQ(Specialties(u"first.xml"_s), CStringArray{u"给排水/给排水"_s});
+    EXPECT_TRUE(Saved());
+    EXPECT_FALSE(Bytes(u"other.xml"_s).contains("\"edit\""));
+}
+
+TEST_F(StoreReLoad, HostThatRaisesWhileTheBoundFileIsReadLeavesTheTreeAndTheFile)
+{
+    const auto store = Edited();
+    const QByteArray before = Bytes(u"first.xml"_s);
+    {
+        host::Roles roles = Host().Roles();
+        roles.categories = nullptr;
+        const host::Installation lacking = host::Install(roles);
+        EXPECT_THROW(store->ReLoad(m_path), host::NoHostError);
+    }
+    ExpectAsBefore(*store);
+    EXPECT_EQ(Bytes(u"first.xml"_s), before);
+    EXPECT_TRUE(store->Save());
+    EXPECT_TRUE(Saved());
+}
+
+TEST_F(StoreReLoad, RulesOfTheLoadedTreeStandAtOtherAddressesThanTheFormerOnes)
+{
+    const auto store = Edited();
+    std::vector<ConfigNode*> former;
+    std::vector<ConfigNode*> loaded;
+    store->GetConfig(RulePath(0), former);
+    EXPECT_TRUE(store->ReLoad(m_path));
+    store->GetConfig(RulePath(0), loaded);
+    EXPECT_EQ(former.size(), loaded.size());
+    for (const ConfigNode* rule : loaded)
+        EXPECT_EQ(std::count(former.begin(), former.end(), rule), 0);
 }
 
 TEST_F(StoreReLoad, StoreWithAnEmptyTreeCanBindToAnotherFile)

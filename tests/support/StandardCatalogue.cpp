@@ -58,7 +58,7 @@ void FillLibraries(MemoryHost& host)
     host.AddBillItem(BillItem(u"031001006"_s, u"塑料管"_s, u"m"_s));
     host.AddHistory(u"031001001"_s, BillItem(u"031001001001"_s, u"镀锌钢管 DN15"_s, u"m"_s));
     host.AddHistory(u"031001001"_s, BillItem(u"031001001002"_s, u"镀锌钢管 DN20"_s, u"m"_s));
-    host.AddCalItem(u"给排水\\管道\\给水管"_s, {u"L"_s, 0, u"管道长度"_s, u"AM_Length"_s});
+    host.AddCalItem(u"给排水\\管道\\给水管"_s, {u"L"_s, 0, u"AM_Length"_s, u"管道长度"_s});
 }
 
 } // namespace

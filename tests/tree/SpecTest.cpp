@@ -137,6 +137,26 @@ TEST_F(SpecRead, ParentsLeadFromTheRuleToTheSpecialty)
     EXPECT_EQ(m_spec.GetParent(), nullptr);
 }
 
+TEST_F(SpecRead, SwapExchangesIdNameAndCategoriesWhoseParentsFollow)
+{
+    test::Read(m_spec, u"<x id='77'/>"_s);
+    Spec other;
+    other.SetSpecName(u"电气"_s);
+    other.SetId(5);
+    m_spec.Swap(other);
+    EXPECT_EQ(m_spec.GetId(), 5);
+    EXPECT_EQ(m_spec.GetSpecName(), u"电气"_s);
+    EXPECT_EQ(Categories(), CStringArray());
+    EXPECT_EQ(other.GetId(), 77);
+    EXPECT_EQ(other.GetSpecName(), u"给排水"_s);
+    ASSERT_EQ(other.GetAllLMember().size(), 2U);
+    for (const LMember* big : other.GetAllLMember())
+        EXPECT_EQ(big->GetParent(), &other);
+    m_spec.Swap(other);
+    EXPECT_EQ(Categories(), CategoriesOfTheHost());
+    EXPECT_EQ(m_spec.GetLMember(11)->GetParent(), &m_spec);
+}
+
 TEST_F(SpecRead, UnknownIdsLeadToNull)
 {
     test::Read(m_spec, u"<x/>"_s);

@@ -89,19 +89,23 @@ void COnlineAutoConfigDlg::UnderlineLink()
     link.setFont(m_linkFont);
 }
 
-// The result is set first. When the save raises, the dialog stays open with the edits and that result; see
-// `StepResult` for what a later Escape then gives. The pickers are not hidden; they end with the dialog.
 void COnlineAutoConfigDlg::OnNextStep()
 {
-    m_stepResult = Next;
-    FlushAndSave();
-    OnOK();
+    EndStep(Next);
 }
 
 void COnlineAutoConfigDlg::OnPreviousStep()
 {
-    m_stepResult = Back;
+    EndStep(Back);
+}
+
+// A save that raises leaves the dialog open with the edits. It must not leave the result, too: the user may
+// go by the close box next, and the host would take that for the step. The pickers are not hidden; they end
+// with the dialog.
+void COnlineAutoConfigDlg::EndStep(int outcome)
+{
     FlushAndSave();
+    m_stepResult = outcome;
     OnOK();
 }
 

@@ -20,9 +20,8 @@ public:
                          const CString& note, bool allowBack, CWnd* parent);
     ~COnlineAutoConfigDlg() override;
 
-    /// How the dialog ended: 1 for 下一步, -1 for 上一步, 0 for 取消 and every other way. A step whose save
-    /// failed has left its result although the dialog stayed open; Escape, the close box and a request to
-    /// quit do not take it back, so only another step or 取消 changes it.
+    /// How the dialog ended: 1 for 下一步, -1 for 上一步, 0 for 取消 and every other way, also after a step
+    /// whose save raised and left the dialog open.
     int StepResult() const noexcept { return m_stepResult; }
 
 protected:
@@ -36,6 +35,7 @@ private:
     void UnderlineLink();
     void OnNextStep();
     void OnPreviousStep();
+    void EndStep(int outcome);
     void OnCancelStep();
     void OnNote();
     /// The colours of a control in which it differs from `base`, those of the dialog: the text colour of the
