@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 /// Characters of XML 1.0 (fifth edition) in UTF-8. All functions work on bytes that end in a NUL, which no
 /// XML text holds and which therefore stops every walk.
@@ -59,6 +60,27 @@ inline const char* SkipName(const char* bytes) noexcept
     while (kind(at) != NotInName)
         ++at;
     return static_cast<unsigned char>(*at) < 0x80 ? at : SkipAnyName(bytes);
+}
+
+/// A set of bytes.
+using ByteSet = std::array<bool, 256>;
+
+/// The ASCII bytes that need no second look in a text, other than the `special` ones.
+constexpr ByteSet PlainBytes(std::string_view special)
+{
+    ByteSet plain{};
+    for (std::size_t c = 0x20; c < 0x80; ++c)
+        plain[c] = special.find(static_cast<char>(c)) == std::string_view::npos;
+    plain['\t'] = plain['\n'] = plain['\r'] = true;
+    return plain;
+}
+
+/// The first byte from `at` that is not in the set, which lacks the NUL.
+constexpr const char* SkipPlain(const char* at, const ByteSet& plain) noexcept
+{
+    while (plain[static_cast<unsigned char>(*at)])
+        ++at;
+    return at;
 }
 
 } // namespace xml::detail

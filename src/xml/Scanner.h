@@ -1,11 +1,13 @@
 #pragma once
 
+#include "xml/Characters.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QByteArray>
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -84,10 +86,25 @@ private:
     void ScanComment();
     void ScanInstruction();
     void ScanCData();
-    void SkipBlanks() noexcept;
-    bool StartsWith(std::string_view text) const noexcept;
+    void SkipBlanks() noexcept
+    {
+        while (IsBlank(*m_at))
+            ++m_at;
+    }
+    bool StartsWith(std::string_view text) const noexcept
+    {
+        return static_cast<std::size_t>(m_end - m_at) >= text.size() &&
+               std::memcmp(m_at, text.data(), text.size()) == 0;
+    }
     void Expect(std::string_view text, QStringView why);
-    void SkipCharacter();
+    /// A character that is neither ASCII markup nor the end.
+    void SkipCharacter()
+    {
+        if (const std::size_t length = ThreeByteLength(m_at))
+            m_at += length;
+        else
+            SkipAnyCharacter();
+    }
     void SkipAnyCharacter();
     std::string_view TakeName(QStringView why);
     void BeginChild(NodeKind kind, const char* begin);
