@@ -3,8 +3,6 @@
 #include "editor/Boxes.h"
 #include "editor/ChosenFile.h"
 #include "editor/LongStep.h"
-#include "embedded/data/Error.h"
-#include "embedded/data/History.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
@@ -86,7 +84,7 @@ bool ModuleSteps::WriteHead(const CString& ruleFile)
     CString file = ruleFile;
     if (target == HeadTarget::Copy) file = AskForCopy(ruleFile);
     if (target == HeadTarget::None || file.isEmpty()) return false;
-    if (!KeepInHistory(file)) return false;
+    if (!m_project.KeepCopy(file)) return false;
     if (file != ruleFile) CopyOver(ruleFile, file);
     const BusyCursor busy;
     CAutoQdDeConfigFacade::WriteHead(file);
@@ -101,18 +99,7 @@ bool ModuleSteps::MayOpen(const CString& ruleFile)
         return false;
     if (!state.IsSafe() && !AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe()))
         return false;
-    return KeepInHistory(ruleFile);
-}
-
-// Without a copy the user decides.
-bool ModuleSteps::KeepInHistory(const CString& ruleFile)
-{
-    try {
-        embedded::History(embedded::ProjectFolder(m_project.Folder())).Keep(ruleFile);
-        return true;
-    } catch (const embedded::Error& error) {
-        return platform::AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
-    }
+    return m_project.KeepCopy(ruleFile);
 }
 
 /// Empty when the user decided otherwise.

@@ -39,7 +39,6 @@ public:
 
 private:
     bool MayOpen(const CString& ruleFile);
-    bool KeepInHistory(const CString& ruleFile);
     CString AskForCopy(const CString& ruleFile);
 
     QWidget* m_window;

@@ -1,6 +1,7 @@
 #include "editor/Project.h"
 
 #include "platform/Files.h"
+#include "platform/Messages.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
 #include "store/RuleFile.h"
@@ -16,6 +17,11 @@ namespace {
 /// What a reader of the project's ini gets at most, with the terminator of its buffer.
 constexpr int NameBuffer = 100;
 
+bool GoOnWithoutCopy(const embedded::Error& error)
+{
+    return platform::AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
+}
+
 } // namespace
 
 Project::Project(const QString& nativeFolder)
@@ -29,6 +35,28 @@ void Project::BecomeHost(QWidget* frame)
     host::Roles roles = m_host.Roles();
     roles.windows = &m_windows;
     m_installed.emplace(host::Install(roles));
+    m_files.emplace(
+        m_host.History(), [this](const CString& path) { return IsRuleFile(path); }, &GoOnWithoutCopy);
+}
+
+bool Project::KeepCopy(const CString& ruleFile)
+{
+    try {
+        m_files->Keep(ruleFile);
+        return true;
+    } catch (const platform::FileError&) {
+        return false;
+    }
+}
+
+/// The application folder holds XML files that the module makes anew at will; elsewhere they are rule files.
+bool Project::IsRuleFile(const CString& path) const
+{
+    const auto isBelow = [&path](const CString& folder) {
+        return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
+    };
+    return path.endsWith(u".xml"_s, Qt::CaseInsensitive) &&
+           (isBelow(RuleFolder()) || !isBelow(m_host.AppFolder()));
 }
 
 QString Project::Name() const

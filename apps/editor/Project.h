@@ -1,6 +1,7 @@
 #pragma once
 
 #include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/KeepingFiles.h"
 #include "embedded/windows/EmbeddedWindows.h"
 
 #include <memory>
@@ -9,7 +10,8 @@
 namespace editor {
 
 /// The open project: the embedded host with its windows, and the module's host from `BecomeHost` to the end
-/// of this object. To be used on the thread of the windows.
+/// of this object. For as long, every rule file is kept in the history right before anything writes it. To be
+/// used on the thread of the windows.
 class Project
 {
 public:
@@ -20,6 +22,10 @@ public:
     /// Installs this host. The former one must have ended. `frame` is the window on which the module centres
     /// its dialogs; it may be null and must outlive this.
     void BecomeHost(QWidget* frame);
+
+    /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
+    /// on without. Needs `BecomeHost`.
+    bool KeepCopy(const CString& ruleFile);
 
     /// The project's folder, native and absolute, and its last part.
     QString Folder() const { return m_folder; }
@@ -45,10 +51,13 @@ public:
     CStringArray RuleFiles() const;
 
 private:
+    bool IsRuleFile(const CString& path) const;
+
     QString m_folder;
     embedded::EmbeddedHost m_host;
     embedded::EmbeddedWindows m_windows;
     std::optional<host::Installation> m_installed;
+    std::optional<embedded::KeepingFiles> m_files;
 };
 
 } // namespace editor

@@ -3,6 +3,7 @@
 #include "editor/EditorFixture.h"
 #include "editor/HistoryWindow.h"
 #include "embedded/data/History.h"
+#include "presenter/CQdDeConfigPresenter.h"
 
 #include <QtGui/QAction>
 #include <QtWidgets/QMessageBox>
@@ -57,18 +58,52 @@ TEST_F(RuleFileSteps, UnreadableFileOpenedAnywayHasACopyInTheHistory)
     m_window.Commands().configure->trigger();
     ASSERT_TRUE(user.Done());
     EXPECT_NE(m_folder.ReadFile(CurrentFile), Damaged);
-    ASSERT_EQ(Copies().size(), 1);
+    ASSERT_FALSE(Copies().isEmpty());
     embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
-    EXPECT_EQ(history.Read(Copies()[0]), Damaged);
+    EXPECT_EQ(history.Read(Copies().last()), Damaged);
+}
+
+TEST_F(RuleFileSteps, FileThatTheDialogTurnsToIsKeptBeforeItIsWritten)
+{
+    const CString other = u"project\\app\\自动套配置\\电气示例.xml"_s;
+    const QByteArray before = m_folder.ReadFile(other);
+    CQdDeConfigPresenter presenter({});
+    ASSERT_TRUE(presenter.ReLoad(m_folder.Path(other)));
+    ASSERT_TRUE(presenter.Save());
+    ASSERT_NE(m_folder.ReadFile(other), before);
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    const auto copies = history.List(m_folder.Path(other));
+    ASSERT_FALSE(copies.isEmpty());
+    EXPECT_EQ(history.Read(copies.last()), before);
+}
+
+TEST_F(RuleFileSteps, WhatAnotherProgramWroteMeanwhileIsKeptBeforeASave)
+{
+    CQdDeConfigPresenter presenter({});
+    const QByteArray theirs = m_folder.ReadFile(CurrentFile) + "<!-- theirs -->\n";
+    m_folder.WriteFile(CurrentFile, theirs);
+    ASSERT_TRUE(presenter.Save());
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(history.Read(Copies().last()), theirs);
+}
+
+TEST_F(RuleFileSteps, AttributeFilesHaveNoCopies)
+{
+    m_window.Commands().attributes->trigger();
+    m_window.Commands().attributes->trigger();
+    EXPECT_TRUE(embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).ListAll().isEmpty());
 }
 
 TEST_F(RuleFileSteps, HeadOnTheOriginalLeavesACopyInTheHistory)
 {
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
     const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
     m_window.Commands().writeHead->trigger();
     ASSERT_TRUE(user.Done());
     EXPECT_EQ(editor::ExamineRuleFile(m_folder.Path(CurrentFile)).kind, editor::RuleFileKind::Wrapped);
-    ASSERT_EQ(Copies().size(), 1);
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).Read(Copies().last()), before);
     EXPECT_FALSE(m_window.Commands().writeHead->isEnabled());
 }
 
