@@ -52,6 +52,7 @@ private:
 
     // Projects (MainWindowProjects.cpp)
     void NewProject();
+    void MakeProject(const QString& folder, const embedded::ProjectOptions& options);
     void ChooseProject();
     void Open(const QString& nativeFolder);
     void CloseProject();

@@ -53,9 +53,15 @@ void MainWindow::NewProject()
 {
     NewProjectDialog dialog(this, ProposedFolder(),
                             embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
-    if (dialog.exec() != QDialog::Accepted) return;
-    const QString folder = dialog.Folder();
-    const embedded::ProjectOptions options = dialog.Options();
+    // What was refused comes back, with what the user had entered.
+    for (bool refused = true; refused;) {
+        if (dialog.exec() != QDialog::Accepted) return;
+        refused = !RunGuarded([&] { MakeProject(dialog.Folder(), dialog.Options()); });
+    }
+}
+
+void MainWindow::MakeProject(const QString& folder, const embedded::ProjectOptions& options)
+{
     const bool made = RunLongStep(this, u"正在新建工程…"_s,
                                   [&](StepControl&) { embedded::CreateProject(folder, options); });
     if (made) Open(folder);

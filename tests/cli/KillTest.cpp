@@ -101,17 +101,21 @@ protected:
         const auto answers = process.readAllStandardOutput().count('\n');
         // What has no answer behind that of an addition is a save.
         if (answers > 0 && answers < 2 * Saves && answers % 2 == 1) ++tally.inSave;
-        Check(tally);
+        Check(tally, answers / 2);
     }
 
-    void Check(Tally& tally) const
+    /// `saved` saves had been answered when the program was killed.
+    void Check(Tally& tally, qsizetype saved) const
     {
         embedded::History history{embedded::ProjectFolder(m_cli.Folder().Native(u"project"_s))};
         const auto copies = history.List(m_cli.Folder().Path(Cli::RuleFile()));
         if (copies.isEmpty() && Content() == m_states.first()) return; // killed before it began
         ASSERT_FALSE(copies.isEmpty());
         EXPECT_TRUE(m_states.contains(history.Read(copies.first()))) << "a copy is no state of the file";
-        if (m_states.contains(Content())) return;
+        if (m_states.contains(Content())) {
+            EXPECT_GE(m_states.indexOf(Content()), saved) << "a save that was answered is not in the file";
+            return;
+        }
         ++tally.torn;
         const test::Outcome outcome = m_cli.RunInProject({u"history"_s, u"restore"_s, copies.first().id});
         EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();

@@ -24,6 +24,8 @@ void NextWindows::Look()
     if (window == nullptr || window == m_last || Done()) return;
     m_last = window;
     m_steps[m_next++](*window);
+    // A window that the step has closed may come up again.
+    if (m_last != nullptr && !m_last->isVisible()) m_last = nullptr;
 }
 
 void PressButton(QWidget& window, const QString& text)

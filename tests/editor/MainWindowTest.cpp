@@ -72,6 +72,27 @@ TEST_F(EditorWindow, ProjectThatCannotBeOpenedIsReportedAndTheFormerStays)
     EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
 }
 
+TEST_F(EditorWindow, RefusedNewProjectComesBackWithWhatWasEntered)
+{
+    MakeProject(u"taken"_s);
+    QString shown;
+    const test::NextWindows user({[&](QDialog& window) {
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"taken"_s));
+                                      test::PressButton(window, u"新建"_s);
+                                  },
+                                  [&](QDialog& window) {
+                                      shown = window.findChild<QLineEdit*>()->text();
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"free"_s));
+                                      test::PressButton(window, u"新建"_s);
+                                  }});
+    m_window.Commands().newProject->trigger();
+    EXPECT_TRUE(user.Done());
+    EXPECT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_EQ(shown, QDir::toNativeSeparators(Folder(u"taken"_s)));
+    ASSERT_NE(m_window.OpenedProject(), nullptr);
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), Folder(u"free"_s));
+}
+
 TEST_F(EditorWindow, NewProjectDialogMakesAndOpensAProject)
 {
     const test::NextWindows user({[&](QDialog& window) {
