@@ -25,14 +25,15 @@ CString ExistingProjectFile(const ProjectFolder& folder)
 
 struct EmbeddedHost::Parts
 {
-    explicit Parts(const ProjectFolder& folder)
-        : database(ExistingProjectFile(folder)), data(LoadCatalogue(folder.CatalogueFile())), catalogue(data),
-          attributes(data, catalogue), libraries(data, database),
+    explicit Parts(const ProjectFolder& place)
+        : folder(place), database(ExistingProjectFile(place)), data(LoadCatalogue(folder.CatalogueFile())),
+          catalogue(data), attributes(data, catalogue), libraries(data, database, folder.RuleFolder()),
           project(folder.ProjectFile(), database.ReadSettings(), catalogue), profile(folder.AppFolder()),
           calculation(data, catalogue), history(folder)
     {
     }
 
+    ProjectFolder folder;
     ProjectDatabase database;
     CatalogueData data;
     Catalogue catalogue;
@@ -68,6 +69,11 @@ host::Roles EmbeddedHost::Roles()
 CString EmbeddedHost::AppFolder() const
 {
     return m_parts->profile.GetAppFolder();
+}
+
+CString EmbeddedHost::RuleFolder() const
+{
+    return m_parts->folder.RuleFolder();
 }
 
 CString EmbeddedHost::ProjectPath() const

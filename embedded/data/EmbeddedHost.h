@@ -43,8 +43,9 @@ public:
     /// All roles but the windows, which are null.
     host::Roles Roles();
 
-    /// Path texts of the application folder and of the project file.
+    /// Path texts of the application folder, of the folder of the rule files in it and of the project file.
     CString AppFolder() const;
+    CString RuleFolder() const;
     CString ProjectPath() const;
 
     /// What the libraries hold, for windows that let a person pick from them. Lives as long as this.

@@ -5,7 +5,7 @@
 
 namespace embedded {
 
-/// What a project remembers: its settings and the bill items that it has used before. Holds one open
+/// What a project remembers: its settings and the bill items with which it started. Holds one open
 /// connection.
 class ProjectDatabase
 {
@@ -30,7 +30,7 @@ public:
     void WriteMode(SQdDeInfo::EQdDeMode mode);
     void WriteSpec(const CString& name);
 
-    /// The history of a base number, in the order in which it came about. Raises `Error`.
+    /// The bill items of a base number with which the project started. Raises `Error`.
     CArray<SQdInfo> History(const CString& baseNumber);
 
 private:

@@ -20,6 +20,11 @@ CString ProjectFolder::AppFolder() const
     return m_path + u"\\app"_s;
 }
 
+CString ProjectFolder::RuleFolder() const
+{
+    return AppFolder() + u"\\自动套配置"_s;
+}
+
 CString ProjectFolder::CatalogueFile() const
 {
     return AppFolder() + u"\\catalogue.db"_s;

@@ -14,6 +14,8 @@ public:
     const CString& Path() const noexcept { return m_path; }
     /// The application folder: catalogue, template, attribute information and rule files.
     CString AppFolder() const;
+    /// The folder of the rule files, below the application folder. Not created here.
+    CString RuleFolder() const;
     CString CatalogueFile() const;
     CString ProjectFile() const;
     CString ProfileFile() const;

@@ -119,7 +119,7 @@ int EmbeddedWindows::ShowCalculatorDlg(const CString& categoryText, const CStrin
 void EmbeddedWindows::ShowNetDisk(const CString& name, bool flag)
 {
     CloudFolder folder(m_host.ProjectPath(), name, m_cloudFolder);
-    CloudDiskDialog::Places places{name, m_host.AppFolder() + u"\\自动套配置"_s, m_host.ProjectPath()};
+    CloudDiskDialog::Places places{name, m_host.RuleFolder(), m_host.ProjectPath()};
     CloudDiskDialog dialog(folder, std::move(places), flag, QApplication::activeWindow());
     dialog.exec();
     if (folder.WasChosen()) m_cloudFolder.clear();

@@ -248,6 +248,23 @@ TEST_P(SampleRules, RangesOfASeriesMeetWithoutGapOrOverlap)
     EXPECT_GT(joints, 0);
 }
 
+TEST_P(SampleRules, DiameterInTheNameOfABillItemIsTheLargestThatItsRuleTakes)
+{
+    static const QRegularExpression named(u"DN(\\d+)"_s);
+    EachRule([&](const QJsonObject& rule, const QString& category) {
+        const QString conditions = Text(rule, "text");
+        // An automatic air vent is made in one size.
+        if (rule.value(u"bDefault"_s).toBool() || conditions.contains(u"自动排气阀"_s)) return;
+        for (const auto& bill : rule.value(u"qd"_s).toArray()) {
+            const auto size = named.match(Text(bill.toObject(), "strName"));
+            if (!size.hasMatch()) continue;
+            const bool limited = conditions.contains(u"公称直径≤%1;"_s.arg(size.captured(1))) ||
+                                 conditions.contains(u"公称直径＝%1;"_s.arg(size.captured(1)));
+            EXPECT_TRUE(limited) << category.toStdString() << ' ' << conditions.toStdString();
+        }
+    });
+}
+
 TEST_P(SampleRules, DefaultRuleCatchesTheRestWhereverThereAreRules)
 {
     int caught = 0;

@@ -1,5 +1,8 @@
 #include "embedded/ShippedTable.h"
 
+#include "support/SourceTree.h"
+
+#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSet>
 
@@ -274,6 +277,18 @@ TEST(LibraryData, HistoryNumbersAreBaseNumbersWithSuffixAndOneBaseHasSeveral)
         ExpectUnitCodeAndFlag(row);
     }
     EXPECT_GE(perBase[u"031001001"_s], 2);
+}
+
+TEST(LibraryData, HistoryAgreesWithTheSampleRules)
+{
+    QFile file(test::InSourceTree(u"samples/SampleRules.xml"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const CString rules = CString::fromUtf8(file.readAll());
+    for (const TableRow& row : ShippedTable(u"history"_s)) {
+        const CString item = u"strQdId=\"%1\" strQdIdUser=\"\" strName=\"%2\" strUnit=\"%3\""_s.arg(
+            row[u"number"_s], row[u"name"_s], row[u"unit"_s]);
+        EXPECT_TRUE(rules.contains(item)) << item.toStdString();
+    }
 }
 
 TEST(LibraryData, ThreeLibrariesHaveThreeCodes)

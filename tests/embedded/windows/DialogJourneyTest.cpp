@@ -110,6 +110,15 @@ TEST_F(DialogJourney, BillAndItsQuotasArePickedIntoTheRule)
     EXPECT_EQ(m_messages.Texts(), CStringArray());
 }
 
+TEST_F(DialogJourney, ProposedNumberFollowsThoseOfAllRuleFilesOfTheProject)
+{
+    m_project.Temp().MakeFolder(RuleFolder());
+    m_project.Temp().WriteFile(RuleFolder() + u"\\别的.xml"_s,
+                               "<Rules><qd strQdId=\"031001001009\"/></Rules>");
+    PickABill();
+    EXPECT_EQ(GridColumn(1), CStringArray{u"031001001010"_s});
+}
+
 TEST_F(DialogJourney, PickerFollowsTheCategoryAndGoesWithTheDialog)
 {
     Press(PickerButton);

@@ -1,4 +1,4 @@
-#include "embedded/windows/FormulaChecker.h"
+#include "embedded/data/FormulaChecker.h"
 
 #include "support/PrintText.h"
 

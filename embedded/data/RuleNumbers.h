@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/Records.h"
+#include "platform/Text.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QHash>
+
+namespace embedded {
+
+/// The bill items that the rule files of a folder hold, as far as they are written. Files are read when
+/// something is looked up, and again only after their size or their time of change has become another.
+class RuleNumbers
+{
+public:
+    /// `folder` is a path text; it need not exist.
+    explicit RuleNumbers(CString folder);
+
+    /// The items of all files whose number is `baseNumber` and a suffix, in the order of the files' names and
+    /// then of the document, each number once. A file that cannot be read, or is no XML, holds none. An empty
+    /// base number has no items.
+    CArray<SQdInfo> Find(const CString& baseNumber);
+
+private:
+    struct File
+    {
+        qint64 size = -1;
+        QDateTime changed;
+        CArray<SQdInfo> items;
+    };
+
+    File Current(const CString& path) const;
+
+    CString m_folder;
+    QHash<CString, File> m_files;
+};
+
+} // namespace embedded
