@@ -41,12 +41,15 @@ void BatchHistory::After(BatchWrites writes, const CString& namedFile)
 
 void BatchHistory::Keep(const CString& path)
 {
-    const auto kept = m_history.Keep(path);
-    if (!kept) return;
     File& file = m_files[path];
-    const bool isOwn = file.saved.has_value() && m_history.Read(*kept) == *file.saved;
-    if (isOwn && file.inBetween) m_history.Forget(*file.inBetween);
-    file.inBetween = isOwn ? kept : std::nullopt;
+    const bool isOwn = file.saved.has_value() && platform::Files().Read(path) == file.saved;
+    // Keeping removes what is beyond the limit, which must never be the copy of the state before the batch.
+    if (isOwn && m_history.Limit() == 1) return;
+    if (isOwn && file.inBetween) {
+        m_history.Forget(*file.inBetween);
+        file.inBetween.reset();
+    }
+    if (const auto kept = m_history.Keep(path)) file.inBetween = isOwn ? kept : std::nullopt;
 }
 
 } // namespace cli

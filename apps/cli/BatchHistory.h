@@ -16,8 +16,8 @@ enum class BatchWrites {
 
 /// Keeps copies of what the operations of one batch are about to write over. The copy of what a file held
 /// before the batch stays, and so does what another program wrote meanwhile. Of the states in between, which
-/// the batch itself has saved, only the last has a copy: a batch that saves a thousand times must not push
-/// out the copies of the days before.
+/// the batch itself has saved, only the last has a copy, and none where a single copy is all that is kept: a
+/// batch that saves a thousand times must not push out the copies of the days before.
 class BatchHistory
 {
 public:

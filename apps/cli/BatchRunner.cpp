@@ -71,7 +71,12 @@ void BatchRunner::Write(const Answer& answer) const
         WriteRules(json, *answer.result.rules);
     }
     json.EndObject();
-    WriteText(json.Result());
+    try {
+        WriteText(json.Result());
+    } catch (const NobodyListens&) {
+        // What a script changes depends on how far it came, so its end is not silent.
+        throw Refusal(u"第 %1 行之后没有再做下去：标准输出写不进去"_s.arg(m_line));
+    }
 }
 
 void BatchRunner::Complain(const Answer& answer)

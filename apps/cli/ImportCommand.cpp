@@ -59,11 +59,15 @@ embedded::ImportReport RunImport(const Arguments& arguments)
 {
     const Interrupt interrupt;
     ProgressLine line;
-    return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
-                            {arguments.Has(u"replace"_s)}, [&](int percent) {
-                                line.Show(percent);
-                                return !interrupt.HasCome();
-                            });
+    try {
+        return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
+                                {arguments.Has(u"replace"_s)}, [&](int percent) {
+                                    line.Show(percent);
+                                    return !interrupt.HasCome();
+                                });
+    } catch (const embedded::Error& error) {
+        throw Refusal(error.Message() + u"；原数据没有变"_s);
+    }
 }
 
 CString Complaint(const embedded::RefusedRow& row)
@@ -81,7 +85,8 @@ void ImportCommand::Run(const Arguments& arguments) const
     if (report.cancelled) throw Refusal(u"已取消，原数据没有变"_s);
     for (const embedded::RefusedRow& row : report.refused)
         platform::WriteErr(Complaint(row));
-    if (!report.stored) throw Refusal(u"共 %1 处被拒绝，什么也没有读入"_s.arg(report.refused.size()));
+    if (!report.stored)
+        throw Refusal(u"共 %1 处被拒绝，什么也没有读入，原数据没有变"_s.arg(report.refused.size()));
     CString text = u"已读入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s.arg(report.rows)
                        .arg(report.added)
                        .arg(report.changed)

@@ -4,8 +4,8 @@
 
 namespace cli {
 
-/// Writes to standard output at once; raises `Refusal` when nobody takes it any more, so that a command does
-/// not work on unheard.
+/// Writes to standard output at once. So that a command does not work on unheard, `NobodyListens` is raised
+/// when the reader of a pipe has gone, and `Refusal` when the text cannot be written otherwise.
 void WriteText(const CString& text);
 
 } // namespace cli

@@ -98,6 +98,8 @@ int RunCommand(const Command& command, const CStringArray& words)
         platform::WriteErr(u"ktqdde %1：%2\n"_s.arg(info.name, CString::fromUtf8(error.what())) +
                            UsageLine(info));
         return WrongUsage;
+    } catch (const NobodyListens&) {
+        return Refused;
     } catch (const std::exception& error) {
         platform::WriteErr(u"ktqdde %1：%2\n"_s.arg(info.name, CString::fromUtf8(error.what())));
         return Refused;
@@ -141,6 +143,8 @@ int RunProgram(const CStringArray& words) noexcept
     } catch (const UsageError& error) {
         platform::WriteErr(u"ktqdde：%1\n"_s.arg(CString::fromUtf8(error.what())) + GeneralUsageLine());
         return WrongUsage;
+    } catch (const NobodyListens&) {
+        return Refused;
     } catch (const std::exception& error) {
         platform::WriteErr(u"ktqdde：%1\n"_s.arg(CString::fromUtf8(error.what())));
         return Refused;

@@ -29,6 +29,17 @@ bool IsPossibleName(const CString& name)
            });
 }
 
+/// How to get the newest copy of a rule file back that can be read; empty when there is none.
+CString WayBack(const CString& path, const embedded::History& history)
+{
+    const auto entries = history.List(path);
+    const auto readable = std::find_if(entries.begin(), entries.end(), [](const auto& entry) {
+        return !embedded::CheckRuleFile(entry.copy, store::RootName());
+    });
+    if (readable == entries.end()) return {};
+    return u"\n最近一份读得了的历史副本可以这样恢复：ktqdde history restore %1"_s.arg(readable->id);
+}
+
 CString InRuleFolder(const CString& name)
 {
     return store::RuleFolder() + u'\\' + name + u".xml"_s;
@@ -90,7 +101,11 @@ void CheckRuleFileIfThere(const CString& path)
 void KeepAndCheck(const CString& path, embedded::History& history)
 {
     history.Keep(path);
-    CheckRuleFileIfThere(path);
+    try {
+        CheckRuleFileIfThere(path);
+    } catch (const Refusal& refusal) {
+        throw Refusal(CString::fromUtf8(refusal.what()) + WayBack(path, history));
+    }
 }
 
 CString CurrentFile()

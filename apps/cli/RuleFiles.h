@@ -35,7 +35,7 @@ void CheckRuleFile(const CString& path);
 void CheckRuleFileIfThere(const CString& path);
 
 /// To be called before a store is built on a file that it may write: the history gets a copy of what the file
-/// holds, and then `CheckRuleFileIfThere` is asked.
+/// holds, and then `CheckRuleFileIfThere` is asked. A refusal also names the newest copy that can be read.
 void KeepAndCheck(const CString& path, embedded::History& history);
 
 /// The rule file of the project's current configuration. Not looked at.

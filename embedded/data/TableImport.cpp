@@ -8,6 +8,8 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
+#include <QtCore/QCoreApplication>
+
 #include <algorithm>
 
 namespace embedded {
@@ -67,6 +69,7 @@ public:
             m_exchange->Prepare(m_database);
             m_exchange->Load(m_database);
             const ImportHeader header(m_exchange->Columns(), records.first());
+            if (replace) RefuseEmptying();
             m_exchange->Begin(replace);
             TakeRows(header, records);
             m_exchange->Finish(m_report);
@@ -91,6 +94,13 @@ public:
     }
 
 private:
+    /// A file without rows is rather one that was cut off than the wish to have an empty table.
+    void RefuseEmptying() const
+    {
+        if (m_report.rows == 0 && !m_exchange->Rows().isEmpty())
+            throw RowRefused(u"文件只有表头，没有数据行，不能用来代替整个表"_s);
+    }
+
     void TakeRows(const ImportHeader& header, const CArray<CsvRecord>& records)
     {
         m_meter.Begin(0, Checked, records.size());
@@ -119,6 +129,47 @@ bool StaysUsable(const ProjectFolder& folder, Database& database, ImportReport& 
                                      [&](const Specialty& specialty) { return specialty.name == spec; });
     if (!isThere) report.refused.append({0, u"文件中没有项目的当前专业“%1”"_s.arg(spec)});
     return isThere;
+}
+
+/// Whether what stands at `path` is a file: no folder, pipe or device.
+bool IsFile(const CString& path)
+{
+    const CString name = platform::FileNameOf(path);
+    return platform::Files().FindFiles(platform::FolderOf(path), name).contains(name, Qt::CaseInsensitive);
+}
+
+/// Gives a file the place of the one at `path`, which keeps its name until the last moment and gets it back
+/// if that fails.
+void MoveOver(const CString& part, const CString& path, const CString& former)
+{
+    platform::FileSystem& files = platform::Files();
+    const bool stood = files.Rename(path, former);
+    if (!files.Rename(part, path)) {
+        if (stood) files.Rename(former, path);
+        throw platform::FileError(path, u"文件不能替换"_s);
+    }
+    if (stood) files.Remove(former);
+}
+
+/// Replaces a file by one that was written beside it and handed to the disk, so that a disk that gets full
+/// leaves the old one whole. Raises `platform::FileError`.
+void Replace(const CString& path, const QByteArray& bytes)
+{
+    platform::FileSystem& files = platform::Files();
+    if (files.Exists(path)) {
+        if (!IsFile(path)) return files.WriteInPlace(path, bytes);
+        // Write protection is of the file; its folder would let it be replaced.
+        files.OpenForWriting(path);
+    }
+    const CString beside = path + u'.' + CString::number(QCoreApplication::applicationPid());
+    const CString part = beside + u".part"_s;
+    try {
+        files.WriteInPlace(part, bytes);
+        MoveOver(part, path, beside + u".old"_s);
+    } catch (const platform::FileError&) {
+        files.Remove(part);
+        throw;
+    }
 }
 
 /// A report of nothing done.
@@ -155,10 +206,9 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
     return importer.Report();
 }
 
-void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile)
+CString ExportText(const QString& nativeProject, TableKind kind)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
-    const CString path = PathOf(nativeFile);
     const std::unique_ptr<TableExchange> exchange = MakeExchange(kind);
     {
         Database database(folder.CatalogueFile());
@@ -171,10 +221,17 @@ void Export(const QString& nativeProject, TableKind kind, const QString& nativeF
     CString text = CsvLine(labels);
     for (const CStringArray& row : exchange->Rows())
         text += CsvLine(row);
+    return text;
+}
+
+void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile)
+{
+    const CString path = PathOf(nativeFile);
+    const CString text = ExportText(nativeProject, kind);
     try {
-        platform::Files().WriteInPlace(path, *platform::Encode(text, platform::Encoding::Utf8Bom));
+        Replace(path, *platform::Encode(text, platform::Encoding::Utf8Bom));
     } catch (const platform::FileError& error) {
-        throw Error(error.Message());
+        throw Error(platform::FileError(path, error.Reason()).Message());
     }
 }
 

@@ -19,7 +19,7 @@ enum class TableKind {
 struct ImportOptions
 {
     /// The table becomes what the file holds. Otherwise the rows of the file are added to it, or take the
-    /// place of those with the same key.
+    /// place of those with the same key. A file without rows replaces no table that has some.
     bool replace = false;
 };
 
@@ -55,8 +55,12 @@ using ImportProgress = std::function<bool(int percent)>;
 ImportReport Import(const QString& nativeProject, TableKind kind, const QString& nativeFile,
                     const ImportOptions& options = {}, const ImportProgress& progress = {});
 
+/// A table of a project's catalogue as the text of a CSV file. Raises `Error`.
+CString ExportText(const QString& nativeProject, TableKind kind);
+
 /// Writes a table of a project's catalogue to a CSV file (UTF-8 with byte order mark), replacing a file that
-/// stands there. `Import` of that file, with or without `replace`, changes nothing. Raises `Error`.
+/// stands there; until all of the new one is on the disk, the old one stays. `Import` of that file, with or
+/// without `replace`, changes nothing. Raises `Error`.
 void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile);
 
 } // namespace embedded

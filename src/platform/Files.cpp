@@ -157,7 +157,7 @@ FileSystem*& Current()
 } // namespace
 
 FileError::FileError(const CString& path, const CString& reason)
-    : std::runtime_error((path + u": "_s + reason).toStdString()), m_path(path), m_reason(reason)
+    : std::runtime_error((ToNative(path) + u": "_s + reason).toStdString()), m_path(path), m_reason(reason)
 {
 }
 
@@ -165,7 +165,7 @@ FileError::~FileError() = default;
 
 CString FileError::Message() const
 {
-    return m_path + u": "_s + m_reason;
+    return ToNative(m_path) + u": "_s + m_reason;
 }
 
 OutputFile::~OutputFile() = default;

@@ -141,7 +141,9 @@ void UseUtf8()
         setenv("LC_ALL", "C.UTF-8", 1);
         std::setlocale(LC_CTYPE, "");
     }
+    // A closed pipe and a file beyond the size limit are then refused writes, which are reported.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 } // namespace platform::native

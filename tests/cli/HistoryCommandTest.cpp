@@ -72,6 +72,33 @@ TEST_F(HistoryVerb, OfTheSavesOfOneBatchOnlyTheFirstAndTheLastStateHaveCopies)
     EXPECT_FALSE(Shown(ids[0]).contains("<Config id=\"13\""));
 }
 
+TEST_F(HistoryVerb, StateBeforeABatchStaysWhateverTheLimit)
+{
+    for (const QString& limit : {u"1"_s, u"2"_s, u"3"_s}) {
+        EXPECT_EQ(History({u"limit"_s, limit}).status, 0);
+        const QByteArray before = Content();
+        EXPECT_EQ(m_cli.Batch(AddAndSave + AddAndSave + AddAndSave + AddAndSave).status, 0);
+        QList<QByteArray> copies;
+        for (const QString& id : Ids())
+            copies.append(Shown(id));
+        EXPECT_EQ(copies.size(), limit.toInt());
+        EXPECT_TRUE(copies.contains(before)) << limit.toStdString();
+    }
+}
+
+TEST_F(HistoryVerb, UnreadableFileIsReportedWithTheWayBackToTheNewestReadableCopy)
+{
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    const QString id = Ids().value(0);
+    for (const QByteArray& broken : {QByteArray("<a>"), QByteArray("<b>")}) {
+        m_cli.Folder().WriteFile(Cli::RuleFile(), broken);
+        const test::Outcome outcome = m_cli.Batch("{\"op\":\"Save\"}\n");
+        EXPECT_TRUE(outcome.Err().contains(u"ktqdde history restore "_s + id)) << outcome.err.toStdString();
+    }
+    EXPECT_EQ(History({u"restore"_s, id}).status, 0);
+    EXPECT_EQ(Content(), Cli::Sample());
+}
+
 TEST_F(HistoryVerb, FilesThatABatchNamesAreKept)
 {
     m_cli.Folder().WriteFile(u"甲.xml"_s, "<old/>");
@@ -112,6 +139,7 @@ TEST_F(HistoryVerb, UnreadableFileIsReportedWithItsPlaceAndKept)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.out.isEmpty());
     EXPECT_TRUE(outcome.Err().contains(u"第 2 行第 "_s)) << outcome.err.toStdString();
+    EXPECT_FALSE(outcome.Err().contains(u"restore"_s)) << "the only copy cannot be read either";
     EXPECT_EQ(Shown(Ids().value(0)), "<a>\n  <b></a>\n");
     EXPECT_EQ(Content(), "<a>\n  <b></a>\n");
 }

@@ -78,6 +78,7 @@ TEST_F(ImportVerb, RefusedRowsAreNamedOnStandardErrorAndNothingIsTaken)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.out.isEmpty());
     EXPECT_TRUE(outcome.Err().contains(u"第 3 行："_s)) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Err().contains(u"原数据没有变"_s)) << outcome.err.toStdString();
     EXPECT_EQ(Exported(u"bill"_s), before);
 }
 
@@ -89,11 +90,14 @@ TEST_F(ImportVerb, FullDiskLeavesTheOldDataWhole)
     QProcess shell;
     shell.setWorkingDirectory(m_cli.Folder().Native({}));
     shell.start(u"/bin/sh"_s, {u"-c"_s,
-                               u"trap '' XFSZ; ulimit -f 700; exec \"$0\" --project project import bill "
+                               u"ulimit -f 700; exec \"$0\" --project project import bill "
                                "big.csv --replace"_s,
                                QStringLiteral(KTQDDE_PROGRAM)});
     ASSERT_TRUE(shell.waitForFinished());
-    EXPECT_EQ(shell.exitCode(), 1) << shell.readAllStandardError().toStdString();
+    const QString error = QString::fromUtf8(shell.readAllStandardError());
+    EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(shell.exitCode(), 1) << error.toStdString();
+    EXPECT_TRUE(error.contains(u"原数据没有变"_s)) << error.toStdString();
     EXPECT_EQ(Exported(u"bill"_s), before);
 }
 
@@ -133,4 +137,44 @@ TEST_F(ImportVerb, ExportOverwritesOnlyWhenForced)
     EXPECT_EQ(m_cli.RunInProject({u"export"_s, u"bill"_s, u"out.csv"_s}).status, 1);
     EXPECT_EQ(m_cli.Folder().ReadFile(u"out.csv"_s), "mine");
     EXPECT_NE(Exported(u"bill"_s), "mine");
+}
+
+TEST_F(ImportVerb, FullDiskLeavesTheOldFileOfAnExport)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "a limit of file sizes is set by a shell";
+    m_cli.Folder().WriteFile(u"out.csv"_s, "mine");
+    QProcess shell;
+    shell.setWorkingDirectory(m_cli.Folder().Native({}));
+    shell.start(u"/bin/sh"_s,
+                {u"-c"_s, u"ulimit -f 1; exec \"$0\" --project project export bill out.csv --force"_s,
+                 QStringLiteral(KTQDDE_PROGRAM)});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(shell.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(shell.readAllStandardError()).contains(u"out.csv"_s));
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"out.csv"_s), "mine");
+}
+
+TEST_F(ImportVerb, ExportToADashWritesToStandardOutput)
+{
+    const test::Outcome outcome = m_cli.RunInProject({u"export"_s, u"bill"_s, u"-"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ("\xEF\xBB\xBF" + outcome.out, Exported(u"bill"_s));
+    EXPECT_FALSE(QFile::exists(m_cli.Folder().Native(u"-"_s)));
+}
+
+TEST_F(ImportVerb, ReaderOfThePipeThatGoesAwayEndsTheExportSilently)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "the pipe is made by a shell";
+    QProcess shell;
+    shell.setWorkingDirectory(m_cli.Folder().Native({}));
+    // The reader goes at once and tells so by a file, for which the writer waits.
+    shell.start(u"/bin/sh"_s,
+                {u"-c"_s,
+                 u"{ until [ -e gone ]; do sleep 0.05; done; \"$0\" --project project export bill -; "
+                 "echo $? >status; } | { exec <&-; : >gone; }"_s,
+                 QStringLiteral(KTQDDE_PROGRAM)});
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"status"_s), "1\n");
+    EXPECT_EQ(shell.readAllStandardError(), "");
 }

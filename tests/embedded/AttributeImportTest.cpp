@@ -93,3 +93,22 @@ TEST_F(CalculationImport, RowsThatDoNotFitAreRefused)
     ASSERT_EQ(report.refused.size(), 8) << Refusals(report).toStdString();
     EXPECT_TRUE(Refusals(report).contains(u"9:与第 8 行矛盾"_s)) << Refusals(report).toStdString();
 }
+
+TEST_F(CalculationImport, ExpressionThatTheCalculatorWouldNotTakeIsRefused)
+{
+    const ImportReport report = Import(TableKind::Calc, CalcHeader + u"甲,A1,1,(个数×2,,\n"
+                                                                     "乙,B1,1,个数×,,\n"
+                                                                     "丙,C1,1,(个数+1)×2,,\n"_s);
+    EXPECT_EQ(Refusals(report), u"2:计算规则（rule）：第 1 个字符：左括号没有对应的右括号\n"
+                                "3:计算规则（rule）：第 4 个字符：公式不完整，后面还缺少数字或计算项目\n"_s);
+}
+
+TEST_F(CalculationImport, FaultyExpressionThatIsInTheTableAlreadyDoesNotStopTheRest)
+{
+    m_project.Sql(u"app\\catalogue.db"_s, u"UPDATE calculation_rules SET rule = '(' WHERE item = '数量'"_s);
+    const CString table = Exported(TableKind::Calc);
+    for (const bool replace : {false, true}) {
+        const ImportReport report = Import(TableKind::Calc, table, {.replace = replace});
+        EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
+    }
+}

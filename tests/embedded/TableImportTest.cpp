@@ -1,6 +1,7 @@
 #include "embedded/ImportFixture.h"
 #include "embedded/data/Database.h"
 #include "platform/Encoding.h"
+#include "platform/Files.h"
 #include "support/FaultyFileSystem.h"
 
 using namespace Qt::StringLiterals;
@@ -44,14 +45,61 @@ TEST_F(TableImport, EncodingsAndHeadersInEitherLanguageCountAlike)
     }
 }
 
-TEST_F(TableImport, QuotesCommasAndLineBreaksInFieldsSurvive)
+TEST_F(TableImport, QuotesAndCommasInFieldsSurvive)
 {
-    const CString row = u"099901001,\"自有 \"\"A\"\", B\nC\",m,0999,自有章\n"_s;
+    const CString row = u"099901001,\"自有 \"\"A\"\", B C\",m,0999,自有章\n"_s;
     ASSERT_TRUE(Import(TableKind::Bill, BillHeader + row).stored);
     EmbeddedHost host(m_project.Folder());
     SQdInfo info;
     ASSERT_TRUE(host.Roles().libraries->GetQdInfo(u"099901001"_s, info));
-    EXPECT_EQ(info.strName, u"自有 \"A\", B\nC"_s);
+    EXPECT_EQ(info.strName, u"自有 \"A\", B C"_s);
+}
+
+TEST_F(TableImport, LineBreaksAndControlCharactersWithinFieldsAreRefused)
+{
+    for (const CString& control : {u"\n"_s, u"\r\n"_s, u"\t"_s, u"\u0085"_s, u"\u2028"_s}) {
+        for (const CString& row : {u"\"0999%1x\",自有,m"_s, u"099901001,\"自%1有\",m"_s,
+                                   u"099901001,\"自有%1\",m"_s, u"099901001,自有,\"m%1x\""_s}) {
+            const CString text = row.arg(control) + u",0999,自有章\n"_s;
+            const ImportReport report = Import(TableKind::Bill, BillHeader + text);
+            EXPECT_FALSE(report.stored) << text.toStdString();
+            EXPECT_TRUE(Refusals(report).contains(u"控制字符"_s)) << Refusals(report).toStdString();
+        }
+    }
+}
+
+TEST_F(TableImport, BlanksAroundNumbersAndUnitsAreTakenOff)
+{
+    const ImportReport report =
+        Import(TableKind::Bill, BillHeader + u"\t099901001 ,自有, m ,0999,自有章\n"_s);
+    EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
+    EXPECT_TRUE(Exported(TableKind::Bill).contains(u"099901001,自有,m,"_s));
+}
+
+TEST_F(TableImport, CharactersThatNoXmlFileHoldsAreRefusedWithTheirColumn)
+{
+    const ImportReport report =
+        Import(TableKind::Bill, BillHeader + u"099901001,自有,m\u0001,0999,自有章\n"_s);
+    EXPECT_EQ(Refusals(report), u"2:单位（unit）含有 XML 文件不能容纳的字符\n"_s);
+}
+
+TEST_F(TableImport, NulInTheHeadingIsRefusedByAWholeMessage)
+{
+    const ImportReport report = Import(TableKind::Bill, u"number,na\0me,unit,section\n"_s);
+    EXPECT_EQ(Refusals(report), u"1:表头：第 2 个列名含有换行或其他控制字符\n"_s);
+}
+
+TEST_F(TableImport, FileWithoutRowsReplacesNoTableThatHasSome)
+{
+    const CString before = Exported(TableKind::Guide);
+    const CString header = before.section(u'\n', 0, 0) + u'\n';
+    const ImportReport report = Import(TableKind::Guide, header, {.replace = true});
+    EXPECT_FALSE(report.stored);
+    EXPECT_TRUE(Refusals(report).contains(u"没有数据行"_s)) << Refusals(report).toStdString();
+    EXPECT_EQ(Exported(TableKind::Guide), before);
+    EXPECT_TRUE(Import(TableKind::Guide, header).stored);
+    m_project.Sql(u"app\\catalogue.db"_s, u"UPDATE quota_items SET bills = ''"_s);
+    EXPECT_TRUE(Import(TableKind::Guide, header, {.replace = true}).stored) << "an empty table comes back";
 }
 
 TEST_F(TableImport, ColumnThatTheFileLacksKeepsItsValues)
@@ -148,11 +196,35 @@ TEST_F(TableImport, NewerCatalogueIsRefused)
     EXPECT_TRUE(ErrorOf([&] { Exported(TableKind::Bill); }).contains(u"更新版本"_s));
 }
 
-TEST_F(TableImport, ExportThatCannotBeWrittenIsAnError)
+TEST_F(TableImport, ExportThatCannotBeWrittenIsAnErrorAndLeavesTheOldFileAlone)
 {
+    m_project.Temp().WriteFile(u"out.csv"_s, "mine");
     test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync}) {
+        files.Inject(fault);
+        if (fault == Write) files.FailAfter(100);
+        const CString error = ErrorOf([&] { Exported(TableKind::Bill); });
+        EXPECT_TRUE(error.startsWith(m_project.Temp().Native(u"out.csv"_s))) << error.toStdString();
+        files.Heal();
+        EXPECT_EQ(m_project.Temp().ReadFile(u"out.csv"_s), "mine");
+        EXPECT_TRUE(files.FindFiles(m_project.Temp().Root(), u".part"_s).isEmpty());
+    }
+}
+
+TEST_F(TableImport, ExportOverAFileLeavesNothingElse)
+{
+    m_project.Temp().WriteFile(u"out.csv"_s, "mine");
+    const CStringArray before = platform::Files().FindFiles(m_project.Temp().Root(), {});
+    EXPECT_TRUE(Exported(TableKind::Bill).contains(u"031001001"_s));
+    EXPECT_EQ(platform::Files().FindFiles(m_project.Temp().Root(), {}).size(), before.size());
+}
+
+TEST_F(TableImport, ExportOverAFolderIsRefused)
+{
+    m_project.Temp().MakeFolder(u"out.csv"_s);
     EXPECT_NE(ErrorOf([&] { Exported(TableKind::Bill); }), u"no error"_s);
+    EXPECT_EQ(platform::Files().FindFolders(m_project.Temp().Root()).count(u"out.csv"_s), 1);
 }
 
 TEST_F(TableImport, FiftyThousandRowsAreTakenInAndCanBeOpened)

@@ -1,5 +1,6 @@
 #include "platform/Files.h"
 
+#include "platform/Paths.h"
 #include "support/TempFolder.h"
 
 #include <QtCore/QFile>
@@ -174,7 +175,10 @@ TEST(FileError, NamesFileAndReason)
     const platform::FileError error(u"C:\\规则.xml"_s, u"denied"_s);
     EXPECT_EQ(error.Path(), u"C:\\规则.xml"_s);
     EXPECT_EQ(error.Reason(), u"denied"_s);
-    EXPECT_EQ(error.Message(), u"C:\\规则.xml: denied"_s);
+    EXPECT_EQ(error.Message(), platform::ToNative(error.Path()) + u": denied"_s);
+#if !defined(_WIN32)
+    EXPECT_EQ(error.Message(), u"C:/规则.xml: denied"_s);
+#endif
     EXPECT_EQ(QString::fromUtf8(error.what()), error.Message());
 }
 

@@ -3,6 +3,7 @@
 
 #include "StoreTesting.h"
 
+#include "platform/Paths.h"
 #include "support/FaultyFileSystem.h"
 #include "support/StrictXml.h"
 #include "xml/Error.h"
@@ -56,7 +57,7 @@ protected:
             action();
             ADD_FAILURE() << "nothing was raised";
         } catch (const xml::Error& error) {
-            EXPECT_TRUE(error.Message().contains(path)) << error.what();
+            EXPECT_TRUE(error.Message().contains(platform::ToNative(path))) << error.what();
         }
     }
 

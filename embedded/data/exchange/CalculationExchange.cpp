@@ -1,5 +1,7 @@
 #include "embedded/data/exchange/CalculationExchange.h"
 
+#include "embedded/data/FormulaChecker.h"
+
 #include <algorithm>
 
 namespace embedded {
@@ -22,6 +24,13 @@ constexpr int LastKind = 5;
 CArray<CStringArray> Lists()
 {
     return {{u"main"_s, u"主要"_s}, {u"other"_s, u"其他"_s}};
+}
+
+/// Refuses an expression that the calculator would not take. Names are free: they are told by the host.
+void RefuseFault(const ImportRow& row, const CString& expression)
+{
+    if (const auto fault = CheckFormula(expression, [](const CString&) { return true; }))
+        row.Refuse(Rule, u"：第 %1 个字符：%2"_s.arg(fault->position + 1).arg(fault->text));
 }
 
 } // namespace
@@ -99,6 +108,7 @@ KeyedTable::Change CalculationExchange::TakeRule(const ImportRow& row, const CSt
     } else if (missing > 0) {
         row.Refuse(Item, u"“%1”的代码、类型和计算规则要都写明或都不写"_s.arg(item));
     } else {
+        if (rule[3] != loaded.value(3)) RefuseFault(row, rule[3]);
         m_agreed.Agree(item, rule.mid(1).join(u' '), row.Line());
     }
     const CString owner = m_itemOfCode.value(rule[1], item);

@@ -10,10 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Whether a text holds a control character, of which line breaks are some.
 bool HoldsControl(const CString& text)
 {
-    return std::any_of(text.begin(), text.end(),
-                       [](QChar character) { return character.category() == QChar::Other_Control; });
+    return std::any_of(text.begin(), text.end(), [](QChar character) {
+        return character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+               character == QChar::ParagraphSeparator;
+    });
 }
 
 } // namespace
@@ -35,6 +38,8 @@ ImportHeader::ImportHeader(const CArray<ImportColumn>& columns, const CsvRecord&
         m_labels.insert(column.name, column.label);
     for (qsizetype field = 0; field < m_fields; ++field) {
         const CString title = record.fields[field].trimmed();
+        if (HoldsControl(title))
+            throw RowRefused(u"表头：第 %1 个列名含有换行或其他控制字符"_s.arg(field + 1));
         const auto column = std::find_if(columns.begin(), columns.end(), [&](const ImportColumn& candidate) {
             return title.compare(candidate.name, Qt::CaseInsensitive) == 0 || title == candidate.label;
         });
@@ -53,20 +58,26 @@ ImportRow::ImportRow(const ImportHeader& header, const CsvRecord& record) : m_he
     if (!record.fault.isEmpty()) throw RowRefused(record.fault);
     if (record.fields.size() != header.Fields())
         throw RowRefused(u"有 %1 个字段，表头有 %2 个"_s.arg(record.fields.size()).arg(header.Fields()));
-    if (!std::all_of(record.fields.begin(), record.fields.end(), xml::IsText))
-        throw RowRefused(u"含有 XML 文件不能容纳的字符"_s);
+    for (qsizetype field = 0; field < header.Fields(); ++field) {
+        if (!xml::IsText(record.fields[field]))
+            Refuse(header.ColumnOf(field), u"含有 XML 文件不能容纳的字符"_s);
+    }
 }
 
 CString ImportRow::Text(const CString& column, const CString& absent) const
 {
     const qsizetype field = m_header.FieldOf(column);
-    return field < 0 ? absent : m_record.fields[field];
+    if (field < 0) return absent;
+    RefuseControl(column, m_record.fields[field]);
+    return m_record.fields[field];
 }
 
 CString ImportRow::Word(const CString& column, const CString& absent) const
 {
-    CString word = Text(column, absent).trimmed();
-    if (HoldsControl(word)) Refuse(column, u"含有控制字符"_s);
+    const qsizetype field = m_header.FieldOf(column);
+    if (field < 0) return absent.trimmed();
+    CString word = m_record.fields[field].trimmed();
+    RefuseControl(column, word);
     return word;
 }
 
@@ -102,6 +113,11 @@ CString ImportRow::Choice(const CString& column, const CArray<CStringArray>& cho
         known += words;
     }
     Refuse(column, u"应为 %1 之一，而不是“%2”"_s.arg(known.join(u"、"_s), word));
+}
+
+void ImportRow::RefuseControl(const CString& column, const CString& text) const
+{
+    if (HoldsControl(text)) Refuse(column, u"含有换行或其他控制字符"_s);
 }
 
 void ImportRow::Refuse(const CString& column, const CString& reason) const

@@ -30,12 +30,14 @@ class ImportHeader
 {
 public:
     /// Names and labels count alike, without regard to letter case and blanks around them. Raises
-    /// `RowRefused` for an unknown, repeated or missing column.
+    /// `RowRefused` for an unknown, repeated or missing column, and for control characters.
     ImportHeader(const CArray<ImportColumn>& columns, const CsvRecord& record);
 
     qsizetype Fields() const noexcept { return m_fields; }
     /// The field of a column; -1 when the file has no such column.
     qsizetype FieldOf(const CString& column) const { return m_fieldOf.value(column, -1); }
+    /// The column of a field, which is one of those in the file.
+    CString ColumnOf(qsizetype field) const { return m_fieldOf.key(field); }
     CString LabelOf(const CString& column) const { return m_labels.value(column); }
 
 private:
@@ -53,9 +55,10 @@ public:
     ImportRow(const ImportHeader& header, const CsvRecord& record);
 
     int Line() const noexcept { return m_record.line; }
-    /// The field as it stands; `absent` when the file has no such column.
+    /// The field as it stands; `absent` when the file has no such column. A control character, of which line
+    /// breaks are some, is refused.
     CString Text(const CString& column, const CString& absent = {}) const;
-    /// The same, without blanks around it. A control character is refused.
+    /// The same, without blanks and line breaks around it, which are not refused.
     CString Word(const CString& column, const CString& absent = {}) const;
     /// A word that may not be empty.
     CString Key(const CString& column) const;
@@ -71,6 +74,8 @@ public:
     [[noreturn]] void Refuse(const CString& column, const CString& reason) const;
 
 private:
+    void RefuseControl(const CString& column, const CString& text) const;
+
     const ImportHeader& m_header;
     const CsvRecord& m_record;
 };
