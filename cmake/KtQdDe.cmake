@@ -36,15 +36,28 @@ function(ktqdde_test_settings target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0> $<$<CXX_COMPILER_ID:MSVC>:/Od>)
 endfunction()
 
-# ktqdde_test(NAME LABEL label SOURCES file... LINKS library...)
-# One GoogleTest program, found test by test, each with the label. Tests may run side by side:
-# every one works in a temporary folder of its own.
+# ktqdde_test(NAME LABEL label [SHARDS count] SOURCES file... LINKS library...)
+# One GoogleTest program, run as `count` parts that may run side by side: every test works in a temporary folder of its
+# own. A process for every test would take longer to start than most tests to run; KTQDDE_TESTS_APART asks for it, to
+# see whether a test leans on another one.
 function(ktqdde_test name)
-    cmake_parse_arguments(ARG "" "LABEL" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "LABEL;SHARDS" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LINKS} KtQdDe::test_support GTest::gmock)
     ktqdde_test_settings(${name})
     target_precompile_headers(${name} REUSE_FROM ktqdde_test_headers)
-    gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60
-        DISCOVERY_MODE PRE_TEST)
+    if(KTQDDE_TESTS_APART)
+        gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60
+            DISCOVERY_MODE PRE_TEST)
+        return()
+    endif()
+    if(NOT ARG_SHARDS)
+        set(ARG_SHARDS 1)
+    endif()
+    math(EXPR last "${ARG_SHARDS} - 1")
+    foreach(shard RANGE ${last})
+        add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${name}.${shard} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 600 COST ${ARG_SHARDS}
+            ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard}")
+    endforeach()
 endfunction()
