@@ -6,8 +6,12 @@
 #include <array>
 #include <cstdio>
 
+#ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX // some standard libraries define it
 #define NOMINMAX
+#endif
 #include <windows.h>
 
 #include <fcntl.h>
@@ -21,6 +25,8 @@ constexpr UINT Gb18030CodePage = 54936;
 constexpr UINT GbkCodePage = 936;
 /// Of a path with all its marks, in characters, the end included.
 constexpr DWORD LongestPath = 32768;
+/// ERROR_DISK_QUOTA_EXCEEDED, which not every version of the system's headers has.
+constexpr DWORD DiskQuotaExceeded = 1295;
 
 HANDLE HandleOf(QFile& file)
 {
@@ -35,7 +41,7 @@ UINT CodePageOf(const char* charset)
 
 bool MeansNoRoom(DWORD error)
 {
-    return error == ERROR_DISK_FULL || error == ERROR_DISK_QUOTA_EXCEEDED;
+    return error == ERROR_DISK_FULL || error == DiskQuotaExceeded;
 }
 
 /// Encodes into `out`, or only measures when `size` is 0. Gives the length, or 0 when a character has no

@@ -1,7 +1,11 @@
 #include "platform/Process.h"
 
+#ifndef WIN32_LEAN_AND_MEAN
 #define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX // some standard libraries define it
 #define NOMINMAX
+#endif
 #include <windows.h>
 
 // after windows.h, on whose types it relies
