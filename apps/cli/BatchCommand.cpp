@@ -30,7 +30,7 @@ CommandInfo Describe()
         "NewFile，它们先保存旧文件）的地方写入文件。各键和回答的写法见手册 docs/json.md。\n操作："_s +
         BatchOperationNames().join(u"、"_s);
     info.minPositional = info.maxPositional = 1;
-    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名，不存在时新建；不写时为项目的当前配置"_s, {}},
+    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名，不存在时新建；不写时为工程的当前配置"_s, {}},
                     {u"spec"_s, u"NAME"_s, u"只在这一次使用的专业"_s, {}},
                     {u"keep-going"_s, {}, u"没有做成的操作之后继续"_s, {}}};
     return info;

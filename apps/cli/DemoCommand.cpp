@@ -26,9 +26,9 @@ CommandInfo Describe()
     CommandInfo info;
     info.name = u"demo"_s;
     info.syntax = u"[DIR]"_s;
-    info.summary = u"在示例项目上走一遍：看规则、加规则、保存、看变化"_s;
-    info.description = u"在 DIR（不写时为临时文件夹下的新文件夹）中建立示例项目，显示规则文件，加一条规则，\n"
-                       "保存后重新读取，最后说明规则文件里变了什么。DIR 中已有项目时拒绝。"_s;
+    info.summary = u"在示例工程上走一遍：看规则、加规则、保存、看变化"_s;
+    info.description = u"在 DIR（不写时为临时文件夹下的新文件夹）中建立示例工程，显示规则文件，加一条规则，\n"
+                       "保存后重新读取，最后说明规则文件里变了什么。DIR 中已有工程时拒绝。"_s;
     info.maxPositional = 1;
     info.needsProject = false;
     return info;
@@ -45,7 +45,7 @@ QString FreshFolder()
 void CreateDemoProject(const QString& folder)
 {
     if (embedded::IsProject(folder))
-        throw Refusal(u"%1 中已有项目：请换一个文件夹，或先删除它"_s.arg(QDir::toNativeSeparators(folder)));
+        throw Refusal(u"%1 中已有工程：请换一个文件夹，或先删除它"_s.arg(QDir::toNativeSeparators(folder)));
     sample::CreateSampleProject(folder);
 }
 
@@ -74,8 +74,8 @@ void Introduce(const QString& folder, const CString& path)
     WriteText(
         u"KtQdDeConfig 演示\n"
         "  一条规则说的是：某一小类的构件，在条件全部满足时，套哪些清单项和定额项。\n"_s +
-        Heading(u"一、示例项目"_s, u"项目是一个文件夹；规则写在规则文件里，每个专业一段。"_s) +
-        u"  项目文件夹：%1\n  规则文件：%2\n  专业：给排水　模式：清单模式（规则下挂清单，清单下挂定额）\n"_s
+        Heading(u"一、示例工程"_s, u"工程是一个文件夹；规则写在规则文件里，每个专业一段。"_s) +
+        u"  工程文件夹：%1\n  规则文件：%2\n  专业：给排水　模式：清单模式（规则下挂清单，清单下挂定额）\n"_s
             .arg(QDir::toNativeSeparators(folder), platform::ToNative(path)));
 }
 

@@ -26,7 +26,7 @@ CommandInfo Describe()
     info.name = u"history"_s;
     info.syntax = u"list|show 编号|diff 编号 [编号]|restore 编号|limit [个数] [--config FILE]"_s;
     info.summary = u"规则文件的历史副本：列出、显示、比较、恢复"_s;
-    info.description = u"每个会改写规则文件的命令事先都把原文件留一份副本，放在项目的 history 文件夹中。\n"
+    info.description = u"每个会改写规则文件的命令事先都把原文件留一份副本，放在工程的 history 文件夹中。\n"
                        "  list            列出副本，新的在前\n"
                        "  show 编号       显示一个副本的内容\n"
                        "  diff 编号       副本与规则文件现在的内容比较；给两个编号时比较两个副本\n"

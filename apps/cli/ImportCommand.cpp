@@ -17,8 +17,8 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"import"_s;
-    info.syntax = TableKindWords() + u" FILE.csv [--replace]"_s;
-    info.summary = u"把自己的类别、属性、清单、定额等读入项目"_s;
+    info.syntax = TableKindWords() + u" FILE.csv [--library CODE] [--replace]"_s;
+    info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
     info.description =
         u"FILE.csv 是 UTF-8 或 GB18030 的 CSV 文件，第一行是列名，各列见手册 docs/data.md：\n"
         "  catalog     专业、大类和小类\n"
@@ -27,11 +27,12 @@ CommandInfo Describe()
         "  quota       定额库\n"
         "  guide       清单项套哪些定额\n"
         "  calc        计算项目和计算规则\n"
+        "  libraries   有哪些清单库和定额库\n"
         "同一编号（名称、代码）的行被修改，新的加在后面；--replace 则以文件代替整个表。\n"
         "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
         "想先留一份原数据，用 ktqdde export。"_s;
     info.minPositional = info.maxPositional = 2;
-    info.options = {{u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
+    info.options = {LibraryOption(), {u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
     return info;
 }
 
@@ -61,7 +62,8 @@ embedded::ImportReport RunImport(const Arguments& arguments)
     ProgressLine line;
     try {
         return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
-                                {arguments.Has(u"replace"_s)}, [&](int percent) {
+                                {arguments.Has(u"replace"_s), arguments.Value(u"library"_s)},
+                                [&](int percent) {
                                     line.Show(percent);
                                     return !interrupt.HasCome();
                                 });
@@ -91,6 +93,8 @@ void ImportCommand::Run(const Arguments& arguments) const
                        .arg(report.added)
                        .arg(report.changed)
                        .arg(report.removed);
+    if (!report.library.code.isEmpty())
+        text += u"库：%1 %2\n"_s.arg(report.library.code, report.library.name);
     for (const CString& note : report.notes)
         text += note + u'\n';
     WriteText(text);

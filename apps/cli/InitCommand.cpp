@@ -15,12 +15,14 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"init"_s;
-    info.syntax = u"DIR [--mode bill|quota] [--spec NAME]"_s;
-    info.summary = u"新建项目"_s;
-    info.description = u"在文件夹 DIR 中建立项目：应用文件夹、项目库和 ini 文件。DIR 不存在时新建。"_s;
+    info.syntax = u"DIR [--mode bill|quota] [--spec NAME] [--bill-library CODE] [--quota-library CODE]"_s;
+    info.summary = u"新建工程"_s;
+    info.description = u"在文件夹 DIR 中建立工程：应用文件夹、工程文件 project.ktqd 和 ini 文件。DIR 不存在时新建。"_s;
     info.minPositional = info.maxPositional = 1;
     info.options = {{u"mode"_s, u"bill|quota"_s, u"清单模式（不写时）或定额模式"_s, {}},
-                    {u"spec"_s, u"NAME"_s, u"当前专业；不写时为第一个专业"_s, {}}};
+                    {u"spec"_s, u"NAME"_s, u"当前专业；不写时为第一个专业"_s, {}},
+                    {u"bill-library"_s, u"CODE"_s, u"清单库的代码；不写时为第一个清单库"_s, {}},
+                    {u"quota-library"_s, u"CODE"_s, u"该模式的定额库的代码；不写时为第一个"_s, {}}};
     info.needsProject = false;
     return info;
 }
@@ -43,9 +45,11 @@ void InitCommand::Run(const Arguments& arguments) const
     embedded::ProjectOptions options;
     options.mode = ModeOf(arguments.Value(u"mode"_s));
     options.spec = arguments.Value(u"spec"_s);
+    options.billLibrary = arguments.Value(u"bill-library"_s);
+    options.quotaLibrary = arguments.Value(u"quota-library"_s);
     embedded::CreateProject(folder, options);
     const Session session(folder);
-    WriteText(u"已建立项目：%1（%2，专业 %3）\n"_s.arg(
+    WriteText(u"已建立工程：%1（%2，专业 %3）\n"_s.arg(
         folder, session.IsBillMode() ? u"清单模式"_s : u"定额模式"_s, session.Spec()));
 }
 

@@ -20,7 +20,7 @@ CommandInfo Describe()
     info.syntax = u"FILE"_s;
     info.summary = u"换用另一个规则文件作为当前配置"_s;
     info.description =
-        u"FILE 是规则文件或配置名。原来的当前配置先保存。项目只记住配置名：规则文件夹以外的文件，\n"
+        u"FILE 是规则文件或配置名。原来的当前配置先保存。工程只记住配置名：规则文件夹以外的文件，\n"
         "下次打开的是规则文件夹中同名的配置。"_s;
     info.minPositional = info.maxPositional = 1;
     return info;
@@ -41,7 +41,7 @@ void LoadCommand::Run(const Arguments& arguments) const
     WriteText(u"已换用：%1\n"_s.arg(platform::ToNative(path)));
     const CString current = presenter.GetCurConfigDetailPath();
     if (current.compare(path, Qt::CaseInsensitive) != 0)
-        WriteText(u"注意：项目记住的当前配置是“%1”，下次打开的是 %2\n"_s.arg(presenter.GetCurConfig(),
+        WriteText(u"注意：工程记住的当前配置是“%1”，下次打开的是 %2\n"_s.arg(presenter.GetCurConfig(),
                                                                              platform::ToNative(current)));
 }
 

@@ -6,6 +6,7 @@
 #include "cli/HistoryCommand.h"
 #include "cli/ImportCommand.h"
 #include "cli/InitCommand.h"
+#include "cli/LibraryCommand.h"
 #include "cli/LoadCommand.h"
 #include "cli/NewCommand.h"
 #include "cli/RefreshCommand.h"
@@ -32,6 +33,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<WriteHeadCommand>());
     commands.push_back(std::make_unique<UnwrapCommand>());
     commands.push_back(std::make_unique<HistoryCommand>());
+    commands.push_back(std::make_unique<LibraryCommand>());
     commands.push_back(std::make_unique<ImportCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
     return commands;

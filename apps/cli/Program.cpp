@@ -19,7 +19,7 @@ enum ExitStatus { Done = 0, Refused = 1, WrongUsage = 2 };
 
 CArray<Option> CommonOptions()
 {
-    return {{u"project"_s, u"DIR"_s, u"项目文件夹；不写时取环境变量 KTQDDE_PROJECT"_s, {}},
+    return {{u"project"_s, u"DIR"_s, u"工程文件夹；不写时取环境变量 KTQDDE_PROJECT"_s, {}},
             {u"help"_s, {}, u"显示说明"_s, u'h'}};
 }
 

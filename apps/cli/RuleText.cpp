@@ -2,6 +2,7 @@
 
 #include "cli/Failure.h"
 #include "cli/TextTable.h"
+#include "host/NvKtDataMng.h"
 
 #include <algorithm>
 
@@ -17,22 +18,31 @@ bool Selects(const CString& filter, const SmallCategory& category)
            category.text.startsWith(filter + u'\\');
 }
 
-CStringArray QuotaCells(const CString& kind, const DeStruct& de)
+/// What an item is, with a remark when it is of another library than that in use: the dialogs do not show it.
+CString Kind(const CString& word, const CString& library, const CString& inUse)
 {
-    return {kind, de.strDeId, de.strName, de.strUnit, de.strFormula, de.strAnnex};
+    const bool isInUse = library.compare(inUse, Qt::CaseInsensitive) == 0;
+    return isInUse ? word : word + u"（其他库）"_s;
+}
+
+CStringArray QuotaCells(const CString& word, const DeStruct& de, const CString& inUse)
+{
+    return {Kind(word, de.strDeCode, inUse), de.strDeId, de.strName, de.strUnit, de.strFormula, de.strAnnex};
 }
 
 CArray<CStringArray> ItemRows(const ConfigNode& rule)
 {
+    const NvKtDataMng::CAtt libraries;
     CArray<CStringArray> rows;
     for (const QdNode* item : rule.GetQd()) {
         const QdStruct& qd = item->GetRecord();
-        rows.append({u"清单"_s, qd.strQdId, qd.strName, qd.strUnit, qd.strFormula, qd.strAnnex});
+        rows.append({Kind(u"清单"_s, qd.strQdCode, libraries.GetQdCode()), qd.strQdId, qd.strName, qd.strUnit,
+                     qd.strFormula, qd.strAnnex});
         for (const DeNode* de : item->GetDe())
-            rows.append(QuotaCells(u"└定额"_s, de->GetRecord()));
+            rows.append(QuotaCells(u"└定额"_s, de->GetRecord(), libraries.GetQdDeCode()));
     }
     for (const DeNode* de : rule.GetDe())
-        rows.append(QuotaCells(u"定额"_s, de->GetRecord()));
+        rows.append(QuotaCells(u"定额"_s, de->GetRecord(), libraries.GetDeCode()));
     return rows;
 }
 

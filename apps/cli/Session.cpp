@@ -13,7 +13,7 @@ QString NamedProject(const Arguments& arguments)
 {
     QString folder = arguments.Value(u"project"_s);
     if (folder.isEmpty()) folder = qEnvironmentVariable("KTQDDE_PROJECT");
-    if (folder.isEmpty()) throw UsageError(u"没有指明项目：用 --project DIR 或环境变量 KTQDDE_PROJECT"_s);
+    if (folder.isEmpty()) throw UsageError(u"没有指明工程：用 --project DIR 或环境变量 KTQDDE_PROJECT"_s);
     return folder;
 }
 

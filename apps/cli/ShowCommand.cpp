@@ -21,8 +21,8 @@ CommandInfo Describe()
     info.summary = u"显示规则文件中的规则"_s;
     info.description = u"显示一个专业的规则：每条规则的条件、清单和定额。只有空默认规则的小类不列出，\n"
                        "只报个数；用 --category 指明类别时全部列出。规则文件读不了时指出行、列和原因。"_s;
-    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为项目的当前配置"_s, {}},
-                    {u"spec"_s, u"NAME"_s, u"专业；不写时为项目的当前专业"_s, {}},
+    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}},
+                    {u"spec"_s, u"NAME"_s, u"专业；不写时为工程的当前专业"_s, {}},
                     {u"category"_s, u"TEXT"_s, u"类别：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
                     {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
     return info;

@@ -18,9 +18,16 @@ struct NamedKind
 };
 
 constexpr NamedKind Kinds[] = {
-    {u"catalog", embedded::TableKind::Catalog}, {u"attributes", embedded::TableKind::Attributes},
-    {u"bill", embedded::TableKind::Bill},       {u"quota", embedded::TableKind::Quota},
-    {u"guide", embedded::TableKind::Guide},     {u"calc", embedded::TableKind::Calc}};
+    {u"catalog", embedded::TableKind::Catalog},    {u"attributes", embedded::TableKind::Attributes},
+    {u"bill", embedded::TableKind::Bill},          {u"quota", embedded::TableKind::Quota},
+    {u"guide", embedded::TableKind::Guide},        {u"calc", embedded::TableKind::Calc},
+    {u"libraries", embedded::TableKind::Libraries}};
+
+bool BelongsToALibrary(embedded::TableKind kind)
+{
+    using enum embedded::TableKind;
+    return kind == Bill || kind == Quota || kind == Guide;
+}
 
 } // namespace
 
@@ -32,6 +39,12 @@ CString TableKindWords()
     return words.join(u'|');
 }
 
+Option LibraryOption()
+{
+    return {
+        u"library"_s, u"CODE"_s, u"bill、quota、guide 的库，见 ktqdde library；不写时为工程正在使用的"_s, {}};
+}
+
 embedded::TableKind NamedTableKind(const Arguments& arguments)
 {
     const CString word = arguments.Positional()[0];
@@ -39,6 +52,8 @@ embedded::TableKind NamedTableKind(const Arguments& arguments)
                                     [&](const NamedKind& candidate) { return candidate.word == word; });
     if (named == std::end(Kinds))
         throw UsageError(u"没有“%1”这种数据，只有 %2"_s.arg(word, TableKindWords()));
+    if (arguments.Has(u"library"_s) && !BelongsToALibrary(named->kind))
+        throw UsageError(u"--library 只用于 bill、quota、guide"_s);
     return named->kind;
 }
 

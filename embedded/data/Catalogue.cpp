@@ -1,8 +1,11 @@
 #include "embedded/data/Catalogue.h"
 
+#include <algorithm>
+
 namespace embedded {
 
-Catalogue::Catalogue(const CatalogueData& data) : m_data(data)
+Catalogue::Catalogue(const CatalogueData& data, const LibraryContents& libraries)
+    : m_data(data), m_libraries(libraries)
 {
     for (const Specialty& specialty : data.specialties) {
         m_specialtiesById.insert(specialty.id.strSpecId, &specialty);
@@ -91,7 +94,14 @@ CString Catalogue::GetIndexPath(const CString& treePath)
 {
     if (!treePath.endsWith(u'\\')) return {};
     const SmallCategory* const category = FindByName(treePath.chopped(1));
-    return category == nullptr ? CString() : category->indexPath;
+    if (category == nullptr) return {};
+    const auto& bills = m_libraries.bills;
+    for (const CString& place : category->indexPath.split(u'|', Qt::SkipEmptyParts)) {
+        if (std::any_of(bills.begin(), bills.end(),
+                        [&](const BillSection& section) { return section.indexPath == place; }))
+            return place;
+    }
+    return {};
 }
 
 const SmallCategory* Catalogue::FindByName(const CString& fullName) const

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "embedded/data/CatalogueData.h"
+#include "embedded/data/LibraryContents.h"
 #include "host/Roles.h"
 
 namespace embedded {
 
 /// Specialties and categories of the catalogue. Full names and the ids of small categories are looked up in
 /// hash tables, for every read of a rule file asks for every category. `data` must outlive this and must not
-/// change.
+/// change; `libraries`, what the libraries in use hold, must outlive this, too.
 class Catalogue : public host::ICategories
 {
 public:
-    explicit Catalogue(const CatalogueData& data);
+    Catalogue(const CatalogueData& data, const LibraryContents& libraries);
 
     bool SpecNameToId(const CString& name, SNvKtSpecId& id) override;
     bool BigCategoryNameToId(const CString& fullName, SNvKtBigCategoryId& id) override;
@@ -22,7 +23,8 @@ public:
                                              CArray<SNvKtSmallCategoryId>& ids) override;
     bool GetBigCategoryName(const SNvKtBigCategoryId& id, CString& name) override;
     bool GetSmallCategoryName(const SNvKtSmallCategoryId& id, CString& name) override;
-    /// A small category's own place. Big categories and specialties have none.
+    /// Of a small category's places the first that is a section of the bill library in use. Big categories
+    /// and specialties have none.
     CString GetIndexPath(const CString& treePath) override;
 
     /// The small category of a full name or of an id (only the level's own id counts); null when there is
@@ -32,6 +34,7 @@ public:
 
 private:
     const CatalogueData& m_data;
+    const LibraryContents& m_libraries;
     QHash<CString, const Specialty*> m_specialtiesById;
     QHash<CString, const Specialty*> m_specialtiesByName;
     QHash<CString, const BigCategory*> m_bigCategoriesById;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "embedded/data/LibraryContents.h"
 #include "host/Records.h"
 
 #include <QtCore/QHash>
@@ -16,7 +15,7 @@ struct SmallCategory
     CString name;
     CString fullName; ///< specialty, big and small category joined by backslashes
     int attType = 0;
-    CString indexPath;
+    CString indexPath;       ///< places in bill libraries, separated by bars
     CStringArray attributes; ///< four texts per attribute: group, display name, drop list, code
     CStringArray mainItems;  ///< calculation items that the category is measured by
     CStringArray otherItems; ///< calculation items that go with it
@@ -51,28 +50,14 @@ struct DropList
     CStringArray values;
 };
 
-/// A library's name tag, and for a bill library the coding rule of its numbers.
-struct LibraryTag
-{
-    CString code;
-    CString fileName;
-    CString local;
-    CString year;
-    int codeLength = -1;
-    int suffixLength = -1;
-};
-
-/// The whole catalogue in memory. Loaded once and never changed, so that parts of it may be pointed at.
+/// The catalogue in memory, without its libraries. Loaded once and never changed, so that parts of it may be
+/// pointed at.
 struct CatalogueData
 {
     std::vector<Specialty> specialties;
     QHash<CString, CellSource> cells;            ///< by attribute code
     QHash<CString, std::vector<DropList>> lists; ///< by attribute code, in their own order
     QHash<CString, RuleCodeStruct> rules;        ///< by calculation item
-    LibraryTag billLibrary;
-    LibraryTag quotaLibrary;        ///< of quota mode
-    LibraryTag quotaLibraryOfBills; ///< of bill mode
-    LibraryContents contents;
 };
 
 } // namespace embedded

@@ -1,32 +1,10 @@
 #include "embedded/data/CatalogueDatabase.h"
 
-#include "embedded/data/DataFile.h"
-#include "embedded/data/Schema.h"
-
 namespace embedded {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int SchemaVersion = 1;
-
-/// The tables of catalogue.sql; each is filled from the shipped table of its name.
-const CStringArray& Tables()
-{
-    static const CStringArray tables{
-        u"specialties"_s, u"big_categories"_s,    u"small_categories"_s,  u"attributes"_s, u"cell_data"_s,
-        u"drop_lists"_s,  u"calculation_rules"_s, u"calculation_items"_s, u"libraries"_s,  u"bill_sections"_s,
-        u"bill_items"_s,  u"quota_sections"_s,    u"quota_items"_s};
-    return tables;
-}
-
-void Fill(Database& database)
-{
-    database.ExecuteScript(CString::fromUtf8(ShippedFile(u"catalogue.sql"_s)));
-    for (const CString& table : Tables())
-        ImportShipped(database, table);
-}
 
 CStringArray List(const CString& joined, QChar separator)
 {
@@ -48,9 +26,6 @@ public:
         LoadAttributes();
         LoadValueSources();
         LoadCalculation();
-        LoadLibraryTags();
-        LoadBills();
-        LoadQuotas();
         return std::move(m_data);
     }
 
@@ -82,9 +57,6 @@ private:
     void LoadAttributes();
     void LoadValueSources();
     void LoadCalculation();
-    void LoadLibraryTags();
-    void LoadBills();
-    void LoadQuotas();
 
     Database& m_database;
     CatalogueData m_data;
@@ -170,65 +142,7 @@ void Loader::LoadCalculation()
     });
 }
 
-void Loader::LoadLibraryTags()
-{
-    QHash<CString, LibraryTag> tags;
-    Each(u"role, code, file_name, local, year, code_length, suffix_length"_s, u"libraries"_s,
-         [&](const Row& row) {
-             tags.insert(Text(row, 0), {Text(row, 1), Text(row, 2), Text(row, 3), Text(row, 4),
-                                        Number(row, 5), Number(row, 6)});
-         });
-    m_data.billLibrary = tags.value(u"qd"_s);
-    m_data.quotaLibrary = tags.value(u"de"_s);
-    m_data.quotaLibraryOfBills = tags.value(u"qd_de"_s);
-}
-
-void Loader::LoadBills()
-{
-    Each(u"index_path, title"_s, u"bill_sections"_s, [&](const Row& row) {
-        m_data.contents.bills.push_back({Text(row, 0), Text(row, 1), {}});
-    });
-    Each(u"number, name, unit, unit_code, with_annex, cal_rule, index_path"_s, u"bill_items"_s,
-         [&](const Row& row) {
-             SQdInfo item;
-             item.strNumber = Text(row, 0);
-             item.strName = Text(row, 1);
-             item.strUnit = Text(row, 2);
-             item.nUnitCode = Number(row, 3);
-             item.nWithAnnex = Number(row, 4);
-             item.strCalRule = Text(row, 5);
-             Find(m_data.contents.bills, &BillSection::indexPath, Text(row, 6)).items.push_back(item);
-         });
-}
-
-void Loader::LoadQuotas()
-{
-    Each(u"code, title"_s, u"quota_sections"_s, [&](const Row& row) {
-        m_data.contents.quotas.push_back({Text(row, 0), Text(row, 1), {}});
-    });
-    Each(u"number, name, unit, unit_code, with_annex, cal_rule, section, bills"_s, u"quota_items"_s,
-         [&](const Row& row) {
-             QuotaItem item;
-             item.record = {Number(row, 3), Number(row, 4), Text(row, 0),
-                            Text(row, 1),   Text(row, 2),   Text(row, 5)};
-             item.bills = List(Text(row, 7), u',');
-             Find(m_data.contents.quotas, &QuotaSection::code, Text(row, 6)).items.push_back(item);
-         });
-}
-
 } // namespace
-
-CatalogueData LoadCatalogue(const CString& path)
-{
-    Database database(path);
-    EnsureCatalogue(database);
-    return ReadCatalogue(database);
-}
-
-void EnsureCatalogue(Database& database)
-{
-    EnsureSchema(database, SchemaVersion, [&] { Fill(database); });
-}
 
 CatalogueData ReadCatalogue(Database& database)
 {

@@ -5,13 +5,12 @@
 
 namespace embedded {
 
-/// Reads the catalogue from the database at a path text. A missing or empty database is first filled with the
-/// shipped tables. Raises `Error` when the database is damaged, locked, newer or not writable while it has to
-/// be filled.
-CatalogueData LoadCatalogue(const CString& path);
-
-/// The two steps of that on an open database.
+/// Sees to it that a database is a catalogue of this program's schema: an empty one is filled with the
+/// shipped tables, an older one is rewritten in one transaction. Raises `Error` when the database is damaged,
+/// locked, newer or not writable while it has to be written.
 void EnsureCatalogue(Database& database);
+
+/// Reads a catalogue, without its libraries. Raises `Error`.
 CatalogueData ReadCatalogue(Database& database);
 
 } // namespace embedded

@@ -3,14 +3,22 @@
 #include "embedded/data/EmbeddedHost.h"
 #include "embedded/data/ProjectDatabase.h"
 #include "embedded/data/ProjectFolder.h"
+#include "embedded/data/ShippedLibraries.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+
+#include <QtCore/QDir>
 
 namespace embedded {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// How far the work is, in percent.
+constexpr int Begun = 0;
+constexpr int Locked = 10;
+constexpr int Catalogued = 80;
 
 [[noreturn]] void RefuseSecondProject(const ProjectFolder& folder)
 {
@@ -27,6 +35,27 @@ CString SpecialtyOf(const ProjectOptions& options)
     return options.spec;
 }
 
+/// What the project is to be set to. Which library is the first of a role may change with the catalogue, so
+/// every role gets its code.
+ProjectDatabase::Settings SettingsOf(const ProjectOptions& options)
+{
+    const CArray<Library> shipped = AllShippedLibraries();
+    ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options)};
+    for (const LibraryRole role : AllLibraryRoles) {
+        CString code;
+        if (role == LibraryRole::Bill) code = options.billLibrary;
+        if (role == QuotaRole(options.mode)) code = options.quotaLibrary;
+        settings.libraries.emplace(role, RequireLibrary(shipped, role, code).name.code);
+    }
+    return settings;
+}
+
+void MakeCatalogue(const ProjectFolder& folder)
+{
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue);
+}
+
 /// Writes the profile unless one stands there, which may hold entries of others. A piece of one would be
 /// taken for such a profile the next time, so a failure leaves none.
 void WriteProfile(const CString& path)
@@ -41,6 +70,29 @@ void WriteProfile(const CString& path)
     }
 }
 
+/// What a creation makes and nobody had made before.
+class NewPlaces
+{
+public:
+    /// `paths` come in the order in which they are made.
+    explicit NewPlaces(const CStringArray& paths)
+    {
+        for (const CString& path : paths)
+            if (!platform::Files().Exists(path)) m_paths.prepend(path);
+    }
+
+    /// Removes it. A folder in which others have put something stays.
+    void Remove()
+    {
+        m_paths.removeIf([](const CString& path) {
+            return platform::Files().Remove(path) || QDir().rmdir(platform::ToNative(path));
+        });
+    }
+
+private:
+    CStringArray m_paths; ///< what is still to be removed, the last made first
+};
+
 void WriteFiles(const ProjectFolder& folder)
 {
     try {
@@ -52,25 +104,46 @@ void WriteFiles(const ProjectFolder& folder)
     }
 }
 
-} // namespace
-
-void CreateProject(const QString& nativeFolder, const ProjectOptions& options)
+/// The write lock on the project file keeps others out until everything stands, and the file becomes a
+/// project only by the commit. Whoever cancels removes it under the lock: nobody else can have begun then.
+void FillFolder(const ProjectFolder& folder, const ProjectDatabase::Settings& settings,
+                const Progress& progress, NewPlaces& places)
 {
-    const ProjectFolder folder(nativeFolder);
-    const ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options)};
-    if (folder.HoldsProject()) RefuseSecondProject(folder);
-    EnsureFolder(folder.Path());
-    EnsureFolder(folder.AppFolder());
-
-    // The write lock on the project file keeps others out until everything stands, and the file becomes a
-    // project only by the commit.
     Database database(folder.ProjectFile());
     Transaction transaction(database);
     if (!database.IsEmpty()) RefuseSecondProject(folder);
-    LoadCatalogue(folder.CatalogueFile());
+    if (!platform::Files().Exists(folder.ProjectFile()))
+        database.Fail(u"另一个程序刚刚取消了在此新建，请再试一次"_s);
+    try {
+        Tell(progress, Locked);
+        MakeCatalogue(folder);
+        Tell(progress, Catalogued);
+    } catch (const Cancelled&) {
+        places.Remove();
+        throw;
+    }
     WriteFiles(folder);
     ProjectDatabase::Fill(database, settings);
     transaction.Commit();
+}
+
+} // namespace
+
+void CreateProject(const QString& nativeFolder, const ProjectOptions& options, const Progress& progress)
+{
+    const ProjectFolder folder(nativeFolder);
+    const ProjectDatabase::Settings settings = SettingsOf(options);
+    if (folder.HoldsProject()) RefuseSecondProject(folder);
+    NewPlaces places({folder.Path(), folder.AppFolder(), folder.ProjectFile(), folder.CatalogueFile()});
+    try {
+        Tell(progress, Begun);
+        EnsureFolder(folder.Path());
+        EnsureFolder(folder.AppFolder());
+        FillFolder(folder, settings, progress, places);
+    } catch (const Cancelled&) {
+        places.Remove(); // where the platform removes no file that is open
+        throw;
+    }
 }
 
 bool IsProject(const QString& nativeFolder)

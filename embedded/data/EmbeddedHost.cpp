@@ -21,24 +21,34 @@ CString ExistingProjectFile(const ProjectFolder& folder)
     return folder.ProjectFile();
 }
 
+CatalogueData ReadEnsured(Database& catalogue)
+{
+    EnsureCatalogue(catalogue);
+    return ReadCatalogue(catalogue);
+}
+
 } // namespace
 
 struct EmbeddedHost::Parts
 {
     explicit Parts(const ProjectFolder& place)
-        : folder(place), database(ExistingProjectFile(place)), data(LoadCatalogue(folder.CatalogueFile())),
-          catalogue(data), attributes(data, catalogue), libraries(data, database, folder.RuleFolder()),
-          project(folder.ProjectFile(), database.ReadSettings(), catalogue), profile(folder.AppFolder()),
+        : folder(place), database(ExistingProjectFile(place)), settings(database.ReadSettings()),
+          catalogueDatabase(folder.CatalogueFile()), data(ReadEnsured(catalogueDatabase)),
+          libraries(catalogueDatabase, database, settings, folder.RuleFolder()),
+          catalogue(data, libraries.Contents()), attributes(data, catalogue),
+          project(folder.ProjectFile(), settings, catalogue), profile(folder.AppFolder()),
           calculation(data, catalogue), history(folder)
     {
     }
 
     ProjectFolder folder;
     ProjectDatabase database;
+    ProjectDatabase::Settings settings; ///< those of the moment of opening
+    Database catalogueDatabase;
     CatalogueData data;
+    Libraries libraries;
     Catalogue catalogue;
     Attributes attributes;
-    Libraries libraries;
     Project project;
     Profile profile;
     CalculationRules calculation;
@@ -83,7 +93,22 @@ CString EmbeddedHost::ProjectPath() const
 
 const LibraryContents& EmbeddedHost::Contents() const
 {
-    return m_parts->data.contents;
+    return m_parts->libraries.Contents();
+}
+
+CArray<LibraryName> EmbeddedHost::LibrariesOf(LibraryRole role) const
+{
+    return m_parts->libraries.Of(role);
+}
+
+CString EmbeddedHost::LibraryInUse(LibraryRole role) const
+{
+    return m_parts->libraries.InUse(role).name.code;
+}
+
+void EmbeddedHost::SetLibrary(LibraryRole role, const CString& code)
+{
+    m_parts->libraries.SetLibrary(role, code);
 }
 
 History& EmbeddedHost::History()
@@ -110,7 +135,7 @@ void EmbeddedHost::SetCurrentSpec(const CString& name)
 
 void EmbeddedHost::SetMode(SQdDeInfo::EQdDeMode mode)
 {
-    m_parts->database.WriteMode(mode);
+    m_parts->libraries.SetMode(mode);
     m_parts->project.UseMode(mode);
 }
 

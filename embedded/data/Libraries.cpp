@@ -1,6 +1,7 @@
 #include "embedded/data/Libraries.h"
 
 #include "embedded/data/Error.h"
+#include "embedded/data/LibraryDatabase.h"
 
 #include <QtCore/QSet>
 
@@ -26,13 +27,60 @@ void Merge(CArray<SQdInfo>& items, const CArray<SQdInfo>& others)
 
 } // namespace
 
-Libraries::Libraries(const CatalogueData& data, ProjectDatabase& project, const CString& ruleFolder)
-    : m_data(data), m_project(project), m_ruleNumbers(ruleFolder)
+Libraries::Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
+                     const CString& ruleFolder)
+    : m_catalogue(catalogue), m_project(project), m_ruleNumbers(ruleFolder)
 {
-    for (const BillSection& section : data.contents.bills) {
+    Use(Read(settings), settings.mode);
+}
+
+Libraries::Shelf Libraries::Read(const ProjectDatabase::Settings& settings)
+{
+    Shelf shelf;
+    shelf.libraries = ReadLibraries(m_catalogue);
+    for (const LibraryRole role : AllLibraryRoles)
+        shelf.inUse.emplace(role, RequireStoredLibrary(shelf.libraries, role, settings.Library(role)));
+    shelf.contents = ReadContents(m_catalogue, shelf.libraries, shelf.inUse.at(LibraryRole::Bill),
+                                  shelf.inUse.at(QuotaRole(settings.mode)));
+    return shelf;
+}
+
+void Libraries::Use(Shelf shelf, SQdDeInfo::EQdDeMode mode)
+{
+    m_shelf = std::move(shelf);
+    m_mode = mode;
+    m_bills.clear();
+    for (const BillSection& section : m_shelf.contents.bills) {
         for (const SQdInfo& item : section.items)
             m_bills.insert(item.strNumber, &item);
     }
+}
+
+ProjectDatabase::Settings Libraries::Current() const
+{
+    ProjectDatabase::Settings settings{m_mode, {}};
+    for (const auto& [role, library] : m_shelf.inUse)
+        settings.libraries.emplace(role, library.name.code);
+    return settings;
+}
+
+void Libraries::SetLibrary(LibraryRole role, const CString& code)
+{
+    RequireLibrary(ReadLibraries(m_catalogue), role, code);
+    ProjectDatabase::Settings settings = Current();
+    settings.libraries[role] = code;
+    Shelf shelf = Read(settings);
+    m_project.WriteLibrary(role, code);
+    Use(std::move(shelf), m_mode);
+}
+
+void Libraries::SetMode(SQdDeInfo::EQdDeMode mode)
+{
+    ProjectDatabase::Settings settings = Current();
+    settings.mode = mode;
+    Shelf shelf = Read(settings);
+    m_project.WriteMode(mode);
+    Use(std::move(shelf), mode);
 }
 
 bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
@@ -50,15 +98,15 @@ bool Libraries::IsInQdk(const CString& number)
 
 void Libraries::GetEnCodeRule(int& length, int& suffixLength)
 {
-    length = m_data.billLibrary.codeLength;
-    suffixLength = m_data.billLibrary.suffixLength;
+    length = InUse(LibraryRole::Bill).codeLength;
+    suffixLength = InUse(LibraryRole::Bill).suffixLength;
 }
 
 bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
 {
     try {
         CArray<SQdInfo> found = m_project.History(number);
-        Merge(found, m_ruleNumbers.Find(number));
+        Merge(found, m_ruleNumbers.Find(number, GetQdCode()));
         items = std::move(found);
         return true;
     } catch (const Error&) {

@@ -1,6 +1,7 @@
 #include "embedded/data/ProjectDatabase.h"
 
 #include "embedded/data/DataFile.h"
+#include "embedded/data/Library.h"
 #include "embedded/data/Schema.h"
 
 namespace embedded {
@@ -14,12 +15,23 @@ constexpr int SchemaVersion = 1;
 const CString ModeSetting = u"mode"_s;
 const CString SpecSetting = u"specialty"_s;
 
+CString LibrarySetting(LibraryRole role)
+{
+    return u"library_"_s + RoleWord(role);
+}
+
 CString ModeText(SQdDeInfo::EQdDeMode mode)
 {
     return CString::number(static_cast<int>(mode));
 }
 
 } // namespace
+
+CString ProjectDatabase::Settings::Library(LibraryRole role) const
+{
+    const auto code = libraries.find(role);
+    return code == libraries.end() ? CString() : code->second;
+}
 
 ProjectDatabase::ProjectDatabase(const CString& path) : m_database(path)
 {
@@ -29,8 +41,10 @@ ProjectDatabase::ProjectDatabase(const CString& path) : m_database(path)
 void ProjectDatabase::Fill(Database& database, const Settings& settings)
 {
     database.ExecuteScript(CString::fromUtf8(ShippedFile(u"project.sql"_s)));
-    database.Insert(u"settings"_s, {u"name"_s, u"value"_s},
-                    {{ModeSetting, ModeText(settings.mode)}, {SpecSetting, settings.spec}});
+    QList<CStringArray> rows{{ModeSetting, ModeText(settings.mode)}, {SpecSetting, settings.spec}};
+    for (const auto& [role, code] : settings.libraries)
+        rows.append({LibrarySetting(role), code});
+    database.Insert(u"settings"_s, {u"name"_s, u"value"_s}, rows);
     ImportShipped(database, u"history"_s);
     database.SetSchemaVersion(SchemaVersion);
 }
@@ -43,6 +57,10 @@ ProjectDatabase::Settings ProjectDatabase::ReadSettings()
     });
     Settings settings;
     settings.spec = values.value(SpecSetting);
+    for (const LibraryRole role : AllLibraryRoles) {
+        const CString code = values.value(LibrarySetting(role));
+        if (!code.isEmpty()) settings.libraries.emplace(role, code);
+    }
     const CString mode = values.value(ModeSetting);
     if (mode == ModeText(SQdDeInfo::QuotaMode))
         settings.mode = SQdDeInfo::QuotaMode;
@@ -59,6 +77,11 @@ void ProjectDatabase::WriteMode(SQdDeInfo::EQdDeMode mode)
 void ProjectDatabase::WriteSpec(const CString& name)
 {
     Write(SpecSetting, name);
+}
+
+void ProjectDatabase::WriteLibrary(LibraryRole role, const CString& code)
+{
+    Write(LibrarySetting(role), code);
 }
 
 void ProjectDatabase::Write(const CString& name, const CString& value)

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "embedded/data/Database.h"
+#include "embedded/data/LibraryName.h"
 #include "host/Records.h"
+
+#include <map>
 
 namespace embedded {
 
@@ -15,6 +18,12 @@ public:
     {
         SQdDeInfo::EQdDeMode mode = SQdDeInfo::BillMode;
         CString spec; ///< name of the current specialty
+        /// Codes of the libraries in use. A role that is missing has the first library of the catalogue, for
+        /// projects of older programs hold none.
+        std::map<LibraryRole, CString> libraries{};
+
+        /// The code of a role; empty when it is missing.
+        CString Library(LibraryRole role) const;
     };
 
     /// Opens an existing project file. Raises `Error` when it is damaged, locked, newer or no project.
@@ -29,6 +38,7 @@ public:
     /// Store one setting. Raise `Error`; the old value then stays.
     void WriteMode(SQdDeInfo::EQdDeMode mode);
     void WriteSpec(const CString& name);
+    void WriteLibrary(LibraryRole role, const CString& code);
 
     /// The bill items of a base number with which the project started. Raises `Error`.
     CArray<SQdInfo> History(const CString& baseNumber);

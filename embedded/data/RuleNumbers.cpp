@@ -36,12 +36,11 @@ SQdInfo ToInfo(const xml::Element& bill)
     return info;
 }
 
-/// The bill items of a document, each number once. Walks with a stack of its own: a file may be nested more
+/// The elements of the bill items of a document. Walks with a stack of its own: a file may be nested more
 /// deeply than calls may be.
-CArray<SQdInfo> BillsOf(const xml::Document& document)
+CArray<xml::Element> BillsOf(const xml::Document& document)
 {
-    CArray<SQdInfo> items;
-    QSet<CString> known;
+    CArray<xml::Element> bills;
     CArray<xml::Node> open{document.FirstChild()};
     while (!open.isEmpty()) {
         const xml::Node node = open.takeLast();
@@ -49,30 +48,42 @@ CArray<SQdInfo> BillsOf(const xml::Document& document)
         open.append(node.NextSibling());
         const xml::Element element = node.ToElement();
         if (element.IsNull()) continue;
-        if (element.Name() != BillName) {
+        if (element.Name() == BillName) {
+            bills.append(element);
+        } else {
             open.append(element.FirstChild());
-            continue;
         }
-        SQdInfo info = ToInfo(element);
-        if (known.contains(info.strNumber)) continue;
-        known.insert(info.strNumber);
-        items.append(std::move(info));
     }
-    return items;
+    return bills;
 }
 
-CArray<SQdInfo> ReadBills(const CString& path)
+/// Numbers say something else in every library.
+bool IsOfLibrary(const CString& library, const CString& wanted)
 {
-    const xml::Document document = xml::Document::Create();
-    if (document.IsNull() || !document.Load(path)) return {};
-    return BillsOf(document);
+    return library.isEmpty() || library.compare(wanted, Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
 RuleNumbers::RuleNumbers(CString folder) : m_folder(std::move(folder)) {}
 
-CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber)
+CArray<RuleNumbers::Bill> RuleNumbers::ReadBills(const CString& path)
+{
+    const xml::Document document = xml::Document::Create();
+    if (document.IsNull() || !document.Load(path)) return {};
+    CArray<Bill> bills;
+    QSet<CString> known;
+    for (const xml::Element& element : BillsOf(document)) {
+        Bill bill{Attribute(element, u"strQdCode"_s), ToInfo(element)};
+        const CString key = bill.library + u'\n' + bill.info.strNumber;
+        if (known.contains(key)) continue;
+        known.insert(key);
+        bills.append(std::move(bill));
+    }
+    return bills;
+}
+
+CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber, const CString& library)
 {
     CStringArray names = platform::Files().FindFiles(m_folder, u".xml"_s);
     names.sort();
@@ -82,12 +93,13 @@ CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber)
     for (const CString& name : std::as_const(names)) {
         const File file = Current(m_folder + u'\\' + name);
         files.insert(m_folder + u'\\' + name, file);
-        for (const SQdInfo& item : file.items) {
-            const CString& number = item.strNumber;
-            const bool belongs = number.size() > baseNumber.size() && number.startsWith(baseNumber);
+        for (const Bill& bill : file.bills) {
+            const CString& number = bill.info.strNumber;
+            const bool belongs = number.size() > baseNumber.size() && number.startsWith(baseNumber) &&
+                                 IsOfLibrary(bill.library, library);
             if (baseNumber.isEmpty() || !belongs || known.contains(number)) continue;
             known.insert(number);
-            found.append(item);
+            found.append(bill.info);
         }
     }
     m_files = std::move(files);
@@ -97,7 +109,7 @@ CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber)
 RuleNumbers::File RuleNumbers::Current(const CString& path) const
 {
     const QFileInfo info(platform::ToNative(path));
-    const File former = m_files.value(path);
+    File former = m_files.value(path);
     if (former.size == info.size() && former.changed == info.lastModified()) return former;
     return {info.size(), info.lastModified(), ReadBills(path)};
 }

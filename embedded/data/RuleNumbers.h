@@ -16,19 +16,25 @@ public:
     /// `folder` is a path text; it need not exist.
     explicit RuleNumbers(CString folder);
 
-    /// The items of all files whose number is `baseNumber` and a suffix, in the order of the files' names and
-    /// then of the document, each number once. A file that cannot be read, or is no XML, holds none. An empty
-    /// base number has no items.
-    CArray<SQdInfo> Find(const CString& baseNumber);
+    /// The items of all files whose number is `baseNumber` and a suffix and whose library is `library` (a
+    /// code) or is not told, in the order of the files' names and then of the document, each number once. A
+    /// file that cannot be read, or is no XML, holds none. An empty base number has no items.
+    CArray<SQdInfo> Find(const CString& baseNumber, const CString& library);
 
 private:
+    struct Bill
+    {
+        CString library;
+        SQdInfo info;
+    };
     struct File
     {
         qint64 size = -1;
         QDateTime changed;
-        CArray<SQdInfo> items;
+        CArray<Bill> bills;
     };
 
+    static CArray<Bill> ReadBills(const CString& path);
     File Current(const CString& path) const;
 
     CString m_folder;

@@ -4,13 +4,16 @@ namespace embedded {
 
 using namespace Qt::StringLiterals;
 
-void EnsureSchema(Database& database, int version, const std::function<void()>& create)
+void EnsureSchema(Database& database, int version, const std::function<void()>& create,
+                  const std::function<void()>& upgrade)
 {
-    if (database.SchemaVersion() == 0) {
+    if (database.SchemaVersion() < version) {
         Transaction transaction(database);
         // Another program may have been faster while this one waited for the lock.
-        if (database.SchemaVersion() == 0 && database.IsEmpty()) {
-            create();
+        const int found = database.SchemaVersion();
+        const bool isNew = found == 0 && database.IsEmpty();
+        if (isNew || (found > 0 && found < version)) {
+            isNew ? create() : upgrade();
             database.SetSchemaVersion(version);
             transaction.Commit();
         }

@@ -1,6 +1,7 @@
 #include "embedded/data/TableImport.h"
 
 #include "embedded/data/CatalogueDatabase.h"
+#include "embedded/data/LibraryDatabase.h"
 #include "embedded/data/ProjectDatabase.h"
 #include "embedded/data/ProjectFolder.h"
 #include "embedded/data/exchange/TableExchange.h"
@@ -22,6 +23,8 @@ namespace {
 constexpr int Checked = 50;
 constexpr int Written = 95;
 constexpr int Done = 100;
+/// How far an export is when the table is read; it is `Written` when its text stands.
+constexpr int Loaded = 40;
 
 CString PathOf(const QString& nativeFile)
 {
@@ -50,13 +53,36 @@ ProjectFolder ExistingProject(const QString& nativeProject)
     return folder;
 }
 
+/// The library whose table a kind is: the named one, or that which the project uses.
+LibraryScope ScopeOf(const CArray<Library>& libraries, const ProjectDatabase::Settings& settings,
+                     TableKind kind, const CString& code)
+{
+    const bool isBill = kind == TableKind::Bill;
+    if (!isBill && kind != TableKind::Quota && kind != TableKind::Guide) {
+        if (!code.isEmpty()) throw Error(u"这种数据不属于某一个库，不能指定库“%1”"_s.arg(code));
+        return {};
+    }
+    if (code.isEmpty()) {
+        const LibraryRole role = isBill ? LibraryRole::Bill : QuotaRole(settings.mode);
+        return {libraries, RequireStoredLibrary(libraries, role, settings.Library(role))};
+    }
+    CArray<LibraryName> known;
+    for (const Library& library : libraries) {
+        if ((library.role == LibraryRole::Bill) != isBill) continue;
+        if (library.name.code == code) return {libraries, library};
+        known.append(library.name);
+    }
+    RefuseLibrary(code, isBill ? u"清单库"_s : u"定额库"_s, known);
+}
+
 /// One import between the opening of its transaction and the commit.
 class Importer
 {
 public:
-    Importer(Database& database, TableKind kind, const ImportProgress& progress)
-        : m_database(database), m_exchange(MakeExchange(kind)), m_meter(progress)
+    Importer(Database& database, TableKind kind, const LibraryScope& scope, const Progress& progress)
+        : m_database(database), m_exchange(MakeExchange(kind, scope)), m_meter(progress)
     {
+        m_report.library = scope.library.name;
     }
 
     ImportReport& Report() noexcept { return m_report; }
@@ -120,15 +146,36 @@ private:
     ImportReport m_report;
 };
 
+/// The libraries that a project uses must stay in their roles. Which library is the first of a role may have
+/// changed: a project that has stored none is given the one that it used.
+void KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& after, ProjectDatabase& project,
+                        ImportReport& report)
+{
+    const ProjectDatabase::Settings settings = project.ReadSettings();
+    for (const LibraryRole role : AllLibraryRoles) {
+        const Library* const used = FindLibrary(before, role, settings.Library(role));
+        if (used == nullptr) continue;
+        const CString& code = used->name.code;
+        if (FindLibrary(after, role, code) == nullptr) {
+            report.refused.append(
+                {0, u"工程正在使用%1“%2”，不能去掉，也不能改作别用"_s.arg(RoleLabel(role), code)});
+        } else if (FindLibrary(after, role, settings.Library(role))->name.code != code) {
+            project.WriteLibrary(role, code);
+        }
+    }
+}
+
 /// Whether the project could still be opened on what the transaction holds.
-bool StaysUsable(const ProjectFolder& folder, Database& database, ImportReport& report)
+bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, Database& database,
+                 ImportReport& report)
 {
     const CatalogueData data = ReadCatalogue(database);
-    const CString spec = ProjectDatabase(folder.ProjectFile()).ReadSettings().spec;
+    const CString spec = project.ReadSettings().spec;
     const bool isThere = std::any_of(data.specialties.begin(), data.specialties.end(),
                                      [&](const Specialty& specialty) { return specialty.name == spec; });
-    if (!isThere) report.refused.append({0, u"文件中没有项目的当前专业“%1”"_s.arg(spec)});
-    return isThere;
+    if (!isThere) report.refused.append({0, u"文件中没有工程的当前专业“%1”"_s.arg(spec)});
+    KeepLibrariesInUse(before, ReadLibraries(database), project, report);
+    return report.refused.isEmpty();
 }
 
 /// Whether what stands at `path` is a file: no folder, pipe or device.
@@ -172,31 +219,66 @@ void Replace(const CString& path, const QByteArray& bytes)
     }
 }
 
+/// The text of a table, and the library whose table it is.
+struct Table
+{
+    CString text;
+    LibraryName library;
+};
+
+Table ReadTable(const QString& nativeProject, TableKind kind, const CString& library,
+                const Progress& progress)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    Database database(folder.CatalogueFile());
+    EnsureCatalogue(database);
+    const LibraryScope scope =
+        ScopeOf(ReadLibraries(database), ProjectDatabase(folder.ProjectFile()).ReadSettings(), kind, library);
+    const std::unique_ptr<TableExchange> exchange = MakeExchange(kind, scope);
+    exchange->Load(database);
+    CStringArray labels;
+    for (const ImportColumn& column : exchange->Columns())
+        labels.append(column.label);
+    Table table{CsvLine(labels), scope.library.name};
+    const QList<CStringArray> rows = exchange->Rows();
+    ImportMeter meter(progress);
+    meter.Begin(Loaded, Written, rows.size());
+    for (const CStringArray& row : rows) {
+        meter.Step();
+        table.text += CsvLine(row);
+    }
+    return table;
+}
+
 /// A report of nothing done.
 ImportReport Undone(const ImportReport& report)
 {
     ImportReport undone;
     undone.rows = report.rows;
     undone.refused = report.refused;
+    undone.library = report.library;
     return undone;
 }
 
 } // namespace
 
 ImportReport Import(const QString& nativeProject, TableKind kind, const QString& nativeFile,
-                    const ImportOptions& options, const ImportProgress& progress)
+                    const ImportOptions& options, const Progress& progress)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     const CArray<CsvRecord> records = ReadRecords(nativeFile);
     Database database(folder.CatalogueFile());
     EnsureCatalogue(database);
     Transaction transaction(database);
-    Importer importer(database, kind, progress);
+    ProjectDatabase project(folder.ProjectFile());
+    const CArray<Library> libraries = ReadLibraries(database);
+    Importer importer(database, kind, ScopeOf(libraries, project.ReadSettings(), kind, options.library),
+                      progress);
     try {
         if (!importer.Check(records, options.replace)) return Undone(importer.Report());
         importer.Store();
-        if (!StaysUsable(folder, database, importer.Report())) return Undone(importer.Report());
-    } catch (const ImportCancelled&) {
+        if (!StaysUsable(project, libraries, database, importer.Report())) return Undone(importer.Report());
+    } catch (const Cancelled&) {
         ImportReport report = Undone(importer.Report());
         report.cancelled = true;
         return report;
@@ -206,33 +288,24 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
     return importer.Report();
 }
 
-CString ExportText(const QString& nativeProject, TableKind kind)
+CString ExportText(const QString& nativeProject, TableKind kind, const CString& library)
 {
-    const ProjectFolder folder = ExistingProject(nativeProject);
-    const std::unique_ptr<TableExchange> exchange = MakeExchange(kind);
-    {
-        Database database(folder.CatalogueFile());
-        EnsureCatalogue(database);
-        exchange->Load(database);
-    }
-    CStringArray labels;
-    for (const ImportColumn& column : exchange->Columns())
-        labels.append(column.label);
-    CString text = CsvLine(labels);
-    for (const CStringArray& row : exchange->Rows())
-        text += CsvLine(row);
-    return text;
+    return ReadTable(nativeProject, kind, library, {}).text;
 }
 
-void Export(const QString& nativeProject, TableKind kind, const QString& nativeFile)
+LibraryName Export(const QString& nativeProject, TableKind kind, const QString& nativeFile,
+                   const CString& library, const Progress& progress)
 {
     const CString path = PathOf(nativeFile);
-    const CString text = ExportText(nativeProject, kind);
+    Tell(progress, 0);
+    const Table table = ReadTable(nativeProject, kind, library, progress);
+    Tell(progress, Written);
     try {
-        Replace(path, *platform::Encode(text, platform::Encoding::Utf8Bom));
+        Replace(path, *platform::Encode(table.text, platform::Encoding::Utf8Bom));
     } catch (const platform::FileError& error) {
         throw Error(platform::FileError(path, error.Reason()).Message());
     }
+    return table.library;
 }
 
 } // namespace embedded

@@ -47,39 +47,3 @@ CREATE TABLE calculation_items (
     list_name TEXT NOT NULL,
     item TEXT NOT NULL
 );
-CREATE TABLE libraries (
-    role TEXT PRIMARY KEY,
-    code TEXT NOT NULL,
-    file_name TEXT NOT NULL,
-    local TEXT NOT NULL,
-    year TEXT NOT NULL,
-    code_length INTEGER NOT NULL,
-    suffix_length INTEGER NOT NULL
-);
-CREATE TABLE bill_sections (
-    index_path TEXT PRIMARY KEY,
-    title TEXT NOT NULL
-);
-CREATE TABLE bill_items (
-    number TEXT PRIMARY KEY,
-    name TEXT NOT NULL,
-    unit TEXT NOT NULL,
-    unit_code INTEGER NOT NULL,
-    with_annex INTEGER NOT NULL,
-    cal_rule TEXT NOT NULL,
-    index_path TEXT NOT NULL
-);
-CREATE TABLE quota_sections (
-    code TEXT PRIMARY KEY,
-    title TEXT NOT NULL
-);
-CREATE TABLE quota_items (
-    number TEXT PRIMARY KEY,
-    name TEXT NOT NULL,
-    unit TEXT NOT NULL,
-    unit_code INTEGER NOT NULL,
-    with_annex INTEGER NOT NULL,
-    cal_rule TEXT NOT NULL,
-    section TEXT NOT NULL,
-    bills TEXT NOT NULL
-);

@@ -11,7 +11,7 @@ namespace {
 
 QStringList Kinds()
 {
-    return {u"catalog"_s, u"attributes"_s, u"bill"_s, u"quota"_s, u"guide"_s, u"calc"_s};
+    return {u"catalog"_s, u"attributes"_s, u"bill"_s, u"quota"_s, u"guide"_s, u"calc"_s, u"libraries"_s};
 }
 
 class ImportVerb : public testing::Test
@@ -69,6 +69,22 @@ TEST_F(ImportVerb, SaysWhatItDid)
         << outcome.out.toStdString();
     EXPECT_TRUE(
         Exported(u"bill"_s).contains("099901001,自有项目,10m,10,否,,0999\\099901,自有章\\自有节\r\n"));
+}
+
+TEST_F(ImportVerb, NamesTheLibraryOfATableAndTakesAnother)
+{
+    EXPECT_TRUE(Import(u"bill"_s, OwnBill).Out().contains(u"\n库：GB50856-2013 通用"_s));
+    const QByteArray used = Exported(u"bill"_s);
+    const QStringList other{u"--library"_s, u"GB50500-2008"_s};
+    const test::Outcome outcome = Import(u"bill"_s, OwnBill, other);
+    EXPECT_TRUE(outcome.Out().contains(u"\n库：GB50500-2008 建设"_s)) << outcome.out.toStdString();
+    EXPECT_EQ(Exported(u"bill"_s), used);
+    const test::Outcome exported =
+        m_cli.RunInProject(QStringList{u"export"_s, u"bill"_s, u"other.csv"_s} + other);
+    EXPECT_TRUE(exported.Out().contains(u"GB50500-2008"_s)) << exported.out.toStdString();
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"other.csv"_s).count("自有项目"), 1);
+    EXPECT_EQ(Import(u"calc"_s, "item\n").Out().count(u"库："_s), 0);
+    EXPECT_EQ(Import(u"bill"_s, OwnBill, {u"--library"_s, u"DEMO-DE-2024"_s}).status, 1);
 }
 
 TEST_F(ImportVerb, RefusedRowsAreNamedOnStandardErrorAndNothingIsTaken)

@@ -46,11 +46,13 @@ QByteArray WithoutVersion(const QByteArray& content)
     return QString::fromUtf8(content).remove(version).toUtf8();
 }
 
+/// The first row for every value of a column: the first libraries and what they hold stand first.
 QHash<QString, TableRow> RowsBy(const QString& table, const QString& column)
 {
     QHash<QString, TableRow> rows;
-    for (const TableRow& row : ShippedTable(table))
-        rows.insert(row[column], row);
+    for (const TableRow& row : ShippedTable(table)) {
+        if (!rows.contains(row[column])) rows.insert(row[column], row);
+    }
     return rows;
 }
 

@@ -1,5 +1,7 @@
 #include "cli/CliTesting.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -9,9 +11,9 @@ namespace {
 
 QStringList Verbs()
 {
-    return {u"demo"_s,       u"init"_s,   u"show"_s,    u"catalog"_s, u"batch"_s,
-            u"new"_s,        u"load"_s,   u"save-as"_s, u"refresh"_s, u"attr-config"_s,
-            u"write-head"_s, u"unwrap"_s, u"history"_s, u"import"_s,  u"export"_s};
+    return {u"demo"_s,    u"init"_s,    u"show"_s,    u"catalog"_s,     u"batch"_s,      u"new"_s,
+            u"load"_s,    u"save-as"_s, u"refresh"_s, u"attr-config"_s, u"write-head"_s, u"unwrap"_s,
+            u"history"_s, u"library"_s, u"import"_s,  u"export"_s};
 }
 
 void ExpectUsageError(const test::Outcome& outcome, const QString& usage)
@@ -119,6 +121,11 @@ TEST(Usage, WrongCommandLinesOfVerbsGetTheirUsageLine)
         {u"attr-config"_s, u"surplus"_s},
         {u"write-head"_s},
         {u"unwrap"_s, u"file"_s},
+        {u"library"_s, u"frob"_s},
+        {u"library"_s, u"use"_s},
+        {u"library"_s, u"use"_s, u"GB50500-2008"_s, u"--json"_s},
+        {u"import"_s, u"calc"_s, u"x.csv"_s, u"--library"_s, u"GB50500-2008"_s},
+        {u"export"_s, u"libraries"_s, u"-"_s, u"--library"_s, u"GB50500-2008"_s},
         {u"unwrap"_s, u"-o"_s, u"out"_s},
         {u"demo"_s, u"a"_s, u"b"_s},
     };
@@ -186,4 +193,28 @@ TEST(Init, RefusesAnUnknownSpecialtyAndASecondProject)
     EXPECT_TRUE(unknown.Err().contains(u"园林"_s));
     EXPECT_EQ(cli.Run({u"init"_s, u"p"_s}).status, 0);
     EXPECT_EQ(cli.Run({u"init"_s, u"p"_s}).status, 1);
+}
+
+TEST(Init, TakesTheLibrariesByTheirCodes)
+{
+    const Cli cli;
+    EXPECT_EQ(cli.Run({u"init"_s, u"p"_s, u"--mode"_s, u"quota"_s, u"--bill-library"_s, u"GB50500-2008"_s,
+                       u"--quota-library"_s, u"DEMO-DE-2025"_s})
+                  .status,
+              0);
+    const QString listed = cli.Run({u"--project"_s, u"p"_s, u"library"_s}).Out();
+    for (const QString& code : {u"GB50500-2008"_s, u"DEMO-QDDE-2024"_s, u"DEMO-DE-2025"_s})
+        EXPECT_TRUE(QRegularExpression(u"\\n\\* .* %1 "_s.arg(code)).match(listed).hasMatch())
+            << listed.toStdString();
+}
+
+TEST(Init, RefusesALibraryThatIsUnknownOrOfTheOtherMode)
+{
+    const Cli cli;
+    const test::Outcome unknown = cli.Run({u"init"_s, u"p"_s, u"--bill-library"_s, u"GB1"_s});
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_TRUE(unknown.Err().contains(u"GB50500-2008"_s)) << unknown.err.toStdString();
+    const test::Outcome other = cli.Run({u"init"_s, u"p"_s, u"--quota-library"_s, u"DEMO-DE-2025"_s});
+    EXPECT_EQ(other.status, 1);
+    EXPECT_FALSE(cli.Folder().Exists(u"p"_s));
 }

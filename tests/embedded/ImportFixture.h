@@ -15,13 +15,13 @@ protected:
 
     embedded::ImportReport Import(embedded::TableKind kind, const CString& text,
                                   const embedded::ImportOptions& options = {},
-                                  const embedded::ImportProgress& progress = {}) const
+                                  const embedded::Progress& progress = {}) const
     {
         return ImportBytes(kind, text.toUtf8(), options, progress);
     }
     embedded::ImportReport ImportBytes(embedded::TableKind kind, const QByteArray& bytes,
                                        const embedded::ImportOptions& options = {},
-                                       const embedded::ImportProgress& progress = {}) const
+                                       const embedded::Progress& progress = {}) const
     {
         m_project.Temp().WriteFile(QStringLiteral("in.csv"), bytes);
         return embedded::Import(m_project.Folder(), kind, m_project.Temp().Native(QStringLiteral("in.csv")),

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using test::ShippedRows;
 using test::ShippedTable;
 using test::TableRow;
 
@@ -20,6 +21,19 @@ const QSet<CString> BillUnits{u"m"_s,    u"m2"_s, u"m3"_s, u"kg"_s, u"t"_s,  u"�
                               u"套"_s,   u"组"_s, u"根"_s, u"条"_s, u"块"_s, u"片"_s, u"副"_s,
                               u"具"_s,   u"支"_s, u"箱"_s, u"处"_s, u"点"_s, u"芯"_s, u"链路"_s,
                               u"系统"_s, u"段"_s, u"次"_s, u"只"_s, u"项"_s};
+
+/// The item sets of the two bill libraries, of which the second is an excerpt.
+const CString Standard2013 = u"GB50856-2013"_s;
+const CString Standard2008 = u"GB50500-2008"_s;
+
+/// The item sets of a table.
+QSet<CString> SetsOf(const CString& table)
+{
+    QSet<CString> sets;
+    for (const TableRow& row : ShippedTable(table))
+        sets.insert(row[u"items"_s]);
+    return sets;
+}
 
 /// The number at the head of a unit such as "10m", at least 1.
 int LeadingNumber(const CString& unit)
@@ -45,23 +59,27 @@ TEST(LibraryData, BillNumbersHaveNineDigitsAndAreUnique)
     for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
         const CString number = row[u"number"_s];
         EXPECT_TRUE(nineDigits.match(number).hasMatch()) << number.toStdString();
-        EXPECT_FALSE(seen.contains(number)) << number.toStdString();
-        seen.insert(number);
+        const CString key = row[u"items"_s] + u' ' + number;
+        EXPECT_FALSE(seen.contains(key)) << key.toStdString();
+        seen.insert(key);
     }
-    EXPECT_GE(seen.size(), 500);
+    EXPECT_GE(ShippedRows(u"bill_items"_s, Standard2013).size(), 500u);
+    EXPECT_GE(ShippedRows(u"bill_items"_s, Standard2008).size(), 100u);
 }
 
 TEST(LibraryData, BillItemsAndSectionsStandInTheOrderOfTheirNumbers)
 {
-    CString last;
-    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
-        EXPECT_LT(last, row[u"number"_s]);
-        last = row[u"number"_s];
-    }
-    last.clear();
-    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
-        EXPECT_LT(last, row[u"index_path"_s]);
-        last = row[u"index_path"_s];
+    for (const CString& items : {Standard2013, Standard2008}) {
+        CString last;
+        for (const TableRow& row : ShippedRows(u"bill_items"_s, items)) {
+            EXPECT_LT(last, row[u"number"_s]);
+            last = row[u"number"_s];
+        }
+        last.clear();
+        for (const TableRow& row : ShippedRows(u"bill_sections"_s, items)) {
+            EXPECT_LT(last, row[u"index_path"_s]);
+            last = row[u"index_path"_s];
+        }
     }
 }
 
@@ -70,13 +88,13 @@ TEST(LibraryData, EverySectionHoldsBillItemsAndNoNameTwice)
     QSet<CString> filled;
     QSet<CString> seen;
     for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
-        const CString key = row[u"index_path"_s] + u'\t' + row[u"name"_s];
+        const CString key = row[u"items"_s] + u'\t' + row[u"index_path"_s] + u'\t' + row[u"name"_s];
         EXPECT_FALSE(seen.contains(key)) << key.toStdString();
         seen.insert(key);
-        filled.insert(row[u"index_path"_s]);
+        filled.insert(row[u"items"_s] + u'\t' + row[u"index_path"_s]);
     }
     for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
-        const CString path = row[u"index_path"_s];
+        const CString path = row[u"items"_s] + u'\t' + row[u"index_path"_s];
         EXPECT_EQ(filled.contains(path), path.contains(u'\\')) << path.toStdString();
     }
 }
@@ -84,7 +102,7 @@ TEST(LibraryData, EverySectionHoldsBillItemsAndNoNameTwice)
 TEST(LibraryData, ChaptersOfTheFiveServicesAreThere)
 {
     QHash<CString, int> items;
-    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+    for (const TableRow& row : ShippedRows(u"bill_items"_s, Standard2013))
         ++items[row[u"number"_s].left(4)];
     for (const CString& chapter :
          {u"0301"_s, u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s, u"0312"_s, u"0313"_s})
@@ -94,7 +112,7 @@ TEST(LibraryData, ChaptersOfTheFiveServicesAreThere)
 TEST(LibraryData, BillNumbersCountUpFromOneInTheirSection)
 {
     QHash<CString, int> last;
-    for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
+    for (const TableRow& row : ShippedRows(u"bill_items"_s, Standard2013)) {
         const CString number = row[u"number"_s];
         EXPECT_EQ(number.mid(6).toInt(), ++last[number.left(6)]) << number.toStdString();
     }
@@ -105,12 +123,15 @@ TEST(LibraryData, BillItemsStandInTheSectionOfTheirNumber)
     QSet<CString> sections;
     for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
         EXPECT_FALSE(row[u"title"_s].isEmpty());
-        sections.insert(row[u"index_path"_s]);
+        sections.insert(row[u"items"_s] + row[u"index_path"_s]);
     }
     for (const TableRow& row : ShippedTable(u"bill_items"_s)) {
         const CString number = row[u"number"_s];
-        EXPECT_EQ(row[u"index_path"_s], number.left(4) + u'\\' + number.left(6));
-        EXPECT_TRUE(sections.contains(row[u"index_path"_s])) << number.toStdString();
+        const bool isOf2013 = row[u"items"_s] == Standard2013;
+        // The same section numbers mean other sections in the older standard, so its chapters have a letter.
+        const CString chapter = isOf2013 ? number.left(4) : u"C%1"_s.arg(number.mid(2, 2).toInt());
+        EXPECT_EQ(row[u"index_path"_s], chapter + u'\\' + number.left(6));
+        EXPECT_TRUE(sections.contains(row[u"items"_s] + row[u"index_path"_s])) << number.toStdString();
     }
 }
 
@@ -120,9 +141,29 @@ TEST(LibraryData, EveryChapterOfTheIndexComesBeforeItsSections)
     for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
         const CString path = row[u"index_path"_s];
         const CString chapter = path.section(u'\\', 0, 0);
-        EXPECT_TRUE(path == chapter || seen.contains(chapter)) << path.toStdString();
-        seen.insert(path);
+        EXPECT_TRUE(path == chapter || seen.contains(row[u"items"_s] + chapter)) << path.toStdString();
+        seen.insert(row[u"items"_s] + path);
     }
+}
+
+TEST(LibraryData, PlacesOfCategoriesAreSectionsAndNoSectionOfTwoLibrariesHasTheSamePlace)
+{
+    QHash<CString, CString> itemsOfSection;
+    for (const TableRow& row : ShippedTable(u"bill_sections"_s)) {
+        EXPECT_FALSE(itemsOfSection.contains(row[u"index_path"_s])) << row[u"index_path"_s].toStdString();
+        itemsOfSection.insert(row[u"index_path"_s], row[u"items"_s]);
+    }
+    int ofBoth = 0;
+    for (const TableRow& row : ShippedTable(u"small_categories"_s)) {
+        CStringArray items;
+        for (const CString& place : row[u"index_path"_s].split(u'|', Qt::SkipEmptyParts))
+            items.append(itemsOfSection.value(place));
+        const bool isOfBoth = items == CStringArray{Standard2013, Standard2008};
+        EXPECT_TRUE(items.isEmpty() || items == CStringArray{Standard2013} || isOfBoth)
+            << test::FullName(row).toStdString();
+        ofBoth += isOfBoth ? 1 : 0;
+    }
+    EXPECT_GE(ofBoth, 100);
 }
 
 TEST(LibraryData, BillUnitsAreThoseOfTheStandard)
@@ -136,7 +177,7 @@ TEST(LibraryData, BillUnitsAreThoseOfTheStandard)
 TEST(LibraryData, WellKnownBillItemsStandUnderTheirNumbers)
 {
     QHash<CString, CString> items;
-    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+    for (const TableRow& row : ShippedRows(u"bill_items"_s, Standard2013))
         items.insert(row[u"number"_s], row[u"name"_s] + u' ' + row[u"unit"_s]);
     EXPECT_EQ(items[u"031001001"_s], u"镀锌钢管 m"_s);
     EXPECT_EQ(items[u"030411001"_s], u"配管 m"_s);
@@ -152,6 +193,21 @@ TEST(LibraryData, WellKnownBillItemsStandUnderTheirNumbers)
     EXPECT_EQ(items[u"030505005"_s], u"射频同轴电缆 m"_s);
     EXPECT_EQ(items[u"031007005"_s], u"燃气表 块"_s);
     EXPECT_EQ(items[u"031301017"_s], u"脚手架搭拆 项"_s);
+}
+
+TEST(LibraryData, TheSameNumberIsAnotherItemInTheOlderStandard)
+{
+    QHash<CString, CString> items;
+    for (const TableRow& row : ShippedRows(u"bill_items"_s, Standard2008))
+        items.insert(row[u"number"_s], row[u"name"_s] + u' ' + row[u"unit"_s]);
+    EXPECT_EQ(items[u"030801001"_s], u"镀锌钢管 m"_s);
+    EXPECT_EQ(items[u"030803001"_s], u"螺纹阀门 个"_s);
+    EXPECT_EQ(items[u"030804012"_s], u"大便器 套"_s);
+    EXPECT_EQ(items[u"030204018"_s], u"配电箱 台"_s);
+    EXPECT_EQ(items[u"030212001"_s], u"电气配管 m"_s);
+    EXPECT_EQ(items[u"030701001"_s], u"水喷淋镀锌钢管 m"_s);
+    EXPECT_EQ(items[u"030901005"_s], u"风机盘管 台"_s);
+    EXPECT_EQ(items[u"030902001"_s], u"碳钢通风管道制作安装 m2"_s);
 }
 
 TEST(LibraryData, FittingsBelongToSomeQuantitiesAndSomeRulesAreLeftToTheCategory)
@@ -191,8 +247,9 @@ TEST(LibraryData, NoQuotaNameOccursTwice)
 {
     QSet<CString> seen;
     for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
-        EXPECT_FALSE(seen.contains(row[u"name"_s])) << row[u"name"_s].toStdString();
-        seen.insert(row[u"name"_s]);
+        const CString name = row[u"items"_s] + u' ' + row[u"name"_s];
+        EXPECT_FALSE(seen.contains(name)) << name.toStdString();
+        seen.insert(name);
     }
 }
 
@@ -216,12 +273,12 @@ TEST(LibraryData, SizesOfNeighbouringQuotasOfOneKindGrow)
 TEST(LibraryData, EveryPlacedCategoryHasQuotasForItsSection)
 {
     QSet<CString> priced;
-    for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
+    for (const TableRow& row : ShippedRows(u"quota_items"_s, u"DEMO-QDDE-2024"_s)) {
         for (const CString& bill : row[u"bills"_s].split(u','))
             priced.insert(bill.left(4) + u'\\' + bill.left(6));
     }
     for (const TableRow& row : ShippedTable(u"small_categories"_s)) {
-        const CString path = row[u"index_path"_s];
+        const CString path = row[u"index_path"_s].section(u'|', 0, 0);
         EXPECT_TRUE(path.isEmpty() || priced.contains(path)) << test::FullName(row).toStdString();
     }
 }
@@ -237,20 +294,28 @@ TEST(LibraryData, QuotaUnitsAreBillUnitsInRoundLots)
     }
 }
 
-TEST(LibraryData, QuotaItemsGoWithBillItemsOfEverySpecialtyThatIsPriced)
+TEST(LibraryData, QuotaItemsGoWithItemsOfTheBillLibraryOfTheirGuide)
 {
+    QHash<CString, CString> billsOf;
+    for (const TableRow& row : ShippedTable(u"libraries"_s)) {
+        const CString items = row[u"items"_s].isEmpty() ? row[u"code"_s] : row[u"items"_s];
+        billsOf.insert(items, row[u"bill_library"_s]);
+    }
     QSet<CString> bills;
     for (const TableRow& row : ShippedTable(u"bill_items"_s))
-        bills.insert(row[u"number"_s]);
+        bills.insert(row[u"items"_s] + u' ' + row[u"number"_s]);
     QSet<CString> chapters;
     for (const TableRow& row : ShippedTable(u"quota_items"_s)) {
         for (const CString& bill : row[u"bills"_s].split(u',')) {
-            EXPECT_TRUE(bills.contains(bill)) << row[u"number"_s].toStdString();
-            chapters.insert(bill.left(4));
+            const CString library = billsOf[row[u"items"_s]];
+            EXPECT_TRUE(bills.contains(library + u' ' + bill)) << row[u"number"_s].toStdString();
+            chapters.insert(library + u' ' + bill.left(4));
         }
     }
     for (const CString& chapter : {u"0304"_s, u"0305"_s, u"0307"_s, u"0309"_s, u"0310"_s, u"0312"_s})
-        EXPECT_TRUE(chapters.contains(chapter)) << chapter.toStdString();
+        EXPECT_TRUE(chapters.contains(Standard2013 + u' ' + chapter)) << chapter.toStdString();
+    for (const CString& chapter : {u"0302"_s, u"0307"_s, u"0308"_s, u"0309"_s})
+        EXPECT_TRUE(chapters.contains(Standard2008 + u' ' + chapter)) << chapter.toStdString();
 }
 
 TEST(LibraryData, CalculationRulesOfItemsAreKnownCalculationItems)
@@ -267,7 +332,7 @@ TEST(LibraryData, CalculationRulesOfItemsAreKnownCalculationItems)
 TEST(LibraryData, HistoryNumbersAreBaseNumbersWithSuffixAndOneBaseHasSeveral)
 {
     QSet<CString> bills;
-    for (const TableRow& row : ShippedTable(u"bill_items"_s))
+    for (const TableRow& row : ShippedRows(u"bill_items"_s, Standard2013))
         bills.insert(row[u"number"_s]);
     QHash<CString, int> perBase;
     for (const TableRow& row : ShippedTable(u"history"_s)) {
@@ -291,17 +356,31 @@ TEST(LibraryData, HistoryAgreesWithTheSampleRules)
     }
 }
 
-TEST(LibraryData, ThreeLibrariesHaveThreeCodes)
+TEST(LibraryData, EveryRoleHasTwoLibrariesAndTheFirstAreThoseOfOldProjects)
 {
-    QHash<CString, TableRow> libraries;
-    QSet<CString> codes;
+    QHash<CString, CStringArray> codes;
+    QSet<CString> all;
     for (const TableRow& row : ShippedTable(u"libraries"_s)) {
-        libraries.insert(row[u"role"_s], row);
-        codes.insert(row[u"code"_s]);
+        codes[row[u"role"_s]].append(row[u"code"_s]);
+        all.insert(row[u"code"_s]);
+        const bool isBill = row[u"role"_s] == u"qd"_s;
+        EXPECT_EQ(row[u"code_length"_s], isBill ? u"9"_s : u"-1"_s);
+        EXPECT_EQ(row[u"suffix_length"_s], isBill ? u"3"_s : u"-1"_s);
     }
-    EXPECT_EQ(libraries.size(), 3);
-    EXPECT_EQ(codes.size(), 3);
-    EXPECT_EQ(libraries[u"qd"_s][u"code_length"_s], u"9"_s);
-    EXPECT_EQ(libraries[u"qd"_s][u"suffix_length"_s], u"3"_s);
-    EXPECT_TRUE(libraries.contains(u"de"_s) && libraries.contains(u"qd_de"_s));
+    EXPECT_EQ(all.size(), 6);
+    EXPECT_EQ(codes[u"qd"_s], (CStringArray{Standard2013, Standard2008}));
+    EXPECT_EQ(codes[u"qd_de"_s], (CStringArray{u"DEMO-QDDE-2024"_s, u"DEMO-QDDE-2025"_s}));
+    EXPECT_EQ(codes[u"de"_s], (CStringArray{u"DEMO-DE-2024"_s, u"DEMO-DE-2025"_s}));
+}
+
+TEST(LibraryData, EveryItemSetIsOfferedByALibraryAndHasItems)
+{
+    QSet<CString> offered;
+    for (const TableRow& row : ShippedTable(u"libraries"_s))
+        offered.insert(row[u"items"_s].isEmpty() ? row[u"code"_s] : row[u"items"_s]);
+    const QSet<CString> bills = SetsOf(u"bill_items"_s);
+    const QSet<CString> quotas = SetsOf(u"quota_items"_s);
+    EXPECT_EQ(bills + quotas, offered);
+    EXPECT_EQ(SetsOf(u"bill_sections"_s), bills);
+    EXPECT_EQ(SetsOf(u"quota_sections"_s), quotas);
 }

@@ -7,6 +7,7 @@
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
+using test::ShippedRows;
 using test::ShippedTable;
 using test::TableRow;
 
@@ -221,11 +222,12 @@ TEST_F(Lookup, CodingRuleIsNineAndThree)
     EXPECT_EQ(suffixLength, 3);
 }
 
-TEST_F(Lookup, LibrariesAnswerInTheirRoles)
+TEST_F(Lookup, FirstLibrariesAnswerInTheirRoles)
 {
     QHash<CString, TableRow> tags;
-    for (const TableRow& row : ShippedTable(u"libraries"_s))
-        tags.insert(row[u"role"_s], row);
+    for (const TableRow& row : ShippedTable(u"libraries"_s)) {
+        if (!tags.contains(row[u"role"_s])) tags.insert(row[u"role"_s], row);
+    }
     host::ILibraries& libraries = *m_roles.libraries;
     EXPECT_EQ(libraries.GetQdCode(), tags[u"qd"_s][u"code"_s]);
     EXPECT_EQ(libraries.GetDeCode(), tags[u"de"_s][u"code"_s]);
@@ -284,7 +286,7 @@ TEST_F(Lookup, ContentsHoldEveryItemInItsSection)
         for (const SQdInfo& item : section.items)
             EXPECT_TRUE(item.strNumber.startsWith(section.indexPath.section(u'\\', 1)));
     }
-    EXPECT_EQ(bills, ShippedTable(u"bill_items"_s).size());
+    EXPECT_EQ(bills, ShippedRows(u"bill_items"_s, u"GB50856-2013"_s).size());
     std::size_t quotas = 0;
     for (const auto& section : contents.quotas) {
         quotas += section.items.size();
@@ -293,7 +295,7 @@ TEST_F(Lookup, ContentsHoldEveryItemInItsSection)
             EXPECT_FALSE(item.bills.isEmpty());
         }
     }
-    EXPECT_EQ(quotas, ShippedTable(u"quota_items"_s).size());
+    EXPECT_EQ(quotas, ShippedRows(u"quota_items"_s, u"DEMO-QDDE-2024"_s).size());
 }
 
 TEST_F(Lookup, QuotaItemsHaveAllTheirFields)

@@ -1,7 +1,7 @@
 #include "embedded/ShippedTable.h"
-#include "support/SourceTree.h"
 #include "embedded/TestProject.h"
 #include "support/FaultyFileSystem.h"
+#include "support/SourceTree.h"
 
 #include <QtCore/QFile>
 

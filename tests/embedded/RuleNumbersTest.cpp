@@ -17,11 +17,12 @@ using test::TestProject;
 namespace {
 
 const CString Base = u"031001001"_s;
+const CString Library = u"GB-1"_s;
 
 /// A rule with one bill item.
-QByteArray Bill(const QByteArray& number, const QByteArray& name)
+QByteArray Bill(const QByteArray& number, const QByteArray& name, const QByteArray& library = "GB-1")
 {
-    return "<Config><Qd><qd strQdId=\"" + number + "\" strName=\"" + name +
+    return "<Config><Qd><qd strQdId=\"" + number + "\" strQdCode=\"" + library + "\" strName=\"" + name +
            "\" strUnit=\"m\" strUnitCode=\"1\" strFormula=\"L\" strAnnex=\"\xE6\x98\xAF\"/></Qd></Config>";
 }
 
@@ -61,7 +62,7 @@ TEST(RuleNumbers, ItemOfTheBaseNumberIsFilledIn)
 {
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001007", "pipe") + Bill("031001002001", "other")));
-    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base);
+    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base, Library);
     ASSERT_EQ(items.size(), 1);
     EXPECT_EQ(items.at(0).strNumber, u"031001001007"_s);
     EXPECT_EQ(items.at(0).strName, u"pipe"_s);
@@ -77,7 +78,7 @@ TEST(RuleNumbers, NumbersOfAllFilesAreGivenOnceInTheOrderOfFilesAndRules)
     folder.WriteFile(u"b.XML"_s, Rules(Bill("031001001001", "b1") + Bill("031001001009", "b9")));
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001003", "a3") + Bill("031001001001", "a1") +
                                        Bill("031001001003", "again")));
-    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base);
+    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base, Library);
     EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001003"_s, u"031001001001"_s, u"031001001009"_s}));
     EXPECT_EQ(items.at(0).strName, u"a3"_s);
     EXPECT_EQ(items.at(1).strName, u"a1"_s);
@@ -88,8 +89,22 @@ TEST(RuleNumbers, NumberWithoutSuffixAndAnEmptyBaseAreNoMatch)
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001", "pipe") + Bill("", "none")));
     RuleNumbers numbers(folder.Root());
-    EXPECT_TRUE(numbers.Find(Base).isEmpty());
-    EXPECT_TRUE(numbers.Find({}).isEmpty());
+    EXPECT_TRUE(numbers.Find(Base, Library).isEmpty());
+    EXPECT_TRUE(numbers.Find({}, Library).isEmpty());
+}
+
+TEST(RuleNumbers, ItemsOfOtherLibrariesHaveTheSameNumbersForOtherThings)
+{
+    const test::TempFolder folder;
+    folder.WriteFile(u"a.xml"_s,
+                     Rules(Bill("031001001001", "gauge", "GB-2") + Bill("031001001001", "pipe") +
+                           Bill("031001001002", "valve", "GB-2") + Bill("031001001003", "untold", "") +
+                           Bill("031001001004", "by letter case", "gb-1")));
+    RuleNumbers numbers(folder.Root());
+    const CArray<SQdInfo> items = numbers.Find(Base, Library);
+    EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001001"_s, u"031001001003"_s, u"031001001004"_s}));
+    EXPECT_EQ(items.at(0).strName, u"pipe"_s);
+    EXPECT_EQ(numbers.Find(Base, u"GB-2"_s).at(0).strName, u"gauge"_s);
 }
 
 TEST(RuleNumbers, FileThatCannotBeReadIsPassedOver)
@@ -98,8 +113,8 @@ TEST(RuleNumbers, FileThatCannotBeReadIsPassedOver)
     folder.WriteFile(u"a.xml"_s, "<Rules><broken>" + Bill("031001001001", "lost"));
     folder.WriteFile(u"b.xml"_s, Rules(Bill("031001001002", "pipe")));
     folder.WriteFile(u"c.bak"_s, Rules(Bill("031001001003", "no rule file")));
-    EXPECT_EQ(NumbersOf(RuleNumbers(folder.Root()).Find(Base)), CStringArray{u"031001001002"_s});
-    EXPECT_TRUE(RuleNumbers(folder.Path(u"none"_s)).Find(Base).isEmpty());
+    EXPECT_EQ(NumbersOf(RuleNumbers(folder.Root()).Find(Base, Library)), CStringArray{u"031001001002"_s});
+    EXPECT_TRUE(RuleNumbers(folder.Path(u"none"_s)).Find(Base, Library).isEmpty());
 }
 
 TEST(RuleNumbers, FileIsReadAgainOnlyWhenItHasChanged)
@@ -107,16 +122,16 @@ TEST(RuleNumbers, FileIsReadAgainOnlyWhenItHasChanged)
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001001", "pipe")));
     RuleNumbers numbers(folder.Root());
-    EXPECT_EQ(NumbersOf(numbers.Find(Base)), CStringArray{u"031001001001"_s});
+    EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), CStringArray{u"031001001001"_s});
     {
         NoReading noReading;
         const platform::ScopedFileSystem scope(noReading);
-        EXPECT_EQ(NumbersOf(numbers.Find(Base)), CStringArray{u"031001001001"_s});
+        EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), CStringArray{u"031001001001"_s});
     }
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001001", "pipe") + Bill("031001001002", "new")));
-    EXPECT_EQ(NumbersOf(numbers.Find(Base)), (CStringArray{u"031001001001"_s, u"031001001002"_s}));
+    EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), (CStringArray{u"031001001001"_s, u"031001001002"_s}));
     QFile::remove(folder.Native(u"a.xml"_s));
-    EXPECT_TRUE(numbers.Find(Base).isEmpty());
+    EXPECT_TRUE(numbers.Find(Base, Library).isEmpty());
 }
 
 TEST(RuleNumbers, DeeplyNestedFileIsRead)
@@ -126,7 +141,7 @@ TEST(RuleNumbers, DeeplyNestedFileIsRead)
     folder.WriteFile(u"a.xml"_s, "<Rules>" + QByteArray("<a>").repeated(depth) +
                                      Bill("031001001001", "pipe") + QByteArray("</a>").repeated(depth) +
                                      "</Rules>");
-    EXPECT_EQ(RuleNumbers(folder.Root()).Find(Base).size(), 1);
+    EXPECT_EQ(RuleNumbers(folder.Root()).Find(Base, Library).size(), 1);
 }
 
 TEST(RuleNumbers, ProjectsHistoryHoldsTheNumbersOfItsRulesBesideThoseOfItsStart)
@@ -140,4 +155,7 @@ TEST(RuleNumbers, ProjectsHistoryHoldsTheNumbersOfItsRulesBesideThoseOfItsStart)
     ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(Base, items));
     EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001001"_s, u"031001001002"_s, u"031001001003"_s,
                                               u"031001001004"_s, u"031001001005"_s, u"031001001006"_s}));
+    host.SetLibrary(embedded::LibraryRole::Bill, u"GB50500-2008"_s);
+    ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(Base, items));
+    EXPECT_EQ(items.size(), 2) << "those of the start, which tell no library";
 }

@@ -27,6 +27,13 @@ std::vector<TableRow> ShippedTable(const CString& name)
     return rows;
 }
 
+std::vector<TableRow> ShippedRows(const CString& name, const CString& items)
+{
+    std::vector<TableRow> rows = ShippedTable(name);
+    std::erase_if(rows, [&](const TableRow& row) { return row[u"items"_s] != items; });
+    return rows;
+}
+
 CString FullName(const TableRow& smallCategory)
 {
     return smallCategory[u"specialty"_s] + u'\\' + smallCategory[u"big_category"_s] + u'\\' +

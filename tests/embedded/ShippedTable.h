@@ -15,6 +15,9 @@ using TableRow = QHash<CString, CString>;
 /// ends the test by an exception.
 std::vector<TableRow> ShippedTable(const CString& name);
 
+/// Those that belong to an item set.
+std::vector<TableRow> ShippedRows(const CString& name, const CString& items);
+
 /// Specialty, big and small category of a row of "small_categories", joined by backslashes.
 CString FullName(const TableRow& smallCategory);
 

@@ -29,11 +29,13 @@ std::vector<xml::Node> Children(const xml::Node& node)
     return children;
 }
 
+/// The first row for every value of a column: the first libraries and what they hold stand first.
 QHash<CString, TableRow> ByColumn(const CString& table, const CString& column)
 {
     QHash<CString, TableRow> rows;
-    for (const TableRow& row : ShippedTable(table))
-        rows.insert(row[column], row);
+    for (const TableRow& row : ShippedTable(table)) {
+        if (!rows.contains(row[column])) rows.insert(row[column], row);
+    }
     return rows;
 }
 

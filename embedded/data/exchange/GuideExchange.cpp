@@ -1,5 +1,9 @@
 #include "embedded/data/exchange/GuideExchange.h"
 
+#include "embedded/data/exchange/GuideTable.h"
+
+#include <utility>
+
 namespace embedded {
 
 using namespace Qt::StringLiterals;
@@ -16,12 +20,8 @@ CString Pair(const CString& bill, const CString& quota)
 
 } // namespace
 
-GuideExchange::GuideExchange()
-    : m_bills(u"bill_items"_s, {u"number"_s}, 1),
-      m_quotas(u"quota_items"_s,
-               {u"number"_s, u"name"_s, u"unit"_s, u"unit_code"_s, u"with_annex"_s, u"cal_rule"_s,
-                u"section"_s, u"bills"_s},
-               1)
+GuideExchange::GuideExchange(LibraryScope scope)
+    : m_scope(std::move(scope)), m_bills(u"bill_items"_s, {u"number"_s}, 1), m_quotas(GuideTable())
 {
 }
 
@@ -32,10 +32,10 @@ CArray<ImportColumn> GuideExchange::Columns() const
 
 void GuideExchange::Load(Database& database)
 {
-    m_bills.Load(database);
-    m_quotas.Load(database);
+    if (!m_scope.bills.isEmpty()) m_bills.Load(database, m_scope.bills);
+    m_quotas.Load(database, m_scope.library.items);
     for (const CStringArray& quota : m_quotas.Rows()) {
-        const CStringArray bills = quota.last().split(u',', Qt::SkipEmptyParts);
+        const CStringArray bills = BillsOf(quota);
         m_billsOfQuota.insert(quota.first(), bills);
         for (const CString& bill : bills)
             m_pairs.insert(Pair(bill, quota.first()));
@@ -55,6 +55,8 @@ QList<CStringArray> GuideExchange::Rows() const
 
 void GuideExchange::Begin(bool replace)
 {
+    if (m_scope.bills.isEmpty())
+        throw RowRefused(u"定额库“%1”没有写明它的指引用哪个清单库的编号"_s.arg(m_scope.library.name.code));
     if (!replace) return;
     m_pairs.clear();
     m_billsOfQuota.clear();

@@ -1,16 +1,18 @@
 #pragma once
 
+#include "embedded/data/exchange/LibraryScope.h"
 #include "embedded/data/exchange/TableExchange.h"
 
 #include <QtCore/QSet>
 
 namespace embedded {
 
-/// Which quota items go with a bill item, one pair a row.
+/// Which items of a quota library go with an item of the bill library that its guide speaks of, one pair a
+/// row.
 class GuideExchange final : public TableExchange
 {
 public:
-    GuideExchange();
+    explicit GuideExchange(LibraryScope scope);
     CArray<ImportColumn> Columns() const override;
     void Load(Database& database) override;
     QList<CStringArray> Rows() const override;
@@ -20,6 +22,7 @@ public:
     QList<const KeyedTable*> Tables() const override;
 
 private:
+    LibraryScope m_scope;
     KeyedTable m_bills;
     KeyedTable m_quotas;
     QHash<CString, CStringArray> m_billsOfQuota;

@@ -27,7 +27,7 @@ void ImportMeter::Step()
 
 void ImportMeter::Tell(int percent) const
 {
-    if (m_progress && !m_progress(percent)) throw ImportCancelled();
+    embedded::Tell(m_progress, percent);
 }
 
 } // namespace embedded

@@ -1,30 +1,27 @@
 #pragma once
 
-#include "embedded/data/TableImport.h"
+#include "embedded/data/Progress.h"
+
+#include <QtCore/QtGlobal>
 
 namespace embedded {
-
-/// Raised on the way out of an import that was cancelled.
-struct ImportCancelled
-{
-};
 
 /// Tells whoever waits for an import how far it is, and carries the cancel back.
 class ImportMeter
 {
 public:
     /// `progress` must outlive this; it may be empty.
-    explicit ImportMeter(const ImportProgress& progress) : m_progress(progress) {}
+    explicit ImportMeter(const Progress& progress) : m_progress(progress) {}
 
     /// The steps to come, `count` in number, are the part of the work between two percentages.
     void Begin(int from, int to, qsizetype count);
-    /// Raises `ImportCancelled` when that is asked for.
+    /// Raises `Cancelled` when that is asked for.
     void Step();
 
 private:
     void Tell(int percent) const;
 
-    const ImportProgress& m_progress;
+    const Progress& m_progress;
     int m_from = 0;
     int m_to = 0;
     qsizetype m_count = 0;

@@ -12,10 +12,13 @@ KeyedTable::KeyedTable(CString name, CStringArray columns, int keys)
 {
 }
 
-void KeyedTable::Load(Database& database)
+void KeyedTable::Load(Database& database, const CString& items)
 {
-    const CString sql = u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(m_columns.join(u','), m_name);
-    database.ForEach(sql, {}, [&](const QSqlQuery& query) {
+    m_items = items;
+    const CString where = items.isEmpty() ? CString() : u"WHERE items = ? "_s;
+    const QVariantList values = items.isEmpty() ? QVariantList() : QVariantList{items};
+    const CString sql = u"SELECT %1 FROM %2 %3ORDER BY rowid"_s.arg(m_columns.join(u','), m_name, where);
+    database.ForEach(sql, values, [&](const QSqlQuery& query) {
         CStringArray row;
         for (int column = 0; column < m_columns.size(); ++column)
             row.append(query.value(column).toString());
@@ -30,10 +33,20 @@ void KeyedTable::Store(Database& database, ImportMeter& meter) const
 {
     if (!m_isTouched) return;
     constexpr qsizetype chunk = 500;
-    database.Execute(u"DELETE FROM %1"_s.arg(m_name));
+    const bool isPart = !m_items.isEmpty();
+    if (isPart) {
+        database.Execute(u"DELETE FROM %1 WHERE items = ?"_s.arg(m_name), {m_items});
+    } else {
+        database.Execute(u"DELETE FROM %1"_s.arg(m_name));
+    }
+    const CStringArray columns = isPart ? m_columns + CStringArray{u"items"_s} : m_columns;
     for (qsizetype first = 0; first < m_rows.size(); first += chunk) {
-        const QList<CStringArray> rows = m_rows.mid(first, chunk);
-        database.Insert(m_name, m_columns, rows);
+        QList<CStringArray> rows = m_rows.mid(first, chunk);
+        if (isPart) {
+            for (CStringArray& row : rows)
+                row.append(m_items);
+        }
+        database.Insert(m_name, columns, rows);
         for (qsizetype row = 0; row < rows.size(); ++row)
             meter.Step();
     }

@@ -17,8 +17,9 @@ public:
     /// `columns` begins with the `keys` columns that make up the key.
     KeyedTable(CString name, CStringArray columns, int keys);
 
-    void Load(Database& database);
-    /// Writes the rows over the table, if they have changed. To be called in a transaction.
+    /// Reads the rows of the table, or those of one item set.
+    void Load(Database& database, const CString& items = {});
+    /// Writes the rows over those that were loaded, if they have changed. To be called in a transaction.
     void Store(Database& database, ImportMeter& meter) const;
     /// The rows that `Store` writes.
     qsizetype RowsToStore() const { return m_isTouched ? m_rows.size() : 0; }
@@ -52,6 +53,7 @@ private:
     CString m_name;
     CStringArray m_columns;
     int m_keys;
+    CString m_items;
     bool m_isTouched = false;
     QList<CStringArray> m_rows;
     QHash<CString, qsizetype> m_index;

@@ -1,7 +1,10 @@
 #include "embedded/data/exchange/LibraryExchange.h"
 
+#include "embedded/data/exchange/GuideTable.h"
+
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace embedded {
 
@@ -30,11 +33,6 @@ CString LeadingNumber(const CString& unit)
     return CString::number(std::clamp(number, 1, LargestUnitCode));
 }
 
-CStringArray BillsOf(const CStringArray& quota)
-{
-    return quota[BillsAt].split(u',', Qt::SkipEmptyParts);
-}
-
 bool IsLetterOrDigit(QChar character)
 {
     return character.unicode() < 0x80 && character.isLetterOrNumber();
@@ -52,17 +50,14 @@ LibraryForm LibraryForm::Quota()
     return {u"quota_items"_s, u"quota_sections"_s, u"code"_s, u"section"_s, u'-', false};
 }
 
-LibraryExchange::LibraryExchange(const LibraryForm& form)
-    : m_form(form), m_items(form.items,
-                            CStringArray{NumberColumn, u"name"_s, Unit, u"unit_code"_s, u"with_annex"_s,
-                                         u"cal_rule"_s, form.itemSection} +
-                                (form.isBill ? CStringArray() : CStringArray{u"bills"_s}),
-                            1),
-      m_sections(form.sections, {form.sectionKey, u"title"_s}, 1),
-      m_quotas(u"quota_items"_s,
-               {NumberColumn, u"name"_s, Unit, u"unit_code"_s, u"with_annex"_s, u"cal_rule"_s, Section,
-                u"bills"_s},
-               1)
+LibraryExchange::LibraryExchange(const LibraryForm& form, LibraryScope scope)
+    : m_form(form), m_scope(std::move(scope)),
+      m_items(form.items,
+              CStringArray{NumberColumn, u"name"_s, Unit, u"unit_code"_s, u"with_annex"_s, u"cal_rule"_s,
+                           form.itemSection} +
+                  (form.isBill ? CStringArray() : CStringArray{u"bills"_s}),
+              1),
+      m_sections(form.sections, {form.sectionKey, u"title"_s}, 1)
 {
 }
 
@@ -75,13 +70,10 @@ CArray<ImportColumn> LibraryExchange::Columns() const
 
 void LibraryExchange::Load(Database& database)
 {
-    m_items.Load(database);
-    m_sections.Load(database);
-    if (!m_form.isBill) return;
-    m_quotas.Load(database);
-    KeyedTable libraries(u"libraries"_s, {u"role"_s, u"code_length"_s}, 1);
-    libraries.Load(database);
-    m_numberLength = libraries.LoadedValue({u"qd"_s}, 1).toInt();
+    m_items.Load(database, m_scope.library.items);
+    m_sections.Load(database, m_scope.library.items);
+    for (const CString& guide : m_scope.guides)
+        m_quotas.emplace_back(GuideTable()).Load(database, guide);
 }
 
 CString LibraryExchange::ParentOf(const CString& section) const
@@ -129,10 +121,10 @@ CString LibraryExchange::Number(const ImportRow& row) const
     if (!m_form.isBill) return number;
     if (!std::all_of(number.begin(), number.end(), IsLetterOrDigit))
         row.Refuse(NumberColumn, u"“%1”只能由数字和拉丁字母组成"_s.arg(number));
-    if (m_numberLength > 0 && number.size() != m_numberLength) {
-        row.Refuse(
-            NumberColumn,
-            u"“%1”有 %2 位，清单库的编码规则要求 %3 位"_s.arg(number).arg(number.size()).arg(m_numberLength));
+    const int length = m_scope.library.codeLength;
+    if (length > 0 && number.size() != length) {
+        row.Refuse(NumberColumn,
+                   u"“%1”有 %2 位，清单库的编码规则要求 %3 位"_s.arg(number).arg(number.size()).arg(length));
     }
     return number;
 }
@@ -201,22 +193,10 @@ void LibraryExchange::Finish(ImportReport& report)
     if (!m_replace) return;
     report.removed = m_items.CountVanished();
     if (report.removed == 0) return;
-    const qsizetype guides = m_form.isBill ? LeaveBillsOut() : CountLostBills();
-    if (guides > 0) report.notes.append(u"随之去掉的定额指引：%1 条"_s.arg(guides));
-}
-
-/// Bill items that have gone no longer have quota items that go with them. Gives how many had.
-qsizetype LibraryExchange::LeaveBillsOut()
-{
-    qsizetype removed = 0;
-    const QList<CStringArray> quotas = m_quotas.Rows();
-    for (CStringArray quota : quotas) {
-        CStringArray bills = BillsOf(quota);
-        removed += bills.removeIf([&](const CString& number) { return !m_items.Has({number}); });
-        quota[BillsAt] = bills.join(u',');
-        m_quotas.Put(quota);
-    }
-    return removed;
+    qsizetype guides = m_form.isBill ? 0 : CountLostBills();
+    for (KeyedTable& quotas : m_quotas)
+        guides += LeaveOutOfGuide(quotas, [&](const CString& number) { return m_items.Has({number}); });
+    report.notes += NoteOfGuides(guides);
 }
 
 /// The bill items that quota items which have gone went with.
@@ -231,7 +211,8 @@ qsizetype LibraryExchange::CountLostBills() const
 QList<const KeyedTable*> LibraryExchange::Tables() const
 {
     QList<const KeyedTable*> tables{&m_sections, &m_items};
-    if (m_form.isBill) tables.append(&m_quotas);
+    for (const KeyedTable& quotas : m_quotas)
+        tables.append(&quotas);
     return tables;
 }
 

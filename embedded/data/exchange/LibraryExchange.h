@@ -1,10 +1,13 @@
 #pragma once
 
+#include "embedded/data/exchange/LibraryScope.h"
 #include "embedded/data/exchange/TableExchange.h"
+
+#include <vector>
 
 namespace embedded {
 
-/// How the tables of the bill library and of the quota library differ.
+/// How the tables of bill libraries and of quota libraries differ.
 struct LibraryForm
 {
     CString items;
@@ -22,7 +25,7 @@ struct LibraryForm
 class LibraryExchange final : public TableExchange
 {
 public:
-    explicit LibraryExchange(const LibraryForm& form);
+    LibraryExchange(const LibraryForm& form, LibraryScope scope);
     CArray<ImportColumn> Columns() const override;
     void Load(Database& database) override;
     QList<CStringArray> Rows() const override;
@@ -37,14 +40,13 @@ private:
     CString TitlesOf(const CString& section) const;
     KeyedTable::Change TakeSection(const ImportRow& row, const CString& section);
     KeyedTable::Change PutLoadedSection(const CString& section);
-    qsizetype LeaveBillsOut();
     qsizetype CountLostBills() const;
 
     LibraryForm m_form;
+    LibraryScope m_scope;
     KeyedTable m_items;
     KeyedTable m_sections;
-    KeyedTable m_quotas; ///< of a bill library: those that go with its items
-    int m_numberLength = -1;
+    std::vector<KeyedTable> m_quotas; ///< of a bill library: the item sets whose guides speak of its items
     SeenKeys m_seen;
     SeenKeys m_titles;
     bool m_replace = false;

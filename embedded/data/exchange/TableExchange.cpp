@@ -5,6 +5,7 @@
 #include "embedded/data/exchange/CatalogExchange.h"
 #include "embedded/data/exchange/GuideExchange.h"
 #include "embedded/data/exchange/LibraryExchange.h"
+#include "embedded/data/exchange/LibraryListExchange.h"
 
 namespace embedded {
 
@@ -43,7 +44,7 @@ KeyedTable::Change Stronger(KeyedTable::Change left, KeyedTable::Change right)
     return left == KeyedTable::Change::None ? right : left;
 }
 
-std::unique_ptr<TableExchange> MakeExchange(TableKind kind)
+std::unique_ptr<TableExchange> MakeExchange(TableKind kind, const LibraryScope& scope)
 {
     switch (kind) {
     case TableKind::Catalog:
@@ -51,11 +52,13 @@ std::unique_ptr<TableExchange> MakeExchange(TableKind kind)
     case TableKind::Attributes:
         return std::make_unique<AttributeExchange>();
     case TableKind::Bill:
-        return std::make_unique<LibraryExchange>(LibraryForm::Bill());
+        return std::make_unique<LibraryExchange>(LibraryForm::Bill(), scope);
     case TableKind::Quota:
-        return std::make_unique<LibraryExchange>(LibraryForm::Quota());
+        return std::make_unique<LibraryExchange>(LibraryForm::Quota(), scope);
     case TableKind::Guide:
-        return std::make_unique<GuideExchange>();
+        return std::make_unique<GuideExchange>(scope);
+    case TableKind::Libraries:
+        return std::make_unique<LibraryListExchange>();
     case TableKind::Calc:
         break;
     }

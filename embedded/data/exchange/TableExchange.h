@@ -1,7 +1,9 @@
 #pragma once
 
+#include "embedded/data/TableImport.h"
 #include "embedded/data/exchange/ImportRow.h"
 #include "embedded/data/exchange/KeyedTable.h"
+#include "embedded/data/exchange/LibraryScope.h"
 
 #include <memory>
 
@@ -52,6 +54,7 @@ private:
 void Count(KeyedTable::Change change, ImportReport& report);
 KeyedTable::Change Stronger(KeyedTable::Change left, KeyedTable::Change right);
 
-std::unique_ptr<TableExchange> MakeExchange(TableKind kind);
+/// `scope` is the library of a bill, quota or guide table.
+std::unique_ptr<TableExchange> MakeExchange(TableKind kind, const LibraryScope& scope);
 
 } // namespace embedded
