@@ -14,7 +14,7 @@ namespace {
 void SetUp(QMessageBox& box, const QString& text, const QString& details)
 {
     box.setIcon(QMessageBox::Warning);
-    box.setWindowTitle(platform::MessageCaption());
+    box.setWindowTitle(ProgramName());
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setInformativeText(details);
@@ -27,6 +27,23 @@ void MakeDefault(QMessageBox& box, QPushButton* button)
 }
 
 } // namespace
+
+QString ProgramName()
+{
+    return u"KtQdDeConfig 规则编辑器"_s;
+}
+
+void ShowWarning(const CString& text)
+{
+    platform::Show(
+        {platform::MessageKind::Warning, text + CString::fromUtf16(platform::WarningMark), ProgramName()});
+}
+
+bool AskYesNo(const CString& text)
+{
+    return platform::Show({platform::MessageKind::Question, text + CString::fromUtf16(platform::QuestionMark),
+                           ProgramName()}) == platform::Answer::Yes;
+}
 
 bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state)
 {

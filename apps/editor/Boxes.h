@@ -6,6 +6,15 @@ class QWidget;
 
 namespace editor {
 
+/// The program's name, which titles its window and whatever it asks or tells by itself. The module's own
+/// boxes keep their caption.
+QString ProgramName();
+
+/// `text` followed by "!", as a warning of the editor's own.
+void ShowWarning(const CString& text);
+/// `text` followed by "?", as a question of the editor's own. True for Yes.
+bool AskYesNo(const CString& text);
+
 /// Reports a rule file that cannot be worked on safely, with the state in words. True when the user wants it
 /// opened in spite of that; the default is not to.
 bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state);

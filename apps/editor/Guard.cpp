@@ -1,13 +1,13 @@
 #include "editor/Guard.h"
 
+#include "editor/Boxes.h"
 #include "platform/Messages.h"
 
 namespace editor {
 
 void ShowError(const std::exception& error)
 {
-    platform::Show(
-        {platform::MessageKind::Warning, CString::fromUtf8(error.what()), platform::MessageCaption()});
+    platform::Show({platform::MessageKind::Warning, CString::fromUtf8(error.what()), ProgramName()});
 }
 
 bool RunGuarded(const std::function<void()>& step)

@@ -1,10 +1,10 @@
 #include "editor/HistoryWindow.h"
 
+#include "editor/Boxes.h"
 #include "editor/Guard.h"
 #include "editor/LongStep.h"
 #include "editor/TextDifference.h"
 #include "platform/Files.h"
-#include "platform/Messages.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QLocale>
@@ -135,7 +135,7 @@ void HistoryWindow::Restore()
 {
     const embedded::HistoryEntry entry = *Selected();
     const QString time = entry.time.toLocalTime().toString(u"yyyy-MM-dd HH:mm:ss"_s);
-    if (!platform::AskYesNo(
+    if (!AskYesNo(
             u"把 %1 还原成 %2 的样子（现在的内容会留在历史中）"_s.arg(platform::ToNative(entry.path), time)))
         return;
     m_history.Restore(entry);

@@ -1,6 +1,7 @@
 #include "editor/MainWindow.h"
 
 #include "editor/AppIcon.h"
+#include "editor/Boxes.h"
 #include "editor/Guard.h"
 #include "editor/Project.h"
 #include "editor/ProjectPanel.h"
@@ -48,9 +49,11 @@ MainWindow::MainWindow(RecentProjects recent)
     resize(FirstSize);
     m_welcome =
         new WelcomePage(m_actions, [this](const QString& folder) { RunGuarded([&] { Open(folder); }); });
-    m_panel = new ProjectPanel(m_actions, {.setMode = [this](auto mode) { SetMode(mode); },
-                                           .setSpec = [this](const CString& name) { SetSpec(name); },
-                                           .selectionChanged = [this] { EnableActions(); }});
+    m_panel = new ProjectPanel(
+        m_actions, {.setMode = [this](auto mode) { SetMode(mode); },
+                    .setSpec = [this](const CString& name) { SetSpec(name); },
+                    .setLibrary = [this](auto role, const CString& code) { SetLibrary(role, code); },
+                    .selectionChanged = [this] { EnableActions(); }});
     m_pages->addWidget(m_welcome);
     m_pages->addWidget(m_panel);
     setCentralWidget(m_pages);
@@ -89,8 +92,7 @@ void MainWindow::On(QAction* action, void (MainWindow::*step)())
 
 void MainWindow::ShowState()
 {
-    const QString program = u"KtQdDeConfig 规则编辑器"_s;
-    setWindowTitle(m_project ? u"%1 - %2"_s.arg(m_project->Name(), program) : program);
+    setWindowTitle(m_project ? u"%1 - %2"_s.arg(m_project->Name(), ProgramName()) : ProgramName());
     if (m_project) {
         m_panel->ShowProject(*m_project);
         m_pages->setCurrentWidget(m_panel);
@@ -144,7 +146,7 @@ void MainWindow::About()
     QMessageBox box(this);
     box.setWindowTitle(u"关于"_s);
     box.setIconPixmap(AppIcon().pixmap(64));
-    box.setText(u"KtQdDeConfig 规则编辑器 " KTQDDE_VERSION ""_s);
+    box.setText(ProgramName() + u" " KTQDDE_VERSION ""_s);
     box.setInformativeText(u"维护构件自动套清单、定额的规则。\nMIT 许可。"_s);
     box.addButton(QMessageBox::Ok)->setText(u"确定"_s);
     box.exec();

@@ -58,6 +58,7 @@ private:
     void CloseProject();
     void SetMode(SQdDeInfo::EQdDeMode mode);
     void SetSpec(const CString& name);
+    void SetLibrary(embedded::LibraryRole role, const CString& code);
 
     // Rule files and data (MainWindowSteps.cpp)
     void ExamineRuleFiles();
@@ -72,6 +73,7 @@ private:
     void ImportData();
     void ExportData();
     ModuleSteps Steps();
+    void TellEnd(StepEnd end, const QString& done);
 
     RecentProjects m_recent;
     Actions m_actions;

@@ -62,9 +62,11 @@ void MainWindow::NewProject()
 
 void MainWindow::MakeProject(const QString& folder, const embedded::ProjectOptions& options)
 {
-    const bool made = RunLongStep(this, u"正在新建工程…"_s,
-                                  [&](StepControl&) { embedded::CreateProject(folder, options); });
-    if (made) Open(folder);
+    const bool made = RunLongStep(this, u"正在新建工程…"_s, [&](StepControl& control) {
+        embedded::CreateProject(folder, options, control.AsProgress());
+    });
+    if (!made) return Tell(u"已取消新建"_s);
+    Open(folder);
 }
 
 void MainWindow::ChooseProject()
@@ -104,6 +106,13 @@ void MainWindow::SetSpec(const CString& name)
 {
     RunGuarded([&] { m_project->SetSpec(name); });
     ShowState();
+}
+
+void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
+{
+    const bool set = RunGuarded([&] { m_project->SetLibrary(role, code); });
+    ShowState();
+    if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
 }
 
 } // namespace editor

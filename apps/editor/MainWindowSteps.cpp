@@ -41,6 +41,12 @@ ModuleSteps MainWindow::Steps()
     return ModuleSteps(this, *m_project);
 }
 
+void MainWindow::TellEnd(StepEnd end, const QString& done)
+{
+    if (end == StepEnd::Done) Tell(done);
+    if (end == StepEnd::Cancelled) Tell(u"已取消，文件没有变"_s);
+}
+
 // Read on another thread: a folder may hold many large files. A user who cancels keeps what has been read.
 void MainWindow::ExamineRuleFiles()
 {
@@ -93,22 +99,21 @@ void MainWindow::RefreshOther()
 
 void MainWindow::MakeCurrent(const CString& ruleFile)
 {
-    const bool done = Steps().Refresh(ruleFile);
+    const StepEnd end = Steps().Refresh(ruleFile);
     ExamineRuleFiles();
-    if (done) Tell(u"已设为当前配置：%1"_s.arg(platform::ToNative(ruleFile)));
+    TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(ruleFile)));
 }
 
 void MainWindow::RebuildAttributes()
 {
-    Steps().RebuildAttributes();
-    Tell(u"已重建属性配置文件"_s);
+    TellEnd(Steps().RebuildAttributes(), u"已重建属性配置文件"_s);
 }
 
 void MainWindow::WriteHead()
 {
-    const bool done = Steps().WriteHead(m_panel->Selected()->path);
+    const StepEnd end = Steps().WriteHead(m_panel->Selected()->path);
     ExamineRuleFiles();
-    if (done) Tell(u"已写文件头"_s);
+    TellEnd(end, u"已写文件头"_s);
 }
 
 void MainWindow::ShowHistory()
@@ -121,17 +126,14 @@ void MainWindow::ShowHistory()
 // The host keeps the catalogue in memory, so a changed one is opened anew.
 void MainWindow::ImportData()
 {
-    TransferDialog dialog(this, TransferDialog::Direction::Import);
+    TransferDialog dialog(this, TransferDialog::Direction::Import, *m_project);
     if (dialog.exec() != QDialog::Accepted) return;
     const auto kind = dialog.Kind();
     const auto options = dialog.Options();
     const QString file = dialog.File();
     embedded::ImportReport report;
     RunLongStep(this, u"正在导入…"_s, [&, folder = m_project->Folder()](StepControl& control) {
-        report = embedded::Import(folder, kind, file, options, [&](int percent) {
-            control.Report(percent, 100);
-            return !control.IsCancelled();
-        });
+        report = embedded::Import(folder, kind, file, options, control.AsProgress());
     });
     ShowImportReport(this, report);
     if (report.stored) Open(m_project->Folder());
@@ -139,13 +141,16 @@ void MainWindow::ImportData()
 
 void MainWindow::ExportData()
 {
-    TransferDialog dialog(this, TransferDialog::Direction::Export);
+    TransferDialog dialog(this, TransferDialog::Direction::Export, *m_project);
     if (dialog.exec() != QDialog::Accepted) return;
     const auto kind = dialog.Kind();
     const QString file = dialog.File();
-    RunLongStep(this, u"正在导出…"_s,
-                [&, folder = m_project->Folder()](StepControl&) { embedded::Export(folder, kind, file); });
-    Tell(u"已导出到 %1"_s.arg(QDir::toNativeSeparators(file)));
+    const CString library = dialog.Options().library;
+    const bool done =
+        RunLongStep(this, u"正在导出…"_s, [&, folder = m_project->Folder()](StepControl& control) {
+            embedded::Export(folder, kind, file, library, control.AsProgress());
+        });
+    TellEnd(done ? StepEnd::Done : StepEnd::Cancelled, u"已导出到 %1"_s.arg(QDir::toNativeSeparators(file)));
 }
 
 } // namespace editor

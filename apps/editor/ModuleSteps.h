@@ -2,6 +2,7 @@
 
 #include "editor/Project.h"
 #include "editor/RuleFileState.h"
+#include "editor/WatchedStep.h"
 #include "editor/WizardDialog.h"
 
 #include <functional>
@@ -12,14 +13,25 @@ namespace editor {
 /// How the wizard ended.
 enum class WizardEnd : int { Next = 1, Back = -1, Cancelled = 0 };
 
+/// How any other step ended.
+enum class StepEnd {
+    Done,
+    Refused,   ///< by the user, who kept away from a file, or by the module; the reason has been shown
+    Cancelled, ///< on the way; every file is as it was
+};
+
 /// What the editor lets the module do with the rule files of the open project. Before the module opens a
 /// file, a file that cannot be read is reported with line, column and reason, for the first save would
 /// replace it; and a copy of the file goes into the project's history. Raises what the module raises.
 class ModuleSteps
 {
 public:
-    /// Both must outlive this; the project must be the host. `window` owns the boxes; it may be null.
-    ModuleSteps(QWidget* window, Project& project);
+    /// Runs a step of the module; false when it was cancelled.
+    using Runner = std::function<bool(const WatchedStep&)>;
+
+    /// Both must outlive this; the project must be the host. `window` owns the boxes; it may be null. Steps
+    /// are run by `RunWatched` unless another runner is given.
+    ModuleSteps(QWidget* window, Project& project, Runner run = {});
 
     /// Runs the configuration dialog on the current configuration. False when the user kept away from a file
     /// that cannot be read.
@@ -29,20 +41,21 @@ public:
     /// What the wizard is started with when nobody says otherwise.
     WizardStart ProposedStart(const CString& ruleFile);
 
-    /// Makes a file the current configuration. False when the user kept away from the present one or the
-    /// module refused the file; the reason has been shown then.
-    bool Refresh(const CString& ruleFile);
+    /// Makes a file the current configuration.
+    StepEnd Refresh(const CString& ruleFile);
     /// Rebuilds the attribute configuration file.
-    void RebuildAttributes();
-    /// Finishes a rule file, or a copy of it that the user names. False when the user decided otherwise.
-    bool WriteHead(const CString& ruleFile);
+    StepEnd RebuildAttributes();
+    /// Finishes a rule file, or a copy of it that the user names.
+    StepEnd WriteHead(const CString& ruleFile);
 
 private:
     bool MayOpen(const CString& ruleFile);
-    CString AskForCopy(const CString& ruleFile);
+    CString AskForTarget(const CString& ruleFile);
+    bool WriteHeadTo(const CString& ruleFile, const CString& target, const CString& draft);
 
     QWidget* m_window;
     Project& m_project;
+    Runner m_run;
 };
 
 } // namespace editor

@@ -1,5 +1,8 @@
 #include "editor/NewProjectDialog.h"
 
+#include "editor/LibraryCombo.h"
+#include "embedded/data/Library.h"
+
 #include <QtCore/QDir>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
@@ -24,7 +27,8 @@ constexpr int FolderWidth = 50;
 
 NewProjectDialog::NewProjectDialog(QWidget* parent, const QString& folder, const CStringArray& specs)
     : QDialog(parent), m_folder(new QLineEdit(QDir::toNativeSeparators(folder))), m_mode(new QComboBox),
-      m_spec(new QComboBox), m_create(new QPushButton(u"新建"_s))
+      m_spec(new QComboBox), m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()),
+      m_create(new QPushButton(u"新建"_s))
 {
     setWindowTitle(u"新建工程"_s);
     m_folder->setMinimumWidth(fontMetrics().averageCharWidth() * FolderWidth);
@@ -33,6 +37,10 @@ NewProjectDialog::NewProjectDialog(QWidget* parent, const QString& folder, const
     m_spec->addItems(specs);
     connect(m_folder, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_create->setEnabled(!text.trimmed().isEmpty()); });
+    const auto billLibraries = embedded::ShippedLibraries(embedded::LibraryRole::Bill);
+    FillLibraries(*m_billLibrary, billLibraries, billLibraries.value(0).code);
+    ShowQuotaLibraries();
+    connect(m_mode, &QComboBox::currentIndexChanged, this, [this] { ShowQuotaLibraries(); });
     Build();
     m_folder->selectAll();
 }
@@ -51,6 +59,8 @@ void NewProjectDialog::Build()
     static_cast<QLabel*>(form->labelForField(place))->setBuddy(m_folder);
     form->addRow(u"模式(&M)："_s, m_mode);
     form->addRow(u"专业(&S)："_s, m_spec);
+    form->addRow(u"清单库(&L)："_s, m_billLibrary);
+    form->addRow(u"定额库(&Q)："_s, m_quotaLibrary);
 
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(m_create, QDialogButtonBox::AcceptRole);
@@ -71,7 +81,18 @@ QString NewProjectDialog::Folder() const
 
 embedded::ProjectOptions NewProjectDialog::Options() const
 {
-    return {static_cast<SQdDeInfo::EQdDeMode>(m_mode->currentData().toInt()), m_spec->currentText()};
+    return {Mode(), m_spec->currentText(), ChosenLibrary(*m_billLibrary), ChosenLibrary(*m_quotaLibrary)};
+}
+
+SQdDeInfo::EQdDeMode NewProjectDialog::Mode() const
+{
+    return static_cast<SQdDeInfo::EQdDeMode>(m_mode->currentData().toInt());
+}
+
+void NewProjectDialog::ShowQuotaLibraries()
+{
+    const auto libraries = embedded::ShippedLibraries(embedded::QuotaRole(Mode()));
+    FillLibraries(*m_quotaLibrary, libraries, libraries.value(0).code);
 }
 
 void NewProjectDialog::Browse()

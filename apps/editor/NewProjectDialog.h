@@ -10,7 +10,7 @@ class QPushButton;
 
 namespace editor {
 
-/// Asks for what a new project needs: a folder, its mode and its specialty. Creates nothing.
+/// Asks for what a new project needs: a folder, its mode, its specialty and its libraries. Creates nothing.
 class NewProjectDialog : public QDialog
 {
 public:
@@ -24,10 +24,14 @@ public:
 private:
     void Build();
     void Browse();
+    SQdDeInfo::EQdDeMode Mode() const;
+    void ShowQuotaLibraries();
 
     QLineEdit* m_folder;
     QComboBox* m_mode;
     QComboBox* m_spec;
+    QComboBox* m_billLibrary;
+    QComboBox* m_quotaLibrary;
     QPushButton* m_create;
 };
 

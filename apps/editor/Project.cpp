@@ -1,7 +1,8 @@
 #include "editor/Project.h"
 
+#include "editor/Boxes.h"
+#include "embedded/data/Library.h"
 #include "platform/Files.h"
-#include "platform/Messages.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
 #include "store/RuleFile.h"
@@ -19,7 +20,7 @@ constexpr int NameBuffer = 100;
 
 bool GoOnWithoutCopy(const embedded::Error& error)
 {
-    return platform::AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
+    return AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
 }
 
 } // namespace
@@ -32,11 +33,16 @@ Project::Project(const QString& nativeFolder)
 void Project::BecomeHost(QWidget* frame)
 {
     m_windows.SetMainFrame(frame);
-    host::Roles roles = m_host.Roles();
-    roles.windows = &m_windows;
-    m_installed.emplace(host::Install(roles));
+    m_installed.emplace(host::Install(Roles()));
     m_files.emplace(
         m_host.History(), [this](const CString& path) { return IsRuleFile(path); }, &GoOnWithoutCopy);
+}
+
+host::Roles Project::Roles()
+{
+    host::Roles roles = m_host.Roles();
+    roles.windows = &m_windows;
+    return roles;
 }
 
 bool Project::KeepCopy(const CString& ruleFile)
@@ -81,6 +87,39 @@ CStringArray Project::Specs()
     return names;
 }
 
+qint64 Project::CountCategories(const CStringArray& specs)
+{
+    host::ICategories& categories = *m_host.Roles().categories;
+    qint64 count = 0;
+    for (const CString& spec : specs) {
+        SNvKtSpecId specId;
+        CArray<SNvKtBigCategoryId> bigIds;
+        categories.SpecNameToId(spec, specId);
+        categories.GetAllBigCategoryIdsBySpec(specId, bigIds);
+        for (const SNvKtBigCategoryId& bigId : bigIds) {
+            CArray<SNvKtSmallCategoryId> smallIds;
+            categories.GetAllSmallCategoryIdsByBigCategory(bigId, smallIds);
+            count += smallIds.size();
+        }
+    }
+    return count;
+}
+
+embedded::LibraryRole Project::QuotaRole()
+{
+    return embedded::QuotaRole(Mode());
+}
+
+CArray<embedded::LibraryName> Project::Libraries(embedded::LibraryRole role) const
+{
+    return m_host.LibrariesOf(role);
+}
+
+CString Project::LibraryInUse(embedded::LibraryRole role) const
+{
+    return m_host.LibraryInUse(role);
+}
+
 CString Project::BillLibrary()
 {
     return m_host.Roles().libraries->GetQdFileName();
@@ -94,7 +133,7 @@ CString Project::QuotaLibrary()
 
 CString Project::RuleFolder() const
 {
-    return m_host.AppFolder() + u"\\自动套配置"_s;
+    return m_host.RuleFolder();
 }
 
 // Not asked of a presenter: making one already opens the file, or makes it.

@@ -23,6 +23,9 @@ public:
     /// its dialogs; it may be null and must outlive this.
     void BecomeHost(QWidget* frame);
 
+    /// All roles of this host.
+    host::Roles Roles();
+
     /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
     /// on without. Needs `BecomeHost`.
     bool KeepCopy(const CString& ruleFile);
@@ -34,10 +37,19 @@ public:
     SQdDeInfo::EQdDeMode Mode();
     CString Spec();
     CStringArray Specs();
+    /// How many small categories some specialties have.
+    qint64 CountCategories(const CStringArray& specs);
     /// Change the project on disk, too. Raise `embedded::Error`; nothing has changed then.
     void SetMode(SQdDeInfo::EQdDeMode mode) { m_host.SetMode(mode); }
     void SetSpec(const CString& name) { m_host.SetCurrentSpec(name); }
 
+    /// The role of the present mode's quota library.
+    embedded::LibraryRole QuotaRole();
+    /// The libraries of the project's catalogue for a role, and the code of the one in use.
+    CArray<embedded::LibraryName> Libraries(embedded::LibraryRole role) const;
+    CString LibraryInUse(embedded::LibraryRole role) const;
+    /// Changes the project on disk, too. Raises `embedded::Error`; nothing has changed then.
+    void SetLibrary(embedded::LibraryRole role, const CString& code) { m_host.SetLibrary(role, code); }
     /// Names of the bill library and of the quota library of the mode.
     CString BillLibrary();
     CString QuotaLibrary();

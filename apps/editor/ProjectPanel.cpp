@@ -1,6 +1,7 @@
 #include "editor/ProjectPanel.h"
 
 #include "editor/Actions.h"
+#include "editor/LibraryCombo.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QDir>
@@ -63,7 +64,7 @@ QTreeWidgetItem* MakeRow(const RuleFileState& state, bool isCurrent)
 
 ProjectPanel::ProjectPanel(const Actions& actions, Wishes wishes)
     : m_wishes(std::move(wishes)), m_folder(ValueLabel()), m_mode(new QComboBox), m_spec(new QComboBox),
-      m_billLibrary(ValueLabel()), m_quotaLibrary(ValueLabel()), m_files(new QTreeWidget)
+      m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()), m_files(new QTreeWidget)
 {
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeSettings());
@@ -77,18 +78,27 @@ QGroupBox* ProjectPanel::MakeSettings()
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     for (QComboBox* combo : {m_mode, m_spec})
         combo->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    // As wide as their names need, as far as there is room.
+    for (QComboBox* combo : {m_billLibrary, m_quotaLibrary}) {
+        combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        combo->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    }
     m_mode->addItem(u"清单模式"_s, SQdDeInfo::BillMode);
     m_mode->addItem(u"定额模式"_s, SQdDeInfo::QuotaMode);
     m_mode->setToolTip(u"清单模式：规则下挂清单，清单下挂定额；定额模式：规则下直接挂定额"_s);
     form->addRow(u"文件夹："_s, m_folder);
     form->addRow(u"模式(&M)："_s, m_mode);
     form->addRow(u"专业(&S)："_s, m_spec);
-    form->addRow(u"清单库："_s, m_billLibrary);
-    form->addRow(u"定额库："_s, m_quotaLibrary);
+    form->addRow(u"清单库(&B)："_s, m_billLibrary);
+    form->addRow(u"定额库(&Q)："_s, m_quotaLibrary);
     connect(m_mode, &QComboBox::currentIndexChanged, this,
             [this] { m_wishes.setMode(static_cast<SQdDeInfo::EQdDeMode>(m_mode->currentData().toInt())); });
     connect(m_spec, &QComboBox::currentTextChanged, this,
             [this](const QString& name) { m_wishes.setSpec(name); });
+    connect(m_billLibrary, &QComboBox::currentIndexChanged, this,
+            [this] { m_wishes.setLibrary(embedded::LibraryRole::Bill, ChosenLibrary(*m_billLibrary)); });
+    connect(m_quotaLibrary, &QComboBox::currentIndexChanged, this,
+            [this] { m_wishes.setLibrary(m_quotaRole, ChosenLibrary(*m_quotaLibrary)); });
     return box;
 }
 
@@ -122,8 +132,10 @@ void ProjectPanel::ShowProject(Project& project)
     m_spec->clear();
     m_spec->addItems(project.Specs());
     m_spec->setCurrentText(project.Spec());
-    m_billLibrary->setText(project.BillLibrary());
-    m_quotaLibrary->setText(project.QuotaLibrary());
+    m_quotaRole = project.QuotaRole();
+    FillLibraries(*m_billLibrary, project.Libraries(embedded::LibraryRole::Bill),
+                  project.LibraryInUse(embedded::LibraryRole::Bill));
+    FillLibraries(*m_quotaLibrary, project.Libraries(m_quotaRole), project.LibraryInUse(m_quotaRole));
 }
 
 void ProjectPanel::ShowRuleFiles(const QList<RuleFileState>& files)

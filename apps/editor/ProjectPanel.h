@@ -27,6 +27,7 @@ public:
     {
         std::function<void(SQdDeInfo::EQdDeMode)> setMode;
         std::function<void(const CString&)> setSpec;
+        std::function<void(embedded::LibraryRole, const CString& code)> setLibrary;
         std::function<void()> selectionChanged;
     };
 
@@ -49,8 +50,9 @@ private:
     QLabel* m_folder;
     QComboBox* m_mode;
     QComboBox* m_spec;
-    QLabel* m_billLibrary;
-    QLabel* m_quotaLibrary;
+    QComboBox* m_billLibrary;
+    QComboBox* m_quotaLibrary;
+    embedded::LibraryRole m_quotaRole = embedded::LibraryRole::QuotaOfBills;
     QTreeWidget* m_files;
     QList<RuleFileState> m_states;
 };

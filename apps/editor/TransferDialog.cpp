@@ -1,5 +1,8 @@
 #include "editor/TransferDialog.h"
 
+#include "editor/LibraryCombo.h"
+#include "editor/Project.h"
+
 #include <QtCore/QDir>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
@@ -32,16 +35,26 @@ struct Table
 
 constexpr std::array Tables{Table{embedded::TableKind::Catalog, u"类别：专业、大类、小类"},
                             Table{embedded::TableKind::Attributes, u"属性：小类的属性和取值"},
-                            Table{embedded::TableKind::Bill, u"清单：清单库"},
-                            Table{embedded::TableKind::Quota, u"定额：定额库"},
+                            Table{embedded::TableKind::Libraries, u"库：有哪些清单库、定额库"},
+                            Table{embedded::TableKind::Bill, u"清单：清单库的清单"},
+                            Table{embedded::TableKind::Quota, u"定额：定额库的定额"},
                             Table{embedded::TableKind::Guide, u"指引：清单下常用的定额"},
                             Table{embedded::TableKind::Calc, u"计算项目：规则和适用的小类"}};
 
+/// The libraries that have a table of that kind: none for a table of no library.
+CArray<embedded::LibraryName> LibrariesFor(Project& project, embedded::TableKind kind)
+{
+    using embedded::LibraryRole;
+    if (kind == embedded::TableKind::Bill) return project.Libraries(LibraryRole::Bill);
+    if (kind != embedded::TableKind::Quota && kind != embedded::TableKind::Guide) return {};
+    return project.Libraries(LibraryRole::QuotaOfBills) + project.Libraries(LibraryRole::Quota);
+}
+
 } // namespace
 
-TransferDialog::TransferDialog(QWidget* parent, Direction direction)
-    : QDialog(parent), m_direction(direction), m_kind(new QComboBox), m_file(new QLineEdit),
-      m_replace(new QCheckBox(u"用文件的内容替换整个表(&R)"_s)),
+TransferDialog::TransferDialog(QWidget* parent, Direction direction, Project& project)
+    : QDialog(parent), m_direction(direction), m_kind(new QComboBox), m_library(MakeLibraryCombo()),
+      m_file(new QLineEdit), m_replace(new QCheckBox(u"用文件的内容替换整个表(&R)"_s)),
       m_start(new QPushButton(direction == Direction::Import ? u"导入"_s : u"导出"_s))
 {
     setWindowTitle(direction == Direction::Import ? u"导入数据"_s : u"导出数据"_s);
@@ -53,7 +66,17 @@ TransferDialog::TransferDialog(QWidget* parent, Direction direction)
     m_start->setEnabled(false);
     connect(m_file, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_start->setEnabled(!text.trimmed().isEmpty()); });
+    ShowLibraries(project);
+    connect(m_kind, &QComboBox::currentIndexChanged, this, [this, &project] { ShowLibraries(project); });
     Build();
+}
+
+void TransferDialog::ShowLibraries(Project& project)
+{
+    const bool isBill = Kind() == embedded::TableKind::Bill;
+    FillLibraries(*m_library, LibrariesFor(project, Kind()),
+                  project.LibraryInUse(isBill ? embedded::LibraryRole::Bill : project.QuotaRole()));
+    m_library->setEnabled(m_library->count() > 0);
 }
 
 void TransferDialog::Build()
@@ -65,6 +88,7 @@ void TransferDialog::Build()
     place->addWidget(browse);
     auto* form = new QFormLayout;
     form->addRow(u"表(&T)："_s, m_kind);
+    form->addRow(u"库(&L)："_s, m_library);
     form->addRow(u"CSV 文件(&F)："_s, place);
     static_cast<QLabel*>(form->labelForField(place))->setBuddy(m_file);
     form->addRow(QString(), m_replace);
@@ -93,7 +117,7 @@ QString TransferDialog::File() const
 
 embedded::ImportOptions TransferDialog::Options() const
 {
-    return {.replace = m_replace->isChecked()};
+    return {.replace = m_replace->isChecked(), .library = ChosenLibrary(*m_library)};
 }
 
 void TransferDialog::Browse()
@@ -108,6 +132,7 @@ void TransferDialog::Browse()
 CString DescribeImport(const embedded::ImportReport& report)
 {
     CStringArray lines;
+    if (!report.library.code.isEmpty()) lines.append(u"库：%1"_s.arg(LibraryText(report.library)));
     if (report.stored)
         lines.append(u"已导入 %1 行：新增 %2，修改 %3，删除 %4。"_s.arg(report.rows)
                          .arg(report.added)

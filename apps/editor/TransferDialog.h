@@ -11,13 +11,17 @@ class QPushButton;
 
 namespace editor {
 
-/// Asks which table of the catalogue is to be read from or written to which CSV file. Transfers nothing.
+class Project;
+
+/// Asks which table of a project's catalogue is to be read from or written to which CSV file, and of which
+/// library. Transfers nothing.
 class TransferDialog : public QDialog
 {
 public:
     enum class Direction { Import, Export };
 
-    TransferDialog(QWidget* parent, Direction direction);
+    /// The libraries that the project uses are proposed.
+    TransferDialog(QWidget* parent, Direction direction, Project& project);
 
     /// After the dialog was accepted.
     embedded::TableKind Kind() const;
@@ -27,15 +31,18 @@ public:
 private:
     void Build();
     void Browse();
+    void ShowLibraries(Project& project);
 
     Direction m_direction;
     QComboBox* m_kind;
+    QComboBox* m_library;
     QLineEdit* m_file;
     QCheckBox* m_replace;
     QPushButton* m_start;
 };
 
-/// What an import did, in words: the counts, or that nothing was stored and which rows were refused why.
+/// What an import did, in words: the library and the counts, or that nothing was stored and which rows were
+/// refused why.
 CString DescribeImport(const embedded::ImportReport& report);
 
 /// Shows a report that may be long.

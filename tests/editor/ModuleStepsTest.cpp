@@ -6,6 +6,7 @@
 #include "presenter/CQdDeConfigPresenter.h"
 
 #include <QtGui/QAction>
+#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QMessageBox>
 
 using namespace Qt::StringLiterals;
@@ -107,6 +108,25 @@ TEST_F(RuleFileSteps, HeadOnTheOriginalLeavesACopyInTheHistory)
     EXPECT_FALSE(m_window.Commands().writeHead->isEnabled());
 }
 
+TEST_F(RuleFileSteps, HeadOnACopyKeepsWhatStoodThereWhateverItsName)
+{
+    m_folder.WriteFile(u"copy.dat"_s, "mine");
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
+                                  [&](QDialog& window) {
+                                      static_cast<QFileDialog&>(window).selectFile(Folder(u"copy.dat"_s));
+                                      // The question whether to replace the file comes within.
+                                      QTimer::singleShot(0, &window, [&window] { window.accept(); });
+                                  },
+                                  [](QDialog& window) { test::PressButton(window, u"&Yes"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(editor::ExamineRuleFile(m_folder.Path(u"copy.dat"_s)).kind, editor::RuleFileKind::Wrapped);
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    const auto copies = history.List(m_folder.Path(u"copy.dat"_s));
+    ASSERT_EQ(copies.size(), 1);
+    EXPECT_EQ(history.Read(copies[0]), "mine");
+}
+
 TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
 {
     const QByteArray before = m_folder.ReadFile(CurrentFile);
@@ -133,7 +153,7 @@ TEST_F(RuleFileSteps, RefreshMakesTheSelectedFileTheCurrentOne)
 {
     m_folder.WriteFile(u"project\\app\\自动套配置\\second.xml"_s, m_folder.ReadFile(CurrentFile));
     editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
-    EXPECT_TRUE(steps.Refresh(m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s)));
+    EXPECT_EQ(steps.Refresh(m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s)), editor::StepEnd::Done);
     EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(),
               m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s));
 }
@@ -142,7 +162,7 @@ TEST_F(RuleFileSteps, RefusedRefreshTellsTheReasonAndKeepsTheCurrentFile)
 {
     const CString bad = m_folder.WriteFile(u"project\\app\\自动套配置\\bad.xml"_s, Damaged);
     editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
-    EXPECT_FALSE(steps.Refresh(bad));
+    EXPECT_EQ(steps.Refresh(bad), editor::StepEnd::Refused);
     ASSERT_EQ(m_messages.Texts().size(), 1);
     EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("文件功能不匹配"));
     EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("第 2 行第 "));

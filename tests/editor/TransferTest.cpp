@@ -31,6 +31,14 @@ TEST(ImportDescription, CountsWhatWasStored)
     EXPECT_EQ(editor::DescribeImport(report), u"已导入 6 行：新增 1，修改 2，删除 3。"_s);
 }
 
+TEST(ImportDescription, NamesTheLibrary)
+{
+    embedded::ImportReport report;
+    report.cancelled = true;
+    report.library = {u"code"_s, u"名称"_s, u"全国"_s, u"2013"_s};
+    EXPECT_EQ(editor::DescribeImport(report), u"库：名称 · 全国 2013\n已取消，原有的数据没有变。"_s);
+}
+
 namespace {
 
 class Transfer : public test::EditorWindow
