@@ -80,7 +80,7 @@ CalculatorDialog::CalculatorDialog(host::ICalculationRules& rules, const CString
     m_formula->setAccessibleName(u"计算公式"_s);
     // The default limit would cut a longer text without a word.
     m_formula->setMaxLength(std::numeric_limits<int>::max());
-    m_message->setAccessibleName(u"检查结果"_s);
+    m_message->setAccessibleDescription(u"检查结果"_s);
     m_message->setTextFormat(Qt::PlainText);
     m_message->setWordWrap(true);
     m_message->setMinimumHeight(2 * fontMetrics().lineSpacing());
@@ -140,6 +140,8 @@ void CalculatorDialog::MakeItemTable()
     m_items->setShowGrid(false);
     m_items->setAlternatingRowColors(true);
     m_items->setItemDelegate(new TipDelegate(m_items));
+    m_items->verticalHeader()->setMinimumSectionSize(1);
+    m_items->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_items->verticalHeader()->hide();
     m_items->horizontalHeader()->setHighlightSections(false);
     m_items->horizontalHeader()->setStretchLastSection(true);
@@ -174,9 +176,8 @@ void CalculatorDialog::LayOut(const CString& categoryText)
     category->setText(m_names.Items().empty() ? categoryText + u"：此小类没有计算项目"_s
                                               : categoryText + u" 的计算项目:"_s);
     auto* buttons = new QDialogButtonBox(this);
-    m_ok = buttons->addButton(QDialogButtonBox::Ok);
-    m_ok->setText(u"确定"_s);
-    buttons->addButton(QDialogButtonBox::Cancel)->setText(u"取消"_s);
+    m_ok = buttons->addButton(u"确定"_s, QDialogButtonBox::AcceptRole);
+    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);

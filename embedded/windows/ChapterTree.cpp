@@ -76,8 +76,10 @@ bool ChapterTree::Select(const CString& key)
 {
     QTreeWidgetItem* const item = m_items.value(key);
     if (item == nullptr) return false;
+    const bool seen = viewport()->rect().contains(visualItemRect(item));
     setCurrentItem(item);
-    scrollToItem(item);
+    // With its neighbours around it; one that was seen stays where the eye has found it.
+    if (!seen) scrollToItem(item, PositionAtCenter);
     return true;
 }
 

@@ -29,6 +29,10 @@ namespace {
 
 enum Column { Name, Version, Modified, ColumnCount };
 
+/// What stays to be seen of the path and of the lists in the smallest window.
+constexpr int PathCharacters = 12;
+constexpr int ListLines = 8;
+
 /// The selected file of a list; null when there is none.
 const TemplateFile* Selected(const QTreeWidget& list, const std::vector<TemplateFile>& files)
 {
@@ -54,8 +58,9 @@ void SizeColumns(QTreeWidget& list)
     QHeaderView& header = *list.header();
     header.setStretchLastSection(false);
     header.setSectionResizeMode(Name, QHeaderView::Stretch);
-    header.resizeSection(Version, metrics.horizontalAdvance(u"不是规则文件  "_s));
-    header.resizeSection(Modified, metrics.horizontalAdvance(u"0000-00-00 00:00   "_s));
+    const int margin = metrics.height();
+    header.resizeSection(Version, metrics.horizontalAdvance(u"不是规则文件"_s) + margin);
+    header.resizeSection(Modified, metrics.horizontalAdvance(u"0000-00-00 00:00"_s) + margin);
     header.setMinimumSectionSize(metrics.horizontalAdvance(u"名称名称名称"_s));
 }
 
@@ -83,6 +88,7 @@ void CloudDiskDialog::MakeFolderLine(QVBoxLayout& layout)
 {
     m_path = new QLineEdit(this);
     m_path->setReadOnly(true);
+    m_path->setMinimumWidth(PathCharacters * fontMetrics().horizontalAdvance(u'名'));
     m_path->setAccessibleName(u"云盘文件夹"_s);
     auto* label = new QLabel(u"云盘文件夹(&P):"_s, this);
     label->setBuddy(m_path);
@@ -96,14 +102,10 @@ void CloudDiskDialog::MakeFolderLine(QVBoxLayout& layout)
     line->addWidget(choose);
     line->addWidget(refresh);
     layout.addLayout(line);
-    m_fault = new QLabel(this);
-    m_fault->setTextFormat(Qt::PlainText);
-    m_fault->setWordWrap(true);
-    MarkAsFault(*m_fault, true);
-    layout.addWidget(m_fault);
 }
 
-QWidget* CloudDiskDialog::MakeList(const CString& label, const CString& name, QTreeWidget*& list)
+QWidget* CloudDiskDialog::MakeList(const CString& label, const CString& name, QTreeWidget*& list,
+                                   QWidget* note)
 {
     auto* half = new QWidget(this);
     list = new QTreeWidget(half);
@@ -113,13 +115,17 @@ QWidget* CloudDiskDialog::MakeList(const CString& label, const CString& name, QT
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
     list->setItemDelegate(new TipDelegate(list));
+    list->setMinimumHeight(ListLines * fontMetrics().height());
     SizeColumns(*list);
     connect(list, &QTreeWidget::currentItemChanged, this, [this] { ShowButtons(); });
     auto* caption = new QLabel(label, half);
     caption->setBuddy(list);
+    auto* captionLine = new QHBoxLayout;
+    captionLine->addWidget(caption);
+    if (note != nullptr) captionLine->addWidget(note, 1);
     auto* column = new QVBoxLayout(half);
     column->setContentsMargins({});
-    column->addWidget(caption);
+    column->addLayout(captionLine);
     column->addWidget(list, 1);
     return half;
 }
@@ -135,10 +141,15 @@ void CloudDiskDialog::MakeLists(QVBoxLayout& layout, bool mayUpload)
     buttons->addWidget(m_import);
     buttons->addWidget(m_upload);
     buttons->addStretch();
+    // Beside the caption, so that the lists stay where they are when it comes and goes.
+    m_fault = new QLabel(this);
+    m_fault->setTextFormat(Qt::PlainText);
+    m_fault->setWordWrap(true);
+    MarkAsFault(*m_fault, true);
     auto* line = new QHBoxLayout;
-    line->addWidget(MakeList(u"云盘模板(&T):"_s, u"云盘模板"_s, m_templateList), 1);
+    line->addWidget(MakeList(u"云盘模板(&T):"_s, u"云盘模板"_s, m_templateList, m_fault), 1);
     line->addLayout(buttons);
-    line->addWidget(MakeList(u"本机配置(&L):"_s, u"本机配置"_s, m_ownList), 1);
+    line->addWidget(MakeList(u"本机配置(&L):"_s, u"本机配置"_s, m_ownList, nullptr), 1);
     layout.addLayout(line, 1);
     connect(m_import, &QPushButton::clicked, this, [this] { Import(); });
     connect(m_upload, &QPushButton::clicked, this, [this] { Upload(); });
@@ -153,7 +164,7 @@ void CloudDiskDialog::MakeBottom(QVBoxLayout& layout)
     m_status = new QLabel(this);
     m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
-    m_status->setAccessibleName(u"结果"_s);
+    m_status->setAccessibleDescription(u"结果"_s);
     auto* close = new QPushButton(u"关闭(&C)"_s, this);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     auto* line = new QHBoxLayout;
@@ -171,7 +182,6 @@ void CloudDiskDialog::Refresh()
     m_templates = fault.isEmpty() ? FindTemplates(m_folder.Path()) : std::vector<TemplateFile>();
     m_own = FindTemplates(m_places.ruleFolder);
     m_fault->setText(fault);
-    m_fault->setVisible(!fault.isEmpty());
     Fill(*m_templateList, m_templates);
     Fill(*m_ownList, m_own);
     ShowButtons();

@@ -38,7 +38,8 @@ public:
 private:
     void MakeFolderLine(QVBoxLayout& layout);
     void MakeLists(QVBoxLayout& layout, bool mayUpload);
-    QWidget* MakeList(const CString& label, const CString& name, QTreeWidget*& list);
+    /// A list under its label, with `note`, which may be null, at the label's right.
+    QWidget* MakeList(const CString& label, const CString& name, QTreeWidget*& list, QWidget* note);
     void MakeBottom(QVBoxLayout& layout);
     void Refresh();
     void ShowButtons();

@@ -37,6 +37,9 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent)
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->hide();
     horizontalHeader()->setHighlightSections(false);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (column != ItemModel::Name) StretchNames();
+    });
 }
 
 void ItemTable::SizeColumns()
@@ -51,12 +54,26 @@ void ItemTable::SizeColumns()
     verticalHeader()->setDefaultSectionSize(metrics.height() + metrics.height() / 2);
     QHeaderView& header = *horizontalHeader();
     header.resizeSection(ItemModel::Number, width(u"0000000000"_s, ItemModel::Number));
-    header.resizeSection(ItemModel::Name, metrics.horizontalAdvance(u'名') * NameCharacters);
     header.resizeSection(ItemModel::Unit, width(u"100m2"_s, ItemModel::Unit));
     header.resizeSection(ItemModel::Rule, width(u"风管展开面积"_s, ItemModel::Rule));
     header.resizeSection(ItemModel::Annex, width({}, ItemModel::Annex));
-    header.setSectionResizeMode(ItemModel::Name, QHeaderView::Stretch);
+    header.setSectionResizeMode(ItemModel::Name, QHeaderView::Fixed);
     header.setMinimumSectionSize(width({}, ItemModel::Unit));
+    StretchNames();
+}
+
+void ItemTable::StretchNames()
+{
+    QHeaderView& header = *horizontalHeader();
+    const int others = header.length() - header.sectionSize(ItemModel::Name);
+    const int needed = QFontMetrics(font()).horizontalAdvance(u'名') * NameCharacters;
+    header.resizeSection(ItemModel::Name, std::max(viewport()->width() - others, needed));
+}
+
+void ItemTable::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    if (model() != nullptr) StretchNames();
 }
 
 QSize ItemTable::sizeHint() const
@@ -64,6 +81,13 @@ QSize ItemTable::sizeHint() const
     const QFontMetrics metrics(font());
     constexpr int Lines = 12;
     return {metrics.horizontalAdvance(u'名') * 3 * NameCharacters, metrics.height() * Lines};
+}
+
+QSize ItemTable::minimumSizeHint() const
+{
+    const QFontMetrics metrics(font());
+    constexpr int Lines = 7;
+    return {metrics.horizontalAdvance(u'名') * 2 * NameCharacters, metrics.height() * Lines};
 }
 
 void ItemTable::keyPressEvent(QKeyEvent* event)

@@ -20,13 +20,20 @@ public:
     void SizeColumns();
 
     QSize sizeHint() const override;
+    /// Room for number and name, and for some rows.
+    QSize minimumSizeHint() const override;
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    /// Gives the names the room that the other columns leave, but never less than they need: in a narrow
+    /// window the columns at the right are scrolled to instead.
+    void StretchNames();
+
     std::function<void()> m_picked = [] {};
 };
 

@@ -28,7 +28,7 @@ NameConflictDialog::NameConflictDialog(const CString& folder, const CString& nam
     m_name->setAccessibleName(u"新名称"_s);
     m_name->selectAll();
     m_fault->setTextFormat(Qt::PlainText);
-    m_fault->setAccessibleName(u"名称检查结果"_s);
+    m_fault->setAccessibleDescription(u"名称检查结果"_s);
     MarkAsFault(*m_fault, true);
     auto* layout = new QVBoxLayout(this);
     for (QWidget* widget : std::initializer_list<QWidget*>{text, label, m_name, m_fault})

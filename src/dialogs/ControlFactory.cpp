@@ -1,6 +1,7 @@
 #include "dialogs/ControlFactory.h"
 
 #include "dialogs/ControlText.h"
+#include "dialogs/LineDelegate.h"
 #include "dialogs/ListControls.h"
 #include "dialogs/NotifyingStatic.h"
 #include "dialogs/TreeControl.h"
@@ -51,6 +52,7 @@ QWidget* MakeListBox(QWidget* parent)
     list->setSelectionMode(QAbstractItemView::SingleSelection);
     list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list->setTextElideMode(Qt::ElideNone);
+    list->setItemDelegate(new LineDelegate(list));
     return list;
 }
 

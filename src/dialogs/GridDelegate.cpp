@@ -21,6 +21,12 @@ QStyle* StyleOf(const QStyleOptionViewItem& option)
     return option.widget != nullptr ? option.widget->style() : QApplication::style();
 }
 
+/// What the style leaves free at either side of a text.
+int TextMargin(const QStyleOptionViewItem& option)
+{
+    return StyleOf(option)->pixelMetric(QStyle::PM_FocusFrameHMargin, &option) + 1;
+}
+
 } // namespace
 
 GridDelegate::GridDelegate(IGridCells& cells, QObject* parent) : QStyledItemDelegate(parent), m_cells(cells)
@@ -59,15 +65,15 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 QSize GridDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const QSize text = QStyledItemDelegate::sizeHint(option, index);
-    return m_cells.HasChoices(index) ? text + QSize(ArrowWidth, 0) : text;
+    return m_cells.HasChoices(index) ? text + QSize(ArrowWidth - TextMargin(option), 0) : text;
 }
 
 void GridDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
     if (!option->rect.isValid() || !m_cells.HasChoices(index)) return;
-    const int margin = 2 * (StyleOf(*option)->pixelMetric(QStyle::PM_FocusFrameHMargin, option) + 1);
-    const int room = std::max(option->rect.width() - ArrowWidth - margin, LeastTextWidth);
+    // Between text and arrow the arrow's own margin is enough: the column of the units is narrow.
+    const int room = std::max(option->rect.width() - ArrowWidth - TextMargin(*option), LeastTextWidth);
     option->text = option->fontMetrics.elidedText(option->text, option->textElideMode, room);
 }
 

@@ -3,6 +3,7 @@
 #include "dialogs/GridText.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QItemSelectionModel>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWheelEvent>
 #include <QtWidgets/QAbstractItemView>
@@ -27,6 +28,7 @@ GridChoiceEditor::GridChoiceEditor(const CStringArray& options, const CString& t
     colors.setColor(QPalette::PlaceholderText, colors.color(QPalette::ButtonText));
     setPalette(colors);
     connect(this, &QComboBox::textActivated, this, &GridChoiceEditor::Chosen);
+    view()->installEventFilter(this);
 }
 
 void GridChoiceEditor::hidePopup()
@@ -51,6 +53,17 @@ void GridChoiceEditor::keyPressEvent(QKeyEvent* event)
     }
     if (!view()->isVisible()) showPopup();
     QCoreApplication::sendEvent(view(), event);
+}
+
+// The toolkit takes a list without a selection to stand on its first entry, and the key would skip that.
+bool GridChoiceEditor::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool down =
+        event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Down;
+    if (watched != view() || !down || view()->selectionModel()->hasSelection())
+        return QComboBox::eventFilter(watched, event);
+    view()->setCurrentIndex(model()->index(0, modelColumn()));
+    return true;
 }
 
 void GridChoiceEditor::wheelEvent(QWheelEvent* event)

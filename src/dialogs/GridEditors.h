@@ -25,6 +25,8 @@ public:
     GridChoiceEditor(const CStringArray& options, const CString& text, QWidget* parent);
 
     void hidePopup() override;
+    /// From a text outside the list the down key comes to the first entry.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 signals:
     void Chosen(const QString& text);

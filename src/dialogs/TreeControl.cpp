@@ -1,11 +1,12 @@
 #include "dialogs/TreeControl.h"
 
+#include "dialogs/LineDelegate.h"
+
 #include <QtCore/QItemSelectionModel>
 #include <QtCore/QSet>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QStyledItemDelegate>
 
 #include <utility>
 
@@ -46,14 +47,14 @@ private:
     std::function<void()> m_changing;
 };
 
-class GridLines : public QStyledItemDelegate
+class GridLines : public LineDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using LineDelegate::LineDelegate;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
-        QStyledItemDelegate::paint(painter, option, index);
+        LineDelegate::paint(painter, option, index);
         painter->save();
         painter->setPen(option.palette.color(QPalette::Midlight));
         painter->drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
@@ -70,6 +71,7 @@ TreeControl::TreeControl(QWidget* parent) : QTreeWidget(parent)
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setUniformRowHeights(true);
+    setItemDelegate(new LineDelegate(this));
 }
 
 void TreeControl::OnSelectionChanging(std::function<void()> handler)

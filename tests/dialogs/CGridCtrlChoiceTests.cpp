@@ -57,6 +57,22 @@ TEST(CGridCtrlChoice, TextOutsideTheListIsShownInTheOpenCell)
     EXPECT_EQ(editor->placeholderText(), u"10m"_s);
 }
 
+TEST(CGridCtrlChoice, DownKeyComesFromATextOutsideTheListToItsFirstEntries)
+{
+    for (const auto& [presses, unit] : {std::pair(1, u"m"_s), std::pair(2, u"m2"_s)}) {
+        GridUser user;
+        user.Grid().SetItemText(2, 3, u"10m"_s);
+        user.Grid().SetFocusCell(2, 3);
+        user.Press(Qt::Key_F2);
+        for (int press = 0; press < presses; ++press)
+            user.Press(Qt::Key_Down);
+        user.Press(Qt::Key_Return);
+        const auto told = user.Told(1);
+        ASSERT_THAT(told, SizeIs(1));
+        EXPECT_EQ(told[0].text, unit);
+    }
+}
+
 TEST(CGridCtrlChoice, TextInTheListIsPreselected)
 {
     GridUser user;

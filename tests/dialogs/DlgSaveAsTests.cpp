@@ -161,6 +161,15 @@ TEST_F(DlgSaveAsTest, MissingFolderGivesAnEmptyListAndNoMessage)
     ExpectSilence();
 }
 
+TEST_F(DlgSaveAsTest, NameOfANewFileCanBeTypedAtOnce)
+{
+    for (const int mode : {DlgSaveAs::New, DlgSaveAs::SaveAs}) {
+        DlgSaveAs dialog(mode, nullptr, {});
+        test::Open(dialog);
+        EXPECT_EQ(dialog.focusWidget(), dialog.GetDlgItem(NameEdit)) << mode;
+    }
+}
+
 TEST_F(DlgSaveAsTest, EnterInTheNameSaves)
 {
     DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});

@@ -126,6 +126,17 @@ TEST(MyGridCtrl, LongestUnitIsNotCutOffAtAnyFontSize)
     }
 }
 
+TEST(MyGridCtrl, UnitThatReachesToTheArrowIsNotCutOff)
+{
+    GridUser user(1, 1);
+    MyGridCtrl& grid = user.Grid();
+    grid.SetItemText(1, 3, u"10m2"_s);
+    const int margin = grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1;
+    const int arrow = GridDelegate::ArrowRect(user.RectOf(1, 3)).width();
+    const int text = grid.fontMetrics().horizontalAdvance(u"10m2"_s);
+    EXPECT_LE(grid.sizeHintForIndex(grid.model()->index(0, 2)).width(), margin + text + arrow + 1);
+}
+
 TEST(MyGridCtrl, TextBackgroundIsPaleYellow)
 {
     GridUser user(1, 1);

@@ -1,5 +1,7 @@
 #include "dialogs/secondary/CExListBox.h"
 
+#include "dialogs/LineDelegate.h"
+
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QScreen>
@@ -22,7 +24,10 @@ CString TipForm(const CString& text, const QWidget& owner)
 
 } // namespace
 
-CExListBox::CExListBox(QWidget* parent) : QListWidget(parent) {}
+CExListBox::CExListBox(QWidget* parent) : QListWidget(parent)
+{
+    setItemDelegate(new dialogs::LineDelegate(this));
+}
 
 int CExListBox::ToolHitTest(const QPoint& point, QRect* rect) const
 {

@@ -55,6 +55,9 @@ void DlgSaveAs::OnInitDialog()
     ApplyMode();
     dialogs::SetCurSel(Item<QComboBox>(TypeCombo), 0);
     UpdateData(DataExchange::Direction::ToControls);
+    // The name is what the user has to give, and it is typed at once. When a file is loaded it comes from the
+    // list.
+    if (m_mode != Load) GetDlgItem(NameEdit)->setFocus();
 }
 
 void DlgSaveAs::ScanFolder(const CString& folder)

@@ -30,7 +30,7 @@ protected:
 
     static QLineEdit& Formula(const QWidget& window) { return Named<QLineEdit>(window, u"计算公式"_s); }
     static QTableWidget& Items(const QWidget& window) { return Named<QTableWidget>(window, u"计算项目"_s); }
-    static CString Message(const QWidget& window) { return Named<QLabel>(window, u"检查结果"_s).text(); }
+    static CString Message(const QWidget& window) { return Told(window, u"检查结果"_s); }
     static void Replace(const QWidget& window, const CString& text)
     {
         Formula(window).selectAll();

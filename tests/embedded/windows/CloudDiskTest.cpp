@@ -48,7 +48,7 @@ protected:
 
     static QTreeWidget& Templates(const QWidget& window) { return Named<QTreeWidget>(window, u"云盘模板"_s); }
     static QTreeWidget& Own(const QWidget& window) { return Named<QTreeWidget>(window, u"本机配置"_s); }
-    static CString Status(const QWidget& window) { return Named<QLabel>(window, u"结果"_s).text(); }
+    static CString Status(const QWidget& window) { return Told(window, u"结果"_s); }
     static void Close(QWidget& window) { ClickButton(window, u"关闭"_s); }
     static void Import(QWidget& window) { ClickButton(window, u"导入"_s); }
 
@@ -144,7 +144,7 @@ TEST_F(CloudDisk, TakesAnotherName)
              name.selectAll();
              TypeText(name, u"甲"_s);
              EXPECT_FALSE(Button(question, u"改名"_s).isEnabled());
-             EXPECT_EQ(Named<QLabel>(question, u"名称检查结果"_s).text(), u"此名称已存在"_s);
+             EXPECT_EQ(Told(question, u"名称检查结果"_s), u"此名称已存在"_s);
              TypeText(name, u"*"_s);
              EXPECT_FALSE(Button(question, u"改名"_s).isEnabled());
              QTest::keyClick(&name, Qt::Key_Backspace);

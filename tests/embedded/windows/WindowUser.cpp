@@ -1,6 +1,18 @@
 #include "embedded/windows/WindowUser.h"
 
+#include <QtGui/QAccessible>
+#include <QtWidgets/QLabel>
+
 namespace test {
+
+QString Told(const QWidget& window, const QString& description)
+{
+    for (QLabel* label : window.findChildren<QLabel*>()) {
+        if (label->accessibleDescription() == description)
+            return QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
+    }
+    throw std::logic_error("no label for " + description.toStdString());
+}
 
 QAbstractButton& Button(const QWidget& window, const QString& caption)
 {

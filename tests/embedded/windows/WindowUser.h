@@ -27,6 +27,9 @@ Control& Named(const QWidget& window, const QString& accessibleName)
     return *found;
 }
 
+/// What a screen reader says of the label that is described so: its text. Raises when there is none.
+QString Told(const QWidget& window, const QString& description);
+
 /// The button whose caption, without mnemonic, begins with `caption`.
 QAbstractButton& Button(const QWidget& window, const QString& caption);
 /// Clicks that button with the mouse; one that is hidden or disabled takes no notice.

@@ -1,0 +1,143 @@
+#include "dialogs/ModalUser.h"
+#include "embedded/windows/PickerFixture.h"
+#include "embedded/windows/WindowUser.h"
+#include "host/HostWindows.h"
+#include "host/NvQdDeMng.h"
+
+#include <QtGui/QScreen>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QTableWidget>
+#include <QtWidgets/QTreeWidget>
+
+using namespace Qt::StringLiterals;
+using namespace test;
+
+// Sizes and places in the dialogs of the host.
+
+namespace {
+
+/// A font that has no Chinese of its own, where there is one.
+const QFont Latin(u"DejaVu Sans"_s, 9);
+const CString WaterPipe = u"给排水\\管道\\给水管"_s;
+
+class WindowLooks : public EmbeddedWindowsTest
+{
+protected:
+    WindowLooks() { QApplication::setFont(Latin); }
+    ~WindowLooks() override { QApplication::setFont(m_font); }
+
+    void RunCloudDisk(const QString& folder, const ModalStep& step)
+    {
+        m_windows->SetCloudFolder(folder);
+        InModalWindows({step});
+        KtNetService::CNetDiskFunc::GetInstance().ShowDialog(u"自动套模板"_s, true);
+    }
+    void RunCalculator(const ModalStep& step)
+    {
+        InModalWindows({step});
+        CString result;
+        KtGlobalDlg::CFaceGlobalDlg().ShowCalculatorDlg(WaterPipe, {}, result, &m_parent);
+    }
+    static void Close(QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }
+
+    TempFolder m_cloud;
+
+private:
+    QFont m_font = QApplication::font();
+};
+
+} // namespace
+
+TEST_F(WindowLooks, FilesWithLatinNamesHaveRowsAsHighAsTheOthers)
+{
+    m_cloud.WriteFile(u"abc.xml"_s, "<自动套清单定额配置信息/>");
+    m_cloud.WriteFile(u"住宅.xml"_s, "<自动套清单定额配置信息/>");
+    RunCloudDisk(m_cloud.Native({}), [](QWidget& window) {
+        const auto& list = Named<QTreeWidget>(window, u"云盘模板"_s);
+        EXPECT_EQ(list.topLevelItem(0)->text(0), u"abc"_s);
+        const int needed = list.fontMetrics().size(Qt::TextSingleLine, u"住宅"_s).height();
+        EXPECT_GE(list.visualItemRect(list.topLevelItem(0)).height(), needed);
+        EXPECT_GE(list.visualItemRect(list.topLevelItem(1)).height(), needed);
+        Close(window);
+    });
+}
+
+TEST_F(WindowLooks, ColumnsOfTheCloudDiskShowTheirTextsInAnyFont)
+{
+    m_cloud.WriteFile(u"abc.xml"_s, "<?");
+    for (const CString& family : {Latin.family(), u"Noto Sans CJK SC"_s}) {
+        QApplication::setFont(QFont(family, 9));
+        RunCloudDisk(m_cloud.Native({}), [&](QWidget& window) {
+            const auto& list = Named<QTreeWidget>(window, u"云盘模板"_s);
+            ASSERT_EQ(list.topLevelItem(0)->text(1), u"不是规则文件"_s);
+            for (const int column : {1, 2}) {
+                const int needed = list.sizeHintForIndex(list.model()->index(0, column)).width();
+                EXPECT_LE(needed, list.columnWidth(column)) << family.toStdString() << column;
+            }
+            Close(window);
+        });
+    }
+}
+
+TEST_F(WindowLooks, ListsOfTheCloudDiskStayWhereTheyAreWhenTheFolderIsMissing)
+{
+    QRect there;
+    RunCloudDisk(m_cloud.Native({}), [&](QWidget& window) {
+        there = Named<QTreeWidget>(window, u"云盘模板"_s).geometry();
+        Close(window);
+    });
+    RunCloudDisk(m_cloud.Native(u"没有"_s), [&](QWidget& window) {
+        EXPECT_EQ(Named<QTreeWidget>(window, u"云盘模板"_s).geometry(), there);
+        Close(window);
+    });
+}
+
+TEST_F(WindowLooks, PickerBecomesNarrowRatherThanCoverItsNeighbour)
+{
+    const QRect screen = m_parent.screen()->availableGeometry();
+    const int room = 23 * m_parent.fontMetrics().height();
+    m_parent.show();
+    m_parent.move(screen.topLeft());
+    const int frame = m_parent.frameGeometry().width() - m_parent.width();
+    m_parent.resize(screen.width() - room - frame, screen.height() / 2);
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    picker.MoveWndToRight(&m_parent);
+    EXPECT_EQ(Window().frameGeometry().left(), m_parent.frameGeometry().right() + 1);
+}
+
+TEST_F(WindowLooks, SmallestWindowsStillShowRows)
+{
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    picker.InitQdDeData();
+    Window().resize(Window().minimumSizeHint());
+    for (const CString& name : {u"项目"_s, u"定额"_s}) {
+        const auto& table = Named<QTableView>(Window(), name);
+        EXPECT_GE(table.viewport()->height(), 2 * table.rowHeight(0));
+        EXPECT_GE(table.viewport()->width(), table.columnWidth(0) + table.columnWidth(1));
+    }
+    m_cloud.WriteFile(u"abc.xml"_s, "<自动套清单定额配置信息/>");
+    RunCloudDisk(m_cloud.Native({}), [](QWidget& window) {
+        window.resize(window.minimumSizeHint());
+        const auto& list = Named<QTreeWidget>(window, u"云盘模板"_s);
+        EXPECT_GE(list.viewport()->height(), 3 * list.visualItemRect(list.topLevelItem(0)).height());
+        Close(window);
+    });
+}
+
+TEST_F(WindowLooks, RowsOfTheCalculatorAreAsHighAsTheirText)
+{
+    RunCalculator([](QWidget& window) {
+        const auto& items = Named<QTableWidget>(window, u"计算项目"_s);
+        for (const int points : {8, 16}) {
+            QApplication::setFont(QFont(Latin.family(), points));
+            QCoreApplication::processEvents();
+            const int line = items.fontMetrics().size(Qt::TextSingleLine, u"管道"_s).height();
+            EXPECT_GE(items.rowHeight(0), line) << points;
+            EXPECT_LE(items.rowHeight(0), line + line / 2) << points;
+        }
+        Close(window);
+    });
+}
