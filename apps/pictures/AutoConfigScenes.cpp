@@ -129,6 +129,11 @@ std::unique_ptr<QWidget> MakeDialog(const View& view)
     return dialog;
 }
 
+void OpenValues(QWidget& window)
+{
+    dynamic_cast<PicturedDlg&>(window).Item<QComboBox>(ValueCombo).showPopup();
+}
+
 } // namespace
 
 std::vector<Scene> AutoConfigScenes()
@@ -138,7 +143,10 @@ std::vector<Scene> AutoConfigScenes()
     };
     constexpr auto Bills = SQdDeInfo::BillMode;
     constexpr auto Quotas = SQdDeInfo::QuotaMode;
+    Scene values = scene(u"main-bill-value-list"_s, {Bills, u"给水管"_s});
+    values.open = OpenValues;
     return {
+        values,
         scene(u"main-bill-values"_s, {Bills, u"给水管"_s}),
         scene(u"main-bill-ranges"_s, {Bills, u"给水管"_s, true}),
         scene(u"main-bill-default-rule"_s, {Bills, u"给水管"_s, false, true}),

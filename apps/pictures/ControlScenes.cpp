@@ -5,6 +5,11 @@
 #include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
 
+#include <QtCore/QCoreApplication>
+#include <QtGui/QHelpEvent>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -63,6 +68,44 @@ std::unique_ptr<QWidget> MakeCombos()
     return window;
 }
 
+/// The mouse comes to a place of a control and rests there.
+void Rest(QWidget& part, const QPoint& point)
+{
+    const QPoint there = part.mapToGlobal(point);
+    QMouseEvent move(QEvent::MouseMove, point, there, Qt::NoButton, {}, {});
+    QCoreApplication::sendEvent(&part, &move);
+    QHelpEvent rest(QEvent::ToolTip, point, there);
+    QCoreApplication::sendEvent(&part, &rest);
+}
+
+void OpenList(QWidget& window)
+{
+    auto* combo = window.findChild<CTTComboBox*>();
+    combo->showPopup();
+    QWidget* list = combo->view()->viewport();
+    Rest(*list, list->rect().center());
+}
+
+void RestOnEdit(QWidget& window)
+{
+    QLineEdit* edit = window.findChild<QLineEdit*>();
+    Rest(*edit, edit->rect().center());
+}
+
+void RestOnLine(QWidget& window)
+{
+    auto* list = window.findChild<CExListBox*>();
+    Rest(*list->viewport(), list->visualItemRect(list->item(1)).center());
+}
+
+/// A cell with choices in a grid. Its list opens by itself once the cell is edited.
+void OpenChoices(QWidget& window)
+{
+    constexpr int UnitColumn = 2; // of the cells that can be selected
+    auto* grid = window.findChild<MyGridCtrl*>();
+    grid->edit(grid->model()->index(0, UnitColumn));
+}
+
 } // namespace
 
 std::vector<Scene> ControlScenes(PictureHost& host)
@@ -71,6 +114,10 @@ std::vector<Scene> ControlScenes(PictureHost& host)
         {u"grid-bill-six-columns"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }},
         {u"grid-bill-five-columns"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 0, false); }},
         {u"grid-quota-edited"_s, [&host] { return MakeGrid(host, SQdDeInfo::QuotaMode, 1, true); }},
-        {u"combos-and-list"_s, [] { return MakeCombos(); }},
+        {u"grid-choices"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }, OpenChoices},
+        {u"combos-and-list"_s, MakeCombos},
+        {u"combo-list-tip"_s, MakeCombos, OpenList},
+        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit},
+        {u"list-tip"_s, MakeCombos, RestOnLine},
     };
 }

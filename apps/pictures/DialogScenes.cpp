@@ -103,6 +103,10 @@ std::vector<Scene> DialogScenes(PictureHost& host)
         {u"box-question"_s,
          [] { return MakeBox(platform::MessageKind::Question, u"是否覆盖已有配置文件?"_s); }},
         {u"box-report"_s, [] { return MakeBox(platform::MessageKind::Information, u"另存成功."_s); }},
+        {u"box-long"_s,
+         [] {
+             return MakeBox(platform::MessageKind::Warning, u"文件名不能包含下列任何字符:\n \\ /:*?\"<>|!"_s);
+         }},
         {u"template-values"_s, [] { return MakeTemplate(false, false); }},
         {u"template-ranges"_s, [] { return MakeTemplate(true, false); }},
         {u"template-wizard"_s, [] { return MakeTemplate(true, true); }},

@@ -9,8 +9,12 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>
+#include <QtGui/QHelpEvent>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QTableView>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -32,23 +36,33 @@ struct PicturedProject
     std::unique_ptr<embedded::EmbeddedHost> host;
 };
 
+/// How large a window that can be resized is pictured.
+enum class Size { Usual, Smallest, Large };
+
+QSize SizeOf(const QWidget& window, Size size)
+{
+    if (size == Size::Smallest) return window.minimumSizeHint();
+    const QSize usual = window.size().expandedTo(window.sizeHint());
+    return size == Size::Large ? usual * 3 / 2 : usual;
+}
+
 /// The pictured window, with all that it stands on. A window of its own cannot be drawn inside of another, so
 /// it becomes the content of this one.
 class Frame : public QWidget
 {
 public:
     template <typename Make>
-    explicit Frame(const Make& make)
+    explicit Frame(const Make& make, Size size)
     {
         // The pictured windows read real files, not those of the other scenes.
         const platform::ScopedFileSystem real(platform::RealFileSystem());
         QDialog* const window = make(project, *this);
-        const QSize size = window->size().expandedTo(window->sizeHint());
+        const QSize pictured = SizeOf(*window, size);
         window->setWindowFlags(Qt::Widget);
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins({});
         layout->addWidget(window);
-        resize(size);
+        resize(pictured);
     }
     // The window goes before the project on which it stands.
     ~Frame() override { qDeleteAll(findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly)); }
@@ -56,17 +70,31 @@ public:
     PicturedProject project;
 };
 
-QDialog* MakeBillPicker(PicturedProject& project, QWidget& parent, const CString& position,
-                        const CString& search)
+QDialog* MakeBillPicker(PicturedProject& project, QWidget& parent, const CString& search)
 {
     auto* window = new embedded::BillPickerWindow(parent, project.host->Contents(),
                                                   std::make_shared<embedded::PickerMemory>());
     window->Load();
-    window->SelectChapter(position);
     for (QLineEdit* field : window->findChildren<QLineEdit*>()) {
         if (field->accessibleName() == u"搜索项目") field->setText(search);
     }
     return window;
+}
+
+/// A chapter is scrolled to, which takes a window that is laid out.
+void SelectChapter(QWidget& window, const CString& key)
+{
+    dynamic_cast<embedded::PickerWindow&>(*window.findChild<QDialog*>()).SelectChapter(key);
+}
+
+void SelectPipeBills(QWidget& window)
+{
+    SelectChapter(window, u"0310.031001"_s);
+}
+
+void SelectPipeQuotas(QWidget& window)
+{
+    SelectChapter(window, u"示10-1"_s);
 }
 
 QDialog* MakeQuotaPicker(PicturedProject& project, QWidget& parent)
@@ -74,7 +102,6 @@ QDialog* MakeQuotaPicker(PicturedProject& project, QWidget& parent)
     auto* window = new embedded::QuotaPickerWindow(parent, project.host->Contents(),
                                                    std::make_shared<embedded::PickerMemory>());
     window->Load();
-    window->SelectChapter(u"示10-1"_s);
     return window;
 }
 
@@ -88,7 +115,7 @@ void WriteTemplates(const PicturedProject& project)
 {
     platform::FileSystem& files = platform::Files();
     files.CreateFolder(project.Path(u"云盘"_s));
-    const CString rules = project.host->AppFolder() + u"\\自动套配置"_s;
+    const CString rules = project.host->RuleFolder();
     files.CreateFolder(rules);
     const QByteArray content = "<自动套清单定额配置信息 Version=\"1.2.0\"/>";
     for (const CString& name :
@@ -96,6 +123,12 @@ void WriteTemplates(const PicturedProject& project)
         files.WriteInPlace(project.Path(u"云盘\\"_s + name + u".xml"_s), content);
     files.WriteInPlace(project.Path(u"云盘\\说明.xml"_s), "<note/>");
     files.WriteInPlace(rules + u"\\DefaultConfig.xml"_s, content);
+}
+
+void Press(const QWidget& window, const CString& caption)
+{
+    for (QPushButton* button : window.findChildren<QPushButton*>())
+        if (button->text().startsWith(caption)) button->click();
 }
 
 /// A dialog that keeps what it stands on.
@@ -116,10 +149,9 @@ QDialog* MakeCloudDisk(PicturedProject& project, QWidget& parent, const CString&
     WriteTemplates(project);
     auto cloud = std::make_unique<embedded::CloudFolder>(project.host->ProjectPath(), u"自动套模板"_s,
                                                          platform::ToNative(project.Path(folder)));
-    return new PicturedCloudDisk(
-        std::move(cloud),
-        {u"自动套模板"_s, project.host->AppFolder() + u"\\自动套配置"_s, project.host->ProjectPath()},
-        &parent);
+    return new PicturedCloudDisk(std::move(cloud),
+                                 {u"自动套模板"_s, project.host->RuleFolder(), project.host->ProjectPath()},
+                                 &parent);
 }
 
 QDialog* MakeConflict(PicturedProject& project, QWidget& parent)
@@ -128,26 +160,67 @@ QDialog* MakeConflict(PicturedProject& project, QWidget& parent)
     return new embedded::NameConflictDialog(project.Path(u"云盘"_s), u"公建暖通"_s, &parent);
 }
 
+QDialog* MakeImported(PicturedProject& project, QWidget& parent)
+{
+    QDialog* const window = MakeCloudDisk(project, parent, u"云盘"_s);
+    Press(*window, u"导入"_s);
+    return window;
+}
+
+QDialog* MakeRefused(PicturedProject& project, QWidget& parent)
+{
+    QDialog* const window = MakeConflict(project, parent);
+    window->findChild<QLineEdit*>()->setText(u"公建:暖通"_s);
+    return window;
+}
+
+/// The tip of a name that its column cuts off.
+void RestOnName(QWidget& window)
+{
+    SelectPipeQuotas(window);
+    constexpr int NameColumn = 1;
+    for (const QTableView* table : window.findChildren<QTableView*>()) {
+        const QModelIndex name = table->model()->index(0, NameColumn);
+        const QPoint point = table->visualRect(name).center();
+        QHelpEvent rest(QEvent::ToolTip, point, table->viewport()->mapToGlobal(point));
+        QCoreApplication::sendEvent(table->viewport(), &rest);
+    }
+}
+
 } // namespace
 
 std::vector<Scene> HostWindowScenes()
 {
-    const auto scene = [](const QString& name, const auto& make) {
-        return Scene{name, [make] { return std::make_unique<Frame>(make); }};
+    const auto scene = [](const QString& name, const auto& make, Size size = Size::Usual,
+                          const std::function<void(QWidget&)>& open = {}) {
+        return Scene{name, [make, size] { return std::make_unique<Frame>(make, size); }, open};
     };
     using Project = PicturedProject;
+    const auto bills = [](Project& p, QWidget& w) { return MakeBillPicker(p, w, {}); };
+    const auto formula = [](Project& p, QWidget& w) { return MakeCalculator(p, w, u"管道长度×1.02"_s); };
+    const auto disk = [](Project& p, QWidget& w) { return MakeCloudDisk(p, w, u"云盘"_s); };
     return {
-        scene(u"bill-picker"_s,
-              [](Project& p, QWidget& w) { return MakeBillPicker(p, w, u"0310.031001"_s, {}); }),
+        scene(u"bill-picker"_s, bills, Size::Usual, SelectPipeBills),
+        scene(u"bill-picker-smallest"_s, bills, Size::Smallest, SelectPipeBills),
+        scene(u"bill-picker-large"_s, bills, Size::Large, SelectPipeBills),
         scene(u"bill-picker-search"_s,
-              [](Project& p, QWidget& w) { return MakeBillPicker(p, w, {}, u"阀门"_s); }),
-        scene(u"quota-picker"_s, [](Project& p, QWidget& w) { return MakeQuotaPicker(p, w); }),
-        scene(u"calculator"_s,
-              [](Project& p, QWidget& w) { return MakeCalculator(p, w, u"管道长度×1.02"_s); }),
+              [](Project& p, QWidget& w) { return MakeBillPicker(p, w, u"阀门"_s); }),
+        scene(u"bill-picker-nothing"_s,
+              [](Project& p, QWidget& w) { return MakeBillPicker(p, w, u"没有"_s); }),
+        scene(u"quota-picker"_s, MakeQuotaPicker, Size::Usual, SelectPipeQuotas),
+        scene(u"quota-picker-smallest"_s, MakeQuotaPicker, Size::Smallest, SelectPipeQuotas),
+        scene(u"quota-picker-tip"_s, MakeQuotaPicker, Size::Usual, RestOnName),
+        scene(u"calculator"_s, formula),
+        scene(u"calculator-smallest"_s, formula, Size::Smallest),
+        scene(u"calculator-large"_s, formula, Size::Large),
         scene(u"calculator-fault"_s,
               [](Project& p, QWidget& w) { return MakeCalculator(p, w, u"管道长度×(1+宽度)"_s); }),
-        scene(u"cloud-disk"_s, [](Project& p, QWidget& w) { return MakeCloudDisk(p, w, u"云盘"_s); }),
+        scene(u"cloud-disk"_s, disk),
+        scene(u"cloud-disk-smallest"_s, disk, Size::Smallest),
+        scene(u"cloud-disk-large"_s, disk, Size::Large),
+        scene(u"cloud-disk-imported"_s, MakeImported),
         scene(u"cloud-disk-missing"_s, [](Project& p, QWidget& w) { return MakeCloudDisk(p, w, u"没有"_s); }),
-        scene(u"name-conflict"_s, [](Project& p, QWidget& w) { return MakeConflict(p, w); }),
+        scene(u"name-conflict"_s, MakeConflict),
+        scene(u"name-conflict-refused"_s, MakeRefused),
     };
 }

@@ -8,6 +8,7 @@
 #include "editor/HistoryWindow.h"
 #include "editor/MainWindow.h"
 #include "editor/NewProjectDialog.h"
+#include "editor/ProgressWindow.h"
 #include "editor/TransferDialog.h"
 #include "embedded/data/DataFile.h"
 #include "embedded/data/History.h"
@@ -113,6 +114,33 @@ std::unique_ptr<QWidget> MakeEditor(const SampleOnShow& sample, bool opened)
     return window;
 }
 
+std::unique_ptr<QWidget> MakeImport(SampleOnShow& sample)
+{
+    auto dialog = std::make_unique<editor::TransferDialog>(nullptr, editor::TransferDialog::Direction::Import,
+                                                           sample.Project());
+    auto* kinds = dialog->findChild<QComboBox*>();
+    kinds->setCurrentIndex(kinds->findData(static_cast<int>(embedded::TableKind::Bill)));
+    return dialog;
+}
+
+/// The window over a step that is half done.
+std::unique_ptr<QWidget> MakeProgress()
+{
+    struct Step
+    {
+        editor::StepControl control;
+    };
+    struct Window : Step, editor::ProgressWindow
+    {
+        Window() : ProgressWindow(nullptr, u"正在刷新…"_s, control)
+        {
+            control.Report(1, 2);
+            ShowState();
+        }
+    };
+    return std::make_unique<Window>();
+}
+
 std::unique_ptr<QWidget> MakeHistory(SampleOnShow& sample)
 {
     const CString file = sample.Project().CurrentRuleFile();
@@ -143,17 +171,14 @@ std::vector<Scene> SampleScenes(SampleOnShow& sample)
          [specs] {
              return std::make_unique<editor::NewProjectDialog>(nullptr, u"/home/user/新工程"_s, specs);
          }},
+        {u"progress"_s, [] { return MakeProgress(); }},
         {u"config"_s, [&sample] { return MakeConfig(sample, Bills, {}); }},
         {u"config-range"_s, [&sample] { return MakeConfig(sample, Bills, {.ranges = true}); }},
         {u"config-quota"_s, [&sample] { return MakeConfig(sample, SQdDeInfo::QuotaMode, {}); }},
         {u"save-as"_s, [] { return MakeSaveAs(); }},
         {u"bill-number"_s, [] { return MakeBillNumber(); }},
         {u"wizard"_s, [&sample] { return MakeWizard(sample); }},
-        {u"import"_s,
-         [] {
-             return std::make_unique<editor::TransferDialog>(nullptr,
-                                                             editor::TransferDialog::Direction::Import);
-         }},
+        {u"import"_s, [&sample] { return MakeImport(sample); }},
         {u"history"_s, [&sample] { return MakeHistory(sample); }},
     };
 }

@@ -4,26 +4,26 @@
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
 #include <QtGui/QImage>
+#include <QtGui/QPainter>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QStyle>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SmallestPoints = 8;
 constexpr int UsualPoints = 9;
-constexpr int LargestPoints = 16;
+constexpr std::array OtherPoints{8, 12, 16};
 
 QPalette DarkPalette()
 {
@@ -42,28 +42,55 @@ void SetPoints(int points)
     QApplication::setFont(font);
 }
 
-// A dialog that is too large for the screen of this platform shows its whole content nevertheless.
-void Unfold(QWidget& widget)
+QRect PlaceOf(const QWidget& window)
 {
-    const auto* scroll = widget.findChild<QScrollArea*>(QString(), Qt::FindDirectChildrenOnly);
-    if (scroll != nullptr && scroll->widget() != nullptr) widget.setFixedSize(scroll->widget()->size());
+    return {window.mapToGlobal(QPoint()), window.size()};
 }
 
-QImage Render(QWidget& widget, int ratio)
+/// The lists, menus and tips that are open.
+QWidgetList Overlays()
 {
-    Unfold(widget);
+    QWidgetList windows = QApplication::topLevelWidgets();
+    const auto isNone = [](const QWidget* window) {
+        return !window->isVisible() ||
+               (window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip);
+    };
+    windows.erase(std::remove_if(windows.begin(), windows.end(), isNone), windows.end());
+    return windows;
+}
+
+// A list opens, and a tip comes up, by events that wait for those of the window's own appearance.
+void Show(const Scene& scene, QWidget& widget)
+{
     widget.show();
     QCoreApplication::processEvents();
-    QImage image(widget.size() * ratio, QImage::Format_RGB32);
+    if (scene.open) scene.open(widget);
+    QCoreApplication::processEvents();
+}
+
+QImage Render(const Scene& scene, QWidget& widget, int ratio)
+{
+    Show(scene, widget);
+    const QWidgetList overlays = Overlays();
+    QRect seen = PlaceOf(widget);
+    for (const QWidget* window : overlays)
+        seen |= PlaceOf(*window);
+    QImage image(seen.size() * ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
-    widget.render(&image);
+    image.fill(Qt::gray);
+    QPainter painter(&image);
+    widget.render(&painter, PlaceOf(widget).topLeft() - seen.topLeft());
+    for (QWidget* window : overlays) {
+        window->render(&painter, PlaceOf(*window).topLeft() - seen.topLeft());
+        window->hide();
+    }
     return image;
 }
 
 bool Save(const Scene& scene, const QString& path, int ratio)
 {
     const std::unique_ptr<QWidget> widget = scene.make();
-    return Render(*widget, ratio).save(path);
+    return Render(scene, *widget, ratio).save(path);
 }
 
 QString WithoutTemporaryFolders(QString text)
@@ -117,7 +144,7 @@ bool TakePictures(const Scene& scene, const QString& folder)
     good = Save(scene, path + u"-dark.png"_s, 1) && good;
     good = Save(scene, path + u"-dark-200.png"_s, 2) && good;
     QApplication::setPalette(light);
-    for (const int points : {SmallestPoints, LargestPoints}) {
+    for (const int points : OtherPoints) {
         SetPoints(points);
         good = Save(scene, path + u"-%1pt.png"_s.arg(points), 1) && good;
     }
@@ -131,7 +158,7 @@ bool TakeDocumentPicture(const Scene& scene, const QString& folder)
     QApplication::setPalette(QApplication::style()->standardPalette());
     const std::unique_ptr<QWidget> widget = scene.make();
     HideTemporaryFolders(*widget);
-    const QImage image = Render(*widget, 1);
+    const QImage image = Render(scene, *widget, 1);
     const QImage indexed = image.convertToFormat(QImage::Format_Indexed8, MainColours(image));
     return indexed.save(folder + u'/' + scene.name + u".png"_s, "PNG", SmallestFile);
 }

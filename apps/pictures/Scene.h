@@ -13,10 +13,13 @@ struct Scene
     QString name; ///< of the file, without extension
     /// Makes the widget in the state that is to be seen, not yet shown.
     std::function<std::unique_ptr<QWidget>()> make;
+    /// Opens what is to lie over the widget, which is shown by then: lists, menus, tips. Empty for nothing.
+    std::function<void(QWidget&)> open = {};
 };
 
 /// Writes a scene into the folder: in a light and a dark palette, each at one and at two device pixels per
-/// pixel, and in the smallest and the largest supported font. False when a file could not be written.
+/// pixel, and in a smaller and larger fonts. Lists, menus and tips that stand over it are in the pictures.
+/// False when a file could not be written.
 bool TakePictures(const Scene& scene, const QString& folder);
 
 /// Writes a scene into the folder as the documents show it, under its bare name: light, in the usual font,

@@ -40,6 +40,7 @@ std::vector<Scene> WizardScenes()
               {SQdDeInfo::BillMode, u"示例清单库.mdb"_s, u"示例定额库.mdb"_s, u"说明文字"_s, true}),
         scene(u"wizard-no-note-no-back"_s,
               {SQdDeInfo::BillMode, u"示例清单库.mdb"_s, u"示例定额库.mdb"_s, {}, false}),
+        scene(u"wizard-quota"_s, {SQdDeInfo::QuotaMode, {}, u"示例定额库.mdb"_s, u"说明文字"_s, true}),
         scene(u"wizard-long-names"_s,
               {SQdDeInfo::QuotaMode, longName, longName + u".mdb"_s, u"说明文字"_s, false}),
     };

@@ -8,6 +8,7 @@
 #include "platform/Console.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QTemporaryFile>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QStyleFactory>
 
@@ -65,6 +66,19 @@ bool TakeForDocuments(const QString& folder)
     return TakeEach(windows, TakeDocumentPicture, folder) && TakeSample(TakeDocumentPicture, folder);
 }
 
+/// Takes a screen that has room for the largest window in the largest font; the platform's own has not. The
+/// file that describes it must stay until the application has started. Its path is relative since in the
+/// name of a platform a colon divides.
+void TakeLargeScreen(QTemporaryFile& description)
+{
+    if (!description.open()) return;
+    description.write(R"({"screens": [{"name": "large", "x": 0, "y": 0, "width": 2560, "height": 1440,
+                          "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    description.close();
+    qputenv("QT_QPA_PLATFORM",
+            "offscreen:configfile=" + QDir().relativeFilePath(description.fileName()).toLocal8Bit());
+}
+
 } // namespace
 
 /// ktqdde-pictures OUT: puts pictures of every window into the folder OUT, which is made if need be: light
@@ -73,12 +87,13 @@ bool TakeForDocuments(const QString& folder)
 int main(int argc, char** argv)
 {
     platform::UseUtf8Console();
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QTemporaryFile screen;
+    TakeLargeScreen(screen);
     const QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool documents = arguments.removeAll(u"--documents"_s) > 0;
-    if (arguments.size() != 1) {
+    if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
         platform::WriteErr(u"usage: ktqdde-pictures [--documents] OUT\n"_s);
         return 2;
     }
