@@ -22,8 +22,7 @@ TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
     SelectWaterPipes(ConfigTitle);
     AddRangeRule(ConfigTitle);
     PickBillWithQuota(ConfigTitle, u"031001001"_s);
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     ExpectRuleInFile(BillRule());
 }
@@ -32,8 +31,7 @@ TEST_F(BillModeJourney, ClosingWithoutAnEditLeavesTheFileAsItWas)
 {
     StartOnProject();
     OpenConfig();
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     EXPECT_EQ(RuleFile(), m_firstRuleFile);
 }
@@ -44,19 +42,18 @@ TEST_F(BillModeJourney, UnreadableFileIsReportedAndKeptUnlessTheUserInsists)
     m_desktop.Home().WriteFile(RuleFileName(), damaged);
     StartOnProject();
     m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(BoxTitle);
+    m_desktop.Focus(OwnBoxTitle);
     m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(BoxTitle);
+    m_desktop.WaitUntilGone(OwnBoxTitle);
     Quit();
     EXPECT_EQ(RuleFile(), damaged);
 
     StartOnProject();
     m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(BoxTitle);
+    m_desktop.Focus(OwnBoxTitle);
     m_desktop.Press({u"alt+o"_s});
     m_desktop.Focus(ConfigTitle);
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     EXPECT_EQ(CanonicalXml(RuleFile()), CanonicalXml(m_firstRuleFile));
 }

@@ -130,10 +130,7 @@ void Desktop::Click(const QString& title, QPointF place)
 
 QByteArray Desktop::WindowId(const QString& title) const
 {
-    return Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, QRegularExpression::escape(title)})
-        .split('\n')
-        .first()
-        .trimmed();
+    return Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title}).split('\n').first().trimmed();
 }
 
 QByteArray Desktop::Do(const QStringList& words) const

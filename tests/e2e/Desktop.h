@@ -26,9 +26,11 @@ public:
     const QProcessEnvironment& Environment() const noexcept { return m_environment; }
     const TempFolder& Home() const noexcept { return m_home; }
 
-    /// Whether a window whose title holds `title` is to be seen.
+    // A window is known by `title`, a regular expression that a part of its title matches.
+
+    /// Whether such a window is to be seen.
     bool Shows(const QString& title) const;
-    /// Waits for a window and lets it have the keyboard.
+    /// Waits for it and lets it have the keyboard.
     void Focus(const QString& title);
     /// Waits until no such window is to be seen any more.
     void WaitUntilGone(const QString& title);

@@ -3,11 +3,13 @@
 #include "dialogs/DialogTemplates.h"
 #include "e2e/ExpectedRule.h"
 #include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/History.h"
 #include "host/Installation.h"
 #include "presenter/CQdDeConfigPresenter.h"
-#include "support/StrictXml.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <string>
 
 using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
@@ -16,42 +18,32 @@ namespace test {
 
 namespace {
 
-const dialogs::DialogTemplate& Layout()
-{
-    return dialogs::templates::AutoConfig();
-}
+/// The list of `DlgSaveAs`, in whose dialog rule files are called.
+constexpr int FileList = 1000;
 
-const dialogs::DialogRect& RectOf(ControlId id)
+const dialogs::DialogRect& RectOf(const dialogs::DialogTemplate& layout, int id)
 {
-    for (const dialogs::ControlRow& row : Layout().rows)
+    for (const dialogs::ControlRow& row : layout.rows)
         if (row.id == id) return row.rect;
     throw std::out_of_range("no control " + std::to_string(id));
 }
 
 /// A place in a control, in dialog units from its corner, as parts of the dialog's width and height.
+QPointF PlaceIn(const dialogs::DialogTemplate& layout, int id, QPointF inside)
+{
+    const dialogs::DialogRect& rect = RectOf(layout, id);
+    return {(rect.x + inside.x()) / layout.width, (rect.y + inside.y()) / layout.height};
+}
+
 QPointF PlaceIn(ControlId id, QPointF inside)
 {
-    const dialogs::DialogRect& rect = RectOf(id);
-    return {(rect.x + inside.x()) / Layout().width, (rect.y + inside.y()) / Layout().height};
+    return PlaceIn(dialogs::templates::AutoConfig(), id, inside);
 }
 
-QPointF MiddleOf(ControlId id)
+QPointF MiddleOf(const dialogs::DialogTemplate& layout, int id)
 {
-    const dialogs::DialogRect& rect = RectOf(id);
-    return PlaceIn(id, {rect.width / 2.0, rect.height / 2.0});
-}
-
-/// Leaves what differs, so that a failure shows that and not the whole file.
-void DropWhatIsEqual(CStringArray& one, CStringArray& other)
-{
-    while (!one.isEmpty() && !other.isEmpty() && one.first() == other.first()) {
-        one.removeFirst();
-        other.removeFirst();
-    }
-    while (!one.isEmpty() && !other.isEmpty() && one.last() == other.last()) {
-        one.removeLast();
-        other.removeLast();
-    }
+    const dialogs::DialogRect& rect = RectOf(layout, id);
+    return PlaceIn(layout, id, {rect.width / 2.0, rect.height / 2.0});
 }
 
 } // namespace
@@ -90,6 +82,12 @@ void EditorTest::OpenConfig()
     m_desktop.Focus(ConfigTitle);
 }
 
+void EditorTest::CloseConfig()
+{
+    m_desktop.Press({u"Escape"_s});
+    m_desktop.WaitUntilGone(ConfigTitle);
+}
+
 void EditorTest::Quit()
 {
     m_desktop.Focus(MainTitle);
@@ -106,7 +104,7 @@ int EditorTest::WaitForEnd()
 
 void EditorTest::Click(const QString& title, ControlId control)
 {
-    m_desktop.Click(title, MiddleOf(control));
+    m_desktop.Click(title, MiddleOf(dialogs::templates::AutoConfig(), control));
 }
 
 void EditorTest::SelectWaterPipes(const QString& title)
@@ -158,12 +156,75 @@ void EditorTest::PickQuota(const QString& title, const QString& number)
     m_desktop.Focus(title);
 }
 
+void EditorTest::CallFile(const QString& configuration)
+{
+    Click(ConfigTitle, LoadFileButton);
+    m_desktop.Focus(u"调用"_s);
+    m_desktop.Click(u"调用"_s, MiddleOf(dialogs::templates::SaveAs(), FileList));
+    m_desktop.Type(configuration);
+    m_desktop.Press({u"Return"_s});
+    m_desktop.WaitUntilGone(u"调用"_s);
+    m_desktop.Focus(TitleOn(configuration));
+}
+
+void EditorTest::NewFile(const QString& configuration)
+{
+    Click(ConfigTitle, NewFileButton);
+    m_desktop.Focus(u"新建"_s);
+    m_desktop.Press({u"alt+n"_s});
+    m_desktop.Type(configuration);
+    m_desktop.Press({u"Return"_s});
+    m_desktop.WaitUntilGone(u"新建"_s);
+    m_desktop.Focus(TitleOn(configuration));
+}
+
+void EditorTest::SaveAs(const QString& configuration)
+{
+    Click(ConfigTitle, SaveAsButton);
+    m_desktop.Focus(u"另存"_s);
+    m_desktop.Press({u"alt+n"_s});
+    m_desktop.Type(configuration);
+    m_desktop.Press({u"Return"_s});
+    m_desktop.Focus(BoxTitle);
+}
+
+void EditorTest::ConfirmBox()
+{
+    m_desktop.Focus(BoxTitle);
+    m_desktop.Press({u"Return"_s});
+    m_desktop.WaitUntilGone(BoxTitle);
+}
+
+CString EditorTest::RuleFileName(const CString& configuration)
+{
+    return u"project\\app\\自动套配置\\%1.xml"_s.arg(configuration);
+}
+
+QByteArray EditorTest::RuleFile(const CString& configuration) const
+{
+    return m_desktop.Home().ReadFile(RuleFileName(configuration));
+}
+
+QByteArray EditorTest::MakeOtherFile()
+{
+    m_desktop.Home().WriteFile(RuleFileName(u"Other"_s), WithNote(m_firstRuleFile, "of another client"));
+    return RuleFile(u"Other"_s);
+}
+
 void EditorTest::ExpectRuleInFile(const QByteArray& rule) const
 {
-    CStringArray found = CanonicalXml(RuleFile()).split(u'\n');
-    CStringArray expected = CanonicalXml(WithRule(m_firstRuleFile, rule)).split(u'\n');
-    DropWhatIsEqual(found, expected);
-    EXPECT_EQ(found, expected);
+    ExpectSameXml(RuleFile(), WithRule(m_firstRuleFile, rule));
+}
+
+void EditorTest::ExpectGivenBack(const CString& configuration, const QByteArray& bytes) const
+{
+    embedded::History history{embedded::ProjectFolder(ProjectFolder())};
+    const auto copies = history.List(m_desktop.Home().Path(RuleFileName(configuration)));
+    const auto holds = [&](const embedded::HistoryEntry& copy) { return history.Read(copy) == bytes; };
+    const auto copy = std::find_if(copies.begin(), copies.end(), holds);
+    if (copy == copies.end()) throw std::runtime_error("no such copy of " + configuration.toStdString());
+    history.Restore(*copy);
+    EXPECT_TRUE(RuleFile(configuration) == bytes);
 }
 
 } // namespace test

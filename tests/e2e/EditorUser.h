@@ -16,14 +16,16 @@ using namespace Qt::StringLiterals;
 class EditorTest : public ::testing::Test
 {
 protected:
-    /// Titles, or parts of them, by which windows are found.
+    /// By which windows are found: what matches a part of their titles.
     const QString MainTitle = u"规则编辑器"_s;
     const QString ConfigTitle = u"自动套配置"_s;
     const QString WizardTitle = u"自动套-云模板"_s;
     const QString BillPickerTitle = u"套清单"_s;
     const QString QuotaPickerTitle = u"套定额"_s;
     const QString NumberTitle = u"添加清单编号"_s;
-    const QString BoxTitle = u"Norvasoft"_s;
+    const QString CloudTitle = u"云盘 - "_s;
+    const QString BoxTitle = u"Norvasoft"_s;        ///< the module's messages
+    const QString OwnBoxTitle = u"^KtQdDeConfig"_s; ///< the editor's, while a project is open
 
     ~EditorTest() override;
 
@@ -35,6 +37,8 @@ protected:
     void StartOnProject();
     /// Opens the configuration dialog from the main window.
     void OpenConfig();
+    /// Closes it; every way out saves.
+    void CloseConfig();
     /// Ends the editor by its command, and checks that it ended well.
     void Quit();
     /// Waits for the end of the program; gives its exit status, -1 when it crashed or was killed.
@@ -52,11 +56,31 @@ protected:
     /// Picks a quota item that stands under no bill item.
     void PickQuota(const QString& title, const QString& number);
 
+    // In the configuration dialog, with the file commands
+
+    /// Calls a rule file and waits until the dialog is on it.
+    void CallFile(const QString& configuration);
+    /// Makes a new rule file and waits until the dialog is on it.
+    void NewFile(const QString& configuration);
+    /// Saves the rules under another name, up to the message that follows.
+    void SaveAs(const QString& configuration);
+    /// Confirms a message.
+    void ConfirmBox();
+
     QString ProjectFolder() const { return m_desktop.Home().Native(u"project"_s); }
-    CString RuleFileName() const { return u"project\\app\\自动套配置\\DefaultConfig.xml"_s; }
-    QByteArray RuleFile() const { return m_desktop.Home().ReadFile(RuleFileName()); }
+    /// What stands behind the mode in the dialog's title while it is on that rule file.
+    static QString TitleOn(const QString& configuration) { return u": %1 ]"_s.arg(configuration); }
+
+    // Rule files by the names of their configurations
+
+    static CString RuleFileName(const CString& configuration = u"DefaultConfig"_s);
+    QByteArray RuleFile(const CString& configuration = u"DefaultConfig"_s) const;
+    /// Makes the rule file "Other", which differs from the first one, and gives what it holds.
+    QByteArray MakeOtherFile();
     /// Compares the rule file with what it was at first, with `rule` (XML) added to 给水管.
     void ExpectRuleInFile(const QByteArray& rule) const;
+    /// Expects that the history can put these bytes back into the rule file, and leaves them there.
+    void ExpectGivenBack(const CString& configuration, const QByteArray& bytes) const;
 
     Desktop m_desktop;
     QProcess m_editor;

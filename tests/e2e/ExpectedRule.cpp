@@ -1,5 +1,7 @@
 #include "e2e/ExpectedRule.h"
 
+#include "support/StrictXml.h"
+
 #include <stdexcept>
 
 namespace test {
@@ -22,6 +24,19 @@ qsizetype Find(const QByteArray& file, const QByteArray& what, qsizetype from)
     const qsizetype place = file.indexOf(what, from);
     if (place < 0) throw std::runtime_error("the rule file holds no " + what.toStdString());
     return place;
+}
+
+/// Leaves what differs.
+void DropWhatIsEqual(CStringArray& one, CStringArray& other)
+{
+    while (!one.isEmpty() && !other.isEmpty() && one.first() == other.first()) {
+        one.removeFirst();
+        other.removeFirst();
+    }
+    while (!one.isEmpty() && !other.isEmpty() && one.last() == other.last()) {
+        one.removeLast();
+        other.removeLast();
+    }
 }
 
 } // namespace
@@ -47,6 +62,11 @@ QByteArray QuotaRule()
            Conditions + "<Qd/>" + Quota("DEMO-DE-2024") + "</Config>";
 }
 
+QByteArray WithNote(QByteArray file, const QByteArray& note)
+{
+    return file.insert(Find(file, "<给排水", 0), "<!--" + note + "-->");
+}
+
 QByteArray WithRule(QByteArray file, const QByteArray& rule)
 {
     const QByteArray lastId = R"(LastConfigId="1")";
@@ -54,6 +74,14 @@ QByteArray WithRule(QByteArray file, const QByteArray& rule)
     const qsizetype category = Find(file, R"(<SMember id="10101")", 0);
     file.insert(Find(file, rules, category) + rules.size(), rule);
     return file.replace(Find(file, lastId, category), lastId.size(), R"(LastConfigId="2")");
+}
+
+void ExpectSameXml(const QByteArray& found, const QByteArray& expected)
+{
+    CStringArray foundLines = CanonicalXml(found).split(u'\n');
+    CStringArray expectedLines = CanonicalXml(expected).split(u'\n');
+    DropWhatIsEqual(foundLines, expectedLines);
+    EXPECT_EQ(foundLines, expectedLines);
 }
 
 } // namespace test

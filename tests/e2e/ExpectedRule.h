@@ -11,7 +11,13 @@ QByteArray BareRule();
 QByteArray BillRule();
 QByteArray QuotaRule();
 
+/// A rule file with a comment before its specialty, as another hand may have left it.
+QByteArray WithNote(QByteArray file, const QByteArray& note);
+
 /// A rule file with a second rule of 给水管 added before its default rule.
 QByteArray WithRule(QByteArray file, const QByteArray& rule);
+
+/// Expects that two rule files say the same. A failure shows the lines that differ, not the whole files.
+void ExpectSameXml(const QByteArray& found, const QByteArray& expected);
 
 } // namespace test

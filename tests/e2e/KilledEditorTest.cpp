@@ -10,6 +10,12 @@ class KilledEditor : public EditorTest
 {
 protected:
     KilledEditor() { MakeProject(SQdDeInfo::BillMode); }
+
+    void Kill()
+    {
+        m_editor.kill();
+        EXPECT_EQ(WaitForEnd(), -1);
+    }
 };
 
 } // namespace
@@ -21,8 +27,7 @@ TEST_F(KilledEditor, LosesOnlyWhatWasNotSavedAndWorksAgain)
     SelectWaterPipes(ConfigTitle);
     AddRangeRule(ConfigTitle);
     PickBillWithQuota(ConfigTitle, u"031001001"_s);
-    m_editor.kill();
-    EXPECT_EQ(WaitForEnd(), -1);
+    Kill();
     EXPECT_EQ(RuleFile(), m_firstRuleFile);
 
     Start({}); // the last project is opened
@@ -30,8 +35,34 @@ TEST_F(KilledEditor, LosesOnlyWhatWasNotSavedAndWorksAgain)
     OpenConfig();
     SelectWaterPipes(ConfigTitle);
     AddRangeRule(ConfigTitle);
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     ExpectRuleInFile(BareRule());
+}
+
+TEST_F(KilledEditor, AfterCallingAFileKeepsTheFormerOneSavedAndTheOtherUntouched)
+{
+    const QByteArray other = MakeOtherFile();
+    StartOnProject();
+    OpenConfig();
+    SelectWaterPipes(ConfigTitle);
+    AddRangeRule(ConfigTitle);
+    CallFile(u"Other"_s);
+    AddRangeRule(ConfigTitle);
+    PickBillWithQuota(ConfigTitle, u"031001001"_s);
+    Kill();
+    ExpectRuleInFile(BareRule());
+    EXPECT_EQ(RuleFile(u"Other"_s), other);
+    ExpectGivenBack(u"DefaultConfig"_s, m_firstRuleFile);
+
+    Start({}); // the last project is opened, on the file that was called
+    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    OpenConfig();
+    m_desktop.Focus(TitleOn(u"Other"_s));
+    SelectWaterPipes(ConfigTitle);
+    AddRangeRule(ConfigTitle);
+    CloseConfig();
+    Quit();
+    ExpectSameXml(RuleFile(u"Other"_s), WithRule(other, BareRule()));
+    ExpectGivenBack(u"Other"_s, other);
 }

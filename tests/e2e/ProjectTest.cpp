@@ -21,8 +21,7 @@ TEST_F(EditorProject, IsMadeFromTheWelcomePageAndSetToQuotaMode)
     m_desktop.Focus(u"project - KtQdDeConfig"_s);
     m_desktop.Press({u"F2"_s});
     m_desktop.Focus(u"定额模式: DefaultConfig"_s);
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     EXPECT_TRUE(IsStrictXml(RuleFile()));
 }

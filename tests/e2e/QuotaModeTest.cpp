@@ -21,8 +21,7 @@ TEST_F(QuotaModeJourney, RuleWithRangeAndQuotaReachesTheFile)
     SelectWaterPipes(ConfigTitle);
     AddRangeRule(ConfigTitle);
     PickQuota(ConfigTitle, u"10-1-1"_s);
-    m_desktop.Press({u"Escape"_s});
-    m_desktop.WaitUntilGone(ConfigTitle);
+    CloseConfig();
     Quit();
     ExpectRuleInFile(QuotaRule());
 }

@@ -1,5 +1,8 @@
-#include "e2e/EditorUser.h"
 #include "e2e/ExpectedRule.h"
+#include "e2e/ModeJourney.h"
+
+#include <optional>
+#include <ostream>
 
 using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
@@ -7,42 +10,35 @@ using namespace test;
 
 namespace {
 
-/// A button that ends the wizard, and what then comes out of the program.
+/// A way out of the wizard, and what then comes out of the program.
 struct End
 {
     const char* name;
-    ControlId button;
+    std::optional<ControlId> button; ///< none is the close box
     QByteArray printed;
     int status;
 };
 
-class WizardJourney : public EditorTest, public ::testing::WithParamInterface<End>
+void PrintTo(const End& end, std::ostream* out)
 {
-protected:
-    WizardJourney() { MakeProject(SQdDeInfo::BillMode); }
-};
-
-} // namespace
-
-// Every way out writes the file, the cancelled one, too.
-TEST_P(WizardJourney, EveryEndGivesItsResultAndWritesTheFile)
-{
-    Start({ProjectFolder(), u"--wizard"_s, u"DefaultConfig"_s});
-    SelectWaterPipes(WizardTitle);
-    AddRangeRule(WizardTitle);
-    Click(WizardTitle, GetParam().button);
-    EXPECT_EQ(WaitForEnd(), GetParam().status);
-    EXPECT_EQ(m_editor.readAllStandardOutput(), GetParam().printed);
-    ExpectRuleInFile(BareRule());
+    *out << end.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Ends, WizardJourney,
-                         ::testing::Values(End{"Next", NextStepButton, "1\n", 0},
-                                           End{"Back", PreviousStepButton, "-1\n", 3},
-                                           End{"Cancel", CancelStepButton, "0\n", 4}),
-                         [](const auto& end) { return end.param.name; });
+class WizardEnds : public EditorTest, public ::testing::WithParamInterface<End>
+{
+protected:
+    WizardEnds() { MakeProject(SQdDeInfo::BillMode); }
 
-namespace {
+    void Leave()
+    {
+        if (GetParam().button)
+            Click(WizardTitle, *GetParam().button);
+        else
+            m_desktop.Press({u"alt+F4"_s});
+    }
+};
+
+using WizardModes = ModeJourney;
 
 class WizardFromWindow : public EditorTest
 {
@@ -51,6 +47,46 @@ protected:
 };
 
 } // namespace
+
+INSTANTIATE_TEST_SUITE_P(Way, WizardEnds,
+                         ::testing::Values(End{"Next", NextStepButton, "1\n", 0},
+                                           End{"Back", PreviousStepButton, "-1\n", 3},
+                                           End{"Cancel", CancelStepButton, "0\n", 4},
+                                           End{"CloseBox", {}, "0\n", 4}),
+                         [](const auto& end) { return end.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(In, WizardModes, Modes(), NameOfMode);
+
+// Every way out writes the file, the cancelled ones, too.
+TEST_P(WizardEnds, GiveTheirResultAndWriteTheFile)
+{
+    Start({ProjectFolder(), u"--wizard"_s, u"DefaultConfig"_s});
+    SelectWaterPipes(WizardTitle);
+    AddRangeRule(WizardTitle);
+    Leave();
+    EXPECT_EQ(WaitForEnd(), GetParam().status);
+    EXPECT_EQ(m_editor.readAllStandardOutput(), GetParam().printed);
+    ExpectRuleInFile(BareRule());
+}
+
+TEST_P(WizardModes, WriteTheNamedFileAndLeaveTheProjectOnItsOwn)
+{
+    const QByteArray other = MakeOtherFile();
+    Start({ProjectFolder(), u"--wizard"_s, u"Other"_s});
+    SelectWaterPipes(WizardTitle);
+    AddRangeRule(WizardTitle);
+    PickItems(WizardTitle);
+    Click(WizardTitle, NextStepButton);
+    EXPECT_EQ(WaitForEnd(), 0);
+    ExpectSameXml(RuleFile(u"Other"_s), WithRule(other, ItemRule()));
+    EXPECT_EQ(RuleFile(), m_firstRuleFile);
+
+    StartOnProject();
+    m_desktop.Press({u"F2"_s});
+    m_desktop.Focus(TitleOn(u"DefaultConfig"_s));
+    CloseConfig();
+    Quit();
+}
 
 TEST_F(WizardFromWindow, StartsOnTheSelectedFileAndReturnsToTheWindow)
 {

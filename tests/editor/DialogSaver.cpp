@@ -1,31 +1,64 @@
-// Opens the configuration dialog on a project as the editor does, adds a rule and closes it, several times
-// over; prints "added" and "saved" as it goes. For tests that kill it: `dialog_saver PROJECT COUNT`.
+// Works in the configuration dialog as a user of the editor does, for tests that kill it:
+// `dialog_saver PROJECT COUNT` opens the dialog COUNT times, adds a rule and closes it. Where the project has
+// a second rule file, each dialog then calls that and adds a rule there, too, so that it ends on the other
+// file. Prints "added" and "saved CONFIGURATION" as it goes.
+#include "dialogs/AutoConfigIds.h"
 #include "editor/ModuleSteps.h"
 #include "editor/Project.h"
+#include "platform/Paths.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
+#include <QtWidgets/QListWidget>
 
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
+#include <string>
 
 using namespace Qt::StringLiterals;
+using namespace dialogs::autoconfig;
 
 namespace {
 
-void Tell(const char* what)
+constexpr int ChosenButton = 1;
+constexpr int FileList = 1000;
+
+void Tell(const CString& line)
 {
-    std::puts(what);
+    std::puts(line.toUtf8().constData());
     std::fflush(stdout);
 }
 
-/// Adds a rule in the configuration dialog, once it is there, and closes it.
+CString ConfigurationOf(const CString& ruleFile)
+{
+    return platform::BeforeLastStop(platform::FileNameOf(ruleFile));
+}
+
+template <typename Widget>
+Widget* Find(const QWidget* dialog, int id)
+{
+    return dialog == nullptr ? nullptr : dialog->findChild<Widget*>(u"id%1"_s.arg(id));
+}
+
+template <typename Widget>
+Widget& Require(const QWidget* dialog, int id)
+{
+    auto* widget = Find<Widget>(dialog, id);
+    if (widget == nullptr) throw std::runtime_error("no control " + std::to_string(id));
+    return *widget;
+}
+
+/// Works in the configuration dialog, once it is there, and closes it.
 class User : public QTimer
 {
 public:
-    User()
+    /// Of a project that is on one rule file and may have another.
+    explicit User(const editor::Project& project)
+        : m_first(ConfigurationOf(project.CurrentRuleFile())),
+          m_other(ConfigurationOf(project.RuleFiles().value(1)))
     {
         connect(this, &QTimer::timeout, this, [this] { Look(); });
         start(0);
@@ -35,13 +68,40 @@ private:
     void Look()
     {
         QWidget* dialog = QApplication::activeModalWidget();
-        auto* add = dialog == nullptr ? nullptr : dialog->findChild<QAbstractButton*>(u"id7003"_s);
-        if (add == nullptr) return;
+        if (Find<QAbstractButton>(dialog, AddRuleButton) == nullptr) return;
         stop();
-        add->click();
-        Tell("added");
+        AddRule(*dialog);
+        if (!m_other.isEmpty()) {
+            CallOther(*dialog);
+            AddRule(*dialog);
+        }
         dialog->close();
     }
+
+    static void AddRule(const QWidget& dialog)
+    {
+        Require<QAbstractButton>(&dialog, AddRuleButton).click();
+        Tell(u"added"_s);
+    }
+
+    /// Saves the first file, too.
+    void CallOther(const QWidget& dialog)
+    {
+        singleShot(0, this, [this] { ChooseOther(); }); // in the dialog that the button opens
+        Require<QAbstractButton>(&dialog, LoadFileButton).click();
+        Tell(u"saved "_s + m_first);
+    }
+
+    void ChooseOther() const
+    {
+        const QWidget* dialog = QApplication::activeModalWidget();
+        auto& list = Require<QListWidget>(dialog, FileList);
+        list.setCurrentItem(list.findItems(m_other, Qt::MatchExactly).value(0));
+        Require<QAbstractButton>(dialog, ChosenButton).click();
+    }
+
+    CString m_first;
+    CString m_other;
 };
 
 } // namespace
@@ -56,9 +116,9 @@ int main(int argc, char** argv)
         project.BecomeHost(nullptr);
         editor::ModuleSteps steps(nullptr, project);
         for (int run = 0; run < arguments.value(2).toInt(); ++run) {
-            const User user;
+            const User user(project);
             if (!steps.Configure()) return 1;
-            Tell("saved");
+            Tell(u"saved "_s + ConfigurationOf(project.CurrentRuleFile()));
         }
         return 0;
     } catch (const std::exception& error) {

@@ -1,5 +1,23 @@
 #include "support/MessageRecorder.h"
 
+#include <array>
+
+namespace platform {
+
+void PrintTo(MessageKind kind, std::ostream* out)
+{
+    constexpr std::array names{"Warning", "Question", "Information", "Plain"};
+    *out << names.at(static_cast<std::size_t>(kind));
+}
+
+void PrintTo(Answer answer, std::ostream* out)
+{
+    constexpr std::array names{"Ok", "Yes", "No"};
+    *out << names.at(static_cast<std::size_t>(answer));
+}
+
+} // namespace platform
+
 namespace test {
 
 using platform::Answer;

@@ -3,7 +3,16 @@
 #include "platform/Messages.h"
 #include "support/PrintText.h"
 
+#include <ostream>
 #include <vector>
+
+namespace platform {
+
+// How GoogleTest shows them in a failure.
+void PrintTo(MessageKind kind, std::ostream* out);
+void PrintTo(Answer answer, std::ostream* out);
+
+} // namespace platform
 
 namespace test {
 

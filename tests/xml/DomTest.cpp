@@ -1,5 +1,7 @@
 #include "xml/Dom.h"
 
+#include "xml/PrintXml.h"
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;

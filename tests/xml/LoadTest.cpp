@@ -2,6 +2,7 @@
 
 #include "support/StrictXml.h"
 #include "support/TempFolder.h"
+#include "xml/PrintXml.h"
 
 #include <gtest/gtest.h>
 
