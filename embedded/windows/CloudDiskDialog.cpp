@@ -33,6 +33,9 @@ enum Column { Name, Version, Modified, ColumnCount };
 constexpr int PathCharacters = 12;
 constexpr int ListLines = 8;
 
+/// What a reader of the profile gets at most, with the terminator of its buffer.
+constexpr int NameBuffer = 100;
+
 /// The selected file of a list; null when there is none.
 const TemplateFile* Selected(const QTreeWidget& list, const std::vector<TemplateFile>& files)
 {
@@ -40,9 +43,16 @@ const TemplateFile* Selected(const QTreeWidget& list, const std::vector<Template
     return row < 0 ? nullptr : &files[static_cast<std::size_t>(row)];
 }
 
-void Fill(QTreeWidget& list, const std::vector<TemplateFile>& files)
+/// What the module opens in a project whose profile names no configuration.
+CString DefaultConfiguration()
 {
-    const CString former = list.currentItem() != nullptr ? list.currentItem()->text(Name) : CString();
+    return u"DefaultConfig"_s;
+}
+
+/// Shows the files and keeps the selection; at first it is on `preferred`, or else on the first one.
+void Fill(QTreeWidget& list, const std::vector<TemplateFile>& files, const CString& preferred = {})
+{
+    const CString former = list.currentItem() != nullptr ? list.currentItem()->text(Name) : preferred;
     list.clear();
     for (const TemplateFile& file : files) {
         const CString version = file.isRuleFile ? file.version : u"不是规则文件"_s;
@@ -122,7 +132,7 @@ QWidget* CloudDiskDialog::MakeList(const CString& label, const CString& name, QT
     caption->setBuddy(list);
     auto* captionLine = new QHBoxLayout;
     captionLine->addWidget(caption);
-    if (note != nullptr) captionLine->addWidget(note, 1);
+    captionLine->addWidget(note, 1);
     auto* column = new QVBoxLayout(half);
     column->setContentsMargins({});
     column->addLayout(captionLine);
@@ -146,10 +156,14 @@ void CloudDiskDialog::MakeLists(QVBoxLayout& layout, bool mayUpload)
     m_fault->setTextFormat(Qt::PlainText);
     m_fault->setWordWrap(true);
     MarkAsFault(*m_fault, true);
+    m_current = new QLabel(this);
+    m_current->setTextFormat(Qt::PlainText);
+    m_current->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_current->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* line = new QHBoxLayout;
     line->addWidget(MakeList(u"云盘模板(&T):"_s, u"云盘模板"_s, m_templateList, m_fault), 1);
     line->addLayout(buttons);
-    line->addWidget(MakeList(u"本机配置(&L):"_s, u"本机配置"_s, m_ownList, nullptr), 1);
+    line->addWidget(MakeList(u"本机配置(&L):"_s, u"本机配置"_s, m_ownList, m_current), 1);
     layout.addLayout(line, 1);
     connect(m_import, &QPushButton::clicked, this, [this] { Import(); });
     connect(m_upload, &QPushButton::clicked, this, [this] { Upload(); });
@@ -165,6 +179,8 @@ void CloudDiskDialog::MakeBottom(QVBoxLayout& layout)
     m_status->setTextFormat(Qt::PlainText);
     m_status->setWordWrap(true);
     m_status->setAccessibleDescription(u"结果"_s);
+    // Whoever opened the dialog reads the configuration anew, also when nothing was imported.
+    m_status->setText(u"关闭后配置对话框重新读取当前配置，未保存的修改会丢失"_s);
     auto* close = new QPushButton(u"关闭(&C)"_s, this);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     auto* line = new QHBoxLayout;
@@ -183,7 +199,10 @@ void CloudDiskDialog::Refresh()
     m_own = FindTemplates(m_places.ruleFolder);
     m_fault->setText(fault);
     Fill(*m_templateList, m_templates);
-    Fill(*m_ownList, m_own);
+    const CString current = CurrentConfiguration();
+    m_current->setText(u"当前配置："_s + current);
+    m_current->setToolTip(m_current->text());
+    Fill(*m_ownList, m_own, current);
     ShowButtons();
 }
 
@@ -230,10 +249,20 @@ TransferOutcome CloudDiskDialog::Transfer(const TemplateFile& file, const CStrin
     });
 }
 
+platform::ProfileFile CloudDiskDialog::Profile() const
+{
+    return platform::ProfileFile(platform::FolderOf(m_places.projectFile) + u"\\SysRegedit.ini"_s);
+}
+
+CString CloudDiskDialog::CurrentConfiguration() const
+{
+    const CString name = Profile().Read(u"QdDeConfigInfo"_s, u"ConfigName"_s, {}, NameBuffer);
+    return name.isEmpty() ? DefaultConfiguration() : name;
+}
+
 void CloudDiskDialog::UseConfiguration(const CString& name)
 {
-    const platform::ProfileFile profile(platform::FolderOf(m_places.projectFile) + u"\\SysRegedit.ini"_s);
-    if (!profile.Write(u"QdDeConfigInfo"_s, u"ConfigName"_s, name))
+    if (!Profile().Write(u"QdDeConfigInfo"_s, u"ConfigName"_s, name))
         platform::ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
 }
 

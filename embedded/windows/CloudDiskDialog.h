@@ -3,6 +3,7 @@
 #include "embedded/windows/CloudFolder.h"
 #include "embedded/windows/TemplateFile.h"
 #include "embedded/windows/TemplateTransfer.h"
+#include "platform/ProfileFile.h"
 
 #include <QtWidgets/QDialog>
 
@@ -38,7 +39,7 @@ public:
 private:
     void MakeFolderLine(QVBoxLayout& layout);
     void MakeLists(QVBoxLayout& layout, bool mayUpload);
-    /// A list under its label, with `note`, which may be null, at the label's right.
+    /// A list under its label, with `note` at the label's right.
     QWidget* MakeList(const CString& label, const CString& name, QTreeWidget*& list, QWidget* note);
     void MakeBottom(QVBoxLayout& layout);
     void Refresh();
@@ -46,6 +47,8 @@ private:
     void ChooseFolder();
     void Import();
     void Upload();
+    platform::ProfileFile Profile() const;
+    CString CurrentConfiguration() const;
     void UseConfiguration(const CString& name);
     TransferOutcome Transfer(const TemplateFile& file, const CString& folder);
     void Report(const CString& action, const TransferOutcome& outcome);
@@ -58,6 +61,7 @@ private:
     QLabel* m_fault = nullptr;
     QTreeWidget* m_templateList = nullptr;
     QTreeWidget* m_ownList = nullptr;
+    QLabel* m_current = nullptr;
     QPushButton* m_import = nullptr;
     QPushButton* m_upload = nullptr;
     QCheckBox* m_use = nullptr;

@@ -6,6 +6,7 @@
 #include "host/UserMessage.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
 #include <QtGui/QScreen>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QPushButton>
@@ -126,8 +127,13 @@ void PickerWindow::SendQuota(const PickerItem& quota)
 
 void PickerWindow::Send(int code, const void* record)
 {
+    // The receiver may ask for a bill number in a window of its own, behind which it becomes the active one.
+    // Who picks goes on picking.
+    const QPointer<PickerWindow> self(this);
+    const bool wasActive = isActiveWindow();
     host::UserMessage message(code, record);
     QCoreApplication::sendEvent(parentWidget(), &message);
+    if (self && wasActive && isVisible()) activateWindow();
 }
 
 void PickerWindow::ShowChapter()

@@ -107,6 +107,28 @@ TEST_F(BillPicker, DoubleClickEnterAndButtonSendTheBill)
     EXPECT_EQ(m_parent.Picked(), CStringArray(4, u"bill 031001001 1 1"_s));
 }
 
+TEST_F(BillPicker, IsActiveAgainAfterTheReceiverAskedInAWindowOfItsOwn)
+{
+    Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    m_parent.WhileHandling([this] {
+        m_parent.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_parent));
+    });
+    DoubleClickRow(Bills(), 0);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+}
+
+TEST_F(BillPicker, LeavesTheReceiverActiveWhenItWasHiddenMeanwhile)
+{
+    Window().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    m_parent.WhileHandling([this] { Window().hide(); });
+    DoubleClickRow(Bills(), 0);
+    EXPECT_FALSE(Window().isVisible());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&m_parent));
+}
+
 TEST_F(BillPicker, DoubleClickBelowTheLastItemSendsNothing)
 {
     TypeText(Search(), u"031001001"_s);

@@ -71,6 +71,34 @@ TEST_F(CloudDisk, ListsTemplatesWithVersionAndDate)
     }});
 }
 
+TEST_F(CloudDisk, OwnFilesStartOnTheCurrentConfiguration)
+{
+    for (const CString& name : {u"B"_s, u"DefaultConfig"_s, u"Z"_s})
+        WriteOwn(name + u".xml"_s, RuleFile);
+    const auto expectCurrent = [this](const CString& name) {
+        Run({[&](QWidget& window) {
+            EXPECT_EQ(Own(window).currentItem()->text(0), name);
+            const QList<QLabel*> labels = window.findChildren<QLabel*>();
+            EXPECT_TRUE(std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+                return label->text() == u"当前配置："_s + name;
+            }));
+            Close(window);
+        }});
+    };
+    expectCurrent(u"DefaultConfig"_s);
+    m_project.Temp().WriteFile(TestProject::Below(u"SysRegedit.ini"_s),
+                               "[QdDeConfigInfo]\r\nConfigName=Z\r\n");
+    expectCurrent(u"Z"_s);
+}
+
+TEST_F(CloudDisk, TellsAtOnceThatClosingReadsTheConfigurationAnew)
+{
+    Run({[](QWidget& window) {
+        EXPECT_EQ(Status(window), u"关闭后配置对话框重新读取当前配置，未保存的修改会丢失"_s);
+        Close(window);
+    }});
+}
+
 TEST_F(CloudDisk, ImportPutsTheFileWhereTheDialogReadsItAndMakesItCurrent)
 {
     Run({[](QWidget& window) {
