@@ -8,6 +8,7 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSplitter>
@@ -103,6 +104,9 @@ void PickerWindow::PlaceBesideWindow(const QWidget& neighbour)
                                     narrowest + margins.width(), neighbour.screen()->availableGeometry());
     resize(place.size() - margins);
     move(place.topLeft());
+    // A window that was never shown does not know its frame yet, so that the title would stand above the
+    // place.
+    if (windowHandle() != nullptr) windowHandle()->setFramePosition(place.topLeft());
 }
 
 void PickerWindow::hideEvent(QHideEvent* event)

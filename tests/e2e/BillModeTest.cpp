@@ -27,6 +27,25 @@ TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
     ExpectRuleInFile(BillRule());
 }
 
+TEST_F(BillModeJourney, PickerStandsAtTheRightWithItsTitleInLineWithTheDialog)
+{
+    StartOnProject();
+    OpenConfig();
+    SelectWaterPipes(ConfigTitle);
+    AddRangeRule(ConfigTitle);
+    Click(ConfigTitle, dialogs::autoconfig::PickerButton);
+    m_desktop.Focus(BillPickerTitle);
+    const QRect dialog = m_desktop.Geometry(ConfigTitle);
+    const QRect picker = m_desktop.Geometry(BillPickerTitle);
+    EXPECT_EQ(picker.y(), dialog.y());
+    EXPECT_GE(picker.x(), dialog.x() + dialog.width());
+    m_desktop.Press({u"alt+c"_s});
+    m_desktop.WaitUntilGone(BillPickerTitle);
+    m_desktop.Focus(ConfigTitle);
+    CloseConfig();
+    Quit();
+}
+
 TEST_F(BillModeJourney, ClosingWithoutAnEditLeavesTheFileAsItWas)
 {
     StartOnProject();

@@ -115,17 +115,24 @@ void Desktop::Type(const QString& text)
     Do({u"type"_s, u"--delay"_s, u"5"_s, text});
 }
 
-void Desktop::Click(const QString& title, QPointF place)
+QRect Desktop::Geometry(const QString& title) const
 {
     const QString id = QString::fromLatin1(WindowId(title));
     const QString geometry = QString::fromLatin1(Do({u"getwindowgeometry"_s, u"--shell"_s, id}));
-    static const QRegularExpression Size(u"WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"_s);
-    const QRegularExpressionMatch size = Size.match(geometry);
-    if (!size.hasMatch()) throw std::runtime_error("no window to click in: " + title.toStdString());
-    const auto x = static_cast<int>(place.x() * size.captured(1).toInt());
-    const auto y = static_cast<int>(place.y() * size.captured(2).toInt());
-    Do({u"mousemove"_s, u"--sync"_s, u"--window"_s, id, QString::number(x), QString::number(y), u"click"_s,
-        u"1"_s});
+    static const QRegularExpression Numbers(u"X=(-?\\d+)\\s+Y=(-?\\d+)\\s+WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"_s);
+    const QRegularExpressionMatch match = Numbers.match(geometry);
+    if (!match.hasMatch()) throw std::runtime_error("no such window: " + title.toStdString());
+    const auto number = [&match](int group) { return match.captured(group).toInt(); };
+    return {number(1), number(2), number(3), number(4)};
+}
+
+void Desktop::Click(const QString& title, QPointF place)
+{
+    const QRect window = Geometry(title);
+    const auto x = static_cast<int>(place.x() * window.width());
+    const auto y = static_cast<int>(place.y() * window.height());
+    Do({u"mousemove"_s, u"--sync"_s, u"--window"_s, QString::fromLatin1(WindowId(title)), QString::number(x),
+        QString::number(y), u"click"_s, u"1"_s});
 }
 
 QByteArray Desktop::WindowId(const QString& title) const

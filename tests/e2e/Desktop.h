@@ -6,6 +6,7 @@
 #include <QtCore/QPointF>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
+#include <QtCore/QRect>
 #include <QtCore/QString>
 
 #include <functional>
@@ -34,6 +35,9 @@ public:
     void Focus(const QString& title);
     /// Waits until no such window is to be seen any more.
     void WaitUntilGone(const QString& title);
+
+    /// Where a window stands, in pixels and without its frame.
+    QRect Geometry(const QString& title) const;
 
     /// Presses keys one after another where the focus is, named as in "alt+b", "Return".
     void Press(const QStringList& keys);
