@@ -1,10 +1,10 @@
 #include "cli/ImportCommand.h"
 
 #include "cli/Failure.h"
-#include "cli/Interrupt.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/TableKinds.h"
+#include "cli/WatchedWork.h"
 #include "platform/Console.h"
 
 using namespace Qt::StringLiterals;
@@ -36,37 +36,13 @@ CommandInfo Describe()
     return info;
 }
 
-/// The part that is done, on one line that is written over again and again; nothing unless a person looks.
-class ProgressLine
-{
-public:
-    void Show(int percent)
-    {
-        if (!m_isSeen || percent == m_shown) return;
-        m_shown = percent;
-        platform::WriteErr(u"\r%1 %"_s.arg(percent, 3));
-    }
-    ~ProgressLine()
-    {
-        if (m_shown >= 0) platform::WriteErr(u"\r     \r"_s);
-    }
-
-private:
-    bool m_isSeen = platform::ErrIsTerminal();
-    int m_shown = -1;
-};
-
 embedded::ImportReport RunImport(const Arguments& arguments)
 {
-    const Interrupt interrupt;
-    ProgressLine line;
+    WatchedWork work;
     try {
         return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
                                 {arguments.Has(u"replace"_s), arguments.Value(u"library"_s)},
-                                [&](int percent) {
-                                    line.Show(percent);
-                                    return !interrupt.HasCome();
-                                });
+                                work.Progress());
     } catch (const embedded::Error& error) {
         throw Refusal(error.Message() + u"；原数据没有变"_s);
     }

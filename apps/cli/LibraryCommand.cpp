@@ -24,6 +24,7 @@ CommandInfo Describe()
     info.summary = u"列出工程的清单库和定额库，或改用另一个"_s;
     info.description = u"不带参数时列出工程的全部库，正在使用的标有“*”。每种用途使用一个库。\n"
                        "  use CODE    改用代码为 CODE 的库\n"
+                       "定额库的指引（清单下的常用定额）是为一个清单库写的，只在使用那个清单库时列出。\n"
                        "规则中的清单和定额记着自己的库。改用别的库以后它们留在规则文件里，但配置对话框不再显"
                        "示，改回来就又看得到；\n"
                        "ktqdde show 照样列出，注明“其他库”。\n"
@@ -36,10 +37,11 @@ CommandInfo Describe()
 CString ToTable(const CArray<LibraryEntry>& entries)
 {
     TextTable table;
-    table.AddRow({{}, u"用途"_s, u"代码"_s, u"名称"_s, u"地区"_s, u"年份"_s, u"项目"_s});
+    table.AddRow({{}, u"用途"_s, u"代码"_s, u"名称"_s, u"地区"_s, u"年份"_s, u"项目"_s, u"指引的清单库"_s});
     for (const LibraryEntry& entry : entries) {
         table.AddRow({entry.isInUse ? u"*"_s : CString(), embedded::RoleLabel(entry.role), entry.name.code,
-                      entry.name.name, entry.name.local, entry.name.year, CString::number(entry.items)});
+                      entry.name.name, entry.name.local, entry.name.year, CString::number(entry.items),
+                      entry.name.billLibrary});
     }
     return table.ToText(0);
 }
@@ -56,11 +58,34 @@ CString ToJson(const CArray<LibraryEntry>& entries)
         json.Key(u"local").Text(entry.name.local);
         json.Key(u"year").Text(entry.name.year);
         json.Key(u"items").Number(entry.items);
+        json.Key(u"billLibrary").Text(entry.name.billLibrary);
         json.Key(u"inUse").Bool(entry.isInUse);
         json.EndObject();
     }
     json.EndArray().EndObject();
     return json.Result();
+}
+
+/// What a person should know of the quota libraries in use whose guide is of another bill library: a line for
+/// each, after the library of `role` was changed.
+CString Hints(const CArray<LibraryEntry>& entries, embedded::LibraryRole role)
+{
+    CString bill;
+    CString hints;
+    for (const LibraryEntry& entry : entries) {
+        if (entry.isInUse && entry.role == embedded::LibraryRole::Bill) bill = entry.name.code;
+    }
+    for (const LibraryEntry& entry : entries) {
+        const bool isQuota = entry.role != embedded::LibraryRole::Bill;
+        const bool isConcerned = role == embedded::LibraryRole::Bill || role == entry.role;
+        const CString& guided = entry.name.billLibrary;
+        if (bill.isEmpty() || !entry.isInUse || !isQuota || !isConcerned || guided.isEmpty() ||
+            guided == bill)
+            continue;
+        hints += u"提示：%1 %2 的指引是清单库 %3 的，使用清单库 %4 时不列出常用定额。\n"_s.arg(
+            embedded::RoleLabel(entry.role), entry.name.code, guided, bill);
+    }
+    return hints;
 }
 
 } // namespace
@@ -81,6 +106,7 @@ void LibraryCommand::Run(const Arguments& arguments) const
     const LibraryEntry used = embedded::UseLibrary(project, words[1]);
     WriteText(u"%1：%2 %3\n规则中属于其他库的内容留在规则文件里，但配置对话框不再显示。\n"_s.arg(
         embedded::RoleLabel(used.role), used.name.code, used.name.name));
+    WriteText(Hints(embedded::ListLibraries(project), used.role));
 }
 
 } // namespace cli

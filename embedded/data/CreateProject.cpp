@@ -1,6 +1,7 @@
 #include "embedded/data/CatalogueDatabase.h"
 #include "embedded/data/DataFile.h"
 #include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/LibraryDatabase.h"
 #include "embedded/data/ProjectDatabase.h"
 #include "embedded/data/ProjectFolder.h"
 #include "embedded/data/ShippedLibraries.h"
@@ -19,16 +20,39 @@ namespace {
 constexpr int Begun = 0;
 constexpr int Locked = 10;
 constexpr int Catalogued = 80;
+constexpr int Filled = 90;
 
 [[noreturn]] void RefuseSecondProject(const ProjectFolder& folder)
 {
     throw Error(platform::ToNative(folder.Path()) + u"：此文件夹中已有工程"_s);
 }
 
-/// The name of the specialty that the options ask for.
-CString SpecialtyOf(const ProjectOptions& options)
+/// What a new project can choose from.
+struct Choice
 {
-    const CStringArray names = DataFile::Shipped(u"specialties"_s).Column(u"name"_s);
+    CArray<Library> libraries;
+    CStringArray specs;
+};
+
+Choice ShippedChoice()
+{
+    return {AllShippedLibraries(), DataFile::Shipped(u"specialties"_s).Column(u"name"_s)};
+}
+
+/// What a catalogue offers, which is made first unless it stands there.
+Choice ChoiceOf(const ProjectFolder& folder, const Progress& progress)
+{
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue, progress);
+    Choice choice{ReadLibraries(catalogue), {}};
+    for (const Specialty& specialty : ReadCatalogue(catalogue).specialties)
+        choice.specs.append(specialty.name);
+    return choice;
+}
+
+/// The name of the specialty that the options ask for.
+CString SpecialtyOf(const ProjectOptions& options, const CStringArray& names)
+{
     if (options.spec.isEmpty()) return names.value(0);
     if (!names.contains(options.spec))
         throw Error(u"没有名为“%1”的专业，可用的专业有：%2"_s.arg(options.spec, names.join(u"、"_s)));
@@ -37,23 +61,27 @@ CString SpecialtyOf(const ProjectOptions& options)
 
 /// What the project is to be set to. Which library is the first of a role may change with the catalogue, so
 /// every role gets its code.
-ProjectDatabase::Settings SettingsOf(const ProjectOptions& options)
+ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const Choice& choice)
 {
-    const CArray<Library> shipped = AllShippedLibraries();
-    ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options)};
-    for (const LibraryRole role : AllLibraryRoles) {
+    ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options, choice.specs)};
+    const CString bill = RequireLibrary(choice.libraries, LibraryRole::Bill, options.billLibrary).name.code;
+    settings.libraries.emplace(LibraryRole::Bill, bill);
+    for (const LibraryRole role : {LibraryRole::QuotaOfBills, LibraryRole::Quota}) {
         CString code;
-        if (role == LibraryRole::Bill) code = options.billLibrary;
         if (role == QuotaRole(options.mode)) code = options.quotaLibrary;
-        settings.libraries.emplace(role, RequireLibrary(shipped, role, code).name.code);
+        if (code.isEmpty()) code = QuotaLibraryBeside(NamesOf(choice.libraries, role), bill);
+        settings.libraries.emplace(role, RequireLibrary(choice.libraries, role, code).name.code);
     }
     return settings;
 }
 
-void MakeCatalogue(const ProjectFolder& folder)
+/// Raises `Error` when the options name what the new project will not have. A catalogue that was left in the
+/// folder stays the catalogue; an empty file is what an interrupted creation leaves.
+void CheckOptions(const ProjectFolder& folder, const ProjectOptions& options)
 {
-    Database catalogue(folder.CatalogueFile());
-    EnsureCatalogue(catalogue);
+    const auto head = platform::Files().ReadHead(folder.CatalogueFile(), 1);
+    const bool stands = head.has_value() && !head->isEmpty();
+    SettingsOf(options, stands ? ChoiceOf(folder, {}) : ShippedChoice());
 }
 
 /// Writes the profile unless one stands there, which may hold entries of others. A piece of one would be
@@ -104,10 +132,24 @@ void WriteFiles(const ProjectFolder& folder)
     }
 }
 
+/// Fills the catalogue and then the project's database.
+void FillDatabases(const ProjectFolder& folder, Database& database, const ProjectOptions& options,
+                   const Progress& progress)
+{
+    Tell(progress, Locked);
+    const Choice choice = ChoiceOf(folder, [&](int percent) {
+        return !progress || progress(Locked + (Catalogued - Locked) * percent / 100);
+    });
+    Tell(progress, Catalogued);
+    ProjectDatabase::Fill(database, SettingsOf(options, choice));
+    Tell(progress, Filled);
+}
+
 /// The write lock on the project file keeps others out until everything stands, and the file becomes a
 /// project only by the commit. Whoever cancels removes it under the lock: nobody else can have begun then.
-void FillFolder(const ProjectFolder& folder, const ProjectDatabase::Settings& settings,
-                const Progress& progress, NewPlaces& places)
+/// The files come last, for they take the place of what stood there; after that nobody can cancel.
+void FillFolder(const ProjectFolder& folder, const ProjectOptions& options, const Progress& progress,
+                NewPlaces& places)
 {
     Database database(folder.ProjectFile());
     Transaction transaction(database);
@@ -115,15 +157,12 @@ void FillFolder(const ProjectFolder& folder, const ProjectDatabase::Settings& se
     if (!platform::Files().Exists(folder.ProjectFile()))
         database.Fail(u"另一个程序刚刚取消了在此新建，请再试一次"_s);
     try {
-        Tell(progress, Locked);
-        MakeCatalogue(folder);
-        Tell(progress, Catalogued);
+        FillDatabases(folder, database, options, progress);
     } catch (const Cancelled&) {
         places.Remove();
         throw;
     }
     WriteFiles(folder);
-    ProjectDatabase::Fill(database, settings);
     transaction.Commit();
 }
 
@@ -132,16 +171,17 @@ void FillFolder(const ProjectFolder& folder, const ProjectDatabase::Settings& se
 void CreateProject(const QString& nativeFolder, const ProjectOptions& options, const Progress& progress)
 {
     const ProjectFolder folder(nativeFolder);
-    const ProjectDatabase::Settings settings = SettingsOf(options);
     if (folder.HoldsProject()) RefuseSecondProject(folder);
+    CheckOptions(folder, options);
+    Tell(progress, Begun);
     NewPlaces places({folder.Path(), folder.AppFolder(), folder.ProjectFile(), folder.CatalogueFile()});
     try {
-        Tell(progress, Begun);
         EnsureFolder(folder.Path());
         EnsureFolder(folder.AppFolder());
-        FillFolder(folder, settings, progress, places);
+        FillFolder(folder, options, progress, places);
     } catch (const Cancelled&) {
-        places.Remove(); // where the platform removes no file that is open
+        // Where the platform removes no file that is open; without the lock another program may have begun.
+        if (!folder.HoldsProject()) places.Remove();
         throw;
     }
 }

@@ -20,7 +20,7 @@ CString NextConnectionName()
 }
 
 /// SQLite's primary result codes that get words of their own.
-enum ResultCode { Busy = 5, Locked = 6, Corrupt = 11, NotADatabase = 26 };
+enum ResultCode { Busy = 5, Locked = 6, ReadOnly = 8, Corrupt = 11, NotADatabase = 26 };
 
 } // namespace
 
@@ -127,6 +127,8 @@ void Database::Fail(const QSqlError& error) const
     case Busy:
     case Locked:
         Fail(u"数据库被其他程序占用"_s);
+    case ReadOnly:
+        throw ReadOnlyError(platform::ToNative(m_path) + u"：只读，不能写入"_s);
     case Corrupt:
     case NotADatabase:
         Fail(u"数据库已损坏（%1）"_s.arg(error.driverText() + u' ' + error.databaseText()));

@@ -14,7 +14,8 @@ class QSqlError;
 namespace embedded {
 
 /// One connection to one SQLite file, closed and forgotten by the destructor. To be used on the thread that
-/// made it, after the application object has been made. Whatever goes wrong raises `Error`.
+/// made it, after the application object has been made. Whatever goes wrong raises `Error`,
+/// a write to a read-only file `ReadOnlyError`.
 ///
 /// Several programs may have the file open: whoever finds it locked waits for the busy timeout. The journal
 /// is the rollback journal, which leaves nothing beside the file and works on network drives.

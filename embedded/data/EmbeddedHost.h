@@ -21,7 +21,8 @@ struct ProjectOptions
     CString spec{};
     /// Code of the bill library; empty means the first of the catalogue.
     CString billLibrary{};
-    /// Code of the quota library of that mode; empty means the first of the catalogue.
+    /// Code of the quota library of that mode; empty means the first whose guide speaks of the bill library,
+    /// or else the first of the catalogue.
     CString quotaLibrary{};
 };
 
@@ -31,7 +32,8 @@ CArray<LibraryName> ShippedLibraries(LibraryRole role);
 /// Creates a project: the folder (one level, unless it exists), in it "app" (the application folder with the
 /// catalogue, the template "QdDeConfig.def" and "AttributeInformation.xml"), "SysRegedit.ini" and last the
 /// project file "project.ktqd" with settings and history. Of several programs that create the same project at
-/// once one succeeds. Raises `Error` when a project stands there already, the specialty or a library is not
+/// once one succeeds. A catalogue that stands in "app" already is the project's, and the options choose from
+/// what it offers. Raises `Error` when a project stands there already, the specialty or a library is not
 /// known or something cannot be written. A creation that failed on the way can be repeated. Raises
 /// `Cancelled` when `progress` asks for it; what it has made is gone again then.
 void CreateProject(const QString& nativeFolder, const ProjectOptions& options, const Progress& progress = {});
@@ -68,7 +70,8 @@ public:
     /// The code of the library that the project uses in a role.
     CString LibraryInUse(LibraryRole role) const;
     /// Uses another library from now on and stores it in the project. Raises `Error` when the catalogue has
-    /// no such library of that role or the project cannot be written; nothing has changed then.
+    /// no such library of that role or is being written by another program, or the project cannot be written;
+    /// nothing has changed then.
     void SetLibrary(LibraryRole role, const CString& code);
 
     /// The dated copies of the project's rule files. Lives as long as this.

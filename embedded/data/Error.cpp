@@ -6,6 +6,8 @@ Error::Error(const CString& message) : std::runtime_error(message.toStdString())
 
 Error::~Error() = default;
 
+ReadOnlyError::~ReadOnlyError() = default;
+
 CString Error::Message() const
 {
     return CString::fromUtf8(what());

@@ -17,4 +17,12 @@ public:
     CString Message() const;
 };
 
+/// A database had to be written and its file or folder is read-only.
+class ReadOnlyError : public Error
+{
+public:
+    using Error::Error;
+    ~ReadOnlyError() override;
+};
+
 } // namespace embedded

@@ -66,6 +66,7 @@ ProjectDatabase::Settings Libraries::Current() const
 
 void Libraries::SetLibrary(LibraryRole role, const CString& code)
 {
+    const Transaction catalogueStays(m_catalogue);
     RequireLibrary(ReadLibraries(m_catalogue), role, code);
     ProjectDatabase::Settings settings = Current();
     settings.libraries[role] = code;
@@ -105,7 +106,7 @@ void Libraries::GetEnCodeRule(int& length, int& suffixLength)
 bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
 {
     try {
-        CArray<SQdInfo> found = m_project.History(number);
+        CArray<SQdInfo> found = m_project.History(number, GetQdCode());
         Merge(found, m_ruleNumbers.Find(number, GetQdCode()));
         items = std::move(found);
         return true;

@@ -35,7 +35,7 @@ public:
     bool GetQdInfo(const CString& number, SQdInfo& info) override;
     bool IsInQdk(const CString& number) override;
     void GetEnCodeRule(int& length, int& suffixLength) override;
-    /// Of rule files only the items of the bill library in use. In the order of their numbers, each once.
+    /// Only items of the bill library in use. In the order of their numbers, each once.
     /// True with an empty list for a number without history; false when the history cannot be read. A rule
     /// file that cannot be read is passed over.
     bool GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items) override;

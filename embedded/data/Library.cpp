@@ -79,7 +79,7 @@ const Library& RequireStoredLibrary(const CArray<Library>& libraries, LibraryRol
 {
     if (const Library* const library = FindLibrary(libraries, role, code)) return *library;
     throw Error(u"工程的数据中没有它使用的%1“%2”。用 ktqdde library use 改用另一个库，"
-                "或用 ktqdde import libraries 把它加回来"_s.arg(RoleLabel(role), code));
+                "或用 ktqdde import libraries 把它加回来（它的项目要另外导入）"_s.arg(RoleLabel(role), code));
 }
 
 CArray<LibraryName> NamesOf(const CArray<Library>& libraries, LibraryRole role)
@@ -91,10 +91,19 @@ CArray<LibraryName> NamesOf(const CArray<Library>& libraries, LibraryRole role)
     return names;
 }
 
+CString QuotaLibraryBeside(const CArray<LibraryName>& quotaLibraries, const CString& billLibrary)
+{
+    for (const LibraryName& library : quotaLibraries) {
+        if (library.billLibrary == billLibrary) return library.code;
+    }
+    return quotaLibraries.value(0).code;
+}
+
 CString ItemsOfGuide(const CArray<Library>& libraries, const Library& quotaLibrary)
 {
-    if (quotaLibrary.billLibrary.isEmpty()) return {};
-    const Library* const bill = FindLibrary(libraries, LibraryRole::Bill, quotaLibrary.billLibrary);
+    const CString& code = quotaLibrary.name.billLibrary;
+    if (code.isEmpty()) return {};
+    const Library* const bill = FindLibrary(libraries, LibraryRole::Bill, code);
     return bill == nullptr ? CString() : bill->items;
 }
 

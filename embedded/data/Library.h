@@ -15,7 +15,6 @@ struct Library
     int codeLength = -1;   ///< coding rule of bill numbers, -1 for none
     int suffixLength = -1; ///< the same
     CString items;         ///< the set of items that it offers; several libraries may offer the same
-    CString billLibrary;   ///< of a quota library: code of the bill library that its guide speaks of
 };
 
 /// The word of a role in the catalogue and in a project's settings, and the role of a word; nothing when it
@@ -37,6 +36,10 @@ const Library& RequireStoredLibrary(const CArray<Library>& libraries, LibraryRol
 [[noreturn]] void RefuseLibrary(const CString& code, const CString& label, const CArray<LibraryName>& known);
 /// The names of the libraries of a role.
 CArray<LibraryName> NamesOf(const CArray<Library>& libraries, LibraryRole role);
+
+/// The code of the quota library to begin with beside a bill library: the first whose guide speaks of it, or
+/// else the first; empty when there is none.
+CString QuotaLibraryBeside(const CArray<LibraryName>& quotaLibraries, const CString& billLibrary);
 
 /// The item set of the bill library that a quota library's guide speaks of; empty when it has no guide.
 /// Numbers say something else in every bill library, so the guide counts only where that set is in use.

@@ -8,9 +8,6 @@
 
 #include <QtCore/QHash>
 
-#include <algorithm>
-#include <utility>
-
 namespace embedded {
 
 using namespace Qt::StringLiterals;
@@ -34,14 +31,8 @@ ProjectFolder ExistingProject(const QString& nativeProject)
     return folder;
 }
 
-} // namespace
-
-CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
+CArray<LibraryEntry> Entries(Database& catalogue, const ProjectDatabase::Settings& settings)
 {
-    const ProjectFolder folder = ExistingProject(nativeProject);
-    const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
-    Database catalogue(folder.CatalogueFile());
-    EnsureCatalogue(catalogue);
     const QHash<CString, int> bills = CountItems(catalogue, u"bill_items"_s);
     const QHash<CString, int> quotas = CountItems(catalogue, u"quota_items"_s);
     const CArray<Library> libraries = ReadLibraries(catalogue);
@@ -54,20 +45,39 @@ CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
     return entries;
 }
 
+/// The entry of a code. Raises `Error` when there is none.
+const LibraryEntry& Find(const CArray<LibraryEntry>& entries, const CString& code)
+{
+    CArray<LibraryName> known;
+    for (const LibraryEntry& entry : entries) {
+        if (entry.name.code == code) return entry;
+        known.append(entry.name);
+    }
+    RefuseLibrary(code, u"库"_s, known);
+}
+
+} // namespace
+
+CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue);
+    return Entries(catalogue, settings);
+}
+
 LibraryEntry UseLibrary(const QString& nativeProject, const CString& code)
 {
-    CArray<LibraryEntry> entries = ListLibraries(nativeProject);
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const LibraryEntry& entry) { return entry.name.code == code; });
-    if (found == entries.end()) {
-        CArray<LibraryName> known;
-        for (const LibraryEntry& entry : std::as_const(entries))
-            known.append(entry.name);
-        RefuseLibrary(code, u"库"_s, known);
-    }
-    ProjectDatabase(ProjectFolder(nativeProject).ProjectFile()).WriteLibrary(found->role, code);
-    found->isInUse = true;
-    return *found;
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    ProjectDatabase project(folder.ProjectFile());
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue);
+    const Transaction catalogueStays(catalogue);
+    LibraryEntry used = Find(Entries(catalogue, {}), code);
+    project.WriteLibrary(used.role, code);
+    used.isInUse = true;
+    return used;
 }
 
 } // namespace embedded

@@ -103,11 +103,10 @@ CArray<Library> ReadLibraries(Database& catalogue)
                           const CString code = Text(row, 1);
                           const CString items = Text(row, 7);
                           libraries.append({*role,
-                                            {code, Text(row, 2), Text(row, 3), Text(row, 4)},
+                                            {code, Text(row, 2), Text(row, 3), Text(row, 4), Text(row, 8)},
                                             Number(row, 5),
                                             Number(row, 6),
-                                            items.isEmpty() ? code : items,
-                                            Text(row, 8)});
+                                            items.isEmpty() ? code : items});
                       });
     return libraries;
 }

@@ -22,6 +22,7 @@ struct LibraryName
     CString name;
     CString local; ///< region
     CString year;
+    CString billLibrary{}; ///< of a quota library: code of the bill library that its guide speaks of
 };
 
 } // namespace embedded

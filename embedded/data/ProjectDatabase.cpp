@@ -3,6 +3,7 @@
 #include "embedded/data/DataFile.h"
 #include "embedded/data/Library.h"
 #include "embedded/data/Schema.h"
+#include "embedded/data/ShippedLibraries.h"
 
 namespace embedded {
 
@@ -14,6 +15,13 @@ constexpr int SchemaVersion = 1;
 
 const CString ModeSetting = u"mode"_s;
 const CString SpecSetting = u"specialty"_s;
+const CString HistorySetting = u"history_library"_s;
+
+/// The bill library from which the shipped history comes.
+CString ShippedHistoryLibrary()
+{
+    return RequireLibrary(AllShippedLibraries(), LibraryRole::Bill, {}).name.code;
+}
 
 CString LibrarySetting(LibraryRole role)
 {
@@ -44,6 +52,7 @@ void ProjectDatabase::Fill(Database& database, const Settings& settings)
     QList<CStringArray> rows{{ModeSetting, ModeText(settings.mode)}, {SpecSetting, settings.spec}};
     for (const auto& [role, code] : settings.libraries)
         rows.append({LibrarySetting(role), code});
+    rows.append({HistorySetting, ShippedHistoryLibrary()});
     database.Insert(u"settings"_s, {u"name"_s, u"value"_s}, rows);
     ImportShipped(database, u"history"_s);
     database.SetSchemaVersion(SchemaVersion);
@@ -91,9 +100,18 @@ void ProjectDatabase::Write(const CString& name, const CString& value)
     transaction.Commit();
 }
 
-CArray<SQdInfo> ProjectDatabase::History(const CString& baseNumber)
+CString ProjectDatabase::HistoryLibrary()
+{
+    CString code;
+    m_database.ForEach(u"SELECT value FROM settings WHERE name = ?"_s, {HistorySetting},
+                       [&](const QSqlQuery& row) { code = row.value(0).toString(); });
+    return code.isEmpty() ? ShippedHistoryLibrary() : code;
+}
+
+CArray<SQdInfo> ProjectDatabase::History(const CString& baseNumber, const CString& billLibrary)
 {
     CArray<SQdInfo> items;
+    if (billLibrary != HistoryLibrary()) return items;
     m_database.ForEach(u"SELECT number, name, unit, unit_code, with_annex, cal_rule FROM history "
                        "WHERE base_number = ? ORDER BY rowid"_s,
                        {baseNumber}, [&](const QSqlQuery& row) {

@@ -40,10 +40,13 @@ public:
     void WriteSpec(const CString& name);
     void WriteLibrary(LibraryRole role, const CString& code);
 
-    /// The bill items of a base number with which the project started. Raises `Error`.
-    CArray<SQdInfo> History(const CString& baseNumber);
+    /// The bill items of a base number with which the project started; none for another bill library than the
+    /// one from which they come, where the number means something else. Raises `Error`.
+    CArray<SQdInfo> History(const CString& baseNumber, const CString& billLibrary);
 
 private:
+    /// The bill library of the items with which the project started; projects of older programs store none.
+    CString HistoryLibrary();
     void Write(const CString& name, const CString& value);
 
     Database m_database;

@@ -15,11 +15,12 @@ CArray<Library> AllShippedLibraries()
     const CStringArray names = file.Column(u"file_name"_s);
     const CStringArray locals = file.Column(u"local"_s);
     const CStringArray years = file.Column(u"year"_s);
+    const CStringArray bills = file.Column(u"bill_library"_s);
     CArray<Library> libraries;
     for (qsizetype row = 0; row < codes.size(); ++row) {
         Library library;
         library.role = RoleOfWord(roles[row]).value();
-        library.name = {codes[row], names[row], locals[row], years[row]};
+        library.name = {codes[row], names[row], locals[row], years[row], bills[row]};
         libraries.append(library);
     }
     return libraries;

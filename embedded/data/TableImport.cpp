@@ -12,6 +12,7 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
+#include <map>
 
 namespace embedded {
 
@@ -146,12 +147,15 @@ private:
     ImportReport m_report;
 };
 
+/// Libraries by the role that they take.
+using Roles = std::map<LibraryRole, CString>;
+
 /// The libraries that a project uses must stay in their roles. Which library is the first of a role may have
-/// changed: a project that has stored none is given the one that it used.
-void KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& after, ProjectDatabase& project,
-                        ImportReport& report)
+/// changed: gives, for a project that has stored none, the one that it used.
+Roles KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& after,
+                         const ProjectDatabase::Settings& settings, ImportReport& report)
 {
-    const ProjectDatabase::Settings settings = project.ReadSettings();
+    Roles toStore;
     for (const LibraryRole role : AllLibraryRoles) {
         const Library* const used = FindLibrary(before, role, settings.Library(role));
         if (used == nullptr) continue;
@@ -160,21 +164,23 @@ void KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& af
             report.refused.append(
                 {0, u"工程正在使用%1“%2”，不能去掉，也不能改作别用"_s.arg(RoleLabel(role), code)});
         } else if (FindLibrary(after, role, settings.Library(role))->name.code != code) {
-            project.WriteLibrary(role, code);
+            toStore.emplace(role, code);
         }
     }
+    return toStore;
 }
 
-/// Whether the project could still be opened on what the transaction holds.
+/// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`.
 bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, Database& database,
-                 ImportReport& report)
+                 ImportReport& report, Roles& toStore)
 {
     const CatalogueData data = ReadCatalogue(database);
-    const CString spec = project.ReadSettings().spec;
-    const bool isThere = std::any_of(data.specialties.begin(), data.specialties.end(),
-                                     [&](const Specialty& specialty) { return specialty.name == spec; });
-    if (!isThere) report.refused.append({0, u"文件中没有工程的当前专业“%1”"_s.arg(spec)});
-    KeepLibrariesInUse(before, ReadLibraries(database), project, report);
+    const ProjectDatabase::Settings settings = project.ReadSettings();
+    const bool isThere =
+        std::any_of(data.specialties.begin(), data.specialties.end(),
+                    [&](const Specialty& specialty) { return specialty.name == settings.spec; });
+    if (!isThere) report.refused.append({0, u"文件中没有工程的当前专业“%1”"_s.arg(settings.spec)});
+    toStore = KeepLibrariesInUse(before, ReadLibraries(database), settings, report);
     return report.refused.isEmpty();
 }
 
@@ -274,15 +280,20 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
     const CArray<Library> libraries = ReadLibraries(database);
     Importer importer(database, kind, ScopeOf(libraries, project.ReadSettings(), kind, options.library),
                       progress);
+    Roles toStore;
     try {
         if (!importer.Check(records, options.replace)) return Undone(importer.Report());
         importer.Store();
-        if (!StaysUsable(project, libraries, database, importer.Report())) return Undone(importer.Report());
+        if (!StaysUsable(project, libraries, database, importer.Report(), toStore))
+            return Undone(importer.Report());
     } catch (const Cancelled&) {
         ImportReport report = Undone(importer.Report());
         report.cancelled = true;
         return report;
     }
+    // What the project used so far, so that it does no harm when the catalogue then cannot be written.
+    for (const auto& [role, code] : toStore)
+        project.WriteLibrary(role, code);
     transaction.Commit();
     importer.Report().stored = true;
     return importer.Report();

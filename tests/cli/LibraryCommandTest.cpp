@@ -54,6 +54,8 @@ TEST_F(LibraryVerb, ListsEveryLibraryAndMarksThoseInUse)
     EXPECT_TRUE(used.match(lines[1]).hasMatch()) << lines[1].toStdString();
     EXPECT_TRUE(lines[2].startsWith(u"   清单库"_s)) << lines[2].toStdString();
     EXPECT_EQ(outcome.Out().count(u"\n*"_s), 3);
+    EXPECT_TRUE(lines[0].endsWith(u"指引的清单库"_s)) << lines[0].toStdString();
+    EXPECT_TRUE(lines[4].endsWith(u" GB50500-2008"_s)) << lines[4].toStdString();
 }
 
 TEST_F(LibraryVerb, JsonHoldsRoleNameAndNumberOfItems)
@@ -67,6 +69,8 @@ TEST_F(LibraryVerb, JsonHoldsRoleNameAndNumberOfItems)
     EXPECT_EQ(library[u"local"_s].toString(), u"示例"_s);
     EXPECT_EQ(library[u"year"_s].toString(), u"2025"_s);
     EXPECT_GT(library[u"items"_s].toInt(), 50);
+    EXPECT_EQ(library[u"billLibrary"_s].toString(), u"GB50500-2008"_s);
+    EXPECT_EQ(libraries[0][u"billLibrary"_s].toString(), QString());
     EXPECT_EQ(InUse(), (QStringList{u"GB50856-2013"_s, u"DEMO-QDDE-2024"_s, u"DEMO-DE-2024"_s}));
 }
 
@@ -77,6 +81,15 @@ TEST_F(LibraryVerb, UsedLibraryTakesThePlaceOfItsRoleOnly)
     EXPECT_TRUE(outcome.Out().startsWith(u"清单库：GB50500-2008 建设"_s)) << outcome.out.toStdString();
     EXPECT_EQ(InUse(), (QStringList{u"GB50500-2008"_s, u"DEMO-QDDE-2024"_s, u"DEMO-DE-2024"_s}));
     EXPECT_TRUE(m_cli.RunInProject({u"export"_s, u"bill"_s, u"-"_s}).Out().contains(u"030801001,镀锌钢管"_s));
+}
+
+TEST_F(LibraryVerb, HintsAtQuotaLibrariesWhoseGuideIsOfAnotherBillLibrary)
+{
+    const QString bills = Use(u"GB50500-2008"_s).Out();
+    EXPECT_TRUE(bills.contains(u"提示：清单模式的定额库 DEMO-QDDE-2024 的指引是清单库 GB50856-2013 的"_s));
+    EXPECT_EQ(bills.count(u"提示"_s), 2) << bills.toStdString();
+    EXPECT_EQ(Use(u"DEMO-QDDE-2025"_s).Out().count(u"提示"_s), 0) << "the guide is of the library in use";
+    EXPECT_EQ(Use(u"DEMO-QDDE-2024"_s).Out().count(u"提示"_s), 1);
 }
 
 TEST_F(LibraryVerb, UnknownLibraryIsRefusedWithTheCodesThatThereAre)

@@ -203,7 +203,7 @@ TEST(Init, TakesTheLibrariesByTheirCodes)
                   .status,
               0);
     const QString listed = cli.Run({u"--project"_s, u"p"_s, u"library"_s}).Out();
-    for (const QString& code : {u"GB50500-2008"_s, u"DEMO-QDDE-2024"_s, u"DEMO-DE-2025"_s})
+    for (const QString& code : {u"GB50500-2008"_s, u"DEMO-QDDE-2025"_s, u"DEMO-DE-2025"_s})
         EXPECT_TRUE(QRegularExpression(u"\\n\\* .* %1 "_s.arg(code)).match(listed).hasMatch())
             << listed.toStdString();
 }

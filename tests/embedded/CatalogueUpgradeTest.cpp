@@ -1,6 +1,5 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/Database.h"
-#include "platform/Files.h"
+#include "embedded/OldProject.h"
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
@@ -9,46 +8,12 @@ using embedded::TableKind;
 
 namespace {
 
-/// The libraries of a catalogue of version 1, with a bill item, a quota item and a category of a person's
-/// own.
-const CString Version1 = uR"(
-CREATE TABLE libraries (role TEXT PRIMARY KEY, code TEXT NOT NULL, file_name TEXT NOT NULL,
-    local TEXT NOT NULL, year TEXT NOT NULL, code_length INTEGER NOT NULL, suffix_length INTEGER NOT NULL);
-CREATE TABLE bill_sections (index_path TEXT PRIMARY KEY, title TEXT NOT NULL);
-CREATE TABLE bill_items (number TEXT PRIMARY KEY, name TEXT NOT NULL, unit TEXT NOT NULL,
-    unit_code INTEGER NOT NULL, with_annex INTEGER NOT NULL, cal_rule TEXT NOT NULL, index_path TEXT NOT NULL);
-CREATE TABLE quota_sections (code TEXT PRIMARY KEY, title TEXT NOT NULL);
-CREATE TABLE quota_items (number TEXT PRIMARY KEY, name TEXT NOT NULL, unit TEXT NOT NULL,
-    unit_code INTEGER NOT NULL, with_annex INTEGER NOT NULL, cal_rule TEXT NOT NULL, section TEXT NOT NULL,
-    bills TEXT NOT NULL);
-INSERT INTO libraries VALUES
-    ('qd', 'GB50856-2013', '通用安装工程工程量计算规范2013', '全国', '2013', 9, 3),
-    ('qd_de', 'DEMO-QDDE-2024', '示例安装定额（清单模式）', '示例', '2024', -1, -1),
-    ('de', 'DEMO-DE-2024', '示例安装定额（定额模式）', '示例', '2024', -1, -1);
-INSERT INTO bill_sections VALUES ('0999', '自有章'), ('0310', '给排水'), ('0310\031001', '管道');
-INSERT INTO bill_items VALUES
-    ('099901002', '自有乙', '10m', 10, 1, '管道长度', '0999'),
-    ('099901001', '自有甲', 'm', 1, 0, '', '0999'),
-    ('031001001', '镀锌钢管', 'm', 1, 1, '管道长度', '0310\031001');
-INSERT INTO quota_sections VALUES ('自', '自有');
-INSERT INTO quota_items VALUES ('自-1', '自有安装', '10m', 10, 1, '管道长度', '自', '099901002,031001001');
-UPDATE small_categories SET index_path = '0310\031001' WHERE index_path LIKE '0310\031001%';
-UPDATE small_categories SET index_path = '0999' WHERE name = '热水管' AND specialty = '给排水';
-PRAGMA user_version = 1)"_s;
-
 /// A project whose catalogue an older program has made, and in which it stored no library.
 class CatalogueUpgrade : public test::ImportFixture
 {
 protected:
-    CatalogueUpgrade()
-    {
-        embedded::Database catalogue(m_project.Path(u"app\\catalogue.db"_s));
-        for (const CString& table :
-             {u"libraries"_s, u"bill_sections"_s, u"bill_items"_s, u"quota_sections"_s, u"quota_items"_s})
-            catalogue.Execute(u"DROP TABLE "_s + table);
-        catalogue.ExecuteScript(Version1);
-        m_project.Sql(u"project.ktqd"_s, u"DELETE FROM settings WHERE name LIKE 'library%'"_s);
-    }
+    CatalogueUpgrade() { test::MakeOld(m_project); }
+    void Change(const CString& statement) const { m_project.Sql(u"app\\catalogue.db"_s, statement); }
     QByteArray Catalogue() const
     {
         return m_project.Temp().ReadFile(test::TestProject::Below(u"app\\catalogue.db"_s));
@@ -118,4 +83,71 @@ TEST_F(CatalogueUpgrade, FailureOnTheWayLeavesTheOldCatalogueAndItCanBeRepeated)
     EXPECT_EQ(Catalogue(), before);
     m_project.Sql(u"app\\catalogue.db"_s, u"DROP TRIGGER fault"_s);
     EXPECT_EQ(EmbeddedHost(m_project.Folder()).Contents().bills.size(), 3U);
+}
+
+TEST_F(CatalogueUpgrade, TablesThatAreEmptyStayEmpty)
+{
+    Change(u"DELETE FROM bill_items"_s);
+    Change(u"DELETE FROM quota_items"_s);
+    Change(u"DELETE FROM quota_sections"_s);
+    EmbeddedHost host(m_project.Folder());
+    ASSERT_EQ(host.Contents().bills.size(), 3U);
+    for (const embedded::BillSection& section : host.Contents().bills)
+        EXPECT_TRUE(section.items.empty()) << section.indexPath.toStdString();
+    EXPECT_TRUE(host.Contents().quotas.empty());
+    host.SetLibrary(LibraryRole::QuotaOfBills, u"DEMO-QDDE-2025"_s);
+    EXPECT_FALSE(host.Contents().quotas.empty());
+}
+
+TEST_F(CatalogueUpgrade, LibrariesUnderOtherCodesGetTheShippedOnesBehindThemWithTheirItems)
+{
+    Change(u"UPDATE libraries SET code = 'MINE-' || role"_s);
+    EmbeddedHost host(m_project.Folder());
+    EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), u"MINE-qd"_s);
+    EXPECT_EQ(host.Contents().bills.size(), 3U);
+    EXPECT_EQ(host.Contents().quotas[0].items[0].bills.size(), 2);
+    EXPECT_EQ(host.LibrariesOf(LibraryRole::Bill).size(), 3);
+    host.SetLibrary(LibraryRole::Bill, u"GB50856-2013"_s);
+    EXPECT_GT(host.Contents().bills.size(), 50U);
+    host.SetLibrary(LibraryRole::QuotaOfBills, u"DEMO-QDDE-2024"_s);
+    EXPECT_GT(host.Contents().quotas.size(), 20U);
+}
+
+TEST_F(CatalogueUpgrade, LibrariesOfWhichItCannotBeToldWhoseTheItemsAreAreRefusedInWords)
+{
+    const std::pair<CString, CString> faults[] = {
+        {u"UPDATE libraries SET code = 'X' WHERE role <> 'qd'"_s, u"已损坏（两个库的代码都是“X”）"_s},
+        {u"UPDATE libraries SET code = 'Y' WHERE role = 'de'"_s, u"no error"_s},
+        {u"DELETE FROM libraries WHERE role = 'de'"_s, u"已损坏（没有用途为“de”的库）"_s},
+        {u"UPDATE libraries SET code = '' WHERE role = 'qd'"_s, u"已损坏（用途为“qd”的库没有代码）"_s}};
+    for (const auto& [fault, words] : faults) {
+        const test::TestProject project;
+        project.Create();
+        test::MakeOld(project);
+        project.Sql(u"app\\catalogue.db"_s, fault);
+        const CString error = test::ErrorOf([&] { EmbeddedHost(project.Folder()); });
+        EXPECT_TRUE(error.contains(words)) << error.toStdString();
+    }
+}
+
+TEST_F(CatalogueUpgrade, CategoriesThatAPersonHasMadeOrMovedKeepTheirPlace)
+{
+    Change(u"UPDATE small_categories SET id = 990001 WHERE name = '给水管'"_s);
+    Change(u"UPDATE small_categories SET index_path = '0304\\030404' WHERE id = 10102"_s);
+    EmbeddedHost host(m_project.Folder());
+    host.SetLibrary(LibraryRole::Bill, u"GB50500-2008"_s);
+    for (const CString& path : {u"给排水\\管道\\给水管\\"_s, u"给排水\\管道\\热水管\\"_s})
+        EXPECT_EQ(host.Roles().categories->GetIndexPath(path), CString()) << path.toStdString();
+}
+
+TEST_F(CatalogueUpgrade, ReadOnlyCatalogueIsRefusedInWordsAndStays)
+{
+    if (test::TempFolder::IgnoresPermissions()) GTEST_SKIP() << "this user may write everything";
+    const QByteArray before = Catalogue();
+    const CString file = test::TestProject::Below(u"app\\catalogue.db"_s);
+    m_project.Temp().SetReadOnly(file, true);
+    const CString error = test::ErrorOf([&] { EmbeddedHost(m_project.Folder()); });
+    m_project.Temp().SetReadOnly(file, false);
+    EXPECT_TRUE(error.contains(u"旧版程序"_s) && error.contains(u"只读"_s)) << error.toStdString();
+    EXPECT_EQ(Catalogue(), before);
 }

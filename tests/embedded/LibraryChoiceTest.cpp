@@ -1,5 +1,7 @@
 #include "embedded/data/LibraryChoice.h"
 #include "embedded/TestProject.h"
+#include "embedded/data/Library.h"
+#include "platform/Files.h"
 
 #include <gtest/gtest.h>
 
@@ -152,6 +154,35 @@ TEST_F(LibraryChoice, CategoriesStandWhereTheBillLibraryInUseHasThem)
     EXPECT_EQ(host.Roles().categories->GetIndexPath(cabling), CString());
 }
 
+TEST_F(LibraryChoice, ItemsWithWhichTheProjectStartedCountOnlyInTheLibraryFromWhichTheyCome)
+{
+    const auto history = [](EmbeddedHost& host) {
+        CArray<SQdInfo> items;
+        EXPECT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(u"031001001"_s, items));
+        return items.size();
+    };
+    EmbeddedHost host(m_project.Folder());
+    EXPECT_EQ(history(host), 2);
+    host.SetLibrary(LibraryRole::Bill, Second);
+    EXPECT_EQ(history(host), 0) << "the number means something else there";
+    m_project.Sql(u"project.ktqd"_s, u"DELETE FROM settings WHERE name = 'history_library'"_s);
+    EXPECT_EQ(history(host), 0) << "a project of an older program";
+    host.SetLibrary(LibraryRole::Bill, First);
+    EXPECT_EQ(history(host), 2);
+    Store(u"history_library"_s, Second);
+    EXPECT_EQ(history(host), 0);
+}
+
+TEST_F(LibraryChoice, ReadOnlyProjectIsToldInWords)
+{
+    if (test::TempFolder::IgnoresPermissions()) GTEST_SKIP() << "this user may write everything";
+    const CString file = TestProject::Below(u"project.ktqd"_s);
+    m_project.Temp().SetReadOnly(file, true);
+    const CString error = ErrorOf([&] { embedded::UseLibrary(m_project.Folder(), Second); });
+    m_project.Temp().SetReadOnly(file, false);
+    EXPECT_TRUE(error.contains(u"只读，不能写入"_s)) << error.toStdString();
+}
+
 TEST_F(LibraryChoice, ChoiceIsStored)
 {
     EmbeddedHost(m_project.Folder()).SetLibrary(LibraryRole::Bill, Second);
@@ -216,7 +247,43 @@ TEST(NewProject, UsesTheLibrariesOfItsOptions)
     const EmbeddedHost host(project.Folder());
     EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), Second);
     EXPECT_EQ(host.LibraryInUse(LibraryRole::Quota), u"DEMO-DE-2025"_s);
-    EXPECT_EQ(host.LibraryInUse(LibraryRole::QuotaOfBills), u"DEMO-QDDE-2024"_s);
+}
+
+TEST(NewProject, GetsTheQuotaLibrariesWhoseGuidesSpeakOfItsBillLibrary)
+{
+    const TestProject project;
+    project.Create({.billLibrary = Second});
+    const EmbeddedHost host(project.Folder());
+    EXPECT_EQ(host.LibraryInUse(LibraryRole::QuotaOfBills), QuotaOf2008);
+    EXPECT_EQ(host.LibraryInUse(LibraryRole::Quota), u"DEMO-DE-2025"_s);
+    EXPECT_GT(GuidedQuotas(host), 50);
+}
+
+TEST(NewProject, QuotaLibraryBesideABillLibraryWithoutAGuideIsTheFirst)
+{
+    const CArray<embedded::LibraryName> quotas = embedded::ShippedLibraries(LibraryRole::Quota);
+    EXPECT_EQ(quotas.first().billLibrary, First);
+    EXPECT_EQ(embedded::QuotaLibraryBeside(quotas, Second), u"DEMO-DE-2025"_s);
+    EXPECT_EQ(embedded::QuotaLibraryBeside(quotas, u"GB1"_s), u"DEMO-DE-2024"_s);
+    EXPECT_EQ(embedded::QuotaLibraryBeside({}, Second), CString());
+}
+
+TEST(NewProject, OnACatalogueThatWasLeftBehindChoosesFromThatOne)
+{
+    const TestProject project;
+    project.Create();
+    project.Sql(u"app\\catalogue.db"_s,
+                u"UPDATE libraries SET code = 'MINE', items = '%1' WHERE code = '%1'"_s.arg(First));
+    ASSERT_TRUE(platform::RealFileSystem().Remove(project.Path(u"project.ktqd"_s)));
+    for (const embedded::ProjectOptions& options :
+         {embedded::ProjectOptions{.billLibrary = First}, embedded::ProjectOptions{.spec = u"园林"_s}}) {
+        EXPECT_TRUE(ErrorOf([&] { project.Create(options); }).contains(u"可用的"_s));
+        EXPECT_FALSE(project.Temp().Exists(TestProject::Below(u"project.ktqd"_s)));
+    }
+    project.Create();
+    const EmbeddedHost host(project.Folder());
+    EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), u"MINE"_s);
+    EXPECT_EQ(host.LibrariesOf(LibraryRole::Bill).size(), 2);
 }
 
 TEST(NewProject, UnknownLibrariesAreRefusedBeforeAnythingIsMade)

@@ -1,4 +1,5 @@
 #include "embedded/ImportFixture.h"
+#include "embedded/data/Database.h"
 #include "embedded/data/LibraryChoice.h"
 
 #include <algorithm>
@@ -42,15 +43,15 @@ protected:
 
 TEST_F(LibraryListImport, AddedLibraryTakesItemsAndCanBeUsed)
 {
-    const ImportReport report = ImportLibraries(u"清单库,企标-1,企业清单,本地,2024,6,2,,\n"_s);
+    const ImportReport report = ImportLibraries(u"清单库,企标-1,企业清单,本地,2024,10,2,,\n"_s);
     EXPECT_EQ(report.added, 1) << Refusals(report).toStdString();
     const ImportReport items =
-        Import(TableKind::Bill, BillHeader + u"A00001,自有,m,A,甲\n"_s, {.library = u"企标-1"_s});
+        Import(TableKind::Bill, BillHeader + u"A000000001,自有,m,A,甲\n"_s, {.library = u"企标-1"_s});
     EXPECT_EQ(items.added, 1) << Refusals(items).toStdString();
     EXPECT_EQ(items.library.name, u"企业清单"_s);
     EmbeddedHost host(m_project.Folder());
     host.SetLibrary(LibraryRole::Bill, u"企标-1"_s);
-    EXPECT_TRUE(host.Roles().libraries->IsInQdk(u"A00001"_s));
+    EXPECT_TRUE(host.Roles().libraries->IsInQdk(u"A000000001"_s));
     EXPECT_EQ(host.Contents().bills.size(), 1U);
 }
 
@@ -99,11 +100,12 @@ TEST_F(LibraryListImport, CodesThatDifferOnlyByLetterCaseAreRefused)
 TEST_F(LibraryListImport, LibrariesThatShareItemsMustAgree)
 {
     const ImportReport report = ImportLibraries(u"de,A,名,,,,,DEMO-QDDE-2024,GB50500-2008\n"
-                                                "qd,B,名,,,8,3,GB50856-2013,\n"
+                                                "qd,B,名,,,12,3,GB50856-2013,\n"
                                                 "qd,C,名,,,9,3,GB50856-2013,\n"_s);
     ASSERT_EQ(report.refused.size(), 2) << Refusals(report).toStdString();
     EXPECT_TRUE(report.refused[0].line == 2 && report.refused[0].reason.contains(u"DEMO-QDDE-2024"_s));
-    EXPECT_EQ(report.refused[1].line, 3);
+    EXPECT_TRUE(report.refused[0].reason.contains(u"指引的清单库必须相同"_s));
+    EXPECT_TRUE(report.refused[1].line == 3 && report.refused[1].reason.contains(u"，编号位数必须相同"_s));
 }
 
 TEST_F(LibraryListImport, LibraryInUseIsNeitherRemovedNorGivenAnotherRole)
@@ -168,6 +170,17 @@ TEST_F(LibraryListImport, NewOrderChangesNoProjectThatHasStoredNoChoice)
     const EmbeddedHost host(m_project.Folder());
     EXPECT_EQ(host.LibrariesOf(LibraryRole::Bill).first().code, u"GB50500-2008"_s);
     EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), u"GB50856-2013"_s);
+}
+
+TEST_F(LibraryListImport, RefusedFileStoresNoChoiceInTheProject)
+{
+    m_project.Sql(u"project.ktqd"_s, u"DELETE FROM settings WHERE name LIKE 'library%'"_s);
+    CStringArray lines = Without({u",DEMO-DE-2024,"_s}).split(u'\n');
+    lines.swapItemsAt(1, 2);
+    ASSERT_FALSE(Import(TableKind::Libraries, lines.join(u'\n'), {.replace = true}).stored);
+    embedded::Database project(m_project.Path(u"project.ktqd"_s));
+    project.ForEach(u"SELECT name FROM settings WHERE name LIKE 'library%'"_s, {},
+                    [](const QSqlQuery& row) { ADD_FAILURE() << row.value(0).toString().toStdString(); });
 }
 
 TEST_F(LibraryListImport, TablesOfOneLibraryLeaveTheOthersAlone)

@@ -1,4 +1,4 @@
-#include "embedded/TestProject.h"
+#include "embedded/OldProject.h"
 #include "platform/Files.h"
 
 #include <QtCore/QProcess>
@@ -63,4 +63,34 @@ TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeMadeAnew)
     ASSERT_TRUE(platform::RealFileSystem().Remove(project.Path(u"app\\catalogue.db"_s)));
     const Crowd crowd(u"open"_s, project.Folder());
     EXPECT_EQ(crowd.Ended(0), Programs) << crowd.Messages().toStdString();
+}
+
+TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeRewritten)
+{
+    const test::TestProject project;
+    project.Create();
+    test::MakeOld(project);
+    const Crowd crowd(u"open"_s, project.Folder());
+    EXPECT_EQ(crowd.Ended(0), Programs) << crowd.Messages().toStdString();
+    EXPECT_EQ(embedded::EmbeddedHost(project.Folder()).Contents().bills.size(), 3U);
+}
+
+TEST(ManyProcesses, ProgramThatIsKilledWhileItRewritesACatalogueLosesNothing)
+{
+    const test::TestProject project;
+    project.Create();
+    test::MakeOld(project);
+    const CString name = test::TestProject::Below(u"app\\catalogue.db"_s);
+    const QByteArray old = project.Temp().ReadFile(name);
+    for (int milliseconds = 0; milliseconds < 80; milliseconds += 4) {
+        project.Temp().WriteFile(name, old);
+        QProcess program;
+        program.start(QString::fromUtf8(KTQDDE_OPENER), {u"open"_s, project.Folder()});
+        program.waitForFinished(milliseconds);
+        program.kill();
+        program.waitForFinished();
+        const embedded::EmbeddedHost host(project.Folder());
+        ASSERT_EQ(host.Contents().bills.size(), 3U) << milliseconds;
+        EXPECT_EQ(host.LibrariesOf(embedded::LibraryRole::Quota).size(), 2) << milliseconds;
+    }
 }

@@ -23,11 +23,18 @@ public:
 
 private:
     CArray<Library> Libraries() const;
+    CStringArray NumberRule(const ImportRow& row, const CString& role, const CStringArray& loaded) const;
     void CheckRoles(ImportReport& report) const;
     void CheckCodes(ImportReport& report) const;
     void CheckReferences(ImportReport& report) const;
     void CheckSharedItems(ImportReport& report) const;
+    void CheckNumbers(ImportReport& report) const;
+    void CheckItemsStay(ImportReport& report) const;
+    const Library* SuccessorOf(const Library& former, const CArray<Library>& libraries) const;
+    /// The numbers of the items that a library offers.
+    CStringArray Numbers(const Library& library) const;
     void DropItems(ImportReport& report);
+    void NoteNewLibraries(ImportReport& report) const;
     void FollowBillLibraries(ImportReport& report);
     void Refuse(const Library& library, const CString& reason, ImportReport& report) const;
 
