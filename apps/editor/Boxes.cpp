@@ -11,19 +11,22 @@ namespace editor {
 
 namespace {
 
-void SetUp(QMessageBox& box, const QString& text, const QString& details)
+std::unique_ptr<QMessageBox> MakeBox(QWidget* parent, const QString& text, const QString& details)
 {
-    box.setIcon(QMessageBox::Warning);
-    box.setWindowTitle(ProgramName());
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.setInformativeText(details);
+    auto box = std::make_unique<QMessageBox>(parent);
+    box->setIcon(QMessageBox::Warning);
+    box->setWindowTitle(ProgramName());
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setInformativeText(details);
+    return box;
 }
 
-void MakeDefault(QMessageBox& box, QPushButton* button)
+/// Shows a box; the role of the button that was pressed.
+QMessageBox::ButtonRole Ask(QMessageBox& box)
 {
-    box.setDefaultButton(button);
-    box.setEscapeButton(button);
+    box.exec();
+    return box.buttonRole(box.clickedButton());
 }
 
 } // namespace
@@ -45,29 +48,43 @@ bool AskYesNo(const CString& text)
                            ProgramName()}) == platform::Answer::Yes;
 }
 
+std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& nativePath,
+                                               const CString& state)
+{
+    auto box = MakeBox(parent, u"%1\n%2"_s.arg(nativePath, state),
+                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会在历史中留一份。"_s);
+    box->addButton(u"仍然打开(&O)"_s, QMessageBox::AcceptRole);
+    QPushButton* cancel = box->addButton(u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    return box;
+}
+
 bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state)
 {
-    QMessageBox box(parent);
-    SetUp(box, u"%1\n%2"_s.arg(nativePath, state),
-          u"打开后第一次保存就会替换这个文件原有的内容。打开之前会在历史中留一份。"_s);
-    const QPushButton* anyway = box.addButton(u"仍然打开(&O)"_s, QMessageBox::AcceptRole);
-    MakeDefault(box, box.addButton(u"取消"_s, QMessageBox::RejectRole));
-    box.exec();
-    return box.clickedButton() == anyway;
+    return Ask(*MakeOpenAnywayBox(parent, nativePath, state)) == QMessageBox::AcceptRole;
+}
+
+std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath)
+{
+    auto box = MakeBox(parent, u"给规则文件写文件头？\n%1"_s.arg(nativePath),
+                       u"写了文件头的文件不再是 XML，不能再编辑，也不能还原成规则文件。建议在副本上写。"_s);
+    box->setDefaultButton(box->addButton(u"写在副本上(&C)…"_s, QMessageBox::AcceptRole));
+    box->addButton(u"写在这个文件上(&O)"_s, QMessageBox::DestructiveRole);
+    box->setEscapeButton(box->addButton(u"取消"_s, QMessageBox::RejectRole));
+    return box;
 }
 
 HeadTarget AskHeadTarget(QWidget* parent, const CString& nativePath)
 {
-    QMessageBox box(parent);
-    SetUp(box, u"给规则文件写文件头？\n%1"_s.arg(nativePath),
-          u"写了文件头的文件不再是 XML，不能再编辑，也不能还原成规则文件。建议在副本上写。"_s);
-    QPushButton* copy = box.addButton(u"写在副本上(&C)…"_s, QMessageBox::AcceptRole);
-    const QPushButton* original = box.addButton(u"写在这个文件上(&O)"_s, QMessageBox::DestructiveRole);
-    box.setEscapeButton(box.addButton(u"取消"_s, QMessageBox::RejectRole));
-    box.setDefaultButton(copy);
-    box.exec();
-    if (box.clickedButton() == copy) return HeadTarget::Copy;
-    return box.clickedButton() == original ? HeadTarget::Original : HeadTarget::None;
+    switch (Ask(*MakeHeadTargetBox(parent, nativePath))) {
+    case QMessageBox::AcceptRole:
+        return HeadTarget::Copy;
+    case QMessageBox::DestructiveRole:
+        return HeadTarget::Original;
+    default:
+        return HeadTarget::None;
+    }
 }
 
 } // namespace editor

@@ -2,6 +2,9 @@
 
 #include "platform/Text.h"
 
+#include <memory>
+
+class QMessageBox;
 class QWidget;
 
 namespace editor {
@@ -18,10 +21,15 @@ bool AskYesNo(const CString& text);
 /// Reports a rule file that cannot be worked on safely, with the state in words. True when the user wants it
 /// opened in spite of that; the default is not to.
 bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state);
+/// Its box, not yet shown.
+std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& nativePath,
+                                               const CString& state);
 
 enum class HeadTarget { None, Copy, Original };
 
 /// Writing the head is one-way: asks whether it is to happen to a copy, to the file itself or not at all.
 HeadTarget AskHeadTarget(QWidget* parent, const CString& nativePath);
+/// Its box, not yet shown.
+std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath);
 
 } // namespace editor

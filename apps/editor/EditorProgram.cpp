@@ -4,6 +4,7 @@
 #include "editor/AppIcon.h"
 #include "editor/ChosenFile.h"
 #include "editor/CommandLine.h"
+#include "editor/FocusStyle.h"
 #include "editor/MainWindow.h"
 #include "editor/Project.h"
 #include "editor/Settings.h"
@@ -97,6 +98,7 @@ int RunWindow(const CommandLine& line, const RecentProjects& recent, const QStri
 int RunApplication(int& argc, char** argv)
 {
     const QApplication application(argc, argv);
+    ShowFocusInLists();
     QApplication::setWindowIcon(AppIcon());
     QGuiApplication::setDesktopFileName(
         u"ktqdde-editor"_s); // joins the window to its entry in menus and docks

@@ -3,7 +3,11 @@
 #include "editor/Boxes.h"
 #include "editor/Guard.h"
 #include "editor/LongStep.h"
+#include "editor/Project.h"
+#include "editor/RuleFileState.h"
 #include "editor/TextDifference.h"
+#include "editor/WatchedStep.h"
+#include "embedded/windows/TipDelegate.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -28,14 +32,32 @@ namespace editor {
 namespace {
 
 constexpr QSize FirstSize(900, 560);
-constexpr int ListWidth = 330;
+// In characters and lines, for a large font needs a larger window.
+constexpr QSize FirstText(104, 30);
+constexpr QSize LeastListSize(24, 8);
+constexpr int ListWidth = 56;
+/// About how many files restoring reads and changes.
+constexpr qint64 FilesOfRestore = 12;
 enum Column { TimeColumn, SizeColumn, IdColumn };
 
-QTreeWidgetItem* MakeRow(const embedded::HistoryEntry& entry, qsizetype size)
+QSize InPixels(const QFontMetrics& metrics, const QSize& characters)
+{
+    return {characters.width() * metrics.averageCharWidth(), characters.height() * metrics.lineSpacing()};
+}
+
+/// Letters of one width, as large as those of the window.
+QFont FixedFont(const QFont& font)
+{
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(font.pointSizeF());
+    return fixed;
+}
+
+QTreeWidgetItem* MakeRow(const embedded::HistoryEntry& entry)
 {
     auto* row = new QTreeWidgetItem;
     row->setText(TimeColumn, entry.time.toLocalTime().toString(u"yyyy-MM-dd HH:mm:ss"_s));
-    row->setText(SizeColumn, QLocale().formattedDataSize(size));
+    row->setText(SizeColumn, QLocale().formattedDataSize(FileSize(entry.copy)));
     row->setText(IdColumn, entry.id);
     return row;
 }
@@ -54,12 +76,13 @@ QWidget* Titled(const QString& title, QWidget* content)
 
 } // namespace
 
-HistoryWindow::HistoryWindow(QWidget* parent, const QString& projectFolder, const CString& ruleFile)
-    : QDialog(parent), m_history(embedded::ProjectFolder(projectFolder)), m_files(new QComboBox),
-      m_list(new QTreeWidget), m_difference(new QPlainTextEdit), m_restore(new QPushButton(u"还原(&R)"_s))
+HistoryWindow::HistoryWindow(QWidget* parent, Project& project, const CString& ruleFile)
+    : QDialog(parent), m_project(project), m_history(embedded::ProjectFolder(project.Folder())),
+      m_files(new QComboBox), m_list(new QTreeWidget), m_difference(new QPlainTextEdit),
+      m_restore(new QPushButton(u"还原(&R)"_s))
 {
     setWindowTitle(u"历史"_s);
-    resize(FirstSize);
+    resize(FirstSize.expandedTo(InPixels(fontMetrics(), FirstText)));
     Build();
     FillFiles(ruleFile);
     FillCopies();
@@ -69,16 +92,19 @@ void HistoryWindow::Build()
 {
     m_list->setHeaderLabels({u"时间"_s, u"大小"_s, u"编号"_s});
     m_list->setRootIsDecorated(false);
+    m_list->setMinimumSize(InPixels(fontMetrics(), LeastListSize));
+    m_list->setItemDelegate(new embedded::TipDelegate(m_list));
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_difference->setReadOnly(true);
     m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_difference->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_difference->setFont(FixedFont(font()));
     auto* splitter = new QSplitter;
     splitter->addWidget(Titled(u"留存的文件(&L)"_s, m_list));
     splitter->addWidget(Titled(u"从留存的文件到现在的文件，变了什么(&D)"_s, m_difference));
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({ListWidth, FirstSize.width() - ListWidth});
+    const int listWidth = InPixels(fontMetrics(), {ListWidth, 0}).width();
+    splitter->setSizes({listWidth, width() - listWidth});
     auto* form = new QFormLayout;
     form->addRow(u"规则文件(&F)："_s, m_files);
     auto* buttons = new QDialogButtonBox;
@@ -112,7 +138,7 @@ void HistoryWindow::FillCopies()
         const QSignalBlocker quiet(m_list);
         m_list->clear();
         for (const embedded::HistoryEntry& entry : m_copies)
-            m_list->addTopLevelItem(MakeRow(entry, m_history.Read(entry).size()));
+            m_list->addTopLevelItem(MakeRow(entry));
         m_list->setCurrentItem(m_list->topLevelItem(0));
     }
     ShowDifference();
@@ -124,11 +150,15 @@ void HistoryWindow::ShowDifference()
     m_restore->setEnabled(entry != nullptr);
     m_difference->setPlainText(u"还没有留存。每次打开配置或向导之前会留一份。"_s);
     if (entry == nullptr) return;
-    const QByteArray before = m_history.Read(*entry);
-    const QByteArray after = platform::Files().Read(entry->path).value_or(QByteArray());
     CString text;
-    RunLongStep(this, u"正在比较…"_s, [&](StepControl&) { text = DescribeDifference(before, after); });
-    m_difference->setPlainText(text);
+    const bool compared = RunLongStep(this, u"正在比较…"_s, [&, copy = *entry](StepControl& control) {
+        const QByteArray now = platform::Files().Read(copy.path).value_or(QByteArray());
+        const QByteArray before = m_history.Read(copy);
+        control.Check();
+        text = DescribeDifference(before, now);
+        control.Check();
+    });
+    m_difference->setPlainText(compared ? text : CString());
 }
 
 void HistoryWindow::Restore()
@@ -138,7 +168,14 @@ void HistoryWindow::Restore()
     if (!AskYesNo(
             u"把 %1 还原成 %2 的样子（现在的内容会留在历史中）"_s.arg(platform::ToNative(entry.path), time)))
         return;
-    m_history.Restore(entry);
+    // On this thread: what keeps a copy of a file before it is written may have to ask.
+    if (!RunWatched(this, m_project.Roles(),
+                    {u"正在还原…"_s,
+                     FilesOfRestore,
+                     {},
+                     [&] { m_history.Restore(entry); },
+                     IsLarge(entry.path) || IsLarge(entry.copy)}))
+        return;
     m_restored = true;
     FillCopies();
 }

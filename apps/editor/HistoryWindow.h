@@ -11,13 +11,16 @@ class QTreeWidget;
 
 namespace editor {
 
+class Project;
+
 /// The window over a project's history: lists the dated copies of a rule file, shows what differs between a
 /// copy and the file as it is now, and restores a copy. Restoring keeps the replaced state in the history.
 class HistoryWindow : public QDialog
 {
 public:
-    /// `ruleFile` is the path text of the file that is shown first.
-    HistoryWindow(QWidget* parent, const QString& projectFolder, const CString& ruleFile);
+    /// `project` must be the host and outlive this; `ruleFile` is the path text of the file that is shown
+    /// first.
+    HistoryWindow(QWidget* parent, Project& project, const CString& ruleFile);
 
     /// Whether a copy was restored.
     bool HasRestored() const { return m_restored; }
@@ -30,6 +33,7 @@ private:
     void Restore();
     const embedded::HistoryEntry* Selected() const;
 
+    Project& m_project;
     embedded::History m_history;
     CArray<embedded::HistoryEntry> m_copies;
     QComboBox* m_files;

@@ -11,7 +11,9 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
+#include <QtCore/QScopedValueRollback>
 #include <QtGui/QAction>
+#include <QtGui/QCloseEvent>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
 #include <QtWidgets/QMenu>
@@ -20,6 +22,7 @@
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QStatusBar>
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -47,8 +50,7 @@ MainWindow::MainWindow(RecentProjects recent)
 {
     setAcceptDrops(true);
     resize(FirstSize);
-    m_welcome =
-        new WelcomePage(m_actions, [this](const QString& folder) { RunGuarded([&] { Open(folder); }); });
+    m_welcome = new WelcomePage(m_actions, [this](const QString& folder) { OpenProject(folder); });
     m_panel = new ProjectPanel(
         m_actions, {.setMode = [this](auto mode) { SetMode(mode); },
                     .setSpec = [this](const CString& name) { SetSpec(name); },
@@ -87,7 +89,14 @@ void MainWindow::Connect()
 
 void MainWindow::On(QAction* action, void (MainWindow::*step)())
 {
-    connect(action, &QAction::triggered, this, [this, step] { RunGuarded([&] { (this->*step)(); }); });
+    connect(action, &QAction::triggered, this, [this, step] { RunAlone([&] { (this->*step)(); }); });
+}
+
+bool MainWindow::RunAlone(const std::function<void()>& step)
+{
+    if (m_isBusy) return false;
+    const QScopedValueRollback<bool> busy(m_isBusy, true);
+    return RunGuarded(step);
 }
 
 void MainWindow::ShowState()
@@ -115,8 +124,7 @@ void MainWindow::ShowRecent()
         QAction* action = menu.addAction(RecentText(entry).replace(u'&', u"&&"_s));
         action->setEnabled(entry.exists);
         vanished = vanished || !entry.exists;
-        connect(action, &QAction::triggered, this,
-                [this, folder = entry.folder] { RunGuarded([&] { Open(folder); }); });
+        connect(action, &QAction::triggered, this, [this, folder = entry.folder] { OpenProject(folder); });
     }
     menu.setEnabled(!entries.isEmpty());
     if (!vanished) return;
@@ -129,11 +137,11 @@ void MainWindow::ShowRecent()
 
 void MainWindow::EnableActions()
 {
-    const RuleFileState* file = m_project ? m_panel->Selected() : nullptr;
+    const auto file = m_project ? m_panel->Selected() : std::nullopt;
     m_actions.Enable({.project = m_project != nullptr,
-                      .file = file != nullptr,
-                      .existing = file != nullptr && file->kind != RuleFileKind::Missing,
-                      .rules = file != nullptr && file->kind == RuleFileKind::Rules});
+                      .file = file.has_value(),
+                      .existing = file && file->kind != RuleFileKind::Missing,
+                      .rules = file && file->kind == RuleFileKind::Rules});
 }
 
 void MainWindow::Tell(const QString& text)
@@ -148,8 +156,13 @@ void MainWindow::About()
     box.setIconPixmap(AppIcon().pixmap(64));
     box.setText(ProgramName() + u" " KTQDDE_VERSION ""_s);
     box.setInformativeText(u"维护构件自动套清单、定额的规则。\nMIT 许可。"_s);
-    box.addButton(QMessageBox::Ok)->setText(u"确定"_s);
+    box.addButton(u"确定"_s, QMessageBox::AcceptRole);
     box.exec();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(!m_isBusy);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -26,7 +26,8 @@ public:
     ~MainWindow() override;
 
     /// Opens the project in a folder and puts it first among the recent ones. False when it cannot be opened;
-    /// that has been shown and the former project is still open.
+    /// that has been shown and the former project is still open. A project that uses a library which is
+    /// missing is mended when the user chooses others.
     bool OpenProject(const QString& nativeFolder);
     /// The same with the sample project, which is made unless a project stands in the folder.
     bool OpenSample(const QString& nativeFolder);
@@ -36,14 +37,21 @@ public:
     const Actions& Commands() const { return m_actions; }
 
 protected:
+    /// Refused while a command is being worked on.
+    void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
     // Frame (MainWindow.cpp)
     void Connect();
-    /// Lets a command run a step of this window, guarded.
+    /// Lets a command run a step of this window, guarded and alone.
     void On(QAction* action, void (MainWindow::*step)());
+    /// Runs a step unless another is on its way. A step may bring up modal windows, but those keep only the
+    /// user's mouse and keys from this window: a desktop's own menu or an aid for the disabled reaches a
+    /// command all the same, which could end the project under the first step. False when the step did not
+    /// run or raised something, which has been shown.
+    bool RunAlone(const std::function<void()>& step);
     void ShowState();
     void ShowRecent();
     void EnableActions();
@@ -52,9 +60,11 @@ private:
 
     // Projects (MainWindowProjects.cpp)
     void NewProject();
-    void MakeProject(const QString& folder, const embedded::ProjectOptions& options);
+    /// False when the user has cancelled it.
+    bool MakeProject(const QString& folder, const embedded::ProjectOptions& options);
     void ChooseProject();
-    void Open(const QString& nativeFolder);
+    /// False when the project cannot be opened as it is and the user leaves it so.
+    bool Open(const QString& nativeFolder);
     void CloseProject();
     void SetMode(SQdDeInfo::EQdDeMode mode);
     void SetSpec(const CString& name);
@@ -62,11 +72,16 @@ private:
 
     // Rule files and data (MainWindowSteps.cpp)
     void ExamineRuleFiles();
+    /// Runs what may write rule files, and examines them afterwards unless it was cancelled: also when it
+    /// raises, for it may have written some by then.
+    StepEnd RunAndExamine(const std::function<StepEnd()>& step);
     void Configure();
     void RunWizard();
     void Refresh();
     void RefreshOther();
     void MakeCurrent(const CString& ruleFile);
+    /// Says which file is current instead.
+    void WarnUnlessCurrent(const CString& ruleFile);
     void RebuildAttributes();
     void WriteHead();
     void ShowHistory();
@@ -81,6 +96,7 @@ private:
     QStackedWidget* m_pages;
     WelcomePage* m_welcome;
     ProjectPanel* m_panel;
+    bool m_isBusy = false; ///< a command is being worked on
 };
 
 } // namespace editor

@@ -1,6 +1,7 @@
 #include "editor/MainWindow.h"
 
 #include "editor/Guard.h"
+#include "editor/LibraryRepair.h"
 #include "editor/LongStep.h"
 #include "editor/NewProjectDialog.h"
 #include "editor/Project.h"
@@ -35,18 +36,23 @@ QString ProposedFolder()
 
 bool MainWindow::OpenProject(const QString& nativeFolder)
 {
-    return RunGuarded([&] { Open(nativeFolder); });
+    bool opened = false;
+    RunAlone([&] { opened = Open(nativeFolder); });
+    return opened;
 }
 
 bool MainWindow::OpenSample(const QString& nativeFolder)
 {
-    return RunGuarded([&] {
+    bool opened = false;
+    RunAlone([&] {
         if (!embedded::IsProject(nativeFolder)) {
             QDir().mkpath(QFileInfo(nativeFolder).absolutePath());
-            sample::CreateSampleProject(nativeFolder);
+            if (!MakeProject(nativeFolder, sample::SampleOptions())) return;
+            sample::AddSampleRules(nativeFolder);
         }
-        Open(nativeFolder);
+        opened = Open(nativeFolder);
     });
+    return opened;
 }
 
 void MainWindow::NewProject()
@@ -56,17 +62,19 @@ void MainWindow::NewProject()
     // What was refused comes back, with what the user had entered.
     for (bool refused = true; refused;) {
         if (dialog.exec() != QDialog::Accepted) return;
-        refused = !RunGuarded([&] { MakeProject(dialog.Folder(), dialog.Options()); });
+        refused = !RunGuarded([&] {
+            if (MakeProject(dialog.Folder(), dialog.Options())) Open(dialog.Folder());
+        });
     }
 }
 
-void MainWindow::MakeProject(const QString& folder, const embedded::ProjectOptions& options)
+bool MainWindow::MakeProject(const QString& folder, const embedded::ProjectOptions& options)
 {
     const bool made = RunLongStep(this, u"正在新建工程…"_s, [&](StepControl& control) {
         embedded::CreateProject(folder, options, control.AsProgress());
     });
-    if (!made) return Tell(u"已取消新建"_s);
-    Open(folder);
+    if (!made) Tell(u"已取消新建"_s);
+    return made;
 }
 
 void MainWindow::ChooseProject()
@@ -76,16 +84,19 @@ void MainWindow::ChooseProject()
     if (!folder.isEmpty()) Open(folder);
 }
 
-void MainWindow::Open(const QString& nativeFolder)
+bool MainWindow::Open(const QString& nativeFolder)
 {
-    auto project = std::make_unique<Project>(nativeFolder);
+    auto project = OpenOrMend(this, nativeFolder);
+    if (!project) return false;
     m_project.reset();
     m_project = std::move(project);
     m_project->BecomeHost(this);
     m_recent.Add(m_project->Folder());
     ShowState();
+    m_panel->setFocus();
     ExamineRuleFiles();
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+    return true;
 }
 
 void MainWindow::CloseProject()
@@ -98,19 +109,19 @@ void MainWindow::CloseProject()
 // The panel shows the project's own answer also when the change was refused.
 void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
 {
-    RunGuarded([&] { m_project->SetMode(mode); });
+    RunAlone([&] { m_project->SetMode(mode); });
     ShowState();
 }
 
 void MainWindow::SetSpec(const CString& name)
 {
-    RunGuarded([&] { m_project->SetSpec(name); });
+    RunAlone([&] { m_project->SetSpec(name); });
     ShowState();
 }
 
 void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
 {
-    const bool set = RunGuarded([&] { m_project->SetLibrary(role, code); });
+    const bool set = RunAlone([&] { m_project->SetLibrary(role, code); });
     ShowState();
     if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
 }

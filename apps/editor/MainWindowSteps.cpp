@@ -1,17 +1,21 @@
 #include "editor/MainWindow.h"
 
+#include "editor/Boxes.h"
 #include "editor/ChosenFile.h"
 #include "editor/HistoryWindow.h"
 #include "editor/LongStep.h"
 #include "editor/Project.h"
 #include "editor/ProjectPanel.h"
 #include "editor/TransferDialog.h"
+#include "embedded/data/Error.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +36,21 @@ QString EndText(WizardEnd end)
         break;
     }
     return u"向导结束：取消"_s;
+}
+
+/// Whether two path texts name the same file, be it by a link.
+bool IsSameFile(const CString& left, const CString& right)
+{
+    return left == right || QFileInfo(platform::ToNative(left)) == QFileInfo(platform::ToNative(right));
+}
+
+/// A table is never meant to stand in the place of a rule file. Nor could that one be kept: whoever is asked
+/// when no copy can be made must not be asked from another thread.
+void RefuseRuleFile(const QString& nativeFile)
+{
+    if (!nativeFile.endsWith(u".xml"_s, Qt::CaseInsensitive)) return;
+    throw embedded::Error(
+        u"%1：不能导出到 .xml 文件，请换一个文件名"_s.arg(QDir::toNativeSeparators(nativeFile)));
 }
 
 } // namespace
@@ -66,22 +85,36 @@ void MainWindow::ExamineRuleFiles()
                      : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(states.size()).arg(unsafe));
 }
 
+StepEnd MainWindow::RunAndExamine(const std::function<StepEnd()>& step)
+{
+    StepEnd end = StepEnd::Refused;
+    try {
+        end = step();
+    } catch (...) {
+        ExamineRuleFiles();
+        throw;
+    }
+    if (end != StepEnd::Cancelled) ExamineRuleFiles();
+    return end;
+}
+
 void MainWindow::Configure()
 {
-    const bool done = Steps().Configure();
-    ExamineRuleFiles();
-    if (done) Tell(u"配置已保存"_s);
+    TellEnd(RunAndExamine([&] { return Steps().Configure(); }), u"配置已保存"_s);
 }
 
 void MainWindow::RunWizard()
 {
     ModuleSteps steps = Steps();
-    const RuleFileState* selected = m_panel->Selected();
-    const CString file = selected == nullptr ? m_project->CurrentRuleFile() : selected->path;
+    const auto selected = m_panel->Selected();
+    const CString file = selected ? selected->path : m_project->CurrentRuleFile();
     WizardDialog dialog(this, steps.ProposedStart(file), m_project->RuleFiles());
     if (dialog.exec() != QDialog::Accepted) return;
-    const auto end = steps.RunWizard(dialog.Start());
-    ExamineRuleFiles();
+    std::optional<WizardEnd> end;
+    RunAndExamine([&] {
+        end = steps.RunWizard(dialog.Start());
+        return end ? StepEnd::Done : StepEnd::Refused;
+    });
     if (end) Tell(EndText(*end));
 }
 
@@ -99,9 +132,18 @@ void MainWindow::RefreshOther()
 
 void MainWindow::MakeCurrent(const CString& ruleFile)
 {
-    const StepEnd end = Steps().Refresh(ruleFile);
-    ExamineRuleFiles();
-    TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(ruleFile)));
+    const StepEnd end = RunAndExamine([&] { return Steps().Refresh(ruleFile); });
+    TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(m_project->CurrentRuleFile())));
+    if (end == StepEnd::Done) WarnUnlessCurrent(ruleFile);
+}
+
+// The module takes a file from anywhere, but the project remembers its name only.
+void MainWindow::WarnUnlessCurrent(const CString& ruleFile)
+{
+    const RuleFileState current = ExamineRuleFile(m_project->CurrentRuleFile());
+    if (IsSameFile(current.path, ruleFile)) return;
+    ShowWarning(u"工程只记住文件名，不会用文件夹以外的\n%1\n当前配置现在是\n%2（%3）"_s.arg(
+        platform::ToNative(ruleFile), platform::ToNative(current.path), current.Describe()));
 }
 
 void MainWindow::RebuildAttributes()
@@ -111,14 +153,12 @@ void MainWindow::RebuildAttributes()
 
 void MainWindow::WriteHead()
 {
-    const StepEnd end = Steps().WriteHead(m_panel->Selected()->path);
-    ExamineRuleFiles();
-    TellEnd(end, u"已写文件头"_s);
+    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_panel->Selected()->path); }), u"已写文件头"_s);
 }
 
 void MainWindow::ShowHistory()
 {
-    HistoryWindow window(this, m_project->Folder(), m_panel->Selected()->path);
+    HistoryWindow window(this, *m_project, m_panel->Selected()->path);
     window.exec();
     if (window.HasRestored()) ExamineRuleFiles();
 }
@@ -135,7 +175,7 @@ void MainWindow::ImportData()
     RunLongStep(this, u"正在导入…"_s, [&, folder = m_project->Folder()](StepControl& control) {
         report = embedded::Import(folder, kind, file, options, control.AsProgress());
     });
-    ShowImportReport(this, report);
+    MakeImportReport(this, report)->exec();
     if (report.stored) Open(m_project->Folder());
 }
 
@@ -145,6 +185,7 @@ void MainWindow::ExportData()
     if (dialog.exec() != QDialog::Accepted) return;
     const auto kind = dialog.Kind();
     const QString file = dialog.File();
+    RefuseRuleFile(file);
     const CString library = dialog.Options().library;
     const bool done =
         RunLongStep(this, u"正在导出…"_s, [&, folder = m_project->Folder()](StepControl& control) {

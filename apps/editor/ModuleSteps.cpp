@@ -1,17 +1,23 @@
 #include "editor/ModuleSteps.h"
 
 #include "editor/Boxes.h"
+#include "editor/BusyCursor.h"
 #include "editor/ChosenFile.h"
 #include "editor/LongStep.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 #include "presenter/RefreshAutoConfig.h"
+#include "store/WrappedFile.h"
+#include "xml/Dom.h"
 
-#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QTemporaryDir>
 #include <QtWidgets/QFileDialog>
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,33 +30,6 @@ namespace {
 constexpr qint64 FilesOfAttributes = 3;
 constexpr qint64 FilesOfRefresh = 20;
 constexpr qint64 FilesOfHead = 24;
-
-/// The module reads a file of this size in one go, without a piece of work in between at which a window could
-/// come, in about a tenth of a second.
-constexpr qint64 LargeSize = 8'000'000;
-
-bool IsLarge(const CString& path)
-{
-    return QFileInfo(platform::ToNative(path)).size() > LargeSize;
-}
-
-/// A file beside another one, for as long as this lives.
-class Draft
-{
-public:
-    explicit Draft(const CString& target)
-        : m_path(target + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s)
-    {
-    }
-    ~Draft() { platform::Files().Remove(m_path); }
-    Draft(const Draft&) = delete;
-    Draft& operator=(const Draft&) = delete;
-
-    const CString& Path() const { return m_path; }
-
-private:
-    CString m_path;
-};
 
 QByteArray ReadOrRaise(const CString& path)
 {
@@ -74,6 +53,25 @@ void Replace(const CString& path, const QByteArray& bytes)
     }
 }
 
+/// Whether the rules in a wrapped file hold the head of the mode and the libraries in use. Names alone would
+/// not tell editions apart, so codes are compared.
+bool HoldsHead(const QByteArray& wrapped, host::ILibraries& libraries, SQdDeInfo::EQdDeMode mode)
+{
+    const auto file = store::ParseWrapped(wrapped);
+    const xml::Document document = xml::Document::Create();
+    if (!file || !document.LoadBytes(file->content)) return false;
+    const xml::Element root = document.FirstChild().ToElement();
+    const bool isBills = mode == SQdDeInfo::BillMode;
+    const std::array head = {
+        std::pair(u"CalMode"_s, isBills ? u"清单版"_s : u"定额版"_s),
+        std::pair(u"BillGuid"_s, libraries.GetQdCode()),
+        std::pair(u"QuotaGuid"_s, isBills ? libraries.GetQdDeCode() : libraries.GetDeCode())};
+    return std::all_of(head.begin(), head.end(), [&root](const auto& attribute) {
+        CString value;
+        return root.GetAttribute(attribute.first, value) && value == attribute.second;
+    });
+}
+
 } // namespace
 
 ModuleSteps::ModuleSteps(QWidget* window, Project& project, Runner run)
@@ -83,17 +81,19 @@ ModuleSteps::ModuleSteps(QWidget* window, Project& project, Runner run)
         m_run = [this](const WatchedStep& step) { return RunWatched(m_window, m_project.Roles(), step); };
 }
 
-bool ModuleSteps::Configure()
+StepEnd ModuleSteps::Configure()
 {
-    const CString ruleFile = m_project.CurrentRuleFile();
-    if (!MayOpen(ruleFile) || !m_project.KeepCopy(ruleFile)) return false;
+    const StepEnd prepared = PrepareToOpen(m_project.CurrentRuleFile());
+    if (prepared != StepEnd::Done) return prepared;
+    const BusyUntilWindow busy; // a large file takes a while to read
     CAutoQdDeConfigFacade::StartQdDeConfig(m_window, CRect());
-    return true;
+    return StepEnd::Done;
 }
 
 std::optional<WizardEnd> ModuleSteps::RunWizard(const WizardStart& start)
 {
-    if (!MayOpen(start.ruleFile) || !m_project.KeepCopy(start.ruleFile)) return std::nullopt;
+    if (PrepareToOpen(start.ruleFile) != StepEnd::Done) return std::nullopt;
+    const BusyUntilWindow busy;
     const int end = CAutoQdDeConfigFacade::StartOnlineConfig(start.ruleFile, start.billFile, start.quotaFile,
                                                              start.note, start.allowBack, m_window);
     return static_cast<WizardEnd>(end);
@@ -107,7 +107,8 @@ WizardStart ModuleSteps::ProposedStart(const CString& ruleFile)
 StepEnd ModuleSteps::Refresh(const CString& ruleFile)
 {
     // The module opens the present configuration and saves it before it turns to the other file.
-    if (!MayOpen(m_project.CurrentRuleFile())) return StepEnd::Refused;
+    const StepEnd asked = AskToOpen(m_project.CurrentRuleFile());
+    if (asked != StepEnd::Done) return asked;
     CString message;
     bool taken = false;
     // Both files are read.
@@ -135,10 +136,14 @@ StepEnd ModuleSteps::WriteHead(const CString& ruleFile)
 {
     const CString target = AskForTarget(ruleFile);
     if (target.isEmpty()) return StepEnd::Refused;
-    const Draft draft(target);
+    // Away from the rule files: should this program be killed, nothing stays among them. The ending keeps the
+    // draft out of the history.
+    const QTemporaryDir folder;
+    if (!folder.isValid()) throw platform::FileError(ruleFile, folder.errorString());
+    const CString draft = platform::FromNative(folder.filePath(u"draft"_s));
     bool written = false;
-    if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft.Path(),
-                [&] { written = WriteHeadTo(ruleFile, target, draft.Path()); }, IsLarge(ruleFile)}))
+    if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft,
+                [&] { written = WriteHeadTo(ruleFile, target, draft); }, IsLarge(ruleFile)}))
         return StepEnd::Cancelled;
     return written ? StepEnd::Done : StepEnd::Refused;
 }
@@ -152,18 +157,32 @@ bool ModuleSteps::WriteHeadTo(const CString& ruleFile, const CString& target, co
     CAutoQdDeConfigFacade::WriteHead(draft);
     const QByteArray finished = ReadOrRaise(draft);
     if (finished == rules) throw platform::FileError(ruleFile, u"不是规则文件，没有写文件头"_s);
+    // The module passes over a head that it could not write, and wraps the file without.
+    if (!HoldsHead(finished, *m_project.Roles().libraries, m_project.Mode()))
+        throw platform::FileError(ruleFile, u"文件头写不成"_s);
     if (!m_project.KeepCopy(target)) return false;
     Replace(target, finished);
     return true;
 }
 
-bool ModuleSteps::MayOpen(const CString& ruleFile)
+StepEnd ModuleSteps::AskToOpen(const CString& ruleFile)
 {
     RuleFileState state;
-    if (!RunLongStep(m_window, u"正在检查规则文件…"_s,
-                     [&](StepControl&) { state = ExamineRuleFile(ruleFile); }))
-        return false;
-    return state.IsSafe() || AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe());
+    if (!RunLongStep(m_window, u"正在检查规则文件…"_s, [&](StepControl& control) {
+            state = ExamineRuleFile(ruleFile);
+            control.Check();
+        }))
+        return StepEnd::Cancelled;
+    const bool mayOpen =
+        state.IsSafe() || AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe());
+    return mayOpen ? StepEnd::Done : StepEnd::Refused;
+}
+
+StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)
+{
+    const StepEnd asked = AskToOpen(ruleFile);
+    if (asked != StepEnd::Done) return asked;
+    return m_project.KeepCopy(ruleFile) ? StepEnd::Done : StepEnd::Refused;
 }
 
 /// Empty when the user decided otherwise.
@@ -174,9 +193,11 @@ CString ModuleSteps::AskForTarget(const CString& ruleFile)
     if (target == HeadTarget::None) return {};
     const QString proposed =
         QDir::homePath() + u'/' + platform::BeforeLastStop(platform::FileNameOf(ruleFile)) + u".xml"_s;
-    const QString file =
-        QFileDialog::getSaveFileName(m_window, u"写了文件头的副本"_s, proposed, u"规则文件 (*.xml)"_s);
-    return PathTextOf(file);
+    QFileDialog dialog(m_window, u"写了文件头的副本"_s, QFileInfo(proposed).path(), u"规则文件 (*.xml)"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"xml"_s);
+    dialog.selectFile(proposed);
+    return dialog.exec() == QDialog::Accepted ? PathTextOf(dialog.selectedFiles().value(0)) : CString();
 }
 
 } // namespace editor

@@ -32,11 +32,12 @@ public:
     /// Both must outlive this; the project must be the host. `window` owns the boxes; it may be null. Steps
     /// are run by `RunWatched` unless another runner is given.
     ModuleSteps(QWidget* window, Project& project, Runner run = {});
+    ModuleSteps(const ModuleSteps&) = delete;
+    ModuleSteps& operator=(const ModuleSteps&) = delete;
 
-    /// Runs the configuration dialog on the current configuration. False when the user kept away from a file
-    /// that cannot be read.
-    bool Configure();
-    /// Runs the wizard; nothing when the user kept away.
+    /// Runs the configuration dialog on the current configuration.
+    StepEnd Configure();
+    /// Runs the wizard; nothing when the user kept away from the file.
     std::optional<WizardEnd> RunWizard(const WizardStart& start);
     /// What the wizard is started with when nobody says otherwise.
     WizardStart ProposedStart(const CString& ruleFile);
@@ -49,7 +50,10 @@ public:
     StepEnd WriteHead(const CString& ruleFile);
 
 private:
-    bool MayOpen(const CString& ruleFile);
+    /// `Done` when the file may be opened.
+    StepEnd AskToOpen(const CString& ruleFile);
+    /// The same, with a copy in the history.
+    StepEnd PrepareToOpen(const CString& ruleFile);
     CString AskForTarget(const CString& ruleFile);
     bool WriteHeadTo(const CString& ruleFile, const CString& target, const CString& draft);
 

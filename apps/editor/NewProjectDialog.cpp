@@ -40,7 +40,8 @@ NewProjectDialog::NewProjectDialog(QWidget* parent, const QString& folder, const
     const auto billLibraries = embedded::ShippedLibraries(embedded::LibraryRole::Bill);
     FillLibraries(*m_billLibrary, billLibraries, billLibraries.value(0).code);
     ShowQuotaLibraries();
-    connect(m_mode, &QComboBox::currentIndexChanged, this, [this] { ShowQuotaLibraries(); });
+    for (const QComboBox* combo : {m_mode, m_billLibrary})
+        connect(combo, &QComboBox::currentIndexChanged, this, [this] { ShowQuotaLibraries(); });
     Build();
     m_folder->selectAll();
 }
@@ -92,7 +93,8 @@ SQdDeInfo::EQdDeMode NewProjectDialog::Mode() const
 void NewProjectDialog::ShowQuotaLibraries()
 {
     const auto libraries = embedded::ShippedLibraries(embedded::QuotaRole(Mode()));
-    FillLibraries(*m_quotaLibrary, libraries, libraries.value(0).code);
+    FillLibraries(*m_quotaLibrary, libraries,
+                  embedded::QuotaLibraryBeside(libraries, ChosenLibrary(*m_billLibrary)));
 }
 
 void NewProjectDialog::Browse()

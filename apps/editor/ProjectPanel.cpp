@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QEvent>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
@@ -26,6 +27,21 @@ namespace editor {
 namespace {
 
 enum Column { NameColumn, StateColumn };
+
+/// Keeps the wheel from a closed combo box: what is chosen is stored at once, so nobody is to choose by
+/// scrolling past. An open list takes the wheel by a widget of its own.
+class WheelGuard : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::Wheel) return false;
+        event->ignore(); // whatever stands around the box may scroll
+        return true;
+    }
+};
 
 /// A text that may be longer than its place; it never makes the window wider.
 QLabel* ValueLabel()
@@ -91,6 +107,15 @@ QGroupBox* ProjectPanel::MakeSettings()
     form->addRow(u"专业(&S)："_s, m_spec);
     form->addRow(u"清单库(&B)："_s, m_billLibrary);
     form->addRow(u"定额库(&Q)："_s, m_quotaLibrary);
+    auto* wheel = new WheelGuard(this);
+    for (QComboBox* combo : {m_mode, m_spec, m_billLibrary, m_quotaLibrary})
+        combo->installEventFilter(wheel);
+    ConnectSettings();
+    return box;
+}
+
+void ProjectPanel::ConnectSettings()
+{
     connect(m_mode, &QComboBox::currentIndexChanged, this,
             [this] { m_wishes.setMode(static_cast<SQdDeInfo::EQdDeMode>(m_mode->currentData().toInt())); });
     connect(m_spec, &QComboBox::currentTextChanged, this,
@@ -99,7 +124,6 @@ QGroupBox* ProjectPanel::MakeSettings()
             [this] { m_wishes.setLibrary(embedded::LibraryRole::Bill, ChosenLibrary(*m_billLibrary)); });
     connect(m_quotaLibrary, &QComboBox::currentIndexChanged, this,
             [this] { m_wishes.setLibrary(m_quotaRole, ChosenLibrary(*m_quotaLibrary)); });
-    return box;
 }
 
 QWidget* ProjectPanel::MakeRuleFiles(const Actions& actions)
@@ -110,6 +134,7 @@ QWidget* ProjectPanel::MakeRuleFiles(const Actions& actions)
     m_files->setRootIsDecorated(false);
     m_files->setUniformRowHeights(true);
     m_files->setAccessibleName(u"规则文件"_s);
+    setFocusProxy(m_files);
     m_files->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
     connect(m_files, &QTreeWidget::currentItemChanged, this, [this] { m_wishes.selectionChanged(); });
     row->addWidget(m_files, 1);
@@ -140,8 +165,8 @@ void ProjectPanel::ShowProject(Project& project)
 
 void ProjectPanel::ShowRuleFiles(const QList<RuleFileState>& files)
 {
-    const RuleFileState* const selected = Selected();
-    const CString former = selected == nullptr ? CString() : selected->path;
+    const auto selected = Selected();
+    const CString former = selected ? selected->path : CString();
     m_states = files;
     {
         const QSignalBlocker quiet(m_files);
@@ -157,10 +182,11 @@ void ProjectPanel::ShowRuleFiles(const QList<RuleFileState>& files)
     m_wishes.selectionChanged();
 }
 
-const RuleFileState* ProjectPanel::Selected() const
+std::optional<RuleFileState> ProjectPanel::Selected() const
 {
     const int row = m_files->indexOfTopLevelItem(m_files->currentItem());
-    return row < 0 ? nullptr : &m_states[row];
+    if (row < 0) return std::nullopt;
+    return m_states[row];
 }
 
 } // namespace editor

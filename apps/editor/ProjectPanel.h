@@ -7,6 +7,7 @@
 #include <QtWidgets/QWidget>
 
 #include <functional>
+#include <optional>
 
 class QComboBox;
 class QGroupBox;
@@ -39,11 +40,13 @@ public:
     /// selected is there again.
     void ShowRuleFiles(const QList<RuleFileState>& files);
 
-    /// The state of the selected rule file; null when none is selected.
-    const RuleFileState* Selected() const;
+    /// The state of the selected rule file; nothing when none is selected. A copy: whoever shows the rule
+    /// files anew replaces the states.
+    std::optional<RuleFileState> Selected() const;
 
 private:
     QGroupBox* MakeSettings();
+    void ConnectSettings();
     QWidget* MakeRuleFiles(const Actions& actions);
 
     Wishes m_wishes;

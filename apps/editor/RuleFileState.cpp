@@ -7,12 +7,15 @@
 #include "xml/Dom.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace editor {
 
 namespace {
+
+constexpr qint64 LargeSize = 8'000'000;
 
 RuleFileState Unreadable(const CString& path, const xml::LoadReason& reason)
 {
@@ -61,6 +64,16 @@ RuleFileState ExamineRuleFile(const CString& path)
     CString reason;
     const auto bytes = platform::Files().Read(path, &reason);
     return bytes ? ExamineBytes(path, *bytes) : Unreadable(path, {.line = 0, .column = 0, .text = reason});
+}
+
+qint64 FileSize(const CString& path)
+{
+    return QFileInfo(platform::ToNative(path)).size();
+}
+
+bool IsLarge(const CString& path)
+{
+    return FileSize(path) > LargeSize;
 }
 
 } // namespace editor

@@ -34,4 +34,11 @@ struct RuleFileState
 /// file holds.
 RuleFileState ExamineRuleFile(const CString& path);
 
+/// How many bytes a file holds; 0 when there is none.
+qint64 FileSize(const CString& path);
+
+/// Whether a step that reads or writes the file may take long without a piece of work in between at which a
+/// window could come. Up to this size that is about a tenth of a second.
+bool IsLarge(const CString& path);
+
 } // namespace editor

@@ -147,21 +147,21 @@ CString DescribeImport(const embedded::ImportReport& report)
     return (lines + report.notes).join(u'\n');
 }
 
-void ShowImportReport(QWidget* parent, const embedded::ImportReport& report)
+std::unique_ptr<QDialog> MakeImportReport(QWidget* parent, const embedded::ImportReport& report)
 {
-    QDialog dialog(parent);
-    dialog.setWindowTitle(u"导入结果"_s);
-    dialog.resize(ReportSize);
+    auto dialog = std::make_unique<QDialog>(parent);
+    dialog->setWindowTitle(u"导入结果"_s);
+    dialog->resize(ReportSize);
     auto* text = new QPlainTextEdit(DescribeImport(report));
     text->setReadOnly(true);
     text->setAccessibleName(u"导入结果"_s);
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(u"关闭"_s, QDialogButtonBox::AcceptRole)->setDefault(true);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&dialog] { dialog.accept(); });
-    auto* column = new QVBoxLayout(&dialog);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, dialog.get(), [&box = *dialog] { box.accept(); });
+    auto* column = new QVBoxLayout(dialog.get());
     column->addWidget(text, 1);
     column->addWidget(buttons);
-    dialog.exec();
+    return dialog;
 }
 
 } // namespace editor

@@ -4,6 +4,8 @@
 
 #include <QtWidgets/QDialog>
 
+#include <memory>
+
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
@@ -45,7 +47,7 @@ private:
 /// refused why.
 CString DescribeImport(const embedded::ImportReport& report);
 
-/// Shows a report that may be long.
-void ShowImportReport(QWidget* parent, const embedded::ImportReport& report);
+/// The box of a report, which may be long; not yet shown.
+std::unique_ptr<QDialog> MakeImportReport(QWidget* parent, const embedded::ImportReport& report);
 
 } // namespace editor

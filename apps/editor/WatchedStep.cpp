@@ -1,9 +1,10 @@
 #include "editor/WatchedStep.h"
 
+#include "editor/BusyCursor.h"
 #include "editor/StepWatch.h"
+#include "platform/Messages.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtGui/QGuiApplication>
 
 #include <optional>
 
@@ -13,25 +14,20 @@ namespace editor {
 
 namespace {
 
-/// Shows that the window is busy.
-class BusyCursor
-{
-public:
-    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-};
-
-/// What the user sees of a step: a busy cursor first, then the window.
+/// What the user sees of a step: a busy cursor first, then the window. A message of the step's is shown under
+/// the usual cursor, and the time that the user takes to answer does not count.
 class Display
 {
 public:
     Display(QWidget* parent, const WatchedStep& step, std::chrono::milliseconds quiet)
-        : m_step(step), m_quiet(step.isLong ? 0ms : quiet), m_window(parent, step.text, m_control)
+        : m_step(step), m_quiet(step.isLong ? 0ms : quiet), m_window(parent, step.text, m_control),
+          m_show(platform::InstallMessageHandler([this](const auto& message) { return Show(message); }))
     {
         m_busy.emplace();
     }
+    ~Display() { platform::InstallMessageHandler(m_show); }
+    Display(const Display&) = delete;
+    Display& operator=(const Display&) = delete;
 
     /// Raises `embedded::Cancelled`.
     void Look(bool mayStop)
@@ -47,10 +43,22 @@ public:
     }
 
 private:
+    platform::Answer Show(const platform::Message& message)
+    {
+        const bool wasBusy = m_busy.has_value();
+        m_busy.reset();
+        const platform::ScopedMessageHandler former(m_show);
+        const platform::Answer answer = platform::Show(message);
+        if (wasBusy) m_busy.emplace();
+        m_start = std::chrono::steady_clock::now();
+        return answer;
+    }
+
     const WatchedStep& m_step;
     std::chrono::milliseconds m_quiet;
     StepControl m_control;
     ProgressWindow m_window;
+    platform::MessageHandler m_show; ///< whoever shows messages but for this
     std::optional<BusyCursor> m_busy;
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
     qint64 m_done = 0;

@@ -1,6 +1,7 @@
 #include "editor/WelcomePage.h"
 
 #include "editor/Actions.h"
+#include "embedded/windows/TipDelegate.h"
 
 #include <QtCore/QDir>
 #include <QtGui/QAction>
@@ -57,6 +58,7 @@ WelcomePage::WelcomePage(const Actions& actions, std::function<void(const QStrin
     buttons->addStretch();
     column->addLayout(buttons);
     column->addWidget(Heading(u"最近的工程"_s, 1.0));
+    m_recent->setItemDelegate(new embedded::TipDelegate(m_recent));
     m_recent->setAccessibleName(u"最近的工程"_s);
     column->addWidget(m_recent, 1);
     connect(m_recent, &QListWidget::itemActivated, this,
@@ -71,6 +73,8 @@ void WelcomePage::ShowRecent(const QList<RecentProjects::Entry>& entries)
         item->setData(Qt::UserRole, entry.folder);
         if (!entry.exists) item->setFlags(item->flags() & ~Qt::ItemIsEnabled);
     }
+    if (entries.isEmpty())
+        (new QListWidgetItem(u"打开过的工程会列在这里"_s, m_recent))->setFlags(Qt::NoItemFlags);
 }
 
 QString RecentText(const RecentProjects::Entry& entry)

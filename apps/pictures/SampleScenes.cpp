@@ -148,7 +148,7 @@ std::unique_ptr<QWidget> MakeHistory(SampleOnShow& sample)
     QByteArray rules = platform::Files().Read(file).value_or(QByteArray());
     rules.replace("DN20", "DN25");
     platform::Files().WriteInPlace(file, rules);
-    return std::make_unique<editor::HistoryWindow>(nullptr, sample.Folder(), file);
+    return std::make_unique<editor::HistoryWindow>(nullptr, sample.Project(), file);
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 #include "AutoConfigScenes.h"
 #include "ControlScenes.h"
 #include "DialogScenes.h"
+#include "EditorScenes.h"
 #include "HostWindowScenes.h"
 #include "SampleScenes.h"
 #include "WizardScenes.h"
+#include "editor/FocusStyle.h"
 #include "host/Installation.h"
 #include "platform/Console.h"
 
@@ -54,6 +56,13 @@ bool TakeSample(Take take, const QString& folder)
     return TakeEach(SampleScenes(sample), take, folder);
 }
 
+/// What the documents do not show of the editor.
+bool TakeEditor(const QString& folder)
+{
+    SampleOnShow sample;
+    return TakeEach(EditorScenes(sample), TakePictures, folder);
+}
+
 /// The documents show the sample project, and the host's windows on a project of theirs.
 bool TakeForDocuments(const QString& folder)
 {
@@ -91,6 +100,7 @@ int main(int argc, char** argv)
     TakeLargeScreen(screen);
     const QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    editor::ShowFocusInLists();
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool documents = arguments.removeAll(u"--documents"_s) > 0;
     if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
@@ -102,7 +112,8 @@ int main(int argc, char** argv)
         platform::WriteErr(u"cannot make the folder %1\n"_s.arg(folder));
         return 1;
     }
-    const bool done =
-        documents ? TakeForDocuments(folder) : TakeOthers(folder) && TakeSample(TakePictures, folder);
+    const bool done = documents
+                          ? TakeForDocuments(folder)
+                          : TakeOthers(folder) && TakeSample(TakePictures, folder) && TakeEditor(folder);
     return done ? 0 : 1;
 }

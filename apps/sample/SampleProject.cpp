@@ -1,6 +1,5 @@
 #include "sample/SampleProject.h"
 
-#include "embedded/data/EmbeddedHost.h"
 #include "host/Installation.h"
 #include "platform/Files.h"
 #include "presenter/CQdDeConfigPresenter.h"
@@ -38,10 +37,20 @@ void WriteSample(const Sample& sample)
 
 void CreateSampleProject(const QString& nativeFolder)
 {
+    embedded::CreateProject(nativeFolder, SampleOptions());
+    AddSampleRules(nativeFolder);
+}
+
+embedded::ProjectOptions SampleOptions()
+{
     embedded::ProjectOptions options;
     options.spec = u"给排水"_s;
-    embedded::CreateProject(nativeFolder, options);
-    embedded::EmbeddedHost host(nativeFolder);
+    return options;
+}
+
+void AddSampleRules(const QString& nativeProject)
+{
+    embedded::EmbeddedHost host(nativeProject);
     const host::Installation installed = host::Install(host.Roles());
     InitResources();
     platform::Files().CreateFolder(store::RuleFolder());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "embedded/data/EmbeddedHost.h"
 
 #include <QtCore/QString>
 
@@ -12,5 +12,11 @@ namespace sample {
 /// what changes later is what a person changes. No host needs to be installed. Raises `embedded::Error` and
 /// `platform::FileError`, for a folder that holds a project among others.
 void CreateSampleProject(const QString& nativeFolder);
+
+/// The two parts of it, for whoever makes the project on another thread: what `embedded::CreateProject` is
+/// given, and the rule files, which the module writes into the new project on the thread of the installed
+/// host.
+embedded::ProjectOptions SampleOptions();
+void AddSampleRules(const QString& nativeProject);
 
 } // namespace sample

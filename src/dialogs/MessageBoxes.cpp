@@ -24,17 +24,18 @@ QMessageBox::Icon IconOf(platform::MessageKind kind)
     return QMessageBox::NoIcon;
 }
 
-// The captions are set here because the toolkit's own come in the language of whatever translation is loaded.
+// With captions of our own: those of the toolkit's standard buttons come in the language of whatever
+// translation is loaded, and on some desktops with icons that the buttons of the other windows have not.
 void AddButtons(QMessageBox& box, bool asks)
 {
     if (!asks) {
-        box.addButton(QMessageBox::Ok)->setText(u"确定"_s);
+        box.addButton(u"确定"_s, QMessageBox::AcceptRole);
         return;
     }
-    box.addButton(QMessageBox::Yes)->setText(u"是(&Y)"_s);
-    box.addButton(QMessageBox::No)->setText(u"否(&N)"_s);
-    box.setDefaultButton(QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
+    box.addButton(u"是(&Y)"_s, QMessageBox::YesRole);
+    QPushButton* no = box.addButton(u"否(&N)"_s, QMessageBox::NoRole);
+    box.setDefaultButton(no);
+    box.setEscapeButton(no);
 }
 
 } // namespace
@@ -58,9 +59,10 @@ platform::Answer ShowMessageBox(const platform::Message& message)
     box->show();
     box->raise();
     box->activateWindow();
-    const int pressed = box->exec();
+    box->exec();
     if (message.kind != platform::MessageKind::Question) return platform::Answer::Ok;
-    return pressed == QMessageBox::Yes ? platform::Answer::Yes : platform::Answer::No;
+    const bool agreed = box->buttonRole(box->clickedButton()) == QMessageBox::YesRole;
+    return agreed ? platform::Answer::Yes : platform::Answer::No;
 }
 
 MessageBoxes::MessageBoxes() : m_handler(ShowMessageBox) {}

@@ -4,11 +4,13 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
+#include <QtWidgets/QProxyStyle>
 #include <QtWidgets/QPushButton>
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +30,34 @@ auto ShowAndAct(const std::function<void(QMessageBox&)>& act, Shown show)
     return show();
 }
 
+QStringList Captions(const QMessageBox& box)
+{
+    QStringList captions;
+    for (const QAbstractButton* button : box.buttons())
+        captions.append(button->text());
+    return captions;
+}
+
+QPushButton& Button(const QMessageBox& box, QMessageBox::ButtonRole role)
+{
+    for (QAbstractButton* button : box.buttons())
+        if (box.buttonRole(button) == role) return *qobject_cast<QPushButton*>(button);
+    throw std::out_of_range("no button of that role");
+}
+
+/// The style of a desktop on which standard buttons have icons.
+class IconStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override
+    {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
 } // namespace
 
 TEST(MessageBoxes, WarningHasItsTextCaptionIconAndOneButton)
@@ -38,7 +68,7 @@ TEST(MessageBoxes, WarningHasItsTextCaptionIconAndOneButton)
             EXPECT_EQ(box.textFormat(), Qt::PlainText);
             EXPECT_EQ(box.windowTitle(), u"Norvasoft"_s);
             EXPECT_EQ(box.icon(), QMessageBox::Warning);
-            EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+            EXPECT_EQ(Captions(box), QStringList({u"确定"_s}));
             EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
         },
         [] { platform::ShowWarning(u"<b>不能</b>"_s); });
@@ -62,21 +92,32 @@ TEST(MessageBoxes, QuestionHasNoAsItsDefault)
 {
     ShowAndAct(
         [](QMessageBox& box) {
-            EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
-            EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+            EXPECT_EQ(Captions(box), QStringList({u"是(&Y)"_s, u"否(&N)"_s}));
+            EXPECT_EQ(box.defaultButton(), &Button(box, QMessageBox::NoRole));
             EXPECT_EQ(box.icon(), QMessageBox::Warning);
         },
         [] { platform::AskYesNo(u"覆盖"_s); });
 }
 
+TEST(MessageBoxes, ButtonsHaveNoIconsWhateverTheDesktop)
+{
+    const QString former = QApplication::style()->name();
+    QApplication::setStyle(new IconStyle);
+    for (const auto kind : {platform::MessageKind::Warning, platform::MessageKind::Question})
+        for (const QAbstractButton* button :
+             dialogs::MakeMessageBox({kind, u"a"_s, u"b"_s}, nullptr)->buttons())
+            EXPECT_TRUE(button->icon().isNull()) << button->text().toStdString();
+    QApplication::setStyle(former);
+}
+
 TEST(MessageBoxes, QuestionGivesTheButtonThatWasClicked)
 {
-    EXPECT_TRUE(
-        ShowAndAct([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton); },
-                   [] { return platform::AskYesNo(u"覆盖"_s); }));
-    EXPECT_FALSE(
-        ShowAndAct([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton); },
-                   [] { return platform::AskYesNo(u"覆盖"_s); }));
+    EXPECT_TRUE(ShowAndAct(
+        [](QMessageBox& box) { QTest::mouseClick(&Button(box, QMessageBox::YesRole), Qt::LeftButton); },
+        [] { return platform::AskYesNo(u"覆盖"_s); }));
+    EXPECT_FALSE(ShowAndAct(
+        [](QMessageBox& box) { QTest::mouseClick(&Button(box, QMessageBox::NoRole), Qt::LeftButton); },
+        [] { return platform::AskYesNo(u"覆盖"_s); }));
 }
 
 TEST(MessageBoxes, EnterEscapeAndTheCloseBoxAnswerNo)

@@ -3,11 +3,12 @@
 #include "editor/EditorFixture.h"
 #include "editor/Guard.h"
 #include "editor/StepWatch.h"
+#include "store/WrappedFile.h"
 #include "support/FaultyFileSystem.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
-#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
 
 #include <map>
 
@@ -73,6 +74,15 @@ protected:
         }
     }
 
+    /// Whether the head stands in a finished file.
+    bool HasHead(const CString& name) const
+    {
+        const auto file = store::ParseWrapped(m_folder.ReadFile(name));
+        if (!file) return false;
+        return file->content.contains(" CalMode=") && file->content.contains(" BillGuid=") &&
+               file->content.contains(" QuotaYear=");
+    }
+
     StepEnd HeadOnOriginal(editor::ModuleSteps& steps) const
     {
         const test::NextWindows user(
@@ -118,7 +128,7 @@ TEST_F(CancelledSteps, CancelledHeadOnACopyLeavesNoCopy)
     CancelEverywhere([&](editor::ModuleSteps& steps) {
         const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
                                       [&](QDialog& window) {
-                                          static_cast<QFileDialog&>(window).selectFile(Folder(u"copy.xml"_s));
+                                          window.findChild<QLineEdit*>()->setText(Folder(u"copy.xml"_s));
                                           window.accept();
                                       }});
         return steps.WriteHead(m_folder.Path(CurrentFile));
@@ -140,7 +150,9 @@ TEST_F(CancelledSteps, HeadThatFailsAtAnyWritePointLeavesTheFileAsItWas)
         bool done = false;
         editor::RunGuarded([&] { done = HeadOnOriginal(steps) == StepEnd::Done; });
         points = done ? files.WritePoints() : point + 2;
-        if (!done) {
+        if (done) {
+            EXPECT_TRUE(HasHead(CurrentFile)) << "point " << point;
+        } else {
             ++failures;
             EXPECT_EQ(m_folder.ReadFile(CurrentFile), before) << "point " << point;
         }

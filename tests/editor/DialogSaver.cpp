@@ -117,7 +117,7 @@ int main(int argc, char** argv)
         editor::ModuleSteps steps(nullptr, project);
         for (int run = 0; run < arguments.value(2).toInt(); ++run) {
             const User user(project);
-            if (!steps.Configure()) return 1;
+            if (steps.Configure() != editor::StepEnd::Done) return 1;
             Tell(u"saved "_s + ConfigurationOf(project.CurrentRuleFile()));
         }
         return 0;

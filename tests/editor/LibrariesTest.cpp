@@ -5,6 +5,7 @@
 #include "editor/NewProjectDialog.h"
 #include "editor/TransferDialog.h"
 #include "embedded/data/Database.h"
+#include "embedded/data/Library.h"
 
 #include <QtGui/QAction>
 #include <QtTest/QTest>
@@ -192,7 +193,8 @@ TEST_F(Libraries, NewProjectUsesTheChosenOnes)
     ASSERT_EQ(Project().Folder(), Folder(u"mine"_s));
     EXPECT_EQ(Project().LibraryInUse(LibraryRole::Bill), Bill2008);
     EXPECT_EQ(Project().LibraryInUse(LibraryRole::Quota), ShippedCodes(LibraryRole::Quota)[1]);
-    EXPECT_EQ(Project().LibraryInUse(LibraryRole::QuotaOfBills), ShippedCodes(LibraryRole::QuotaOfBills)[0]);
+    EXPECT_EQ(Project().LibraryInUse(LibraryRole::QuotaOfBills),
+              embedded::QuotaLibraryBeside(embedded::ShippedLibraries(LibraryRole::QuotaOfBills), Bill2008));
 }
 
 TEST_F(Libraries, TransferAsksForALibraryWhereATableHasOne)

@@ -13,6 +13,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
 using test::EditorWindow;
@@ -132,6 +133,24 @@ TEST_F(EditorWindow, VanishedProjectIsListedButCannotBeChosen)
     EXPECT_FALSE(m_window.findChild<QListWidget*>()->item(0)->flags().testFlag(Qt::ItemIsEnabled));
     menu.actions().last()->trigger();
     EXPECT_TRUE(Recent().Entries().isEmpty());
+}
+
+TEST_F(EditorWindow, EmptyListOfRecentProjectsTellsWhatItIsForAndOpensNothing)
+{
+    const auto& list = *m_window.findChild<QListWidget*>();
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_FALSE(list.item(0)->text().isEmpty());
+    EXPECT_EQ(list.item(0)->flags(), Qt::NoItemFlags);
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_TRUE(list.item(0)->flags().testFlag(Qt::ItemIsEnabled));
+}
+
+TEST_F(EditorWindow, OpenedProjectHasTheFocusOnItsRuleFiles)
+{
+    m_window.activateWindow();
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    EXPECT_EQ(m_window.focusWidget(), m_window.findChild<QTreeWidget*>());
 }
 
 TEST_F(EditorWindow, FolderDroppedOnTheWindowIsOpened)

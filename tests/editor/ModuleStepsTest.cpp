@@ -1,13 +1,15 @@
 #include "editor/ModuleSteps.h"
 
 #include "editor/EditorFixture.h"
-#include "editor/HistoryWindow.h"
 #include "embedded/data/History.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QAction>
-#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMessageBox>
+
+#include <type_traits>
 
 using namespace Qt::StringLiterals;
 using ::testing::HasSubstr;
@@ -16,6 +18,10 @@ namespace {
 
 const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 const QByteArray Damaged = "<a>\n  <b x=\"1\" x=\"2\"/>\n</a>";
+
+// Its runner works on it.
+static_assert(!std::is_copy_constructible_v<editor::ModuleSteps> &&
+              !std::is_move_constructible_v<editor::ModuleSteps>);
 
 /// The window on a project whose current rule file is the sample's.
 class RuleFileSteps : public test::EditorWindow
@@ -113,7 +119,7 @@ TEST_F(RuleFileSteps, HeadOnACopyKeepsWhatStoodThereWhateverItsName)
     m_folder.WriteFile(u"copy.dat"_s, "mine");
     const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
                                   [&](QDialog& window) {
-                                      static_cast<QFileDialog&>(window).selectFile(Folder(u"copy.dat"_s));
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"copy.dat"_s));
                                       // The question whether to replace the file comes within.
                                       QTimer::singleShot(0, &window, [&window] { window.accept(); });
                                   },
@@ -127,6 +133,41 @@ TEST_F(RuleFileSteps, HeadOnACopyKeepsWhatStoodThereWhateverItsName)
     EXPECT_EQ(history.Read(copies[0]), "mine");
 }
 
+TEST_F(RuleFileSteps, CopyThatIsNamedWithoutAnEndingIsAnXmlFile)
+{
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
+                                  [&](QDialog& window) {
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"copy"_s));
+                                      window.accept();
+                                  }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(editor::ExamineRuleFile(m_folder.Path(u"copy.xml"_s)).kind, editor::RuleFileKind::Wrapped);
+    EXPECT_FALSE(m_folder.Exists(u"copy"_s));
+}
+
+TEST_F(RuleFileSteps, HeadIsWrittenOnAFileOfTheLongestName)
+{
+    const CString name = u"project\\app\\自动套配置\\"_s + CString(251, u'x') + u".xml"_s;
+    const CString longest = m_folder.WriteFile(name, m_folder.ReadFile(CurrentFile));
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_EQ(steps.WriteHead(longest), editor::StepEnd::Done);
+    EXPECT_EQ(editor::ExamineRuleFile(longest).kind, editor::RuleFileKind::Wrapped);
+}
+
+TEST_F(RuleFileSteps, HeadTouchesNoFileBesideItsTarget)
+{
+    const CString beside =
+        CurrentFile + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
+    m_folder.WriteFile(beside, "mine");
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_TRUE(m_folder.Exists(beside));
+    EXPECT_EQ(m_folder.ReadFile(beside), "mine");
+}
+
 TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
 {
     const QByteArray before = m_folder.ReadFile(CurrentFile);
@@ -134,19 +175,6 @@ TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
     m_window.Commands().writeHead->trigger();
     ASSERT_TRUE(user.Done());
     EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
-}
-
-TEST_F(RuleFileSteps, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
-{
-    const QByteArray before = m_folder.ReadFile(CurrentFile);
-    embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).Keep(m_folder.Path(CurrentFile));
-    m_folder.WriteFile(CurrentFile, Damaged);
-    editor::HistoryWindow window(nullptr, Folder(u"project"_s), m_folder.Path(CurrentFile));
-    m_messages.PresetAnswer(platform::Answer::Yes);
-    test::PressButton(window, u"还原"_s);
-    EXPECT_TRUE(window.HasRestored());
-    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
-    EXPECT_EQ(Copies().size(), 2);
 }
 
 TEST_F(RuleFileSteps, RefreshMakesTheSelectedFileTheCurrentOne)

@@ -3,6 +3,7 @@
 #include "editor/EditorFixture.h"
 #include "editor/Project.h"
 #include "platform/Files.h"
+#include "platform/Messages.h"
 
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
@@ -60,6 +61,22 @@ TEST_F(StepUnderWindow, StepThatEndsWithinTheQuietTimeShowsTheBusyCursorOnly)
     };
     EXPECT_TRUE(Run(1, work, 1h));
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(StepUnderWindow, MessageOfTheStepStandsUnderTheUsualCursor)
+{
+    bool wasBusy = true;
+    const platform::ScopedMessageHandler user([&](const platform::Message&) {
+        wasBusy = QApplication::overrideCursor() != nullptr;
+        return platform::Answer::Yes;
+    });
+    const auto work = [&] {
+        EXPECT_TRUE(platform::AskYesNo(u"question"_s));
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+    };
+    EXPECT_TRUE(Run(1, work, 1h));
+    EXPECT_FALSE(wasBusy);
+    EXPECT_TRUE(platform::AskYesNo(u"question"_s)); // by the handler of before
 }
 
 TEST_F(StepUnderWindow, LongStepHasNoQuietTime)
