@@ -9,6 +9,8 @@
 #include <QtCore/QCryptographicHash>
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace embedded {
 
@@ -24,6 +26,10 @@ const CString ClockForm = u"HHmmss-zzz"_s;
 const CString InProject = u".\\"_s;
 
 constexpr qsizetype IdLength = 7;
+/// So many that the copies of a folder sort by name as by number for as long as the clock stands.
+constexpr int NumberDigits = 6;
+/// No project gets there by counting: a name with more was not given by us.
+constexpr qint64 LargestNumber = 1'000'000'000'000;
 /// Characters of a rule file's name that its folder shows; short enough for every file system.
 constexpr qsizetype ShownLength = 40;
 /// A part of a copy that is older than this belongs to a program that has ended.
@@ -35,25 +41,40 @@ CString Hash(const CString& text, qsizetype length)
     return CString::fromLatin1(hash.left(length));
 }
 
-/// The time in a name; invalid when the name is no copy's.
-QDateTime TimeOf(const CString& name)
+/// What the name of a copy says, without its ending: date, time and number, joined by hyphens. Programs of
+/// before wrote no number.
+struct Stamp
 {
+    QDateTime time; ///< invalid when the name is no copy's
+    qint64 number = 0;
+};
+
+Stamp StampOf(const CString& name)
+{
+    const CStringArray words = name.split(u'-');
+    if (words.size() != 3 && words.size() != 4) return {};
+    Stamp stamp;
+    if (words.size() == 4) {
+        stamp.number = words[3].toLongLong();
+        if (stamp.number <= 0 || stamp.number > LargestNumber) return {};
+    }
     // In two steps, for a time read as local time could fall into the hour that summer time leaves out.
-    const QDate date = QDate::fromString(name.section(u'-', 0, 0), DateForm);
-    const QTime clock = QTime::fromString(name.section(u'-', 1), ClockForm);
-    return QDateTime(date, clock, Qt::UTC);
+    const QDate date = QDate::fromString(words[0], DateForm);
+    const QTime clock = QTime::fromString(words[1] + u'-' + words[2], ClockForm);
+    stamp.time = QDateTime(date, clock, Qt::UTC);
+    return stamp;
 }
 
-CString NameOf(const QDateTime& time)
+CString NameOf(const Stamp& stamp)
 {
-    return time.date().toString(DateForm) + u'-' + time.time().toString(ClockForm);
+    return stamp.time.date().toString(DateForm) + u'-' + stamp.time.time().toString(ClockForm) +
+           u"-%1"_s.arg(stamp.number, NumberDigits, 10, QLatin1Char('0'));
 }
 
-HistoryEntry MakeEntry(const CString& folder, const CString& path, const QDateTime& time)
+HistoryEntry EntryOf(const CString& copy, const CString& path, const Stamp& stamp)
 {
-    const CString copy = folder + u'\\' + NameOf(time) + CopyEnding;
-    const CString key = platform::FileNameOf(folder) + u'\\' + platform::FileNameOf(copy);
-    return {Hash(key, IdLength), path, copy, time};
+    const CString key = platform::FileNameOf(platform::FolderOf(copy)) + u'\\' + platform::FileNameOf(copy);
+    return {Hash(key, IdLength), path, copy, stamp.time, stamp.number};
 }
 
 QByteArray ReadOrRaise(const CString& path)
@@ -83,29 +104,26 @@ bool WriteNew(const CString& path, const QByteArray& bytes)
     throw Error(platform::ToNative(path) + u"：历史副本写不成"_s);
 }
 
-void RemoveLeftParts(const CString& folder)
+void RemoveLeftParts(const CString& folder, const QDateTime& now)
 {
-    const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const CString& name : platform::Files().FindFiles(folder, PartEnding)) {
-        const QDateTime time = TimeOf(name.section(u'.', 0, 0));
+        const QDateTime time = StampOf(name.section(u'.', 0, 0)).time;
         if (time.isValid() && time.msecsTo(now) > PartLifetime)
             platform::Files().Remove(folder + u'\\' + name);
     }
 }
 
-bool IsOlder(const HistoryEntry& left, const HistoryEntry& right)
-{
-    return left.time < right.time;
-}
-
 bool IsNewer(const HistoryEntry& left, const HistoryEntry& right)
 {
-    return IsOlder(right, left);
+    // Two programs may take one number for copies of two files at the same moment; the rest gives these an
+    // order, the same for whoever looks.
+    return std::tie(left.number, left.time, left.copy) > std::tie(right.number, right.time, right.copy);
 }
 
 } // namespace
 
-History::History(const ProjectFolder& project) : m_project(project), m_root(project.Path() + u"\\history"_s)
+History::History(const ProjectFolder& project, Clock clock)
+    : m_project(project), m_root(project.Path() + u"\\history"_s), m_clock(std::move(clock))
 {
 }
 
@@ -136,8 +154,8 @@ CArray<HistoryEntry> History::ListFolder(const CString& folder) const
     // A folder whose path was changed by hand would lead a restoring to the wrong file.
     if (path.isEmpty() || FolderOf(path) != folder) return entries;
     for (const CString& name : platform::Files().FindFiles(folder, CopyEnding)) {
-        const QDateTime time = TimeOf(name.chopped(CopyEnding.size()));
-        if (time.isValid()) entries.append(MakeEntry(folder, path, time));
+        const Stamp stamp = StampOf(name.chopped(CopyEnding.size()));
+        if (stamp.time.isValid()) entries.append(EntryOf(folder + u'\\' + name, path, stamp));
     }
     std::sort(entries.begin(), entries.end(), IsNewer);
     return entries;
@@ -153,7 +171,7 @@ CArray<HistoryEntry> History::ListAll() const
     CArray<HistoryEntry> entries;
     for (const CString& name : platform::Files().FindFolders(m_root))
         entries += ListFolder(m_root + u'\\' + name);
-    std::stable_sort(entries.begin(), entries.end(), IsNewer);
+    std::sort(entries.begin(), entries.end(), IsNewer);
     return entries;
 }
 
@@ -189,21 +207,22 @@ std::optional<HistoryEntry> History::Store(const CString& path)
     const CString folder = FolderOf(path);
     EnsureFolder(m_root);
     EnsureFolder(folder);
-    RemoveLeftParts(folder);
+    RemoveLeftParts(folder, m_clock());
     if (!platform::Files().Exists(folder + PathFile))
         WriteNew(folder + PathFile, Stored(path).toUtf8() + '\n');
-    QDateTime time = QDateTime::currentDateTimeUtc();
-    if (!former.isEmpty()) time = std::max(time, former.first().time.addMSecs(1));
-    return StoreAs(MakeEntry(folder, path, time), bytes);
+    return StoreNext(path, bytes);
 }
 
-/// Stores under the first free time from that of `first` on, for which no other copy of the project has the
-/// same id.
-HistoryEntry History::StoreAs(const HistoryEntry& first, const QByteArray& bytes)
+/// Stores under the next number of the project. Another program may have taken it for the same file since,
+/// and an id of another copy may come out the same: then the one after it.
+HistoryEntry History::StoreNext(const CString& path, const QByteArray& bytes)
 {
     const CArray<HistoryEntry> all = ListAll();
-    for (HistoryEntry entry = first;;
-         entry = MakeEntry(platform::FolderOf(first.copy), first.path, entry.time.addMSecs(1))) {
+    Stamp stamp{m_clock(), all.isEmpty() ? 0 : all.first().number};
+    for (;;) {
+        ++stamp.number;
+        const CString copy = FolderOf(path) + u'\\' + NameOf(stamp) + CopyEnding;
+        const HistoryEntry entry = EntryOf(copy, path, stamp);
         const bool taken = std::any_of(all.begin(), all.end(),
                                        [&](const HistoryEntry& other) { return other.id == entry.id; });
         if (!taken && WriteNew(entry.copy, bytes)) return entry;

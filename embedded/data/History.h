@@ -6,6 +6,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
 
+#include <functional>
 #include <optional>
 
 namespace embedded {
@@ -16,7 +17,8 @@ struct HistoryEntry
     CString id;     ///< seven hexadecimal digits by which a person names it; unique in the project
     CString path;   ///< path text of the rule file
     CString copy;   ///< path text of the copy
-    QDateTime time; ///< when it was made, UTC
+    QDateTime time; ///< when it was made by the clock of the machine, UTC; says nothing about the order
+    qint64 number; ///< counts the copies of the project from 1; 0 in those of programs that did not count yet
 };
 
 /// Dated copies of rule files, in the folder "history" of the project. The module writes rule files in place
@@ -25,16 +27,20 @@ struct HistoryEntry
 /// so that a project may be moved), and one ".xml" a copy, byte for byte what the file held, readable or not.
 ///
 /// A copy gets its name only when all of it is on the disk, so that a copy that stands there is whole
-/// whatever happened. Several programs may keep copies at once. The copies of a file are ordered by their
-/// time, which never goes back: a clock that does is overruled. All paths are path texts. Failures raise
-/// `Error`.
+/// whatever happened. Several programs may keep copies at once. The copies of a project are ordered by a
+/// number that the name bears behind the time, one higher than any that is there: a clock may tick coarsely,
+/// stand or be set back. Copies of before, which have none, are older than those that do, and stand among
+/// themselves by their time. All paths are path texts. Failures raise `Error`.
 class History
 {
 public:
     static constexpr int DefaultLimit = 50;
     static constexpr int LargestLimit = 100000;
 
-    explicit History(const ProjectFolder& project);
+    /// Tells the time, UTC.
+    using Clock = std::function<QDateTime()>;
+
+    explicit History(const ProjectFolder& project, Clock clock = QDateTime::currentDateTimeUtc);
 
     /// Keeps a copy of a rule file and then removes the oldest copies beyond the limit. Gives the new copy;
     /// nothing when the file does not exist, holds what the last copy holds, or the limit is 0. The file is
@@ -65,11 +71,12 @@ private:
     CString FolderOf(const CString& path) const;
     CArray<HistoryEntry> ListFolder(const CString& name) const;
     std::optional<HistoryEntry> Store(const CString& path);
-    HistoryEntry StoreAs(const HistoryEntry& first, const QByteArray& bytes);
+    HistoryEntry StoreNext(const CString& path, const QByteArray& bytes);
     void Prune(const CString& path, int limit);
 
     ProjectFolder m_project;
     CString m_root;
+    Clock m_clock;
 };
 
 } // namespace embedded

@@ -18,6 +18,7 @@ using test::TestProject;
 namespace {
 
 const CString RuleFile = u"app\\规则.xml"_s;
+const QDateTime Noon(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
 
 class HistoryTest : public ::testing::Test
 {
@@ -25,6 +26,16 @@ protected:
     HistoryTest() { m_project.Create(); }
 
     History Open() const { return History(embedded::ProjectFolder(m_project.Folder())); }
+    /// With a clock that stands at that time.
+    History OpenAt(const QDateTime& time) const
+    {
+        return History(embedded::ProjectFolder(m_project.Folder()), [time] { return time; });
+    }
+    HistoryEntry KeepAt(const QDateTime& time, const CString& file, const QByteArray& bytes) const
+    {
+        const CString path = m_project.Temp().WriteFile(TestProject::Below(file), bytes);
+        return OpenAt(time).Keep(path).value();
+    }
     CString Path() const { return m_project.Path(RuleFile); }
     void Write(const QByteArray& bytes) const
     {
@@ -74,15 +85,13 @@ TEST_F(HistoryTest, KeepsNothingThatTheLastCopyHoldsAndNothingOfAMissingFile)
     EXPECT_EQ(Kept().size(), 3);
 }
 
-TEST_F(HistoryTest, ManyCopiesAtOnceHaveIdsAndTimesOfTheirOwn)
+TEST_F(HistoryTest, ManyCopiesAtOnceHaveIdsAndNumbersOfTheirOwn)
 {
     QSet<CString> ids;
-    QDateTime last;
     for (int copy = 0; copy < 40; ++copy) {
         const auto entry = WriteAndKeep(QByteArray::number(copy));
         ASSERT_TRUE(entry.has_value());
-        EXPECT_TRUE(!last.isValid() || entry->time > last);
-        last = entry->time;
+        EXPECT_EQ(entry->number, copy + 1);
         ids.insert(entry->id);
         EXPECT_EQ(Open().Find(entry->id.toUpper()).copy, entry->copy);
     }
@@ -90,12 +99,62 @@ TEST_F(HistoryTest, ManyCopiesAtOnceHaveIdsAndTimesOfTheirOwn)
     EXPECT_EQ(Kept().first(), "39");
 }
 
+TEST_F(HistoryTest, ClockThatStandsLeavesTheOrderOfAllCopiesRight)
+{
+    CArray<CString> expected;
+    for (int copy = 0; copy < 20; ++copy) {
+        // So that neither the order of the names nor of the folders happens to be the right one.
+        const CString file = u"app\\%1.xml"_s.arg(QChar(u'a' + copy * 7 % 5));
+        expected.prepend(KeepAt(Noon, file, QByteArray::number(copy)).id);
+    }
+    CArray<CString> listed;
+    for (const HistoryEntry& entry : Open().ListAll()) {
+        EXPECT_EQ(entry.time, Noon);
+        listed.append(entry.id);
+    }
+    EXPECT_EQ(listed, expected);
+}
+
 TEST_F(HistoryTest, ClockThatWentBackDoesNotChangeTheOrder)
 {
-    RenameCopy(*WriteAndKeep("future"), u"29990101-000000-000"_s);
-    const auto next = WriteAndKeep("now");
-    EXPECT_EQ(Kept(), (QList<QByteArray>{"now", "future"}));
-    EXPECT_EQ(next->time, QDateTime(QDate(2999, 1, 1), QTime(0, 0, 0, 1), Qt::UTC));
+    KeepAt(Noon, RuleFile, "first");
+    const HistoryEntry other = KeepAt(Noon.addYears(-10), u"app\\other.xml"_s, "of another file");
+    const HistoryEntry next = KeepAt(Noon.addYears(-20), RuleFile, "second");
+    EXPECT_EQ(Kept(), (QList<QByteArray>{"second", "first"}));
+    EXPECT_EQ(next.time, Noon.addYears(-20)) << "the time is what the clock said";
+    EXPECT_EQ(Open().ListAll().first().id, next.id);
+    EXPECT_EQ(Open().ListAll().at(1).id, other.id);
+}
+
+TEST_F(HistoryTest, BeyondTheLimitTheFirstKeptGoWhateverTheClockSays)
+{
+    Open().SetLimit(2);
+    for (int copy = 0; copy < 4; ++copy)
+        KeepAt(Noon.addDays(-copy), RuleFile, QByteArray::number(copy));
+    EXPECT_EQ(Kept(), (QList<QByteArray>{"3", "2"}));
+}
+
+TEST_F(HistoryTest, CopiesOfProgramsThatDidNotCountAreListedAsTheOlderOnesByTheirTime)
+{
+    RenameCopy(*WriteAndKeep("older"), u"29990101-000000-000"_s);
+    RenameCopy(*WriteAndKeep("later"), u"29990101-000000-001"_s);
+    EXPECT_EQ(Kept(), (QList<QByteArray>{"later", "older"}));
+    WriteAndKeep("counted");
+    EXPECT_EQ(Kept(), (QList<QByteArray>{"counted", "later", "older"}));
+    EXPECT_EQ(Open().List(Path()).last().time, QDateTime(QDate(2999, 1, 1), QTime(0, 0), Qt::UTC));
+    EXPECT_EQ(Open().List(Path()).last().number, 0);
+}
+
+TEST_F(HistoryTest, NamesWithANumberThatIsNoneAreNoCopies)
+{
+    const auto entry = WriteAndKeep("1");
+    const CString folder = entry->copy.left(entry->copy.lastIndexOf(u'\\') + 1);
+    for (const CString& number :
+         {u"0"_s, u"-1"_s, u"x"_s, u"9223372036854775807"_s, u"99999999999999999999"_s})
+        platform::Files().WriteInPlace(folder + u"20240101-000000-000-%1.xml"_s.arg(number), "x");
+    EXPECT_EQ(Kept(), QList<QByteArray>{"1"});
+    WriteAndKeep("2");
+    EXPECT_EQ(Open().List(Path()).first().number, 2);
 }
 
 TEST_F(HistoryTest, TimeInAnHourThatSummerTimeLeavesOutIsListed)
