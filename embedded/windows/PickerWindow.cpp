@@ -98,14 +98,17 @@ void PickerWindow::EnableContent(bool enable)
 
 void PickerWindow::PlaceBesideWindow(const QWidget& neighbour)
 {
-    const QSize margins = frameGeometry().size() - size();
+    const QMargins beside = FrameOf(neighbour);
+    // A window that is just coming up does not know its frame yet. It will be like that of its neighbour.
+    const QMargins known = FrameOf(*this);
+    const QMargins frame = known.isNull() ? beside : known;
     const int narrowest = std::max(NarrowestInLines * fontMetrics().height(), minimumSizeHint().width());
-    const QRect place = PlaceBeside(neighbour.window()->frameGeometry(), frameGeometry().size(),
-                                    narrowest + margins.width(), neighbour.screen()->availableGeometry());
-    resize(place.size() - margins);
+    const QRect place =
+        PlaceBeside(neighbour.window()->geometry().marginsAdded(beside), size().grownBy(frame),
+                    narrowest + frame.left() + frame.right(), neighbour.screen()->availableGeometry());
+    resize(place.size().shrunkBy(frame));
     move(place.topLeft());
-    // A window that was never shown does not know its frame yet, so that the title would stand above the
-    // place.
+    // And while it does not, `move` would put its title above the place.
     if (windowHandle() != nullptr) windowHandle()->setFramePosition(place.topLeft());
 }
 

@@ -1,8 +1,17 @@
 #include "embedded/windows/WindowPlacement.h"
 
+#include <QtGui/QWindow>
+#include <QtWidgets/QWidget>
+
 #include <algorithm>
 
 namespace embedded {
+
+QMargins FrameOf(const QWidget& widget)
+{
+    const QWindow* window = widget.window()->windowHandle();
+    return window == nullptr ? QMargins() : window->frameMargins();
+}
 
 QRect PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen)
 {

@@ -11,6 +11,20 @@ class BillModeJourney : public EditorTest
 {
 protected:
     BillModeJourney() { MakeProject(SQdDeInfo::BillMode); }
+
+    void OpenBillPicker()
+    {
+        SelectWaterPipes(ConfigTitle);
+        AddRangeRule(ConfigTitle);
+        Click(ConfigTitle, dialogs::autoconfig::PickerButton);
+        m_desktop.Focus(BillPickerTitle);
+    }
+    void CloseBillPicker()
+    {
+        m_desktop.Press({u"alt+c"_s});
+        m_desktop.WaitUntilGone(BillPickerTitle);
+        m_desktop.Focus(ConfigTitle);
+    }
 };
 
 } // namespace
@@ -31,19 +45,33 @@ TEST_F(BillModeJourney, PickerStandsAtTheRightWithItsTitleInLineWithTheDialog)
 {
     StartOnProject();
     OpenConfig();
-    SelectWaterPipes(ConfigTitle);
-    AddRangeRule(ConfigTitle);
-    Click(ConfigTitle, dialogs::autoconfig::PickerButton);
-    m_desktop.Focus(BillPickerTitle);
+    OpenBillPicker();
     // The window manager shows the picker first and then moves it.
     Desktop::WaitFor(u"the picker beside the dialog"_s, [this] {
         const QRect dialog = m_desktop.Geometry(ConfigTitle);
         const QRect picker = m_desktop.Geometry(BillPickerTitle);
         return picker.y() == dialog.y() && picker.x() >= dialog.x() + dialog.width();
     });
-    m_desktop.Press({u"alt+c"_s});
-    m_desktop.WaitUntilGone(BillPickerTitle);
-    m_desktop.Focus(ConfigTitle);
+    CloseBillPicker();
+    CloseConfig();
+    Quit();
+}
+
+// A busy window manager tells of a frame when the window has long been where it stays.
+TEST_F(BillModeJourney, PickerStandsBesideTheFrameThatTheDialogGotLast)
+{
+    StartOnProject();
+    OpenConfig();
+    const QMargins frame(1, 33, 1, 5);
+    m_desktop.TellFrame(ConfigTitle, frame);
+    OpenBillPicker();
+    Desktop::WaitFor(u"the picker beside the frame"_s, [&] {
+        const QRect dialog = m_desktop.Geometry(ConfigTitle);
+        const QRect picker = m_desktop.FrameGeometry(BillPickerTitle);
+        return picker.x() >= dialog.x() + dialog.width() + frame.right() &&
+               picker.y() == dialog.y() - frame.top();
+    });
+    CloseBillPicker();
     CloseConfig();
     Quit();
 }

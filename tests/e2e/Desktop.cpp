@@ -16,6 +16,8 @@ namespace {
 
 constexpr auto Patience = 30s;
 constexpr unsigned long LookInterval = 20; // ms
+/// In which a window manager tells the widths of a frame: left, right, top, bottom.
+const QString FrameProperty = u"_NET_FRAME_EXTENTS"_s;
 
 void End(QProcess& process)
 {
@@ -126,6 +128,25 @@ QRect Desktop::Geometry(const QString& title) const
     return {number(1), number(2), number(3), number(4)};
 }
 
+QRect Desktop::FrameGeometry(const QString& title) const
+{
+    const QString id = QString::fromLatin1(WindowId(title));
+    const QByteArray told = Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, id, FrameProperty});
+    static const QRegularExpression Numbers(u"= (\\d+), (\\d+), (\\d+), (\\d+)"_s);
+    const QRegularExpressionMatch match = Numbers.match(QString::fromLatin1(told));
+    if (!match.hasMatch()) throw std::runtime_error("a window without a frame: " + title.toStdString());
+    const auto number = [&match](int group) { return match.captured(group).toInt(); };
+    return Geometry(title).marginsAdded(QMargins(number(1), number(3), number(2), number(4)));
+}
+
+void Desktop::TellFrame(const QString& title, const QMargins& frame)
+{
+    const QString widths =
+        u"%1, %2, %3, %4"_s.arg(frame.left()).arg(frame.right()).arg(frame.top()).arg(frame.bottom());
+    Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, QString::fromLatin1(WindowId(title)), u"-f"_s, FrameProperty,
+                                       u"32c"_s, u"-set"_s, FrameProperty, widths});
+}
+
 void Desktop::Click(const QString& title, QPointF place)
 {
     const QRect window = Geometry(title);
@@ -142,10 +163,15 @@ QByteArray Desktop::WindowId(const QString& title) const
 
 QByteArray Desktop::Do(const QStringList& words) const
 {
+    return Run(QStringLiteral(KTQDDE_XDOTOOL), words);
+}
+
+QByteArray Desktop::Run(const QString& tool, const QStringList& words) const
+{
     QProcess process;
     process.setProcessEnvironment(m_environment);
     process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(QStringLiteral(KTQDDE_XDOTOOL), words);
+    process.start(tool, words);
     const bool done = process.waitForFinished() && process.exitCode() == 0;
     return done ? process.readAllStandardOutput() : QByteArray();
 }

@@ -3,6 +3,7 @@
 #include "support/TempFolder.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QMargins>
 #include <QtCore/QPointF>
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
@@ -38,6 +39,10 @@ public:
 
     /// Where a window stands, in pixels and without its frame.
     QRect Geometry(const QString& title) const;
+    /// The same with the frame that the window manager has put around it.
+    QRect FrameGeometry(const QString& title) const;
+    /// Tells the program of a window of another frame around it, as a window manager does.
+    void TellFrame(const QString& title, const QMargins& frame);
 
     /// Presses keys one after another where the focus is, named as in "alt+b", "Return".
     void Press(const QStringList& keys);
@@ -53,7 +58,9 @@ private:
     void StartServer();
     void StartManager();
     QByteArray WindowId(const QString& title) const;
-    /// Runs xdotool; gives its output, and nothing when it fails.
+    /// Runs a tool on this screen; gives its output, and nothing when it fails.
+    QByteArray Run(const QString& tool, const QStringList& words) const;
+    /// Runs xdotool.
     QByteArray Do(const QStringList& words) const;
 
     TempFolder m_home;
