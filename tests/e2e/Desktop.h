@@ -10,6 +10,7 @@
 #include <QtCore/QString>
 
 #include <functional>
+#include <optional>
 
 namespace test {
 
@@ -31,6 +32,8 @@ public:
 
     /// Whether such a window is to be seen.
     bool Shows(const QString& title) const;
+    /// Whether it has the keyboard.
+    bool HasFocus(const QString& title) const;
     /// Waits for it and lets it have the keyboard.
     void Focus(const QString& title);
     /// Waits until no such window is to be seen any more.
@@ -53,8 +56,12 @@ private:
     void StartServer();
     void StartManager();
     QByteArray WindowId(const QString& title) const;
-    /// Runs xdotool; gives its output, and nothing when it fails.
+    /// Runs xdotool; gives its output, and nothing when it fails, as it does for a window that is gone.
+    std::optional<QByteArray> Run(const QStringList& words) const;
+    /// The same with an empty output when it fails, for questions and for what is tried again.
     QByteArray Do(const QStringList& words) const;
+    /// The same for what has to be done; raises `std::runtime_error` when it fails.
+    void Act(const QStringList& words) const;
 
     TempFolder m_home;
     QProcessEnvironment m_environment;
