@@ -36,6 +36,10 @@ function(ktqdde_test_settings target)
         $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0> $<$<CXX_COMPILER_ID:MSVC>:/Od>)
 endfunction()
 
+# How long a test program may take, in seconds: far longer than a working one does on a tenth of a busy machine, so that
+# only one that hangs is ended.
+set(KTQDDE_TEST_LIMIT 7200 CACHE STRING "Seconds after which a test program is ended")
+
 # ktqdde_test(NAME LABEL label [SHARDS count] SOURCES file... LINKS library...)
 # One GoogleTest program, run as `count` parts that may run side by side: every test works in a temporary folder of its
 # own. A process for every test would take longer to start than most tests to run; KTQDDE_TESTS_APART asks for it, to
@@ -47,7 +51,7 @@ function(ktqdde_test name)
     ktqdde_test_settings(${name})
     target_precompile_headers(${name} REUSE_FROM ktqdde_test_headers)
     if(KTQDDE_TESTS_APART)
-        gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 300 DISCOVERY_TIMEOUT 60
+        gtest_discover_tests(${name} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${KTQDDE_TEST_LIMIT} DISCOVERY_TIMEOUT 600
             DISCOVERY_MODE PRE_TEST)
         return()
     endif()
@@ -57,7 +61,7 @@ function(ktqdde_test name)
     math(EXPR last "${ARG_SHARDS} - 1")
     foreach(shard RANGE ${last})
         add_test(NAME ${name}.${shard} COMMAND ${name} --gtest_brief=1)
-        set_tests_properties(${name}.${shard} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT 600 COST ${ARG_SHARDS}
+        set_tests_properties(${name}.${shard} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${KTQDDE_TEST_LIMIT} COST ${ARG_SHARDS}
             ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard}")
     endforeach()
 endfunction()

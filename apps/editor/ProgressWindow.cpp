@@ -24,7 +24,8 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& text, StepControl
     : QDialog(parent), m_control(control), m_text(new QLabel(text)), m_bar(new QProgressBar),
       m_cancel(new QPushButton(u"取消"_s))
 {
-    setWindowTitle(ProgramName());
+    // Message boxes have the program's name alone; a list of windows must tell them apart.
+    setWindowTitle(u"%1 - %2"_s.arg(text, ProgramName()));
     setWindowModality(Qt::ApplicationModal);
     auto* column = new QVBoxLayout(this);
     m_bar->setMinimumWidth(fontMetrics().averageCharWidth() * BarWidth);

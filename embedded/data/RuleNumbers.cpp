@@ -1,10 +1,8 @@
 #include "embedded/data/RuleNumbers.h"
 
 #include "platform/Files.h"
-#include "platform/Paths.h"
 #include "xml/Dom.h"
 
-#include <QtCore/QFileInfo>
 #include <QtCore/QSet>
 
 #include <utility>
@@ -67,10 +65,10 @@ bool IsOfLibrary(const CString& library, const CString& wanted)
 
 RuleNumbers::RuleNumbers(CString folder) : m_folder(std::move(folder)) {}
 
-CArray<RuleNumbers::Bill> RuleNumbers::ReadBills(const CString& path)
+CArray<RuleNumbers::Bill> RuleNumbers::ParseBills(const QByteArray& bytes)
 {
     const xml::Document document = xml::Document::Create();
-    if (document.IsNull() || !document.Load(path)) return {};
+    if (document.IsNull() || !document.LoadBytes(bytes)) return {};
     CArray<Bill> bills;
     QSet<CString> known;
     for (const xml::Element& element : BillsOf(document)) {
@@ -108,10 +106,10 @@ CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber, const CString& libr
 
 RuleNumbers::File RuleNumbers::Current(const CString& path) const
 {
-    const QFileInfo info(platform::ToNative(path));
+    const QByteArray bytes = platform::Files().Read(path).value_or(QByteArray());
     File former = m_files.value(path);
-    if (former.size == info.size() && former.changed == info.lastModified()) return former;
-    return {info.size(), info.lastModified(), ReadBills(path)};
+    if (former.bytes == bytes) return former;
+    return {bytes, ParseBills(bytes)};
 }
 
 } // namespace embedded

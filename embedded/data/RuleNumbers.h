@@ -3,13 +3,14 @@
 #include "host/Records.h"
 #include "platform/Text.h"
 
-#include <QtCore/QDateTime>
+#include <QtCore/QByteArray>
 #include <QtCore/QHash>
 
 namespace embedded {
 
 /// The bill items that the rule files of a folder hold, as far as they are written. Files are read when
-/// something is looked up, and again only after their size or their time of change has become another.
+/// something is looked up, and taken apart only after their bytes have become others. Neither size nor time
+/// of change would tell: numbers are equally long, and a clock may stand between two changes.
 class RuleNumbers
 {
 public:
@@ -29,12 +30,11 @@ private:
     };
     struct File
     {
-        qint64 size = -1;
-        QDateTime changed;
+        QByteArray bytes;
         CArray<Bill> bills;
     };
 
-    static CArray<Bill> ReadBills(const CString& path);
+    static CArray<Bill> ParseBills(const QByteArray& bytes);
     File Current(const CString& path) const;
 
     CString m_folder;

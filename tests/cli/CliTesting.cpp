@@ -1,5 +1,6 @@
 #include "cli/CliTesting.h"
 
+#include "support/Patience.h"
 #include "support/SourceTree.h"
 
 #include <QtCore/QFile>
@@ -40,7 +41,7 @@ Outcome Cli::Run(const QStringList& arguments, const QByteArray& input) const
     process.start(QStringLiteral(KTQDDE_PROGRAM), arguments);
     process.write(input);
     process.closeWriteChannel();
-    if (!process.waitForFinished(120'000)) throw std::runtime_error("the program does not end");
+    WaitForEnd(process);
     const bool normal = process.exitStatus() == QProcess::NormalExit;
     return {normal ? process.exitCode() : -1, process.readAllStandardOutput(),
             process.readAllStandardError()};

@@ -1,4 +1,5 @@
 #include "cli/CliTesting.h"
+#include "support/Patience.h"
 
 #include <QtCore/QFile>
 
@@ -109,7 +110,7 @@ TEST_F(ImportVerb, FullDiskLeavesTheOldDataWhole)
                                u"ulimit -f 700; exec \"$0\" --project project import bill "
                                "big.csv --replace"_s,
                                QStringLiteral(KTQDDE_PROGRAM)});
-    ASSERT_TRUE(shell.waitForFinished());
+    test::WaitForEnd(shell);
     const QString error = QString::fromUtf8(shell.readAllStandardError());
     EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(shell.exitCode(), 1) << error.toStdString();
@@ -131,8 +132,7 @@ TEST_F(ImportVerb, KillAtAnyMomentLeavesTheOldDataOrTheNew)
         process.start(QStringLiteral(KTQDDE_PROGRAM),
                       {u"--project"_s, u"project"_s, u"import"_s, u"bill"_s, u"new.csv"_s, u"--replace"_s});
         process.waitForFinished(milliseconds);
-        process.kill();
-        process.waitForFinished();
+        test::Kill(process);
         const QByteArray left = Exported(u"bill"_s);
         EXPECT_TRUE(left == before || left == after) << milliseconds;
     }
@@ -164,7 +164,7 @@ TEST_F(ImportVerb, FullDiskLeavesTheOldFileOfAnExport)
     shell.start(u"/bin/sh"_s,
                 {u"-c"_s, u"ulimit -f 1; exec \"$0\" --project project export bill out.csv --force"_s,
                  QStringLiteral(KTQDDE_PROGRAM)});
-    ASSERT_TRUE(shell.waitForFinished());
+    test::WaitForEnd(shell);
     EXPECT_EQ(shell.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(shell.exitCode(), 1);
     EXPECT_TRUE(QString::fromUtf8(shell.readAllStandardError()).contains(u"out.csv"_s));
@@ -190,7 +190,7 @@ TEST_F(ImportVerb, ReaderOfThePipeThatGoesAwayEndsTheExportSilently)
                  u"{ until [ -e gone ]; do sleep 0.05; done; \"$0\" --project project export bill -; "
                  "echo $? >status; } | { exec <&-; : >gone; }"_s,
                  QStringLiteral(KTQDDE_PROGRAM)});
-    ASSERT_TRUE(shell.waitForFinished());
+    test::WaitForEnd(shell);
     EXPECT_EQ(m_cli.Folder().ReadFile(u"status"_s), "1\n");
     EXPECT_EQ(shell.readAllStandardError(), "");
 }

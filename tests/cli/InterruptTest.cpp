@@ -17,6 +17,7 @@ extern "C" void Former(int /*signal*/)
 
 TEST(Interrupt, IsRememberedAndNotLeftToTheFormerHandlerUntilTheEnd)
 {
+    formerCalls = 0;
     const auto before = std::signal(SIGINT, Former);
     {
         const cli::Interrupt interrupt;

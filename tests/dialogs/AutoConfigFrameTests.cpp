@@ -1,6 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
 #include "host/UserMessage.h"
+#include "support/Patience.h"
 
 #include <QtGui/QHelpEvent>
 #include <QtTest/QTest>
@@ -219,15 +220,17 @@ TEST_F(AutoConfigFrame, TextsThatAreCutOffShowWholeInATip)
         const QModelIndex cell = Rules().model()->index(row, 1);
         return tipAt(*Rules().viewport(), Rules().visualRect(cell).topLeft() + QPoint(5, 5));
     };
-    const auto tipGoes = [] { return QTest::qWaitFor([] { return !QToolTip::isVisible(); }); };
+    const auto waitUntilTipGoes = [] {
+        test::WaitInLoopFor(u"end of the tip"_s, [] { return !QToolTip::isVisible(); });
+    };
     EXPECT_TRUE(ruleTip(0).contains(longText));
     ruleTip(1);
-    EXPECT_TRUE(tipGoes());
+    waitUntilTipGoes();
     tipAt(*Tree().viewport(), Tree().visualItemRect(Category(u"给水管"_s)).center());
-    EXPECT_TRUE(tipGoes());
+    waitUntilTipGoes();
     Grid().SetItemText(1, 2, longText);
     const QRect name = Grid().visualRect(Grid().model()->index(0, 1));
     EXPECT_TRUE(tipAt(*Grid().viewport(), name.center()).contains(longText));
     QToolTip::hideText();
-    EXPECT_TRUE(tipGoes());
+    waitUntilTipGoes();
 }

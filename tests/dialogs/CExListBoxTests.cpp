@@ -1,6 +1,8 @@
 #include "dialogs/secondary/CExListBox.h"
 
+#include "support/Patience.h"
 #include "support/PrintText.h"
+#include "support/WindowWaits.h"
 
 #include <QtGui/QHelpEvent>
 #include <QtGui/QTextDocumentFragment>
@@ -24,12 +26,7 @@ protected:
         QObject::connect(&m_list, &CExListBox::UserSelected, &m_list, [this] { ++m_selected; });
         m_list.show();
         m_list.activateWindow();
-        (void)QTest::qWaitForWindowActive(&m_list);
-    }
-    ~CExListBoxTest() override
-    {
-        QToolTip::hideText();
-        (void)QTest::qWaitFor([] { return !QToolTip::isVisible(); });
+        test::WaitUntilActive(m_list);
     }
 
     QPoint PointIn(int row) const { return m_list.visualItemRect(m_list.item(row)).topLeft() + QPoint(6, 6); }
@@ -173,7 +170,8 @@ TEST_F(CExListBoxTest, ThousandListsLeaveNothingBehind)
         QApplication::sendEvent(list.viewport(), &rest);
     }
     QToolTip::hideText();
-    ASSERT_TRUE(QTest::qWaitFor([before] { return QApplication::allWidgets().size() <= before; }));
+    test::WaitInLoopFor(u"end of the tip"_s,
+                        [before] { return QApplication::allWidgets().size() <= before; });
 }
 
 } // namespace

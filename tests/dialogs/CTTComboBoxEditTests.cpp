@@ -1,5 +1,6 @@
 #include "dialogs/TipUser.h"
 
+#include "support/Patience.h"
 #include "support/PrintText.h"
 
 #include <QtCore/QPointer>
@@ -33,7 +34,7 @@ TEST(CTTComboBoxEditTip, ComesByARealRestOfTheMouse)
     user.Combo().setCurrentIndex(1);
     QTest::mouseMove(user.Combo().lineEdit(), QPoint(5, 5));
     QTest::mouseMove(user.Combo().lineEdit(), QPoint(7, 6));
-    EXPECT_TRUE(QTest::qWaitFor([] { return TipText() == ComboUser::Wide; }));
+    test::WaitInLoopFor(u"tip"_s, [] { return TipText() == ComboUser::Wide; });
 }
 
 TEST(CTTComboBoxEditTip, EditTextThatFitsShowsNone)

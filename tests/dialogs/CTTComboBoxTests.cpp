@@ -1,5 +1,6 @@
 #include "dialogs/TipUser.h"
 
+#include "support/Patience.h"
 #include "support/PrintText.h"
 
 #include <QtCore/QPointer>
@@ -116,7 +117,7 @@ TEST(CTTComboBoxTip, GoesByItselfAndStaysAwayOnTheSameEntry)
     EXPECT_EQ(timer->interval(), 9000);
     EXPECT_TRUE(timer->isActive());
     timer->start(1);
-    ASSERT_TRUE(QTest::qWaitFor([] { return !Tip()->isVisible(); }));
+    test::WaitInLoopFor(u"end of the tip"_s, [] { return !Tip()->isVisible(); });
     EXPECT_EQ(Tip()->Holder(), nullptr);
     user.MoveTo(1, 3);
     EXPECT_EQ(TipText(), CString());

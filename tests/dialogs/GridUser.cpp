@@ -1,6 +1,7 @@
 #include "dialogs/GridUser.h"
 
 #include "dialogs/GridEditors.h"
+#include "support/WindowWaits.h"
 
 #include <QtGui/QClipboard>
 #include <QtTest/QTest>
@@ -31,7 +32,7 @@ GridUser::GridUser(int attType, int rows)
                      [this](const GridNotification& told) { m_told.push_back(told); });
     m_window.show();
     m_window.activateWindow();
-    (void)QTest::qWaitForWindowActive(&m_window);
+    test::WaitUntilActive(m_window);
     m_grid.setFocus();
 }
 
@@ -122,11 +123,12 @@ void GridUser::Choose(int entry)
 {
     auto* editor = m_grid.viewport()->findChild<GridChoiceEditor*>();
     QAbstractItemView* list = editor->view();
-    // The list ignores a release that follows its opening at once: it belongs to the click that opened it.
-    QTest::qWait(QApplication::doubleClickInterval() + 1);
-    const QRect line = list->visualRect(list->model()->index(entry, 0));
+    const QPoint point = list->visualRect(list->model()->index(entry, 0)).topLeft() + QPoint(5, 5);
+    // The list ignores a release soon after its opening, which belongs to the click that opened it, unless
+    // the mouse has moved since.
+    QTest::mouseMove(list->viewport(), point);
     list->setCurrentIndex(list->model()->index(entry, 0));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, line.topLeft() + QPoint(5, 5));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, point);
     Settle();
 }
 

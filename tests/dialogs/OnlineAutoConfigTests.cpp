@@ -1,5 +1,7 @@
 #include "dialogs/OnlineAutoConfigFixture.h"
 
+#include "support/Patience.h"
+
 #include <QtGui/QHelpEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
@@ -45,7 +47,7 @@ void ClickAtThePlaceOf(QWidget& control)
 CString TipOf(QWidget& control)
 {
     QToolTip::hideText();
-    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
+    test::WaitInLoopFor(u"end of the tip"_s, [] { return !QToolTip::isVisible(); });
     const QPoint point = control.rect().center();
     QHelpEvent help(QEvent::ToolTip, point, control.mapToGlobal(point));
     QCoreApplication::sendEvent(&control, &help);

@@ -1,5 +1,7 @@
 #include "dialogs/TipUser.h"
 
+#include "support/WindowWaits.h"
+
 #include <QtGui/QHelpEvent>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
@@ -23,7 +25,7 @@ ComboUser::ComboUser(bool editable) : m_combo(&m_window), m_button(&m_window)
                      [this](const QString& text) { m_chosen += text; });
     m_window.show();
     m_window.activateWindow();
-    (void)QTest::qWaitForWindowActive(&m_window);
+    test::WaitUntilActive(m_window);
     MoveOut();
 }
 

@@ -1,5 +1,6 @@
 #include "docs/Shell.h"
 
+#include "support/Patience.h"
 #include "support/SourceTree.h"
 
 #include <QtCore/QDir>
@@ -13,7 +14,6 @@ namespace test {
 
 namespace {
 
-constexpr int LongestRun = 120'000;
 /// How long a window that leaves no trace must stand, in milliseconds.
 constexpr int Moment = 3'000;
 
@@ -72,7 +72,7 @@ QString Shell::RunToTheEnd(const QString& program, const QStringList& arguments)
     process.setProcessEnvironment(m_environment);
     process.start(program, arguments);
     process.closeWriteChannel();
-    if (!process.waitForFinished(LongestRun)) return u"does not end"_s;
+    WaitForEnd(process);
     if (process.exitStatus() != QProcess::NormalExit) return u"crashed: "_s + Output(process);
     if (process.exitCode() != 0) return u"status %1: "_s.arg(process.exitCode()) + Output(process);
     return {};
@@ -89,16 +89,14 @@ QString Shell::RunWindow(const QString& program, const QStringList& arguments) c
     process.start(program, arguments);
     QElapsedTimer time;
     time.start();
-    while (!process.waitForFinished(100) && time.elapsed() < LongestRun) {
+    while (!process.waitForFinished(100) && time.elapsed() < Patience().count()) {
         if (remembers ? !Remembered().isEmpty() : time.elapsed() > Moment) {
-            process.kill();
-            process.waitForFinished();
+            Kill(process);
             return {};
         }
     }
     const QString said = Output(process);
-    process.kill();
-    process.waitForFinished();
+    Kill(process);
     return u"shows no window: "_s + said;
 }
 

@@ -90,16 +90,14 @@ TEST_F(BillModeJourney, UnreadableFileIsReportedAndKeptUnlessTheUserInsists)
     const QByteArray damaged = "<rules>\n  <broken\n";
     m_desktop.Home().WriteFile(RuleFileName(), damaged);
     StartOnProject();
-    m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(OwnBoxTitle);
+    Command(u"F2"_s, OwnBoxTitle);
     m_desktop.Press({u"Escape"_s});
     m_desktop.WaitUntilGone(OwnBoxTitle);
     Quit();
     EXPECT_EQ(RuleFile(), damaged);
 
     StartOnProject();
-    m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(OwnBoxTitle);
+    Command(u"F2"_s, OwnBoxTitle);
     m_desktop.Press({u"alt+o"_s});
     m_desktop.Focus(ConfigTitle);
     CloseConfig();

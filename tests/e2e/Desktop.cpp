@@ -1,30 +1,30 @@
 #include "e2e/Desktop.h"
 
-#include <QtCore/QDeadlineTimer>
-#include <QtCore/QRegularExpression>
-#include <QtCore/QThread>
+#include "support/Patience.h"
 
-#include <chrono>
+#include <QtCore/QRegularExpression>
+
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace test {
 
 namespace {
 
-constexpr auto Patience = 30s;
-constexpr unsigned long LookInterval = 20; // ms
 /// In which a window manager tells the widths of a frame: left, right, top, bottom.
 const QString FrameProperty = u"_NET_FRAME_EXTENTS"_s;
 
+/// Lets a program clean up behind it; a server that is killed leaves the file that keeps its display.
 void End(QProcess& process)
 {
     process.terminate();
-    if (process.waitForFinished(2'000)) return;
-    process.kill();
-    process.waitForFinished();
+    try {
+        WaitForEnd(process);
+    } catch (const std::runtime_error&) {
+        process.kill();
+        process.waitForFinished();
+    }
 }
 
 } // namespace
@@ -79,11 +79,7 @@ void Desktop::StartManager()
 
 void Desktop::WaitFor(const QString& what, const std::function<bool()>& holds)
 {
-    const QDeadlineTimer end(Patience);
-    while (!holds()) {
-        if (end.hasExpired()) throw std::runtime_error("waited in vain for: " + what.toStdString());
-        QThread::msleep(LookInterval);
-    }
+    test::WaitFor(what, holds);
 }
 
 bool Desktop::Shows(const QString& title) const
@@ -91,13 +87,18 @@ bool Desktop::Shows(const QString& title) const
     return !WindowId(title).isEmpty();
 }
 
+bool Desktop::HasFocus(const QString& title) const
+{
+    const QByteArray id = WindowId(title);
+    return !id.isEmpty() && Do({u"getwindowfocus"_s}).trimmed() == id;
+}
+
 void Desktop::Focus(const QString& title)
 {
     WaitFor(u"focus of "_s + title, [&] {
+        if (HasFocus(title)) return true;
         const QByteArray id = WindowId(title);
-        if (id.isEmpty()) return false;
-        if (Do({u"getwindowfocus"_s}).trimmed() == id) return true;
-        Do({u"windowactivate"_s, QString::fromLatin1(id)});
+        if (!id.isEmpty()) Do({u"windowactivate"_s, QString::fromLatin1(id)});
         return false;
     });
 }
@@ -109,12 +110,12 @@ void Desktop::WaitUntilGone(const QString& title)
 
 void Desktop::Press(const QStringList& keys)
 {
-    Do(QStringList{u"key"_s, u"--delay"_s, u"5"_s} + keys);
+    Act(QStringList{u"key"_s, u"--delay"_s, u"5"_s} + keys);
 }
 
 void Desktop::Type(const QString& text)
 {
-    Do({u"type"_s, u"--delay"_s, u"5"_s, text});
+    Act({u"type"_s, u"--delay"_s, u"5"_s, text});
 }
 
 QRect Desktop::Geometry(const QString& title) const
@@ -131,7 +132,8 @@ QRect Desktop::Geometry(const QString& title) const
 QRect Desktop::FrameGeometry(const QString& title) const
 {
     const QString id = QString::fromLatin1(WindowId(title));
-    const QByteArray told = Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, id, FrameProperty});
+    const QByteArray told =
+        Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, id, FrameProperty}).value_or(QByteArray());
     static const QRegularExpression Numbers(u"= (\\d+), (\\d+), (\\d+), (\\d+)"_s);
     const QRegularExpressionMatch match = Numbers.match(QString::fromLatin1(told));
     if (!match.hasMatch()) throw std::runtime_error("a window without a frame: " + title.toStdString());
@@ -152,8 +154,8 @@ void Desktop::Click(const QString& title, QPointF place)
     const QRect window = Geometry(title);
     const auto x = static_cast<int>(place.x() * window.width());
     const auto y = static_cast<int>(place.y() * window.height());
-    Do({u"mousemove"_s, u"--sync"_s, u"--window"_s, QString::fromLatin1(WindowId(title)), QString::number(x),
-        QString::number(y), u"click"_s, u"1"_s});
+    Act({u"mousemove"_s, u"--sync"_s, u"--window"_s, QString::fromLatin1(WindowId(title)), QString::number(x),
+         QString::number(y), u"click"_s, u"1"_s});
 }
 
 QByteArray Desktop::WindowId(const QString& title) const
@@ -161,19 +163,26 @@ QByteArray Desktop::WindowId(const QString& title) const
     return Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title}).split('\n').first().trimmed();
 }
 
-QByteArray Desktop::Do(const QStringList& words) const
-{
-    return Run(QStringLiteral(KTQDDE_XDOTOOL), words);
-}
-
-QByteArray Desktop::Run(const QString& tool, const QStringList& words) const
+std::optional<QByteArray> Desktop::Run(const QString& tool, const QStringList& words) const
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(tool, words);
-    const bool done = process.waitForFinished() && process.exitCode() == 0;
-    return done ? process.readAllStandardOutput() : QByteArray();
+    WaitForEnd(process);
+    const bool done = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    return done ? std::optional(process.readAllStandardOutput()) : std::nullopt;
+}
+
+QByteArray Desktop::Do(const QStringList& words) const
+{
+    return Run(QStringLiteral(KTQDDE_XDOTOOL), words).value_or(QByteArray());
+}
+
+void Desktop::Act(const QStringList& words) const
+{
+    if (!Run(QStringLiteral(KTQDDE_XDOTOOL), words))
+        throw std::runtime_error("the user cannot do: " + words.join(u' ').toStdString());
 }
 
 } // namespace test

@@ -11,6 +11,7 @@
 #include <QtCore/QString>
 
 #include <functional>
+#include <optional>
 
 namespace test {
 
@@ -32,6 +33,8 @@ public:
 
     /// Whether such a window is to be seen.
     bool Shows(const QString& title) const;
+    /// Whether it has the keyboard.
+    bool HasFocus(const QString& title) const;
     /// Waits for it and lets it have the keyboard.
     void Focus(const QString& title);
     /// Waits until no such window is to be seen any more.
@@ -59,9 +62,12 @@ private:
     void StartManager();
     QByteArray WindowId(const QString& title) const;
     /// Runs a tool on this screen; gives its output, and nothing when it fails.
-    QByteArray Run(const QString& tool, const QStringList& words) const;
-    /// Runs xdotool.
+    std::optional<QByteArray> Run(const QString& tool, const QStringList& words) const;
+    /// Runs xdotool; gives its output, and an empty one when it fails, as it does for a window that is gone:
+    /// for questions, and for what is tried again.
     QByteArray Do(const QStringList& words) const;
+    /// The same for what has to be done; raises `std::runtime_error` when it fails.
+    void Act(const QStringList& words) const;
 
     TempFolder m_home;
     QProcessEnvironment m_environment;

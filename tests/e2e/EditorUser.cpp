@@ -6,6 +6,9 @@
 #include "embedded/data/History.h"
 #include "host/Installation.h"
 #include "presenter/CQdDeConfigPresenter.h"
+#include "support/Patience.h"
+
+#include <QtCore/QDeadlineTimer>
 
 #include <algorithm>
 #include <stdexcept>
@@ -17,6 +20,9 @@ using namespace dialogs::autoconfig;
 namespace test {
 
 namespace {
+
+/// How long a user waits for something to come of a key, in milliseconds.
+constexpr int UntilNextPress = 3'000;
 
 /// The list of `DlgSaveAs`, in whose dialog rule files are called.
 constexpr int FileList = 1000;
@@ -52,7 +58,7 @@ EditorTest::~EditorTest()
 {
     if (m_editor.state() == QProcess::NotRunning) return;
     m_editor.kill();
-    m_editor.waitForFinished();
+    m_editor.waitForFinished(static_cast<int>(Patience().count()));
 }
 
 void EditorTest::MakeProject(SQdDeInfo::EQdDeMode mode)
@@ -73,13 +79,33 @@ void EditorTest::Start(const QStringList& words)
 void EditorTest::StartOnProject()
 {
     Start({ProjectFolder()});
-    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    m_desktop.Focus(ProjectTitle);
+}
+
+// The main window hears nothing while it is busy with the command before, and a user would press once more.
+void EditorTest::PressUntil(const QString& key, const QString& what, const std::function<bool()>& holds)
+{
+    m_desktop.Focus(ProjectTitle);
+    QDeadlineTimer untilNext(0);
+    WaitFor(what, [&] {
+        if (holds()) return true;
+        if (untilNext.hasExpired() && m_desktop.HasFocus(ProjectTitle)) {
+            m_desktop.Press({key});
+            untilNext.setRemainingTime(UntilNextPress);
+        }
+        return false;
+    });
+}
+
+void EditorTest::Command(const QString& key, const QString& title)
+{
+    PressUntil(key, title, [&] { return m_desktop.Shows(title); });
+    m_desktop.Focus(title);
 }
 
 void EditorTest::OpenConfig()
 {
-    m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(ConfigTitle);
+    Command(u"F2"_s, ConfigTitle);
 }
 
 void EditorTest::CloseConfig()
@@ -90,15 +116,19 @@ void EditorTest::CloseConfig()
 
 void EditorTest::Quit()
 {
-    m_desktop.Focus(MainTitle);
-    m_desktop.Press({u"ctrl+q"_s});
+    PressUntil(u"ctrl+q"_s, u"end of the editor"_s, [&] {
+        m_editor.waitForFinished(0);
+        return m_editor.state() == QProcess::NotRunning;
+    });
     EXPECT_EQ(WaitForEnd(), 0);
 }
 
 int EditorTest::WaitForEnd()
 {
-    if (m_editor.state() != QProcess::NotRunning && !m_editor.waitForFinished(30'000))
-        throw std::runtime_error("the editor does not end");
+    test::WaitForEnd(m_editor);
+    // The server takes the windows of a program away some time after the program has ended.
+    for (const QString& title : {MainTitle, ConfigTitle, WizardTitle})
+        m_desktop.WaitUntilGone(title);
     return m_editor.exitStatus() == QProcess::NormalExit ? m_editor.exitCode() : -1;
 }
 
@@ -161,7 +191,9 @@ void EditorTest::CallFile(const QString& configuration)
     Click(ConfigTitle, LoadFileButton);
     m_desktop.Focus(u"调用"_s);
     m_desktop.Click(u"调用"_s, MiddleOf(dialogs::templates::SaveAs(), FileList));
-    m_desktop.Type(configuration);
+    // A list goes to the line that begins with what is typed. Its first letter is enough, and more of them
+    // would have to follow each other without a pause.
+    m_desktop.Type(configuration.first(1));
     m_desktop.Press({u"Return"_s});
     m_desktop.WaitUntilGone(u"调用"_s);
     m_desktop.Focus(TitleOn(configuration));

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace test {
 
 using namespace Qt::StringLiterals;
@@ -17,7 +19,9 @@ class EditorTest : public ::testing::Test
 {
 protected:
     /// By which windows are found: what matches a part of their titles.
-    const QString MainTitle = u"规则编辑器"_s;
+    const QString MainTitle = u"规则编辑器"_s; ///< of its progress windows, too
+    const QString ProjectTitle =
+        u"^project - KtQdDeConfig"_s; ///< the main window's while the project is open
     const QString ConfigTitle = u"自动套配置"_s;
     const QString WizardTitle = u"自动套-云模板"_s;
     const QString BillPickerTitle = u"套清单"_s;
@@ -35,13 +39,17 @@ protected:
     void Start(const QStringList& words);
     /// Starts it on the project and waits for its window.
     void StartOnProject();
+    /// Gives a command by a key of the main window, which has a project open, and waits for the window of
+    /// that title that the command brings up.
+    void Command(const QString& key, const QString& title);
     /// Opens the configuration dialog from the main window.
     void OpenConfig();
     /// Closes it; every way out saves.
     void CloseConfig();
     /// Ends the editor by its command, and checks that it ended well.
     void Quit();
-    /// Waits for the end of the program; gives its exit status, -1 when it crashed or was killed.
+    /// Waits for the end of the program and of its windows; gives its exit status, -1 when it crashed or was
+    /// killed.
     int WaitForEnd();
 
     // In the dialog of that title
@@ -75,6 +83,8 @@ protected:
 
     static CString RuleFileName(const CString& configuration = u"DefaultConfig"_s);
     QByteArray RuleFile(const CString& configuration = u"DefaultConfig"_s) const;
+    /// Presses keys in the main window until something comes of it.
+    void PressUntil(const QString& key, const QString& what, const std::function<bool()>& holds);
     /// Makes the rule file "Other", which differs from the first one, and gives what it holds.
     QByteArray MakeOtherFile();
     /// Compares the rule file with what it was at first, with `rule` (XML) added to 给水管.

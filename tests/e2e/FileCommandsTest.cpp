@@ -26,9 +26,7 @@ protected:
         AddRangeRule(ConfigTitle);
         PickItems(ConfigTitle);
         CloseConfig();
-        m_desktop.Focus(MainTitle);
-        m_desktop.Press({u"F2"_s});
-        m_desktop.Focus(TitleOn(configuration));
+        Command(u"F2"_s, TitleOn(configuration));
         CloseConfig();
         Quit();
     }

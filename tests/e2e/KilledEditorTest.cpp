@@ -31,7 +31,7 @@ TEST_F(KilledEditor, LosesOnlyWhatWasNotSavedAndWorksAgain)
     EXPECT_EQ(RuleFile(), m_firstRuleFile);
 
     Start({}); // the last project is opened
-    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    m_desktop.Focus(ProjectTitle);
     OpenConfig();
     SelectWaterPipes(ConfigTitle);
     AddRangeRule(ConfigTitle);
@@ -56,7 +56,7 @@ TEST_F(KilledEditor, AfterCallingAFileKeepsTheFormerOneSavedAndTheOtherUntouched
     ExpectGivenBack(u"DefaultConfig"_s, m_firstRuleFile);
 
     Start({}); // the last project is opened, on the file that was called
-    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    m_desktop.Focus(ProjectTitle);
     OpenConfig();
     m_desktop.Focus(TitleOn(u"Other"_s));
     SelectWaterPipes(ConfigTitle);

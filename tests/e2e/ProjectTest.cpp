@@ -18,9 +18,7 @@ TEST_F(EditorProject, IsMadeFromTheWelcomePageAndSetToQuotaMode)
     m_desktop.Type(ProjectFolder());
     m_desktop.Press({u"alt+m"_s, u"Down"_s, u"Return"_s});
     m_desktop.WaitUntilGone(u"新建工程"_s);
-    m_desktop.Focus(u"project - KtQdDeConfig"_s);
-    m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(u"定额模式: DefaultConfig"_s);
+    Command(u"F2"_s, u"定额模式: DefaultConfig"_s);
     CloseConfig();
     Quit();
     EXPECT_TRUE(IsStrictXml(RuleFile()));
@@ -29,7 +27,7 @@ TEST_F(EditorProject, IsMadeFromTheWelcomePageAndSetToQuotaMode)
 TEST_F(EditorProject, OfTheSampleIsMadeAtTheFirstStart)
 {
     Start({u"--sample"_s, ProjectFolder()});
-    m_desktop.Focus(u"project - KtQdDeConfig"_s);
+    m_desktop.Focus(ProjectTitle);
     Quit();
     EXPECT_THAT(RuleFile().toStdString(), ::testing::HasSubstr("镀锌钢管 DN15"));
 }

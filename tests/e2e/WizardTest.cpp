@@ -82,8 +82,7 @@ TEST_P(WizardModes, WriteTheNamedFileAndLeaveTheProjectOnItsOwn)
     EXPECT_EQ(RuleFile(), m_firstRuleFile);
 
     StartOnProject();
-    m_desktop.Press({u"F2"_s});
-    m_desktop.Focus(TitleOn(u"DefaultConfig"_s));
+    Command(u"F2"_s, TitleOn(u"DefaultConfig"_s));
     CloseConfig();
     Quit();
 }
@@ -91,8 +90,7 @@ TEST_P(WizardModes, WriteTheNamedFileAndLeaveTheProjectOnItsOwn)
 TEST_F(WizardFromWindow, StartsOnTheSelectedFileAndReturnsToTheWindow)
 {
     StartOnProject();
-    m_desktop.Press({u"F3"_s});
-    m_desktop.Focus(u"启动向导"_s);
+    Command(u"F3"_s, u"启动向导"_s);
     m_desktop.Press({u"Return"_s});
     SelectWaterPipes(WizardTitle);
     AddRangeRule(WizardTitle);

@@ -36,11 +36,11 @@ public:
     /// What the user does in the progress window.
     test::NextWindows::Step Cancel()
     {
-        return [this](QDialog& window) {
+        return test::NextWindows::InProgress([this](QDialog& window) {
             m_text = window.findChild<QLabel*>()->text();
             test::PressButton(window, u"取消"_s);
             m_go.release(Readings);
-        };
+        });
     }
     /// What the progress window said.
     QString Text() const { return m_text; }

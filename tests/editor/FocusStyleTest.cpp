@@ -1,5 +1,7 @@
 #include "editor/FocusStyle.h"
 
+#include "support/WindowWaits.h"
+
 #include <QtGui/QPainter>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -31,7 +33,7 @@ protected:
         }
         m_window.show();
         m_window.activateWindow();
-        (void)QTest::qWaitForWindowActive(&m_window);
+        test::WaitUntilActive(m_window);
     }
 
     /// The colour of the selection at the right of the item's text.

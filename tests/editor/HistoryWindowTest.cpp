@@ -4,6 +4,7 @@
 #include "embedded/data/History.h"
 #include "platform/Files.h"
 
+#include <QtCore/QThread>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 
@@ -13,7 +14,8 @@ namespace {
 
 const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
-/// The file system in force. When it is read while a progress window is there, the user presses its button.
+/// The file system in force. When it is read on the window's thread while a progress window is there, the
+/// user presses its button.
 class CancellingFiles : public platform::FileSystemProxy
 {
 public:
@@ -21,7 +23,8 @@ public:
 
     std::optional<QByteArray> Read(const CString& path, CString* reason) override
     {
-        if (QWidget* window = QApplication::activeModalWidget()) {
+        const bool isWindowsThread = QThread::currentThread() == qApp->thread();
+        if (QWidget* window = isWindowsThread ? QApplication::activeModalWidget() : nullptr) {
             if (m_text.isEmpty()) m_text = window->findChild<QLabel*>()->text();
             test::PressButton(*window, u"取消"_s);
         }

@@ -175,8 +175,9 @@ TEST_F(Libraries, WizardIsProposedTheLibrariesInUse)
     EXPECT_EQ(start.quotaFile, embedded::ShippedLibraries(LibraryRole::Quota)[1].name);
 }
 
-TEST_F(Libraries, NewProjectUsesTheChosenOnes)
+TEST_F(Libraries, NewProjectUsesTheChosenOnesHoweverLongItTakes)
 {
+    const test::SlowFiles files;
     const test::NextWindows user(
         {[&](QDialog& window) {
              window.findChild<QLineEdit*>()->setText(Folder(u"mine"_s));
@@ -190,6 +191,8 @@ TEST_F(Libraries, NewProjectUsesTheChosenOnes)
          },
          [](QDialog& refused) { refused.reject(); }});
     m_window.Commands().newProject->trigger();
+    EXPECT_FALSE(user.Done()) << "nothing was refused";
+    EXPECT_EQ(files.Windows(), 1);
     ASSERT_EQ(Project().Folder(), Folder(u"mine"_s));
     EXPECT_EQ(Project().LibraryInUse(LibraryRole::Bill), Bill2008);
     EXPECT_EQ(Project().LibraryInUse(LibraryRole::Quota), ShippedCodes(LibraryRole::Quota)[1]);

@@ -37,14 +37,15 @@ TEST(LongStep, RaisesWhatTheStepRaised)
 
 TEST(LongStep, CancelButtonStopsTheStep)
 {
-    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"取消"_s); }});
+    const test::NextWindows user(
+        {test::NextWindows::InProgress([](QDialog& window) { test::PressButton(window, u"取消"_s); })});
     EXPECT_FALSE(RunLongStep(nullptr, u"step"_s, WorkUntilCancelled));
     EXPECT_TRUE(user.Done());
 }
 
 TEST(LongStep, ClosingTheWindowStopsTheStep)
 {
-    const test::NextWindows user({[](QDialog& window) { window.close(); }});
+    const test::NextWindows user({test::NextWindows::InProgress([](QDialog& window) { window.close(); })});
     EXPECT_FALSE(RunLongStep(nullptr, u"step"_s, WorkUntilCancelled));
     EXPECT_TRUE(user.Done());
 }
@@ -52,11 +53,11 @@ TEST(LongStep, ClosingTheWindowStopsTheStep)
 TEST(LongStep, ProgressIsShown)
 {
     int shown = -1;
-    const test::NextWindows user({[&](QDialog& window) {
+    const test::NextWindows user({test::NextWindows::InProgress([&](QDialog& window) {
         const auto* bar = window.findChild<QProgressBar*>();
         shown = 100 * bar->value() / bar->maximum();
         window.close();
-    }});
+    })});
     RunLongStep(nullptr, u"step"_s, [](StepControl& control) {
         control.Report(3, 4);
         WorkUntilCancelled(control);

@@ -2,6 +2,7 @@
 
 #include "editor/Project.h"
 #include "platform/Files.h"
+#include "support/WindowWaits.h"
 
 #include <QtCore/QDir>
 #include <QtGui/QAction>
@@ -59,7 +60,7 @@ protected:
     {
         m_window.OpenSample(Folder(u"project"_s));
         m_window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&m_window));
+        test::WaitUntilActive(m_window);
     }
 
     editor::Project& Project() const { return *m_window.OpenedProject(); }

@@ -47,7 +47,7 @@ TEST_F(StepUnderWindow, WindowComesWithTheFirstPieceAfterTheQuietTime)
         DoPiece();
         ASSERT_NE(Window(), nullptr);
         EXPECT_EQ(Window()->findChild<QLabel*>()->text(), u"step"_s);
-        EXPECT_EQ(Window()->windowTitle(), u"KtQdDeConfig 规则编辑器"_s);
+        EXPECT_EQ(Window()->windowTitle(), u"step - KtQdDeConfig 规则编辑器"_s);
     }));
     EXPECT_EQ(Window(), nullptr);
 }

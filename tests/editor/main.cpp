@@ -1,3 +1,5 @@
+#include "support/Surroundings.h"
+
 #include <QtWidgets/QApplication>
 
 #include <gmock/gmock.h>
@@ -8,5 +10,7 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleMock(&argc, argv);
     const QApplication application(argc, argv);
+    test::RequireCleanEnds();
+    test::RequireCleanDesktop();
     return RUN_ALL_TESTS();
 }

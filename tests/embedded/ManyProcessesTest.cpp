@@ -1,5 +1,6 @@
 #include "embedded/OldProject.h"
 #include "platform/Files.h"
+#include "support/Patience.h"
 
 #include <QtCore/QProcess>
 
@@ -25,7 +26,7 @@ public:
             m_programs.back()->start(QString::fromUtf8(KTQDDE_OPENER), {verb, folder});
         }
         for (const auto& program : m_programs) {
-            EXPECT_TRUE(program->waitForFinished(120000)) << program->errorString().toStdString();
+            test::WaitForEnd(*program);
             EXPECT_EQ(program->exitStatus(), QProcess::NormalExit);
             m_messages += QString::fromUtf8(program->readAllStandardError());
         }
@@ -87,8 +88,7 @@ TEST(ManyProcesses, ProgramThatIsKilledWhileItRewritesACatalogueLosesNothing)
         QProcess program;
         program.start(QString::fromUtf8(KTQDDE_OPENER), {u"open"_s, project.Folder()});
         program.waitForFinished(milliseconds);
-        program.kill();
-        program.waitForFinished();
+        test::Kill(program);
         const embedded::EmbeddedHost host(project.Folder());
         ASSERT_EQ(host.Contents().bills.size(), 3U) << milliseconds;
         EXPECT_EQ(host.LibrariesOf(embedded::LibraryRole::Quota).size(), 2) << milliseconds;

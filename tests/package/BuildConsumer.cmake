@@ -1,5 +1,5 @@
 function(run)
-    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result TIMEOUT 250)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
     if(NOT result EQUAL 0)
         message(FATAL_ERROR "failed: ${ARGV}")
     endif()

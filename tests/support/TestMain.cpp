@@ -1,3 +1,5 @@
+#include "support/Surroundings.h"
+
 #include <QtCore/QCoreApplication>
 
 #include <gmock/gmock.h>
@@ -7,5 +9,6 @@ int main(int argc, char** argv)
 {
     ::testing::InitGoogleMock(&argc, argv);
     const QCoreApplication application(argc, argv);
+    test::RequireCleanEnds();
     return RUN_ALL_TESTS();
 }

@@ -1,6 +1,7 @@
 #include "dialogs/ModalUser.h"
 #include "embedded/windows/PickerFixture.h"
 #include "embedded/windows/WindowUser.h"
+#include "support/WindowWaits.h"
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QLineEdit>
@@ -110,23 +111,23 @@ TEST_F(BillPicker, DoubleClickEnterAndButtonSendTheBill)
 TEST_F(BillPicker, IsActiveAgainAfterTheReceiverAskedInAWindowOfItsOwn)
 {
     Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    test::WaitUntilActive(Window());
     m_parent.WhileHandling([this] {
         m_parent.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&m_parent));
+        test::WaitUntilActive(m_parent);
     });
     DoubleClickRow(Bills(), 0);
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    test::WaitUntilActive(Window());
 }
 
 TEST_F(BillPicker, LeavesTheReceiverActiveWhenItWasHiddenMeanwhile)
 {
     Window().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&Window()));
+    test::WaitUntilActive(Window());
     m_parent.WhileHandling([this] { Window().hide(); });
     DoubleClickRow(Bills(), 0);
     EXPECT_FALSE(Window().isVisible());
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&m_parent));
+    test::WaitUntilActive(m_parent);
 }
 
 TEST_F(BillPicker, DoubleClickBelowTheLastItemSendsNothing)
