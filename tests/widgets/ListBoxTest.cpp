@@ -8,10 +8,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class ListBoxTest : public ::testing::Test
+class ListBox : public ::testing::Test
 {
 protected:
-    ListBoxTest()
+    ListBox()
     {
         for (const CString& text : {u"甲"_s, u"乙"_s})
             widgets::AddString(m_list, text);
@@ -24,20 +24,20 @@ protected:
 
 } // namespace
 
-TEST_F(ListBoxTest, TellsOfASelectionOnce)
+TEST_F(ListBox, TellsOfASelectionOnce)
 {
     m_list.setCurrentRow(1);
     EXPECT_EQ(m_told, 1);
 }
 
-TEST_F(ListBoxTest, SaysNothingOfWhatADialogSelects)
+TEST_F(ListBox, SaysNothingOfWhatADialogSelects)
 {
     widgets::SetCurSel(m_list, 1);
     EXPECT_EQ(widgets::GetCurSel(m_list), 1);
     EXPECT_EQ(m_told, 0);
 }
 
-TEST_F(ListBoxTest, KeepsTheIntegerOfAnEntry)
+TEST_F(ListBox, KeepsTheIntegerOfAnEntry)
 {
     EXPECT_EQ(widgets::GetItemData(m_list, 1), 0);
     widgets::SetItemData(m_list, 1, 42);

@@ -36,6 +36,9 @@ private:
 /// choice list, which the arrow in the cell and Alt+Down do too. A cell of type `Click` opens nothing: F2 and
 /// the space bar count as a click on it, so that the keyboard reaches what the mouse reaches. The Tab key
 /// leaves the grid.
+///
+/// The source is divided by concern: `CGridCtrl.cpp` has cells, dimensions and geometry, `CGridCtrlInput.cpp`
+/// selection, focus and editing, `CGridCtrlClipboard.cpp` the clipboard.
 class CGridCtrl : public QTableView, private IGridCells
 {
     Q_OBJECT

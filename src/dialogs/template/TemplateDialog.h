@@ -32,6 +32,8 @@ inline constexpr int IdCancel = 2;
 ///
 /// Enter presses the button that the table names as default, or the push button that has the focus; in a
 /// dialog without a default button Enter does nothing. Escape and the close box reach the cancel step.
+///
+/// `TemplateLayout.cpp` is the part that makes the controls and places them, `TemplateDialog.cpp` the rest.
 class TemplateDialog : public QDialog
 {
 public:

@@ -185,11 +185,11 @@ TEST(CTTComboBoxDrawing, SelectedEntryHasTheHighlightColours)
 {
     ComboUser user(true);
     user.Combo().SetOwnerDrawn(true);
-    const QPalette colors = user.Combo().palette();
+    const QPalette colours = user.Combo().palette();
     const QStyle::State selected = QStyle::State_Enabled | QStyle::State_Selected;
-    EXPECT_EQ(BackgroundOf(user.Combo(), 1, selected), colors.color(QPalette::Highlight));
-    EXPECT_TRUE(Shows(user.Combo(), 1, selected, colors.color(QPalette::HighlightedText)));
-    EXPECT_EQ(BackgroundOf(user.Combo(), 1, QStyle::State_Enabled), colors.color(QPalette::Base));
+    EXPECT_EQ(BackgroundOf(user.Combo(), 1, selected), colours.color(QPalette::Highlight));
+    EXPECT_TRUE(Shows(user.Combo(), 1, selected, colours.color(QPalette::HighlightedText)));
+    EXPECT_EQ(BackgroundOf(user.Combo(), 1, QStyle::State_Enabled), colours.color(QPalette::Base));
 }
 
 TEST(CTTComboBoxDrawing, RefusedEntryNeverShowsAsSelected)
