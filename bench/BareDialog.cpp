@@ -2,7 +2,7 @@
 
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
-#include "dialogs/DialogTemplates.h"
+#include "dialogs/template/DialogTemplates.h"
 
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>

@@ -4,12 +4,12 @@
 #include "bench/Measure.h"
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
-#include "dialogs/TreeControl.h"
 #include "embedded/windows/ItemPane.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
+#include "widgets/TreeControl.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QProcess>
@@ -76,7 +76,7 @@ CString MakeRules(const QString& file, int rules)
 
 QTreeWidgetItem& ItemOf(const CAutoConfigDlg& dialog, const CString& name)
 {
-    const auto found = dialog.Item<dialogs::TreeControl>(CategoryTree)
+    const auto found = dialog.Item<widgets::TreeControl>(CategoryTree)
                            .findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
     if (found.isEmpty()) throw std::runtime_error("the dialog lacks the category of the measurement");
     return *found.first();
@@ -110,7 +110,7 @@ public:
 private:
     void Choose(QTreeWidgetItem& item)
     {
-        m_dialog.Item<dialogs::TreeControl>(CategoryTree).setCurrentItem(&item);
+        m_dialog.Item<widgets::TreeControl>(CategoryTree).setCurrentItem(&item);
         Paint();
     }
 

@@ -11,7 +11,8 @@ set(KTQDDE_WIDGET_HEADERS ${KTQDDE_CORE_HEADERS}
 foreach(library embedded cli)
     target_precompile_headers(ktqdde_${library} PRIVATE ${KTQDDE_CORE_HEADERS})
 endforeach()
-foreach(library dialogs embedded_windows editor)
+foreach(library widgets dialogs_grid dialogs_template dialogs_process dialogs_secondary dialogs_main dialogs_wizard
+        embedded_windows editor)
     target_precompile_headers(ktqdde_${library} PRIVATE ${KTQDDE_WIDGET_HEADERS})
 endforeach()
 target_precompile_headers(ktqdde-pictures PRIVATE ${KTQDDE_WIDGET_HEADERS})

@@ -1,6 +1,6 @@
 #include "editor/EditorProgram.h"
 
-#include "dialogs/MessageBoxes.h"
+#include "dialogs/process/MessageBoxes.h"
 #include "editor/AppIcon.h"
 #include "editor/ChosenFile.h"
 #include "editor/CommandLine.h"

@@ -2,6 +2,7 @@
 
 #include "editor/Boxes.h"
 #include "platform/Messages.h"
+#include "widgets/Guard.h"
 
 namespace editor {
 
@@ -12,13 +13,7 @@ void ShowError(const std::exception& error)
 
 bool RunGuarded(const std::function<void()>& step)
 {
-    try {
-        step();
-        return true;
-    } catch (const std::exception& error) {
-        ShowError(error);
-        return false;
-    }
+    return widgets::RunGuarded(step, ProgramName());
 }
 
 } // namespace editor

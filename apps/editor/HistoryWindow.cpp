@@ -7,9 +7,9 @@
 #include "editor/RuleFileState.h"
 #include "editor/TextDifference.h"
 #include "editor/WatchedStep.h"
-#include "embedded/windows/TipDelegate.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
@@ -93,7 +93,7 @@ void HistoryWindow::Build()
     m_list->setHeaderLabels({u"时间"_s, u"大小"_s, u"编号"_s});
     m_list->setRootIsDecorated(false);
     m_list->setMinimumSize(InPixels(fontMetrics(), LeastListSize));
-    m_list->setItemDelegate(new embedded::TipDelegate(m_list));
+    m_list->setItemDelegate(new widgets::TipDelegate(m_list));
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_difference->setReadOnly(true);
     m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);

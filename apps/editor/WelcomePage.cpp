@@ -1,7 +1,7 @@
 #include "editor/WelcomePage.h"
 
 #include "editor/Actions.h"
-#include "embedded/windows/TipDelegate.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtCore/QDir>
 #include <QtGui/QAction>
@@ -58,7 +58,7 @@ WelcomePage::WelcomePage(const Actions& actions, std::function<void(const QStrin
     buttons->addStretch();
     column->addLayout(buttons);
     column->addWidget(Heading(u"最近的工程"_s, 1.0));
-    m_recent->setItemDelegate(new embedded::TipDelegate(m_recent));
+    m_recent->setItemDelegate(new widgets::TipDelegate(m_recent));
     m_recent->setAccessibleName(u"最近的工程"_s);
     column->addWidget(m_recent, 1);
     connect(m_recent, &QListWidget::itemActivated, this,

@@ -3,9 +3,9 @@
 #include "PictureProject.h"
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
-#include "dialogs/ListControls.h"
-#include "dialogs/TreeControl.h"
 #include "host/NvKtDataMng.h"
+#include "widgets/ListControls.h"
+#include "widgets/TreeControl.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>

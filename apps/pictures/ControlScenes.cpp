@@ -1,9 +1,9 @@
 #include "ControlScenes.h"
 
-#include "dialogs/ListControls.h"
 #include "dialogs/MyGridCtrl.h"
 #include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
+#include "widgets/ListControls.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QHelpEvent>
@@ -53,16 +53,16 @@ std::unique_ptr<QWidget> MakeCombos()
          {std::pair{false, true}, {true, true}, {false, false}, {true, false}}) {
         auto* combo = new CTTComboBox(window.get());
         combo->setEditable(editable);
-        dialogs::AddString(*combo, u"一个比组合框的宽度还要长的取值"_s);
-        dialogs::SetCurSel(*combo, 0);
+        widgets::AddString(*combo, u"一个比组合框的宽度还要长的取值"_s);
+        widgets::SetCurSel(*combo, 0);
         combo->setEnabled(enabled);
         combo->setFixedWidth(120);
         column->addWidget(combo);
     }
     auto* list = new CExListBox(window.get());
     for (const CString& line : {u"公称直径(mm)"_s, u"一个比列表框的宽度还要长的属性"_s})
-        dialogs::AddString(*list, line);
-    dialogs::SetCurSel(*list, 1);
+        widgets::AddString(*list, line);
+    widgets::SetCurSel(*list, 1);
     list->setFixedSize(120, 60);
     column->addWidget(list);
     return window;

@@ -1,11 +1,11 @@
 #include "DialogScenes.h"
 
-#include "dialogs/DialogTemplates.h"
-#include "dialogs/ListControls.h"
-#include "dialogs/MessageBoxes.h"
-#include "dialogs/TreeControl.h"
+#include "dialogs/process/MessageBoxes.h"
 #include "dialogs/secondary/CDlgGetQdNum.h"
 #include "dialogs/secondary/DlgSaveAs.h"
+#include "dialogs/template/DialogTemplates.h"
+#include "widgets/ListControls.h"
+#include "widgets/TreeControl.h"
 
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QComboBox>
@@ -56,15 +56,15 @@ void FillTemplate(const dialogs::TemplateDialog& dialog)
     for (const int id : {1009, 1010}) {
         auto& list = dialog.Item<QListWidget>(id);
         for (const CString& line : {u"公称直径(mm)"_s, u"材质"_s, u"具体构件"_s})
-            dialogs::AddString(list, line);
+            widgets::AddString(list, line);
     }
     auto& tab = dialog.Item<QTabWidget>(2001);
     for (const CString& page : {u"取值"_s, u"范围"_s})
         tab.addTab(new QWidget, page);
     for (const auto& [id, text] : {std::pair{1017, u"＞"_s}, {1018, u"＜"_s}, {1021, u"＝"_s}}) {
         auto& combo = dialog.Item<QComboBox>(id);
-        dialogs::AddString(combo, text);
-        dialogs::SetCurSel(combo, 0);
+        widgets::AddString(combo, text);
+        widgets::SetCurSel(combo, 0);
     }
 }
 
@@ -79,7 +79,7 @@ std::unique_ptr<QWidget> MakeTemplate(bool ranges, bool wizard)
         dialog->GetDlgItem(id)->setVisible(!ranges);
     for (const int id : {1017, 1018, 1019, 1020})
         dialog->GetDlgItem(id)->setVisible(ranges);
-    dialogs::SetCurSel(dialog->Item<QTabWidget>(2001), ranges ? 1 : 0);
+    widgets::SetCurSel(dialog->Item<QTabWidget>(2001), ranges ? 1 : 0);
     for (const int id : {7000, 7001, 7002, 7011})
         dialog->GetDlgItem(id)->setVisible(!wizard);
     for (const int id : {7006, 7007, 7008, 2002, 2003, 2004, 2005, 2006, 2007})

@@ -1,10 +1,9 @@
 #include "SampleScenes.h"
 
 #include "dialogs/AutoConfigIds.h"
-#include "dialogs/ListControls.h"
 #include "dialogs/secondary/CDlgGetQdNum.h"
-#include "dialogs/secondary/COnlineAutoConfigDlg.h"
 #include "dialogs/secondary/DlgSaveAs.h"
+#include "dialogs/secondary/wizard/COnlineAutoConfigDlg.h"
 #include "editor/HistoryWindow.h"
 #include "editor/MainWindow.h"
 #include "editor/NewProjectDialog.h"
@@ -15,6 +14,7 @@
 #include "host/UserMessage.h"
 #include "platform/Files.h"
 #include "sample/SampleProject.h"
+#include "widgets/ListControls.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QComboBox>

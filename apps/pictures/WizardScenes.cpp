@@ -1,7 +1,7 @@
 #include "WizardScenes.h"
 
 #include "PictureProject.h"
-#include "dialogs/secondary/COnlineAutoConfigDlg.h"
+#include "dialogs/secondary/wizard/COnlineAutoConfigDlg.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,8 +1,9 @@
 #include "embedded/windows/CalculatorDialog.h"
 
 #include "embedded/data/FormulaChecker.h"
-#include "embedded/windows/TipDelegate.h"
-#include "embedded/windows/WindowColours.h"
+#include "widgets/FaultColour.h"
+#include "widgets/TextMetrics.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtGui/QFocusEvent>
 #include <QtGui/QKeyEvent>
@@ -118,7 +119,7 @@ QWidget* CalculatorDialog::MakeOperators()
         button->setAccessibleName(name);
         button->setToolTip(name);
         button->setAutoDefault(false);
-        button->setMaximumWidth(4 * fontMetrics().horizontalAdvance(u'名'));
+        button->setMaximumWidth(widgets::ChineseWidth(fontMetrics(), 4));
         connect(button, &QPushButton::clicked, this, [this, text = sign] { Insert(text); });
         line->addWidget(button);
     }
@@ -139,7 +140,7 @@ void CalculatorDialog::MakeItemTable()
     m_items->setWordWrap(false);
     m_items->setShowGrid(false);
     m_items->setAlternatingRowColors(true);
-    m_items->setItemDelegate(new TipDelegate(m_items));
+    m_items->setItemDelegate(new widgets::TipDelegate(m_items));
     m_items->verticalHeader()->setMinimumSectionSize(1);
     m_items->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_items->verticalHeader()->hide();
@@ -198,7 +199,7 @@ void CalculatorDialog::Check()
     const auto fault =
         CheckFormula(m_formula->text(), [this](const CString& name) { return m_names.Contains(name); });
     m_ok->setEnabled(!fault.has_value());
-    MarkAsFault(*m_message, fault.has_value());
+    widgets::MarkAsFault(*m_message, fault.has_value());
     if (fault)
         m_message->setText(u"第 %1 个字符：%2"_s.arg(fault->position + 1).arg(fault->text));
     else

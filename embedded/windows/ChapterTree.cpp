@@ -1,6 +1,6 @@
 #include "embedded/windows/ChapterTree.h"
 
-#include "embedded/windows/TipDelegate.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QHeaderView>
@@ -34,7 +34,7 @@ ChapterTree::ChapterTree(QWidget* parent) : QTreeWidget(parent)
 {
     setHeaderHidden(true);
     setUniformRowHeights(true);
-    setItemDelegate(new TipDelegate(this));
+    setItemDelegate(new widgets::TipDelegate(this));
     setAccessibleName(u"章节"_s);
 }
 

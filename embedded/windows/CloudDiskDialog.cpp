@@ -1,12 +1,13 @@
 #include "embedded/windows/CloudDiskDialog.h"
 
 #include "embedded/windows/NameConflictDialog.h"
-#include "embedded/windows/TipDelegate.h"
-#include "embedded/windows/WindowColours.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
+#include "widgets/FaultColour.h"
+#include "widgets/TextMetrics.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QCheckBox>
@@ -68,9 +69,8 @@ void SizeColumns(QTreeWidget& list)
     QHeaderView& header = *list.header();
     header.setStretchLastSection(false);
     header.setSectionResizeMode(Name, QHeaderView::Stretch);
-    const int margin = metrics.height();
-    header.resizeSection(Version, metrics.horizontalAdvance(u"不是规则文件"_s) + margin);
-    header.resizeSection(Modified, metrics.horizontalAdvance(u"0000-00-00 00:00"_s) + margin);
+    header.resizeSection(Version, widgets::ColumnWidth(metrics, u"不是规则文件"_s));
+    header.resizeSection(Modified, widgets::ColumnWidth(metrics, u"0000-00-00 00:00"_s));
     header.setMinimumSectionSize(metrics.horizontalAdvance(u"名称名称名称"_s));
 }
 
@@ -98,7 +98,7 @@ void CloudDiskDialog::MakeFolderLine(QVBoxLayout& layout)
 {
     m_path = new QLineEdit(this);
     m_path->setReadOnly(true);
-    m_path->setMinimumWidth(PathCharacters * fontMetrics().horizontalAdvance(u'名'));
+    m_path->setMinimumWidth(widgets::ChineseWidth(fontMetrics(), PathCharacters));
     m_path->setAccessibleName(u"云盘文件夹"_s);
     auto* label = new QLabel(u"云盘文件夹(&P):"_s, this);
     label->setBuddy(m_path);
@@ -124,7 +124,7 @@ QWidget* CloudDiskDialog::MakeList(const CString& label, const CString& name, QT
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
-    list->setItemDelegate(new TipDelegate(list));
+    list->setItemDelegate(new widgets::TipDelegate(list));
     list->setMinimumHeight(ListLines * fontMetrics().height());
     SizeColumns(*list);
     connect(list, &QTreeWidget::currentItemChanged, this, [this] { ShowButtons(); });
@@ -155,7 +155,7 @@ void CloudDiskDialog::MakeLists(QVBoxLayout& layout, bool mayUpload)
     m_fault = new QLabel(this);
     m_fault->setTextFormat(Qt::PlainText);
     m_fault->setWordWrap(true);
-    MarkAsFault(*m_fault, true);
+    widgets::MarkAsFault(*m_fault, true);
     m_current = new QLabel(this);
     m_current->setTextFormat(Qt::PlainText);
     m_current->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

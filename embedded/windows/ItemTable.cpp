@@ -1,7 +1,8 @@
 #include "embedded/windows/ItemTable.h"
 
 #include "embedded/windows/ItemModel.h"
-#include "embedded/windows/TipDelegate.h"
+#include "widgets/TextMetrics.h"
+#include "widgets/TipDelegate.h"
 
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
@@ -32,7 +33,7 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent)
     setTabKeyNavigation(false);
     setEditTriggers(NoEditTriggers);
     setCornerButtonEnabled(false);
-    setItemDelegate(new TipDelegate(this));
+    setItemDelegate(new widgets::TipDelegate(this));
     // Rows of one height: the header then need not ask for thousands of them.
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->hide();
@@ -45,10 +46,9 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent)
 void ItemTable::SizeColumns()
 {
     const QFontMetrics metrics(font());
-    const int margin = metrics.height();
     const auto width = [&](const QString& sample, int column) {
         const QString title = model()->headerData(column, Qt::Horizontal).toString();
-        return std::max(metrics.horizontalAdvance(sample), metrics.horizontalAdvance(title)) + margin;
+        return std::max(widgets::ColumnWidth(metrics, sample), widgets::ColumnWidth(metrics, title));
     };
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(metrics.height() + metrics.height() / 2);
@@ -66,7 +66,7 @@ void ItemTable::StretchNames()
 {
     QHeaderView& header = *horizontalHeader();
     const int others = header.length() - header.sectionSize(ItemModel::Name);
-    const int needed = QFontMetrics(font()).horizontalAdvance(u'名') * NameCharacters;
+    const int needed = widgets::ChineseWidth(QFontMetrics(font()), NameCharacters);
     header.resizeSection(ItemModel::Name, std::max(viewport()->width() - others, needed));
 }
 
@@ -80,14 +80,14 @@ QSize ItemTable::sizeHint() const
 {
     const QFontMetrics metrics(font());
     constexpr int Lines = 12;
-    return {metrics.horizontalAdvance(u'名') * 3 * NameCharacters, metrics.height() * Lines};
+    return {widgets::ChineseWidth(metrics, 3 * NameCharacters), metrics.height() * Lines};
 }
 
 QSize ItemTable::minimumSizeHint() const
 {
     const QFontMetrics metrics(font());
     constexpr int Lines = 7;
-    return {metrics.horizontalAdvance(u'名') * 2 * NameCharacters, metrics.height() * Lines};
+    return {widgets::ChineseWidth(metrics, 2 * NameCharacters), metrics.height() * Lines};
 }
 
 void ItemTable::keyPressEvent(QKeyEvent* event)

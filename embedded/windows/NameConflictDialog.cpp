@@ -1,7 +1,7 @@
 #include "embedded/windows/NameConflictDialog.h"
 
-#include "embedded/windows/WindowColours.h"
 #include "platform/Paths.h"
+#include "widgets/FaultColour.h"
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLabel>
@@ -29,7 +29,7 @@ NameConflictDialog::NameConflictDialog(const CString& folder, const CString& nam
     m_name->selectAll();
     m_fault->setTextFormat(Qt::PlainText);
     m_fault->setAccessibleDescription(u"名称检查结果"_s);
-    MarkAsFault(*m_fault, true);
+    widgets::MarkAsFault(*m_fault, true);
     auto* layout = new QVBoxLayout(this);
     for (QWidget* widget : std::initializer_list<QWidget*>{text, label, m_name, m_fault})
         layout->addWidget(widget);

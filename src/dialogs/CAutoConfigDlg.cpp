@@ -1,17 +1,18 @@
 #include "dialogs/CAutoConfigDlg.h"
 
 #include "dialogs/AutoConfigIds.h"
-#include "dialogs/CutTextTips.h"
-#include "dialogs/DialogTemplates.h"
-#include "dialogs/FieldTextValidator.h"
-#include "dialogs/GridEditors.h"
-#include "dialogs/ListControls.h"
 #include "dialogs/ProjectMode.h"
-#include "dialogs/TreeControl.h"
+#include "dialogs/grid/FieldTextValidator.h"
+#include "dialogs/grid/GridEditors.h"
 #include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
+#include "dialogs/template/DialogTemplates.h"
 #include "host/HostWindows.h"
 #include "host/UserMessage.h"
+#include "widgets/CutTextTips.h"
+#include "widgets/ListControls.h"
+#include "widgets/TextMetrics.h"
+#include "widgets/TreeControl.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QSessionManager>
@@ -20,7 +21,6 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTabWidget>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <exception>
@@ -34,9 +34,8 @@ using namespace dialogs::autoconfig;
 
 namespace {
 
-/// Widths of the rule list's columns in pixels, at fonts up to `PlainFontSize` points.
+/// Widths of the rule list's columns in pixels, at small fonts.
 constexpr std::array RuleColumnWidths{40, 450};
-constexpr double PlainFontSize = 9;
 
 /// Whether the keys that a control gets are its own: those of a text, also in a cell of the grid, and those
 /// of a drop list.
@@ -63,9 +62,8 @@ CAutoConfigDlg::~CAutoConfigDlg()
     m_presenter.reset();
 }
 
-// Two events of the dialog have no handler because nothing happens on them: the end of an in-place edit
-// (column 2 reaches the tree by the flush, see the class comment), and a press of the explanation, which only
-// the wizard form shows.
+// Nothing happens at the end of an in-place edit, since column 2 reaches the tree by the flush (see the class
+// comment), nor at a press of the explanation, which only the wizard form shows.
 void CAutoConfigDlg::EnterEvents()
 {
     On(DialogEvent::UserMessage, host::PresenceMessage, [](Notice& notice) { notice.result = 1; });
@@ -159,7 +157,7 @@ void CAutoConfigDlg::OnInitDialog()
     SetUpRuleList();
     EnterShortcuts();
     for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{m_tree, m_ruleList, &m_grid})
-        dialogs::ShowTipsOfCutTexts(*view);
+        widgets::ShowTipsOfCutTexts(*view);
     FillConfigTree();
     const int mode = dialogs::ProjectMode();
     if (mode == SQdDeInfo::BillMode) SetItemText(PickerButton, u"套清单>>"_s);
@@ -204,7 +202,7 @@ void CAutoConfigDlg::SetUpRuleList()
 
 void CAutoConfigDlg::ScaleRuleColumns()
 {
-    const double scale = std::max(1.0, QFontInfo(font()).pointSizeF() / PlainFontSize);
+    const double scale = widgets::FontScale(font());
     const double growth = scale / std::exchange(m_ruleColumnScale, scale);
     for (int column = 0; column < m_ruleList->columnCount(); ++column)
         m_ruleList->setColumnWidth(column, qRound(m_ruleList->columnWidth(column) * growth));
@@ -232,7 +230,6 @@ void CAutoConfigDlg::OnGridNotify(const GridNotification& notification)
     notice.text = notification.text;
     if (notification.code == NM_CLICK) Dispatch(DialogEvent::CellClick, Grid, notice);
     if (notification.code == CellChoiceMade) Dispatch(DialogEvent::CellChoice, Grid, notice);
-    if (notification.code == LVN_ENDLABELEDIT) Dispatch(DialogEvent::CellEdited, Grid, notice);
 }
 
 void CAutoConfigDlg::FlushAndSave()

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "dialogs/MyGridCtrl.h"
-#include "dialogs/TemplateDialog.h"
+#include "dialogs/template/TemplateDialog.h"
 #include "host/NvQdDeMng.h"
 #include "host/Records.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
 #include <array>
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -22,7 +21,7 @@ class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-namespace dialogs {
+namespace widgets {
 class TreeControl;
 }
 
@@ -128,12 +127,10 @@ private:
     CString GetPickerPosition() const;
     QTreeWidgetItem* SelectedCategory() const;
     QTreeWidgetItem* SelectedRule() const;
-    /// The bill row that a grid row belongs to; 0 when there is none above it.
-    int BillRowOf(int row) const;
     /// Big and small category, rule, bill item, kind and id of what a grid row shows: equal for the same item
     /// only. The categories' ids are 0 where `GetCategoryPath` fails, the rule's where `GetRulePath` does,
     /// the bill item's where no bill row stands above.
-    std::array<std::intptr_t, 6> AddressOfRow(int row);
+    std::array<int, 6> AddressOfRow(int row);
 
     // Rule list and grid rows
 
@@ -219,7 +216,6 @@ private:
     void SelectGridRow(int row);
     void AppendBill(const QdNode& bill);
     void AppendQuotas(const std::vector<DeNode*>& quotas);
-    int AppendRow(int id, int kind, const CStringArray& texts);
     /// Selects the last row with that number.
     void SelectItem(const CString& number);
     /// `rule`, or the first calculation rule of the category. Warns when the category has none.
@@ -248,7 +244,7 @@ private:
     std::map<CString, CString> m_attributeCodes;
     // The controls belong to the dialog's window; null before the init step.
     QTabWidget* m_pages = nullptr;
-    dialogs::TreeControl* m_tree = nullptr;
+    widgets::TreeControl* m_tree = nullptr;
     QTreeWidget* m_ruleList = nullptr;
     CExListBox* m_attributeList = nullptr;
     CExListBox* m_conditionList = nullptr;

@@ -1,12 +1,13 @@
 #include "dialogs/CAutoConfigDlg.h"
 
-#include "dialogs/ListControls.h"
-#include "dialogs/TreeControl.h"
+#include "dialogs/AutoConfigIds.h"
 #include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
 #include "host/APCellData.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
+#include "widgets/ListControls.h"
+#include "widgets/TreeControl.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtWidgets/QAbstractItemView>
@@ -24,6 +25,7 @@
 // back: a condition is changed by building it again on the same attribute.
 
 using namespace Qt::StringLiterals;
+using namespace dialogs::autoconfig;
 
 namespace {
 
@@ -95,10 +97,10 @@ void CAutoConfigDlg::InitConditionPanel()
                                           {m_lowerOperator, {u"＞"_s, u"≥"_s}}}};
     for (const Operators& list : lists) {
         for (const CString& entry : list.entries)
-            dialogs::AddString(*list.combo, entry);
-        dialogs::SetCurSel(*list.combo, 0);
+            widgets::AddString(*list.combo, entry);
+        widgets::SetCurSel(*list.combo, 0);
     }
-    dialogs::SetCurSel(*m_pages, ValuePage);
+    widgets::SetCurSel(*m_pages, ValuePage);
     ShowConditionPage();
     m_pages->setEnabled(true);
 }
@@ -113,18 +115,27 @@ void CAutoConfigDlg::ShowConditionPage()
         combo->setVisible(page == RangePage);
 }
 
+void CAutoConfigDlg::EnableConditionControls(bool enable)
+{
+    for (const int id :
+         {int(Attributes), int(Conditions), int(PageTab), int(LowerOperator), int(UpperOperator),
+          int(LowerBound), int(UpperBound), int(EqualOperator), int(ValueCombo), int(AddConditionButton),
+          int(RemoveConditionButton), int(CopyRuleButton), int(DeleteRuleButton)})
+        GetDlgItem(id)->setEnabled(enable);
+}
+
 void CAutoConfigDlg::FillAttributeList()
 {
     const CString categoryText = GetCategoryText();
     if (categoryText.isEmpty()) return;
-    dialogs::ResetContent(*m_attributeList);
+    widgets::ResetContent(*m_attributeList);
     m_attributeCodes.clear();
     m_attributeExtras.clear();
     OnAttributeChanged(); // the former category's values must not outlive it where the host raises
     AddHostAttributes(categoryText);
     AddDerivedAttributes(categoryText);
-    dialogs::AddString(*m_attributeList, u"具体构件"_s); // the one attribute without a code
-    dialogs::SetCurSel(*m_attributeList, 0);
+    widgets::AddString(*m_attributeList, u"具体构件"_s); // the one attribute without a code
+    widgets::SetCurSel(*m_attributeList, 0);
 }
 
 void CAutoConfigDlg::AddHostAttributes(const CString& categoryText)
@@ -149,13 +160,13 @@ void CAutoConfigDlg::AddDerivedAttributes(const CString& categoryText)
 
 void CAutoConfigDlg::AddAttribute(const CString& name, const CString& code)
 {
-    dialogs::AddString(*m_attributeList, name);
+    widgets::AddString(*m_attributeList, name);
     m_attributeCodes[name] = code;
 }
 
 CString CAutoConfigDlg::SelectedAttribute() const
 {
-    const int line = dialogs::GetCurSel(*m_attributeList);
+    const int line = widgets::GetCurSel(*m_attributeList);
     return line < 0 ? CString() : m_attributeList->item(line)->text();
 }
 
@@ -164,7 +175,7 @@ void CAutoConfigDlg::OnAttributeChanged()
     const CString name = SelectedAttribute();
     const auto found = m_attributeCodes.find(name);
     // Before the host is asked: where it raises, the former attribute's values must be gone.
-    dialogs::ResetContent(*m_value);
+    widgets::ResetContent(*m_value);
     if (found == m_attributeCodes.end()) {
         m_pages->setEnabled(true);
         return;
@@ -172,7 +183,7 @@ void CAutoConfigDlg::OnAttributeChanged()
     ChoosePageFor(name);
     const CStringArray entries = ValuesOf(found->second);
     for (const CString& entry : entries)
-        dialogs::AddString(*m_value, entry);
+        widgets::AddString(*m_value, entry);
     WidenValueDropList(*m_value);
 }
 
@@ -182,7 +193,7 @@ void CAutoConfigDlg::ChoosePageFor(const CString& attributeName)
     const bool equalityOnly =
         m_presenter->GetAttConfig(GetCategoryText(), attributeName, config) && config.compar == 0;
     if (equalityOnly) {
-        dialogs::SetCurSel(*m_pages, ValuePage);
+        widgets::SetCurSel(*m_pages, ValuePage);
         ShowConditionPage();
     }
     m_pages->setEnabled(!equalityOnly);
@@ -215,18 +226,18 @@ void CAutoConfigDlg::WidenValueDropList(CTTComboBox& combo)
 void CAutoConfigDlg::FillConditionList()
 {
     QListWidget& list = *m_conditionList;
-    dialogs::ResetContent(list);
+    widgets::ResetContent(list);
     const QTreeWidgetItem* row = SelectedRule();
     if (row == nullptr) return;
-    const int id = row->data(0, Qt::UserRole).toInt();
+    const int id = widgets::DataOf(row);
     const auto rule = std::find_if(m_rules.begin(), m_rules.end(),
                                    [id](const ConfigNode* node) { return node->GetId() == id; });
     if (rule == m_rules.end()) return;
     for (const ConditionNode* condition : (*rule)->GetCondition()) {
-        const int line = dialogs::AddString(list, condition->GetConditionString());
-        list.item(line)->setData(Qt::UserRole, condition->GetId());
+        const int line = widgets::AddString(list, condition->GetConditionString());
+        widgets::SetItemData(list, line, condition->GetId());
     }
-    if (list.count() > 0) dialogs::SetCurSel(list, 0);
+    if (list.count() > 0) widgets::SetCurSel(list, 0);
 }
 
 bool CAutoConfigDlg::BuildConditionArray(CStringArray& array) const
@@ -266,7 +277,7 @@ bool CAutoConfigDlg::FindChosenCondition(int& id) const
     const QListWidget& list = *m_conditionList;
     for (int line = 0; line < list.count(); ++line) {
         if (!list.item(line)->text().contains(name)) continue;
-        id = list.item(line)->data(Qt::UserRole).toInt();
+        id = widgets::GetItemData(list, line);
         return true;
     }
     return false;
@@ -287,7 +298,7 @@ void CAutoConfigDlg::OnAddCondition()
 void CAutoConfigDlg::OnRemoveCondition()
 {
     CPath path{};
-    if (dialogs::GetCurSel(*m_conditionList) < 0 || !GetConditionPath(path)) return;
+    if (widgets::GetCurSel(*m_conditionList) < 0 || !GetConditionPath(path)) return;
     m_rules.clear();
     if (!m_presenter->DelCondition(path, m_rules)) return;
     FillRuleList();

@@ -1,12 +1,12 @@
 #include "dialogs/CAutoConfigDlg.h"
 
 #include "dialogs/ProjectMode.h"
-#include "dialogs/TreeControl.h"
 #include "dialogs/secondary/CDlgGetQdNum.h"
 #include "host/HostWindows.h"
 #include "host/NvQdInfo.h"
 #include "host/NvSysRuleData.h"
 #include "platform/Messages.h"
+#include "widgets/TreeControl.h"
 
 #include <QtWidgets/QTreeWidget>
 
@@ -16,21 +16,12 @@
 #include <set>
 #include <vector>
 
-// The grid of bill and quota items. A row's item data tell what it is: column 1 the kind of the row, column 0
-// the id of its node. In bill mode the quota rows of a bill item stand directly below its row; nothing else
-// ties them to it.
+// What picks, changes and deletes bill and quota items.
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-enum RowKind : int { BillRow = 0, QuotaRow = 1 };
-
-constexpr int UnitColumn = 3;
-constexpr int FormulaColumn = 4;
-constexpr int AnnexColumn = 5;
-/// Background of the columns 1 to 4 of a bill row, 0x00BBGGRR.
-constexpr std::uint32_t BillColor = 0xFFFF80;
 /// The part of a bill number that the items of one kind share.
 constexpr qsizetype BaseNumberLength = 9;
 
@@ -39,79 +30,7 @@ CString YesNo(int flag)
     return flag != 0 ? u"是"_s : u"否"_s;
 }
 
-bool SameCode(const CString& a, const CString& b)
-{
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
 } // namespace
-
-void CAutoConfigDlg::SelectGridRow(int row)
-{
-    m_grid.SetSelectedRange(row, 1, row, m_grid.GetColumnCount() - 1, false, true);
-    m_grid.SetFocusCell(row, 1);
-    m_grid.setFocus();
-}
-
-// Items of other libraries are left out of the view; they stay in the tree and in the file.
-void CAutoConfigDlg::FillGrid(const std::vector<ConfigNode*>& rules)
-{
-    m_grid.DeleteNonFixedRows();
-    const QTreeWidgetItem* selected = SelectedRule();
-    // A category whose grid could not be set up has no columns either.
-    if (selected == nullptr || m_grid.GetColumnCount() == 0) return;
-    const int ruleId = selected->data(0, Qt::UserRole).toInt();
-    const bool billMode = dialogs::IsBillMode();
-    for (const ConfigNode* rule : rules) {
-        if (rule->GetId() != ruleId) continue;
-        if (!billMode) {
-            AppendQuotas(rule->GetDe());
-            continue;
-        }
-        for (const QdNode* bill : rule->GetQd())
-            AppendBill(*bill);
-    }
-    m_grid.Refresh();
-}
-
-void CAutoConfigDlg::AppendBill(const QdNode& bill)
-{
-    const QdStruct& record = bill.GetRecord();
-    if (!SameCode(NvKtDataMng::CAtt().GetQdCode(), record.strQdCode)) return;
-    const int row =
-        AppendRow(bill.GetId(), BillRow,
-                  {record.strQdId, record.strName, record.strUnit, record.strFormula, record.strAnnex});
-    for (int column = 1; column <= FormulaColumn; ++column)
-        if (const auto cell = m_grid.GetCell(row, column)) cell->SetBackClr(BillColor);
-    AppendQuotas(bill.GetDe());
-}
-
-void CAutoConfigDlg::AppendQuotas(const std::vector<DeNode*>& quotas)
-{
-    const CString code = dialogs::QuotaLibraryCode();
-    for (const DeNode* quota : quotas) {
-        const DeStruct& record = quota->GetRecord();
-        if (!SameCode(code, record.strDeCode)) continue;
-        AppendRow(quota->GetId(), QuotaRow,
-                  {record.strDeId, record.strName, record.strUnit, record.strFormula, record.strAnnex});
-    }
-}
-
-int CAutoConfigDlg::AppendRow(int id, int kind, const CStringArray& texts)
-{
-    const int row = m_grid.InsertOneprop(m_grid.GetRowCount(), texts, nullptr);
-    m_grid.SetItemState(row, 1, ReadOnlyState);
-    m_grid.SetItemData(row, 1, kind);
-    m_grid.SetItemData(row, 0, id);
-    return row;
-}
-
-void CAutoConfigDlg::SelectItem(const CString& number)
-{
-    // The row behind the last one reads as empty; it is no row to be selected, though.
-    for (int row = 1; row < m_grid.GetRowCount(); ++row)
-        if (m_grid.GetItemText(row, 1) == number) SelectGridRow(row);
-}
 
 CString CAutoConfigDlg::ResolveCalRule(const CString& categoryText, const CString& rule) const
 {
@@ -236,11 +155,11 @@ void CAutoConfigDlg::DeleteFromBills(const CPath& path, const std::vector<int>& 
     std::set<int> bills;
     std::map<int, std::set<int>> quotas;
     for (const int row : rows) {
-        const int id = static_cast<int>(m_grid.GetItemData(row, 0));
-        if (m_grid.GetItemData(row, 1) == BillRow) {
+        const int id = m_grid.IdOf(row);
+        if (m_grid.KindOf(row) == MyGridCtrl::BillRow) {
             bills.insert(id);
-        } else if (const int billRow = BillRowOf(row); billRow >= 1) {
-            quotas[static_cast<int>(m_grid.GetItemData(billRow, 0))].insert(id);
+        } else if (const int billRow = m_grid.BillRowOf(row); billRow >= 1) {
+            quotas[m_grid.IdOf(billRow)].insert(id);
         }
     }
     if (!bills.empty()) m_presenter->DelQd(path, bills);
@@ -252,8 +171,8 @@ void CAutoConfigDlg::DeleteFromRule(const CPath& path, const std::vector<int>& r
     // One call per row with all ids so far; those that are gone already do no harm.
     std::set<int> quotas;
     for (const int row : rows) {
-        if (m_grid.GetItemData(row, 1) != QuotaRow) continue;
-        quotas.insert(static_cast<int>(m_grid.GetItemData(row, 0)));
+        if (m_grid.KindOf(row) != MyGridCtrl::QuotaRow) continue;
+        quotas.insert(m_grid.IdOf(row));
         m_presenter->DelDeInConfigNode(path, quotas);
     }
 }
@@ -261,20 +180,20 @@ void CAutoConfigDlg::DeleteFromRule(const CPath& path, const std::vector<int>& r
 void CAutoConfigDlg::OnGridCellClick(const dialogs::Notice& notice)
 {
     const int row = notice.row;
-    if (!m_grid.IsValid(row, notice.column) || row == 0 || notice.column != FormulaColumn) return;
-    const CString text = m_grid.GetItemText(row, FormulaColumn);
+    if (!m_grid.IsValid(row, notice.column) || row == 0 || notice.column != MyGridCtrl::FormulaColumn) return;
+    const CString text = m_grid.GetItemText(row, MyGridCtrl::FormulaColumn);
     const auto item = AddressOfRow(row);
     CString result;
     const int answer = KtGlobalDlg::CFaceGlobalDlg().ShowCalculatorDlg(GetCategoryText(), text, result, this);
     // The host may have moved the selections while its window was open: then the row is another item's.
     if (answer != 1 || result == text || AddressOfRow(row) != item) return;
-    m_grid.SetItemText(row, FormulaColumn, result);
+    m_grid.SetItemText(row, MyGridCtrl::FormulaColumn, result);
     CommitGridRow(row);
 }
 
 void CAutoConfigDlg::OnGridCellChoice(const dialogs::Notice& notice)
 {
-    if (notice.column != UnitColumn && notice.column != AnnexColumn) return;
+    if (notice.column != MyGridCtrl::UnitColumn && notice.column != MyGridCtrl::AnnexColumn) return;
     m_grid.SetItemText(notice.row, notice.column, notice.text);
     CommitGridRow(notice.row);
 }

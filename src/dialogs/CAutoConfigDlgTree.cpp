@@ -1,9 +1,9 @@
 #include "dialogs/CAutoConfigDlg.h"
 
 #include "dialogs/ProjectMode.h"
-#include "dialogs/TreeControl.h"
 #include "platform/Messages.h"
 #include "platform/Numbers.h"
+#include "widgets/TreeControl.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +17,7 @@ namespace {
 QTreeWidgetItem* AddItem(QTreeWidgetItem& parent, const CString& name, const CString& id)
 {
     auto* item = new QTreeWidgetItem(&parent, {name});
-    item->setData(0, Qt::UserRole, platform::_wtoi(id));
+    widgets::SetData(*item, platform::_wtoi(id));
     return item;
 }
 

@@ -4,14 +4,16 @@
 
 #include <QtGui/QMouseEvent>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int UnitColumn = 3;
-constexpr int AnnexColumn = 5;
+/// The columns whose item data hold what a row is.
+constexpr int KindData = 1;
+constexpr int IdData = 0;
 constexpr std::uint32_t TextBackground = 0xE0FFFF;
 constexpr unsigned HeaderFormat = GridFormatCenter | GridFormatWordBreak | GridFormatNoPrefix;
 constexpr std::array Types{CellType::Text,   CellType::Text,  CellType::Text,
@@ -71,6 +73,32 @@ bool MyGridCtrl::SetupColumns(std::int32_t attType)
         SetColumnWidth(col++, width);
     SetRowHeight(0, GetFixedRowHeight() + 2);
     return true;
+}
+
+int MyGridCtrl::AppendItem(RowKind kind, int id, const CStringArray& texts)
+{
+    const int row = InsertOneprop(GetRowCount(), texts, nullptr);
+    SetItemState(row, NumberColumn, ReadOnlyState);
+    SetItemData(row, KindData, kind);
+    SetItemData(row, IdData, id);
+    return row;
+}
+
+MyGridCtrl::RowKind MyGridCtrl::KindOf(int row) const
+{
+    return GetItemData(row, KindData) == BillRow ? BillRow : QuotaRow;
+}
+
+int MyGridCtrl::IdOf(int row) const
+{
+    return static_cast<int>(GetItemData(row, IdData));
+}
+
+int MyGridCtrl::BillRowOf(int row) const
+{
+    while (row >= 1 && KindOf(row) != BillRow)
+        --row;
+    return std::max(row, 0);
 }
 
 std::int32_t MyGridCtrl::GetSelectedRow() const

@@ -27,7 +27,8 @@ public:
     /// cannot be written; the file then has its former bytes again wherever the disk still takes them.
     static void WriteHead(const CString& filePath);
 
-    // The operations that show a dialog return when it has ended. They need a host with windows and otherwise
+    // The operations that show a dialog are defined beside their dialogs, so that a program without windows
+    // can do without them. They return when the dialog has ended. They need a host with windows and otherwise
     // raise `host::NoHostError`. A host that runs a `QApplication` has it used as it is, and is not ended
     // when the dialog was its last visible window. For a process without any application object one is made
     // for the call and is gone afterwards, so what such a host makes as `host::IWindows` must end with the

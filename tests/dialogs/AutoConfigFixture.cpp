@@ -1,7 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
-#include "dialogs/GridEditors.h"
 #include "dialogs/ProjectMode.h"
+#include "dialogs/grid/GridEditors.h"
 #include "dialogs/secondary/CTTComboBox.h"
 #include "dialogs/secondary/DlgSaveAs.h"
 

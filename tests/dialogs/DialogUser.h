@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dialogs/TemplateDialog.h"
+#include "dialogs/template/TemplateDialog.h"
 
 namespace test {
 

@@ -1,6 +1,6 @@
 #include "e2e/EditorUser.h"
 
-#include "dialogs/DialogTemplates.h"
+#include "dialogs/template/DialogTemplates.h"
 #include "e2e/ExpectedRule.h"
 #include "embedded/data/EmbeddedHost.h"
 #include "embedded/data/History.h"

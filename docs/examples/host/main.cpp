@@ -2,7 +2,7 @@
 // closed as soon as it stands there, as by its close box.
 #include "ExampleHost.h"
 
-#include <dialogs/MessageBoxes.h>
+#include <dialogs/process/MessageBoxes.h>
 #include <platform/Paths.h>
 #include <presenter/CAutoQdDeConfigFacade.h>
 

@@ -1,11 +1,11 @@
 #include "dialogs/secondary/CDlgGetQdNum.h"
 
-#include "dialogs/DialogTemplates.h"
-#include "dialogs/ListControls.h"
+#include "dialogs/template/DialogTemplates.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvQdInfo.h"
 #include "platform/Messages.h"
 #include "platform/Numbers.h"
+#include "widgets/ListControls.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>
@@ -64,7 +64,7 @@ void CDlgGetQdNum::OnInitDialog()
 {
     TemplateDialog::OnInitDialog();
     IBillLib::GetEnCodeRule(m_codeLength, m_suffixLength);
-    if (m_codeLength == -1 || m_suffixLength == -1 || !ApplyCodingRule()) return;
+    if (!ApplyCodingRule()) return;
     LoadHistory();
     (this->*m_makeSuffix)();
     m_numberKind = NewNumber;
@@ -101,13 +101,13 @@ void CDlgGetQdNum::LoadHistory()
     NvKtDataMng::CQdHistoryMng().GetQdInfoByQdNum(m_number, m_historyItems);
     auto& list = Item<QListWidget>(HistoryList);
     auto& sources = Item<QComboBox>(SourceCombo);
-    dialogs::AddString(sources, {});
+    widgets::AddString(sources, {});
     for (int index = 0; index < m_historyItems.size(); ++index) {
         // By index, although the list is a sorted one: its lines keep step with the items.
-        dialogs::InsertString(list, index, m_historyItems.at(index).strNumber);
-        dialogs::AddString(sources, m_historyItems.at(index).strNumber);
+        widgets::InsertString(list, index, m_historyItems.at(index).strNumber);
+        widgets::AddString(sources, m_historyItems.at(index).strNumber);
     }
-    dialogs::SetCurSel(list, 0);
+    widgets::SetCurSel(list, 0);
     ShowHistoryItem();
     m_baseNumber = m_number;
     if (m_historyItems.isEmpty()) GetDlgItem(ExistingRadio)->setEnabled(false);
@@ -116,7 +116,7 @@ void CDlgGetQdNum::LoadHistory()
 
 void CDlgGetQdNum::ShowHistoryItem()
 {
-    const int selected = dialogs::GetCurSel(Item<QListWidget>(HistoryList));
+    const int selected = widgets::GetCurSel(Item<QListWidget>(HistoryList));
     if (selected < 0) return;
     const SQdInfo& item = m_historyItems.at(selected);
     // A selection that the user made in the field goes with the former text.
@@ -160,7 +160,7 @@ CString CDlgGetQdNum::FreeSuffix() const
 
 bool CDlgGetQdNum::IsInHistory(const CString& number) const
 {
-    return dialogs::FindStringExact(Item<QListWidget>(HistoryList), number) >= 0;
+    return widgets::FindStringExact(Item<QListWidget>(HistoryList), number) >= 0;
 }
 
 void CDlgGetQdNum::OnUseExisting()
@@ -192,7 +192,7 @@ void CDlgGetQdNum::OnOK()
 bool CDlgGetQdNum::TakeExistingNumber()
 {
     const auto& list = Item<QListWidget>(HistoryList);
-    const int selected = dialogs::GetCurSel(list);
+    const int selected = widgets::GetCurSel(list);
     m_number = selected < 0 ? CString() : list.item(selected)->text();
     if (!m_usedNumbers.contains(m_number)) return true;
     platform::ShowWarning(u"同一构件不能多次套同一清单 "_s);

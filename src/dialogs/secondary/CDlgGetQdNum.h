@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dialogs/TemplateDialog.h"
+#include "dialogs/template/TemplateDialog.h"
 #include "host/Records.h"
 
 /// The dialog that turns a bill number picked from the library into the number under which the bill item

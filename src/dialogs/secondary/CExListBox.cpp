@@ -1,6 +1,6 @@
 #include "dialogs/secondary/CExListBox.h"
 
-#include "dialogs/LineDelegate.h"
+#include "widgets/CutTextTips.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QHelpEvent>
@@ -8,7 +8,7 @@
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QToolTip>
 
-using namespace Qt::StringLiterals;
+#include <utility>
 
 namespace {
 
@@ -19,15 +19,12 @@ CString TipForm(const CString& text, const QWidget& owner)
     const int room = owner.screen()->availableGeometry().width() / 2;
     const bool wide = QFontMetrics(QToolTip::font()).horizontalAdvance(text) > room;
     if (!wide && !Qt::mightBeRichText(text)) return text;
-    return u"<span style=\"white-space:pre-wrap\">"_s + text.toHtmlEscaped() + u"</span>"_s;
+    return widgets::TipMarkup(text);
 }
 
 } // namespace
 
-CExListBox::CExListBox(QWidget* parent) : QListWidget(parent)
-{
-    setItemDelegate(new dialogs::LineDelegate(this));
-}
+CExListBox::CExListBox(QWidget* parent) : ListBox(parent) {}
 
 int CExListBox::ToolHitTest(const QPoint& point, QRect* rect) const
 {
@@ -43,9 +40,14 @@ CString CExListBox::ToolText(int row) const
     return row >= 0 && row < count() ? item(row)->text() : CString();
 }
 
+void CExListBox::OnSelected(std::function<void()> handler)
+{
+    connect(this, &CExListBox::UserSelected, this, std::move(handler));
+}
+
 bool CExListBox::viewportEvent(QEvent* event)
 {
-    if (event->type() != QEvent::ToolTip) return QListWidget::viewportEvent(event);
+    if (event->type() != QEvent::ToolTip) return ListBox::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     ShowTip(help->pos(), help->globalPos());
     return true;
@@ -63,38 +65,30 @@ void CExListBox::ShowTip(const QPoint& point, const QPoint& screenPoint)
 void CExListBox::mousePressEvent(QMouseEvent* event)
 {
     const QScopedValueRollback<bool> acting(m_userActs, true);
-    QListWidget::mousePressEvent(event);
+    ListBox::mousePressEvent(event);
 }
 
 void CExListBox::mouseMoveEvent(QMouseEvent* event)
 {
     const QScopedValueRollback<bool> acting(m_userActs, true);
-    QListWidget::mouseMoveEvent(event);
+    ListBox::mouseMoveEvent(event);
 }
 
 void CExListBox::mouseReleaseEvent(QMouseEvent* event)
 {
     const QScopedValueRollback<bool> acting(m_userActs, true);
-    QListWidget::mouseReleaseEvent(event);
+    ListBox::mouseReleaseEvent(event);
 }
 
 void CExListBox::keyPressEvent(QKeyEvent* event)
 {
     const QScopedValueRollback<bool> acting(m_userActs, true);
-    QListWidget::keyPressEvent(event);
-}
-
-QItemSelectionModel::SelectionFlags CExListBox::selectionCommand(const QModelIndex& index,
-                                                                 const QEvent* event) const
-{
-    // The toolkit takes the selection away at a click with Ctrl; a list box of this kind keeps it.
-    const auto command = QListWidget::selectionCommand(index, event);
-    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+    ListBox::keyPressEvent(event);
 }
 
 void CExListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
-    QListWidget::selectionChanged(selected, deselected);
+    ListBox::selectionChanged(selected, deselected);
     if (!m_userActs) return;
     // What the receiver selects from here on is code again.
     m_userActs = false;

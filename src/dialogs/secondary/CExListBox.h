@@ -1,12 +1,10 @@
 #pragma once
 
 #include "platform/Text.h"
+#include "widgets/ListBox.h"
 
-#include <QtWidgets/QListWidget>
-
-/// A list box whose rows show their whole text in the platform's tool tip. Once a row is selected the user
-/// can select another, but not none.
-class CExListBox : public QListWidget
+/// A list box whose rows show their whole text in the platform's tool tip.
+class CExListBox : public widgets::ListBox
 {
     Q_OBJECT
 
@@ -19,6 +17,8 @@ public:
     int ToolHitTest(const QPoint& point, QRect* rect = nullptr) const;
     /// The whole text of a row; empty when there is no such row.
     CString ToolText(int row) const;
+    /// Runs `handler` at `UserSelected` only.
+    void OnSelected(std::function<void()> handler) override;
 
 signals:
     /// The user, by mouse or keys, has selected another row. A selection from code does not send it.
@@ -30,8 +30,6 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
-                                                         const QEvent* event) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:

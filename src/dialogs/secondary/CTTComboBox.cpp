@@ -2,6 +2,7 @@
 
 #include "dialogs/secondary/ComboItemDelegate.h"
 #include "dialogs/secondary/TipWindow.h"
+#include "widgets/TextMetrics.h"
 
 #include <QtGui/QHelpEvent>
 #include <QtGui/QMouseEvent>
@@ -14,9 +15,6 @@
 #include <algorithm>
 
 namespace {
-
-/// The toolkit draws the text of an edit field that far from its sides.
-constexpr int EditMargin = 2;
 
 /// Whether `text` ends beyond `room`, be it in the tip's font or, where that is the wider one, in the
 /// control's.
@@ -53,7 +51,7 @@ void CTTComboBox::SetTipsEnabled(bool enabled)
 void CTTComboBox::SetOwnerDrawn(bool ownerDrawn)
 {
     if (ownerDrawn) {
-        setItemDelegate(new ComboItemDelegate(*this));
+        setItemDelegate(new ComboItemDelegate(*this, [this](int item) { return IsItemDisabled(item); }));
     } else {
         setItemDelegate(new QStyledItemDelegate(this));
     }
@@ -230,7 +228,7 @@ void CTTComboBox::ShowListTip(const QPoint& point)
 
 void CTTComboBox::ShowEditTip()
 {
-    const QRect room = m_edit->rect().adjusted(EditMargin, 0, -EditMargin, 0);
+    const QRect room = m_edit->rect().adjusted(widgets::EditSideMargin, 0, -widgets::EditSideMargin, 0);
     ShowPartTip(m_edit, currentText(), room, m_edit->rect().bottom());
 }
 

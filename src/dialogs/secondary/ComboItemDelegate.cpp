@@ -1,10 +1,11 @@
 #include "dialogs/secondary/ComboItemDelegate.h"
 
-#include "dialogs/secondary/CTTComboBox.h"
-
 #include <QtGui/QPainter>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QStyle>
+
+#include <utility>
 
 namespace {
 
@@ -15,7 +16,10 @@ int TextMargin(const QWidget* widget)
 
 } // namespace
 
-ComboItemDelegate::ComboItemDelegate(CTTComboBox& combo) : QStyledItemDelegate(&combo), m_combo(combo) {}
+ComboItemDelegate::ComboItemDelegate(QComboBox& combo, std::function<bool(int)> isRefused)
+    : QStyledItemDelegate(&combo), m_combo(combo), m_isRefused(std::move(isRefused))
+{
+}
 
 QRect ComboItemDelegate::TextRect(const QAbstractItemView& view, const QModelIndex& entry)
 {
@@ -28,13 +32,13 @@ QRect ComboItemDelegate::TextRect(const QAbstractItemView& view, const QModelInd
 void ComboItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const
 {
-    const QPalette& colors = option.palette;
-    const bool refused = m_combo.IsItemDisabled(index.row());
+    const QPalette& colours = option.palette;
+    const bool refused = m_isRefused(index.row());
     const bool selected = (option.state & QStyle::State_Selected) != 0 && !refused;
     painter->save();
-    painter->fillRect(option.rect, colors.color(selected ? QPalette::Highlight : QPalette::Base));
-    QColor ink = colors.color(selected ? QPalette::HighlightedText : QPalette::Text);
-    if ((option.state & QStyle::State_Enabled) == 0) ink = colors.color(QPalette::Disabled, QPalette::Text);
+    painter->fillRect(option.rect, colours.color(selected ? QPalette::Highlight : QPalette::Base));
+    QColor ink = colours.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    if ((option.state & QStyle::State_Enabled) == 0) ink = colours.color(QPalette::Disabled, QPalette::Text);
     painter->setPen(ink);
     const int margin = TextMargin(&m_combo);
     painter->setFont(option.font);

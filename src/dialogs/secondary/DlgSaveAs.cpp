@@ -1,12 +1,12 @@
 #include "dialogs/secondary/DlgSaveAs.h"
 
-#include "dialogs/DialogTemplates.h"
-#include "dialogs/ListControls.h"
 #include "dialogs/secondary/FileNameRules.h"
+#include "dialogs/template/DialogTemplates.h"
 #include "host/NvKtProfile.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
+#include "widgets/ListControls.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>
@@ -45,15 +45,15 @@ void DlgSaveAs::DoDataExchange(DataExchange& exchange)
 void DlgSaveAs::OnInitDialog()
 {
     TemplateDialog::OnInitDialog();
-    dialogs::AddString(Item<QComboBox>(TypeCombo), u"XML文件(*.xml)"_s);
+    widgets::AddString(Item<QComboBox>(TypeCombo), u"XML文件(*.xml)"_s);
     // A click on the file that is selected already is no change of the selection, yet it renews the name.
     connect(&Item<QListWidget>(FileList), &QListWidget::itemClicked, this,
             [this] { Dispatch(DialogEvent::ListSelection, FileList); });
     ScanFolder(m_folder);
     for (const CString& name : std::as_const(m_fileNames))
-        dialogs::AddString(Item<QListWidget>(FileList), platform::BeforeLastStop(name));
+        widgets::AddString(Item<QListWidget>(FileList), platform::BeforeLastStop(name));
     ApplyMode();
-    dialogs::SetCurSel(Item<QComboBox>(TypeCombo), 0);
+    widgets::SetCurSel(Item<QComboBox>(TypeCombo), 0);
     UpdateData(DataExchange::Direction::ToControls);
     // The name is what the user has to give, and it is typed at once. When a file is loaded it comes from the
     // list.
@@ -88,7 +88,7 @@ void DlgSaveAs::ApplyMode()
 void DlgSaveAs::OnFileSelected()
 {
     const auto& list = Item<QListWidget>(FileList);
-    const int selected = dialogs::GetCurSel(list);
+    const int selected = widgets::GetCurSel(list);
     if (selected >= 0) m_fileName = list.item(selected)->text();
     UpdateData(DataExchange::Direction::ToControls);
 }
@@ -116,7 +116,7 @@ bool DlgSaveAs::FileExists()
     UpdateData(DataExchange::Direction::ToMembers);
     CString name = m_fileName;
     if (name.size() > 4 && name.endsWith(u".XML")) name.chop(4);
-    return dialogs::FindStringExact(Item<QListWidget>(FileList), name) >= 0;
+    return widgets::FindStringExact(Item<QListWidget>(FileList), name) >= 0;
 }
 
 bool DlgSaveAs::IsCurrentFile() const

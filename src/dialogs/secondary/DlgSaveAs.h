@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dialogs/TemplateDialog.h"
+#include "dialogs/template/TemplateDialog.h"
 
 /// The dialog in which the user names a rule file, to load, create or save it. Lists the rule files of the
 /// configuration folder and gives a path; it touches no file. Made for one use.

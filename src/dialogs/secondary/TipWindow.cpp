@@ -135,11 +135,11 @@ bool TipWindow::TakeHover(const QWidget* control)
 void TipWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const QPalette colors = QToolTip::palette();
-    painter.fillRect(rect(), colors.color(QPalette::Inactive, QPalette::ToolTipBase));
+    const QPalette colours = QToolTip::palette();
+    painter.fillRect(rect(), colours.color(QPalette::Inactive, QPalette::ToolTipBase));
     painter.setPen(Qt::black);
     painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(colors.color(QPalette::Inactive, QPalette::ToolTipText));
+    painter.setPen(colours.color(QPalette::Inactive, QPalette::ToolTipText));
     painter.setFont(QToolTip::font());
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, m_text);
 }

@@ -3,7 +3,7 @@
 #include "DialogUser.h"
 #include "TestedHost.h"
 
-#include <dialogs/MessageBoxes.h>
+#include <dialogs/process/MessageBoxes.h>
 #include <platform/Paths.h>
 #include <presenter/CAutoQdDeConfigFacade.h>
 #include <presenter/RefreshAutoConfig.h>

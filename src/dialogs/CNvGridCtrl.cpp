@@ -1,5 +1,0 @@
-#include "dialogs/CNvGridCtrl.h"
-
-CNvGridCtrl::CNvGridCtrl(CWnd* parent) : CEnterGrid(parent) {}
-
-CNvGridCtrl::~CNvGridCtrl() = default;

@@ -1,0 +1,54 @@
+#include "widgets/NotifyingStatic.h"
+
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtWidgets/QStyle>
+#include <QtWidgets/QStyleOptionFocusRect>
+#include <QtWidgets/QStylePainter>
+
+namespace widgets {
+
+NotifyingStatic::NotifyingStatic(QWidget* parent) : QLabel(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+}
+
+void NotifyingStatic::mouseReleaseEvent(QMouseEvent* event)
+{
+    const bool inside = rect().contains(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && inside && m_clicked) m_clicked();
+}
+
+void NotifyingStatic::keyPressEvent(QKeyEvent* event)
+{
+    const bool clicks =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (clicks && m_clicked)
+        m_clicked();
+    else
+        QLabel::keyPressEvent(event);
+}
+
+void NotifyingStatic::focusInEvent(QFocusEvent* event)
+{
+    QLabel::focusInEvent(event);
+    update();
+}
+
+void NotifyingStatic::focusOutEvent(QFocusEvent* event)
+{
+    QLabel::focusOutEvent(event);
+    update();
+}
+
+void NotifyingStatic::paintEvent(QPaintEvent* event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus()) return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, option);
+}
+
+} // namespace widgets
