@@ -8,10 +8,11 @@ set(KTQDDE_WIDGET_HEADERS ${KTQDDE_CORE_HEADERS}
     <QtWidgets/QHeaderView> <QtWidgets/QLabel> <QtWidgets/QLineEdit> <QtWidgets/QListWidget>
     <QtWidgets/QPushButton> <QtWidgets/QStyledItemDelegate> <QtWidgets/QTableView> <QtWidgets/QTreeWidget>)
 
-foreach(library embedded cli)
+foreach(library embedded_sqlite embedded_catalogue embedded_project embedded_history embedded_exchange embedded_host
+        cli_reading cli_printing cli_batch cli_commands)
     target_precompile_headers(ktqdde_${library} PRIVATE ${KTQDDE_CORE_HEADERS})
 endforeach()
-foreach(library dialogs embedded_windows editor)
+foreach(library dialogs embedded_windows editor_messages editor_project editor_steps editor_dialogs editor_window)
     target_precompile_headers(ktqdde_${library} PRIVATE ${KTQDDE_WIDGET_HEADERS})
 endforeach()
 target_precompile_headers(ktqdde-pictures PRIVATE ${KTQDDE_WIDGET_HEADERS})

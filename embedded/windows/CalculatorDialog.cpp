@@ -1,6 +1,6 @@
 #include "embedded/windows/CalculatorDialog.h"
 
-#include "embedded/data/FormulaChecker.h"
+#include "embedded/data/catalogue/FormulaChecker.h"
 #include "embedded/windows/TipDelegate.h"
 #include "embedded/windows/WindowColours.h"
 

@@ -1,6 +1,7 @@
 #include "editor/EditorFixture.h"
 
-#include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/host/EmbeddedHost.h"
+#include "embedded/data/project/CreateProject.h"
 
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
