@@ -26,6 +26,7 @@ function(ktqdde_library name)
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
     target_link_libraries(ktqdde_${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
     ktqdde_compile_settings(ktqdde_${name})
+    set_property(GLOBAL APPEND PROPERTY KTQDDE_LIBRARIES ktqdde_${name})
 endfunction()
 
 # The code of tests is neither timed nor shipped: it is compiled without optimization in every build, with the

@@ -1,9 +1,9 @@
 #include "cli/Program.h"
 
-#include "cli/Command.h"
-#include "cli/Failure.h"
-#include "cli/Output.h"
-#include "cli/TextTable.h"
+#include "cli/commands/MakeCommands.h"
+#include "cli/printing/Output.h"
+#include "cli/printing/TextTable.h"
+#include "cli/reading/Failure.h"
 #include "platform/Console.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "editor/EditorProgram.h"
+#include "editor/window/EditorProgram.h"
 #include "platform/Console.h"
 
 int main(int argc, char** argv)

@@ -1,5 +1,7 @@
 #include "PictureProject.h"
 
+#include "embedded/data/project/CreateProject.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Scene.h"
-#include "editor/Project.h"
+#include "editor/project/Project.h"
 
 #include <QtCore/QTemporaryDir>
 

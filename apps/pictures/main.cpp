@@ -5,7 +5,7 @@
 #include "HostWindowScenes.h"
 #include "SampleScenes.h"
 #include "WizardScenes.h"
-#include "editor/FocusStyle.h"
+#include "editor/window/FocusStyle.h"
 #include "host/Installation.h"
 #include "platform/Console.h"
 

@@ -1,5 +1,6 @@
 #include "sample/SampleProject.h"
 
+#include "embedded/data/sqlite/Error.h"
 #include "host/Installation.h"
 #include "platform/Files.h"
 #include "presenter/CQdDeConfigPresenter.h"

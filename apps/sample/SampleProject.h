@@ -1,6 +1,7 @@
 #pragma once
 
-#include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/host/EmbeddedHost.h"
+#include "embedded/data/project/CreateProject.h"
 
 #include <QtCore/QString>
 

@@ -1,6 +1,6 @@
 #include "embedded/windows/CalculatorDialog.h"
 
-#include "embedded/data/FormulaChecker.h"
+#include "embedded/data/catalogue/FormulaChecker.h"
 #include "widgets/FaultColour.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"

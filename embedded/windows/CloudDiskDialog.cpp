@@ -1,10 +1,10 @@
 #include "embedded/windows/CloudDiskDialog.h"
 
+#include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/windows/NameConflictDialog.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
-#include "platform/ProfileFile.h"
 #include "widgets/FaultColour.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"
@@ -34,20 +34,11 @@ enum Column { Name, Version, Modified, ColumnCount };
 constexpr int PathCharacters = 12;
 constexpr int ListLines = 8;
 
-/// What a reader of the profile gets at most, with the terminator of its buffer.
-constexpr int NameBuffer = 100;
-
 /// The selected file of a list; null when there is none.
 const TemplateFile* Selected(const QTreeWidget& list, const std::vector<TemplateFile>& files)
 {
     const int row = list.indexOfTopLevelItem(list.currentItem());
     return row < 0 ? nullptr : &files[static_cast<std::size_t>(row)];
-}
-
-/// What the module opens in a project whose profile names no configuration.
-CString DefaultConfiguration()
-{
-    return u"DefaultConfig"_s;
 }
 
 /// Shows the files and keeps the selection; at first it is on `preferred`, or else on the first one.
@@ -199,7 +190,7 @@ void CloudDiskDialog::Refresh()
     m_own = FindTemplates(m_places.ruleFolder);
     m_fault->setText(fault);
     Fill(*m_templateList, m_templates);
-    const CString current = CurrentConfiguration();
+    const CString current = CurrentName();
     m_current->setText(u"当前配置："_s + current);
     m_current->setToolTip(m_current->text());
     Fill(*m_ownList, m_own, current);
@@ -249,20 +240,14 @@ TransferOutcome CloudDiskDialog::Transfer(const TemplateFile& file, const CStrin
     });
 }
 
-platform::ProfileFile CloudDiskDialog::Profile() const
+CString CloudDiskDialog::CurrentName() const
 {
-    return platform::ProfileFile(platform::FolderOf(m_places.projectFile) + u"\\SysRegedit.ini"_s);
-}
-
-CString CloudDiskDialog::CurrentConfiguration() const
-{
-    const CString name = Profile().Read(u"QdDeConfigInfo"_s, u"ConfigName"_s, {}, NameBuffer);
-    return name.isEmpty() ? DefaultConfiguration() : name;
+    return CurrentConfiguration(m_places.projectFile).Name();
 }
 
 void CloudDiskDialog::UseConfiguration(const CString& name)
 {
-    if (!Profile().Write(u"QdDeConfigInfo"_s, u"ConfigName"_s, name))
+    if (!CurrentConfiguration(m_places.projectFile).Use(name))
         platform::ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
 }
 

@@ -3,7 +3,6 @@
 #include "embedded/windows/CloudFolder.h"
 #include "embedded/windows/TemplateFile.h"
 #include "embedded/windows/TemplateTransfer.h"
-#include "platform/ProfileFile.h"
 
 #include <QtWidgets/QDialog>
 
@@ -47,8 +46,7 @@ private:
     void ChooseFolder();
     void Import();
     void Upload();
-    platform::ProfileFile Profile() const;
-    CString CurrentConfiguration() const;
+    CString CurrentName() const;
     void UseConfiguration(const CString& name);
     TransferOutcome Transfer(const TemplateFile& file, const CString& folder);
     void Report(const CString& action, const TransferOutcome& outcome);

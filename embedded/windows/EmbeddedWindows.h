@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/EmbeddedHost.h"
+#include "embedded/data/host/EmbeddedHost.h"
 #include "host/Roles.h"
 
 #include <QtCore/QPointer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/LibraryContents.h"
+#include "embedded/data/catalogue/LibraryContents.h"
 #include "embedded/windows/ItemModel.h"
 
 #include <QtCore/QByteArray>

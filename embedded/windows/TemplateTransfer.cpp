@@ -1,5 +1,6 @@
 #include "embedded/windows/TemplateTransfer.h"
 
+#include "embedded/data/project/CurrentConfiguration.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -13,9 +14,6 @@ using namespace Qt::StringLiterals;
 namespace embedded {
 
 namespace {
-
-/// Names are kept in a project's profile and read from there into a buffer of 100 characters.
-constexpr qsizetype LongestName = 99;
 
 CString PathOf(const CString& folder, const CString& name)
 {
@@ -87,7 +85,8 @@ CString TemplateNameFault(const CString& name)
     if (IsDeviceName(name)) return u"名称不能使用系统保留的设备名"_s;
     if (name.back() == u'.' || name.back().isSpace() || name.front().isSpace())
         return u"名称的开头和结尾不能是空格，结尾不能是句点"_s;
-    if (name.size() > LongestName || PathOf({}, name).toUtf8().size() > 255) return u"名称过长"_s;
+    if (name.size() > CurrentConfiguration::LongestName || PathOf({}, name).toUtf8().size() > 255)
+        return u"名称过长"_s;
     return {};
 }
 

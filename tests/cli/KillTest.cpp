@@ -1,5 +1,6 @@
 #include "cli/CliTesting.h"
-#include "embedded/data/History.h"
+#include "embedded/data/history/History.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "platform/ProfileFile.h"
 #include "support/Patience.h"
 

@@ -2,8 +2,10 @@
 
 #include "dialogs/template/DialogTemplates.h"
 #include "e2e/ExpectedRule.h"
-#include "embedded/data/EmbeddedHost.h"
-#include "embedded/data/History.h"
+#include "embedded/data/history/History.h"
+#include "embedded/data/host/EmbeddedHost.h"
+#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "host/Installation.h"
 #include "presenter/CQdDeConfigPresenter.h"
 #include "support/Patience.h"

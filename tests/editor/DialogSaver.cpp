@@ -3,8 +3,8 @@
 // a second rule file, each dialog then calls that and adds a rule there, too, so that it ends on the other
 // file. Prints "added" and "saved CONFIGURATION" as it goes.
 #include "dialogs/AutoConfigIds.h"
-#include "editor/ModuleSteps.h"
-#include "editor/Project.h"
+#include "editor/project/Project.h"
+#include "editor/window/ModuleSteps.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QTimer>

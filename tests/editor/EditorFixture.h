@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/MainWindow.h"
+#include "editor/window/MainWindow.h"
 #include "platform/Files.h"
 #include "support/MessageRecorder.h"
 #include "support/TempFolder.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/TestProject.h"
-#include "embedded/data/TableImport.h"
+#include "embedded/data/exchange/TableImport.h"
 
 #include <gtest/gtest.h>
 

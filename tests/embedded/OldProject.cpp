@@ -1,6 +1,6 @@
 #include "embedded/OldProject.h"
 
-#include "embedded/data/Database.h"
+#include "embedded/data/sqlite/Database.h"
 
 namespace test {
 

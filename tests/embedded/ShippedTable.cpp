@@ -2,8 +2,8 @@
 
 #include "support/SourceTree.h"
 
-#include "embedded/data/DataFile.h"
-#include "embedded/data/Error.h"
+#include "embedded/data/sqlite/DataFile.h"
+#include "embedded/data/sqlite/Error.h"
 
 #include <QtCore/QFile>
 

@@ -2,6 +2,7 @@
 
 #include "xml/Dom.h"
 
+#include <QtCore/QSet>
 #include <utility>
 
 namespace embedded {
@@ -32,24 +33,47 @@ CString KeyOf(const CString& category, const CString& code)
     return category + u'\n' + code;
 }
 
-} // namespace
+/// Attributes of small categories, one a row, each with where the values of its code come from.
+class AttributeExchange final : public TableExchange
+{
+public:
+    AttributeExchange();
+    void Load(Database& database) override;
+    QList<CStringArray> Rows() const override;
+    void Take(const ImportRow& row, ImportReport& report) override;
+    void Finish(ImportReport& report) override;
+    QList<const KeyedTable*> Tables() const override;
+
+private:
+    void Clear() override;
+
+    KeyedTable::Change TakeSource(const ImportRow& row, const CString& code, const CString& list);
+    KeyedTable::Change TakeListed(const ImportRow& row, const CString& code, const CString& list,
+                                  const CString& values);
+    CString ValuesOf(const CString& code, const CString& kind, const CString& list) const;
+
+    KeyedTable m_attributes;
+    KeyedTable m_cells;
+    KeyedTable m_lists;
+    QSet<CString> m_categories;
+    QSet<CString> m_listedCodes; ///< that have a list
+    QHash<CString, int> m_lines; ///< of the attributes that the file holds, by category and code
+    SeenKeys m_seen;
+    SeenKeys m_agreed;
+};
 
 AttributeExchange::AttributeExchange()
-    : m_attributes(u"attributes"_s, {Category, Code, u"group_name"_s, DisplayName, u"extra"_s}, 2),
+    : TableExchange({{Category, u"类别"_s, true},
+                     {u"group_name"_s, u"分组"_s},
+                     {DisplayName, u"属性"_s, true},
+                     {Code, u"代码"_s, true},
+                     {Kind, u"取值方式"_s},
+                     {List, u"值表"_s},
+                     {Values, u"值"_s}}),
+      m_attributes(u"attributes"_s, {Category, Code, u"group_name"_s, DisplayName, u"extra"_s}, 2),
       m_cells(u"cell_data"_s, {Code, Kind, u"value_list"_s}, 1),
       m_lists(u"drop_lists"_s, {Code, u"name"_s, u"value_list"_s}, 2)
 {
-}
-
-CArray<ImportColumn> AttributeExchange::Columns() const
-{
-    return {{Category, u"类别"_s, true},
-            {u"group_name"_s, u"分组"_s},
-            {DisplayName, u"属性"_s, true},
-            {Code, u"代码"_s, true},
-            {Kind, u"取值方式"_s},
-            {List, u"值表"_s},
-            {Values, u"值"_s}};
 }
 
 void AttributeExchange::Load(Database& database)
@@ -80,10 +104,9 @@ QList<CStringArray> AttributeExchange::Rows() const
     return rows;
 }
 
-void AttributeExchange::Begin(bool replace)
+void AttributeExchange::Clear()
 {
-    m_replace = replace;
-    if (replace) m_attributes.Clear();
+    m_attributes.Clear();
 }
 
 void AttributeExchange::Take(const ImportRow& row, ImportReport& report)
@@ -154,12 +177,19 @@ void AttributeExchange::Finish(ImportReport& report)
             break;
         }
     }
-    if (m_replace) report.removed = m_attributes.CountVanished();
+    if (Replaces()) report.removed = m_attributes.CountVanished();
 }
 
 QList<const KeyedTable*> AttributeExchange::Tables() const
 {
     return {&m_attributes, &m_cells, &m_lists};
+}
+
+} // namespace
+
+std::unique_ptr<TableExchange> MakeAttributeExchange()
+{
+    return std::make_unique<AttributeExchange>();
 }
 
 } // namespace embedded

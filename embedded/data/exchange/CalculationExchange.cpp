@@ -1,7 +1,8 @@
 #include "embedded/data/exchange/CalculationExchange.h"
 
-#include "embedded/data/FormulaChecker.h"
+#include "embedded/data/catalogue/FormulaChecker.h"
 
+#include <QtCore/QSet>
 #include <algorithm>
 
 namespace embedded {
@@ -33,18 +34,42 @@ void RefuseFault(const ImportRow& row, const CString& expression)
         row.Refuse(Rule, u"：第 %1 个字符：%2"_s.arg(fault->position + 1).arg(fault->text));
 }
 
-} // namespace
+/// Calculation items with their rules, one a row for every small category that an item serves, or one without
+/// a category.
+class CalculationExchange final : public TableExchange
+{
+public:
+    CalculationExchange();
+    void Load(Database& database) override;
+    QList<CStringArray> Rows() const override;
+    void Take(const ImportRow& row, ImportReport& report) override;
+    void Finish(ImportReport& report) override;
+    QList<const KeyedTable*> Tables() const override;
+
+private:
+    void Clear() override;
+
+    KeyedTable::Change TakeRule(const ImportRow& row, const CString& item);
+    KeyedTable::Change TakePlace(const ImportRow& row, const CString& item, const CString& category);
+
+    KeyedTable m_rules;
+    KeyedTable m_places;
+    QSet<CString> m_categories;
+    QHash<CString, CString> m_itemOfCode;
+    SeenKeys m_seen;
+    SeenKeys m_agreed;
+};
 
 CalculationExchange::CalculationExchange()
-    : m_rules(u"calculation_rules"_s, {Item, Code, Kind, Rule}, 1),
+    : TableExchange({{Item, u"计算项目"_s, true},
+                     {Code, u"代码"_s},
+                     {Kind, u"类型"_s},
+                     {Rule, u"计算规则"_s},
+                     {Category, u"类别"_s},
+                     {List, u"列表"_s}}),
+      m_rules(u"calculation_rules"_s, {Item, Code, Kind, Rule}, 1),
       m_places(u"calculation_items"_s, {Category, Item, u"list_name"_s}, 2)
 {
-}
-
-CArray<ImportColumn> CalculationExchange::Columns() const
-{
-    return {{Item, u"计算项目"_s, true}, {Code, u"代码"_s},     {Kind, u"类型"_s},
-            {Rule, u"计算规则"_s},       {Category, u"类别"_s}, {List, u"列表"_s}};
 }
 
 void CalculationExchange::Load(Database& database)
@@ -75,10 +100,8 @@ QList<CStringArray> CalculationExchange::Rows() const
     return rows;
 }
 
-void CalculationExchange::Begin(bool replace)
+void CalculationExchange::Clear()
 {
-    m_replace = replace;
-    if (!replace) return;
     m_rules.Clear();
     m_places.Clear();
     m_itemOfCode.clear();
@@ -127,12 +150,19 @@ KeyedTable::Change CalculationExchange::TakePlace(const ImportRow& row, const CS
 
 void CalculationExchange::Finish(ImportReport& report)
 {
-    if (m_replace) report.removed = m_rules.CountVanished() + m_places.CountVanished();
+    if (Replaces()) report.removed = m_rules.CountVanished() + m_places.CountVanished();
 }
 
 QList<const KeyedTable*> CalculationExchange::Tables() const
 {
     return {&m_rules, &m_places};
+}
+
+} // namespace
+
+std::unique_ptr<TableExchange> MakeCalculationExchange()
+{
+    return std::make_unique<CalculationExchange>();
 }
 
 } // namespace embedded

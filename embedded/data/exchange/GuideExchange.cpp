@@ -2,6 +2,7 @@
 
 #include "embedded/data/exchange/GuideTable.h"
 
+#include <QtCore/QSet>
 #include <utility>
 
 namespace embedded {
@@ -18,16 +19,35 @@ CString Pair(const CString& bill, const CString& quota)
     return bill + u'\n' + quota;
 }
 
-} // namespace
+/// Which items of a quota library go with an item of the bill library that its guide speaks of, one pair a
+/// row.
+class GuideExchange final : public TableExchange
+{
+public:
+    explicit GuideExchange(LibraryScope scope);
+    void Load(Database& database) override;
+    QList<CStringArray> Rows() const override;
+    void Take(const ImportRow& row, ImportReport& report) override;
+    void Finish(ImportReport& report) override;
+    QList<const KeyedTable*> Tables() const override;
+
+private:
+    void RequireTarget() const override;
+    void Clear() override;
+
+    LibraryScope m_scope;
+    KeyedTable m_bills;
+    KeyedTable m_quotas;
+    QHash<CString, CStringArray> m_billsOfQuota;
+    QSet<CString> m_loaded; ///< pairs
+    QSet<CString> m_pairs;
+    SeenKeys m_seen;
+};
 
 GuideExchange::GuideExchange(LibraryScope scope)
-    : m_scope(std::move(scope)), m_bills(u"bill_items"_s, {u"number"_s}, 1), m_quotas(GuideTable())
+    : TableExchange({{Bill, u"清单编号"_s, true}, {Quota, u"定额编号"_s, true}}), m_scope(std::move(scope)),
+      m_bills(u"bill_items"_s, {u"number"_s}, 1), m_quotas(GuideTable())
 {
-}
-
-CArray<ImportColumn> GuideExchange::Columns() const
-{
-    return {{Bill, u"清单编号"_s, true}, {Quota, u"定额编号"_s, true}};
 }
 
 void GuideExchange::Load(Database& database)
@@ -53,11 +73,14 @@ QList<CStringArray> GuideExchange::Rows() const
     return rows;
 }
 
-void GuideExchange::Begin(bool replace)
+void GuideExchange::RequireTarget() const
 {
     if (m_scope.bills.isEmpty())
         throw RowRefused(u"定额库“%1”没有写明它的指引用哪个清单库的编号"_s.arg(m_scope.library.name.code));
-    if (!replace) return;
+}
+
+void GuideExchange::Clear()
+{
     m_pairs.clear();
     m_billsOfQuota.clear();
 }
@@ -89,6 +112,13 @@ void GuideExchange::Finish(ImportReport& report)
 QList<const KeyedTable*> GuideExchange::Tables() const
 {
     return {&m_quotas};
+}
+
+} // namespace
+
+std::unique_ptr<TableExchange> MakeGuideExchange(LibraryScope scope)
+{
+    return std::make_unique<GuideExchange>(std::move(scope));
 }
 
 } // namespace embedded

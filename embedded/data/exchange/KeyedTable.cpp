@@ -59,16 +59,6 @@ void KeyedTable::Clear()
     m_index.clear();
 }
 
-qsizetype KeyedTable::RemoveIf(const std::function<bool(const CStringArray& row)>& condition)
-{
-    const qsizetype removed = m_rows.removeIf(condition);
-    if (removed > 0) {
-        m_isTouched = true;
-        Reindex();
-    }
-    return removed;
-}
-
 CStringArray KeyedTable::Find(const CStringArray& key) const
 {
     return m_rows.value(m_index.value(Joined(key), -1));

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "embedded/data/Database.h"
 #include "embedded/data/exchange/ImportMeter.h"
+#include "embedded/data/sqlite/Database.h"
 
 #include <QtCore/QHash>
 
@@ -24,9 +24,8 @@ public:
     /// The rows that `Store` writes.
     qsizetype RowsToStore() const { return m_isTouched ? m_rows.size() : 0; }
 
-    /// Takes all rows out, or those for which `condition` holds; how many they were.
+    /// Takes all rows out.
     void Clear();
-    qsizetype RemoveIf(const std::function<bool(const CStringArray& row)>& condition);
 
     const CString& Name() const noexcept { return m_name; }
     const QList<CStringArray>& Rows() const noexcept { return m_rows; }

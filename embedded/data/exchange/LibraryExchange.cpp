@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace embedded {
 
@@ -38,7 +39,49 @@ bool IsLetterOrDigit(QChar character)
     return character.unicode() < 0x80 && character.isLetterOrNumber();
 }
 
-} // namespace
+/// How the tables of bill libraries and of quota libraries differ.
+struct LibraryForm
+{
+    CString items;
+    CString sections;
+    CString sectionKey;  ///< the key column of the sections
+    CString itemSection; ///< the column in which an item names its section
+    QChar separator;     ///< between the levels of a section's key
+    bool isBill = false;
+
+    static LibraryForm Bill();
+    static LibraryForm Quota();
+};
+
+/// The items of a library, one a row, each with its section and the titles on the way there.
+class LibraryExchange final : public TableExchange
+{
+public:
+    LibraryExchange(const LibraryForm& form, LibraryScope scope);
+    void Load(Database& database) override;
+    QList<CStringArray> Rows() const override;
+    void Take(const ImportRow& row, ImportReport& report) override;
+    void Finish(ImportReport& report) override;
+    QList<const KeyedTable*> Tables() const override;
+
+private:
+    void Clear() override;
+
+    CString Number(const ImportRow& row) const;
+    CString ParentOf(const CString& section) const;
+    CString TitlesOf(const CString& section) const;
+    KeyedTable::Change TakeSection(const ImportRow& row, const CString& section);
+    KeyedTable::Change PutLoadedSection(const CString& section);
+    qsizetype CountLostBills() const;
+
+    LibraryForm m_form;
+    LibraryScope m_scope;
+    KeyedTable m_items;
+    KeyedTable m_sections;
+    std::vector<KeyedTable> m_quotas; ///< of a bill library: the item sets whose guides speak of its items
+    SeenKeys m_seen;
+    SeenKeys m_titles;
+};
 
 LibraryForm LibraryForm::Bill()
 {
@@ -51,7 +94,15 @@ LibraryForm LibraryForm::Quota()
 }
 
 LibraryExchange::LibraryExchange(const LibraryForm& form, LibraryScope scope)
-    : m_form(form), m_scope(std::move(scope)),
+    : TableExchange({{NumberColumn, u"编号"_s, true},
+                     {u"name"_s, u"名称"_s, true},
+                     {Unit, u"单位"_s, true},
+                     {u"unit_code"_s, u"单位倍数"_s},
+                     {u"with_annex"_s, u"带管件"_s},
+                     {u"cal_rule"_s, u"计算规则"_s},
+                     {Section, u"章节"_s, true},
+                     {SectionTitle, u"章节名称"_s}}),
+      m_form(form), m_scope(std::move(scope)),
       m_items(form.items,
               CStringArray{NumberColumn, u"name"_s, Unit, u"unit_code"_s, u"with_annex"_s, u"cal_rule"_s,
                            form.itemSection} +
@@ -59,13 +110,6 @@ LibraryExchange::LibraryExchange(const LibraryForm& form, LibraryScope scope)
               1),
       m_sections(form.sections, {form.sectionKey, u"title"_s}, 1)
 {
-}
-
-CArray<ImportColumn> LibraryExchange::Columns() const
-{
-    return {{NumberColumn, u"编号"_s, true}, {u"name"_s, u"名称"_s, true},   {Unit, u"单位"_s, true},
-            {u"unit_code"_s, u"单位倍数"_s}, {u"with_annex"_s, u"带管件"_s}, {u"cal_rule"_s, u"计算规则"_s},
-            {Section, u"章节"_s, true},      {SectionTitle, u"章节名称"_s}};
 }
 
 void LibraryExchange::Load(Database& database)
@@ -105,10 +149,8 @@ QList<CStringArray> LibraryExchange::Rows() const
     return rows;
 }
 
-void LibraryExchange::Begin(bool replace)
+void LibraryExchange::Clear()
 {
-    m_replace = replace;
-    if (!replace) return;
     m_items.Clear();
     m_sections.Clear();
 }
@@ -190,7 +232,7 @@ KeyedTable::Change LibraryExchange::PutLoadedSection(const CString& section)
 
 void LibraryExchange::Finish(ImportReport& report)
 {
-    if (!m_replace) return;
+    if (!Replaces()) return;
     report.removed = m_items.CountVanished();
     if (report.removed == 0) return;
     qsizetype guides = m_form.isBill ? 0 : CountLostBills();
@@ -214,6 +256,18 @@ QList<const KeyedTable*> LibraryExchange::Tables() const
     for (const KeyedTable& quotas : m_quotas)
         tables.append(&quotas);
     return tables;
+}
+
+} // namespace
+
+std::unique_ptr<TableExchange> MakeBillExchange(LibraryScope scope)
+{
+    return std::make_unique<LibraryExchange>(LibraryForm::Bill(), std::move(scope));
+}
+
+std::unique_ptr<TableExchange> MakeQuotaExchange(LibraryScope scope)
+{
+    return std::make_unique<LibraryExchange>(LibraryForm::Quota(), std::move(scope));
 }
 
 } // namespace embedded

@@ -1,10 +1,13 @@
 #include "embedded/data/exchange/LibraryListExchange.h"
 
+#include "embedded/data/catalogue/Library.h"
+
 #include "embedded/data/exchange/GuideTable.h"
 
 #include <QtCore/QSet>
 
 #include <algorithm>
+#include <vector>
 
 namespace embedded {
 
@@ -77,20 +80,59 @@ CString Agreement(const Library& library)
     return IsBill(library) ? CString::number(library.codeLength) : library.name.billLibrary;
 }
 
-} // namespace
+/// The libraries themselves, one a row. Item sets that no library offers any more go with the last that did.
+class LibraryListExchange final : public TableExchange
+{
+public:
+    LibraryListExchange();
+    void Prepare(Database& database) override;
+    void Load(Database& database) override;
+    QList<CStringArray> Rows() const override;
+    void Take(const ImportRow& row, ImportReport& report) override;
+    void Finish(ImportReport& report) override;
+    QList<const KeyedTable*> Tables() const override;
+
+private:
+    void Clear() override;
+
+    CArray<Library> Libraries() const;
+    CStringArray NumberRule(const ImportRow& row, const CString& role, const CStringArray& loaded) const;
+    void CheckRoles(ImportReport& report) const;
+    void CheckCodes(ImportReport& report) const;
+    void CheckReferences(ImportReport& report) const;
+    void CheckSharedItems(ImportReport& report) const;
+    void CheckNumbers(ImportReport& report) const;
+    void CheckItemsStay(ImportReport& report) const;
+    const Library* SuccessorOf(const Library& former, const CArray<Library>& libraries) const;
+    /// The numbers of the items that a library offers.
+    CStringArray Numbers(const Library& library) const;
+    void DropItems(ImportReport& report);
+    void NoteNewLibraries(ImportReport& report) const;
+    void FollowBillLibraries(ImportReport& report);
+    void Refuse(const Library& library, const CString& reason, ImportReport& report) const;
+
+    Database* m_database = nullptr; ///< of an import
+    KeyedTable m_libraries;
+    CArray<Library> m_loaded;
+    std::vector<KeyedTable> m_others; ///< tables of items that change with the libraries
+    SeenKeys m_seen;
+    QHash<CString, int> m_lineOf; ///< by code
+};
 
 LibraryListExchange::LibraryListExchange()
-    : m_libraries(
+    : TableExchange({{Role, u"用途"_s, true},
+                     {Code, u"代码"_s, true},
+                     {Name, u"名称"_s, true},
+                     {u"local"_s, u"地区"_s},
+                     {u"year"_s, u"年份"_s},
+                     {CodeLength, u"编号位数"_s},
+                     {SuffixLength, u"后缀位数"_s},
+                     {u"items"_s, u"项目集"_s},
+                     {BillLibrary, u"指引的清单库"_s}}),
+      m_libraries(
           u"libraries"_s,
           {Code, Role, Name, u"local"_s, u"year"_s, CodeLength, SuffixLength, u"items"_s, BillLibrary}, 1)
 {
-}
-
-CArray<ImportColumn> LibraryListExchange::Columns() const
-{
-    return {{Role, u"用途"_s, true},       {Code, u"代码"_s, true},   {Name, u"名称"_s, true},
-            {u"local"_s, u"地区"_s},       {u"year"_s, u"年份"_s},    {CodeLength, u"编号位数"_s},
-            {SuffixLength, u"后缀位数"_s}, {u"items"_s, u"项目集"_s}, {BillLibrary, u"指引的清单库"_s}};
 }
 
 void LibraryListExchange::Prepare(Database& database)
@@ -129,9 +171,9 @@ QList<CStringArray> LibraryListExchange::Rows() const
     return rows;
 }
 
-void LibraryListExchange::Begin(bool replace)
+void LibraryListExchange::Clear()
 {
-    if (replace) m_libraries.Clear();
+    m_libraries.Clear();
 }
 
 void LibraryListExchange::Take(const ImportRow& row, ImportReport& report)
@@ -365,6 +407,13 @@ QList<const KeyedTable*> LibraryListExchange::Tables() const
     for (const KeyedTable& other : m_others)
         tables.append(&other);
     return tables;
+}
+
+} // namespace
+
+std::unique_ptr<TableExchange> MakeLibraryListExchange()
+{
+    return std::make_unique<LibraryListExchange>();
 }
 
 } // namespace embedded

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/Library.h"
+#include "embedded/data/catalogue/Library.h"
 
 namespace embedded {
 

@@ -1,6 +1,6 @@
 #include "embedded/windows/KnownNames.h"
 
-#include "embedded/data/FormulaChecker.h"
+#include "embedded/data/catalogue/FormulaChecker.h"
 #include "embedded/windows/PickerFixture.h"
 
 using namespace Qt::StringLiterals;

@@ -1,0 +1,81 @@
+#include "cli/commands/ImportCommand.h"
+
+#include "cli/printing/Output.h"
+#include "cli/printing/WatchedWork.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/Session.h"
+#include "cli/reading/TableKinds.h"
+#include "embedded/data/exchange/TableImport.h"
+#include "embedded/data/sqlite/Error.h"
+#include "platform/Console.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"import"_s;
+    info.syntax = TableKindWords() + u" FILE.csv [--library CODE] [--replace]"_s;
+    info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
+    info.description =
+        u"FILE.csv 是 UTF-8 或 GB18030 的 CSV 文件，第一行是列名，各列见手册 docs/data.md：\n"
+        "  catalog     专业、大类和小类\n"
+        "  attributes  小类的属性和它们的值\n"
+        "  bill        清单库\n"
+        "  quota       定额库\n"
+        "  guide       清单项套哪些定额\n"
+        "  calc        计算项目和计算规则\n"
+        "  libraries   有哪些清单库和定额库\n"
+        "同一编号（名称、代码）的行被修改，新的加在后面；--replace 则以文件代替整个表。\n"
+        "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
+        "想先留一份原数据，用 ktqdde export。"_s;
+    info.minPositional = info.maxPositional = 2;
+    info.options = {LibraryOption(), {u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
+    return info;
+}
+
+embedded::ImportReport RunImport(const Arguments& arguments)
+{
+    WatchedWork work;
+    try {
+        return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
+                                {arguments.Has(u"replace"_s), arguments.Value(u"library"_s)},
+                                work.Progress());
+    } catch (const embedded::Error& error) {
+        throw Refusal(error.Message() + u"；原数据没有变"_s);
+    }
+}
+
+CString Complaint(const embedded::RefusedRow& row)
+{
+    return row.line > 0 ? u"第 %1 行：%2\n"_s.arg(row.line).arg(row.reason) : row.reason + u'\n';
+}
+
+} // namespace
+
+ImportCommand::ImportCommand() : Command(Describe()) {}
+
+void ImportCommand::Run(const Arguments& arguments) const
+{
+    const embedded::ImportReport report = RunImport(arguments);
+    if (report.cancelled) throw Refusal(u"已取消，原数据没有变"_s);
+    for (const embedded::RefusedRow& row : report.refused)
+        platform::WriteErr(Complaint(row));
+    if (!report.stored)
+        throw Refusal(u"共 %1 处被拒绝，什么也没有读入，原数据没有变"_s.arg(report.refused.size()));
+    CString text = u"已读入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s.arg(report.rows)
+                       .arg(report.added)
+                       .arg(report.changed)
+                       .arg(report.removed);
+    if (!report.library.code.isEmpty())
+        text += u"库：%1 %2\n"_s.arg(report.library.code, report.library.name);
+    for (const CString& note : report.notes)
+        text += note + u'\n';
+    WriteText(text);
+}
+
+} // namespace cli

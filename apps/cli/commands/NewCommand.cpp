@@ -1,0 +1,48 @@
+#include "cli/commands/NewCommand.h"
+
+#include "cli/printing/Output.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "cli/reading/Session.h"
+#include "platform/Paths.h"
+#include "presenter/CQdDeConfigPresenter.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"new"_s;
+    info.syntax = u"NAME [--force]"_s;
+    info.summary = u"按模板新建配置，并设为当前配置"_s;
+    info.description =
+        u"把应用文件夹的模板 QdDeConfig.def 复制为规则文件夹中的 NAME.xml。原来的当前配置先保存。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {OverwriteOption()};
+    return info;
+}
+
+} // namespace
+
+NewCommand::NewCommand() : Command(Describe()) {}
+
+void NewCommand::Run(const Arguments& arguments) const
+{
+    Session session(arguments);
+    const CString path = TargetConfiguration(arguments);
+    KeepAndCheck(CurrentFile(), session.History());
+    session.History().Keep(path);
+    CQdDeConfigPresenter presenter({});
+    if (!presenter.NewFile(path)) {
+        CheckRuleFile(path);
+        throw Refusal(u"新建没有成功：%1"_s.arg(platform::ToNative(path)));
+    }
+    WriteText(
+        u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(presenter.GetCurConfig(), platform::ToNative(path)));
+}
+
+} // namespace cli

@@ -1,0 +1,43 @@
+#include "cli/commands/SaveAsCommand.h"
+
+#include "cli/printing/Output.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "cli/reading/Session.h"
+#include "platform/Paths.h"
+#include "presenter/CQdDeConfigPresenter.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"save-as"_s;
+    info.syntax = u"NAME [--force]"_s;
+    info.summary = u"把当前配置另存为 NAME"_s;
+    info.description = u"在规则文件夹中写出 NAME.xml。当前配置不变。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {OverwriteOption()};
+    return info;
+}
+
+} // namespace
+
+SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
+
+void SaveAsCommand::Run(const Arguments& arguments) const
+{
+    Session session(arguments);
+    const CString path = TargetConfiguration(arguments);
+    KeepAndCheck(CurrentFile(), session.History());
+    session.History().Keep(path);
+    CQdDeConfigPresenter presenter({});
+    if (!presenter.SaveAs(path)) throw Refusal(u"另存没有成功：%1"_s.arg(platform::ToNative(path)));
+    WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path), presenter.GetCurConfig()));
+}
+
+} // namespace cli

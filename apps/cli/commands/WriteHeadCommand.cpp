@@ -1,0 +1,43 @@
+#include "cli/commands/WriteHeadCommand.h"
+
+#include "cli/printing/Output.h"
+#include "cli/printing/WrappedText.h"
+#include "cli/reading/RuleFiles.h"
+#include "cli/reading/Session.h"
+#include "platform/Paths.h"
+#include "presenter/CAutoQdDeConfigFacade.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"write-head"_s;
+    info.syntax = u"FILE"_s;
+    info.summary = u"给规则文件写上文件头并封装"_s;
+    info.description =
+        u"在 FILE 的根元素上写明模式和清单、定额库，再把它变成封装文件。封装以后它不再是 XML，\n"
+        "规则文件可以用 ktqdde unwrap 取回。"_s;
+    info.minPositional = info.maxPositional = 1;
+    return info;
+}
+
+} // namespace
+
+WriteHeadCommand::WriteHeadCommand() : Command(Describe()) {}
+
+void WriteHeadCommand::Run(const Arguments& arguments) const
+{
+    Session session(arguments);
+    const CString path = ResolveRuleFile(arguments.Positional()[0]);
+    session.History().Keep(path);
+    CheckRuleFile(path);
+    CAutoQdDeConfigFacade::WriteHead(path);
+    WriteText(u"已写文件头并封装：%1\n"_s.arg(platform::ToNative(path)) + DescribeWrapped(ReadWrapped(path)));
+}
+
+} // namespace cli

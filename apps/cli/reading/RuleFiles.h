@@ -1,0 +1,47 @@
+#pragma once
+
+#include "cli/reading/Arguments.h"
+#include "embedded/data/history/History.h"
+#include "platform/Text.h"
+
+/// Rule files as the command line names them.
+namespace cli {
+
+/// The path text of a rule file that a person names: a text with a separator or ending in ".xml" is a native
+/// path; any other is a configuration of the project's rule folder, unless only a file of that native path
+/// exists. Raises `Refusal` for a path that has no path text.
+CString ResolveRuleFile(const QString& text);
+
+/// The path text of a native path. Raises `Refusal` when it has none (a name that holds a backslash).
+CString ResolvePath(const QString& nativePath);
+
+/// The path text of the configuration of that name. Raises `Refusal` for a name that cannot be one: it
+/// becomes a file name, and the project's ini must give it back unchanged.
+CString ConfigurationPath(const CString& name);
+
+/// The option by which a command that writes a configuration is allowed to overwrite one.
+Option OverwriteOption();
+
+/// The path text of the configuration that the first argument names. Raises `Refusal` for a name that cannot
+/// be one, and for a configuration that exists unless the option allows to overwrite it.
+CString TargetConfiguration(const Arguments& arguments);
+
+/// Raises `Refusal`, saying what is wrong and where, unless the file exists and can be read as a rule file.
+/// To be asked before a store is built on a file: the store itself is silent about a file that it cannot
+/// read, and its next save replaces it.
+void CheckRuleFile(const CString& path);
+
+/// The same, but a file that does not exist is fine, too.
+void CheckRuleFileIfThere(const CString& path);
+
+/// To be called before a store is built on a file that it may write: the history gets a copy of what the file
+/// holds, and then `CheckRuleFileIfThere` is asked. A refusal also names the newest copy that can be read.
+void KeepAndCheck(const CString& path, embedded::History& history);
+
+/// The rule file of the project's current configuration. Not looked at.
+CString CurrentFile();
+
+/// What `--config` names, or `CurrentFile()` when `text` is empty. Not looked at.
+CString ChooseRuleFile(const QString& text);
+
+} // namespace cli

@@ -1,0 +1,191 @@
+#include "editor/dialogs/HistoryWindow.h"
+
+#include "editor/dialogs/TextDifference.h"
+#include "editor/messages/Boxes.h"
+#include "editor/messages/Guard.h"
+#include "editor/project/Project.h"
+#include "editor/steps/LongStep.h"
+#include "editor/steps/WatchedStep.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "shared/RuleFileState.h"
+#include "shared/TimeText.h"
+#include "widgets/TipDelegate.h"
+
+#include <QtCore/QLocale>
+#include <QtCore/QSignalBlocker>
+#include <QtGui/QFontDatabase>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QFormLayout>
+#include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QTreeWidget>
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+constexpr QSize FirstSize(900, 560);
+// In characters and lines, for a large font needs a larger window.
+constexpr QSize FirstText(104, 30);
+constexpr QSize LeastListSize(24, 8);
+constexpr int ListWidth = 56;
+/// About how many files restoring reads and changes.
+constexpr qint64 FilesOfRestore = 12;
+enum Column { TimeColumn, SizeColumn, IdColumn };
+
+QSize InPixels(const QFontMetrics& metrics, const QSize& characters)
+{
+    return {characters.width() * metrics.averageCharWidth(), characters.height() * metrics.lineSpacing()};
+}
+
+/// Letters of one width, as large as those of the window.
+QFont FixedFont(const QFont& font)
+{
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPointSizeF(font.pointSizeF());
+    return fixed;
+}
+
+QTreeWidgetItem* MakeRow(const embedded::HistoryEntry& entry)
+{
+    auto* row = new QTreeWidgetItem;
+    row->setText(TimeColumn, shared::TimeText(entry.time));
+    row->setText(SizeColumn, QLocale().formattedDataSize(shared::FileSize(entry.copy)));
+    row->setText(IdColumn, entry.id);
+    return row;
+}
+
+QWidget* Titled(const QString& title, QWidget* content)
+{
+    auto* widget = new QWidget;
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(title);
+    label->setBuddy(content);
+    column->addWidget(label);
+    column->addWidget(content, 1);
+    return widget;
+}
+
+} // namespace
+
+HistoryWindow::HistoryWindow(QWidget* parent, Project& project, const CString& ruleFile)
+    : QDialog(parent), m_project(project), m_history(embedded::ProjectFolder(project.Folder())),
+      m_files(new QComboBox), m_list(new QTreeWidget), m_difference(new QPlainTextEdit),
+      m_restore(new QPushButton(u"还原(&R)"_s))
+{
+    setWindowTitle(u"历史"_s);
+    resize(FirstSize.expandedTo(InPixels(fontMetrics(), FirstText)));
+    Build();
+    FillFiles(ruleFile);
+    FillCopies();
+}
+
+void HistoryWindow::Build()
+{
+    m_list->setHeaderLabels({u"时间"_s, u"大小"_s, u"编号"_s});
+    m_list->setRootIsDecorated(false);
+    m_list->setMinimumSize(InPixels(fontMetrics(), LeastListSize));
+    m_list->setItemDelegate(new widgets::TipDelegate(m_list));
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_difference->setReadOnly(true);
+    m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_difference->setFont(FixedFont(font()));
+    auto* splitter = new QSplitter;
+    splitter->addWidget(Titled(u"留存的文件(&L)"_s, m_list));
+    splitter->addWidget(Titled(u"从留存的文件到现在的文件，变了什么(&D)"_s, m_difference));
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    const int listWidth = InPixels(fontMetrics(), {ListWidth, 0}).width();
+    splitter->setSizes({listWidth, width() - listWidth});
+    auto* form = new QFormLayout;
+    form->addRow(u"规则文件(&F)："_s, m_files);
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(m_restore, QDialogButtonBox::ActionRole);
+    buttons->addButton(u"关闭"_s, QDialogButtonBox::RejectRole);
+    m_restore->setAutoDefault(false);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(form);
+    column->addWidget(splitter, 1);
+    column->addWidget(buttons);
+    connect(m_files, &QComboBox::currentIndexChanged, this, [this] { RunGuarded([&] { FillCopies(); }); });
+    connect(m_list, &QTreeWidget::currentItemChanged, this,
+            [this] { RunGuarded([&] { ShowDifference(); }); });
+    connect(m_restore, &QPushButton::clicked, this, [this] { RunGuarded([&] { Restore(); }); });
+    connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
+}
+
+// A file that is gone still has its copies.
+void HistoryWindow::FillFiles(const CString& ruleFile)
+{
+    const QSignalBlocker quiet(m_files);
+    m_files->addItem(platform::ToNative(ruleFile), ruleFile);
+    for (const embedded::HistoryEntry& entry : m_history.ListAll())
+        if (m_files->findData(entry.path) < 0) m_files->addItem(platform::ToNative(entry.path), entry.path);
+}
+
+void HistoryWindow::FillCopies()
+{
+    m_copies = m_history.List(m_files->currentData().toString());
+    {
+        const QSignalBlocker quiet(m_list);
+        m_list->clear();
+        for (const embedded::HistoryEntry& entry : m_copies)
+            m_list->addTopLevelItem(MakeRow(entry));
+        m_list->setCurrentItem(m_list->topLevelItem(0));
+    }
+    ShowDifference();
+}
+
+void HistoryWindow::ShowDifference()
+{
+    const embedded::HistoryEntry* entry = Selected();
+    m_restore->setEnabled(entry != nullptr);
+    m_difference->setPlainText(u"还没有留存。每次打开配置或向导之前会留一份。"_s);
+    if (entry == nullptr) return;
+    CString text;
+    const bool compared = RunLongStep(this, u"正在比较…"_s, [&, copy = *entry](StepControl& control) {
+        const QByteArray now = platform::Files().Read(copy.path).value_or(QByteArray());
+        const QByteArray before = m_history.Read(copy);
+        control.Check();
+        text = DescribeDifference(before, now);
+        control.Check();
+    });
+    m_difference->setPlainText(compared ? text : CString());
+}
+
+void HistoryWindow::Restore()
+{
+    const embedded::HistoryEntry entry = *Selected();
+    const QString time = shared::TimeText(entry.time);
+    if (!AskYesNo(
+            u"把 %1 还原成 %2 的样子（现在的内容会留在历史中）"_s.arg(platform::ToNative(entry.path), time)))
+        return;
+    // On this thread: what keeps a copy of a file before it is written may have to ask.
+    if (!RunWatched(this, m_project.Roles(),
+                    {u"正在还原…"_s,
+                     FilesOfRestore,
+                     {},
+                     [&] { m_history.Restore(entry); },
+                     shared::IsLarge(entry.path) || shared::IsLarge(entry.copy)}))
+        return;
+    m_restored = true;
+    FillCopies();
+}
+
+const embedded::HistoryEntry* HistoryWindow::Selected() const
+{
+    const int row = m_list->indexOfTopLevelItem(m_list->currentItem());
+    return row < 0 ? nullptr : &m_copies[row];
+}
+
+} // namespace editor

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "embedded/data/exchange/TableImport.h"
+
+#include <QtWidgets/QDialog>
+
+#include <memory>
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+
+namespace editor {
+
+class Project;
+
+/// Asks which table of a project's catalogue is to be read from or written to which CSV file, and of which
+/// library. Transfers nothing.
+class TransferDialog : public QDialog
+{
+public:
+    enum class Direction { Import, Export };
+
+    /// The libraries that the project uses are proposed.
+    TransferDialog(QWidget* parent, Direction direction, Project& project);
+
+    /// After the dialog was accepted.
+    embedded::TableKind Kind() const;
+    QString File() const;
+    embedded::ImportOptions Options() const;
+
+private:
+    void Build();
+    void Browse();
+    void ShowLibraries(Project& project);
+
+    Direction m_direction;
+    QComboBox* m_kind;
+    QComboBox* m_library;
+    QLineEdit* m_file;
+    QCheckBox* m_replace;
+    QPushButton* m_start;
+};
+
+/// What an import did, in words: the library and the counts, or that nothing was stored and which rows were
+/// refused why.
+CString DescribeImport(const embedded::ImportReport& report);
+
+/// The box of a report, which may be long; not yet shown.
+std::unique_ptr<QDialog> MakeImportReport(QWidget* parent, const embedded::ImportReport& report);
+
+} // namespace editor

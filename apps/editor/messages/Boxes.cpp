@@ -1,0 +1,90 @@
+#include "editor/messages/Boxes.h"
+
+#include "platform/Messages.h"
+
+#include <QtWidgets/QMessageBox>
+#include <QtWidgets/QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+std::unique_ptr<QMessageBox> MakeBox(QWidget* parent, const QString& text, const QString& details)
+{
+    auto box = std::make_unique<QMessageBox>(parent);
+    box->setIcon(QMessageBox::Warning);
+    box->setWindowTitle(ProgramName());
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setInformativeText(details);
+    return box;
+}
+
+/// Shows a box; the role of the button that was pressed.
+QMessageBox::ButtonRole Ask(QMessageBox& box)
+{
+    box.exec();
+    return box.buttonRole(box.clickedButton());
+}
+
+} // namespace
+
+QString ProgramName()
+{
+    return u"KtQdDeConfig 规则编辑器"_s;
+}
+
+void ShowWarning(const CString& text)
+{
+    platform::Show(
+        {platform::MessageKind::Warning, text + CString::fromUtf16(platform::WarningMark), ProgramName()});
+}
+
+bool AskYesNo(const CString& text)
+{
+    return platform::Show({platform::MessageKind::Question, text + CString::fromUtf16(platform::QuestionMark),
+                           ProgramName()}) == platform::Answer::Yes;
+}
+
+std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& nativePath,
+                                               const CString& state)
+{
+    auto box = MakeBox(parent, u"%1\n%2"_s.arg(nativePath, state),
+                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会在历史中留一份。"_s);
+    box->addButton(u"仍然打开(&O)"_s, QMessageBox::AcceptRole);
+    QPushButton* cancel = box->addButton(u"取消"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    return box;
+}
+
+bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state)
+{
+    return Ask(*MakeOpenAnywayBox(parent, nativePath, state)) == QMessageBox::AcceptRole;
+}
+
+std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath)
+{
+    auto box = MakeBox(parent, u"给规则文件写文件头？\n%1"_s.arg(nativePath),
+                       u"写了文件头的文件不再是 XML，不能再编辑，也不能还原成规则文件。建议在副本上写。"_s);
+    box->setDefaultButton(box->addButton(u"写在副本上(&C)…"_s, QMessageBox::AcceptRole));
+    box->addButton(u"写在这个文件上(&O)"_s, QMessageBox::DestructiveRole);
+    box->setEscapeButton(box->addButton(u"取消"_s, QMessageBox::RejectRole));
+    return box;
+}
+
+HeadTarget AskHeadTarget(QWidget* parent, const CString& nativePath)
+{
+    switch (Ask(*MakeHeadTargetBox(parent, nativePath))) {
+    case QMessageBox::AcceptRole:
+        return HeadTarget::Copy;
+    case QMessageBox::DestructiveRole:
+        return HeadTarget::Original;
+    default:
+        return HeadTarget::None;
+    }
+}
+
+} // namespace editor

@@ -1,0 +1,149 @@
+#include "editor/project/Project.h"
+
+#include "editor/messages/Boxes.h"
+#include "embedded/data/catalogue/Library.h"
+#include "embedded/data/project/CurrentConfiguration.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "embedded/data/sqlite/Error.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "shared/RuleFileNames.h"
+
+#include <QtCore/QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+bool GoOnWithoutCopy(const embedded::Error& error)
+{
+    return AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
+}
+
+} // namespace
+
+Project::Project(const QString& nativeFolder)
+    : m_folder(QDir::cleanPath(QDir(nativeFolder).absolutePath())), m_host(nativeFolder), m_windows(m_host)
+{
+}
+
+void Project::BecomeHost(QWidget* frame)
+{
+    m_windows.SetMainFrame(frame);
+    m_installed.emplace(host::Install(Roles()));
+    m_files.emplace(
+        m_host.History(),
+        [folder = embedded::ProjectFolder(m_folder)](const CString& path) { return folder.IsRuleFile(path); },
+        &GoOnWithoutCopy);
+}
+
+host::Roles Project::Roles()
+{
+    host::Roles roles = m_host.Roles();
+    roles.windows = &m_windows;
+    return roles;
+}
+
+bool Project::KeepCopy(const CString& ruleFile)
+{
+    try {
+        m_files->Keep(ruleFile);
+        return true;
+    } catch (const platform::FileError&) {
+        return false;
+    }
+}
+
+QString Project::Name() const
+{
+    return QDir(m_folder).dirName();
+}
+
+SQdDeInfo::EQdDeMode Project::Mode()
+{
+    return m_host.Roles().project->GetQdDeMode();
+}
+
+CString Project::Spec()
+{
+    return m_host.Roles().project->GetCurrentSpec();
+}
+
+CStringArray Project::Specs()
+{
+    CStringArray names;
+    m_host.Roles().categories->GetAllSpecNames(names);
+    return names;
+}
+
+qint64 Project::CountCategories(const CStringArray& specs)
+{
+    host::ICategories& categories = *m_host.Roles().categories;
+    qint64 count = 0;
+    for (const CString& spec : specs) {
+        SNvKtSpecId specId;
+        CArray<SNvKtBigCategoryId> bigIds;
+        categories.SpecNameToId(spec, specId);
+        categories.GetAllBigCategoryIdsBySpec(specId, bigIds);
+        for (const SNvKtBigCategoryId& bigId : bigIds) {
+            CArray<SNvKtSmallCategoryId> smallIds;
+            categories.GetAllSmallCategoryIdsByBigCategory(bigId, smallIds);
+            count += smallIds.size();
+        }
+    }
+    return count;
+}
+
+embedded::LibraryRole Project::QuotaRole()
+{
+    return embedded::QuotaRole(Mode());
+}
+
+CArray<embedded::LibraryName> Project::Libraries(embedded::LibraryRole role) const
+{
+    return m_host.LibrariesOf(role);
+}
+
+CString Project::LibraryInUse(embedded::LibraryRole role) const
+{
+    return m_host.LibraryInUse(role);
+}
+
+CString Project::BillLibrary()
+{
+    return m_host.Roles().libraries->GetQdFileName();
+}
+
+CString Project::QuotaLibrary()
+{
+    host::ILibraries& libraries = *m_host.Roles().libraries;
+    return Mode() == SQdDeInfo::BillMode ? libraries.GetQdDeFileName() : libraries.GetDeFileName();
+}
+
+CString Project::RuleFolder() const
+{
+    return m_host.RuleFolder();
+}
+
+// Not asked of a presenter: making one already opens the file, or makes it.
+CString Project::CurrentRuleFile() const
+{
+    const CString name = embedded::CurrentConfiguration(m_host.ProjectPath()).Name();
+    return shared::RuleFileIn(RuleFolder(), name);
+}
+
+CStringArray Project::RuleFiles() const
+{
+    const CString current = CurrentRuleFile();
+    CStringArray names = platform::Files().FindFiles(RuleFolder(), u".xml"_s);
+    names.removeAll(platform::FileNameOf(current));
+    names.sort();
+    CStringArray paths{current};
+    for (const CString& name : names)
+        paths.append(RuleFolder() + u'\\' + name);
+    return paths;
+}
+
+} // namespace editor

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "embedded/data/history/KeepingFiles.h"
+#include "embedded/data/host/EmbeddedHost.h"
+#include "embedded/windows/EmbeddedWindows.h"
+
+#include <memory>
+#include <optional>
+
+namespace editor {
+
+/// The open project: the embedded host with its windows, and the module's host from `BecomeHost` to the end
+/// of this object. For as long, every rule file is kept in the history right before anything writes it. To be
+/// used on the thread of the windows.
+class Project
+{
+public:
+    /// Opens a project without installing it yet, so that the former project stays when this one cannot be
+    /// opened. Raises `embedded::Error`.
+    explicit Project(const QString& nativeFolder);
+
+    /// Installs this host. The former one must have ended. `frame` is the window on which the module centres
+    /// its dialogs; it may be null and must outlive this.
+    void BecomeHost(QWidget* frame);
+
+    /// All roles of this host.
+    host::Roles Roles();
+
+    /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
+    /// on without. Needs `BecomeHost`.
+    bool KeepCopy(const CString& ruleFile);
+
+    /// The project's folder, native and absolute, and its last part.
+    QString Folder() const { return m_folder; }
+    QString Name() const;
+
+    SQdDeInfo::EQdDeMode Mode();
+    CString Spec();
+    CStringArray Specs();
+    /// How many small categories some specialties have.
+    qint64 CountCategories(const CStringArray& specs);
+    /// Change the project on disk, too. Raise `embedded::Error`; nothing has changed then.
+    void SetMode(SQdDeInfo::EQdDeMode mode) { m_host.SetMode(mode); }
+    void SetSpec(const CString& name) { m_host.SetCurrentSpec(name); }
+
+    /// The role of the present mode's quota library.
+    embedded::LibraryRole QuotaRole();
+    /// The libraries of the project's catalogue for a role, and the code of the one in use.
+    CArray<embedded::LibraryName> Libraries(embedded::LibraryRole role) const;
+    CString LibraryInUse(embedded::LibraryRole role) const;
+    /// Changes the project on disk, too. Raises `embedded::Error`; nothing has changed then.
+    void SetLibrary(embedded::LibraryRole role, const CString& code) { m_host.SetLibrary(role, code); }
+    /// Names of the bill library and of the quota library of the mode.
+    CString BillLibrary();
+    CString QuotaLibrary();
+
+    /// Path text of the folder of the rule files, which may be missing.
+    CString RuleFolder() const;
+    /// Path text of the current configuration's rule file, which may be missing. Found without opening it.
+    CString CurrentRuleFile() const;
+    /// Path texts of the rule files: the current one first, whether it exists or not, then the others by
+    /// name.
+    CStringArray RuleFiles() const;
+
+private:
+    QString m_folder;
+    embedded::EmbeddedHost m_host;
+    embedded::EmbeddedWindows m_windows;
+    std::optional<host::Installation> m_installed;
+    std::optional<embedded::KeepingFiles> m_files;
+};
+
+} // namespace editor

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "editor/project/RecentProjects.h"
+#include "editor/window/Actions.h"
+#include "editor/window/ModuleSteps.h"
+#include "embedded/data/project/CreateProject.h"
+
+#include <QtWidgets/QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class QStackedWidget;
+
+namespace editor {
+
+class Project;
+class ProjectPanel;
+class WelcomePage;
+
+/// The host window: opens a project, shows its settings and rule files, and starts the module on them. What a
+/// command raises is shown in a box; the window and the project stay. Its sources: MainWindow.cpp holds the
+/// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowSteps.cpp what commands
+/// do with rule files and data.
+class MainWindow : public QMainWindow
+{
+public:
+    explicit MainWindow(RecentProjects recent);
+    ~MainWindow() override;
+
+    /// Opens the project in a folder and puts it first among the recent ones. False when it cannot be opened;
+    /// that has been shown and the former project is still open. A project that uses a library which is
+    /// missing is mended when the user chooses others.
+    bool OpenProject(const QString& nativeFolder);
+    /// The same with the sample project, which is made unless a project stands in the folder.
+    bool OpenSample(const QString& nativeFolder);
+
+    /// The open project; null when there is none.
+    Project* OpenedProject() const { return m_project.get(); }
+    const Actions& Commands() const { return m_actions; }
+
+protected:
+    /// Refused while a command is being worked on.
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    // Frame (MainWindow.cpp)
+    void Connect();
+    /// Lets a command run a step of this window, guarded and alone.
+    void On(QAction* action, void (MainWindow::*step)());
+    /// Runs a step unless another is on its way. A step may bring up modal windows, but those keep only the
+    /// user's mouse and keys from this window: a desktop's own menu or an aid for the disabled reaches a
+    /// command all the same, which could end the project under the first step. False when the step did not
+    /// run or raised something, which has been shown.
+    bool RunAlone(const std::function<void()>& step);
+    void ShowState();
+    void ShowRecent();
+    void EnableActions();
+    void Tell(const QString& text);
+    void About();
+
+    // Projects (MainWindowProjects.cpp)
+    void NewProject();
+    /// False when the user has cancelled it.
+    bool MakeProject(const QString& folder, const embedded::ProjectOptions& options);
+    void ChooseProject();
+    /// False when the project cannot be opened as it is and the user leaves it so.
+    bool Open(const QString& nativeFolder);
+    void CloseProject();
+    void SetMode(SQdDeInfo::EQdDeMode mode);
+    void SetSpec(const CString& name);
+    void SetLibrary(embedded::LibraryRole role, const CString& code);
+
+    // Rule files and data (MainWindowSteps.cpp)
+    void ExamineRuleFiles();
+    /// Runs what may write rule files, and examines them afterwards unless it was cancelled: also when it
+    /// raises, for it may have written some by then.
+    StepEnd RunAndExamine(const std::function<StepEnd()>& step);
+    void Configure();
+    void RunWizard();
+    void Refresh();
+    void RefreshOther();
+    void MakeCurrent(const CString& ruleFile);
+    /// Says which file is current instead.
+    void WarnUnlessCurrent(const CString& ruleFile);
+    void RebuildAttributes();
+    void WriteHead();
+    void ShowHistory();
+    void ImportData();
+    void ExportData();
+    ModuleSteps Steps();
+    void TellEnd(StepEnd end, const QString& done);
+
+    RecentProjects m_recent;
+    Actions m_actions;
+    std::unique_ptr<Project> m_project;
+    QStackedWidget* m_pages;
+    WelcomePage* m_welcome;
+    ProjectPanel* m_panel;
+    bool m_isBusy = false; ///< a command is being worked on
+};
+
+} // namespace editor

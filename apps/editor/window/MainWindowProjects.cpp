@@ -1,0 +1,130 @@
+#include "editor/window/MainWindow.h"
+
+#include "editor/dialogs/LibraryRepair.h"
+#include "editor/dialogs/NewProjectDialog.h"
+#include "editor/messages/Guard.h"
+#include "editor/project/Project.h"
+#include "editor/project/Settings.h"
+#include "editor/steps/LongStep.h"
+#include "editor/window/ProjectPanel.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "embedded/data/sqlite/DataFile.h"
+#include "sample/SampleProject.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtWidgets/QFileDialog>
+
+using namespace Qt::StringLiterals;
+
+// How projects are made, opened, closed and set.
+
+namespace editor {
+
+namespace {
+
+/// A folder of a new project that does not exist yet.
+QString ProposedFolder()
+{
+    const QString base = QDir::homePath() + u"/新工程"_s;
+    QString folder = base;
+    for (int number = 2; QDir(folder).exists(); ++number)
+        folder = base + QString::number(number);
+    return folder;
+}
+
+} // namespace
+
+bool MainWindow::OpenProject(const QString& nativeFolder)
+{
+    bool opened = false;
+    RunAlone([&] { opened = Open(nativeFolder); });
+    return opened;
+}
+
+bool MainWindow::OpenSample(const QString& nativeFolder)
+{
+    bool opened = false;
+    RunAlone([&] {
+        if (!embedded::IsProject(nativeFolder)) {
+            QDir().mkpath(QFileInfo(nativeFolder).absolutePath());
+            if (!MakeProject(nativeFolder, sample::SampleOptions())) return;
+            sample::AddSampleRules(nativeFolder);
+        }
+        opened = Open(nativeFolder);
+    });
+    return opened;
+}
+
+void MainWindow::NewProject()
+{
+    NewProjectDialog dialog(this, ProposedFolder(),
+                            embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
+    // What was refused comes back, with what the user had entered.
+    for (bool refused = true; refused;) {
+        if (dialog.exec() != QDialog::Accepted) return;
+        refused = !RunGuarded([&] {
+            if (MakeProject(dialog.Folder(), dialog.Options())) Open(dialog.Folder());
+        });
+    }
+}
+
+bool MainWindow::MakeProject(const QString& folder, const embedded::ProjectOptions& options)
+{
+    const bool made = RunLongStep(this, u"正在新建工程…"_s, [&](StepControl& control) {
+        embedded::CreateProject(folder, options, control.AsProgress());
+    });
+    if (!made) Tell(u"已取消新建"_s);
+    return made;
+}
+
+void MainWindow::ChooseProject()
+{
+    const QString start = m_project ? QFileInfo(m_project->Folder()).path() : QDir::homePath();
+    const QString folder = QFileDialog::getExistingDirectory(this, u"打开工程：选择工程文件夹"_s, start);
+    if (!folder.isEmpty()) Open(folder);
+}
+
+bool MainWindow::Open(const QString& nativeFolder)
+{
+    auto project = OpenOrMend(this, nativeFolder);
+    if (!project) return false;
+    m_project.reset();
+    m_project = std::move(project);
+    m_project->BecomeHost(this);
+    m_recent.Add(m_project->Folder());
+    ShowState();
+    m_panel->setFocus();
+    ExamineRuleFiles();
+    Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+    return true;
+}
+
+void MainWindow::CloseProject()
+{
+    m_project.reset();
+    ShowState();
+    Tell(u"工程已关闭"_s);
+}
+
+// The panel shows the project's own answer also when the change was refused.
+void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
+{
+    RunAlone([&] { m_project->SetMode(mode); });
+    ShowState();
+}
+
+void MainWindow::SetSpec(const CString& name)
+{
+    RunAlone([&] { m_project->SetSpec(name); });
+    ShowState();
+}
+
+void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
+{
+    const bool set = RunAlone([&] { m_project->SetLibrary(role, code); });
+    ShowState();
+    if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
+}
+
+} // namespace editor

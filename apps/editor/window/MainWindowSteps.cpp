@@ -1,0 +1,197 @@
+#include "editor/window/MainWindow.h"
+
+#include "editor/dialogs/DialogParts.h"
+#include "editor/dialogs/HistoryWindow.h"
+#include "editor/dialogs/TransferDialog.h"
+#include "editor/messages/Boxes.h"
+#include "editor/project/ChosenFile.h"
+#include "editor/project/Project.h"
+#include "editor/steps/LongStep.h"
+#include "editor/window/ProjectPanel.h"
+#include "embedded/data/sqlite/Error.h"
+#include "platform/Paths.h"
+#include "shared/RuleFileState.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+// What the commands do with rule files and data.
+
+namespace editor {
+
+namespace {
+
+QString EndText(WizardEnd end)
+{
+    switch (end) {
+    case WizardEnd::Next:
+        return u"向导结束：下一步"_s;
+    case WizardEnd::Back:
+        return u"向导结束：上一步"_s;
+    case WizardEnd::Cancelled:
+        break;
+    }
+    return u"向导结束：取消"_s;
+}
+
+/// Whether two path texts name the same file, be it by a link.
+bool IsSameFile(const CString& left, const CString& right)
+{
+    return left == right || QFileInfo(platform::ToNative(left)) == QFileInfo(platform::ToNative(right));
+}
+
+/// A table is never meant to stand in the place of a rule file. Nor could that one be kept: whoever is asked
+/// when no copy can be made must not be asked from another thread.
+void RefuseRuleFile(const QString& nativeFile)
+{
+    if (!nativeFile.endsWith(u".xml"_s, Qt::CaseInsensitive)) return;
+    throw embedded::Error(
+        u"%1：不能导出到 .xml 文件，请换一个文件名"_s.arg(QDir::toNativeSeparators(nativeFile)));
+}
+
+} // namespace
+
+ModuleSteps MainWindow::Steps()
+{
+    return ModuleSteps(this, *m_project);
+}
+
+void MainWindow::TellEnd(StepEnd end, const QString& done)
+{
+    if (end == StepEnd::Done) Tell(done);
+    if (end == StepEnd::Cancelled) Tell(u"已取消，文件没有变"_s);
+}
+
+// Read on another thread: a folder may hold many large files. A user who cancels keeps what has been read.
+void MainWindow::ExamineRuleFiles()
+{
+    const CStringArray paths = m_project->RuleFiles();
+    QList<shared::RuleFileState> states;
+    RunLongStep(this, u"正在检查规则文件…"_s, [&](StepControl& control) {
+        for (const CString& path : paths) {
+            states.append(shared::ExamineRuleFile(path));
+            control.Report(states.size(), paths.size());
+            control.Check();
+        }
+    });
+    m_panel->ShowRuleFiles(states);
+    const auto unsafe =
+        std::count_if(states.begin(), states.end(), [](const auto& s) { return !s.IsSafe(); });
+    Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(states.size())
+                     : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(states.size()).arg(unsafe));
+}
+
+StepEnd MainWindow::RunAndExamine(const std::function<StepEnd()>& step)
+{
+    StepEnd end = StepEnd::Refused;
+    try {
+        end = step();
+    } catch (...) {
+        ExamineRuleFiles();
+        throw;
+    }
+    if (end != StepEnd::Cancelled) ExamineRuleFiles();
+    return end;
+}
+
+void MainWindow::Configure()
+{
+    TellEnd(RunAndExamine([&] { return Steps().Configure(); }), u"配置已保存"_s);
+}
+
+void MainWindow::RunWizard()
+{
+    ModuleSteps steps = Steps();
+    const auto selected = m_panel->Selected();
+    const CString file = selected ? selected->path : m_project->CurrentRuleFile();
+    WizardDialog dialog(this, steps.ProposedStart(file), m_project->RuleFiles());
+    if (dialog.exec() != QDialog::Accepted) return;
+    std::optional<WizardEnd> end;
+    RunAndExamine([&] {
+        end = steps.RunWizard(dialog.Start());
+        return end ? StepEnd::Done : StepEnd::Refused;
+    });
+    if (end) Tell(EndText(*end));
+}
+
+void MainWindow::Refresh()
+{
+    MakeCurrent(m_panel->Selected()->path);
+}
+
+void MainWindow::RefreshOther()
+{
+    const QString file = ChooseRuleFile(this, m_project->Folder());
+    if (!file.isEmpty()) MakeCurrent(PathTextOf(file));
+}
+
+void MainWindow::MakeCurrent(const CString& ruleFile)
+{
+    const StepEnd end = RunAndExamine([&] { return Steps().Refresh(ruleFile); });
+    TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(m_project->CurrentRuleFile())));
+    if (end == StepEnd::Done) WarnUnlessCurrent(ruleFile);
+}
+
+// The module takes a file from anywhere, but the project remembers its name only.
+void MainWindow::WarnUnlessCurrent(const CString& ruleFile)
+{
+    const shared::RuleFileState current = shared::ExamineRuleFile(m_project->CurrentRuleFile());
+    if (IsSameFile(current.path, ruleFile)) return;
+    ShowWarning(u"工程只记住文件名，不会用文件夹以外的\n%1\n当前配置现在是\n%2（%3）"_s.arg(
+        platform::ToNative(ruleFile), platform::ToNative(current.path), current.Describe()));
+}
+
+void MainWindow::RebuildAttributes()
+{
+    TellEnd(Steps().RebuildAttributes(), u"已重建属性配置文件"_s);
+}
+
+void MainWindow::WriteHead()
+{
+    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_panel->Selected()->path); }), u"已写文件头"_s);
+}
+
+void MainWindow::ShowHistory()
+{
+    HistoryWindow window(this, *m_project, m_panel->Selected()->path);
+    window.exec();
+    if (window.HasRestored()) ExamineRuleFiles();
+}
+
+// The host keeps the catalogue in memory, so a changed one is opened anew.
+void MainWindow::ImportData()
+{
+    TransferDialog dialog(this, TransferDialog::Direction::Import, *m_project);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const auto kind = dialog.Kind();
+    const auto options = dialog.Options();
+    const QString file = dialog.File();
+    embedded::ImportReport report;
+    RunLongStep(this, u"正在导入…"_s, [&, folder = m_project->Folder()](StepControl& control) {
+        report = embedded::Import(folder, kind, file, options, control.AsProgress());
+    });
+    MakeImportReport(this, report)->exec();
+    if (report.stored) Open(m_project->Folder());
+}
+
+void MainWindow::ExportData()
+{
+    TransferDialog dialog(this, TransferDialog::Direction::Export, *m_project);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const auto kind = dialog.Kind();
+    const QString file = dialog.File();
+    RefuseRuleFile(file);
+    const CString library = dialog.Options().library;
+    const bool done =
+        RunLongStep(this, u"正在导出…"_s, [&, folder = m_project->Folder()](StepControl& control) {
+            embedded::Export(folder, kind, file, library, control.AsProgress());
+        });
+    TellEnd(done ? StepEnd::Done : StepEnd::Cancelled, u"已导出到 %1"_s.arg(QDir::toNativeSeparators(file)));
+}
+
+} // namespace editor

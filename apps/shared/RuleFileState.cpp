@@ -1,0 +1,76 @@
+#include "shared/RuleFileState.h"
+
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "store/RuleFile.h"
+#include "store/WrappedFile.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace shared {
+
+namespace {
+
+constexpr qint64 LargeSize = 8'000'000;
+
+RuleFileState ExamineBytes(const CString& path, const QByteArray& bytes)
+{
+    const xml::Document document = xml::Document::Create();
+    if (document.LoadBytes(bytes)) {
+        if (document.SelectSingleNode(store::RootName())) return {path, RuleFileKind::Rules};
+        const CString text = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
+        return {path, RuleFileKind::Foreign, {.line = 0, .column = 0, .text = text}};
+    }
+    const RuleFileKind kind = store::ParseWrapped(bytes) ? RuleFileKind::Wrapped : RuleFileKind::Unreadable;
+    return {path, kind, document.Reason()};
+}
+
+} // namespace
+
+CString RuleFileState::Name() const
+{
+    return platform::BeforeLastStop(platform::FileNameOf(path));
+}
+
+CString RuleFileState::Describe() const
+{
+    switch (kind) {
+    case RuleFileKind::Missing:
+        return u"还没有，配置时新建"_s;
+    case RuleFileKind::Rules:
+        return u"可用"_s;
+    case RuleFileKind::Wrapped:
+        return u"已写文件头，不能再编辑"_s;
+    case RuleFileKind::Foreign:
+        return reason.text;
+    case RuleFileKind::Unreadable:
+        break;
+    }
+    const CString place =
+        reason.line > 0 ? u"第 %1 行第 %2 列，"_s.arg(reason.line).arg(reason.column) : CString();
+    return u"读不了：%1%2"_s.arg(place, reason.text);
+}
+
+RuleFileState ExamineRuleFile(const CString& path)
+{
+    if (!platform::Files().Exists(path)) return {path, RuleFileKind::Missing};
+    CString reason;
+    const auto bytes = platform::Files().Read(path, &reason);
+    if (bytes) return ExamineBytes(path, *bytes);
+    return {path, RuleFileKind::Unreadable, {.line = 0, .column = 0, .text = reason}};
+}
+
+qint64 FileSize(const CString& path)
+{
+    return QFileInfo(platform::ToNative(path)).size();
+}
+
+bool IsLarge(const CString& path)
+{
+    return FileSize(path) > LargeSize;
+}
+
+} // namespace shared

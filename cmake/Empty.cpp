@@ -1,0 +1,1 @@
+// Owns precompiled headers; see PrecompiledHeaders.cmake.

@@ -1,0 +1,118 @@
+#include "embedded/data/project/Libraries.h"
+
+#include "embedded/data/catalogue/LibraryDatabase.h"
+#include "embedded/data/sqlite/Error.h"
+
+#include <QtCore/QSet>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace embedded {
+
+namespace {
+
+/// Adds the items whose numbers are not there yet, and brings all into the order of their numbers.
+void Merge(CArray<SQdInfo>& items, const CArray<SQdInfo>& others)
+{
+    QSet<CString> known;
+    for (const SQdInfo& item : std::as_const(items))
+        known.insert(item.strNumber);
+    std::copy_if(others.begin(), others.end(), std::back_inserter(items),
+                 [&](const SQdInfo& item) { return !known.contains(item.strNumber); });
+    std::sort(items.begin(), items.end(),
+              [](const SQdInfo& left, const SQdInfo& right) { return left.strNumber < right.strNumber; });
+}
+
+} // namespace
+
+Libraries::Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
+                     const CString& ruleFolder)
+    : m_catalogue(catalogue), m_project(project), m_ruleNumbers(ruleFolder)
+{
+    Use(Read(settings), settings.mode);
+}
+
+Libraries::Shelf Libraries::Read(const ProjectDatabase::Settings& settings)
+{
+    Shelf shelf;
+    shelf.libraries = ReadLibraries(m_catalogue);
+    for (const LibraryRole role : AllLibraryRoles)
+        shelf.inUse.emplace(role, RequireStoredLibrary(shelf.libraries, role, settings.Library(role)));
+    shelf.contents = ReadContents(m_catalogue, shelf.libraries, shelf.inUse.at(LibraryRole::Bill),
+                                  shelf.inUse.at(QuotaRole(settings.mode)));
+    return shelf;
+}
+
+void Libraries::Use(Shelf shelf, SQdDeInfo::EQdDeMode mode)
+{
+    m_shelf = std::move(shelf);
+    m_mode = mode;
+    m_bills.clear();
+    for (const BillSection& section : m_shelf.contents.bills) {
+        for (const SQdInfo& item : section.items)
+            m_bills.insert(item.strNumber, &item);
+    }
+}
+
+ProjectDatabase::Settings Libraries::Current() const
+{
+    ProjectDatabase::Settings settings{m_mode, {}};
+    for (const auto& [role, library] : m_shelf.inUse)
+        settings.libraries.emplace(role, library.name.code);
+    return settings;
+}
+
+void Libraries::SetLibrary(LibraryRole role, const CString& code)
+{
+    const Transaction catalogueStays(m_catalogue);
+    RequireLibrary(ReadLibraries(m_catalogue), role, code);
+    ProjectDatabase::Settings settings = Current();
+    settings.libraries[role] = code;
+    Shelf shelf = Read(settings);
+    m_project.WriteLibrary(role, code);
+    Use(std::move(shelf), m_mode);
+}
+
+void Libraries::SetMode(SQdDeInfo::EQdDeMode mode)
+{
+    ProjectDatabase::Settings settings = Current();
+    settings.mode = mode;
+    Shelf shelf = Read(settings);
+    m_project.WriteMode(mode);
+    Use(std::move(shelf), mode);
+}
+
+bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
+{
+    const SQdInfo* const item = m_bills.value(number);
+    if (item == nullptr) return false;
+    info = *item;
+    return true;
+}
+
+bool Libraries::IsInQdk(const CString& number)
+{
+    return m_bills.contains(number);
+}
+
+void Libraries::GetEnCodeRule(int& length, int& suffixLength)
+{
+    length = InUse(LibraryRole::Bill).codeLength;
+    suffixLength = InUse(LibraryRole::Bill).suffixLength;
+}
+
+bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
+{
+    try {
+        CArray<SQdInfo> found = m_project.History(number, GetQdCode());
+        Merge(found, m_ruleNumbers.Find(number, GetQdCode()));
+        items = std::move(found);
+        return true;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+} // namespace embedded

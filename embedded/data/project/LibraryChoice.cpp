@@ -1,0 +1,83 @@
+#include "embedded/data/project/LibraryChoice.h"
+
+#include "embedded/data/catalogue/CatalogueSchema.h"
+#include "embedded/data/catalogue/LibraryDatabase.h"
+#include "embedded/data/project/ProjectDatabase.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "embedded/data/sqlite/Error.h"
+
+#include <QtCore/QHash>
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The numbers of items by item set.
+QHash<CString, int> CountItems(Database& catalogue, const CString& table)
+{
+    QHash<CString, int> counts;
+    catalogue.ForEach(
+        u"SELECT items, count(*) FROM %1 GROUP BY items"_s.arg(table), {},
+        [&](const QSqlQuery& row) { counts.insert(row.value(0).toString(), row.value(1).toInt()); });
+    return counts;
+}
+
+ProjectFolder ExistingProject(const QString& nativeProject)
+{
+    ProjectFolder folder(nativeProject);
+    folder.RequireProject();
+    return folder;
+}
+
+CArray<LibraryEntry> Entries(Database& catalogue, const ProjectDatabase::Settings& settings)
+{
+    const QHash<CString, int> bills = CountItems(catalogue, u"bill_items"_s);
+    const QHash<CString, int> quotas = CountItems(catalogue, u"quota_items"_s);
+    const CArray<Library> libraries = ReadLibraries(catalogue);
+    CArray<LibraryEntry> entries;
+    for (const Library& library : libraries) {
+        const Library* const inUse = FindLibrary(libraries, library.role, settings.Library(library.role));
+        const QHash<CString, int>& counts = library.role == LibraryRole::Bill ? bills : quotas;
+        entries.append({library.role, library.name, counts.value(library.items), inUse == &library});
+    }
+    return entries;
+}
+
+/// The entry of a code. Raises `Error` when there is none.
+const LibraryEntry& Find(const CArray<LibraryEntry>& entries, const CString& code)
+{
+    CArray<LibraryName> known;
+    for (const LibraryEntry& entry : entries) {
+        if (entry.name.code == code) return entry;
+        known.append(entry.name);
+    }
+    RefuseLibrary(code, u"库"_s, known);
+}
+
+} // namespace
+
+CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue);
+    return Entries(catalogue, settings);
+}
+
+LibraryEntry UseLibrary(const QString& nativeProject, const CString& code)
+{
+    const ProjectFolder folder = ExistingProject(nativeProject);
+    ProjectDatabase project(folder.ProjectFile());
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue);
+    const Transaction catalogueStays(catalogue);
+    LibraryEntry used = Find(Entries(catalogue, {}), code);
+    project.WriteLibrary(used.role, code);
+    used.isInUse = true;
+    return used;
+}
+
+} // namespace embedded

@@ -1,0 +1,79 @@
+#include "embedded/data/project/ProjectFolder.h"
+
+#include "embedded/data/sqlite/Error.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+ProjectFolder::ProjectFolder(const QString& nativeFolder) : m_path(platform::FromNative(nativeFolder))
+{
+    if (m_path.isEmpty()) throw Error(u"工程文件夹的路径不能为空"_s);
+    if (!platform::HasPathText(nativeFolder))
+        throw Error(nativeFolder + u"：路径中含有反斜杠，不能作为工程文件夹"_s);
+}
+
+CString ProjectFolder::AppFolder() const
+{
+    return m_path + u"\\app"_s;
+}
+
+CString ProjectFolder::RuleFolder() const
+{
+    return AppFolder() + u"\\自动套配置"_s;
+}
+
+CString ProjectFolder::CatalogueFile() const
+{
+    return AppFolder() + u"\\catalogue.db"_s;
+}
+
+CString ProjectFolder::ProjectFile() const
+{
+    return m_path + u"\\project.ktqd"_s;
+}
+
+CString ProjectFolder::ProfileFile() const
+{
+    return m_path + u"\\SysRegedit.ini"_s;
+}
+
+bool ProjectFolder::IsRuleFile(const CString& path) const
+{
+    const auto isBelow = [&path](const CString& folder) {
+        return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
+    };
+    return path.endsWith(u".xml"_s, Qt::CaseInsensitive) && (isBelow(RuleFolder()) || !isBelow(AppFolder()));
+}
+
+bool ProjectFolder::HoldsProject() const
+{
+    const auto head = platform::Files().ReadHead(ProjectFile(), 1);
+    return head.has_value() && !head->isEmpty();
+}
+
+void ProjectFolder::RequireProject() const
+{
+    if (!HoldsProject()) throw Error(platform::ToNative(m_path) + u"：此文件夹中没有工程"_s);
+}
+
+bool IsProject(const QString& nativeFolder)
+{
+    try {
+        return ProjectFolder(nativeFolder).HoldsProject();
+    } catch (const Error&) {
+        return false; // a path that cannot hold one
+    }
+}
+
+void EnsureFolder(const CString& path)
+{
+    platform::FileSystem& files = platform::Files();
+    // Another program may create the folder between the two questions, so the second one decides.
+    if (files.CreateFolder(path) || files.Exists(path)) return;
+    throw Error(platform::ToNative(path) + u"：无法建立文件夹"_s);
+}
+
+} // namespace embedded

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/Text.h"
+
+namespace embedded {
+
+/// Where the files of a project lie. All paths are path texts.
+class ProjectFolder
+{
+public:
+    /// Raises `Error` for an empty path and for one that has no path text (a name that holds a backslash).
+    explicit ProjectFolder(const QString& nativeFolder);
+
+    const CString& Path() const noexcept { return m_path; }
+    /// The application folder: catalogue, template, attribute information and rule files.
+    CString AppFolder() const;
+    /// The folder of the rule files, below the application folder. Not created here.
+    CString RuleFolder() const;
+    CString CatalogueFile() const;
+    CString ProjectFile() const;
+    CString ProfileFile() const;
+
+    /// Whether a path text names a rule file of the project: an ".xml" file, wherever it lies, but for those
+    /// that the application folder itself holds, which the module makes anew at will.
+    bool IsRuleFile(const CString& path) const;
+
+    /// Whether a project file stands here. It may still be damaged. An empty file is none: it is what an
+    /// interrupted creation leaves.
+    bool HoldsProject() const;
+    /// The same, but raises `Error` when no project stands here.
+    void RequireProject() const;
+
+private:
+    CString m_path;
+};
+
+/// Whether a project stands in the folder; it may still be damaged.
+bool IsProject(const QString& nativeFolder);
+
+/// Sees to it that a folder stands at a path text, one level only. Raises `Error`.
+void EnsureFolder(const CString& path);
+
+} // namespace embedded

@@ -1,0 +1,16 @@
+#include "embedded/data/sqlite/Error.h"
+
+namespace embedded {
+
+Error::Error(const CString& message) : std::runtime_error(message.toStdString()) {}
+
+Error::~Error() = default;
+
+ReadOnlyError::~ReadOnlyError() = default;
+
+CString Error::Message() const
+{
+    return CString::fromUtf8(what());
+}
+
+} // namespace embedded

@@ -1,0 +1,86 @@
+#include "editor/dialogs/HistoryWindow.h"
+
+#include "editor/EditorFixture.h"
+#include "embedded/data/history/History.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "platform/Files.h"
+
+#include <QtCore/QThread>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
+
+/// The file system in force. When it is read on the window's thread while a progress window is there, the
+/// user presses its button.
+class CancellingFiles : public platform::FileSystemProxy
+{
+public:
+    CancellingFiles() : FileSystemProxy(platform::Files()), m_installed(*this) {}
+
+    std::optional<QByteArray> Read(const CString& path, CString* reason) override
+    {
+        const bool isWindowsThread = QThread::currentThread() == qApp->thread();
+        if (QWidget* window = isWindowsThread ? QApplication::activeModalWidget() : nullptr) {
+            if (m_text.isEmpty()) m_text = window->findChild<QLabel*>()->text();
+            test::PressButton(*window, u"取消"_s);
+        }
+        return Target().Read(path, reason);
+    }
+
+    /// What the progress window said; empty when there was none.
+    QString Text() const { return m_text; }
+
+private:
+    QString m_text;
+    platform::ScopedFileSystem m_installed;
+};
+
+/// The window over a history with one copy of the current rule file, which has been changed since.
+class HistoryOfFile : public test::EditorWindow
+{
+protected:
+    HistoryOfFile()
+    {
+        m_window.OpenSample(Folder(u"project"_s));
+        History().Keep(m_folder.Path(CurrentFile));
+        m_messages.PresetAnswer(platform::Answer::Yes);
+    }
+
+    embedded::History History() const
+    {
+        return embedded::History(embedded::ProjectFolder(Folder(u"project"_s)));
+    }
+    qsizetype CountCopies() const { return History().List(m_folder.Path(CurrentFile)).size(); }
+    editor::Project& Project() const { return *m_window.OpenedProject(); }
+};
+
+} // namespace
+
+TEST_F(HistoryOfFile, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    m_folder.WriteFile(CurrentFile, "<changed/>");
+    editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
+    test::PressButton(window, u"还原"_s);
+    EXPECT_TRUE(window.HasRestored());
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
+    EXPECT_EQ(CountCopies(), 2);
+}
+
+TEST_F(HistoryOfFile, RestoringALargeFileCanBeCancelledAndThenChangesNothing)
+{
+    const QByteArray large = "<!--" + QByteArray(9'000'000, ' ') + "-->";
+    m_folder.WriteFile(CurrentFile, large);
+    editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
+    CancellingFiles files;
+    test::PressButton(window, u"还原"_s);
+    EXPECT_EQ(files.Text(), u"正在还原…"_s);
+    EXPECT_FALSE(window.HasRestored());
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), large);
+    EXPECT_EQ(CountCopies(), 1);
+}

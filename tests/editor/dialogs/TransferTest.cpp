@@ -1,0 +1,92 @@
+#include "editor/dialogs/TransferDialog.h"
+
+#include "editor/EditorFixture.h"
+
+#include <QtCore/QFile>
+#include <QtGui/QAction>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QPushButton>
+
+using namespace Qt::StringLiterals;
+using ::testing::HasSubstr;
+
+TEST(ImportDescription, NamesEveryRefusedRowWithItsLine)
+{
+    embedded::ImportReport report;
+    report.refused = {{7, u"没有这个小类"_s}, {0, u"缺少列"_s}};
+    EXPECT_EQ(editor::DescribeImport(report),
+              u"没有导入，原有的数据没有变。被拒绝的行：2。\n第 7 行：没有这个小类\n缺少列"_s);
+}
+
+TEST(ImportDescription, CountsWhatWasStored)
+{
+    embedded::ImportReport report;
+    report.stored = true;
+    report.rows = 6;
+    report.added = 1;
+    report.changed = 2;
+    report.removed = 3;
+    EXPECT_EQ(editor::DescribeImport(report), u"已导入 6 行：新增 1，修改 2，删除 3。"_s);
+}
+
+TEST(ImportDescription, NamesTheLibrary)
+{
+    embedded::ImportReport report;
+    report.cancelled = true;
+    report.library = {u"code"_s, u"名称"_s, u"全国"_s, u"2013"_s};
+    EXPECT_EQ(editor::DescribeImport(report), u"库：名称 · 全国 2013\n已取消，原有的数据没有变。"_s);
+}
+
+namespace {
+
+class Transfer : public test::EditorWindow
+{
+protected:
+    /// What the user does in the dialog that asks for a file.
+    static test::NextWindows::Step Naming(const QString& file, const QString& button)
+    {
+        return [file, button](QDialog& window) {
+            window.findChild<QLineEdit*>()->setText(file);
+            test::PressButton(window, button);
+        };
+    }
+    void Export(const QString& file)
+    {
+        const test::NextWindows user({Naming(file, u"导出"_s)});
+        m_window.Commands().exportData->trigger();
+        ASSERT_TRUE(user.Done());
+    }
+    /// Gives the report that is shown.
+    QString Import(const QString& file)
+    {
+        QString report;
+        const test::NextWindows user({Naming(file, u"导入"_s), [&](QDialog& window) {
+                                          report = window.findChild<QPlainTextEdit*>()->toPlainText();
+                                          window.accept();
+                                      }});
+        m_window.Commands().importData->trigger();
+        EXPECT_TRUE(user.Done());
+        return report;
+    }
+};
+
+} // namespace
+
+TEST_F(Transfer, WhatWasExportedIsImportedWithoutAChange)
+{
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    const QString file = Folder(u"out.csv"_s);
+    Export(file);
+    ASSERT_TRUE(QFile::exists(file));
+    EXPECT_THAT(Import(file).toStdString(), HasSubstr("新增 0，修改 0，删除 0"));
+    EXPECT_EQ(m_messages.Texts(), QStringList());
+}
+
+TEST_F(Transfer, RefusedFileIsReportedWithItsLines)
+{
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    m_folder.WriteFile(u"bad.csv"_s, "nonsense\n1\n");
+    EXPECT_THAT(Import(Folder(u"bad.csv"_s)).toStdString(), HasSubstr("没有导入，原有的数据没有变"));
+}

@@ -1,0 +1,169 @@
+#include "editor/EditorFixture.h"
+
+#include "editor/project/Project.h"
+#include "shared/RuleFileState.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QMimeData>
+#include <QtCore/QUrl>
+#include <QtGui/QAction>
+#include <QtGui/QDragEnterEvent>
+#include <QtGui/QDropEvent>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
+#include <QtWidgets/QMenu>
+#include <QtWidgets/QTreeWidget>
+
+using namespace Qt::StringLiterals;
+using test::EditorWindow;
+
+TEST_F(EditorWindow, WithoutProjectOffersOnlyTheWaysToOne)
+{
+    const editor::Actions& actions = m_window.Commands();
+    for (const QAction* action :
+         {actions.newProject, actions.openProject, actions.sampleProject, actions.quit})
+        EXPECT_TRUE(action->isEnabled()) << action->text().toStdString();
+    for (const QAction* action :
+         {actions.configure, actions.wizard, actions.refresh, actions.attributes, actions.writeHead,
+          actions.history, actions.importData, actions.closeProject})
+        EXPECT_FALSE(action->isEnabled()) << action->text().toStdString();
+}
+
+TEST_F(EditorWindow, MissingRuleFileCanBeConfiguredButNotRefreshed)
+{
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    const editor::Actions& actions = m_window.Commands();
+    EXPECT_TRUE(actions.configure->isEnabled());
+    EXPECT_TRUE(actions.history->isEnabled());
+    EXPECT_FALSE(actions.refresh->isEnabled());
+    EXPECT_FALSE(actions.writeHead->isEnabled());
+}
+
+TEST_F(EditorWindow, UnreadableRuleFileTakesNoHead)
+{
+    const QString folder = MakeProject(u"project"_s);
+    m_folder.MakeFolder(u"project\\app\\自动套配置"_s);
+    m_folder.WriteFile(u"project\\app\\自动套配置\\DefaultConfig.xml"_s, "<broken");
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    EXPECT_TRUE(m_window.Commands().refresh->isEnabled());
+    EXPECT_FALSE(m_window.Commands().writeHead->isEnabled());
+}
+
+TEST_F(EditorWindow, SampleProjectIsMadeAtFirstUseAndOpenedAtTheNext)
+{
+    ASSERT_TRUE(m_window.OpenSample(Folder(u"deep\\sample"_s)));
+    const CStringArray files = m_window.OpenedProject()->RuleFiles();
+    ASSERT_EQ(files.size(), 4);
+    for (const CString& file : files)
+        EXPECT_TRUE(shared::ExamineRuleFile(file).IsSafe()) << file.toStdString();
+    EXPECT_TRUE(m_window.Commands().writeHead->isEnabled());
+    m_window.OpenedProject()->SetMode(SQdDeInfo::QuotaMode);
+    ASSERT_TRUE(m_window.OpenSample(Folder(u"deep\\sample"_s)));
+    EXPECT_EQ(m_window.OpenedProject()->Mode(), SQdDeInfo::QuotaMode);
+}
+
+TEST_F(EditorWindow, ProjectThatCannotBeOpenedIsReportedAndTheFormerStays)
+{
+    const QString folder = MakeProject(u"project"_s);
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    EXPECT_FALSE(m_window.OpenProject(Folder(u"nothing"_s)));
+    EXPECT_EQ(m_messages.Texts().size(), 1);
+    ASSERT_NE(m_window.OpenedProject(), nullptr);
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
+}
+
+TEST_F(EditorWindow, RefusedNewProjectComesBackWithWhatWasEntered)
+{
+    MakeProject(u"taken"_s);
+    QString shown;
+    const test::NextWindows user({[&](QDialog& window) {
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"taken"_s));
+                                      test::PressButton(window, u"新建"_s);
+                                  },
+                                  [&](QDialog& window) {
+                                      shown = window.findChild<QLineEdit*>()->text();
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"free"_s));
+                                      test::PressButton(window, u"新建"_s);
+                                  }});
+    m_window.Commands().newProject->trigger();
+    EXPECT_TRUE(user.Done());
+    EXPECT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_EQ(shown, QDir::toNativeSeparators(Folder(u"taken"_s)));
+    ASSERT_NE(m_window.OpenedProject(), nullptr);
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), Folder(u"free"_s));
+}
+
+TEST_F(EditorWindow, NewProjectDialogMakesAndOpensAProject)
+{
+    const test::NextWindows user({[&](QDialog& window) {
+        window.findChild<QLineEdit*>()->setText(Folder(u"mine"_s));
+        window.findChildren<QComboBox*>()[0]->setCurrentIndex(1);
+        window.findChildren<QComboBox*>()[1]->setCurrentText(u"电气"_s);
+        test::PressButton(window, u"新建"_s);
+    }});
+    m_window.Commands().newProject->trigger();
+    ASSERT_TRUE(user.Done());
+    ASSERT_NE(m_window.OpenedProject(), nullptr);
+    EXPECT_EQ(m_window.OpenedProject()->Mode(), SQdDeInfo::QuotaMode);
+    EXPECT_EQ(m_window.OpenedProject()->Spec(), u"电气"_s);
+    EXPECT_EQ(Recent().Last(), Folder(u"mine"_s));
+}
+
+TEST_F(EditorWindow, ChosenModeAndSpecialtyAreStoredInTheProject)
+{
+    const QString folder = MakeProject(u"project"_s);
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    for (QComboBox* combo : m_window.findChildren<QComboBox*>())
+        combo->setCurrentText(combo->findText(u"电气"_s) < 0 ? u"定额模式"_s : u"电气"_s);
+    editor::Project reopened(folder);
+    EXPECT_EQ(reopened.Mode(), SQdDeInfo::QuotaMode);
+    EXPECT_EQ(reopened.Spec(), u"电气"_s);
+}
+
+TEST_F(EditorWindow, VanishedProjectIsListedButCannotBeChosen)
+{
+    const QString folder = MakeProject(u"project"_s);
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    m_window.Commands().closeProject->trigger();
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    QMenu& menu = *m_window.Commands().recentProjects;
+    emit menu.aboutToShow();
+    EXPECT_FALSE(menu.actions()[0]->isEnabled());
+    EXPECT_FALSE(m_window.findChild<QListWidget*>()->item(0)->flags().testFlag(Qt::ItemIsEnabled));
+    menu.actions().last()->trigger();
+    EXPECT_TRUE(Recent().Entries().isEmpty());
+}
+
+TEST_F(EditorWindow, EmptyListOfRecentProjectsTellsWhatItIsForAndOpensNothing)
+{
+    const auto& list = *m_window.findChild<QListWidget*>();
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_FALSE(list.item(0)->text().isEmpty());
+    EXPECT_EQ(list.item(0)->flags(), Qt::NoItemFlags);
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    ASSERT_EQ(list.count(), 1);
+    EXPECT_TRUE(list.item(0)->flags().testFlag(Qt::ItemIsEnabled));
+}
+
+TEST_F(EditorWindow, OpenedProjectHasTheFocusOnItsRuleFiles)
+{
+    m_window.activateWindow();
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    EXPECT_EQ(m_window.focusWidget(), m_window.findChild<QTreeWidget*>());
+}
+
+TEST_F(EditorWindow, FolderDroppedOnTheWindowIsOpened)
+{
+    const QString folder = MakeProject(u"project"_s);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(folder)});
+    QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_window, &drop);
+    ASSERT_NE(m_window.OpenedProject(), nullptr);
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
+}

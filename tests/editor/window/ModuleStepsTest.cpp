@@ -1,0 +1,200 @@
+#include "editor/window/ModuleSteps.h"
+
+#include "editor/EditorFixture.h"
+#include "embedded/data/history/History.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "presenter/CQdDeConfigPresenter.h"
+#include "shared/RuleFileState.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QAction>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QMessageBox>
+
+#include <type_traits>
+
+using namespace Qt::StringLiterals;
+using ::testing::HasSubstr;
+
+namespace {
+
+const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
+const QByteArray Damaged = "<a>\n  <b x=\"1\" x=\"2\"/>\n</a>";
+
+// Its runner works on it.
+static_assert(!std::is_copy_constructible_v<editor::ModuleSteps> &&
+              !std::is_move_constructible_v<editor::ModuleSteps>);
+
+/// The window on a project whose current rule file is the sample's.
+class RuleFileSteps : public test::EditorWindow
+{
+protected:
+    RuleFileSteps() { m_window.OpenSample(Folder(u"project"_s)); }
+
+    void Damage()
+    {
+        m_folder.WriteFile(CurrentFile, Damaged);
+        m_window.Commands().examine->trigger();
+    }
+    CArray<embedded::HistoryEntry> Copies() const
+    {
+        return embedded::History(embedded::ProjectFolder(Folder(u"project"_s)))
+            .List(m_folder.Path(CurrentFile));
+    }
+};
+
+} // namespace
+
+TEST_F(RuleFileSteps, UnreadableFileIsReportedBeforeTheDialogAndStaysOnCancel)
+{
+    Damage();
+    QString text;
+    const test::NextWindows user({[&](QDialog& window) {
+        text = static_cast<QMessageBox&>(window).text();
+        test::PressButton(window, u"取消"_s);
+    }});
+    m_window.Commands().configure->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_THAT(text.toStdString(), HasSubstr("第 2 行第 "));
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), Damaged);
+}
+
+TEST_F(RuleFileSteps, UnreadableFileOpenedAnywayHasACopyInTheHistory)
+{
+    Damage();
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"仍然打开"_s); },
+                                  [](QDialog& window) { window.close(); }});
+    m_window.Commands().configure->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_NE(m_folder.ReadFile(CurrentFile), Damaged);
+    ASSERT_FALSE(Copies().isEmpty());
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    EXPECT_EQ(history.Read(Copies().last()), Damaged);
+}
+
+TEST_F(RuleFileSteps, FileThatTheDialogTurnsToIsKeptBeforeItIsWritten)
+{
+    const CString other = u"project\\app\\自动套配置\\电气示例.xml"_s;
+    const QByteArray before = m_folder.ReadFile(other);
+    CQdDeConfigPresenter presenter({});
+    ASSERT_TRUE(presenter.ReLoad(m_folder.Path(other)));
+    ASSERT_TRUE(presenter.Save());
+    ASSERT_NE(m_folder.ReadFile(other), before);
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    const auto copies = history.List(m_folder.Path(other));
+    ASSERT_FALSE(copies.isEmpty());
+    EXPECT_EQ(history.Read(copies.last()), before);
+}
+
+TEST_F(RuleFileSteps, WhatAnotherProgramWroteMeanwhileIsKeptBeforeASave)
+{
+    CQdDeConfigPresenter presenter({});
+    const QByteArray theirs = m_folder.ReadFile(CurrentFile) + "<!-- theirs -->\n";
+    m_folder.WriteFile(CurrentFile, theirs);
+    ASSERT_TRUE(presenter.Save());
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(history.Read(Copies().last()), theirs);
+}
+
+TEST_F(RuleFileSteps, AttributeFilesHaveNoCopies)
+{
+    m_window.Commands().attributes->trigger();
+    m_window.Commands().attributes->trigger();
+    EXPECT_TRUE(embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).ListAll().isEmpty());
+}
+
+TEST_F(RuleFileSteps, HeadOnTheOriginalLeavesACopyInTheHistory)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(shared::ExamineRuleFile(m_folder.Path(CurrentFile)).kind, shared::RuleFileKind::Wrapped);
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(embedded::History(embedded::ProjectFolder(Folder(u"project"_s))).Read(Copies().last()), before);
+    EXPECT_FALSE(m_window.Commands().writeHead->isEnabled());
+}
+
+TEST_F(RuleFileSteps, HeadOnACopyKeepsWhatStoodThereWhateverItsName)
+{
+    m_folder.WriteFile(u"copy.dat"_s, "mine");
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
+                                  [&](QDialog& window) {
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"copy.dat"_s));
+                                      // The question whether to replace the file comes within.
+                                      QTimer::singleShot(0, &window, [&window] { window.accept(); });
+                                  },
+                                  [](QDialog& window) { test::PressButton(window, u"&Yes"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(shared::ExamineRuleFile(m_folder.Path(u"copy.dat"_s)).kind, shared::RuleFileKind::Wrapped);
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    const auto copies = history.List(m_folder.Path(u"copy.dat"_s));
+    ASSERT_EQ(copies.size(), 1);
+    EXPECT_EQ(history.Read(copies[0]), "mine");
+}
+
+TEST_F(RuleFileSteps, CopyThatIsNamedWithoutAnEndingIsAnXmlFile)
+{
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在副本上"_s); },
+                                  [&](QDialog& window) {
+                                      window.findChild<QLineEdit*>()->setText(Folder(u"copy"_s));
+                                      window.accept();
+                                  }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(shared::ExamineRuleFile(m_folder.Path(u"copy.xml"_s)).kind, shared::RuleFileKind::Wrapped);
+    EXPECT_FALSE(m_folder.Exists(u"copy"_s));
+}
+
+TEST_F(RuleFileSteps, HeadIsWrittenOnAFileOfTheLongestName)
+{
+    const CString name = u"project\\app\\自动套配置\\"_s + CString(251, u'x') + u".xml"_s;
+    const CString longest = m_folder.WriteFile(name, m_folder.ReadFile(CurrentFile));
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_EQ(steps.WriteHead(longest), editor::StepEnd::Done);
+    EXPECT_EQ(shared::ExamineRuleFile(longest).kind, shared::RuleFileKind::Wrapped);
+}
+
+TEST_F(RuleFileSteps, HeadTouchesNoFileBesideItsTarget)
+{
+    const CString beside =
+        CurrentFile + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
+    m_folder.WriteFile(beside, "mine");
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_TRUE(m_folder.Exists(beside));
+    EXPECT_EQ(m_folder.ReadFile(beside), "mine");
+}
+
+TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"取消"_s); }});
+    m_window.Commands().writeHead->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
+}
+
+TEST_F(RuleFileSteps, RefreshMakesTheSelectedFileTheCurrentOne)
+{
+    m_folder.WriteFile(u"project\\app\\自动套配置\\second.xml"_s, m_folder.ReadFile(CurrentFile));
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_EQ(steps.Refresh(m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s)), editor::StepEnd::Done);
+    EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(),
+              m_folder.Path(u"project\\app\\自动套配置\\second.xml"_s));
+}
+
+TEST_F(RuleFileSteps, RefusedRefreshTellsTheReasonAndKeepsTheCurrentFile)
+{
+    const CString bad = m_folder.WriteFile(u"project\\app\\自动套配置\\bad.xml"_s, Damaged);
+    editor::ModuleSteps steps(&m_window, *m_window.OpenedProject());
+    EXPECT_EQ(steps.Refresh(bad), editor::StepEnd::Refused);
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("文件功能不匹配"));
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("第 2 行第 "));
+    EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(), m_folder.Path(CurrentFile));
+}

@@ -1,0 +1,47 @@
+#include "embedded/data/project/CurrentConfiguration.h"
+
+#include "support/FaultyFileSystem.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using embedded::CurrentConfiguration;
+
+namespace {
+
+class CurrentConfigurationTest : public ::testing::Test
+{
+protected:
+    void WriteIni(const QByteArray& bytes) const { m_folder.WriteFile(u"SysRegedit.ini"_s, bytes); }
+
+    test::TempFolder m_folder;
+    CurrentConfiguration m_current{m_folder.Path(u"project.ktqd"_s)};
+};
+
+} // namespace
+
+TEST_F(CurrentConfigurationTest, ProjectThatHasChosenNoneHasTheDefault)
+{
+    EXPECT_EQ(m_current.Name(), CurrentConfiguration::DefaultName());
+    WriteIni("[QdDeConfigInfo]\nConfigName=\n");
+    EXPECT_EQ(m_current.Name(), CurrentConfiguration::DefaultName());
+}
+
+TEST_F(CurrentConfigurationTest, ChosenNameIsTheOneThatIsReadNext)
+{
+    WriteIni("[Other]\nKey=1\n");
+    ASSERT_TRUE(m_current.Use(u"夏季"_s));
+    EXPECT_EQ(m_current.Name(), u"夏季"_s);
+    EXPECT_EQ(m_folder.ReadFile(u"SysRegedit.ini"_s),
+              QByteArray("[Other]\nKey=1\n[QdDeConfigInfo]\nConfigName=夏季\n"));
+}
+
+TEST_F(CurrentConfigurationTest, NamesAreCutAtTheLongestThatTheEntryGivesBack)
+{
+    const CString longest(CurrentConfiguration::LongestName, u'a');
+    ASSERT_TRUE(m_current.Use(longest));
+    EXPECT_EQ(m_current.Name(), longest);
+    ASSERT_TRUE(m_current.Use(longest + u'b'));
+    EXPECT_EQ(m_current.Name(), longest);
+}
