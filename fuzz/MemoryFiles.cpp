@@ -34,6 +34,11 @@ bool MemoryFiles::Exists(const CString& path)
     return m_files.contains(path);
 }
 
+platform::FileKind MemoryFiles::KindOf(const CString& path)
+{
+    return Exists(path) ? platform::FileKind::File : platform::FileKind::Missing;
+}
+
 std::optional<QByteArray> MemoryFiles::Read(const CString& path, CString* reason)
 {
     const auto found = m_files.find(path);
@@ -79,6 +84,11 @@ bool MemoryFiles::Rename(const CString& from, const CString& to)
     m_files.insert(std::move(file));
     return true;
 }
+bool MemoryFiles::MoveOver(const CString& from, const CString& to)
+{
+    return m_files.contains(from) && m_files.contains(to) && from != to && Remove(to) && Rename(from, to);
+}
+
 void MemoryFiles::Put(const CString& path, const QByteArray& bytes)
 {
     m_files[path] = std::make_shared<QByteArray>(bytes);

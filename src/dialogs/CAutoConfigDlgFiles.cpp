@@ -4,6 +4,7 @@
 #include "host/HostWindows.h"
 #include "host/NvKtProfile.h"
 #include "platform/Messages.h"
+#include "store/RuleFile.h"
 
 #include <functional>
 #include <optional>
@@ -81,7 +82,7 @@ void CAutoConfigDlg::OnSaveAs()
 // is gone.
 void CAutoConfigDlg::OnImportFromNetDisk()
 {
-    KtNetService::CNetDiskFunc::GetInstance().ShowDialog(u"自动套模板"_s, true);
+    KtNetService::CNetDiskFunc::GetInstance().ShowDialog(store::TemplateFolder(), true);
     RefreshCaption();
     const CString path = NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置\\"_s +
                          m_presenter->GetCurConfig() + u".xml"_s;

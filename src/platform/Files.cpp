@@ -79,9 +79,21 @@ private:
     QFile m_file;
 };
 
+FileKind KindOfNative(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) return FileKind::Missing;
+    if (info.isDir()) return FileKind::Folder;
+    return info.isFile() ? FileKind::File : FileKind::Other;
+}
+
 /// Reads up to `length` bytes, or all when it is negative.
 std::optional<QByteArray> ReadBytes(const CString& path, qint64 length, CString& reason)
 {
+    if (KindOfNative(ToNative(path)) == FileKind::Other) {
+        reason = u"不是普通文件（设备或管道），不能读取"_s;
+        return std::nullopt;
+    }
     QFile file;
     if (!Open(file, path, QIODevice::ReadOnly, reason)) return std::nullopt;
     QByteArray bytes = length < 0 ? file.readAll() : file.read(length);
@@ -94,6 +106,22 @@ class PlatformFileSystem : public FileSystem
 {
 public:
     bool Exists(const CString& path) override { return QFileInfo::exists(ToNative(path)); }
+
+    FileKind KindOf(const CString& path) override { return KindOfNative(ToNative(path)); }
+
+    CString ThroughLinks(const CString& path) override
+    {
+        constexpr int MostLinks = 40; // as many as systems follow
+        QFileInfo info(ToNative(path));
+        for (int i = 0; i < MostLinks && info.isSymLink(); ++i) {
+            const QFileInfo next(info.symLinkTarget());
+            // The link of an open pipe or device names something that is no path.
+            if (info.exists() && !next.exists()) break;
+            info = next;
+        }
+        const QString target = info.filePath();
+        return target == ToNative(path) || !HasPathText(target) ? path : FromNative(target);
+    }
 
     std::optional<QByteArray> Read(const CString& path, CString* reason) override
     {
@@ -145,6 +173,11 @@ public:
     {
         return !from.isEmpty() && !to.isEmpty() && native::Rename(ToNative(from), ToNative(to));
     }
+
+    bool MoveOver(const CString& from, const CString& to) override
+    {
+        return !from.isEmpty() && !to.isEmpty() && native::MoveOver(ToNative(from), ToNative(to));
+    }
 };
 
 /// The file system in force.
@@ -155,101 +188,6 @@ FileSystem*& Current()
 }
 
 } // namespace
-
-FileError::FileError(const CString& path, const CString& reason)
-    : std::runtime_error((ToNative(path) + u": "_s + reason).toStdString()), m_path(path), m_reason(reason)
-{
-}
-
-FileError::~FileError() = default;
-
-CString FileError::Message() const
-{
-    return ToNative(m_path) + u": "_s + m_reason;
-}
-
-OutputFile::~OutputFile() = default;
-FileSystem::~FileSystem() = default;
-
-void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes)
-{
-    const std::unique_ptr<OutputFile> file = OpenForWriting(path);
-    if (bytes.size() > file->Size()) file->Reserve(bytes.size());
-    file->Write(bytes);
-    file->Resize(bytes.size());
-    file->Sync();
-}
-
-void FileSystem::PutBack(const CString& path, const QByteArray& former) noexcept
-{
-    try {
-        if (Read(path, nullptr) != former) WriteInPlace(path, former);
-    } catch (...) {
-        // The failure that brought us here is the one to report.
-    }
-}
-
-bool FileSystem::Copy(const CString& from, const CString& to, CString* reason)
-{
-    const std::optional<QByteArray> bytes = Read(from, reason);
-    if (!bytes) return false;
-    try {
-        WriteInPlace(to, *bytes);
-        return true;
-    } catch (const FileError& error) {
-        if (reason != nullptr) *reason = error.Reason();
-        return false;
-    }
-}
-
-FileSystemProxy::FileSystemProxy(FileSystem& target) : m_target(target) {}
-
-FileSystemProxy::~FileSystemProxy() = default;
-
-bool FileSystemProxy::Exists(const CString& path)
-{
-    return m_target.Exists(path);
-}
-
-std::optional<QByteArray> FileSystemProxy::Read(const CString& path, CString* reason)
-{
-    return m_target.Read(path, reason);
-}
-
-std::optional<QByteArray> FileSystemProxy::ReadHead(const CString& path, qint64 length)
-{
-    return m_target.ReadHead(path, length);
-}
-
-std::unique_ptr<OutputFile> FileSystemProxy::OpenForWriting(const CString& path)
-{
-    return m_target.OpenForWriting(path);
-}
-
-bool FileSystemProxy::Remove(const CString& path)
-{
-    return m_target.Remove(path);
-}
-
-bool FileSystemProxy::CreateFolder(const CString& path)
-{
-    return m_target.CreateFolder(path);
-}
-
-CStringArray FileSystemProxy::FindFiles(const CString& folder, const CString& extension)
-{
-    return m_target.FindFiles(folder, extension);
-}
-
-CStringArray FileSystemProxy::FindFolders(const CString& folder)
-{
-    return m_target.FindFolders(folder);
-}
-
-bool FileSystemProxy::Rename(const CString& from, const CString& to)
-{
-    return m_target.Rename(from, to);
-}
 
 FileSystem& Files()
 {

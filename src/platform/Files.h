@@ -54,6 +54,14 @@ public:
     virtual void Sync() = 0;
 };
 
+/// What stands at a path, seen through links.
+enum class FileKind {
+    Missing, ///< nothing, or a link that leads nowhere
+    File,    ///< a regular file: it has a length, and reading it comes to an end
+    Folder,
+    Other, ///< a device, a pipe, a socket
+};
+
 /// The file system as this system needs it. Paths are path texts (see Paths.h). The virtual operations are
 /// the seam for tests; a double usually derives from `RealFileSystem()`'s class through `FileSystemProxy`.
 class KTQDDE_EXPORT FileSystem
@@ -63,7 +71,13 @@ public:
 
     /// Whether a file or folder stands at `path`.
     virtual bool Exists(const CString& path) = 0;
-    /// The whole content of a file; nothing when it cannot be opened or read. `reason`, if given, tells why.
+    /// What stands at `path`.
+    virtual FileKind KindOf(const CString& path) = 0;
+    /// The path of what a link at `path` leads to, through as many links as there are, whether or not
+    /// anything stands there; `path` as it is when there is no link.
+    virtual CString ThroughLinks(const CString& path) = 0;
+    /// The whole content of a file; nothing when it cannot be opened or read, or is no regular file: a device
+    /// or a pipe may never end. `reason`, if given, tells why.
     virtual std::optional<QByteArray> Read(const CString& path, CString* reason = nullptr) = 0;
     /// The first `length` bytes of a file, or all of it if it is shorter; nothing when it cannot be read.
     virtual std::optional<QByteArray> ReadHead(const CString& path, qint64 length) = 0;
@@ -83,18 +97,31 @@ public:
     /// name stands for all of the file. False, with the file under its old name, when something stands at
     /// `to` already, even if it came there a moment ago, or when the platform refuses.
     virtual bool Rename(const CString& from, const CString& to) = 0;
+    /// Puts the file `from` into the place of the file `to` of the same folder, in one step, with the owner
+    /// and the permissions of the latter, and hands that to the disk. False, with `to` as it was, when that
+    /// would lose something that belongs to `to` (another name of it, an owner that this user cannot give,
+    /// marks of the file system) or the platform refuses.
+    virtual bool MoveOver(const CString& from, const CString& to) = 0;
 
     /// Replaces the content of `path`, or creates it. The new bytes get their room first, then they are
     /// written over the old ones, the file is cut to length and synced: a full disk or a refused open raises
     /// `FileError` before the old bytes are touched. There is no temporary file: links, permissions and
     /// whoever watches the file keep their file. Should the disk fail during the writing itself, `FileError`
-    /// is raised and the content is undefined.
-    void WriteInPlace(const CString& path, const QByteArray& bytes);
+    /// is raised, the file gets its former bytes back wherever the disk still takes them, and a file that did
+    /// not stand there is removed. `former`, if given, is what the caller has just read from the file and
+    /// spares reading it again. A device or a pipe is written as it comes.
+    void WriteInPlace(const CString& path, const QByteArray& bytes, const QByteArray* former = nullptr);
+    /// Replaces the content of `path`, or creates it, so that at every moment, the end of the process
+    /// included, all of the old or all of the new content stands there. Links, owner and permissions stay.
+    /// The new content is written to a file beside that then takes the place; where that would lose something
+    /// of the old file, or nothing can be made beside it, it is written in place. Raises `FileError`, with
+    /// the file as it was.
+    void Replace(const CString& path, const QByteArray& bytes);
     /// Writes the former bytes of a file back after a write has failed midway. Does what the disk lets it,
     /// raises nothing, and does nothing when the file still holds them.
     void PutBack(const CString& path, const QByteArray& former) noexcept;
     /// Copies a file over another, which is created or overwritten in place. False when the source cannot be
-    /// read or the target not be written; `reason`, if given, tells why.
+    /// read or the target not be written, which then is as it was; `reason`, if given, tells why.
     bool Copy(const CString& from, const CString& to, CString* reason = nullptr);
 };
 
@@ -105,6 +132,8 @@ public:
     explicit FileSystemProxy(FileSystem& target);
     ~FileSystemProxy() override;
     bool Exists(const CString& path) override;
+    FileKind KindOf(const CString& path) override;
+    CString ThroughLinks(const CString& path) override;
     std::optional<QByteArray> Read(const CString& path, CString* reason) override;
     std::optional<QByteArray> ReadHead(const CString& path, qint64 length) override;
     std::unique_ptr<OutputFile> OpenForWriting(const CString& path) override;
@@ -113,6 +142,7 @@ public:
     CStringArray FindFiles(const CString& folder, const CString& extension) override;
     CStringArray FindFolders(const CString& folder) override;
     bool Rename(const CString& from, const CString& to) override;
+    bool MoveOver(const CString& from, const CString& to) override;
 
 protected:
     FileSystem& Target() noexcept { return m_target; }

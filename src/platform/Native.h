@@ -20,6 +20,10 @@ bool Sync(QFile& file, QString& reason);
 /// Renames a file within its folder, never over another one, and hands the folder to the disk.
 bool Rename(const QString& from, const QString& to);
 
+/// Puts a file into the place of another in its folder, with owner and permissions of that one, and hands the
+/// folder to the disk. False, with the other as it was, when something of it would be lost.
+bool MoveOver(const QString& from, const QString& to);
+
 /// Whether a person watches standard error.
 bool ErrIsTerminal();
 

@@ -16,7 +16,11 @@
 #include <fcntl.h>
 #include <iconv.h>
 #include <langinfo.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#if defined(__linux__)
+#include <sys/xattr.h>
+#endif
 
 namespace platform::native {
 
@@ -45,6 +49,39 @@ std::optional<QByteArray> Convert(QByteArray bytes, const char* from, const char
         if (finished) return result;
         if (!full) return std::nullopt;
     }
+}
+
+/// Whether the file system keeps more of a file than its bytes, owner and mode: access lists, labels.
+bool HasMarks(const char* path)
+{
+#if defined(__linux__)
+    return listxattr(path, nullptr, 0) > 0;
+#else
+    Q_UNUSED(path);
+    return false;
+#endif
+}
+
+/// Gives a file the owner and mode of another that has no second name.
+bool TakeOwnerAndMode(const char* from, const char* to)
+{
+    struct stat made = {};
+    struct stat old = {};
+    if (stat(from, &made) != 0 || lstat(to, &old) != 0) return false;
+    if (!S_ISREG(old.st_mode) || old.st_nlink != 1 || HasMarks(to)) return false;
+    const bool sameOwner = made.st_uid == old.st_uid && made.st_gid == old.st_gid;
+    if (!sameOwner && chown(from, old.st_uid, old.st_gid) != 0) return false;
+    constexpr mode_t Permissions = 07777;
+    return chmod(from, old.st_mode & Permissions) == 0;
+}
+
+/// Hands the names in a file's folder to the disk.
+void SyncFolderOf(const QString& file)
+{
+    const int folder = open(QFile::encodeName(QFileInfo(file).path()).constData(), O_RDONLY | O_CLOEXEC);
+    if (folder < 0) return;
+    fsync(folder);
+    close(folder);
 }
 
 /// Whether `error` says that the disk, the quota or the file system's largest file is used up.
@@ -97,10 +134,17 @@ bool Rename(const QString& from, const QString& to)
                std::rename(source.constData(), target.constData()) != 0) {
         return false;
     }
-    const int folder = open(QFile::encodeName(QFileInfo(to).path()).constData(), O_RDONLY | O_CLOEXEC);
-    if (folder < 0) return true;
-    fsync(folder);
-    close(folder);
+    SyncFolderOf(to);
+    return true;
+}
+
+bool MoveOver(const QString& from, const QString& to)
+{
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray target = QFile::encodeName(to);
+    if (!TakeOwnerAndMode(source.constData(), target.constData())) return false;
+    if (std::rename(source.constData(), target.constData()) != 0) return false;
+    SyncFolderOf(to);
     return true;
 }
 

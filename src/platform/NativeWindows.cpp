@@ -91,6 +91,14 @@ bool Rename(const QString& from, const QString& to)
                        reinterpret_cast<const wchar_t*>(to.utf16()), MOVEFILE_WRITE_THROUGH) != FALSE;
 }
 
+bool MoveOver(const QString& from, const QString& to)
+{
+    // The system takes over attributes, access list and streams.
+    return ReplaceFileW(reinterpret_cast<const wchar_t*>(to.utf16()),
+                        reinterpret_cast<const wchar_t*>(from.utf16()), nullptr, 0, nullptr,
+                        nullptr) != FALSE;
+}
+
 bool ErrIsTerminal()
 {
     return _isatty(_fileno(stderr)) != 0;

@@ -12,6 +12,9 @@ using namespace Qt::StringLiterals;
 // The file is kept as bytes and cut into lines there, so that writing a key moves no other byte even where an
 // encoding has two forms for one character. That works because no supported encoding uses the bytes of a line
 // end, a blank or "=" inside another character.
+//
+// Several programs write such a file, each in its own encoding: one line may be UTF-8 and the next GBK. So
+// every line is decoded by itself, and one that decodes as nothing costs no other line its meaning.
 
 namespace platform {
 
@@ -68,37 +71,38 @@ public:
           m_wide(m_encoding == Encoding::Utf16Le || m_encoding == Encoding::Utf16Be)
     {
         SplitLines();
+        if (!m_wide) ChooseEncodings();
     }
-
-    bool IsText() const { return Decode(m_bytes, m_encoding).has_value(); }
 
     /// The value of a key as a reader gets it; nothing when section or key is missing.
     std::optional<CString> Value(const CString& section, const CString& key) const
     {
-        const std::optional<Range> range = FindValue(FindSection(section), key);
-        if (!range) return std::nullopt;
-        const std::optional<CString> value = DecodeRange(*range);
+        const std::optional<Line> found = FindValue(FindSection(section), key);
+        if (!found) return std::nullopt;
+        const std::optional<CString> value = Decoded(*found, found->content);
         return value && IsQuoted(*value) ? value->sliced(1, value->size() - 2) : value;
     }
 
-    /// The whole file with that key set; nothing when a text does not encode.
+    /// The whole file with that key set, so that it is read back as it was given; nothing when no encoding
+    /// does that. The encoding of the file comes first, then the other one that its lines may have.
     std::optional<QByteArray> With(const CString& section, const CString& key, const CString& value) const
     {
-        const Section lines = FindSection(section);
-        if (const std::optional<Range> range = FindValue(lines, key))
-            return Replaced(*range, WrittenForm(value));
-        const CString entry = key + u'=' + WrittenForm(value) + LineEnd();
-        if (lines.found) return Replaced(InsertionPoint(lines), entry, true);
-        const auto end = m_bytes.size();
-        return Replaced({end, end}, u'[' + section + u']' + LineEnd() + entry, true);
+        const Encoding other = m_encoding == Encoding::Gb18030 ? Encoding::Utf8 : Encoding::Gb18030;
+        for (const Encoding encoding : {m_encoding, other}) {
+            std::optional<QByteArray> changed = WithIn(encoding, section, key, value);
+            if (changed && IniText(*changed).Value(section, key) == value) return changed;
+            if (m_wide) break;
+        }
+        return std::nullopt;
     }
 
 private:
-    /// One line: its bytes without the line end, and where the next one begins.
+    /// One line: its bytes without the line end, where the next one begins, and how it is decoded.
     struct Line
     {
         Range content;
         qsizetype next = 0;
+        Encoding encoding = Encoding::Utf8;
     };
 
     /// The lines of a section, as indexes, without its head.
@@ -108,6 +112,19 @@ private:
         std::size_t first = 0;
         std::size_t last = 0;
     };
+
+    std::optional<QByteArray> WithIn(Encoding encoding, const CString& section, const CString& key,
+                                     const CString& value) const
+    {
+        const Section lines = FindSection(section);
+        if (const std::optional<Line> found = FindValue(lines, key))
+            return Replaced(found->content, WrittenForm(value), encoding);
+        const CString entry = key + u'=' + WrittenForm(value) + LineEnd();
+        if (lines.found) return Replaced(InsertionPoint(lines), entry, encoding, true);
+        // Half a character at the end of the file stays there.
+        const qsizetype end = m_bytes.size() - m_bytes.size() % UnitSize();
+        return Replaced({end, end}, u'[' + section + u']' + LineEnd() + entry, encoding, true);
+    }
 
     qsizetype UnitSize() const { return m_wide ? 2 : 1; }
 
@@ -124,37 +141,75 @@ private:
     {
         const qsizetype step = UnitSize();
         const qsizetype size = m_bytes.size() - m_bytes.size() % step;
-        qsizetype begin = Mark().size();
+        qsizetype begin = MarkOf(m_encoding).size();
         for (qsizetype at = begin; at < size; at += step) {
             if (!IsLineEnd(Unit(at))) continue;
             const qsizetype end = at;
             if (Unit(at) == u'\r' && at + step < size && Unit(at + step) == u'\n') at += step;
-            m_lines.push_back({{begin, end}, at + step});
+            m_lines.push_back({{begin, end}, at + step, m_encoding});
             begin = at + step;
         }
-        if (begin < size) m_lines.push_back({{begin, size}, size});
+        if (begin < size) m_lines.push_back({{begin, size}, size, m_encoding});
     }
 
-    QByteArray Mark() const { return Encode(CString(), m_encoding).value_or(QByteArray()); }
+    static QByteArray MarkOf(Encoding encoding) { return Encode(CString(), encoding).value_or(QByteArray()); }
 
-    std::optional<CString> DecodeRange(Range range) const
+    /// Gives every line its encoding. A line that is no UTF-8 is GB18030, and one with a character of three
+    /// bytes, as all Chinese ones have, is UTF-8. Which of the two is more frequent is the encoding of the
+    /// file: of the lines that could be both, or are neither, and of what is written.
+    void ChooseEncodings()
     {
-        return Decode(m_bytes.sliced(range.begin, range.end - range.begin), m_encoding);
+        std::vector<Line*> others;
+        qsizetype utf8Lines = 0;
+        qsizetype chineseLines = 0;
+        for (Line& line : m_lines) {
+            const QByteArray bytes = Bytes(line.content);
+            const bool isUtf8 = Decode(bytes, Encoding::Utf8).has_value();
+            if (isUtf8 && std::any_of(bytes.begin(), bytes.end(), BeginsThreeBytes)) {
+                line.encoding = Encoding::Utf8;
+                ++utf8Lines;
+            } else if (!isUtf8 && Decode(bytes, Encoding::Gb18030)) {
+                line.encoding = Encoding::Gb18030;
+                ++chineseLines;
+            } else {
+                others.push_back(&line);
+            }
+        }
+        const bool isChinese = chineseLines > 0 && chineseLines >= utf8Lines;
+        if (m_encoding == Encoding::Gb18030 && !isChinese) m_encoding = Encoding::Utf8;
+        for (Line* line : others)
+            line->encoding = m_encoding;
     }
 
-    CString Text(Range range) const { return DecodeRange(range).value_or(CString()); }
+    static bool BeginsThreeBytes(char c) { return static_cast<unsigned char>(c) >= 0xE0; }
+
+    QByteArray Bytes(Range range) const { return m_bytes.sliced(range.begin, range.end - range.begin); }
+
+    std::optional<CString> Decoded(const Line& line, Range range) const
+    {
+        return Decode(Bytes(range), line.encoding);
+    }
+
+    /// The code units as characters, for what is looked for by its signs alone.
+    CString Units(Range range) const
+    {
+        CString units;
+        for (qsizetype at = range.begin; at < range.end; at += UnitSize())
+            units.append(QChar(Unit(at)));
+        return units;
+    }
 
     /// The line end of the file's first line; a new file gets the one of the profile functions.
     CString LineEnd() const
     {
         if (m_lines.empty() || m_lines.front().next == m_lines.front().content.end) return u"\r\n"_s;
-        return Text({m_lines.front().content.end, m_lines.front().next});
+        return Units({m_lines.front().content.end, m_lines.front().next});
     }
 
-    /// The name in a section's head; nothing for any other line.
+    /// The name in a section's head; nothing for any other line. A head that does not decode is one, too.
     std::optional<CString> SectionName(const Line& line) const
     {
-        const CString text = Text(line.content);
+        const CString text = Decoded(line, line.content).value_or(Units(line.content));
         const QStringView head = Trimmed(text);
         const qsizetype close = head.lastIndexOf(u']');
         if (!head.startsWith(u'[') || close < 0) return std::nullopt;
@@ -177,16 +232,18 @@ private:
         return section;
     }
 
-    /// The bytes of a key's value, without the blanks around it.
-    std::optional<Range> FindValue(const Section& section, const CString& key) const
+    /// Where the value of a key stands, without the blanks around it.
+    std::optional<Line> FindValue(const Section& section, const CString& key) const
     {
         if (!section.found) return std::nullopt;
         for (std::size_t i = section.first; i < section.last; ++i) {
-            const Range line = m_lines[i].content;
-            const qsizetype equals = FindEquals(line);
-            const CString name = Text({line.begin, equals});
-            if (equals == line.end || Trimmed(name).startsWith(u';') || !SameName(name, key)) continue;
-            return WithoutBlanks({equals + UnitSize(), line.end});
+            Line line = m_lines[i];
+            const qsizetype equals = FindEquals(line.content);
+            const CString name = Decoded(line, {line.content.begin, equals}).value_or(CString());
+            if (equals == line.content.end || Trimmed(name).startsWith(u';') || !SameName(name, key))
+                continue;
+            line.content = WithoutBlanks({equals + UnitSize(), line.content.end});
+            return line;
         }
         return std::nullopt;
     }
@@ -209,11 +266,17 @@ private:
         return range;
     }
 
+    bool IsBlankLine(const Line& line) const
+    {
+        const Range rest = WithoutBlanks(line.content);
+        return rest.begin == rest.end;
+    }
+
     /// Behind the last line of a section that is not blank; its head counts as one.
     Range InsertionPoint(const Section& section) const
     {
         std::size_t last = section.last;
-        while (last > section.first && Trimmed(Text(m_lines[last - 1].content)).isEmpty())
+        while (last > section.first && IsBlankLine(m_lines[last - 1]))
             --last;
         const qsizetype at = m_lines[last - 1].next;
         return {at, at};
@@ -221,13 +284,14 @@ private:
 
     /// The file with `text` in the place of a range. `ownLine` first ends a line that the file left open
     /// there.
-    std::optional<QByteArray> Replaced(Range range, const CString& text, bool ownLine = false) const
+    std::optional<QByteArray> Replaced(Range range, const CString& text, Encoding encoding,
+                                       bool ownLine = false) const
     {
         const bool open = ownLine && !m_lines.empty() && range.begin == m_lines.back().content.end &&
                           m_lines.back().content.end == m_lines.back().next;
-        std::optional<QByteArray> bytes = Encode(open ? LineEnd() + text : text, m_encoding);
+        std::optional<QByteArray> bytes = Encode(open ? LineEnd() + text : text, encoding);
         if (!bytes) return std::nullopt;
-        bytes->remove(0, Mark().size());
+        bytes->remove(0, MarkOf(encoding).size());
         return m_bytes.first(range.begin) + *bytes + m_bytes.sliced(range.end);
     }
 
@@ -265,7 +329,6 @@ bool ProfileFile::Write(const CString& section, const CString& key, const CStrin
     std::optional<QByteArray> bytes = Files().Read(m_path);
     if (!bytes && Files().Exists(m_path)) return false;
     const IniText text(bytes.value_or(QByteArray()));
-    if (!text.IsText()) return false;
     if (text.Value(section, key) == value) return true;
     const std::optional<QByteArray> changed = text.With(section, key, value);
     if (!changed) return false;

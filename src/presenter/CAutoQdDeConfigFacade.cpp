@@ -4,6 +4,7 @@
 #include "host/NvWindowsTool.h"
 #include "platform/Files.h"
 #include "store/RuleFile.h"
+#include "store/RuleFileHead.h"
 #include "store/WrappedFile.h"
 
 #include <limits>
@@ -14,22 +15,6 @@ namespace {
 
 /// The size of the wrapped form's content is a signed 32-bit integer.
 constexpr qsizetype LargestContent = std::numeric_limits<qint32>::max();
-
-/// The head attributes. The year call fills the area and the local call the year, in both modes: readers of
-/// the format know it so.
-void SetHead(NvWindowsTool::MSXMLUtilityPtr& document)
-{
-    const NvKtDataMng::CAtt att;
-    const bool billMode = att.GetQdDeMode() == SQdDeInfo::BillMode;
-    document.SetAttribute(u"CalMode"_s, billMode ? u"清单版"_s : u"定额版"_s);
-    document.SetAttribute(u"BillName"_s, att.GetQdFileName());
-    document.SetAttribute(u"BillGuid"_s, att.GetQdCode());
-    document.SetAttribute(u"BillCorpCode"_s, att.GetQdLocal());
-    document.SetAttribute(u"QuotaName"_s, billMode ? att.GetQdDeFileName() : att.GetDeFileName());
-    document.SetAttribute(u"QuotaGuid"_s, billMode ? att.GetQdDeCode() : att.GetDeCode());
-    document.SetAttribute(u"QuotaArea"_s, billMode ? att.GetQdDeYear() : att.GetDeYear());
-    document.SetAttribute(u"QuotaYear"_s, billMode ? att.GetQdDeLocal() : att.GetDeLocal());
-}
 
 store::WrappedFile WrappedHead()
 {
@@ -90,7 +75,8 @@ void CAutoQdDeConfigFacade::WriteHead(const CString& filePath)
         if (!document.CreateDOMObj() || !document.OpenXml(filePath) ||
             !document.SelectNode(store::RootName()))
             return;
-        SetHead(document);
+        for (const auto& [name, value] : store::HeadAttributes())
+            document.SetAttribute(name, value);
         document.SaveXml(filePath);
     }
     CAutoQdDeConfigFacade().WrapFile(filePath);

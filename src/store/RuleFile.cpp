@@ -14,6 +14,10 @@ CString DefaultConfigName()
 {
     return u"DefaultConfig"_s;
 }
+CString TemplateFolder()
+{
+    return u"自动套模板"_s;
+}
 CString RuleFolder()
 {
     return NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置"_s;

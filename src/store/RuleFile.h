@@ -12,13 +12,8 @@ KTQDDE_EXPORT CString RootName();
 /// Name of the configuration when a project names none.
 KTQDDE_EXPORT CString DefaultConfigName();
 
-/// Names that the module shares with its host. Only the first is used here, as the folder that the cloud-disk
-/// dialog shows; the others name what the host keeps beside it.
-inline constexpr char16_t TemplateFolder[] = u"自动套模板";
-inline constexpr char16_t ColourTemplateFolder[] = u"颜色模板";
-inline constexpr char16_t ExtraHeightSettings[] = u"超高设置";
-inline constexpr char16_t PictureLibrary[] = u"图库";
-inline constexpr char16_t AttributeConfigName[] = u"AttrConfig";
+/// The folder that the host's cloud-disk dialog shows.
+KTQDDE_EXPORT CString TemplateFolder();
 
 /// The folder of the rule files: the application folder's "\自动套配置". Not created here.
 KTQDDE_EXPORT CString RuleFolder();

@@ -4,7 +4,6 @@
 #include "platform/Numbers.h"
 #include "tree/Categories.h"
 #include "tree/Children.h"
-#include "tree/Spec.h"
 
 #include <memory>
 
@@ -68,8 +67,7 @@ bool LMember::WriteData(IXMLDOMNode node)
 
 CString LMember::FullName() const
 {
-    const auto* spec = static_cast<const Spec*>(GetParent());
-    return (spec == nullptr ? CString() : spec->GetSpecName()) + u'\\' + m_name;
+    return tree::SpecNameOf(GetParent()) + u'\\' + m_name;
 }
 
 /// The host's id of a small category; 0 for a name that it does not know, since nobody looks at the result.

@@ -9,6 +9,11 @@
 
 using namespace Qt::StringLiterals;
 
+CString tree::SpecNameOf(const QdDeConfigNode* spec)
+{
+    return spec == nullptr ? CString() : static_cast<const Spec*>(spec)->GetSpecName();
+}
+
 Spec& Spec::operator=(const Spec& other)
 {
     if (this == &other) return *this;

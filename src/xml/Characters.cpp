@@ -1,14 +1,9 @@
 #include "xml/Characters.h"
 
-#include "xml/Dom.h"
-#include "xml/Utf8Name.h"
-
 #include <algorithm>
 #include <array>
 
-namespace xml {
-
-namespace detail {
+namespace xml::detail {
 
 namespace {
 
@@ -108,23 +103,4 @@ const char* SkipAnyName(const char* bytes) noexcept
     return bytes;
 }
 
-} // namespace detail
-
-bool IsName(const CString& name)
-{
-    return detail::Utf8Name(name).IsXmlName();
-}
-
-bool IsText(const CString& text)
-{
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
-            ++i;
-        else if (!detail::IsXmlCharacter(c.unicode()))
-            return false;
-    }
-    return true;
-}
-
-} // namespace xml
+} // namespace xml::detail

@@ -27,6 +27,23 @@ void SetEngineAvailable(bool available) noexcept
     EngineAvailable() = available;
 }
 
+bool IsName(const CString& name)
+{
+    return detail::Utf8Name(name).IsXmlName();
+}
+
+bool IsText(const CString& text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c.isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        else if (!detail::IsXmlCharacter(c.unicode()))
+            return false;
+    }
+    return true;
+}
+
 CString LoadReason::ToString() const
 {
     return line == 0 ? text : u"第 %1 行第 %2 列：%3"_s.arg(line).arg(column).arg(text);
@@ -95,9 +112,9 @@ void Document::Save(const CString& path) const
 {
     const QByteArray bytes = ToBytes();
     try {
-        platform::Files().WriteInPlace(path, bytes);
+        const bool isSource = path == m_document->LoadedPath();
+        platform::Files().WriteInPlace(path, bytes, isSource ? &m_document->LoadedBytes() : nullptr);
     } catch (const platform::FileError& error) {
-        if (path == m_document->LoadedPath()) platform::Files().PutBack(path, m_document->LoadedBytes());
         throw Error(error.Message());
     }
 }

@@ -12,8 +12,18 @@ constexpr unsigned ParseOptions = pugi::parse_cdata | pugi::parse_comments | pug
                                   pugi::parse_escapes | pugi::parse_wconv_attribute | pugi::parse_eol |
                                   pugi::parse_fragment;
 
+constexpr std::string_view Mark = "\xEF\xBB\xBF";
+
 void Parse(pugi::xml_node parent, const char* bytes, std::size_t size)
 {
+    // The parser takes one mark off whatever it is given, but here it is a character of a text.
+    QByteArray marked;
+    if (std::string_view(bytes, size).substr(0, Mark.size()) == Mark) {
+        marked.append(Mark.data(), static_cast<qsizetype>(Mark.size()));
+        marked.append(bytes, static_cast<qsizetype>(size));
+        bytes = marked.constData();
+        size = static_cast<std::size_t>(marked.size());
+    }
     // The scanner has passed every byte, so only memory can be missing.
     if (!parent.append_buffer(bytes, size, ParseOptions, pugi::encoding_utf8)) throw std::bad_alloc();
 }
@@ -42,6 +52,13 @@ pugi::xml_node DocumentData::DocumentNode()
     return m_document;
 }
 
+pugi::xml_node DocumentData::RootElement()
+{
+    for (const pugi::xml_node child : DocumentNode())
+        if (child.type() == pugi::node_element) return child;
+    return {};
+}
+
 void DocumentData::Clear()
 {
     m_loadedPath.clear();
@@ -57,6 +74,8 @@ void DocumentData::Clear()
     m_bareElement = {};
     m_noted.clear();
     m_notedNode = {};
+    m_notedPlace = {};
+    m_places.clear();
     m_tree.reset();
     m_document = {};
     m_limbo = {};
@@ -152,6 +171,28 @@ pugi::xml_node DocumentData::NotedElement()
     return m_notedNode;
 }
 
+void DocumentData::MovedAway(void* key, pugi::xml_node from, pugi::xml_node to,
+                             const std::weak_ptr<DocumentData>& target)
+{
+    if (key == NotedKey()) NotedMovedAway(to, target);
+    const pugi::xml_node top = from;
+    for (;;) {
+        m_places[from.internal_object()] = {target, to.internal_object()};
+        if (from.first_child()) {
+            from = from.first_child();
+            to = to.first_child();
+            continue;
+        }
+        while (from != top && !from.next_sibling()) {
+            from = from.parent();
+            to = to.parent();
+        }
+        if (from == top) return;
+        from = from.next_sibling();
+        to = to.next_sibling();
+    }
+}
+
 void DocumentData::Release(pugi::xml_node node)
 {
     m_outlined.erase(node.internal_object());
@@ -172,6 +213,17 @@ void DocumentData::EnsureLoaded(pugi::xml_node node)
     const ChildOutline& child = m_outline.children[outlined->index];
     Parse(node, m_source.utf8.constData() + child.contentBegin, child.contentEnd - child.contentBegin);
     outlined->loaded = true;
+}
+
+void DocumentData::EnsureWhole(pugi::xml_node node)
+{
+    EnsureLoaded(node);
+    pugi::xml_node above = m_loadedRoot;
+    while (above && above != node)
+        above = above.parent();
+    if (!above) return;
+    for (const pugi::xml_node child : m_loadedRoot)
+        EnsureLoaded(child);
 }
 
 void DocumentData::TouchContent(pugi::xml_node node)
@@ -196,7 +248,7 @@ void DocumentData::TouchTag(pugi::xml_node node)
 QByteArray DocumentData::ToBytes()
 {
     Output out(m_source.utf8.size() + m_source.utf8.size() / 8);
-    if (m_loadedRoot && m_document.first_child() == m_loadedRoot)
+    if (m_loadedRoot && RootElement() == m_loadedRoot)
         WriteLoaded(out);
     else
         WriteNew(out);
@@ -208,8 +260,11 @@ void DocumentData::WriteNew(Output& out)
 {
     m_source.encoding = platform::Encoding::Utf8;
     out.Put(std::string_view("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"));
-    for (const pugi::xml_node child : DocumentNode())
+    for (const pugi::xml_node child : DocumentNode()) {
+        EnsureWhole(child);
         WriteNode(out, child, 0, Layout());
+        WriteBreak(out, 0, Layout());
+    }
 }
 
 void DocumentData::WriteLoaded(Output& out)
@@ -218,6 +273,11 @@ void DocumentData::WriteLoaded(Output& out)
     const bool hasChildren = static_cast<bool>(m_loadedRoot.first_child());
     const bool opensSelfClosing = m_outline.rootSelfClosing && hasChildren;
     PutSource(out, 0, m_outline.rootBegin);
+    for (pugi::xml_node before = m_document.first_child(); before != m_loadedRoot;
+         before = before.next_sibling()) {
+        WriteNode(out, before, 0, layout);
+        WriteBreak(out, 0, layout);
+    }
     if (m_rootTagTouched || opensSelfClosing)
         WriteStartTag(out, m_loadedRoot, m_outline.rootSelfClosing && !hasChildren);
     else
@@ -226,32 +286,66 @@ void DocumentData::WriteLoaded(Output& out)
     WriteChildren(out, layout);
     const QByteArray tail = SourceBytes(GapBegin(m_outline.children.size()), m_outline.rootContentEnd);
     const bool lastIsNew = hasChildren && !m_outlined.contains(m_loadedRoot.last_child().internal_object());
-    if (!tail.isEmpty())
+    if (!tail.isEmpty() && !EndsInForeignText())
         out.Put(tail);
-    else if (lastIsNew)
+    else if (lastIsNew && !HoldsText(m_loadedRoot))
         WriteBreak(out, 0, layout);
     if (opensSelfClosing)
         WriteEndTag(out, m_loadedRoot);
     else
         PutSource(out, m_outline.rootContentEnd, m_outline.rootEnd);
     PutSource(out, m_outline.rootEnd, static_cast<std::size_t>(m_source.utf8.size()));
+    for (pugi::xml_node after = m_loadedRoot.next_sibling(); after; after = after.next_sibling()) {
+        if (!out.EndsWith('\n')) WriteBreak(out, 0, layout);
+        WriteNode(out, after, 0, layout);
+    }
 }
 
 void DocumentData::WriteChildren(Output& out, const Layout& layout)
 {
+    // Blanks beside a text would become part of it.
+    const bool onOneLine = HoldsText(m_loadedRoot);
     for (const pugi::xml_node child : m_loadedRoot) {
         const auto found = m_outlined.find(child.internal_object());
         if (found == m_outlined.end()) {
-            // Blanks behind a text would become part of it.
-            if (!IsCharacterData(child.previous_sibling())) WriteBreak(out, 1, layout);
+            if (!onOneLine) WriteBreak(out, 1, layout);
             WriteNode(out, child, 1, layout);
             continue;
         }
-        const ChildOutline& outline = m_outline.children[found->second.index];
-        const std::size_t gap = GapBegin(found->second.index);
-        PutSource(out, gap, found->second.touched ? outline.begin : outline.end);
-        if (found->second.touched) WriteNode(out, child, 1, layout);
+        const std::size_t index = found->second.index;
+        const ChildOutline& outline = m_outline.children[index];
+        if (!FollowsForeignText(child, index)) PutSource(out, GapBegin(index), outline.begin);
+        if (found->second.touched)
+            WriteNode(out, child, 1, layout);
+        else
+            PutSource(out, outline.begin, outline.end);
     }
+}
+
+/// The place of a child among those of the source; nothing for a new one.
+std::optional<std::size_t> DocumentData::SourceIndex(pugi::xml_node child) const
+{
+    const auto found = m_outlined.find(child.internal_object());
+    return found == m_outlined.end() ? std::nullopt : std::optional(found->second.index);
+}
+
+/// Whether a child stands behind a text that did not stand before it in the source: the blanks that did are
+/// none of that text's.
+bool DocumentData::FollowsForeignText(pugi::xml_node child, std::size_t index) const
+{
+    const pugi::xml_node before = child.previous_sibling();
+    if (!IsCharacterData(before)) return false;
+    const std::optional<std::size_t> place = SourceIndex(before);
+    return !place || *place + 1 != index;
+}
+
+/// The same for the end tag.
+bool DocumentData::EndsInForeignText() const
+{
+    const pugi::xml_node last = m_loadedRoot.last_child();
+    if (!IsCharacterData(last)) return false;
+    const std::optional<std::size_t> place = SourceIndex(last);
+    return !place || *place + 1 != m_outline.children.size();
 }
 
 /// Where the blanks in front of a child begin; for the index behind the last child, those in front of the end

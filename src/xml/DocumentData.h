@@ -10,6 +10,8 @@
 #include <pugixml.hpp>
 
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <unordered_map>
 
 namespace xml::detail {
@@ -52,11 +54,15 @@ public:
     QByteArray ToBytes();
 
     pugi::xml_node DocumentNode();
+    /// The document element; null when there is none. Comments and instructions may stand around it.
+    pugi::xml_node RootElement();
     /// A new element in limbo.
     pugi::xml_node MakeElement(const char* name);
     /// The first element that an empty document is asked for is only noted: most such documents exist to make
     /// one element that is appended elsewhere at once, and need no tree of their own for it.
     bool CanNote() const { return !m_document && m_noted.isEmpty(); }
+    /// Whether nothing but its name is known of the noted element.
+    bool IsOnlyNoted() const { return !m_notedNode; }
     void NoteElement(const QByteArray& name) { m_noted = name; }
     /// What a handle to the noted element holds in place of a node.
     void* NotedKey() { return &m_noted; }
@@ -69,10 +75,39 @@ public:
     /// The attribute of that name, made behind the others when there is none. On an element that has just
     /// been made most names need no search.
     pugi::xml_attribute AttributeToSet(pugi::xml_node element, const char* name);
+    /// Where a node went that was appended to another document.
+    struct Place
+    {
+        std::weak_ptr<DocumentData> document;
+        void* node = nullptr;
+    };
+    /// Remembers that `from`, and all below it, went to another document, where it is `to` now: the handles
+    /// follow. `key` is what the handle holds that was given.
+    void MovedAway(void* key, pugi::xml_node from, pugi::xml_node to,
+                   const std::weak_ptr<DocumentData>& target);
+    /// The same for the noted element, of which nothing has been made here.
+    void NotedMovedAway(pugi::xml_node to, const std::weak_ptr<DocumentData>& target)
+    {
+        m_notedPlace = {target, to.internal_object()};
+    }
+    /// Where the node went that a handle holds; null when it is still here, or the other document is no more.
+    const Place* PlaceOf(const void* key) const
+    {
+        const Place* place = &m_notedPlace;
+        if (key != &m_noted) {
+            if (m_places.empty()) return nullptr;
+            const auto found = m_places.find(key);
+            if (found == m_places.end()) return nullptr;
+            place = &found->second;
+        }
+        return place->document.expired() ? nullptr : place;
+    }
     /// Puts a node into limbo. Content that nobody has looked into is dropped with it.
     void Release(pugi::xml_node node);
     /// Parses the content of an outlined child, if this is one.
     void EnsureLoaded(pugi::xml_node node);
+    /// Parses the content of all outlined children at or below a node.
+    void EnsureWhole(pugi::xml_node node);
     /// To be called before the children or the attributes of a node change: its source bytes no longer tell.
     void TouchContent(pugi::xml_node node);
     void TouchTag(pugi::xml_node node);
@@ -84,8 +119,11 @@ public:
         m_bareElement = element;
         m_bareNames = 0;
     }
-    /// Whether a node stands nowhere.
-    bool InLimbo(pugi::xml_node node) const { return node.parent() == m_limbo; }
+    /// Whether a node has no siblings to be walked to: it stands nowhere, or around the document element.
+    bool StandsAlone(pugi::xml_node node) const
+    {
+        return node.parent() == m_limbo || node.parent() == m_document;
+    }
 
     /// Where the document came from, be it taken or refused, so that a save that fails midway can put it
     /// back.
@@ -114,6 +152,9 @@ private:
     Layout SourceLayout() const;
     void WriteLoaded(Output& out);
     void WriteChildren(Output& out, const Layout& layout);
+    bool FollowsForeignText(pugi::xml_node child, std::size_t index) const;
+    bool EndsInForeignText() const;
+    std::optional<std::size_t> SourceIndex(pugi::xml_node child) const;
     void WriteNew(Output& out);
     void PutSource(Output& out, std::size_t begin, std::size_t end) const;
     QByteArray SourceBytes(std::size_t begin, std::size_t end) const;
@@ -135,6 +176,8 @@ private:
     std::uint64_t m_bareNames = 0; ///< a bit for each of their names; names of different bits differ
     QByteArray m_noted;
     pugi::xml_node m_notedNode;
+    Place m_notedPlace;
+    std::unordered_map<const void*, Place> m_places; ///< of nodes that were appended to other documents
     bool m_rootTagTouched = false;
     pugi::xml_node m_askedElement;       ///< the element of the last attribute asked for
     pugi::xml_attribute m_nextAttribute; ///< the one behind it: where the next search begins
@@ -154,6 +197,14 @@ struct Access
         if (IsNoted(node)) return node.m_document->NotedElement();
         return pugi::xml_node(static_cast<pugi::xml_node_struct*>(node.m_node));
     }
+    /// Whether the node has gone to another document, and the handle to it there, if that still stands.
+    static bool HasMoved(const Node& node)
+    {
+        return !node.IsNull() && node.m_document->PlaceOf(node.m_node) != nullptr;
+    }
+    static Node Follow(const Node& node);
+    /// What a handle holds in place of a node.
+    static void* Key(const Node& node) { return node.m_node; }
     /// Whether the handle is that of an element that has only been noted.
     static bool IsNoted(const Node& node)
     {

@@ -55,10 +55,11 @@ public:
     /// The first child element of exactly that name, null when there is none. Raises on a null handle.
     Node SelectSingleNode(const CString& name) const;
 
-    /// Appends `child` as last child and gives the handle to use from now on. A node of another document is
-    /// moved by copying: the old handle then no longer belongs to any tree. Raises `PointerError` when either
-    /// handle is null and `Error` when the place cannot take it (a child of a text, a second document
-    /// element, a node below itself).
+    /// Appends `child` as last child and gives a handle to it. A node that stands elsewhere is moved, with
+    /// all below it, from another document, too; the handles to it and to what is below follow it there. A
+    /// document takes one element, and comments and instructions behind what it has. Raises `PointerError`
+    /// when either handle is null and `Error` when the place cannot take it (a child of a text, a second
+    /// document element, text beside the document element, a node below itself).
     Node AppendChild(const Node& child) const;
     /// Takes `child` and all below it out of this node. A handle to it then names an element that stands
     /// nowhere, and may have lost its content. Raises `PointerError` when either is null and `Error` when

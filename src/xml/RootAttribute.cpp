@@ -62,19 +62,6 @@ bool HeadSays(const CString& path, const QByteArray& name, const QByteArray& val
     }
 }
 
-/// Writes the patched file; when the disk fails on the way, the former bytes go back where it still takes
-/// them.
-CString Replace(const CString& path, const QByteArray& former, const QByteArray& bytes)
-{
-    try {
-        platform::Files().WriteInPlace(path, bytes);
-        return {};
-    } catch (const platform::FileError& error) {
-        platform::Files().PutBack(path, former);
-        return error.Message();
-    }
-}
-
 CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteArray& value)
 {
     CString reason;
@@ -83,7 +70,10 @@ CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteA
     try {
         detail::SourceText source = detail::DecodeSource(*bytes);
         if (!Patch(source.utf8, name, value)) return {};
-        return Replace(path, *bytes, detail::EncodeSource(source.utf8, source));
+        platform::Files().WriteInPlace(path, detail::EncodeSource(source.utf8, source), &*bytes);
+        return {};
+    } catch (const platform::FileError& error) {
+        return error.Message();
     } catch (const detail::Refusal& refusal) {
         return refusal.text.toString();
     } catch (const Error& error) {

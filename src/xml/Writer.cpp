@@ -69,13 +69,6 @@ void AppendValue(Output& out, const char* value)
     AppendEscaped(out, value, ValueEscapes, PlainInValue);
 }
 
-bool HoldsText(pugi::xml_node element)
-{
-    for (const pugi::xml_node child : element)
-        if (IsCharacterData(child)) return true;
-    return false;
-}
-
 /// A node without children, or the start tag of an element with children.
 void WriteOpening(Output& out, pugi::xml_node node)
 {
@@ -113,6 +106,13 @@ void WriteOpening(Output& out, pugi::xml_node node)
 bool IsCharacterData(pugi::xml_node node)
 {
     return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+bool HoldsText(pugi::xml_node element)
+{
+    for (const pugi::xml_node child : element)
+        if (IsCharacterData(child)) return true;
+    return false;
 }
 
 void WriteEndTag(Output& out, pugi::xml_node element)

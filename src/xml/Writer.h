@@ -63,6 +63,9 @@ void WriteNode(Output& out, pugi::xml_node node, int depth, const Layout& layout
 /// Whether a node is text or CDATA.
 bool IsCharacterData(pugi::xml_node node);
 
+/// Whether an element has text or CDATA among its children.
+bool HoldsText(pugi::xml_node element);
+
 /// Appends the start tag of an element, closed when `selfClosing`.
 void WriteStartTag(Output& out, pugi::xml_node element, bool selfClosing);
 

@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "platform/Paths.h"
+#include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
 #include <QtCore/QFile>
@@ -170,6 +171,26 @@ TEST(FileCopy, TargetThatCannotBeWrittenIsFalseWithAReason)
     EXPECT_FALSE(Files().Copy(source, folder.Root()));
 }
 
+TEST(FileCopy, CopyThatBreaksOffLeavesTheTargetAsItWasOrAway)
+{
+    const test::TempFolder folder;
+    const CString source = folder.WriteFile(u"a"_s, "the new content");
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync})
+        for (const CString& name : {u"old"_s, u"new"_s}) {
+            folder.WriteFile(u"old"_s, "old");
+            test::FaultyFileSystem faulty;
+            faulty.Inject(fault);
+            if (fault == Write) faulty.FailAfter(7);
+            faulty.OnlyAt(0);
+            CString reason;
+            EXPECT_FALSE(Files().Copy(source, folder.Path(name), &reason));
+            EXPECT_FALSE(reason.isEmpty());
+            EXPECT_EQ(folder.ReadFile(u"old"_s), "old");
+            EXPECT_FALSE(folder.Exists(u"new"_s));
+        }
+}
+
 TEST(FileError, NamesFileAndReason)
 {
     const platform::FileError error(u"C:\\规则.xml"_s, u"denied"_s);
@@ -210,6 +231,11 @@ TEST(FileSystemProxy, PassesEveryOperationOn)
     EXPECT_TRUE(Files().CreateFolder(folder.Path(u"f"_s)));
     EXPECT_EQ(Files().FindFolders(folder.Root()), CStringArray{u"f"_s});
     EXPECT_TRUE(Files().Rename(path, folder.Path(u"b.xml"_s)));
+    EXPECT_EQ(Files().KindOf(folder.Root()), platform::FileKind::Folder);
+    EXPECT_EQ(Files().ThroughLinks(path), path);
+    Files().WriteInPlace(path, "2");
+    EXPECT_TRUE(Files().MoveOver(path, folder.Path(u"b.xml"_s)));
+    EXPECT_EQ(Files().Read(folder.Path(u"b.xml"_s)), QByteArray("2"));
     EXPECT_TRUE(Files().Remove(folder.Path(u"b.xml"_s)));
     EXPECT_FALSE(folder.Exists(u"a.xml"_s));
 }

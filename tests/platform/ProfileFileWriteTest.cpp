@@ -195,15 +195,58 @@ TEST(ProfileWrite, UnpairedSurrogateIsRefused)
     EXPECT_TRUE(IsRefused(Section, Key, CString(QChar(0xD800))));
 }
 
-TEST(ProfileWrite, FileThatIsNoTextIsRefusedAndKept)
+TEST(ProfileWrite, BytesThatDoNotDecodeStayAndStopNothing)
+{
+    EXPECT_EQ(Written("\xFF\xFF\n[QdDeConfigInfo]\nConfigName=a\n\xFF\xFF\n", u"新"_s),
+              "\xFF\xFF\n[QdDeConfigInfo]\nConfigName=新\n\xFF\xFF\n");
+    EXPECT_EQ(Written("[QdDeConfigInfo]\nConfigName=\xFF\xFF\nX=\xFF\n"),
+              "[QdDeConfigInfo]\nConfigName=new\nX=\xFF\n");
+    EXPECT_EQ(Written("[QdDeConfigInfo]\nX=\xFF\n\n"), "[QdDeConfigInfo]\nX=\xFF\nConfigName=new\n\n");
+}
+
+TEST(ProfileWrite, SectionWhoseNameDoesNotDecodeEndsTheOneBeforeIt)
+{
+    EXPECT_EQ(Written("[QdDeConfigInfo]\nX=1\n[\xFF\xFF]\nConfigName=other\n"),
+              "[QdDeConfigInfo]\nX=1\nConfigName=new\n[\xFF\xFF]\nConfigName=other\n");
+}
+
+TEST(ProfileWrite, HalfACharacterAtTheEndOfWideTextStaysThere)
+{
+    const QByteArray start = platform::Encode(u"[QdDeConfigInfo]\n"_s, Encoding::Utf16Le).value_or("");
+    const QByteArray entry = platform::Encode(u"ConfigName=新\n"_s, Encoding::Utf16Le).value_or("").mid(2);
+    EXPECT_EQ(Written(start + "A", u"新"_s), start + entry + "A");
+}
+
+TEST(ProfileWrite, NameAddedToAnAsciiFileOutlivesTheGbkLinesThatOthersAdd)
 {
     const test::TempFolder folder;
-    const QByteArray bytes = "[QdDeConfigInfo]\nConfigName=a\n\xFF\xFF\n";
-    EXPECT_FALSE(ProfileFile(folder.WriteFile(u"a.ini"_s, bytes)).Write(Section, Key, u"new"_s));
-    EXPECT_EQ(folder.ReadFile(u"a.ini"_s), bytes);
-    const QByteArray half("\xFF\xFE\x41", 3);
-    EXPECT_FALSE(ProfileFile(folder.WriteFile(u"b.ini"_s, half)).Write(Section, Key, u"new"_s));
-    EXPECT_EQ(folder.ReadFile(u"b.ini"_s), half);
+    const CString path = folder.WriteFile(u"a.ini"_s, "[A]\r\nX=1\r\n");
+    EXPECT_TRUE(ProfileFile(path).Write(Section, Key, u"给排水"_s));
+    const QByteArray ours = folder.ReadFile(u"a.ini"_s);
+    EXPECT_TRUE(ours.contains("ConfigName=给排水\r\n"));
+    const QByteArray theirs = platform::Encode(u"[工程]\r\n名称=示例\r\n"_s, Encoding::Gb18030).value_or("");
+    folder.WriteFile(u"a.ini"_s, ours + theirs);
+    EXPECT_EQ(ProfileFile(path).Read(Section, Key, {}, 100), u"给排水"_s);
+    EXPECT_EQ(ProfileFile(path).Read(u"工程"_s, u"名称"_s, {}, 100), u"示例"_s);
+    EXPECT_TRUE(ProfileFile(path).Write(Section, Key, u"电气"_s));
+    EXPECT_EQ(ProfileFile(path).Read(Section, Key, {}, 100), u"电气"_s);
+    EXPECT_TRUE(folder.ReadFile(u"a.ini"_s).endsWith(theirs));
+}
+
+TEST(ProfileWrite, LineKeepsTheEncodingThatItsOtherHalfNeeds)
+{
+    const test::TempFolder folder;
+    const QByteArray chinese = platform::Encode(u"[甲]\n乙=丙\n[丁]\n"_s, Encoding::Gb18030).value_or("");
+    const CString path = folder.WriteFile(u"a.ini"_s, chinese + "名称=旧\n");
+    EXPECT_TRUE(ProfileFile(path).Write(u"丁"_s, u"名称"_s, u"给水管"_s));
+    EXPECT_EQ(folder.ReadFile(u"a.ini"_s), chinese + "名称=给水管\n");
+}
+
+TEST(ProfileWrite, LettersThatBothEncodingsKnowAreReadBackAsWritten)
+{
+    const QByteArray chinese = platform::Encode(u"[甲]\n乙=丙\n"_s, Encoding::Gb18030).value_or("");
+    for (const CString& letters : {u"é"_s, u"ж"_s, u"模"_s, u"αβ"_s})
+        Written(chinese + "[QdDeConfigInfo]\n", letters);
 }
 
 TEST(ProfileWrite, FileThatCannotBeOpenedForWritingIsFalseAndKept)
@@ -217,15 +260,23 @@ TEST(ProfileWrite, FileThatCannotBeOpenedForWritingIsFalseAndKept)
     EXPECT_EQ(folder.ReadFile(u"a.ini"_s), bytes);
 }
 
-TEST(ProfileWrite, FullDiskIsFalseAndKeepsTheFile)
+TEST(ProfileWrite, WriteThatFailsAnywhereIsFalseAndKeepsTheFile)
 {
     const test::TempFolder folder;
     const QByteArray bytes = "[QdDeConfigInfo]\nConfigName=old\n";
-    const CString path = folder.WriteFile(u"a.ini"_s, bytes);
-    test::FaultyFileSystem faulty;
-    faulty.Inject(test::Fault::NoRoom);
-    EXPECT_FALSE(ProfileFile(path).Write(Section, Key, u"a longer value"_s));
-    EXPECT_EQ(folder.ReadFile(u"a.ini"_s), bytes);
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync}) {
+        const CString path = folder.WriteFile(u"a.ini"_s, bytes);
+        test::FaultyFileSystem faulty;
+        faulty.Inject(fault);
+        if (fault == Write) faulty.FailAfter(32); // in the middle of the line
+        faulty.OnlyAt(0);
+        EXPECT_FALSE(ProfileFile(path).Write(Section, Key, u"a longer value"_s));
+        EXPECT_EQ(folder.ReadFile(u"a.ini"_s), bytes);
+        faulty.OnlyAt(faulty.WritePoints());
+        EXPECT_FALSE(ProfileFile(folder.Path(u"new.ini"_s)).Write(Section, Key, u"a longer value"_s));
+        EXPECT_FALSE(folder.Exists(u"new.ini"_s));
+    }
 }
 
 TEST(ProfileWrite, ReadOnlyFileIsFalseAndKept)

@@ -9,6 +9,7 @@
 
 #include <filesystem>
 #include <limits>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using platform::FileError;
@@ -21,6 +22,9 @@ namespace {
 const QByteArray Old = "the old content";
 const QByteArray Longer = "the new content, which is longer";
 const QByteArray Shorter = "new";
+
+constexpr Fault AllWriteFaults[] = {Fault::RefuseOpen, Fault::NoRoom, Fault::Write, Fault::Resize,
+                                    Fault::Sync};
 
 /// The reason with which writing over `path` fails; null when it does not.
 CString WriteFailure(const CString& path, const QByteArray& bytes)
@@ -198,32 +202,87 @@ TEST(WriteInPlace, NoNewRoomIsNeededForShorterContent)
     EXPECT_EQ(folder.ReadFile(u"a"_s), Shorter);
 }
 
-TEST(WriteInPlace, FailureAfterAnyNumberOfBytesRaises)
+TEST(WriteInPlace, FailureAfterAnyNumberOfBytesRaisesAndTheOldBytesAreBack)
 {
     const test::TempFolder folder;
-    FaultyFileSystem faulty;
+    const CString path = folder.WriteFile(u"a"_s, Old);
     for (qint64 bytes = 0; bytes < Longer.size(); ++bytes) {
-        const CString path = folder.WriteFile(u"a"_s, Old);
+        FaultyFileSystem faulty;
         faulty.FailAfter(bytes);
+        faulty.OnlyAt(0);
         EXPECT_EQ(WriteFailure(path, Longer), u"write error"_s) << bytes;
-        EXPECT_EQ(folder.ReadFile(u"a"_s).first(bytes), Longer.first(bytes));
+        EXPECT_EQ(folder.ReadFile(u"a"_s), Old) << bytes;
     }
+    FaultyFileSystem faulty;
     faulty.FailAfter(Longer.size());
-    EXPECT_TRUE(WriteFailure(folder.Path(u"a"_s), Longer).isNull());
+    EXPECT_TRUE(WriteFailure(path, Longer).isNull());
 }
 
-TEST(WriteInPlace, FailureToCutOrSyncRaises)
+TEST(WriteInPlace, FailureToCutOrSyncRaisesAndTheOldBytesAreBack)
 {
     const test::TempFolder folder;
     const CString path = folder.WriteFile(u"a"_s, Old);
     FaultyFileSystem faulty;
-    faulty.Inject(Fault::Resize);
-    EXPECT_EQ(WriteFailure(path, Shorter), u"cannot change the length"_s);
-    faulty.Heal();
-    faulty.Inject(Fault::Sync);
-    EXPECT_EQ(WriteFailure(path, Shorter), u"cannot sync"_s);
-    faulty.Heal();
+    for (const auto& [fault, reason] :
+         {std::pair(Fault::Resize, u"cannot change the length"_s), std::pair(Fault::Sync, u"cannot sync"_s)})
+        for (const QByteArray& bytes : {Shorter, Longer}) {
+            faulty.Inject(fault);
+            faulty.OnlyAt(faulty.WritePoints());
+            EXPECT_EQ(WriteFailure(path, bytes), reason);
+            EXPECT_EQ(folder.ReadFile(u"a"_s), Old);
+            faulty.Heal();
+        }
     EXPECT_TRUE(WriteFailure(path, Shorter).isNull());
+}
+
+TEST(WriteInPlace, FileThatDidNotStandThereIsRemovedAfterEveryFault)
+{
+    const test::TempFolder folder;
+    for (const Fault fault : AllWriteFaults)
+        for (const qint64 bytes : {0, 5}) {
+            FaultyFileSystem faulty;
+            faulty.Inject(fault);
+            if (fault == Fault::Write) faulty.FailAfter(bytes);
+            EXPECT_FALSE(WriteFailure(folder.Path(u"a"_s), Longer).isEmpty());
+            EXPECT_FALSE(folder.Exists(u"a"_s));
+        }
+}
+
+TEST(WriteInPlace, EmptyFileStaysAnEmptyFileAfterEveryFault)
+{
+    const test::TempFolder folder;
+    for (const Fault fault : AllWriteFaults) {
+        const CString path = folder.WriteFile(u"a"_s, {});
+        FaultyFileSystem faulty;
+        faulty.Inject(fault);
+        if (fault == Fault::Write) faulty.FailAfter(5);
+        faulty.OnlyAt(0);
+        EXPECT_FALSE(WriteFailure(path, Longer).isEmpty());
+        EXPECT_TRUE(folder.Exists(u"a"_s));
+        EXPECT_EQ(folder.ReadFile(u"a"_s), QByteArray());
+    }
+}
+
+TEST(WriteInPlace, FormerBytesThatAreNoLongerThoseOfTheFileAreNotPutBack)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"a"_s, Old);
+    FaultyFileSystem faulty;
+    faulty.FailAfter(5);
+    faulty.OnlyAt(0);
+    const QByteArray stale = "what stood there before somebody else wrote";
+    EXPECT_THROW(Files().WriteInPlace(path, Longer, &stale), FileError);
+    EXPECT_EQ(folder.ReadFile(u"a"_s), Old);
+}
+
+TEST(WriteInPlace, FileThatCannotBeReadAndSoNotBePutBackIsNotTouched)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"a"_s, Old);
+    FaultyFileSystem faulty;
+    faulty.Inject(Fault::RefuseRead);
+    EXPECT_EQ(WriteFailure(path, Longer), u"read refused"_s);
+    EXPECT_EQ(folder.ReadFile(u"a"_s), Old);
 }
 
 TEST(FaultyFileSystem, CountsWritePointsAndFailsAtOneOfThem)

@@ -5,12 +5,43 @@
 #include "support/FaultyFileSystem.h"
 #include "xml/Error.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using test::RulePath;
 
 // Which rule file a presenter works on, and what the project's ini file remembers.
 
 namespace {
+
+/// A project that names one specialty after the other.
+class AnsweringProject : public host::IProject
+{
+public:
+    AnsweringProject(test::MemoryHost& host, CStringArray specs)
+        : m_host(host), m_specs(std::move(specs)), m_installed(host::Install(RolesWith(host, this)))
+    {
+    }
+    int Asked() const noexcept { return m_asked; }
+
+    CString GetPrjPath() override { return m_host.GetPrjPath(); }
+    CString GetCurrentSpec() override { return m_specs.value(m_asked++); }
+    SNvKtSpecId GetCurrentSpecId() override { return m_host.GetCurrentSpecId(); }
+    SQdDeInfo::EQdDeMode GetQdDeMode() override { return m_host.GetQdDeMode(); }
+
+private:
+    static host::Roles RolesWith(test::MemoryHost& host, host::IProject* project)
+    {
+        host::Roles roles = host.Roles();
+        roles.project = project;
+        return roles;
+    }
+
+    test::MemoryHost& m_host;
+    CStringArray m_specs;
+    int m_asked = 0;
+    host::Installation m_installed;
+};
 
 class PresenterFile : public test::FileFixture
 {
@@ -148,6 +179,48 @@ TEST_F(PresenterFile, ReLoadOfANameWithoutFullStopWritesAnEmptyNameWhichReadsAsD
     EXPECT_EQ(presenter.GetCurConfig(), u"DefaultConfig"_s);
 }
 
+TEST_F(PresenterFile, NameIsWrittenAlsoWhereItIsTheCurrentOneAlready)
+{
+    m_host.Folder().MakeFolder(u"app\\自动套配置"_s);
+    const CString path = PutRules(u"app\\自动套配置\\DefaultConfig.xml"_s);
+    CQdDeConfigPresenter presenter{CString()};
+    ASSERT_EQ(presenter.GetCurConfig(), u"DefaultConfig"_s);
+    ASSERT_FALSE(HasIni());
+    EXPECT_TRUE(presenter.ReLoad(path));
+    EXPECT_EQ(Ini(), QByteArray("[QdDeConfigInfo]\r\nConfigName=DefaultConfig\r\n"));
+    PutRules(u"app\\QdDeConfig.def"_s);
+    PutIni(u"[QdDeConfigInfo]\nConfigName=\n"_s);
+    EXPECT_TRUE(presenter.NewFile(path));
+    EXPECT_EQ(Ini(), QByteArray("[QdDeConfigInfo]\nConfigName=DefaultConfig\n"));
+}
+
+TEST_F(PresenterFile, SpecialtyIsAskedForOnceForEachStore)
+{
+    Put(u"app\\AttrConfig.xml"_s,
+        u"<属性类型配置信息><给排水 name='给排水'><管道><给水管><CZ name='材质'/></给水管></管道></给排水>"
+        "<电气 name='电气'><电缆桥架><桥架><GG name='规格'/></桥架></电缆桥架></电气></属性类型配置信息>"_s);
+    AnsweringProject project(Host(), {u"给排水"_s, u"电气"_s});
+    CQdDeConfigPresenter presenter = OnOwnFile();
+    EXPECT_EQ(project.Asked(), 2);
+    EXPECT_NE(presenter.GetConfig(RulePath(4)), nullptr) << "the first answer is the rule store's";
+    AttrConfig config;
+    EXPECT_TRUE(presenter.GetAttConfig(u"电气\\电缆桥架\\桥架"_s, u"规格"_s, config));
+    EXPECT_FALSE(presenter.GetAttConfig(u"给排水\\管道\\给水管"_s, u"材质"_s, config));
+    EXPECT_TRUE(presenter.Save());
+    EXPECT_EQ(project.Asked(), 2) << "the answers are kept in the stores";
+}
+
+TEST_F(PresenterFile, IniWithBytesThatAreNoTextTakesTheNameAndKeepsThem)
+{
+    const QByteArray before = "[A]\r\nx=\xFF\xFF\r\n[QdDeConfigInfo]\r\nConfigName=old\r\ny=\xFF\r\n";
+    m_host.Folder().WriteFile(u"project\\SysRegedit.ini"_s, before);
+    CQdDeConfigPresenter presenter = OnOwnFile();
+    EXPECT_EQ(presenter.GetCurConfig(), u"old"_s);
+    EXPECT_TRUE(presenter.ReLoad(PutRules(u"我的.xml"_s)));
+    EXPECT_EQ(presenter.GetCurConfig(), u"我的"_s);
+    EXPECT_EQ(Ini(), QByteArray(before).replace("old", "我的"));
+}
+
 TEST_F(PresenterFile, RestOfTheIniStays)
 {
     PutIni(
@@ -208,12 +281,14 @@ TEST_F(PresenterFile, IniThatCannotBeWrittenIsIgnored)
     const QByteArray before = Ini();
     CQdDeConfigPresenter presenter = OnOwnFile();
     const CString path = PutRules(u"a-rather-long-name.xml"_s);
-    for (const test::Fault fault : {test::Fault::RefuseOpen, test::Fault::NoRoom}) {
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync}) {
         EXPECT_TRUE(presenter.ReLoad(File(u"own.xml"_s)));
         m_host.Folder().WriteFile(u"project\\SysRegedit.ini"_s, before);
         test::FaultyFileSystem files;
         files.Inject(fault);
-        files.OnlyAt(1); // behind the saving of the old file
+        if (fault == Write) files.FailAfter(30); // in the middle of the name
+        files.OnlyAt(1);                         // behind the saving of the old file
         EXPECT_TRUE(presenter.ReLoad(path));
         EXPECT_EQ(Ini(), before);
         EXPECT_EQ(presenter.GetCurConfig(), u"old"_s);

@@ -108,12 +108,13 @@ TEST_F(WriteHeadFault, FileThatCannotBeRemovedRaisesAndStays)
 
 TEST_F(WriteHeadFault, HeadThatCannotBeWrittenIsNotNoticedAndWhatStandsThereIsWrapped)
 {
-    for (const Fault fault : {Fault::RefuseOpen, Fault::NoRoom}) {
+    for (const Fault fault : {Fault::RefuseOpen, Fault::NoRoom, Fault::Write, Fault::Resize, Fault::Sync}) {
         m_files.reset();
         const QByteArray bare = test::RuleFile(test::Plumbing()).toUtf8();
         m_host.Folder().WriteFile(u"r.xml"_s, bare);
         m_files.emplace();
         m_files->Inject(fault);
+        if (fault == Fault::Write) m_files->FailAfter(50);
         m_files->OnlyAt(0);
         CAutoQdDeConfigFacade::WriteHead(m_path);
         const auto wrapped = store::ParseWrapped(Bytes(u"r.xml"_s));

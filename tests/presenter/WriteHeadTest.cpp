@@ -1,5 +1,6 @@
 #include "presenter/CAutoQdDeConfigFacade.h"
 
+#include "store/RuleFileHead.h"
 #include "store/StoreTesting.h"
 #include "store/WrappedFile.h"
 
@@ -107,6 +108,21 @@ TEST_F(WriteHead, QuotaModeSetsTheHeadAttributesInOrder)
         u"BillGuid=\"QD2013\" "
         "BillCorpCode=\"全国\" QuotaName=\"安装定额\" QuotaGuid=\"DE2018\" QuotaArea=\"2018\" "
         "QuotaYear=\"广东\">\n"_s));
+}
+
+TEST_F(WriteHead, EveryModeButZeroIsQuotaMode)
+{
+    for (const int mode : {1, 2, -1, 100}) {
+        m_host.Folder().WriteFile(u"r.xml"_s, m_before);
+        Host().SetMode(static_cast<SQdDeInfo::EQdDeMode>(mode));
+        CAutoQdDeConfigFacade::WriteHead(m_path);
+        EXPECT_TRUE(Content().contains("CalMode=\"定额版\"")) << mode;
+        EXPECT_TRUE(Content().contains("QuotaName=\"安装定额\"")) << mode;
+        EXPECT_TRUE(Bytes(u"r.xml"_s)
+                        .contains(Field(1002, u"定额模式"_s.toUtf8()) + Field(1003, {}) +
+                                  Field(1004, u"安装定额.mdb"_s.toUtf8())))
+            << mode;
+    }
 }
 
 TEST_F(WriteHead, WrappedFileInBillModeIsByteForByteThis)
@@ -241,4 +257,25 @@ TEST_F(WriteHead, WrappedFileIsReplacedByTheSaveOfAStoreOnIt)
     EXPECT_TRUE(presenter.Save());
     EXPECT_TRUE(test::IsStrictXml(Bytes(u"r.xml"_s)));
     EXPECT_EQ(Specialties(u"r.xml"_s), CStringArray{u"给排水/给排水"_s});
+}
+
+TEST_F(WriteHead, WrappedFileTellsWhetherItHoldsTheHeadOfTheHost)
+{
+    CAutoQdDeConfigFacade::WriteHead(m_path);
+    store::WrappedFile wrapped = store::ParseWrapped(Bytes(u"r.xml"_s)).value();
+    EXPECT_TRUE(store::HoldsHead(wrapped));
+    Host().SetMode(SQdDeInfo::QuotaMode);
+    EXPECT_FALSE(store::HoldsHead(wrapped));
+    Host().SetMode(SQdDeInfo::BillMode);
+    Host().Libraries().qdCode = u"other"_s;
+    EXPECT_FALSE(store::HoldsHead(wrapped));
+    wrapped.content = "no xml";
+    EXPECT_FALSE(store::HoldsHead(wrapped));
+}
+
+TEST_F(WriteHead, WrappedFileWhoseHeadCouldNotBeSavedHoldsNone)
+{
+    Host().Fail(test::Operation::SaveXml);
+    CAutoQdDeConfigFacade::WriteHead(m_path);
+    EXPECT_FALSE(store::HoldsHead(store::ParseWrapped(Bytes(u"r.xml"_s)).value()));
 }

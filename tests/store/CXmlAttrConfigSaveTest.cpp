@@ -226,3 +226,31 @@ TEST_F(AttrConfigSave, FailingListsOfTheHostLeaveOutWhatTheyWouldHaveNamed)
               "  <阀门 id=\"12\" name=\"阀门\">\n <电气 id=\"2\" name=\"电气\">\n"
               "  <电缆桥架 id=\"21\" name=\"电缆桥架\">\n"_s);
 }
+
+TEST_F(AttrConfigSave, HostThatCannotListSpecialtiesAddsNoneAndWhatStandsThereStays)
+{
+    PutTypes({{u"CZ"_s, u"1"_s}});
+    PutConfig(u"<给排水 name='给排水'><管道/></给排水>"_s);
+    Host().Fail(test::Operation::GetAllSpecNames);
+    EXPECT_TRUE(Rebuild());
+    EXPECT_EQ(Config(), u"<属性类型配置信息>\n <给排水 name=\"给排水\">\n  <管道>\n"_s);
+}
+
+TEST_F(AttrConfigSave, HostThatCannotListAttributesLeavesTheCategoriesWithThoseThatTheyHad)
+{
+    PutTypes({{u"CZ"_s, u"1"_s}});
+    PutConfig(u"<给排水 name='给排水'><管道><给水管><CZ compar='7'/></给水管></管道></给排水>"_s);
+    Host().Fail(test::Operation::GetAttributeList);
+    EXPECT_TRUE(Rebuild());
+    EXPECT_TRUE(Config().contains(u"\n   <给水管>\n    <CZ compar=\"7\">\n   <排水管 "_s));
+    EXPECT_TRUE(Config().contains(u"\n   <截止阀 id=\"121\" name=\"截止阀\">\n <电气 "_s));
+    EXPECT_GT(Host().Calls(test::Operation::GetAttributeList), 1);
+}
+
+TEST_F(AttrConfigSave, CommentsAmongAttributesStay)
+{
+    PutTypes({{u"CZ"_s, u"1"_s}});
+    PutConfig(u"<给排水 name='给排水'><管道><给水管><!--c--><CZ/></给水管></管道></给排水>"_s);
+    EXPECT_TRUE(Rebuild());
+    EXPECT_TRUE(Config().contains(u"\n   <给水管>\n    comment c\n    <CZ name=\"材质\" "_s));
+}

@@ -177,3 +177,24 @@ TEST_F(AttrConfigLoad, RecordsAreNotReloaded)
     PutConfig({});
     EXPECT_EQ(Record(store, u"给排水\\管道\\给水管材质"_s), u"材质/CZ/1/0/1"_s);
 }
+
+TEST_F(AttrConfigLoad, AttributeNamesAreReadByTheirExactSpelling)
+{
+    PutConfig(u"<给排水 name='给排水'><管道><给水管><CZ Name='甲' name='材质' NameCode='X' namecode='CZ' "
+              "VarType='9' vartype='2' Compar='9' compar='3' SpecRelation='9' specrelation='4'/>"
+              "</给水管></管道></给排水><给排水 Name='电气'><管道/></给排水>"_s);
+    EXPECT_EQ(Record(CXmlAttrConfig(u"给排水"_s), u"给排水\\管道\\给水管材质"_s), u"材质/CZ/2/3/4"_s);
+    EXPECT_EQ(Record(CXmlAttrConfig(u"给排水"_s), u"给排水\\管道\\给水管甲"_s), u"none"_s);
+}
+
+TEST_F(AttrConfigLoad, CommentsAmongCategoriesArePassedOverAndOneAmongAttributesIsAnEmptyRecord)
+{
+    PutConfig(u"<!--a--><给排水 name='给排水'><!--b--><?p i?>文<管道><!--c-->文<给水管>"
+              "<CZ name='材质' namecode='CZ' vartype='1' compar='0' specrelation='1'/><!--d-->"
+              "<GJ name='管径' namecode='GJ' vartype='2' compar='1' specrelation='0'/>"
+              "</给水管></管道></给排水>"_s);
+    const CXmlAttrConfig store(u"给排水"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管材质"_s), u"材质/CZ/1/0/1"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管管径"_s), u"管径/GJ/2/1/0"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管"_s), u"//0/0/0"_s);
+}

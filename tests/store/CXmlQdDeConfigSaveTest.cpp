@@ -270,3 +270,24 @@ TEST_F(StoreSave, UntouchedTreeDiffersFromTheFileReadOnlyWhereItMust)
             "strRange1=\"\" strRange2=\"\">\n      <Qd>\n      <De>\n"_s +
             rule);
 }
+
+TEST_F(StoreSave, SpecialtyOfAnotherSpellingIsANeighbour)
+{
+    Host().AddSpec(u"7"_s, u"Plant"_s);
+    Host().AddBig(u"7"_s, u"71"_s, u"Pipe"_s);
+    Host().AddSmall(u"71"_s, u"711"_s, u"Cold"_s);
+    const CString neighbours = u"<Plant name='plant'/><Plant Name='Plant'/><Plant name='Plant '/>"_s;
+    const CString path = Put(u"r.xml"_s, test::RuleFile(neighbours));
+    EXPECT_TRUE(CXmlQdDeConfig(path, u"Plant"_s).Save());
+    EXPECT_TRUE(Bytes(u"r.xml"_s).contains(neighbours.toUtf8()));
+    EXPECT_EQ(Specialties(u"r.xml"_s).size(), 4);
+}
+
+TEST_F(StoreSave, OfTwoEqualSpecialtiesTheFirstGoesAndTheOtherStaysByteForByte)
+{
+    const CString second = u"<乙  name='给排水'><LMember name='管道'/></乙>"_s;
+    const CString path = Put(u"r.xml"_s, test::RuleFile(u"<甲 name='给排水'/>"_s + second + Electric()));
+    EXPECT_TRUE(CXmlQdDeConfig(path, u"给排水"_s).Save());
+    EXPECT_TRUE(Bytes(u"r.xml"_s).contains(second.toUtf8()));
+    EXPECT_EQ(Specialties(u"r.xml"_s), CStringArray({u"乙/给排水"_s, u"电气/电气"_s, u"给排水/给排水"_s}));
+}

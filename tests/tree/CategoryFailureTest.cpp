@@ -47,8 +47,29 @@ public:
     }
     CString GetIndexPath(const CString& path) override { return m_target.GetIndexPath(path); }
 
+protected:
+    host::ICategories& Target() { return m_target; }
+
 private:
     host::ICategories& m_target;
+};
+
+/// The categories of a host that lists the big category 12 and what is below it, but knows no id by its name.
+class WithoutOneId : public WithoutOneList
+{
+public:
+    using WithoutOneList::WithoutOneList;
+    bool BigCategoryNameToId(const CString& name, SNvKtBigCategoryId& id) override
+    {
+        return name != u"给排水\\阀门"_s && WithoutOneList::BigCategoryNameToId(name, id);
+    }
+    bool GetAllSmallCategoryIdsByBigCategory(const SNvKtBigCategoryId& big,
+                                             CArray<SNvKtSmallCategoryId>& ids) override
+    {
+        const bool isKnown = !big.strBigCategoryId.isEmpty();
+        return Target().GetAllSmallCategoryIdsByBigCategory(
+            isKnown ? big : SNvKtBigCategoryId{.strSpecId = u"1"_s, .strBigCategoryId = u"12"_s}, ids);
+    }
 };
 
 class CategoryFailure : public ::testing::Test
@@ -112,6 +133,21 @@ TEST_F(CategoryFailure, NoIdOfABigCategoryLeavesItOutSinceNothingIsListedForIt)
 {
     EXPECT_TRUE(ReadWithout(test::Operation::BigCategoryNameToId));
     EXPECT_TRUE(m_spec.GetAllLMember().empty());
+}
+
+TEST_F(CategoryFailure, UnknownIdOfABigCategoryThatIsListedAllTheSameIsZero)
+{
+    WithoutOneId categories(m_host.Host());
+    host::Roles roles = m_host.Host().Roles();
+    roles.categories = &categories;
+    const host::Installation installed = host::Install(roles);
+
+    const test::Page page(u"<x/>"_s);
+    EXPECT_TRUE(m_spec.ReadData(page.Root()));
+    ASSERT_EQ(test::Ids(m_spec.GetAllLMember()), (std::vector<int>{11, 0}));
+    EXPECT_EQ(m_spec.GetLMember(0)->GetName(), u"阀门"_s);
+    EXPECT_EQ(test::Ids(m_spec.GetLMember(0)->GetAllSMember()), std::vector<int>{121});
+    EXPECT_TRUE(page.Canonical().contains(u"<LMember id=\"0\" name=\"阀门\">"_s));
 }
 
 TEST_F(CategoryFailure, NoNameOfABigCategoryMakesAnElementWithIdZeroAndAnEmptyName)

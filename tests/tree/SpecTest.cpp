@@ -221,3 +221,13 @@ TEST_F(SpecRead, AssignmentToItselfKeepsTheChildren)
     m_spec = self;
     EXPECT_EQ(Categories(), CategoriesOfTheHost());
 }
+
+TEST_F(SpecRead, NameAttributeIsFoundByItsExactSpellingOnly)
+{
+    for (const CString& spelling : {u"Name"_s, u"NAME"_s, u"name-"_s, u"n:name"_s}) {
+        m_spec.DeleteAllLMember();
+        test::Read(m_spec, u"<x><LMember name='管道'><SMember %1='给水管'><Config><c id='4' bDefault='1'/>"
+                           "</Config></SMember></LMember></x>"_s.arg(spelling));
+        EXPECT_EQ(test::Ids(Small(11, 111).GetAllConfig()), std::vector<int>{1}) << spelling.toStdString();
+    }
+}

@@ -74,6 +74,17 @@ TEST(XmlVisitor, AddChildTwiceGivesTwoElementsInCallOrder)
     EXPECT_EQ(page.Canonical(), u"<n>\n <old>\n <c no=\"1\">\n <c no=\"2\">\n"_s);
 }
 
+TEST(XmlVisitor, AddattTwiceOnAChildMadeByAddChildLeavesOneAttributeWithTheSecondValueInItsPlace)
+{
+    const Page page;
+    const IXMLDOMElement child = XmlVisitor::addChild(page.Root(), u"c"_s);
+    for (const CString& round : {u"1"_s, u"2"_s})
+        for (const CString& name : {u"a"_s, u"q"_s, u"name"_s, u"mane"_s, u"LastQdId"_s})
+            XmlVisitor::addatt(child, name, name + round);
+    EXPECT_EQ(page.Canonical(), u"<n>\n <c a=\"a2\" q=\"q2\" name=\"name2\" mane=\"mane2\" "
+                                "LastQdId=\"LastQdId2\">\n"_s);
+}
+
 TEST(XmlVisitor, AddChildToANullParentRaisesThePointerError)
 {
     EXPECT_THROW(XmlVisitor::addChild({}, u"c"_s), xml::PointerError);

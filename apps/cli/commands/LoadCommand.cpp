@@ -38,11 +38,8 @@ void LoadCommand::Run(const Arguments& arguments) const
     KeepAndCheck(CurrentFile(), session.History());
     CQdDeConfigPresenter presenter({});
     if (!presenter.ReLoad(path)) throw Refusal(u"换用没有成功：%1"_s.arg(platform::ToNative(path)));
-    WriteText(u"已换用：%1\n"_s.arg(platform::ToNative(path)));
-    const CString current = presenter.GetCurConfigDetailPath();
-    if (current.compare(path, Qt::CaseInsensitive) != 0)
-        WriteText(u"注意：工程记住的当前配置是“%1”，下次打开的是 %2\n"_s.arg(presenter.GetCurConfig(),
-                                                                             platform::ToNative(current)));
+    const CString note = NoteOnCurrent(path);
+    WriteText(u"已换用：%1\n"_s.arg(platform::ToNative(path)) + note);
 }
 
 } // namespace cli

@@ -41,6 +41,7 @@ void NewCommand::Run(const Arguments& arguments) const
         CheckRuleFile(path);
         throw Refusal(u"新建没有成功：%1"_s.arg(platform::ToNative(path)));
     }
+    NoteOnCurrent(path);
     WriteText(
         u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(presenter.GetCurConfig(), platform::ToNative(path)));
 }

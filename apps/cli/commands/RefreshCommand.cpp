@@ -21,7 +21,8 @@ CommandInfo Describe()
     info.syntax = u"FILE"_s;
     info.summary = u"让模块检查 FILE 并把它设为当前配置"_s;
     info.description = u"即模块入口 RefreshAutoConfig：原来的当前配置先保存，FILE 合用就成为当前配置，\n"
-                       "否则当前配置不变，并说明原因。"_s;
+                       "否则当前配置不变，并说明原因。工程只记住配置名：规则文件夹以外的文件，\n"
+                       "下次打开的是规则文件夹中同名的配置。"_s;
     info.minPositional = info.maxPositional = 1;
     return info;
 }
@@ -41,7 +42,8 @@ void RefreshCommand::Run(const Arguments& arguments) const
         CheckRuleFile(path);
         throw Refusal(message);
     }
-    WriteText(u"已设为当前配置：%1\n"_s.arg(platform::ToNative(path)));
+    const CString note = NoteOnCurrent(path);
+    WriteText(u"已设为当前配置：%1\n"_s.arg(platform::ToNative(path)) + note);
 }
 
 } // namespace cli

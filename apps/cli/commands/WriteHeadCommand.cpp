@@ -4,8 +4,10 @@
 #include "cli/printing/WrappedText.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
+#include "store/RuleFileHead.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,6 +28,19 @@ CommandInfo Describe()
     return info;
 }
 
+/// The module passes over a head that it cannot write, and wraps the file without; and it removes the file in
+/// between, which write protection does not prevent.
+void WriteCheckedHead(const CString& path)
+{
+    platform::FileSystem& files = platform::Files();
+    const QByteArray former = files.Read(path).value_or(QByteArray());
+    files.OpenForWriting(path);
+    CAutoQdDeConfigFacade::WriteHead(path);
+    if (store::HoldsHead(ReadWrapped(path))) return;
+    files.PutBack(path, former);
+    throw Refusal(u"文件头写不成，文件没有改动：%1"_s.arg(platform::ToNative(path)));
+}
+
 } // namespace
 
 WriteHeadCommand::WriteHeadCommand() : Command(Describe()) {}
@@ -36,7 +51,7 @@ void WriteHeadCommand::Run(const Arguments& arguments) const
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
     session.History().Keep(path);
     CheckRuleFile(path);
-    CAutoQdDeConfigFacade::WriteHead(path);
+    WriteCheckedHead(path);
     WriteText(u"已写文件头并封装：%1\n"_s.arg(platform::ToNative(path)) + DescribeWrapped(ReadWrapped(path)));
 }
 

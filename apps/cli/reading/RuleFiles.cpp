@@ -114,6 +114,17 @@ CString CurrentFile()
     return InRuleFolder(CurrentConfiguration(NvKtDataMng::CProj().GetPrjPath()).Name());
 }
 
+CString NoteOnCurrent(const CString& path)
+{
+    const CString current = CurrentFile();
+    if (current.compare(path, Qt::CaseInsensitive) == 0) return {};
+    const CString wanted = platform::BeforeLastStop(platform::FileNameOf(path));
+    const CString name = platform::BeforeLastStop(platform::FileNameOf(current));
+    if (name.compare(wanted.isEmpty() ? store::DefaultConfigName() : wanted, Qt::CaseInsensitive) != 0)
+        throw Refusal(u"工程文件 SysRegedit.ini 没有记下配置“%1”，当前配置仍然是“%2”"_s.arg(wanted, name));
+    return u"注意：工程记住的当前配置是“%1”，下次打开的是 %2\n"_s.arg(name, platform::ToNative(current));
+}
+
 CString ChooseRuleFile(const QString& text)
 {
     return text.isEmpty() ? CurrentFile() : ResolveRuleFile(text);

@@ -41,6 +41,11 @@ void KeepAndCheck(const CString& path, embedded::History& history);
 /// The rule file of the project's current configuration. Not looked at.
 CString CurrentFile();
 
+/// To be asked after the module was to make `path` the project's current configuration: raises `Refusal` when
+/// the project remembers another one. Gives a line to be told when it remembers the name, but not the place:
+/// the next opening then takes the configuration of that name in the rule folder.
+CString NoteOnCurrent(const CString& path);
+
 /// What `--config` names, or `CurrentFile()` when `text` is empty. Not looked at.
 CString ChooseRuleFile(const QString& text);
 

@@ -9,16 +9,14 @@
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 #include "presenter/RefreshAutoConfig.h"
+#include "store/RuleFileHead.h"
 #include "store/WrappedFile.h"
-#include "xml/Dom.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QFileDialog>
 
-#include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -52,25 +50,6 @@ void Replace(const CString& path, const QByteArray& bytes)
         stood ? files.PutBack(path, former) : static_cast<void>(files.Remove(path));
         throw;
     }
-}
-
-/// Whether the rules in a wrapped file hold the head of the mode and the libraries in use. Names alone would
-/// not tell editions apart, so codes are compared.
-bool HoldsHead(const QByteArray& wrapped, host::ILibraries& libraries, SQdDeInfo::EQdDeMode mode)
-{
-    const auto file = store::ParseWrapped(wrapped);
-    const xml::Document document = xml::Document::Create();
-    if (!file || !document.LoadBytes(file->content)) return false;
-    const xml::Element root = document.FirstChild().ToElement();
-    const bool isBills = mode == SQdDeInfo::BillMode;
-    const std::array head = {
-        std::pair(u"CalMode"_s, isBills ? u"清单版"_s : u"定额版"_s),
-        std::pair(u"BillGuid"_s, libraries.GetQdCode()),
-        std::pair(u"QuotaGuid"_s, isBills ? libraries.GetQdDeCode() : libraries.GetDeCode())};
-    return std::all_of(head.begin(), head.end(), [&root](const auto& attribute) {
-        CString value;
-        return root.GetAttribute(attribute.first, value) && value == attribute.second;
-    });
 }
 
 } // namespace
@@ -159,8 +138,8 @@ bool ModuleSteps::WriteHeadTo(const CString& ruleFile, const CString& target, co
     const QByteArray finished = ReadOrRaise(draft);
     if (finished == rules) throw platform::FileError(ruleFile, u"不是规则文件，没有写文件头"_s);
     // The module passes over a head that it could not write, and wraps the file without.
-    if (!HoldsHead(finished, *m_project.Roles().libraries, m_project.Mode()))
-        throw platform::FileError(ruleFile, u"文件头写不成"_s);
+    const auto wrapped = store::ParseWrapped(finished);
+    if (!wrapped || !store::HoldsHead(*wrapped)) throw platform::FileError(ruleFile, u"文件头写不成"_s);
     if (!m_project.KeepCopy(target)) return false;
     Replace(target, finished);
     return true;

@@ -18,6 +18,24 @@ private:
     CellSource m_source;
 };
 
+/// Texts per attribute in a category's flat list, and where extra and code stand among them.
+constexpr qsizetype GroupSize = 4;
+constexpr qsizetype ExtraPlace = 2;
+constexpr qsizetype CodePlace = 3;
+
+/// Which of a category's attributes has that code; -1 when none has, or when the extras are not those of the
+/// category.
+qsizetype PlaceOf(const CString& code, const CStringArray& attributes, const CStringArray& extras)
+{
+    if (attributes.size() != extras.size() * GroupSize) return -1;
+    qsizetype place = -1;
+    for (qsizetype i = 0; i < extras.size(); ++i) {
+        if (attributes[i * GroupSize + ExtraPlace] != extras[i]) return -1;
+        if (place < 0 && attributes[i * GroupSize + CodePlace] == code) place = i;
+    }
+    return place;
+}
+
 } // namespace
 
 Attributes::Attributes(const CatalogueData& data, const Catalogue& catalogue)
@@ -39,12 +57,28 @@ int Attributes::GetAttType(const SNvKtSmallCategoryId& id)
     return category == nullptr ? 0 : category->attType;
 }
 
+/// What a category with these extras has for an attribute; nothing when there is no such category.
+std::optional<CString> Attributes::ListNameOf(const CString& code, const CStringArray& extras) const
+{
+    for (const Specialty& specialty : m_data.specialties) {
+        for (const BigCategory& big : specialty.bigCategories) {
+            for (const SmallCategory& small : big.smallCategories) {
+                const qsizetype place = PlaceOf(code, small.attributes, extras);
+                if (place >= 0) return extras[place];
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 bool Attributes::GetDropList(const CString& code, CStringArray& values, CStringArray& extras)
 {
     const auto lists = m_data.lists.constFind(code);
     if (lists == m_data.lists.constEnd()) return false;
-    const auto named = std::find_if(lists->begin(), lists->end(),
-                                    [&](const DropList& list) { return extras.contains(list.name); });
+    const std::optional<CString> own = ListNameOf(code, extras);
+    const auto named = std::find_if(lists->begin(), lists->end(), [&](const DropList& list) {
+        return own ? list.name == *own : extras.contains(list.name);
+    });
     values = named == lists->end() ? lists->front().values : named->values;
     return true;
 }

@@ -3,6 +3,8 @@
 #include "embedded/data/catalogue/Catalogue.h"
 #include "host/Roles.h"
 
+#include <optional>
+
 namespace embedded {
 
 /// Attributes of the catalogue's small categories. The third text of an attribute record names the drop list
@@ -15,12 +17,16 @@ public:
     bool GetAttributeList(const SNvKtSmallCategoryId& id, CStringArray& list) override;
     /// 0 as well for a category that is not known: the grid's form without the fittings column.
     int GetAttType(const SNvKtSmallCategoryId& id) override;
-    /// Of the lists of `code` the first whose name is among `extras`, else the first of all. `extras` stays
-    /// as it is.
+    /// `extras` are the third texts of all attributes of a small category, in their order. Among them the one
+    /// of `code` names its list: those of other attributes may be names of its lists, too. Where no category
+    /// has these extras, the first list of `code` whose name is among them, else the first of all. `extras`
+    /// stays as it is.
     bool GetDropList(const CString& code, CStringArray& values, CStringArray& extras) override;
     std::unique_ptr<host::CellData> CreateCellData(const CString& code) override;
 
 private:
+    std::optional<CString> ListNameOf(const CString& code, const CStringArray& extras) const;
+
     const CatalogueData& m_data;
     const Catalogue& m_catalogue;
 };

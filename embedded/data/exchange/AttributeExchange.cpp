@@ -115,6 +115,7 @@ void AttributeExchange::Take(const ImportRow& row, ImportReport& report)
     if (!m_categories.contains(category)) row.Refuse(Category, u"：没有小类“%1”"_s.arg(category));
     const CString code = row.Key(Code);
     if (!xml::IsName(code)) row.Refuse(Code, u"“%1”不能作为 XML 元素名，而属性代码要写成标签"_s.arg(code));
+    if (code.contains(u':')) row.Refuse(Code, u"“%1”含有冒号，而属性代码要写成 XML 标签"_s.arg(code));
     m_seen.Take(KeyOf(category, code), row.Line());
     m_lines.insert(KeyOf(category, code), row.Line());
 

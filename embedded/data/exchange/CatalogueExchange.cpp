@@ -22,6 +22,9 @@ CString TagName(const ImportRow& row, const CString& column)
 {
     CString name = row.Key(column);
     if (!xml::IsName(name)) row.Refuse(column, u"“%1”不能作为 XML 元素名，而类别名要写成标签"_s.arg(name));
+    // A legal name, but readers that know namespaces take what stands before the colon for a prefix, which
+    // nothing declares.
+    if (name.contains(u':')) row.Refuse(column, u"“%1”含有冒号，而类别名要写成 XML 标签"_s.arg(name));
     return name;
 }
 

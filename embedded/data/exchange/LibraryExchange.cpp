@@ -19,6 +19,9 @@ const CString Section = u"section"_s;
 const CString SectionTitle = u"section_title"_s;
 
 constexpr int LargestUnitCode = 1'000'000;
+/// Of a section. Every level is a section of its own, with a code as long as all above it: without a limit
+/// one row could fill the memory.
+constexpr qsizetype MostLevels = 32;
 
 /// Columns of the item tables.
 enum ItemColumn { NumberAt, NameAt, UnitAt, UnitCodeAt, WithAnnexAt, CalRuleAt, SectionAt, BillsAt };
@@ -179,6 +182,8 @@ void LibraryExchange::Take(const ImportRow& row, ImportReport& report)
     if (name.trimmed().isEmpty()) row.Refuse(u"name"_s, u"不能为空"_s);
     const CString unit = row.Key(Unit);
     const CString section = row.Key(Section);
+    if (const qsizetype levels = section.count(m_form.separator) + 1; levels > MostLevels)
+        row.Refuse(Section, u"有 %1 级，最多 %2 级"_s.arg(levels).arg(MostLevels));
 
     const CStringArray loaded = m_items.FindLoaded({number});
     const bool isSameUnit = loaded.value(UnitAt) == unit;

@@ -11,7 +11,6 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
-#include <QtCore/QCoreApplication>
 
 #include <algorithm>
 #include <map>
@@ -186,47 +185,6 @@ bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, Databa
     return report.refused.isEmpty();
 }
 
-/// Whether what stands at `path` is a file: no folder, pipe or device.
-bool IsFile(const CString& path)
-{
-    const CString name = platform::FileNameOf(path);
-    return platform::Files().FindFiles(platform::FolderOf(path), name).contains(name, Qt::CaseInsensitive);
-}
-
-/// Gives a file the place of the one at `path`, which keeps its name until the last moment and gets it back
-/// if that fails.
-void MoveOver(const CString& part, const CString& path, const CString& former)
-{
-    platform::FileSystem& files = platform::Files();
-    const bool stood = files.Rename(path, former);
-    if (!files.Rename(part, path)) {
-        if (stood) files.Rename(former, path);
-        throw platform::FileError(path, u"文件不能替换"_s);
-    }
-    if (stood) files.Remove(former);
-}
-
-/// Replaces a file by one that was written beside it and handed to the disk, so that a disk that gets full
-/// leaves the old one whole. Raises `platform::FileError`.
-void Replace(const CString& path, const QByteArray& bytes)
-{
-    platform::FileSystem& files = platform::Files();
-    if (files.Exists(path)) {
-        if (!IsFile(path)) return files.WriteInPlace(path, bytes);
-        // Write protection is of the file; its folder would let it be replaced.
-        files.OpenForWriting(path);
-    }
-    const CString beside = path + u'.' + CString::number(QCoreApplication::applicationPid());
-    const CString part = beside + u".part"_s;
-    try {
-        files.WriteInPlace(part, bytes);
-        MoveOver(part, path, beside + u".old"_s);
-    } catch (const platform::FileError&) {
-        files.Remove(part);
-        throw;
-    }
-}
-
 /// The text of a table, and the library whose table it is.
 struct Table
 {
@@ -314,7 +272,7 @@ LibraryName Export(const QString& nativeProject, TableKind kind, const QString& 
     const Table table = ReadTable(nativeProject, kind, library, progress);
     Tell(progress, Written);
     try {
-        Replace(path, *platform::Encode(table.text, platform::Encoding::Utf8Bom));
+        platform::Files().Replace(path, *platform::Encode(table.text, platform::Encoding::Utf8Bom));
     } catch (const platform::FileError& error) {
         throw Error(platform::FileError(path, error.Reason()).Message());
     }

@@ -19,7 +19,12 @@ public:
     }
 
     qint64 Size() const override { return m_file->Size(); }
-    void Reserve(qint64 size) override { m_file->Reserve(size); }
+    void Reserve(qint64 size) override
+    {
+        // A file that has just been made is taken away again.
+        if (Size() > 0) return m_file->Reserve(size);
+        Watch([&] { m_file->Reserve(size); });
+    }
     void Write(const QByteArray& bytes) override
     {
         Watch([&] { m_file->Write(bytes); });

@@ -161,3 +161,43 @@ TEST_F(FileVerbs, AttrConfigWithoutAttributeInformationIsRefused)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.Err().contains(u"AttributeInformation.xml"_s));
 }
+
+TEST_F(FileVerbs, RefreshOfAFileElsewhereSaysWhatTheProjectRemembers)
+{
+    m_cli.Folder().WriteFile(u"外.xml"_s, Cli::Sample());
+    const test::Outcome outcome = m_cli.RunInProject({u"refresh"_s, u"外.xml"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"注意"_s));
+    EXPECT_TRUE(outcome.Out().contains(m_cli.Folder().Native(Cli::RuleFile(u"外"_s))));
+    const test::Outcome inside = m_cli.RunInProject({u"refresh"_s, u"DefaultConfig"_s});
+    EXPECT_EQ(inside.status, 0);
+    EXPECT_FALSE(inside.Out().contains(u"注意"_s));
+}
+
+TEST_F(FileVerbs, IniThatCannotBeWrittenIsNoSuccess)
+{
+    const QString ini = m_cli.Folder().Native(u"project\\SysRegedit.ini"_s);
+    EXPECT_TRUE(!QFile::exists(ini) || QFile::remove(ini));
+    m_cli.Folder().MakeFolder(u"project\\SysRegedit.ini"_s); // as good as write protection, for every user
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), Cli::Sample());
+    for (const QStringList& arguments :
+         QList<QStringList>{{u"load"_s, u"甲"_s}, {u"refresh"_s, u"甲"_s}, {u"new"_s, u"乙"_s}}) {
+        const test::Outcome outcome = m_cli.RunInProject(arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments[0].toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"SysRegedit.ini"_s)) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"DefaultConfig"_s));
+        EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.toStdString();
+    }
+}
+
+TEST_F(FileVerbs, PipesAndDevicesAreNoRuleFiles)
+{
+#if defined(_WIN32)
+    GTEST_SKIP() << "there are none in the file system";
+#endif
+    for (const QString& verb : {u"load"_s, u"refresh"_s, u"write-head"_s}) {
+        const test::Outcome outcome = m_cli.RunInProject({verb, u"/dev/zero"_s});
+        EXPECT_EQ(outcome.status, 1) << verb.toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"普通文件"_s)) << outcome.err.toStdString();
+    }
+}

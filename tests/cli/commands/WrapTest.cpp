@@ -95,3 +95,13 @@ TEST_F(Wrap, SecondWriteHeadIsRefused)
     EXPECT_EQ(WriteHead(u"rules.xml"_s).status, 1);
     EXPECT_EQ(m_cli.Folder().ReadFile(u"rules.xml"_s), wrapped);
 }
+
+TEST_F(Wrap, WriteHeadOfAReadOnlyFileIsRefusedAndLeavesIt)
+{
+    if (test::TempFolder::IgnoresPermissions()) GTEST_SKIP() << "this user may write everything";
+    m_cli.Folder().SetReadOnly(u"rules.xml"_s, true);
+    const test::Outcome outcome = WriteHead(u"rules.xml"_s);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"rules.xml"_s));
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"rules.xml"_s), Cli::Sample());
+}

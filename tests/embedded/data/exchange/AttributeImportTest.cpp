@@ -32,6 +32,42 @@ TEST_F(AttributeImport, AttributesComeWithTheirValues)
     EXPECT_EQ(values, (CStringArray{u"甲"_s, u"乙"_s}));
 }
 
+TEST_F(AttributeImport, AttributesThatShareAListNameKeepTheirOwnLists)
+{
+    // In the category 热水管 the names of the lists are exchanged, so that both codes have both.
+    const CString other = u"给排水\\管道\\热水管,"_s;
+    const ImportReport report =
+        Import(TableKind::Attributes,
+               Header + Place + u"内层,AM_In,9,甲类,内甲\n"_s + Place + u"外层,AM_Out,9,乙类,外乙\n"_s +
+                   other + u"内层,AM_In,9,乙类,内乙\n"_s + other + u"外层,AM_Out,9,甲类,外甲\n"_s);
+    ASSERT_EQ(report.added, 4) << Refusals(report).toStdString();
+    EmbeddedHost host(m_project.Folder());
+    const host::Roles roles = host.Roles();
+    const auto values = [&](const CString& category, const CString& code) {
+        SNvKtSmallCategoryId id;
+        EXPECT_TRUE(roles.categories->SmallCategoryNameToId(category, id));
+        CStringArray list;
+        EXPECT_TRUE(roles.attributes->GetAttributeList(id, list));
+        CStringArray extras;
+        for (qsizetype i = 2; i < list.size(); i += 4)
+            extras.append(list[i]);
+        CStringArray found;
+        EXPECT_TRUE(roles.attributes->GetDropList(code, found, extras));
+        return found;
+    };
+    EXPECT_EQ(values(u"给排水\\管道\\给水管"_s, u"AM_In"_s), CStringArray{u"内甲"_s});
+    EXPECT_EQ(values(u"给排水\\管道\\给水管"_s, u"AM_Out"_s), CStringArray{u"外乙"_s});
+    EXPECT_EQ(values(u"给排水\\管道\\热水管"_s, u"AM_In"_s), CStringArray{u"内乙"_s});
+    EXPECT_EQ(values(u"给排水\\管道\\热水管"_s, u"AM_Out"_s), CStringArray{u"外甲"_s});
+}
+
+TEST_F(AttributeImport, CodeWithAColonIsRefused)
+{
+    const ImportReport report = Import(TableKind::Attributes, Header + Place + u"甲,AM:A,0,,\n"_s);
+    ASSERT_EQ(report.refused.size(), 1) << Refusals(report).toStdString();
+    EXPECT_TRUE(report.refused[0].reason.contains(u"冒号"_s));
+}
+
 TEST_F(AttributeImport, RowsThatDoNotFitAreRefused)
 {
     const ImportReport report = Import(

@@ -43,6 +43,16 @@ TEST_F(CatalogueImport, NamesThatCannotBeTagsAreRefusedWithTheirLines)
     EXPECT_TRUE(Refusals(report).contains(u"2:小类（small_category）“1号管”不能作为 XML 元素名"_s));
 }
 
+TEST_F(CatalogueImport, NamesWithAColonAreRefusedInEveryLevel)
+{
+    const ImportReport report =
+        Import(TableKind::Catalogue, Header + u"自:控,仪表,,甲\n给排水,管:道,,乙\n给排水,管道,,丙:丁\n"_s);
+    EXPECT_FALSE(report.stored);
+    ASSERT_EQ(report.refused.size(), 3) << Refusals(report).toStdString();
+    for (const embedded::RefusedRow& row : report.refused)
+        EXPECT_TRUE(row.reason.contains(u"冒号"_s)) << row.reason.toStdString();
+}
+
 TEST_F(CatalogueImport, IdsStayWithTheirCategories)
 {
     const CString id = IdOf(m_project, u"给排水\\管道\\给水管"_s);

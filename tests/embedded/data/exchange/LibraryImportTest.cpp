@@ -53,6 +53,23 @@ TEST_F(LibraryImport, NewSectionsAreMadeFromTheirTitles)
     EXPECT_EQ(section.items[0].nWithAnnex, 1);
 }
 
+TEST_F(LibraryImport, SectionOfTooManyLevelsIsRefused)
+{
+    const auto levels = [](qsizetype count, const CString& level) {
+        return CStringArray(count, level).join(u'\\');
+    };
+    EXPECT_TRUE(Import(TableKind::Bill,
+                       Header + u"099901001,甲,m,,,%1,%2\n"_s.arg(levels(32, u"09"_s), levels(32, u"章"_s)))
+                    .stored);
+    for (const qsizetype count : {33, 20000}) {
+        const ImportReport report =
+            Import(TableKind::Bill,
+                   Header + u"099901002,乙,m,,,%1,%2\n"_s.arg(levels(count, u"9"_s), levels(count, u"章"_s)));
+        ASSERT_EQ(report.refused.size(), 1);
+        EXPECT_TRUE(report.refused[0].reason.contains(u"最多 32 级"_s)) << Refusals(report).toStdString();
+    }
+}
+
 TEST_F(LibraryImport, TitlesThatContradictOrHaveTooManyLevelsAreRefused)
 {
     const ImportReport report = Import(TableKind::Bill, Header + u"099901001,甲,m,,,0999,章\n"

@@ -4,6 +4,9 @@
 #include "platform/Files.h"
 #include "support/FaultyFileSystem.h"
 
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
 using embedded::ImportReport;
@@ -219,6 +222,23 @@ TEST_F(TableImport, ExportOverAFileLeavesNothingElse)
     EXPECT_TRUE(Exported(TableKind::Bill).contains(u"031001001"_s));
     EXPECT_EQ(platform::Files().FindFiles(m_project.Temp().Root(), {}).size(), before.size());
 }
+
+#if !defined(_WIN32)
+TEST_F(TableImport, ExportWritesThroughALinkAndKeepsThePermissions)
+{
+    const test::TempFolder& folder = m_project.Temp();
+    folder.WriteFile(u"kept.csv"_s, "mine");
+    const QString kept = folder.Native(u"kept.csv"_s);
+    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner;
+    ASSERT_TRUE(QFile::setPermissions(kept, own));
+    const QFile::Permissions before = QFile::permissions(kept);
+    ASSERT_TRUE(QFile::link(kept, folder.Native(u"out.csv"_s)));
+    EXPECT_TRUE(Exported(TableKind::Bill).contains(u"031001001"_s));
+    EXPECT_TRUE(QFileInfo(folder.Native(u"out.csv"_s)).isSymLink());
+    EXPECT_TRUE(folder.ReadFile(u"kept.csv"_s).contains("031001001"));
+    EXPECT_EQ(QFile::permissions(kept), before);
+}
+#endif
 
 TEST_F(TableImport, ExportOverAFolderIsRefused)
 {
