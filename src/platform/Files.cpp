@@ -7,6 +7,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -79,6 +80,67 @@ private:
     QFile m_file;
 };
 
+class RealInputFile : public InputFile
+{
+public:
+    explicit RealInputFile(const CString& path) : m_path(path)
+    {
+        // Asked before the file is opened: the opening of a pipe would wait for somebody who writes into it.
+        const QFileInfo info(ToNative(path));
+        if (info.exists() && !info.isFile()) throw FileError(path, u"不是普通文件"_s);
+        CString reason;
+        if (!Open(m_file, path, QIODevice::ReadOnly, reason)) throw FileError(path, reason);
+    }
+
+    qint64 Size() const override { return m_file.size(); }
+
+    qint64 Read(char* to, qint64 length) override
+    {
+        qint64 done = 0;
+        while (done < length) {
+            const qint64 read = m_file.read(to + done, length - done);
+            if (read < 0) Fail();
+            if (read == 0) break;
+            done += read;
+        }
+        return done;
+    }
+
+    void Seek(qint64 position) override
+    {
+        if (!m_file.seek(position)) Fail();
+    }
+
+private:
+    [[noreturn]] void Fail() const { throw FileError(m_path, m_file.errorString()); }
+
+    CString m_path;
+    QFile m_file;
+};
+
+/// A file of which all is held.
+class HeldInputFile : public InputFile
+{
+public:
+    explicit HeldInputFile(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+
+    qint64 Size() const override { return m_bytes.size(); }
+
+    qint64 Read(char* to, qint64 length) override
+    {
+        const qint64 count = qBound(qint64{0}, m_bytes.size() - m_position, length);
+        std::copy_n(m_bytes.constData() + m_position, count, to);
+        m_position += count;
+        return count;
+    }
+
+    void Seek(qint64 position) override { m_position = qBound(qint64{0}, position, qint64{m_bytes.size()}); }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_position = 0;
+};
+
 /// Reads up to `length` bytes, or all when it is negative.
 std::optional<QByteArray> ReadBytes(const CString& path, qint64 length, CString& reason)
 {
@@ -105,6 +167,11 @@ public:
     {
         CString ignored;
         return ReadBytes(path, qMax(qint64{0}, length), ignored);
+    }
+
+    std::unique_ptr<InputFile> OpenForReading(const CString& path) override
+    {
+        return std::make_unique<RealInputFile>(path);
     }
 
     std::unique_ptr<OutputFile> OpenForWriting(const CString& path) override
@@ -169,7 +236,16 @@ CString FileError::Message() const
 }
 
 OutputFile::~OutputFile() = default;
+InputFile::~InputFile() = default;
 FileSystem::~FileSystem() = default;
+
+std::unique_ptr<InputFile> FileSystem::OpenForReading(const CString& path)
+{
+    CString reason;
+    std::optional<QByteArray> bytes = Read(path, &reason);
+    if (!bytes) throw FileError(path, reason);
+    return std::make_unique<HeldInputFile>(*std::move(bytes));
+}
 
 void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes)
 {
@@ -219,6 +295,11 @@ std::optional<QByteArray> FileSystemProxy::Read(const CString& path, CString* re
 std::optional<QByteArray> FileSystemProxy::ReadHead(const CString& path, qint64 length)
 {
     return m_target.ReadHead(path, length);
+}
+
+std::unique_ptr<InputFile> FileSystemProxy::OpenForReading(const CString& path)
+{
+    return m_target.OpenForReading(path);
 }
 
 std::unique_ptr<OutputFile> FileSystemProxy::OpenForWriting(const CString& path)
