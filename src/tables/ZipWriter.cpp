@@ -17,8 +17,8 @@ struct ZipWriter::Target
 
 namespace {
 
-/// Fast packing: half the time of the usual level for a tenth more bytes.
-constexpr int Level = 4;
+/// Fast packing: two fifths of the time of the usual level for 3 % more bytes of a sheet.
+constexpr int Level = 3;
 
 template <typename Target>
 voidpf ZCALLBACK OpenTarget(voidpf opaque, const void* /*name*/, int /*mode*/)
