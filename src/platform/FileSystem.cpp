@@ -1,8 +1,10 @@
 #include "platform/Files.h"
 
 #include "platform/Paths.h"
+#include "platform/ReplacedFile.h"
 
-#include <QtCore/QCoreApplication>
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -27,15 +29,28 @@ QByteArray ReadOrRaise(FileSystem& files, const CString& path)
     return *std::move(bytes);
 }
 
-bool CanOpen(FileSystem& files, const CString& path)
+/// A file of which all is held.
+class HeldInputFile : public InputFile
 {
-    try {
-        files.OpenForWriting(path);
-        return true;
-    } catch (const FileError&) {
-        return false;
+public:
+    explicit HeldInputFile(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+
+    qint64 Size() const override { return m_bytes.size(); }
+
+    qint64 Read(char* to, qint64 length) override
+    {
+        const qint64 count = qBound(qint64{0}, m_bytes.size() - m_position, length);
+        std::copy_n(m_bytes.constData() + m_position, count, to);
+        m_position += count;
+        return count;
     }
-}
+
+    void Seek(qint64 position) override { m_position = qBound(qint64{0}, position, qint64{m_bytes.size()}); }
+
+private:
+    QByteArray m_bytes;
+    qint64 m_position = 0;
+};
 
 } // namespace
 
@@ -52,7 +67,13 @@ CString FileError::Message() const
 }
 
 OutputFile::~OutputFile() = default;
+InputFile::~InputFile() = default;
 FileSystem::~FileSystem() = default;
+
+std::unique_ptr<InputFile> FileSystem::OpenForReading(const CString& path)
+{
+    return std::make_unique<HeldInputFile>(ReadOrRaise(*this, path));
+}
 
 void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes, const QByteArray* former)
 {
@@ -81,23 +102,9 @@ void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes, cons
 
 void FileSystem::Replace(const CString& path, const QByteArray& bytes)
 {
-    const CString target = ThroughLinks(path);
-    const FileKind kind = KindOf(target);
-    if (kind != FileKind::File && kind != FileKind::Missing) return WriteInPlace(target, bytes);
-    // Write protection is of the file; its folder would let it be replaced.
-    if (kind == FileKind::File) OpenForWriting(target);
-    const CString part = target + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
-    if (!CanOpen(*this, part)) return WriteInPlace(target, bytes);
-    try {
-        WriteInPlace(part, bytes);
-        if (kind == FileKind::File ? MoveOver(part, target) : Rename(part, target)) return;
-        if (kind == FileKind::Missing) throw FileError(target, u"文件不能替换"_s);
-        WriteInPlace(target, bytes);
-        Remove(part);
-    } catch (...) {
-        Remove(part);
-        throw;
-    }
+    ReplacedFile file(path, *this);
+    file.Write(bytes);
+    file.Commit();
 }
 
 void FileSystem::PutBack(const CString& path, const QByteArray& former) noexcept
@@ -153,6 +160,11 @@ std::optional<QByteArray> FileSystemProxy::Read(const CString& path, CString* re
 std::optional<QByteArray> FileSystemProxy::ReadHead(const CString& path, qint64 length)
 {
     return m_target.ReadHead(path, length);
+}
+
+std::unique_ptr<InputFile> FileSystemProxy::OpenForReading(const CString& path)
+{
+    return m_target.OpenForReading(path);
 }
 
 std::unique_ptr<OutputFile> FileSystemProxy::OpenForWriting(const CString& path)

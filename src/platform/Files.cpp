@@ -7,6 +7,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -87,6 +88,44 @@ FileKind KindOfNative(const QString& path)
     return info.isFile() ? FileKind::File : FileKind::Other;
 }
 
+class RealInputFile : public InputFile
+{
+public:
+    explicit RealInputFile(const CString& path) : m_path(path)
+    {
+        // Asked before the file is opened: the opening of a pipe would wait for somebody who writes into it.
+        const FileKind kind = KindOfNative(ToNative(path));
+        if (kind == FileKind::Folder || kind == FileKind::Other) throw FileError(path, u"不是普通文件"_s);
+        CString reason;
+        if (!Open(m_file, path, QIODevice::ReadOnly, reason)) throw FileError(path, reason);
+    }
+
+    qint64 Size() const override { return m_file.size(); }
+
+    qint64 Read(char* to, qint64 length) override
+    {
+        qint64 done = 0;
+        while (done < length) {
+            const qint64 read = m_file.read(to + done, length - done);
+            if (read < 0) Fail();
+            if (read == 0) break;
+            done += read;
+        }
+        return done;
+    }
+
+    void Seek(qint64 position) override
+    {
+        if (!m_file.seek(position)) Fail();
+    }
+
+private:
+    [[noreturn]] void Fail() const { throw FileError(m_path, m_file.errorString()); }
+
+    CString m_path;
+    QFile m_file;
+};
+
 /// Reads up to `length` bytes, or all when it is negative.
 std::optional<QByteArray> ReadBytes(const CString& path, qint64 length, CString& reason)
 {
@@ -133,6 +172,11 @@ public:
     {
         CString ignored;
         return ReadBytes(path, qMax(qint64{0}, length), ignored);
+    }
+
+    std::unique_ptr<InputFile> OpenForReading(const CString& path) override
+    {
+        return std::make_unique<RealInputFile>(path);
     }
 
     std::unique_ptr<OutputFile> OpenForWriting(const CString& path) override

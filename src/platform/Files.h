@@ -62,6 +62,21 @@ enum class FileKind {
     Other, ///< a device, a pipe, a socket
 };
 
+/// A regular file opened for reading from the start, for what is too large to be held as a whole. The
+/// operations raise `FileError` when they fail. Closed by the destructor.
+class KTQDDE_EXPORT InputFile
+{
+public:
+    virtual ~InputFile();
+    /// Length in bytes.
+    virtual qint64 Size() const = 0;
+    /// Reads up to `length` bytes from the current position to `to` and moves on behind them. Gives how many;
+    /// 0 at the end, fewer than asked only there.
+    virtual qint64 Read(char* to, qint64 length) = 0;
+    /// Moves the position to `position` bytes from the start.
+    virtual void Seek(qint64 position) = 0;
+};
+
 /// The file system as this system needs it. Paths are path texts (see Paths.h). The virtual operations are
 /// the seam for tests; a double usually derives from `RealFileSystem()`'s class through `FileSystemProxy`.
 class KTQDDE_EXPORT FileSystem
@@ -81,6 +96,10 @@ public:
     virtual std::optional<QByteArray> Read(const CString& path, CString* reason = nullptr) = 0;
     /// The first `length` bytes of a file, or all of it if it is shorter; nothing when it cannot be read.
     virtual std::optional<QByteArray> ReadHead(const CString& path, qint64 length) = 0;
+    /// Opens a file for reading piece by piece. Raises `FileError`, also for what is no regular file: a
+    /// folder, and pipes and devices, which have no end to rely on. Never gives null. A file system that has
+    /// no such reading of its own serves it from what `Read` gives.
+    virtual std::unique_ptr<InputFile> OpenForReading(const CString& path);
     /// Opens a file for writing in place, creating it when it is missing. Raises `FileError`. Never gives
     /// null.
     virtual std::unique_ptr<OutputFile> OpenForWriting(const CString& path) = 0;
@@ -136,6 +155,7 @@ public:
     CString ThroughLinks(const CString& path) override;
     std::optional<QByteArray> Read(const CString& path, CString* reason) override;
     std::optional<QByteArray> ReadHead(const CString& path, qint64 length) override;
+    std::unique_ptr<InputFile> OpenForReading(const CString& path) override;
     std::unique_ptr<OutputFile> OpenForWriting(const CString& path) override;
     bool Remove(const CString& path) override;
     bool CreateFolder(const CString& path) override;

@@ -38,6 +38,30 @@ TEST(Files, ReadGivesTheWholeContent)
     EXPECT_EQ(Files().Read(folder.WriteFile(u"empty"_s, "")), QByteArray());
 }
 
+TEST(Files, ReadingPieceByPieceGivesTheSameBytes)
+{
+    const test::TempFolder folder;
+    const auto file = Files().OpenForReading(folder.WriteFile(u"规则.xml"_s, "abcdefg"));
+    EXPECT_EQ(file->Size(), 7);
+    char piece[4] = {};
+    EXPECT_EQ(file->Read(piece, 4), 4);
+    EXPECT_EQ(QByteArray(piece, 4), "abcd");
+    EXPECT_EQ(file->Read(piece, 4), 3);
+    EXPECT_EQ(QByteArray(piece, 3), "efg");
+    EXPECT_EQ(file->Read(piece, 4), 0);
+    file->Seek(2);
+    EXPECT_EQ(file->Read(piece, 1), 1);
+    EXPECT_EQ(piece[0], 'c');
+}
+
+TEST(Files, ReadingPieceByPieceTakesRegularFilesOnly)
+{
+    const test::TempFolder folder;
+    EXPECT_THROW(Files().OpenForReading(folder.Path(u"missing"_s)), platform::FileError);
+    EXPECT_THROW(Files().OpenForReading(folder.MakeFolder(u"folder"_s)), platform::FileError);
+    EXPECT_THROW(Files().OpenForReading(CString()), platform::FileError);
+}
+
 TEST(Files, ReadTellsWhyItGivesNothing)
 {
     const test::TempFolder folder;

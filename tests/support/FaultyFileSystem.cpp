@@ -92,6 +92,12 @@ std::optional<QByteArray> FaultyFileSystem::ReadHead(const CString& path, qint64
     return Has(Fault::RefuseRead) ? std::nullopt : Target().ReadHead(path, length);
 }
 
+std::unique_ptr<platform::InputFile> FaultyFileSystem::OpenForReading(const CString& path)
+{
+    if (Has(Fault::RefuseRead)) throw platform::FileError(path, u"read refused"_s);
+    return Target().OpenForReading(path);
+}
+
 std::unique_ptr<platform::OutputFile> FaultyFileSystem::OpenForWriting(const CString& path)
 {
     const int writePoint = m_writePoints++;

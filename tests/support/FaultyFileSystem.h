@@ -41,6 +41,7 @@ public:
 
     std::optional<QByteArray> Read(const CString& path, CString* reason) override;
     std::optional<QByteArray> ReadHead(const CString& path, qint64 length) override;
+    std::unique_ptr<platform::InputFile> OpenForReading(const CString& path) override;
     std::unique_ptr<platform::OutputFile> OpenForWriting(const CString& path) override;
     bool Remove(const CString& path) override;
     bool CreateFolder(const CString& path) override;

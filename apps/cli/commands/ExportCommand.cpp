@@ -21,11 +21,12 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"export"_s;
-    info.syntax = TableKindWords() + u" FILE.csv|- [--library CODE] [--force]"_s;
+    info.syntax = TableKindWords() + u" FILE|- [--library CODE] [--force]"_s;
     info.summary = u"把工程的类别、属性、清单、定额等写成 import 能读的文件"_s;
     info.description =
-        u"写出 UTF-8（带字节序标记）的 CSV 文件，表格软件可以直接打开。各列见手册 docs/data.md。\n"
-        "未经修改的文件再用 ktqdde import 读入，什么也不变。“-”表示标准输出，没有字节序标记。\n"
+        u"名称以 .xlsx 结尾的文件写成工作簿，其他的写成 UTF-8（带字节序标记）的 CSV 文件，表格软件可以\n"
+        "直接打开。各列见手册 docs/data.md。\n"
+        "未经修改的文件再用 ktqdde import 读入，什么也不变。“-”表示标准输出，写出的是 CSV，没有字节序标记。\n"
         "Ctrl+C 取消，已有的文件不变。"_s;
     info.minPositional = info.maxPositional = 2;
     info.options = {LibraryOption(), {u"force"_s, {}, u"覆盖已有的文件"_s, {}}};

@@ -19,10 +19,11 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"import"_s;
-    info.syntax = TableKindWords() + u" FILE.csv [--library CODE] [--replace]"_s;
+    info.syntax = TableKindWords() + u" FILE [--sheet NAME] [--library CODE] [--replace]"_s;
     info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
     info.description =
-        u"FILE.csv 是 UTF-8 或 GB18030 的 CSV 文件，第一行是列名，各列见手册 docs/data.md：\n"
+        u"FILE 是 UTF-8 或 GB18030 的 CSV 文件，或者 .xlsx、.ods 工作簿，第一行是列名，\n"
+        "各列见手册 docs/data.md：\n"
         "  catalog     专业、大类和小类\n"
         "  attributes  小类的属性和它们的值\n"
         "  bill        清单库\n"
@@ -34,7 +35,9 @@ CommandInfo Describe()
         "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
         "想先留一份原数据，用 ktqdde export。"_s;
     info.minPositional = info.maxPositional = 2;
-    info.options = {LibraryOption(), {u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
+    info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
+                    LibraryOption(),
+                    {u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
     return info;
 }
 
@@ -42,9 +45,10 @@ embedded::ImportReport RunImport(const Arguments& arguments)
 {
     WatchedWork work;
     try {
-        return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
-                                {arguments.Has(u"replace"_s), arguments.Value(u"library"_s)},
-                                work.Progress());
+        return embedded::Import(
+            NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
+            {arguments.Has(u"replace"_s), arguments.Value(u"library"_s), arguments.Value(u"sheet"_s)},
+            work.Progress());
     } catch (const embedded::Error& error) {
         throw Refusal(error.Message() + u"；原数据没有变"_s);
     }

@@ -83,7 +83,7 @@ void TransferDialog::Build()
     auto* form = new QFormLayout;
     form->addRow(u"表(&T)："_s, m_kind);
     form->addRow(u"库(&L)："_s, m_library);
-    const QPushButton* browse = AddBrowseRow(*form, u"CSV 文件(&F)："_s, m_file);
+    const QPushButton* browse = AddBrowseRow(*form, u"文件(&F)："_s, m_file);
     form->addRow(QString(), m_replace);
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
@@ -108,7 +108,9 @@ embedded::ImportOptions TransferDialog::Options() const
 
 void TransferDialog::Browse()
 {
-    const QString filter = u"CSV 文件 (*.csv);;所有文件 (*)"_s;
+    const QString filter = m_direction == Direction::Import
+                               ? u"表格文件 (*.csv *.xlsx *.ods);;所有文件 (*)"_s
+                               : u"CSV 文件 (*.csv);;XLSX 工作簿 (*.xlsx);;所有文件 (*)"_s;
     const QString file = m_direction == Direction::Import
                              ? QFileDialog::getOpenFileName(this, windowTitle(), QDir::homePath(), filter)
                              : QFileDialog::getSaveFileName(this, windowTitle(), QDir::homePath(), filter);

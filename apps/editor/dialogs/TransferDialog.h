@@ -15,7 +15,7 @@ namespace editor {
 
 class Project;
 
-/// Asks which table of a project's catalogue is to be read from or written to which CSV file, and of which
+/// Asks which table of a project's catalogue is to be read from or written to which file, and of which
 /// library. Transfers nothing.
 class TransferDialog : public QDialog
 {

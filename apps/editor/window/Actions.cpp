@@ -67,8 +67,10 @@ void Actions::MakeRuleMenu(QMainWindow& window)
 void Actions::MakeDataMenu(QMainWindow& window)
 {
     QMenu& menu = *window.menuBar()->addMenu(u"数据(&D)"_s);
-    importData = Add(menu, u"导入(&I)…"_s, Qt::CTRL | Qt::Key_I, u"从 CSV 文件导入类别、属性、清单或定额"_s);
-    exportData = Add(menu, u"导出(&X)…"_s, Qt::CTRL | Qt::Key_E, u"把类别、属性、清单或定额写成 CSV 文件"_s);
+    importData =
+        Add(menu, u"导入(&I)…"_s, Qt::CTRL | Qt::Key_I, u"从 CSV 文件或工作簿导入类别、属性、清单或定额"_s);
+    exportData =
+        Add(menu, u"导出(&X)…"_s, Qt::CTRL | Qt::Key_E, u"把类别、属性、清单或定额写成 CSV 文件或工作簿"_s);
 }
 
 void Actions::MakeHelpMenu(QMainWindow& window)

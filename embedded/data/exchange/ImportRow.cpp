@@ -30,7 +30,7 @@ CString RowRefused::Reason() const
     return CString::fromUtf8(what());
 }
 
-ImportHeader::ImportHeader(const CArray<ImportColumn>& columns, const CsvRecord& record)
+ImportHeader::ImportHeader(const CArray<ImportColumn>& columns, const tables::Record& record)
     : m_fields(record.fields.size())
 {
     if (!record.fault.isEmpty()) throw RowRefused(u"表头："_s + record.fault);
@@ -53,7 +53,8 @@ ImportHeader::ImportHeader(const CArray<ImportColumn>& columns, const CsvRecord&
     }
 }
 
-ImportRow::ImportRow(const ImportHeader& header, const CsvRecord& record) : m_header(header), m_record(record)
+ImportRow::ImportRow(const ImportHeader& header, const tables::Record& record)
+    : m_header(header), m_record(record)
 {
     if (!record.fault.isEmpty()) throw RowRefused(record.fault);
     if (record.fields.size() != header.Fields())

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/exchange/Csv.h"
+#include "tables/Record.h"
 
 #include <QtCore/QHash>
 
@@ -31,7 +31,7 @@ class ImportHeader
 public:
     /// Names and labels count alike, without regard to letter case and blanks around them. Raises
     /// `RowRefused` for an unknown, repeated or missing column, and for control characters.
-    ImportHeader(const CArray<ImportColumn>& columns, const CsvRecord& record);
+    ImportHeader(const CArray<ImportColumn>& columns, const tables::Record& record);
 
     qsizetype Fields() const noexcept { return m_fields; }
     /// The field of a column; -1 when the file has no such column.
@@ -52,7 +52,7 @@ class ImportRow
 public:
     /// `header` and `record` must outlive this. Raises `RowRefused` for quotes that do not fit, another
     /// number of fields than the header's, and characters that no XML file can hold.
-    ImportRow(const ImportHeader& header, const CsvRecord& record);
+    ImportRow(const ImportHeader& header, const tables::Record& record);
 
     int Line() const noexcept { return m_record.line; }
     /// The field as it stands; `absent` when the file has no such column. A control character, of which line
@@ -77,7 +77,7 @@ private:
     void RefuseControl(const CString& column, const CString& text) const;
 
     const ImportHeader& m_header;
-    const CsvRecord& m_record;
+    const tables::Record& m_record;
 };
 
 } // namespace embedded

@@ -3,14 +3,16 @@
 #include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
+#include "embedded/data/exchange/ImportMeter.h"
 #include "embedded/data/exchange/MakeExchange.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/Error.h"
-#include "platform/Encoding.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
-
+#include "tables/CsvText.h"
+#include "tables/Record.h"
+#include "tables/TableError.h"
+#include "tables/TableWriter.h"
 
 #include <algorithm>
 #include <map>
@@ -35,15 +37,15 @@ CString PathOf(const QString& nativeFile)
     return platform::FromNative(nativeFile);
 }
 
-CArray<CsvRecord> ReadRecords(const QString& nativeFile)
+CArray<tables::Record> ReadRecords(const QString& nativeFile, const CString& sheet)
 {
     const CString path = PathOf(nativeFile);
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw Error(platform::ToNative(path) + u"："_s + reason);
-    const auto text = platform::Decode(*bytes, platform::GuessEncoding(*bytes));
-    if (!text) throw Error(platform::ToNative(path) + u"：既不是 UTF-8 文本，也不是 GB18030 文本"_s);
-    CArray<CsvRecord> records = ParseCsv(*text);
+    CArray<tables::Record> records;
+    try {
+        records = tables::ReadRecords(*tables::OpenTable(path, {sheet}));
+    } catch (const tables::TableError& error) {
+        throw Error(error.Message());
+    }
     if (records.isEmpty()) throw Error(platform::ToNative(path) + u"：是空文件，连表头也没有"_s);
     return records;
 }
@@ -90,7 +92,7 @@ public:
     ImportReport& Report() noexcept { return m_report; }
 
     /// Whether no row was refused.
-    bool Check(const CArray<CsvRecord>& records, bool replace)
+    bool Check(const CArray<tables::Record>& records, bool replace)
     {
         m_report.rows = static_cast<int>(records.size()) - 1;
         try {
@@ -129,7 +131,7 @@ private:
             throw RowRefused(u"文件只有表头，没有数据行，不能用来代替整个表"_s);
     }
 
-    void TakeRows(const ImportHeader& header, const CArray<CsvRecord>& records)
+    void TakeRows(const ImportHeader& header, const CArray<tables::Record>& records)
     {
         m_meter.Begin(0, Checked, records.size());
         for (qsizetype record = 1; record < records.size(); ++record) {
@@ -185,15 +187,15 @@ bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, Databa
     return report.refused.isEmpty();
 }
 
-/// The text of a table, and the library whose table it is.
+/// A table as it is exported, and the library whose table it is.
 struct Table
 {
-    CString text;
+    CStringArray labels;
+    QList<CStringArray> rows;
     LibraryName library;
 };
 
-Table ReadTable(const QString& nativeProject, TableKind kind, const CString& library,
-                const Progress& progress)
+Table ReadTable(const QString& nativeProject, TableKind kind, const CString& library)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     Database database(folder.CatalogueFile());
@@ -202,18 +204,66 @@ Table ReadTable(const QString& nativeProject, TableKind kind, const CString& lib
         ScopeOf(ReadLibraries(database), ProjectDatabase(folder.ProjectFile()).ReadSettings(), kind, library);
     const std::unique_ptr<TableExchange> exchange = MakeExchange(kind, scope);
     exchange->Load(database);
-    CStringArray labels;
+    Table table;
     for (const ImportColumn& column : exchange->Columns())
-        labels.append(column.label);
-    Table table{CsvLine(labels), scope.library.name};
-    const QList<CStringArray> rows = exchange->Rows();
-    ImportMeter meter(progress);
-    meter.Begin(Loaded, Written, rows.size());
-    for (const CStringArray& row : rows) {
-        meter.Step();
-        table.text += CsvLine(row);
-    }
+        table.labels.append(column.label);
+    table.rows = exchange->Rows();
+    table.library = scope.library.name;
     return table;
+}
+
+/// What a worksheet with a table of that kind is called.
+CString SheetName(TableKind kind)
+{
+    switch (kind) {
+    case TableKind::Catalogue:
+        return u"类别"_s;
+    case TableKind::Attributes:
+        return u"属性"_s;
+    case TableKind::Bill:
+        return u"清单"_s;
+    case TableKind::Quota:
+        return u"定额"_s;
+    case TableKind::Guide:
+        return u"清单指引"_s;
+    case TableKind::Libraries:
+        return u"库"_s;
+    case TableKind::Calc:
+        break;
+    }
+    return u"计算项目"_s;
+}
+
+/// All columns are texts: numbers of items must keep their zeros.
+CArray<tables::Column> ColumnsOf(const Table& table)
+{
+    constexpr qsizetype Narrowest = 8;
+    constexpr qsizetype Widest = 60;
+    CArray<tables::Column> columns;
+    for (qsizetype index = 0; index < table.labels.size(); ++index) {
+        qsizetype width = std::max(Narrowest, table.labels[index].size() * 2);
+        for (const CStringArray& row : table.rows)
+            width = std::max(width, row[index].size());
+        columns.append({table.labels[index], tables::ColumnKind::Text, -1,
+                        static_cast<int>(std::min(Widest, width + 2))});
+    }
+    return columns;
+}
+
+void WriteTable(const Table& table, TableKind kind, const CString& path, const Progress& progress)
+{
+    const std::unique_ptr<tables::TableWriter> writer = tables::CreateTable(path);
+    writer->BeginSheet(SheetName(kind), ColumnsOf(table));
+    ImportMeter meter(progress);
+    meter.Begin(Loaded, Written, table.rows.size());
+    for (const CStringArray& row : table.rows) {
+        meter.Step();
+        for (const CString& text : row)
+            writer->Text(text);
+        writer->EndRow();
+    }
+    Tell(progress, Written);
+    writer->Finish();
 }
 
 /// A report of nothing done.
@@ -232,7 +282,7 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
                     const ImportOptions& options, const Progress& progress)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
-    const CArray<CsvRecord> records = ReadRecords(nativeFile);
+    const CArray<tables::Record> records = ReadRecords(nativeFile, options.sheet);
     Database database(folder.CatalogueFile());
     EnsureCatalogue(database);
     Transaction transaction(database);
@@ -261,7 +311,11 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
 
 CString ExportText(const QString& nativeProject, TableKind kind, const CString& library)
 {
-    return ReadTable(nativeProject, kind, library, {}).text;
+    const Table table = ReadTable(nativeProject, kind, library);
+    CString text = tables::CsvLine(table.labels);
+    for (const CStringArray& row : table.rows)
+        text += tables::CsvLine(row);
+    return text;
 }
 
 LibraryName Export(const QString& nativeProject, TableKind kind, const QString& nativeFile,
@@ -269,12 +323,11 @@ LibraryName Export(const QString& nativeProject, TableKind kind, const QString& 
 {
     const CString path = PathOf(nativeFile);
     Tell(progress, 0);
-    const Table table = ReadTable(nativeProject, kind, library, progress);
-    Tell(progress, Written);
+    const Table table = ReadTable(nativeProject, kind, library);
     try {
-        platform::Files().Replace(path, *platform::Encode(table.text, platform::Encoding::Utf8Bom));
-    } catch (const platform::FileError& error) {
-        throw Error(platform::FileError(path, error.Reason()).Message());
+        WriteTable(table, kind, path, progress);
+    } catch (const tables::TableError& error) {
+        throw Error(error.Message());
     }
     return table.library;
 }

@@ -61,6 +61,46 @@ TEST_F(ImportVerb, ExportedTablesComeBackUnchanged)
     }
 }
 
+TEST_F(ImportVerb, WorkbooksComeBackUnchangedToo)
+{
+    for (const QString& kind : Kinds()) {
+        const QByteArray table = Exported(kind);
+        ASSERT_EQ(m_cli.RunInProject({u"export"_s, kind, u"表.XLSX"_s, u"--force"_s}).status, 0);
+        EXPECT_TRUE(m_cli.Folder().ReadFile(u"表.XLSX"_s).startsWith("PK"));
+        const test::Outcome outcome = m_cli.RunInProject({u"import"_s, kind, u"表.XLSX"_s, u"--replace"_s});
+        EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+        EXPECT_TRUE(outcome.Out().contains(u"新增 0，修改 0，去掉 0"_s)) << outcome.out.toStdString();
+        EXPECT_EQ(Exported(kind), table);
+    }
+}
+
+TEST_F(ImportVerb, TakesTheNamedSheetOfAWorkbook)
+{
+    ASSERT_EQ(m_cli.RunInProject({u"export"_s, u"bill"_s, u"表.xlsx"_s}).status, 0);
+    const auto import = [&](const QString& file, const QString& sheet) {
+        return m_cli.RunInProject({u"import"_s, u"bill"_s, file, u"--sheet"_s, sheet});
+    };
+    EXPECT_EQ(import(u"表.xlsx"_s, u"清单"_s).status, 0);
+    const test::Outcome missing = import(u"表.xlsx"_s, u"别的"_s);
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_TRUE(missing.Err().contains(u"没有名为“别的”的工作表，只有：清单；原数据没有变"_s))
+        << missing.err.toStdString();
+    m_cli.Folder().WriteFile(u"自有.csv"_s, OwnBill);
+    EXPECT_EQ(import(u"自有.csv"_s, u"清单"_s).status, 1);
+}
+
+TEST_F(ImportVerb, TextsThatLookLikeFormulasAreExportedAsTexts)
+{
+    ASSERT_EQ(Import(u"bill"_s, "number,name,unit,section,section_title\n"
+                                "099901001,=1+1,m,0999\\099901,自有章\\自有节\n")
+                  .status,
+              0);
+    const QByteArray table = Exported(u"bill"_s);
+    EXPECT_TRUE(table.contains("099901001,'=1+1,m,"));
+    EXPECT_TRUE(Import(u"bill"_s, table, {u"--replace"_s}).Out().contains(u"新增 0，修改 0，去掉 0"_s));
+    EXPECT_EQ(Exported(u"bill"_s), table);
+}
+
 TEST_F(ImportVerb, SaysWhatItDid)
 {
     const test::Outcome outcome = Import(u"bill"_s, OwnBill);

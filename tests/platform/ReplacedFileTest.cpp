@@ -1,0 +1,100 @@
+#include "platform/ReplacedFile.h"
+
+#include "support/FaultyFileSystem.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using platform::FileError;
+using platform::Files;
+using platform::ReplacedFile;
+
+namespace {
+
+CStringArray NamesIn(const test::TempFolder& folder)
+{
+    CStringArray names = Files().FindFiles(folder.Root(), {});
+    names.sort();
+    return names;
+}
+
+void WriteAll(const CString& path, const QByteArray& bytes)
+{
+    ReplacedFile file(path);
+    file.Write(bytes);
+    file.Commit();
+}
+
+} // namespace
+
+TEST(ReplacedFile, IsMadeOrReplacedAtTheEndOnly)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"表.csv"_s, "old and longer");
+    ReplacedFile file(path);
+    file.Write("n");
+    file.Write("ew");
+    EXPECT_EQ(folder.ReadFile(u"表.csv"_s), "old and longer");
+    file.Commit();
+    EXPECT_EQ(folder.ReadFile(u"表.csv"_s), "new");
+    WriteAll(folder.Path(u"other"_s), "fresh");
+    EXPECT_EQ(folder.ReadFile(u"other"_s), "fresh");
+    EXPECT_EQ(NamesIn(folder), (CStringArray{u"other"_s, u"表.csv"_s}));
+}
+
+TEST(ReplacedFile, WithoutAnEndLeavesNothing)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"a"_s, "old");
+    {
+        ReplacedFile file(path);
+        file.Write(QByteArray(3 << 20, 'x'));
+        ReplacedFile other(folder.Path(u"b"_s));
+        other.Write("x");
+    }
+    EXPECT_EQ(folder.ReadFile(u"a"_s), "old");
+    EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+}
+
+TEST(ReplacedFile, HoldsWhatIsWrittenInManyPieces)
+{
+    const test::TempFolder folder;
+    QByteArray all;
+    ReplacedFile file(folder.Path(u"a"_s));
+    for (int i = 0; i < 300000; ++i) {
+        const QByteArray piece = QByteArray::number(i) + '\n';
+        all += piece;
+        file.Write(piece);
+    }
+    file.Commit();
+    EXPECT_EQ(folder.ReadFile(u"a"_s), all);
+}
+
+TEST(ReplacedFile, EveryFaultOfTheDiskLeavesTheOldFileWholeAndNothingElse)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"a"_s, "old");
+    test::FaultyFileSystem files;
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync}) {
+        for (const int point : {0, 1}) {
+            if (point == 0 && fault != RefuseOpen) continue;
+            files.Inject(fault);
+            if (fault == Write) files.FailAfter(2 << 20);
+            files.OnlyAt(files.WritePoints() + point);
+            EXPECT_THROW(WriteAll(path, QByteArray(3 << 20, 'x')), FileError)
+                << static_cast<int>(fault) << ' ' << point;
+            files.Heal();
+            EXPECT_EQ(folder.ReadFile(u"a"_s), "old");
+            EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+        }
+    }
+}
+
+TEST(ReplacedFile, FolderIsRefused)
+{
+    const test::TempFolder folder;
+    EXPECT_THROW(WriteAll(folder.MakeFolder(u"sub"_s), "x"), FileError);
+    EXPECT_TRUE(NamesIn(folder).isEmpty());
+}

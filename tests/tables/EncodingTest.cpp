@@ -1,0 +1,77 @@
+#include "TableFixture.h"
+
+#include "platform/Encoding.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using platform::Encoding;
+
+namespace {
+
+/// Long enough for several pieces, with characters of one to four bytes, at changing places.
+CString LongText()
+{
+    CString text;
+    for (int i = 0; text.size() < 700000; ++i)
+        text += CString(i % 7, u'a') + u"镀锌,é𠮷\n"_s;
+    return text;
+}
+
+CString Joined(const CArray<CStringArray>& rows)
+{
+    CString text;
+    for (const CStringArray& row : rows)
+        text += row.join(u',') + u'\n';
+    return text;
+}
+
+} // namespace
+
+TEST(TableEncoding, EveryEncodingIsReadWhateverItsPiecesPart)
+{
+    const CString text = LongText();
+    using enum Encoding;
+    for (const Encoding encoding : {Utf8, Utf8Bom, Utf16Le, Utf16Be, Gb18030}) {
+        const auto bytes = platform::Encode(text, encoding);
+        ASSERT_TRUE(bytes.has_value());
+        // Compared as a condition: a failure would print megabytes.
+        EXPECT_TRUE(Joined(test::FieldsOf(*bytes, u"a.csv"_s)) == text) << static_cast<int>(encoding);
+    }
+}
+
+TEST(TableEncoding, FileWhoseFirstTextCouldBeUtf8IsGb18030WhenTheRestCannot)
+{
+    const QByteArray bytes = *platform::Encode(u"联通,名称\n"_s, Encoding::Gb18030);
+    EXPECT_EQ(test::FieldsOf(bytes, u"a.csv"_s), (CArray<CStringArray>{{u"联通"_s, u"名称"_s}}));
+}
+
+TEST(TableEncoding, MarkCountsAtTheBeginningOnly)
+{
+    EXPECT_EQ(test::FieldsOf("\xEF\xBB\xBF"
+                             "a,\xEF\xBB\xBF"
+                             "b",
+                             u"a.csv"_s),
+              (CArray<CStringArray>{{u"a"_s, u"\uFEFFb"_s}}));
+}
+
+TEST(TableEncoding, BytesThatAreNoTextAreRefusedWithTheirLine)
+{
+    const CString reason = u"既不是 UTF-8 文本，也不是 GB18030 文本（从第 3 行起）"_s;
+    EXPECT_EQ(test::RefusalOf("a\nb\n\xFF\xFF\nc", u"a.csv"_s), reason);
+    EXPECT_EQ(test::RefusalOf("\xEF\xBB\xBF"
+                              "a\nb\n\xC3(\nc",
+                              u"a.csv"_s),
+              reason);
+    EXPECT_EQ(test::RefusalOf("a\nb\nc\x81", u"a.csv"_s), reason);
+    EXPECT_TRUE(test::RefusalOf(QByteArray("\xFF\xFE"
+                                           "a\0b",
+                                           5),
+                                u"a.csv"_s)
+                    .startsWith(u"既不是"_s));
+}
+
+TEST(TableEncoding, LongTextWithoutAnyEndOfACharacterEndsAtALimit)
+{
+    EXPECT_TRUE(test::RefusalOf(QByteArray(40 << 20, '\x81'), u"a.csv"_s).contains(u"一行超过"_s));
+}
