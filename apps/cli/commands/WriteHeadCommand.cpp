@@ -2,6 +2,7 @@
 
 #include "cli/printing/Output.h"
 #include "cli/printing/WrappedText.h"
+#include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "platform/Files.h"
