@@ -24,6 +24,21 @@ bool IsDigit(QChar c)
     return c >= u'0' && c <= u'9';
 }
 
+/// Whether a character is the same in compatibility normalisation, beside any of its kind: ASCII and the
+/// unified ideographs, of which nearly all texts of rules and tables consist.
+bool IsSettled(QChar c)
+{
+    constexpr char16_t FirstIdeograph = 0x4E00;
+    constexpr char16_t LastIdeograph = 0x9FFF;
+    return c < QChar(0x80) || (c >= FirstIdeograph && c <= LastIdeograph);
+}
+
+/// Whether a character can be part of a plain number, in either width.
+bool MayBeOfNumber(QChar c)
+{
+    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || (c >= FullWidthFirst && c <= FullWidthLast);
+}
+
 /// A text cut at its first number. The tail holds no digit, or the text has no such parts.
 struct Parts
 {
@@ -65,11 +80,15 @@ QStringView WithoutBlanks(QStringView text)
 
 CString Normalised(QStringView text)
 {
-    return WithoutBlanks(text).toString().normalized(CString::NormalizationForm_KC);
+    text = WithoutBlanks(text);
+    if (std::all_of(text.begin(), text.end(), IsSettled)) return text.toString();
+    return text.toString().normalized(CString::NormalizationForm_KC);
 }
 
 std::optional<Decimal> PlainNumber(QStringView text)
 {
+    text = WithoutBlanks(text);
+    if (!std::all_of(text.begin(), text.end(), MayBeOfNumber)) return std::nullopt;
     return Decimal::Parse(Narrowed(text));
 }
 
