@@ -1,5 +1,6 @@
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
+#include "bench/MatchFigures.h"
 #include "bench/RuleFileGenerator.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "embedded/data/project/CreateProject.h"
@@ -49,6 +50,12 @@ bool RunStoreFigures(const QTemporaryDir& folder)
     met = bench::Save("save_large", large, 3, save * Growth, ignored) && met;
     met = bench::OpenMemory(large, program) && met;
     return bench::Resolve(small, 7) && met;
+}
+
+bool RunMatchFigures()
+{
+    const bool met = bench::Match(5);
+    return bench::MatchGrowth(9) && met;
 }
 
 bool RunWindowFigures(const QTemporaryDir& folder)
@@ -116,8 +123,11 @@ int main(int argc, char** argv)
                 return 0;
             }
             const QString only = arguments.value(1);
-            const bool met = only == u"windows"_s || RunStoreFigures(folder);
-            return (only == u"stores"_s || RunWindowFigures(folder)) && met ? 0 : 1;
+            const auto isWanted = [&](const QString& part) { return only.isEmpty() || only == part; };
+            bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
+            met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
+            met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
+            return met ? 0 : 1;
         });
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -1,4 +1,4 @@
-# What cpack needs to know of the three packages. The names in capitals are those of the install components.
+# What cpack needs to know of the four packages. The names in capitals are those of the install components.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ${KTQDDE_PROGRAM_PACKAGE})
 set(CPACK_PACKAGE_CONTACT "${KTQDDE_MAINTAINER}")
@@ -7,7 +7,7 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has one of its own: the
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL programs runtime development)
+set(CPACK_COMPONENTS_ALL programs runtime rules development)
 # Whatever the umask of the person who packs.
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
@@ -50,10 +50,22 @@ rule files, and the dialogs in which a person does it.
 
 This package holds the module that a host program loads.")
 
+set(CPACK_DEBIAN_RULES_PACKAGE_NAME ${KTQDDE_RULES_PACKAGE})
+set(CPACK_DEBIAN_RULES_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RULES_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RULES_PACKAGE_CONTROL_EXTRA ${KTQDDE_MODULE_CONTROL})
+set(CPACK_COMPONENT_RULES_DESCRIPTION "library that prices building installations by rules
+Rules that price the components of building installations with items of a
+bill of quantities and of a quota library: which rule a component gets and
+why, its quantities, and the bill of quantities of a whole take-off.
+
+This package holds the library for programs that price. It needs nothing
+graphical.")
+
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME ${KTQDDE_DEVELOPMENT_PACKAGE})
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "${KTQDDE_MODULE_PACKAGE} (= ${PROJECT_VERSION}-${KTQDDE_PACKAGE_RELEASE}), qt6-base-dev (>= 6.4)")
+    "${KTQDDE_MODULE_PACKAGE} (= ${PROJECT_VERSION}-${KTQDDE_PACKAGE_RELEASE}), ${KTQDDE_RULES_PACKAGE} (= ${PROJECT_VERSION}-${KTQDDE_PACKAGE_RELEASE}), qt6-base-dev (>= 6.4)")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "headers of the module that prices building installations
 Rules that price the components of building installations with items of a
 bill of quantities and of a quota library: reading, editing and writing the

@@ -1,0 +1,158 @@
+#pragma once
+
+#include "rules/bill/QuantityTable.h"
+#include "rules/bill/Units.h"
+#include "rules/match/Matching.h"
+
+#include <compare>
+#include <map>
+#include <memory>
+#include <span>
+#include <tuple>
+#include <unordered_set>
+#include <vector>
+
+/// From components to a bill of quantities. docs/matching.md tells the semantics.
+namespace rules {
+
+/// The project's mode: bill items with their quota items below, or quota items alone.
+enum class PricingMode { Bill, Quota };
+
+/// All that pricing goes by, as plain values.
+struct PricingFacts
+{
+    PricingMode mode = PricingMode::Bill;
+    CString billLibrary;  ///< code of the bill library in use; of no account in quota mode
+    CString quotaLibrary; ///< code of the quota library in use in that mode
+    CatalogueFacts attributes;
+    CalculationItems calculationItems;
+};
+
+/// A component of a take-off table. The cells stand beside the headers that the builder was given.
+struct TakeoffComponent
+{
+    CString id;       ///< an empty id is no other component's
+    CString category; ///< specialty, big and small category joined by backslashes
+    CString name;     ///< the component's own name
+    std::span<const CString> cells;
+};
+
+enum class Outcome { Priced, OnDefault, Refused };
+
+/// Why a component is refused.
+enum class Refusal {
+    None,
+    IdTwice,         ///< a component of that id came before
+    UnknownCategory, ///< the configuration has no such category
+    NoRuleApplies,   ///< none applies, a default rule neither
+    NoItems,         ///< the rule that applies has no items
+    OtherLibraries,  ///< it has, but of libraries that are not in use
+};
+
+/// One item of one component.
+struct ItemLine
+{
+    std::uint32_t row =
+        0;             ///< index in `Bill::rows`; of a quota item in bill mode, index in that row's `quotas`
+    Quantity quantity; ///< in the base unit of the row, not rounded
+    std::vector<ItemLine> quotas;
+};
+
+/// What became of one component.
+struct ComponentResult
+{
+    Outcome outcome = Outcome::Refused;
+    Refusal refusal = Refusal::None;
+    SmallCategoryPtr category; ///< null when it is unknown
+    RuleIndex rule = NoRule;
+    std::vector<ItemLine> lines;
+    int itemsOfOtherLibraries = 0; ///< left out, quota items of left-out bill items not counted
+};
+
+/// What a rule says of an attribute, as the bill's description of features has it.
+struct Feature
+{
+    CString attribute;
+    CString text; ///< the value, "≠" and the value, or the bounds with their operators
+
+    std::strong_ordering operator<=>(const Feature&) const = default;
+};
+
+/// A row of the bill, or a quota item below one.
+struct BillRow
+{
+    CString number;
+    CString name;
+    CString unit;
+    std::vector<Feature> features; ///< of a quota item none
+    Decimal sum;                   ///< of the known quantities, in the base unit, exact
+    CString quantity; ///< `sum` in the row's unit, rounded; empty when all are missing. Set by `Finish`
+    std::uint64_t components = 0; ///< how many have a part in it, those without a quantity included
+    std::uint64_t missing = 0;    ///< how many of them have no quantity: the row is then marked
+    bool withFittings = false;    ///< 带管道配件; told, without effect on quantities
+    bool numberRepeated = false;  ///< another row has the same number and differs elsewhere
+    std::vector<BillRow> quotas;
+
+    /// The features as the national form has them: one a line, numbered.
+    KTQDDE_RULES_EXPORT CString FeatureText() const;
+};
+
+struct Totals
+{
+    std::uint64_t in = 0;
+    std::uint64_t priced = 0;
+    std::uint64_t onDefault = 0;
+    std::uint64_t refused = 0;
+
+    bool operator==(const Totals&) const = default;
+};
+
+struct Bill
+{
+    std::vector<BillRow> rows; ///< in the order in which components first came to them
+    std::vector<std::uint32_t>
+        order; ///< indexes of `rows` as a bill lists them: by number, then name, features, unit
+    Totals totals;
+};
+
+/// Prices components one after the other and sums up. What it keeps grows with the rows of the bill and the
+/// ids, not with anything else of the components, so that a table of any length can be priced while it is
+/// read. For one thread.
+class KTQDDE_RULES_EXPORT BillBuilder
+{
+public:
+    /// `headers` are those of the table, for all components. The configuration must not be null.
+    BillBuilder(ConfigurationPtr configuration, PricingFacts facts, CStringArray headers);
+    ~BillBuilder();
+    BillBuilder(const BillBuilder&) = delete;
+    BillBuilder& operator=(const BillBuilder&) = delete;
+
+    /// Prices one component and adds it to the bill. It must have as many cells as there are headers.
+    ComponentResult Add(const TakeoffComponent& component);
+
+    /// The bill of what was added so far. Raises `std::logic_error` when not every component is accounted
+    /// for.
+    Bill Finish() const;
+
+private:
+    struct Item;
+    struct CategoryState;
+
+    CategoryState* StateOf(const CString& category);
+    void Price(const TakeoffComponent& component, ComponentResult& result);
+    RuleIndex Match(CategoryState& state, const TakeoffComponent& component) const;
+    const std::vector<Item>& ItemsOf(CategoryState& state, RuleIndex rule);
+    std::vector<Item> PrepareItems(CategoryState& state, const Rule& rule);
+    std::uint32_t RowOf(const BillRow& row);
+    static void AddTo(BillRow& row, const Quantity& quantity);
+
+    ConfigurationPtr m_configuration;
+    PricingFacts m_facts;
+    CStringArray m_headers;
+    std::map<CString, std::unique_ptr<CategoryState>> m_categories; ///< null for those that are unknown
+    std::unordered_set<CString> m_ids;
+    std::map<std::tuple<CString, CString, std::vector<Feature>, CString>, std::uint32_t> m_rowByKey;
+    Bill m_bill;
+};
+
+} // namespace rules

@@ -1,0 +1,115 @@
+#include "rules/match/CellText.h"
+
+#include <algorithm>
+
+namespace rules {
+
+namespace {
+
+constexpr char16_t FullWidthFirst = u'！'; // U+FF01 to U+FF5E are ASCII's "!" to "~" in another width
+constexpr char16_t FullWidthLast = u'～';
+
+/// Full-width forms as plain ones, nothing else: of "5²" must not become 52.
+CString Narrowed(QStringView text)
+{
+    CString result = WithoutBlanks(text).toString();
+    for (QChar& c : result)
+        if (c >= FullWidthFirst && c <= FullWidthLast)
+            c = QChar(static_cast<char16_t>(c.unicode() - FullWidthFirst + u'!'));
+    return result;
+}
+
+bool IsDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+/// Whether a character is the same in compatibility normalisation, beside any of its kind: ASCII and the
+/// unified ideographs, of which nearly all texts of rules and tables consist.
+bool IsSettled(QChar c)
+{
+    constexpr char16_t FirstIdeograph = 0x4E00;
+    constexpr char16_t LastIdeograph = 0x9FFF;
+    return c < QChar(0x80) || (c >= FirstIdeograph && c <= LastIdeograph);
+}
+
+/// Whether a character can be part of a plain number, in either width.
+bool MayBeOfNumber(QChar c)
+{
+    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || (c >= FullWidthFirst && c <= FullWidthLast);
+}
+
+/// A text cut at its first number. The tail holds no digit, or the text has no such parts.
+struct Parts
+{
+    QStringView before;
+    QStringView number;
+    QStringView behind;
+};
+
+std::optional<Parts> Cut(QStringView text)
+{
+    const auto startsNumber = [&](qsizetype at) {
+        return IsDigit(text[at]) || (text[at] == u'.' && at + 1 < text.size() && IsDigit(text[at + 1]));
+    };
+    qsizetype begin = 0;
+    while (begin < text.size() && !startsNumber(begin))
+        ++begin;
+    if (begin == text.size()) return std::nullopt;
+    qsizetype end = begin;
+    for (bool point = false; end < text.size(); ++end) {
+        if (text[end] == u'.' && !point)
+            point = true;
+        else if (!IsDigit(text[end]))
+            break;
+    }
+    const QStringView behind = text.sliced(end);
+    if (std::any_of(behind.begin(), behind.end(), IsDigit)) return std::nullopt;
+    const QStringView before = text.first(begin);
+    // A sign belongs to the number when nothing but the sign stands before it: "-5℃", but not "SC-100".
+    if (before == u"-" || before == u"+") return Parts{{}, text.first(end), behind.trimmed()};
+    return Parts{before.trimmed(), text.sliced(begin, end - begin), behind.trimmed()};
+}
+
+} // namespace
+
+QStringView WithoutBlanks(QStringView text)
+{
+    return text.trimmed();
+}
+
+CString Normalised(QStringView text)
+{
+    text = WithoutBlanks(text);
+    if (std::all_of(text.begin(), text.end(), IsSettled)) return text.toString();
+    return text.toString().normalized(CString::NormalizationForm_KC);
+}
+
+std::optional<Decimal> PlainNumber(QStringView text)
+{
+    text = WithoutBlanks(text);
+    if (!std::all_of(text.begin(), text.end(), MayBeOfNumber)) return std::nullopt;
+    return Decimal::Parse(Narrowed(text));
+}
+
+NumberReader::NumberReader(const CStringArray& valueList)
+{
+    for (const CString& value : valueList) {
+        const CString text = Narrowed(value);
+        const std::optional<Parts> parts = Cut(text);
+        if (parts && !(parts->before.isEmpty() && parts->behind.isEmpty()))
+            m_forms.emplace(parts->before.toString(), parts->behind.toString());
+    }
+}
+
+std::optional<Decimal> NumberReader::Read(QStringView cell) const
+{
+    const CString text = Narrowed(cell);
+    if (std::optional<Decimal> plain = Decimal::Parse(text)) return plain;
+    const std::optional<Parts> parts = Cut(text);
+    if (!parts || !m_forms.contains({parts->before.toString(), parts->behind.toString()}))
+        return std::nullopt;
+    return Decimal::Parse(parts->number);
+}
+
+} // namespace rules

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "rules/Export.h"
+#include "rules/model/Decimal.h"
+
+#include <optional>
+#include <set>
+#include <utility>
+
+/// How the texts of rules and take-off tables are read for matching; docs/matching.md has the words.
+namespace rules {
+
+/// The text without blanks around it; ideographic and no-break spaces are blanks.
+KTQDDE_RULES_EXPORT QStringView WithoutBlanks(QStringView text);
+
+/// The text without blanks around it, in compatibility normalisation: "６５" and "65" are one, so are "㎡"
+/// and "m2".
+KTQDDE_RULES_EXPORT CString Normalised(QStringView text);
+
+/// The number that a text is, for ＝ and ≠: an optional sign, digits, at most one point, blanks around;
+/// full-width forms count as the plain ones. Nothing for all else, "DN50" included.
+KTQDDE_RULES_EXPORT std::optional<Decimal> PlainNumber(QStringView text);
+
+/// How the numbers of one attribute are written, as far as its value list tells.
+class KTQDDE_RULES_EXPORT NumberReader
+{
+public:
+    /// Of the values "DN15", "15mm" it learns that a number may follow "DN" or stand before "mm".
+    explicit NumberReader(const CStringArray& valueList);
+
+    /// The number for ranges: a plain one, or one written as a value of the list is. Letter case counts;
+    /// blanks between the parts do not.
+    std::optional<Decimal> Read(QStringView text) const;
+
+private:
+    std::set<std::pair<CString, CString>> m_forms; // what stands before and behind the number
+};
+
+} // namespace rules

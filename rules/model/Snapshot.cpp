@@ -1,0 +1,141 @@
+#include "rules/model/Snapshot.h"
+
+#include "platform/Numbers.h"
+#include "store/RuleFile.h"
+#include "tree/Spec.h"
+#include "tree/XmlVisitor.h"
+
+#include <set>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace rules {
+
+namespace {
+
+QuotaItem Copy(const DeNode& node)
+{
+    return {node.GetId(), node.GetRecord()};
+}
+
+Condition Copy(const ConditionNode& node)
+{
+    Condition condition;
+    condition.id = node.GetId();
+    condition.attribute = node.GetCFType();
+    condition.isValueForm = node.IsEqual();
+    condition.equalOperator = node.GetEqualOperator();
+    condition.value = node.GetValue();
+    condition.lowerOperator = node.GetRangeOperator1();
+    condition.lowerBound = node.GetRange1();
+    condition.upperOperator = node.GetRangeOperator2();
+    condition.upperBound = node.GetRange2();
+    return condition;
+}
+
+BillItem Copy(const QdNode& node)
+{
+    BillItem item{node.GetId(), node.GetRecord(), {}};
+    for (const DeNode* quota : node.GetDe())
+        item.quotas.push_back(Copy(*quota));
+    return item;
+}
+
+Rule Copy(const ConfigNode& node)
+{
+    Rule rule;
+    rule.id = node.GetId();
+    rule.isDefault = node.IfDefault();
+    for (const ConditionNode* condition : node.GetCondition())
+        rule.conditions.push_back(Copy(*condition));
+    for (const QdNode* bill : node.GetQd())
+        rule.bills.push_back(Copy(*bill));
+    for (const DeNode* quota : node.GetDe())
+        rule.quotas.push_back(Copy(*quota));
+    return rule;
+}
+
+SmallCategoryPtr Copy(const SMember& node, const CString& textAbove)
+{
+    auto category = std::make_shared<SmallCategory>();
+    category->id = node.GetId();
+    category->name = node.GetName();
+    category->text = textAbove + u'\\' + category->name;
+    for (const ConfigNode* rule : node.GetAllConfig())
+        category->rules.push_back(Copy(*rule));
+    return category;
+}
+
+/// Calls `take` with every child element that has a name, of equal names with the first.
+template <typename Take>
+void ForEachNamed(const IXMLDOMNode& parent, Take take)
+{
+    std::set<CString> seen;
+    for (IXMLDOMNode child = parent.FirstChild(); child; child = child.NextSibling()) {
+        const IXMLDOMElement element = child.ToElement();
+        const CString name = XmlVisitor::getNodeAttribute(element, u"name"_s);
+        if (!name.isEmpty() && seen.insert(name).second)
+            take(element, name, platform::_wtoi(XmlVisitor::getNodeAttribute(element, u"id"_s)));
+    }
+}
+
+BigCategory ReadBigCategory(const IXMLDOMElement& element, const CString& name, int id,
+                            const CString& textAbove)
+{
+    BigCategory big{id, name, {}};
+    ForEachNamed(element, [&](const IXMLDOMElement& child, const CString&, int smallId) {
+        SMember node;
+        node.SetId(smallId);
+        if (node.ReadData(child)) big.smallCategories.push_back(Copy(node, textAbove + u'\\' + name));
+    });
+    return big;
+}
+
+Specialty ReadSpecialty(const IXMLDOMElement& element, const CString& name, int id)
+{
+    Specialty specialty{id, name, {}};
+    ForEachNamed(element, [&](const IXMLDOMElement& child, const CString& bigName, int bigId) {
+        specialty.bigCategories.push_back(ReadBigCategory(child, bigName, bigId, name));
+    });
+    return specialty;
+}
+
+} // namespace
+
+ConfigurationPtr TakeSnapshot(const Spec& spec)
+{
+    Specialty specialty{spec.GetId(), spec.GetSpecName(), {}};
+    for (const LMember* member : spec.GetAllLMember()) {
+        BigCategory big{member->GetId(), member->GetName(), {}};
+        for (const SMember* small : member->GetAllSMember())
+            big.smallCategories.push_back(Copy(*small, specialty.name + u'\\' + big.name));
+        specialty.bigCategories.push_back(std::move(big));
+    }
+    return std::make_shared<const Configuration>(std::vector{std::move(specialty)});
+}
+
+ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
+{
+    const IXMLDOMDocument document = xml::Document::Create(); // no message box: the caller gets the reason
+    if (document.IsNull()) {
+        reason = u"无法创建XML文档对象"_s;
+        return nullptr;
+    }
+    if (!document.Load(path)) {
+        reason = document.Reason().ToString();
+        return nullptr;
+    }
+    const IXMLDOMNode root = document.SelectSingleNode(store::RootName());
+    if (root.IsNull()) {
+        reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
+        return nullptr;
+    }
+    std::vector<Specialty> specialties;
+    ForEachNamed(root, [&](const IXMLDOMElement& element, const CString& name, int id) {
+        specialties.push_back(ReadSpecialty(element, name, id));
+    });
+    return std::make_shared<const Configuration>(std::move(specialties));
+}
+
+} // namespace rules

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "rules/model/Configuration.h"
+
+class Spec;
+
+/// How snapshots are taken.
+namespace rules {
+
+/// The rules of one specialty as they stand in a tree, saved or not. The tree may change or go afterwards.
+KTQDDE_RULES_EXPORT ConfigurationPtr TakeSnapshot(const Spec& spec);
+
+/// All specialties of a rule file, in the order of the file, by the path text. Nothing is written and no host
+/// is asked: the categories are those that the file names, of equal names beside each other the first. A
+/// small category without a default rule gets one at its end, as it does in the editor. Null, with the reason
+/// in words, when the file cannot be read, is no XML or no rule file.
+KTQDDE_RULES_EXPORT ConfigurationPtr ReadRuleFile(const CString& path, CString& reason);
+
+} // namespace rules
