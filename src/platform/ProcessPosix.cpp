@@ -25,10 +25,10 @@ qint64 platform::PeakMemory()
 #else
     rusage usage{};
     if (getrusage(RUSAGE_SELF, &usage) != 0) return 0;
-#    if defined(__APPLE__)
+#if defined(__APPLE__)
     return usage.ru_maxrss;
-#    else
+#else
     return static_cast<qint64>(usage.ru_maxrss) * 1024;
-#    endif
+#endif
 #endif
 }

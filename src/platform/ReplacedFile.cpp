@@ -33,8 +33,7 @@ void ReplacedFile::OpenBeside()
 {
     // Write protection is of the file; its folder would let it be replaced.
     if (m_kind == FileKind::File) m_files.OpenForWriting(m_target);
-    const CString part =
-        m_target + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
+    const CString part = m_target + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
     try {
         m_file = m_files.OpenForWriting(part);
         m_part = part;

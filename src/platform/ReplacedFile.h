@@ -9,8 +9,8 @@ namespace platform {
 
 /// A file that is written anew beside the one whose place it takes at the end: until then the old one stands
 /// whole, whatever happens, and without an end nothing is left. Made for what is written piece by piece and
-/// must not be held as a whole. Links, owner and permissions of the old one stay: where a file of its own would
-/// lose something of it, or none can be made beside it, the old one is written in place at the end.
+/// must not be held as a whole. Links, owner and permissions of the old one stay: where a file of its own
+/// would lose something of it, or none can be made beside it, the old one is written in place at the end.
 class KTQDDE_EXPORT ReplacedFile
 {
 public:

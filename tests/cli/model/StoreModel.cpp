@@ -130,7 +130,8 @@ StoreModel::Answer StoreModel::RunOnRules(const QString& op, const QJsonObject& 
     }
     if (op == u"MoveUpConfig") return Move(small, id, -1);
     if (op == u"MoveDownConfig") return Move(small, id, 1);
-    if (op == u"GetConfig" && path.value(u"configId"_s).toInt() == 0) return {.ok = true, .rules = small.rules};
+    if (op == u"GetConfig" && path.value(u"configId"_s).toInt() == 0)
+        return {.ok = true, .rules = small.rules};
     if (rule == nullptr) return {};
     Answer answer = RunOnRule(op, request, *rule);
     const QStringList givingRules{u"DelCondition"_s, u"AddQd"_s, u"AddDe2QdNode"_s, u"AddDe2ConfigNode"_s};
