@@ -1,5 +1,6 @@
 #include "shared/RuleFileState.h"
 
+#include "embedded/data/project/Look.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "store/RuleFile.h"
@@ -57,6 +58,7 @@ CString RuleFileState::Describe() const
 RuleFileState ExamineRuleFile(const CString& path)
 {
     if (!platform::Files().Exists(path)) return {path, RuleFileKind::Missing};
+    const embedded::Look look;
     CString reason;
     const auto bytes = platform::Files().Read(path, &reason);
     if (bytes) return ExamineBytes(path, *bytes);

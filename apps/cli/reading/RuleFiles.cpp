@@ -1,14 +1,19 @@
 #include "cli/reading/RuleFiles.h"
 
 #include "cli/reading/Failure.h"
+#include "cli/reading/Session.h"
 #include "embedded/data/project/CurrentConfiguration.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "host/NvKtDataMng.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileNames.h"
 #include "shared/RuleFileState.h"
 #include "store/RuleFile.h"
-#include "xml/Dom.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -20,13 +25,25 @@ namespace {
 
 using embedded::CurrentConfiguration;
 
-bool IsPossibleName(const CString& name)
+void CheckName(const CString& name)
 {
-    static const CString Forbidden = u"/\\:*?\"<>|"_s;
-    return !name.isEmpty() && name.size() <= CurrentConfiguration::LongestName && name == name.trimmed() &&
-           xml::IsText(name) && std::none_of(name.begin(), name.end(), [](QChar character) {
-               return Forbidden.contains(character) || character.category() == QChar::Other_Control;
-           });
+    if (!CurrentConfiguration::IsPossibleName(name))
+        throw Refusal(
+            u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
+                name));
+}
+
+/// The history that a file belongs to which no open project has to do with.
+std::optional<embedded::History> HistoryOf(const Arguments& arguments, const CString& path)
+{
+    if (const auto named = FindNamedProject(arguments))
+        return embedded::History(embedded::ProjectFolder(*named));
+    const QFileInfo file(platform::ToNative(path));
+    for (QDir folder(file.absolutePath());; folder = QDir(QFileInfo(folder.path()).path())) {
+        if (embedded::IsProject(folder.path()))
+            return embedded::History(embedded::ProjectFolder(folder.path()));
+        if (folder.isRoot()) return std::nullopt;
+    }
 }
 
 /// How to get the newest copy of a rule file back that can be read; empty when there is none.
@@ -54,20 +71,24 @@ CString ResolvePath(const QString& nativePath)
     return platform::FromNative(nativePath);
 }
 
-CString ResolveRuleFile(const QString& text)
+CString ResolveRuleFile(const QString& text, const CString& ruleFolder)
 {
     if (shared::NamesPath(text)) return ResolvePath(text);
     const CString native = ResolvePath(text);
-    if (!platform::Files().Exists(InRuleFolder(text)) && platform::Files().Exists(native)) return native;
-    return ConfigurationPath(text);
+    const CString configuration = shared::RuleFileIn(ruleFolder, text);
+    if (!platform::Files().Exists(configuration) && platform::Files().Exists(native)) return native;
+    CheckName(text);
+    return configuration;
+}
+
+CString ResolveRuleFile(const QString& text)
+{
+    return ResolveRuleFile(text, store::RuleFolder());
 }
 
 CString ConfigurationPath(const CString& name)
 {
-    if (!IsPossibleName(name))
-        throw Refusal(
-            u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
-                name));
+    CheckName(name);
     return InRuleFolder(name);
 }
 
@@ -98,6 +119,13 @@ void CheckRuleFileIfThere(const CString& path)
         throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), state.reason.ToString()));
 }
 
+void CheckReplaceable(const CString& path)
+{
+    const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    if (!state.IsSafe() && state.kind != shared::RuleFileKind::Wrapped)
+        throw Refusal(u"%1 不是规则文件，不能替换：%2"_s.arg(platform::ToNative(path), state.Describe()));
+}
+
 void KeepAndCheck(const CString& path, embedded::History& history)
 {
     history.Keep(path);
@@ -111,7 +139,26 @@ void KeepAndCheck(const CString& path, embedded::History& history)
 CString CurrentFile()
 {
     // Read here and not asked of a presenter: making one already opens the file that is to be checked first.
-    return InRuleFolder(CurrentConfiguration(NvKtDataMng::CProj().GetPrjPath()).Name());
+    const CurrentConfiguration current(NvKtDataMng::CProj().GetPrjPath());
+    current.RequirePossible();
+    return InRuleFolder(current.Name());
+}
+
+embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
+{
+    return {history.Project(), paths, [](const CString& text) { platform::WriteErr(text + u'\n'); }};
+}
+
+std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)
+{
+    const bool isRuleFile = path.endsWith(u".xml"_s, Qt::CaseInsensitive) ||
+                            shared::ExamineRuleFile(path).kind == shared::RuleFileKind::Rules;
+    if (!platform::Files().Exists(path) || !isRuleFile) return std::nullopt;
+    auto history = HistoryOf(arguments, path);
+    if (!history) return std::nullopt;
+    auto lock = LockRuleFiles(*history, {path});
+    history->Keep(path);
+    return lock;
 }
 
 CString ChooseRuleFile(const QString& text)
