@@ -57,6 +57,11 @@ CString WayBack(const CString& path, const embedded::History& history)
     return u"\n最近一份读得了的历史副本可以这样恢复：ktqdde history restore %1"_s.arg(readable->id);
 }
 
+CString RepeatedText(const shared::RuleFileState& state)
+{
+    return u"%1：%2"_s.arg(platform::ToNative(state.path), state.Describe());
+}
+
 CString InRuleFolder(const CString& name)
 {
     return shared::RuleFileIn(store::RuleFolder(), name);
@@ -115,14 +120,26 @@ void CheckRuleFile(const CString& path)
 void CheckRuleFileIfThere(const CString& path)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    if (state.kind == shared::RuleFileKind::Repeated)
+        throw Refusal(
+            RepeatedText(state) +
+            u"；保存以后读到的会是另一段。请在编辑器中打开它，由编辑器只留第一段，或者手工删去多余的段"_s);
     if (!state.IsSafe())
         throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), state.reason.ToString()));
+}
+
+void CheckForReading(const CString& path)
+{
+    const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    if (state.kind != shared::RuleFileKind::Repeated) return CheckRuleFileIfThere(path);
+    platform::WriteErr(RepeatedText(state) + u'\n');
 }
 
 void CheckReplaceable(const CString& path)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(path);
-    if (!state.IsSafe() && state.kind != shared::RuleFileKind::Wrapped)
+    using enum shared::RuleFileKind;
+    if (!state.IsSafe() && state.kind != Wrapped && state.kind != Repeated)
         throw Refusal(u"%1 不是规则文件，不能替换：%2"_s.arg(platform::ToNative(path), state.Describe()));
 }
 

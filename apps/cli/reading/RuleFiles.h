@@ -40,6 +40,10 @@ void CheckRuleFile(const CString& path);
 /// The same, but a file that does not exist is fine, too.
 void CheckRuleFileIfThere(const CString& path);
 
+/// The same for a command that only reads: of a specialty that stands twice in the file standard error is
+/// told, and the command goes on.
+void CheckForReading(const CString& path);
+
 /// Keeps other programs away from rule files, by path text: to be held from the moment a file is looked at
 /// until what comes of it has been written. Says on standard error whom it waits for. Raises
 /// `embedded::Error` as `embedded::RuleFileLock` does.

@@ -178,9 +178,21 @@ StepEnd ModuleSteps::AskToOpen(const CString& ruleFile)
         }))
         return StepEnd::Cancelled;
     lock.reset();
+    if (state.kind == shared::RuleFileKind::Repeated) return AskToKeepFirst(state);
     const bool mayOpen =
         state.IsSafe() || AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe());
     return mayOpen ? StepEnd::Done : StepEnd::Refused;
+}
+
+StepEnd ModuleSteps::AskToKeepFirst(const shared::RuleFileState& state)
+{
+    if (!AskYesNo(u"%1\n%2；保存以后读到的会是另一段\n文件先留一份历史副本，然后只留第一段"_s.arg(
+            platform::ToNative(state.path), state.Describe())))
+        return StepEnd::Refused;
+    const auto lock = m_project.Lock(state.path);
+    if (!m_project.KeepCopy(state.path)) return StepEnd::Refused;
+    shared::KeepFirstSpecialties(state.path);
+    return StepEnd::Done;
 }
 
 StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)
