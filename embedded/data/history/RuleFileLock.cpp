@@ -52,7 +52,7 @@ QString MarkInProject(const QDir& project, const QString& name)
     // harm.
     const QByteArray hash =
         QCryptographicHash::hash(name.toCaseFolded().toUtf8(), QCryptographicHash::Sha1).toHex();
-    project.mkpath(u"history/locks"_s);
+    if (project.exists()) project.mkpath(u"history/locks"_s);
     return project.filePath(u"history/locks/%1.lock"_s.arg(QLatin1StringView(hash.left(HashLength))));
 }
 

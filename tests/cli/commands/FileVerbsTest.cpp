@@ -161,3 +161,12 @@ TEST_F(FileVerbs, AttrConfigWithoutAttributeInformationIsRefused)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.Err().contains(u"AttributeInformation.xml"_s));
 }
+
+TEST_F(FileVerbs, NewProjectHasTheAttributeFileThatARebuildMakes)
+{
+    const QString file = u"project\\app\\AttrConfig.xml"_s;
+    const QByteArray made = m_cli.Folder().ReadFile(file);
+    EXPECT_FALSE(made.isEmpty());
+    ASSERT_EQ(m_cli.RunInProject({u"attr-config"_s}).status, 0);
+    EXPECT_EQ(m_cli.Folder().ReadFile(file), made);
+}
