@@ -3,6 +3,7 @@
 #include "embedded/data/sqlite/Error.h"
 #include "host/Installation.h"
 #include "platform/Files.h"
+#include "presenter/CAutoQdDeConfigFacade.h"
 #include "presenter/CQdDeConfigPresenter.h"
 #include "store/RuleFile.h"
 
@@ -60,6 +61,7 @@ void AddSampleRules(const QString& nativeProject)
           Sample{u"PlumbingRules.xml"_s, u"给排水示例"_s}, Sample{u"ElectricalRules.xml"_s, u"电气示例"_s},
           Sample{u"HvacRules.xml"_s, u"暖通示例"_s}})
         WriteSample(sample);
+    CAutoQdDeConfigFacade::AttrConfig();
     if (!CQdDeConfigPresenter({}).Save()) throw embedded::Error(u"示例规则保存不了"_s);
 }
 

@@ -7,6 +7,7 @@ namespace shared {
 enum class RuleFileKind {
     Missing,    ///< nothing stands there; whoever opens it makes it
     Rules,      ///< a rule file
+    Repeated,   ///< a rule file in which a specialty stands twice
     Wrapped,    ///< finished by a head and no XML any more
     Foreign,    ///< XML with another document element
     Unreadable, ///< anything else
@@ -30,6 +31,12 @@ struct RuleFileState
     /// The state in words for a person, with line, column and reason.
     CString Describe() const;
 };
+
+/// Takes every further element of a specialty that stands more than once out of a rule file and leaves the
+/// first, which is the one that the module reads: its next save would append that behind the others, and the
+/// opening after that would read another one. To be done with the file locked and a copy kept. Raises
+/// `xml::Error` when the file cannot be read or written.
+void KeepFirstSpecialties(const CString& path);
 
 /// Reads a file and says what it is. Asks no host, so it may run on any thread. Raises nothing for what the
 /// file holds.

@@ -104,3 +104,21 @@ TEST_F(RuleFileStateTest, FinishedFileTellsWhereItCeasesToBeXml)
         bytes += field;
     EXPECT_FALSE(Examine(bytes).reason.text.isEmpty());
 }
+
+TEST_F(RuleFileStateTest, SpecialtyThatStandsTwiceIsToldAndOnlyTheFirstStays)
+{
+    const QByteArray root = store::RootName().toUtf8();
+    const CString path = m_folder.WriteFile(
+        u"my.rules.xml"_s,
+        "<" + root + "><a name=\"A\" x=\"first\"/><b name=\"B\"/><a name=\"A\" x=\"2\"/></" + root + ">");
+    const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    EXPECT_EQ(state.kind, RuleFileKind::Repeated);
+    EXPECT_FALSE(state.IsSafe());
+    EXPECT_TRUE(state.Describe().contains(u"专业“A”"_s)) << state.Describe().toStdString();
+    shared::KeepFirstSpecialties(path);
+    EXPECT_EQ(shared::ExamineRuleFile(path).kind, RuleFileKind::Rules);
+    const QByteArray left = m_folder.ReadFile(u"my.rules.xml"_s);
+    EXPECT_TRUE(left.contains("first"));
+    EXPECT_TRUE(left.contains("\"B\""));
+    EXPECT_FALSE(left.contains("x=\"2\""));
+}

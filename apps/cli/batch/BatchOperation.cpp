@@ -125,7 +125,8 @@ const std::vector<BatchOperation>& Operations()
         {u"SaveAs",
          {File},
          [](P& p, const R& r) { return Plain(p.SaveAs(r.file)); },
-         embedded::BatchWrites::Named},
+         embedded::BatchWrites::Named,
+         true},
         {u"ReLoad",
          {File},
          [](P& p, const R& r) { return Plain(p.ReLoad(r.file)); },
@@ -133,7 +134,8 @@ const std::vector<BatchOperation>& Operations()
         {u"NewFile",
          {File},
          [](P& p, const R& r) { return Plain(p.NewFile(r.file)); },
-         embedded::BatchWrites::Both},
+         embedded::BatchWrites::Both,
+         true},
     };
     return operations;
 }

@@ -25,6 +25,7 @@ struct BatchOperation
     std::set<BatchKey> keys; ///< what it takes
     BatchResult (*run)(CQdDeConfigPresenter&, const BatchRequest&);
     embedded::BatchWrites writes = embedded::BatchWrites::Nothing;
+    bool replaces = false; ///< whatever stands at the path that the request names
 };
 
 /// The operation of that name, or null.

@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, embedded::BatchHistory& history, bool keepGoing)
-    : m_presenter(presenter), m_history(history), m_keepGoing(keepGoing)
+BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, bool keepGoing)
+    : m_presenter(presenter), m_files(files), m_keepGoing(keepGoing)
 {
 }
 
@@ -36,19 +36,11 @@ BatchRunner::Answer BatchRunner::Answered(const QByteArray& line)
         answer.op = BatchOperationName(object);
         const BatchOperation* operation = FindBatchOperation(answer.op);
         if (operation == nullptr) throw BadLine(u"没有操作“%1”"_s.arg(answer.op));
-        answer.result = Run(*operation, ReadBatchRequest(object, operation->keys));
+        answer.result = m_files.Run(*operation, m_presenter, ReadBatchRequest(object, operation->keys));
     } catch (const std::exception& error) {
         answer.error = CString::fromUtf8(error.what());
     }
     return answer;
-}
-
-BatchResult BatchRunner::Run(const BatchOperation& operation, const BatchRequest& request)
-{
-    m_history.Before(operation.writes, request.file);
-    BatchResult result = operation.run(m_presenter, request);
-    if (result.ok) m_history.After(operation.writes, request.file);
-    return result;
 }
 
 void BatchRunner::Write(const Answer& answer) const

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "cli/batch/BatchOperation.h"
-#include "embedded/data/history/BatchHistory.h"
+#include "cli/batch/BatchFiles.h"
 
 #include <QtCore/QByteArray>
 
@@ -12,9 +11,9 @@ namespace cli {
 class BatchRunner
 {
 public:
-    /// `history` is told of every operation that may save. With `keepGoing` a line that was not carried out
-    /// is complained about on standard error and the next one is run.
-    BatchRunner(CQdDeConfigPresenter& presenter, embedded::BatchHistory& history, bool keepGoing);
+    /// `files` carry the operations out. With `keepGoing` a line that was not carried out is complained about
+    /// on standard error and the next one is run.
+    BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, bool keepGoing);
 
     /// Runs the next line. Without `keepGoing`, raises `Refusal` naming the line, after its answer, when the
     /// line is bad, refused or raises an error.
@@ -31,12 +30,11 @@ private:
     };
 
     Answer Answered(const QByteArray& line);
-    BatchResult Run(const BatchOperation& operation, const BatchRequest& request);
     void Write(const Answer& answer) const;
     void Complain(const Answer& answer);
 
     CQdDeConfigPresenter& m_presenter;
-    embedded::BatchHistory& m_history;
+    BatchFiles& m_files;
     bool m_keepGoing;
     int m_line = 0;
     int m_failures = 0;

@@ -68,10 +68,9 @@ void BatchCommand::Run(const Arguments& arguments) const
     const bool fromInput = script == u"-";
     const QByteArray content = fromInput ? QByteArray() : ReadScript(script);
     const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
-    KeepAndCheck(path, session.History());
-    CQdDeConfigPresenter presenter(arguments.Has(u"config"_s) ? path : CString());
-    embedded::BatchHistory history(session.History(), path);
-    BatchRunner runner(presenter, history, arguments.Has(u"keep-going"_s));
+    BatchFiles files(session, path);
+    const auto presenter = files.Open(arguments.Has(u"config"_s));
+    BatchRunner runner(*presenter, files, arguments.Has(u"keep-going"_s));
     fromInput ? RunStandardInput(runner) : RunFile(runner, content);
     runner.Finish();
 }

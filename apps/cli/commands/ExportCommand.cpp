@@ -58,6 +58,7 @@ void ExportCommand::Run(const Arguments& arguments) const
     const CString path = ResolvePath(arguments.Positional()[1]);
     if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
         throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    const auto kept = KeepBeforeReplacing(arguments, path);
     const embedded::LibraryName written = Write(arguments, kind, library);
     WriteText(u"已写出：%1\n"_s.arg(platform::ToNative(path)));
     if (!written.code.isEmpty()) WriteText(u"库：%1 %2\n"_s.arg(written.code, written.name));

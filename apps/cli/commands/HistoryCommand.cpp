@@ -44,7 +44,8 @@ CommandInfo Describe()
 CArray<HistoryEntry> Listed(const History& history, const Arguments& arguments)
 {
     const CString config = arguments.Value(u"config"_s);
-    return config.isEmpty() ? history.ListAll() : history.List(ResolveRuleFile(config));
+    return config.isEmpty() ? history.ListAll()
+                            : history.List(ResolveRuleFile(config, history.Project().RuleFolder()));
 }
 
 /// The copy that a word of the command line names.
@@ -91,6 +92,7 @@ void Compare(History& history, const Arguments& arguments)
 void Restore(History& history, const Arguments& arguments)
 {
     const HistoryEntry entry = Named(history, arguments, 1);
+    const auto lock = LockRuleFiles(history, {entry.path});
     const auto replaced = history.Restore(entry);
     WriteText(
         u"已恢复为 %1 的内容：%2\n"_s.arg(shared::TimeText(entry.time), platform::ToNative(entry.path)));
@@ -141,8 +143,11 @@ HistoryCommand::HistoryCommand() : Command(Describe()) {}
 void HistoryCommand::Run(const Arguments& arguments) const
 {
     const Action& action = ChooseAction(arguments.Positional());
-    Session session(arguments);
-    action.run(session.History(), arguments);
+    // Without the databases: the copies are wanted most when these are gone.
+    const embedded::ProjectFolder folder(NamedProject(arguments));
+    History history(folder);
+    if (history.ListAll().isEmpty()) folder.RequireProject();
+    action.run(history, arguments);
 }
 
 } // namespace cli

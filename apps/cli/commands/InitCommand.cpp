@@ -7,6 +7,7 @@
 #include "cli/reading/Session.h"
 #include "embedded/data/project/CreateProject.h"
 #include "embedded/data/sqlite/Progress.h"
+#include "presenter/CAutoQdDeConfigFacade.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +66,8 @@ void InitCommand::Run(const Arguments& arguments) const
     options.quotaLibrary = arguments.Value(u"quota-library"_s);
     Create(folder, options);
     const Session session(folder);
+    // Without it the ranges of all attributes are open until somebody rebuilds the file.
+    CAutoQdDeConfigFacade::AttrConfig();
     WriteText(u"已建立工程：%1（%2，专业 %3）\n"_s.arg(
         folder, session.IsBillMode() ? u"清单模式"_s : u"定额模式"_s, session.Spec()));
 }

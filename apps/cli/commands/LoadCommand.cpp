@@ -34,6 +34,7 @@ void LoadCommand::Run(const Arguments& arguments) const
 {
     Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
+    const auto lock = LockRuleFiles(session.History(), {CurrentFile(), path});
     CheckRuleFile(path);
     KeepAndCheck(CurrentFile(), session.History());
     CQdDeConfigPresenter presenter({});

@@ -33,6 +33,8 @@ NewCommand::NewCommand() : Command(Describe()) {}
 void NewCommand::Run(const Arguments& arguments) const
 {
     Session session(arguments);
+    const auto lock =
+        LockRuleFiles(session.History(), {CurrentFile(), ConfigurationPath(arguments.Positional()[0])});
     const CString path = TargetConfiguration(arguments);
     KeepAndCheck(CurrentFile(), session.History());
     session.History().Keep(path);

@@ -35,6 +35,7 @@ void RefreshCommand::Run(const Arguments& arguments) const
 {
     Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
+    const auto lock = LockRuleFiles(session.History(), {CurrentFile(), path});
     KeepAndCheck(CurrentFile(), session.History());
     CString message;
     if (!RefreshAutoConfig(message, path)) {

@@ -32,6 +32,8 @@ SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
 void SaveAsCommand::Run(const Arguments& arguments) const
 {
     Session session(arguments);
+    const auto lock =
+        LockRuleFiles(session.History(), {CurrentFile(), ConfigurationPath(arguments.Positional()[0])});
     const CString path = TargetConfiguration(arguments);
     KeepAndCheck(CurrentFile(), session.History());
     session.History().Keep(path);

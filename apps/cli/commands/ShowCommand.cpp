@@ -5,6 +5,7 @@
 #include "cli/printing/RuleText.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 
 using namespace Qt::StringLiterals;
@@ -77,7 +78,8 @@ void ShowCommand::Run(const Arguments& arguments) const
     const Session session(arguments);
     const bool isNamed = arguments.Has(u"config"_s);
     const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
-    isNamed ? CheckRuleFile(path) : CheckRuleFileIfThere(path);
+    if (isNamed && !platform::Files().Exists(path)) CheckRuleFile(path);
+    CheckForReading(path);
     CQdDeConfigPresenter presenter(isNamed ? path : CString());
     const CString filter = arguments.Value(u"category"_s);
     const auto categories = CollectRules(presenter, session.Spec(), filter);

@@ -50,6 +50,7 @@ void WriteHeadCommand::Run(const Arguments& arguments) const
 {
     Session session(arguments);
     const CString path = ResolveRuleFile(arguments.Positional()[0]);
+    const auto lock = LockRuleFiles(session.History(), {path});
     session.History().Keep(path);
     CheckRuleFile(path);
     WriteCheckedHead(path);

@@ -1,14 +1,19 @@
 #include "cli/reading/RuleFiles.h"
 
 #include "cli/reading/Failure.h"
+#include "cli/reading/Session.h"
 #include "embedded/data/project/CurrentConfiguration.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "host/NvKtDataMng.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileNames.h"
 #include "shared/RuleFileState.h"
 #include "store/RuleFile.h"
-#include "xml/Dom.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 
@@ -20,13 +25,25 @@ namespace {
 
 using embedded::CurrentConfiguration;
 
-bool IsPossibleName(const CString& name)
+void CheckName(const CString& name)
 {
-    static const CString Forbidden = u"/\\:*?\"<>|"_s;
-    return !name.isEmpty() && name.size() <= CurrentConfiguration::LongestName && name == name.trimmed() &&
-           xml::IsText(name) && std::none_of(name.begin(), name.end(), [](QChar character) {
-               return Forbidden.contains(character) || character.category() == QChar::Other_Control;
-           });
+    if (!CurrentConfiguration::IsPossibleName(name))
+        throw Refusal(
+            u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
+                name));
+}
+
+/// The history that a file belongs to which no open project has to do with.
+std::optional<embedded::History> HistoryOf(const Arguments& arguments, const CString& path)
+{
+    if (const auto named = FindNamedProject(arguments))
+        return embedded::History(embedded::ProjectFolder(*named));
+    const QFileInfo file(platform::ToNative(path));
+    for (QDir folder(file.absolutePath());; folder = QDir(QFileInfo(folder.path()).path())) {
+        if (embedded::IsProject(folder.path()))
+            return embedded::History(embedded::ProjectFolder(folder.path()));
+        if (folder.isRoot()) return std::nullopt;
+    }
 }
 
 /// How to get the newest copy of a rule file back that can be read; empty when there is none.
@@ -38,6 +55,11 @@ CString WayBack(const CString& path, const embedded::History& history)
     });
     if (readable == entries.end()) return {};
     return u"\n最近一份读得了的历史副本可以这样恢复：ktqdde history restore %1"_s.arg(readable->id);
+}
+
+CString RepeatedText(const shared::RuleFileState& state)
+{
+    return u"%1：%2"_s.arg(platform::ToNative(state.path), state.Describe());
 }
 
 CString InRuleFolder(const CString& name)
@@ -54,20 +76,24 @@ CString ResolvePath(const QString& nativePath)
     return platform::FromNative(nativePath);
 }
 
-CString ResolveRuleFile(const QString& text)
+CString ResolveRuleFile(const QString& text, const CString& ruleFolder)
 {
     if (shared::NamesPath(text)) return ResolvePath(text);
     const CString native = ResolvePath(text);
-    if (!platform::Files().Exists(InRuleFolder(text)) && platform::Files().Exists(native)) return native;
-    return ConfigurationPath(text);
+    const CString configuration = shared::RuleFileIn(ruleFolder, text);
+    if (!platform::Files().Exists(configuration) && platform::Files().Exists(native)) return native;
+    CheckName(text);
+    return configuration;
+}
+
+CString ResolveRuleFile(const QString& text)
+{
+    return ResolveRuleFile(text, store::RuleFolder());
 }
 
 CString ConfigurationPath(const CString& name)
 {
-    if (!IsPossibleName(name))
-        throw Refusal(
-            u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
-                name));
+    CheckName(name);
     return InRuleFolder(name);
 }
 
@@ -94,8 +120,27 @@ void CheckRuleFile(const CString& path)
 void CheckRuleFileIfThere(const CString& path)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    if (state.kind == shared::RuleFileKind::Repeated)
+        throw Refusal(
+            RepeatedText(state) +
+            u"；保存以后读到的会是另一段。请在编辑器中打开它，由编辑器只留第一段，或者手工删去多余的段"_s);
     if (!state.IsSafe())
         throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), state.reason.ToString()));
+}
+
+void CheckForReading(const CString& path)
+{
+    const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    if (state.kind != shared::RuleFileKind::Repeated) return CheckRuleFileIfThere(path);
+    platform::WriteErr(RepeatedText(state) + u'\n');
+}
+
+void CheckReplaceable(const CString& path)
+{
+    const shared::RuleFileState state = shared::ExamineRuleFile(path);
+    using enum shared::RuleFileKind;
+    if (!state.IsSafe() && state.kind != Wrapped && state.kind != Repeated)
+        throw Refusal(u"%1 不是规则文件，不能替换：%2"_s.arg(platform::ToNative(path), state.Describe()));
 }
 
 void KeepAndCheck(const CString& path, embedded::History& history)
@@ -111,7 +156,26 @@ void KeepAndCheck(const CString& path, embedded::History& history)
 CString CurrentFile()
 {
     // Read here and not asked of a presenter: making one already opens the file that is to be checked first.
-    return InRuleFolder(CurrentConfiguration(NvKtDataMng::CProj().GetPrjPath()).Name());
+    const CurrentConfiguration current(NvKtDataMng::CProj().GetPrjPath());
+    current.RequirePossible();
+    return InRuleFolder(current.Name());
+}
+
+embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
+{
+    return {history.Project(), paths, [](const CString& text) { platform::WriteErr(text + u'\n'); }};
+}
+
+std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)
+{
+    const bool isRuleFile = path.endsWith(u".xml"_s, Qt::CaseInsensitive) ||
+                            shared::ExamineRuleFile(path).kind == shared::RuleFileKind::Rules;
+    if (!platform::Files().Exists(path) || !isRuleFile) return std::nullopt;
+    auto history = HistoryOf(arguments, path);
+    if (!history) return std::nullopt;
+    auto lock = LockRuleFiles(*history, {path});
+    history->Keep(path);
+    return lock;
 }
 
 CString NoteOnCurrent(const CString& path)

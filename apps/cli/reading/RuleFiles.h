@@ -2,7 +2,10 @@
 
 #include "cli/reading/Arguments.h"
 #include "embedded/data/history/History.h"
+#include "embedded/data/history/RuleFileLock.h"
 #include "platform/Text.h"
+
+#include <optional>
 
 /// Rule files as the command line names them.
 namespace cli {
@@ -11,6 +14,9 @@ namespace cli {
 /// path; any other is a configuration of the project's rule folder, unless only a file of that native path
 /// exists. Raises `Refusal` for a path that has no path text.
 CString ResolveRuleFile(const QString& text);
+
+/// The same for a project that need not be open, whose rule folder is given.
+CString ResolveRuleFile(const QString& text, const CString& ruleFolder);
 
 /// The path text of a native path. Raises `Refusal` when it has none (a name that holds a backslash).
 CString ResolvePath(const QString& nativePath);
@@ -34,11 +40,31 @@ void CheckRuleFile(const CString& path);
 /// The same, but a file that does not exist is fine, too.
 void CheckRuleFileIfThere(const CString& path);
 
+/// The same for a command that only reads: of a specialty that stands twice in the file standard error is
+/// told, and the command goes on.
+void CheckForReading(const CString& path);
+
+/// Keeps other programs away from rule files, by path text: to be held from the moment a file is looked at
+/// until what comes of it has been written. Says on standard error whom it waits for. Raises
+/// `embedded::Error` as `embedded::RuleFileLock` does.
+embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths);
+
+/// To be called before a command writes something else than its rules over a file, and held until that is
+/// written: a rule file (any that can be read as one, and what ends in ".xml") is locked and kept in the
+/// history of the project that `--project` or the environment names, else of the one in which it lies.
+/// Nothing where there is neither, and for other files. Raises `embedded::Error`.
+std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path);
+
+/// Raises `Refusal` when something stands at the path that is no rule file, wrapped or not: a rule file must
+/// not take the place of notes, settings or databases.
+void CheckReplaceable(const CString& path);
+
 /// To be called before a store is built on a file that it may write: the history gets a copy of what the file
 /// holds, and then `CheckRuleFileIfThere` is asked. A refusal also names the newest copy that can be read.
 void KeepAndCheck(const CString& path, embedded::History& history);
 
-/// The rule file of the project's current configuration. Not looked at.
+/// The rule file of the project's current configuration. Not looked at. Raises `embedded::Error` when the
+/// project's ini names one that cannot be, by which the module would leave the rule folder.
 CString CurrentFile();
 
 /// To be asked after the module was to make `path` the project's current configuration: raises `Refusal` when

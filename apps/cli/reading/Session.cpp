@@ -9,12 +9,19 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-QString NamedProject(const Arguments& arguments)
+std::optional<QString> FindNamedProject(const Arguments& arguments)
 {
     QString folder = arguments.Value(u"project"_s);
     if (folder.isEmpty()) folder = qEnvironmentVariable("KTQDDE_PROJECT");
-    if (folder.isEmpty()) throw UsageError(u"没有指明工程：用 --project DIR 或环境变量 KTQDDE_PROJECT"_s);
+    if (folder.isEmpty()) return std::nullopt;
     return folder;
+}
+
+QString NamedProject(const Arguments& arguments)
+{
+    const auto folder = FindNamedProject(arguments);
+    if (!folder) throw UsageError(u"没有指明工程：用 --project DIR 或环境变量 KTQDDE_PROJECT"_s);
+    return *folder;
 }
 
 Session::Session(const Arguments& arguments) : Session(NamedProject(arguments))

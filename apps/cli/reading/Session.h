@@ -4,11 +4,16 @@
 #include "embedded/data/host/EmbeddedHost.h"
 #include "host/Installation.h"
 
+#include <optional>
+
 namespace cli {
 
 /// The native folder of the project that `--project` or else the environment variable KTQDDE_PROJECT names.
 /// Raises `UsageError` when neither does.
 QString NamedProject(const Arguments& arguments);
+
+/// The same; nothing when neither does.
+std::optional<QString> FindNamedProject(const Arguments& arguments);
 
 /// A project opened on the embedded host, which is installed for as long as this object lives.
 class Session

@@ -27,6 +27,7 @@ bool GoOnWithoutCopy(const embedded::Error& error)
 Project::Project(const QString& nativeFolder)
     : m_folder(QDir::cleanPath(QDir(nativeFolder).absolutePath())), m_host(nativeFolder), m_windows(m_host)
 {
+    embedded::CurrentConfiguration(m_host.ProjectPath()).RequirePossible();
 }
 
 void Project::BecomeHost(QWidget* frame)
@@ -36,7 +37,11 @@ void Project::BecomeHost(QWidget* frame)
     m_files.emplace(
         m_host.History(),
         [folder = embedded::ProjectFolder(m_folder)](const CString& path) { return folder.IsRuleFile(path); },
-        &GoOnWithoutCopy);
+        &GoOnWithoutCopy,
+        embedded::KeepingFiles::Others{
+            [this] { return Spec(); },
+            [this](const CString& path, const embedded::HistoryEntry& copy) { TellWrittenOver(path, copy); },
+            {}});
 }
 
 host::Roles Project::Roles()
@@ -54,6 +59,24 @@ bool Project::KeepCopy(const CString& ruleFile)
     } catch (const platform::FileError&) {
         return false;
     }
+}
+
+std::optional<embedded::RuleFileLock> Project::Lock(const CString& ruleFile)
+{
+    try {
+        return embedded::RuleFileLock(m_host.History().Project(), {ruleFile});
+    } catch (const embedded::Occupied&) {
+        throw;
+    } catch (const embedded::Error&) {
+        return std::nullopt;
+    }
+}
+
+void Project::TellWrittenOver(const CString& ruleFile, const embedded::HistoryEntry& copy)
+{
+    ShowWarning(u"%1\n其间另一个程序也保存了专业“%2”的规则，文件里现在是刚保存的内容；"
+                u"另一个程序保存的那一版留在历史副本中，编号 %3"_s.arg(platform::ToNative(ruleFile), Spec(),
+                                                                       copy.id));
 }
 
 QString Project::Name() const
@@ -130,7 +153,9 @@ CString Project::RuleFolder() const
 // Not asked of a presenter: making one already opens the file, or makes it.
 CString Project::CurrentRuleFile() const
 {
-    const CString name = embedded::CurrentConfiguration(m_host.ProjectPath()).Name();
+    const embedded::CurrentConfiguration current(m_host.ProjectPath());
+    current.RequirePossible();
+    const CString name = current.Name();
     return shared::RuleFileIn(RuleFolder(), name);
 }
 

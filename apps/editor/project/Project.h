@@ -16,7 +16,7 @@ class Project
 {
 public:
     /// Opens a project without installing it yet, so that the former project stays when this one cannot be
-    /// opened. Raises `embedded::Error`.
+    /// opened. Raises `embedded::Error`, also when its current configuration cannot be one.
     explicit Project(const QString& nativeFolder);
 
     /// Installs this host. The former one must have ended. `frame` is the window on which the module centres
@@ -27,8 +27,14 @@ public:
     host::Roles Roles();
 
     /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
-    /// on without. Needs `BecomeHost`.
+    /// on without. Raises `embedded::Occupied` when another program holds the file. Needs `BecomeHost`.
     bool KeepCopy(const CString& ruleFile);
+    /// Keeps other programs from writing a rule file while it is looked at; nothing where the project cannot
+    /// be written at all. Raises `embedded::Occupied` when another program holds the file.
+    std::optional<embedded::RuleFileLock> Lock(const CString& ruleFile);
+    /// Keeps the rule files that a step reads until it has written them, whatever events it handles. Needs
+    /// `BecomeHost`.
+    embedded::KeepingFiles::Step HoldFiles() { return embedded::KeepingFiles::Step(*m_files); }
 
     /// The project's folder, native and absolute, and its last part.
     QString Folder() const { return m_folder; }
@@ -57,12 +63,15 @@ public:
     /// Path text of the folder of the rule files, which may be missing.
     CString RuleFolder() const;
     /// Path text of the current configuration's rule file, which may be missing. Found without opening it.
+    /// Raises `embedded::Error` when the ini names what cannot be one.
     CString CurrentRuleFile() const;
     /// Path texts of the rule files: the current one first, whether it exists or not, then the others by
     /// name.
     CStringArray RuleFiles() const;
 
 private:
+    void TellWrittenOver(const CString& ruleFile, const embedded::HistoryEntry& copy);
+
     QString m_folder;
     embedded::EmbeddedHost m_host;
     embedded::EmbeddedWindows m_windows;

@@ -64,7 +64,9 @@ void MainWindow::NewProject()
     for (bool refused = true; refused;) {
         if (dialog.exec() != QDialog::Accepted) return;
         refused = !RunGuarded([&] {
-            if (MakeProject(dialog.Folder(), dialog.Options())) Open(dialog.Folder());
+            // Without the attribute file all ranges would be open until somebody rebuilds it.
+            if (MakeProject(dialog.Folder(), dialog.Options()) && Open(dialog.Folder()))
+                Steps().RebuildAttributes();
         });
     }
 }

@@ -89,6 +89,7 @@ StepEnd ModuleSteps::Refresh(const CString& ruleFile)
     // The module opens the present configuration and saves it before it turns to the other file.
     const StepEnd asked = AskToOpen(m_project.CurrentRuleFile());
     if (asked != StepEnd::Done) return asked;
+    const auto held = m_project.HoldFiles();
     CString message;
     bool taken = false;
     // Both files are read.
@@ -121,6 +122,7 @@ StepEnd ModuleSteps::WriteHead(const CString& ruleFile)
     const QTemporaryDir folder;
     if (!folder.isValid()) throw platform::FileError(ruleFile, folder.errorString());
     const CString draft = platform::FromNative(folder.filePath(u"draft"_s));
+    const auto held = m_project.HoldFiles();
     bool written = false;
     if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft,
                 [&] { written = WriteHeadTo(ruleFile, target, draft); }, shared::IsLarge(ruleFile)}))
@@ -148,14 +150,28 @@ bool ModuleSteps::WriteHeadTo(const CString& ruleFile, const CString& target, co
 StepEnd ModuleSteps::AskToOpen(const CString& ruleFile)
 {
     shared::RuleFileState state;
+    auto lock = m_project.Lock(ruleFile); // what is half written would look broken
     if (!RunLongStep(m_window, u"正在检查规则文件…"_s, [&](StepControl& control) {
             state = shared::ExamineRuleFile(ruleFile);
             control.Check();
         }))
         return StepEnd::Cancelled;
+    lock.reset();
+    if (state.kind == shared::RuleFileKind::Repeated) return AskToKeepFirst(state);
     const bool mayOpen =
         state.IsSafe() || AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe());
     return mayOpen ? StepEnd::Done : StepEnd::Refused;
+}
+
+StepEnd ModuleSteps::AskToKeepFirst(const shared::RuleFileState& state)
+{
+    if (!AskYesNo(u"%1\n%2；保存以后读到的会是另一段\n文件先留一份历史副本，然后只留第一段"_s.arg(
+            platform::ToNative(state.path), state.Describe())))
+        return StepEnd::Refused;
+    const auto lock = m_project.Lock(state.path);
+    if (!m_project.KeepCopy(state.path)) return StepEnd::Refused;
+    shared::KeepFirstSpecialties(state.path);
+    return StepEnd::Done;
 }
 
 StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)

@@ -197,6 +197,14 @@ std::optional<HistoryEntry> History::Keep(const CString& path)
     return kept;
 }
 
+std::optional<HistoryEntry> History::KeepInAnyCase(const CString& path)
+{
+    if (const auto kept = Store(path)) return kept;
+    const CArray<HistoryEntry> entries = List(path);
+    if (entries.isEmpty() || !platform::Files().Exists(path)) return std::nullopt;
+    return entries.first();
+}
+
 std::optional<HistoryEntry> History::Store(const CString& path)
 {
     if (!platform::Files().Exists(path)) return std::nullopt;

@@ -42,10 +42,17 @@ public:
 
     explicit History(const ProjectFolder& project, Clock clock = QDateTime::currentDateTimeUtc);
 
+    /// The project whose rule files these are.
+    const ProjectFolder& Project() const noexcept { return m_project; }
+
     /// Keeps a copy of a rule file and then removes the oldest copies beyond the limit. Gives the new copy;
     /// nothing when the file does not exist, holds what the last copy holds, or the limit is 0. The file is
     /// not touched.
     std::optional<HistoryEntry> Keep(const CString& path);
+
+    /// The same without regard to the limit, for what is about to be written over unseen. Gives the copy that
+    /// holds what the file holds, be it one that stood there; nothing when the file does not exist.
+    std::optional<HistoryEntry> KeepInAnyCase(const CString& path);
 
     /// The copies of one rule file, or all, the newest first. What in the folder is no copy is passed over.
     CArray<HistoryEntry> List(const CString& path) const;

@@ -1,7 +1,11 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 
+#include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
+#include "xml/Dom.h"
+
+#include <algorithm>
 
 namespace embedded {
 
@@ -29,6 +33,23 @@ CString CurrentConfiguration::Name() const
 bool CurrentConfiguration::Use(const CString& name) const
 {
     return platform::ProfileFile(m_ini).Write(Section, Key, name);
+}
+
+void CurrentConfiguration::RequirePossible() const
+{
+    const CString name = Name();
+    if (IsPossibleName(name)) return;
+    throw Error(
+        u"%1：[%2] 中的 %3“%4”不能用作配置名，请改正"_s.arg(platform::ToNative(m_ini), Section, Key, name));
+}
+
+bool CurrentConfiguration::IsPossibleName(const CString& name)
+{
+    static const CString Forbidden = u"/\\:*?\"<>|"_s;
+    return !name.isEmpty() && name.size() <= LongestName && name == name.trimmed() && xml::IsText(name) &&
+           std::none_of(name.begin(), name.end(), [](QChar character) {
+               return Forbidden.contains(character) || character.category() == QChar::Other_Control;
+           });
 }
 
 CString CurrentConfiguration::DefaultName()

@@ -22,6 +22,15 @@ public:
     /// Stores a name; whether it could be written.
     bool Use(const CString& name) const;
 
+    /// Raises `Error`, naming the ini, when `Name()` cannot be the name of a configuration. The module builds
+    /// a path from whatever stands there, so that a name with a separator leads out of the rule folder: to be
+    /// asked before the module is let at the current configuration.
+    void RequirePossible() const;
+
+    /// Whether a text can name a configuration: it becomes a file name, and the ini must give it back
+    /// unchanged.
+    static bool IsPossibleName(const CString& name);
+
     /// The configuration of a project that has chosen none.
     static CString DefaultName();
 

@@ -1,5 +1,6 @@
 #include "embedded/data/project/RuleNumbers.h"
 
+#include "embedded/data/project/Look.h"
 #include "platform/Files.h"
 #include "xml/Dom.h"
 
@@ -106,6 +107,7 @@ CArray<SQdInfo> RuleNumbers::Find(const CString& baseNumber, const CString& libr
 
 RuleNumbers::File RuleNumbers::Current(const CString& path) const
 {
+    const Look look;
     const QByteArray bytes = platform::Files().Read(path).value_or(QByteArray());
     File former = m_files.value(path);
     if (former.bytes == bytes) return former;

@@ -201,3 +201,12 @@ TEST_F(FileVerbs, PipesAndDevicesAreNoRuleFiles)
         EXPECT_TRUE(outcome.Err().contains(u"普通文件"_s)) << outcome.err.toStdString();
     }
 }
+
+TEST_F(FileVerbs, NewProjectHasTheAttributeFileThatARebuildMakes)
+{
+    const QString file = u"project\\app\\AttrConfig.xml"_s;
+    const QByteArray made = m_cli.Folder().ReadFile(file);
+    EXPECT_FALSE(made.isEmpty());
+    ASSERT_EQ(m_cli.RunInProject({u"attr-config"_s}).status, 0);
+    EXPECT_EQ(m_cli.Folder().ReadFile(file), made);
+}

@@ -1,5 +1,7 @@
 #include "cli/CliTesting.h"
 
+#include <QtCore/QFile>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -101,15 +103,17 @@ TEST_F(HistoryVerb, UnreadableFileIsReportedWithTheWayBackToTheNewestReadableCop
 
 TEST_F(HistoryVerb, FilesThatABatchNamesAreKept)
 {
-    m_cli.Folder().WriteFile(u"甲.xml"_s, "<old/>");
-    m_cli.Folder().WriteFile(u"乙.xml"_s, "<older/>");
+    const QByteArray old = "<自动套清单定额配置信息/>";
+    const QByteArray older = "<自动套清单定额配置信息 Version=\"0.0.1\"/>";
+    m_cli.Folder().WriteFile(u"甲.xml"_s, old);
+    m_cli.Folder().WriteFile(u"乙.xml"_s, older);
     EXPECT_EQ(m_cli
                   .Batch("{\"op\":\"SaveAs\",\"file\":\"./甲.xml\"}\n"
                          "{\"op\":\"NewFile\",\"file\":\"./乙.xml\"}\n")
                   .status,
               0);
-    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./甲.xml"_s}).value(0)), "<old/>");
-    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./乙.xml"_s}).value(0)), "<older/>");
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./甲.xml"_s}).value(0)), QString::fromUtf8(old));
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./乙.xml"_s}).value(0)), QString::fromUtf8(older));
 }
 
 TEST_F(HistoryVerb, EveryVerbThatMayWriteKeepsTheFileFirst)
@@ -191,4 +195,49 @@ TEST_F(HistoryVerb, WrongWordsAndUnknownCopiesAreRefused)
         EXPECT_EQ(outcome.status, 1);
         EXPECT_TRUE(outcome.Err().contains(u"0000000"_s));
     }
+}
+
+TEST_F(HistoryVerb, WorksWithoutTheDatabases)
+{
+    m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample());
+    ASSERT_EQ(m_cli.Batch("{\"op\":\"Save\"}\n").status, 0);
+    m_cli.Folder().WriteFile(u"project\\project.ktqd"_s, "<rules/>");
+    m_cli.Folder().WriteFile(u"project\\app\\catalogue.db"_s, "<rules/>");
+    ASSERT_EQ(m_cli.RunInProject({u"show"_s}).status, 1);
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"DefaultConfig"_s}).last()), QString::fromUtf8(Cli::Sample()));
+    EXPECT_EQ(History({u"restore"_s, u"last"_s}).status, 0);
+}
+
+TEST_F(HistoryVerb, CurrentConfigurationThatLeavesTheRuleFolderIsRefusedByEveryVerb)
+{
+    m_cli.Folder().WriteFile(u"project\\SysRegedit.ini"_s,
+                             "[QdDeConfigInfo]\r\nConfigName=..\\..\\..\\victim\r\n");
+    for (const QStringList& words : QList<QStringList>{{u"show"_s},
+                                                       {u"batch"_s, u"-"_s},
+                                                       {u"new"_s, u"a"_s},
+                                                       {u"save-as"_s, u"a"_s},
+                                                       {u"load"_s, u"a"_s},
+                                                       {u"refresh"_s, u"a"_s}}) {
+        m_cli.Folder().WriteFile(Cli::RuleFile(u"a"_s), Cli::Sample());
+        QStringList forced = words;
+        if (words[0] == u"new" || words[0] == u"save-as") forced.append(u"--force"_s);
+        const test::Outcome outcome = m_cli.RunInProject(forced);
+        EXPECT_EQ(outcome.status, 1) << words[0].toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"ConfigName"_s)) << outcome.err.toStdString();
+    }
+    EXPECT_FALSE(QFile::exists(m_cli.Folder().Native(u"victim.xml"_s)));
+}
+
+TEST_F(HistoryVerb, SpecialtyThatStandsTwiceIsRefusedForWorkAndShownWithAWord)
+{
+    QByteArray twice = Cli::Sample();
+    twice.replace("</自动套清单定额配置信息>", "<给排水 id=\"1\" name=\"给排水\"/></自动套清单定额配置信息>");
+    m_cli.Folder().WriteFile(Cli::RuleFile(), twice);
+    const test::Outcome refused = m_cli.Batch("{\"op\":\"Save\"}\n");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(refused.Err().contains(u"专业“给排水”在文件中不止一段"_s)) << refused.err.toStdString();
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile()), twice);
+    const test::Outcome shown = m_cli.RunInProject({u"show"_s});
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_TRUE(shown.Err().contains(u"不止一段"_s));
 }

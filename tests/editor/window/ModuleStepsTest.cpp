@@ -198,3 +198,18 @@ TEST_F(RuleFileSteps, RefusedRefreshTellsTheReasonAndKeepsTheCurrentFile)
     EXPECT_THAT(m_messages.Texts()[0].toStdString(), HasSubstr("第 2 行第 "));
     EXPECT_EQ(m_window.OpenedProject()->CurrentRuleFile(), m_folder.Path(CurrentFile));
 }
+
+TEST_F(RuleFileSteps, SpecialtyThatStandsTwiceIsLeftOnceAfterAQuestion)
+{
+    QByteArray twice = m_folder.ReadFile(CurrentFile);
+    twice.replace("</自动套清单定额配置信息>", "<again name=\"给排水\"/></自动套清单定额配置信息>");
+    m_folder.WriteFile(CurrentFile, twice);
+    m_messages.PresetAnswer(platform::Answer::Yes);
+    const test::NextWindows user({[](QDialog& window) { window.close(); }});
+    m_window.Commands().configure->trigger();
+    ASSERT_TRUE(user.Done());
+    EXPECT_FALSE(m_folder.ReadFile(CurrentFile).contains("<again"));
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(history.Read(Copies().last()), twice);
+}

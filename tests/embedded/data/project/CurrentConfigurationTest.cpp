@@ -1,5 +1,6 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 
+#include "embedded/data/sqlite/Error.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
@@ -44,4 +45,15 @@ TEST_F(CurrentConfigurationTest, NamesAreCutAtTheLongestThatTheEntryGivesBack)
     EXPECT_EQ(m_current.Name(), longest);
     ASSERT_TRUE(m_current.Use(longest + u'b'));
     EXPECT_EQ(m_current.Name(), longest);
+}
+
+TEST_F(CurrentConfigurationTest, NameThatLeavesTheRuleFolderIsRefused)
+{
+    EXPECT_NO_THROW(m_current.RequirePossible());
+    for (const QByteArray name : {"..\\..\\victim", "../victim", "c:victim", "a*"}) {
+        WriteIni("[QdDeConfigInfo]\nConfigName=" + name + "\n");
+        EXPECT_THROW(m_current.RequirePossible(), embedded::Error) << name.constData();
+    }
+    WriteIni("[QdDeConfigInfo]\nConfigName=夏季\n");
+    EXPECT_NO_THROW(m_current.RequirePossible());
 }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "embedded/data/project/ProjectFolder.h"
+#include "embedded/data/sqlite/Error.h"
+#include "platform/Text.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QLockFile;
+
+namespace embedded {
+
+/// Another program holds a rule file. The text says which.
+class Occupied : public Error
+{
+public:
+    using Error::Error;
+    ~Occupied() override;
+};
+
+/// Keeps the other programs away from rule files for as long as it lives. A save of the module loads a file,
+/// changes one specialty in it and writes it back, so two programs that do so at once lose what the first of
+/// them wrote, or tear the file. Every program of this host therefore takes this around keeping a copy,
+/// loading and writing. Reading alone needs none.
+///
+/// The mark is a small file in "history\locks" of the project; for a rule file outside the project it stands
+/// beside that, where other projects see it, too. It is gone with this object; that of a program that has
+/// died is taken over. What this process holds already is not waited for: the locks of one process share it.
+class RuleFileLock
+{
+public:
+    /// Told once, when another program has been holding a file for a moment: who it is.
+    using Word = std::function<void(const CString& text)>;
+
+    /// Takes the files of those path texts, whether they exist or not, each once however often and by
+    /// whatever links it is named. Waits while another program holds one: ten seconds, or as many as the
+    /// environment variable KTQDDE_LOCK_WAIT says. Raises `Occupied` when that is over, and another
+    /// `Error` at once where no mark can be written; nothing is held then.
+    RuleFileLock(const ProjectFolder& project, const CStringArray& paths, const Word& word = {});
+    ~RuleFileLock();
+    RuleFileLock(RuleFileLock&&) noexcept;
+    RuleFileLock& operator=(RuleFileLock&&) noexcept;
+
+private:
+    std::vector<std::shared_ptr<QLockFile>> m_marks;
+};
+
+} // namespace embedded

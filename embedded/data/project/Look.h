@@ -1,0 +1,19 @@
+#pragma once
+
+namespace embedded {
+
+/// While one lives, files are read on this thread to be looked at, and nothing is worked on or written from
+/// what is read. So such a read keeps no other program away and does not count as having seen what another
+/// program wrote.
+class Look
+{
+public:
+    Look() noexcept;
+    ~Look();
+    Look(const Look&) = delete;
+    Look& operator=(const Look&) = delete;
+
+    static bool IsUnderWay() noexcept;
+};
+
+} // namespace embedded
