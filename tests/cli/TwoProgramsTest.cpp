@@ -4,6 +4,7 @@
 #include "support/Patience.h"
 #include "support/StrictXml.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 #include <QtCore/QDir>
 #include <QtCore/QFile>

@@ -18,7 +18,7 @@ class KeepingFiles::Output : public platform::OutputFile
 {
 public:
     Output(std::unique_ptr<platform::OutputFile> file, CString path, KeepingFiles& files)
-        : m_file(std::move(file)), m_path(std::move(path)), m_files(files), m_step(files)
+        : m_file(std::move(file)), m_path(std::move(path)), m_files(files), m_part(files)
     {
     }
     ~Output() override
@@ -71,10 +71,16 @@ private:
     std::unique_ptr<platform::OutputFile> m_file;
     CString m_path;
     KeepingFiles& m_files;
-    Step m_step;
+    Part m_part;
 };
 
 KeepingFiles::Step::~Step()
+{
+    --m_files.m_running;
+    m_files.Release();
+}
+
+KeepingFiles::Part::~Part()
 {
     if (--m_files.m_running == 0 && !m_files.m_work.empty()) m_files.ReleaseLater();
 }
@@ -139,7 +145,7 @@ void KeepingFiles::Lock(const CString& path, Work& work)
 /// Everything that comes before a file is changed. Raises `platform::FileError`.
 void KeepingFiles::Prepare(const CString& path)
 {
-    const Step asking(*this); // a question handles events
+    const Part asking(*this); // a question handles events
     Work& work = m_work[path];
     work.isWriting = true;
     const bool isLate = !work.lock;
@@ -200,7 +206,7 @@ void KeepingFiles::ReleaseLater()
 void KeepingFiles::Release()
 {
     m_releases = false;
-    if (m_running > 0) return; // its end asks again
+    if (m_running > 0) return; // the end of what runs asks again
     for (const auto& [path, work] : m_work)
         if (work.isRead && !work.isWriting) m_known[path].Know(work.read);
     m_work.clear();

@@ -58,7 +58,7 @@ public:
     void Keep(const CString& path);
 
     /// While one lives, returning to the event loop gives no lock back: for a step that handles events
-    /// between reading and writing.
+    /// between reading and writing. Its end gives them back.
     class Step
     {
     public:
@@ -80,6 +80,19 @@ public:
 
 private:
     class Output;
+
+    /// The same for what is a part of a step: the rest of it may still write what it has read.
+    class Part
+    {
+    public:
+        explicit Part(KeepingFiles& files) : m_files(files) { ++m_files.m_running; }
+        ~Part();
+        Part(const Part&) = delete;
+        Part& operator=(const Part&) = delete;
+
+    private:
+        KeepingFiles& m_files;
+    };
 
     /// From the reading of a file to its writing.
     struct Work

@@ -112,8 +112,8 @@ TEST_F(HistoryVerb, FilesThatABatchNamesAreKept)
                          "{\"op\":\"NewFile\",\"file\":\"./乙.xml\"}\n")
                   .status,
               0);
-    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./甲.xml"_s}).value(0)), QString::fromUtf8(old));
-    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./乙.xml"_s}).value(0)), QString::fromUtf8(older));
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./甲.xml"_s}).value(0)), old);
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"./乙.xml"_s}).value(0)), older);
 }
 
 TEST_F(HistoryVerb, EveryVerbThatMayWriteKeepsTheFileFirst)
@@ -204,7 +204,7 @@ TEST_F(HistoryVerb, WorksWithoutTheDatabases)
     m_cli.Folder().WriteFile(u"project\\project.ktqd"_s, "<rules/>");
     m_cli.Folder().WriteFile(u"project\\app\\catalogue.db"_s, "<rules/>");
     ASSERT_EQ(m_cli.RunInProject({u"show"_s}).status, 1);
-    EXPECT_EQ(Shown(Ids({u"--config"_s, u"DefaultConfig"_s}).last()), QString::fromUtf8(Cli::Sample()));
+    EXPECT_EQ(Shown(Ids({u"--config"_s, u"DefaultConfig"_s}).last()), Cli::Sample());
     EXPECT_EQ(History({u"restore"_s, u"last"_s}).status, 0);
 }
 

@@ -109,6 +109,7 @@ TEST_F(Wrap, WriteHeadOfAReadOnlyFileIsRefusedAndLeavesIt)
 TEST_F(Wrap, RuleFileThatUnwrapReplacesHasACopy)
 {
     WriteHead(u"rules.xml"_s);
+    m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
     m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample());
     const QString target = m_cli.Folder().Native(Cli::RuleFile());
     const QStringList words{u"unwrap"_s, u"rules.xml"_s, u"-o"_s, target, u"--force"_s};
