@@ -48,8 +48,12 @@ bool KeepsItsKeys(const QWidget* focused)
 } // namespace
 
 CAutoConfigDlg::CAutoConfigDlg(const CString& configFile, CWnd* parent)
-    : TemplateDialog(dialogs::templates::AutoConfig(), parent),
-      m_presenter(std::make_unique<CQdDeConfigPresenter>(configFile))
+    : CAutoConfigDlg(std::make_unique<CQdDeConfigPresenter>(configFile), parent)
+{
+}
+
+CAutoConfigDlg::CAutoConfigDlg(std::unique_ptr<CQdDeConfigPresenter> presenter, CWnd* parent)
+    : TemplateDialog(dialogs::templates::AutoConfig(), parent), m_presenter(std::move(presenter))
 {
     m_billPicker.SetShowGetQdNumDlg(false);
     EnterEvents();

@@ -59,6 +59,9 @@ public:
     ~CAutoConfigDlg() override;
 
 protected:
+    /// The same over a presenter that is there already.
+    explicit CAutoConfigDlg(std::unique_ptr<CQdDeConfigPresenter> presenter, CWnd* parent = nullptr);
+
     /// Binds the controls to the members.
     void DoDataExchange(dialogs::DataExchange& exchange) override;
     /// Ends with the focus on the first button, so that no key acts on a rule before the user has chosen one.
