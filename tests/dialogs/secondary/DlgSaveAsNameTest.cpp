@@ -93,6 +93,16 @@ TEST_F(DlgSaveAsTest, SaveAsModeAsksForTheCurrentFileAsForAnyOther)
     ExpectChosen(dialog, PathOf(u"abc.xml"_s));
 }
 
+TEST_F(DlgSaveAsTest, SaveAsModeDoesNotProtectAFileThatItIsToldIsTheCurrentOne)
+{
+    AddFiles({u"abc"_s});
+    m_guard.Messages().PresetAnswer(platform::Answer::Yes);
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, PathOf(u"abc.xml"_s));
+    SaveUnder(dialog, u"abc"_s);
+    ExpectOnlyMessage(MessageKind::Question, OverwriteText);
+    ExpectChosen(dialog, PathOf(u"abc.xml"_s));
+}
+
 TEST_F(DlgSaveAsTest, NewModeAsksBeforeAnotherFileIsOverwritten)
 {
     AddFiles({u"abc"_s, u"current"_s});
