@@ -1,5 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include <QtGui/QAccessible>
+
 using namespace test::autoconfig;
 
 // The value panel: building, replacing and removing the conditions of a rule.
@@ -90,6 +92,18 @@ TEST_F(AutoConfigConditions, EachPageShowsItsOwnCombosAndKeepsTheTexts)
     SelectPage(1);
     EXPECT_EQ(TextOf(LowerBound), u"1"_s);
     EXPECT_EQ(TextOf(UpperBound), u"2"_s);
+}
+
+TEST_F(AutoConfigConditions, AttributeThatAssistiveTechnologySelectsIsTheOneOfTheCondition)
+{
+    Open();
+    SelectAttribute(u"材质"_s);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_dialog->GetDlgItem(Attributes));
+    list->child(1)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), (CStringArray{u"DN15"_s, u"DN20"_s, u"DN25"_s}));
+    TypeInto(ValueCombo, u"DN20"_s);
+    Press(AddConditionButton);
+    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN20"_s});
 }
 
 TEST_F(AutoConfigConditions, EmptyValueIsRefusedWithoutAWord)
