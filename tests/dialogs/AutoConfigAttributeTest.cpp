@@ -220,6 +220,23 @@ TEST_F(AutoConfigAttributes, LowerBoundScrollsAndTheUpperOneTakesNoMoreThanItsFi
     EXPECT_GT(width(TextOf(UpperBound) + u"88"_s), field.width() - 10);
 }
 
+TEST_F(AutoConfigAttributes, LongerTextPastedIntoTheUpperBoundIsTakenAsFarAsThereIsRoom)
+{
+    Open();
+    SelectPage(1);
+    TypeInto(UpperBound, CString(40, u'8'));
+    const CString full = TextOf(UpperBound);
+    TypeInto(UpperBound, u"12"_s);
+    QLineEdit& edit = *m_dialog->Item<CTTComboBox>(UpperBound).lineEdit();
+    edit.setCursorPosition(1);
+    edit.insert(CString(40, u'8')); // as a paste does
+    EXPECT_EQ(edit.text(), u"1"_s + CString(full.size() - 2, u'8') + u"2"_s);
+    EXPECT_EQ(edit.cursorPosition(), edit.text().size() - 1);
+    const CString before = edit.text();
+    edit.insert(u"8"_s); // nothing more has room
+    EXPECT_EQ(edit.text(), before);
+}
+
 TEST_F(AutoConfigAttributes, UpperBoundThatALargerFontMadeTooWideCanBeShortenedButNotLengthened)
 {
     Open();
