@@ -9,9 +9,28 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace embedded {
+
+namespace {
+
+/// The text with a place for a line break behind every character. A path has none of its own, so that a long
+/// one would stand out of its window.
+CString Breakable(const CString& text)
+{
+    constexpr QChar BreakHere(0x200B);
+    CString result;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        result += text.at(at);
+        if (!text.at(at).isHighSurrogate()) result += BreakHere;
+    }
+    return result;
+}
+
+} // namespace
 
 NameConflictDialog::NameConflictDialog(const CString& folder, const CString& name, QWidget* parent)
     : QDialog(parent), m_folder(folder), m_name(new QLineEdit(FreeTemplateName(folder, name), this)),
@@ -21,8 +40,9 @@ NameConflictDialog::NameConflictDialog(const CString& folder, const CString& nam
     auto* text = new QLabel(this);
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
-    text->setText(u"“%1”已存在于文件夹 %2。\n覆盖时，原文件会另存为带日期的备份。"_s.arg(
-        name, platform::ToNative(folder)));
+    const CString sentence = u"“%1”已存在于文件夹 %2。\n覆盖时，原文件会另存为带日期的备份。"_s;
+    text->setText(sentence.arg(Breakable(name), Breakable(platform::ToNative(folder))));
+    text->setAccessibleName(sentence.arg(name, platform::ToNative(folder)));
     auto* label = new QLabel(u"新名称(&N):"_s, this);
     label->setBuddy(m_name);
     m_name->setAccessibleName(u"新名称"_s);
@@ -35,9 +55,12 @@ NameConflictDialog::NameConflictDialog(const CString& folder, const CString& nam
         layout->addWidget(widget);
     MakeButtons();
     constexpr int WidthInLines = 28;
-    resize(WidthInLines * fontMetrics().height(), 0);
     connect(m_name, &QLineEdit::textChanged, this, [this] { Check(); });
     Check();
+    ensurePolished();
+    // As high as the lines need into which the path breaks at that width.
+    const int width = std::max(WidthInLines * fontMetrics().height(), layout->totalMinimumSize().width());
+    resize(width, layout->totalHeightForWidth(width));
 }
 
 NameConflictDialog::~NameConflictDialog() = default;

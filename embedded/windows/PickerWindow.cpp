@@ -4,6 +4,7 @@
 #include "embedded/windows/ItemPane.h"
 #include "embedded/windows/WindowPlacement.h"
 #include "host/UserMessage.h"
+#include "widgets/WindowFrame.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QPointer>
@@ -96,20 +97,34 @@ void PickerWindow::EnableContent(bool enable)
     m_pickButtons->setEnabled(enable);
 }
 
-void PickerWindow::PlaceBesideWindow(const QWidget& neighbour)
+void PickerWindow::PlaceBesideWindow(QWidget& neighbour)
 {
-    const QMargins beside = FrameOf(neighbour);
+    Place(neighbour);
+    if (!widgets::FrameOf(*this).isNull()) return;
+    widgets::WhenFrameIsKnown(*this, [this, beside = QPointer(&neighbour)] {
+        if (beside) Place(*beside);
+    });
+}
+
+void PickerWindow::Place(QWidget& neighbour)
+{
+    const QMargins beside = widgets::FrameOf(neighbour);
     // A window that is just coming up does not know its frame yet. It will be like that of its neighbour.
-    const QMargins known = FrameOf(*this);
+    const QMargins known = widgets::FrameOf(*this);
     const QMargins frame = known.isNull() ? beside : known;
+    // A size that a former place allowed is not the one that was wanted.
+    if (size() != m_placed) m_wanted = size();
     const int narrowest = std::max(NarrowestInLines * fontMetrics().height(), minimumSizeHint().width());
-    const QRect place =
-        PlaceBeside(neighbour.window()->geometry().marginsAdded(beside), size().grownBy(frame),
+    const QRect stands = widgets::OuterGeometry(neighbour);
+    const WindowPlaces places =
+        PlaceBeside(stands, m_wanted.expandedTo(minimumSizeHint()).grownBy(frame),
                     narrowest + frame.left() + frame.right(), neighbour.screen()->availableGeometry());
-    resize(place.size().shrunkBy(frame));
-    move(place.topLeft());
-    // And while it does not, `move` would put its title above the place.
-    if (windowHandle() != nullptr) windowHandle()->setFramePosition(place.topLeft());
+    const QPoint way = places.neighbour.topLeft() - stands.topLeft();
+    if (QWindow* window = neighbour.window()->windowHandle(); window != nullptr && !way.isNull())
+        window->setPosition(window->position() + way);
+    resize(places.window.size().shrunkBy(frame));
+    m_placed = size();
+    widgets::MoveFrameTo(*this, places.window.topLeft());
 }
 
 void PickerWindow::hideEvent(QHideEvent* event)
@@ -120,7 +135,7 @@ void PickerWindow::hideEvent(QHideEvent* event)
 
 void PickerWindow::Remember()
 {
-    m_memory->size = size();
+    m_memory->size = size() == m_placed ? m_wanted : size();
     m_memory->chapters = m_chapterSplitter->saveState();
     m_memory->lists = m_lists->saveState();
 }

@@ -4,6 +4,7 @@
 #include "embedded/windows/ItemModel.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QSize>
 #include <QtWidgets/QDialog>
 
 #include <initializer_list>
@@ -42,9 +43,10 @@ public:
     void SelectChapter(const CString& key);
     /// Enables everything but the close button.
     void EnableContent(bool enable);
-    /// Places the window at the right of another, or at its left when there is no room. Becomes narrower
-    /// rather than covering the other one.
-    void PlaceBesideWindow(const QWidget& neighbour);
+    /// Places the window at the right of another, or at its left when there is no room. The other one makes
+    /// way, and this one becomes narrower, rather than that it covers the other. The size that a person gave
+    /// it comes back where there is room for it.
+    void PlaceBesideWindow(QWidget& neighbour);
 
 protected:
     void hideEvent(QHideEvent* event) override;
@@ -64,6 +66,7 @@ protected:
     void Send(int code, const void* record);
 
 private:
+    void Place(QWidget& neighbour);
     void ShowChapter();
     void Remember();
 
@@ -76,6 +79,8 @@ private:
     ItemPane* m_mainPane;
     QWidget* m_pickButtons;
     QHBoxLayout* m_buttonLine;
+    QSize m_wanted; ///< as it was before it was placed
+    QSize m_placed; ///< as the last place allowed
 };
 
 } // namespace embedded

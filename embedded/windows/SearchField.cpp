@@ -1,5 +1,7 @@
 #include "embedded/windows/SearchField.h"
 
+#include "widgets/LineColour.h"
+
 #include <QtCore/QCoreApplication>
 #include <QtGui/QKeyEvent>
 
@@ -11,6 +13,23 @@ SearchField::SearchField(QWidget& list, QWidget* parent) : QLineEdit(parent), m_
 {
     setClearButtonEnabled(true);
     setPlaceholderText(u"编号或名称，多个词用空格隔开"_s);
+    ColourHint();
+}
+
+// What the toolkit takes for hints can hardly be read in dark palettes.
+void SearchField::ColourHint()
+{
+    QPalette colours = palette();
+    const QColor wanted = widgets::HintColour(colours);
+    if (colours.color(QPalette::PlaceholderText) == wanted) return;
+    colours.setColor(QPalette::PlaceholderText, wanted);
+    setPalette(colours);
+}
+
+void SearchField::changeEvent(QEvent* event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ColourHint();
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event)

@@ -16,8 +16,11 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void ColourHint();
+
     QWidget& m_list;
 };
 

@@ -1,32 +1,29 @@
 #include "embedded/windows/WindowPlacement.h"
 
-#include <QtGui/QWindow>
-#include <QtWidgets/QWidget>
-
 #include <algorithm>
 
 namespace embedded {
 
-QMargins FrameOf(const QWidget& widget)
+WindowPlaces PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen)
 {
-    const QWindow* window = widget.window()->windowHandle();
-    return window == nullptr ? QMargins() : window->frameMargins();
-}
-
-QRect PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen)
-{
-    const int rightOfNeighbour = neighbour.x() + neighbour.width();
-    const int roomAtRight = screen.x() + screen.width() - rightOfNeighbour;
-    const int roomAtLeft = neighbour.x() - screen.x();
-    QSize fitting = size.boundedTo(screen.size());
-    const bool atRight = roomAtRight >= fitting.width() || roomAtRight >= roomAtLeft;
-    const int room = std::max(atRight ? roomAtRight : roomAtLeft, narrowest);
-    fitting.setWidth(std::min(fitting.width(), room));
-    const int rightmost = screen.x() + screen.width() - fitting.width();
-    const int lowest = screen.y() + screen.height() - fitting.height();
-    const int x = atRight ? rightOfNeighbour : neighbour.x() - fitting.width();
-    return {QPoint(std::clamp(x, screen.x(), rightmost), std::clamp(neighbour.y(), screen.y(), lowest)),
-            fitting};
+    const int screenEnd = screen.x() + screen.width();
+    const auto roomAtRight = [&](const QRect& other) { return screenEnd - other.x() - other.width(); };
+    WindowPlaces places{QRect({0, 0}, size.boundedTo(screen.size())), neighbour};
+    QRect& window = places.window;
+    const bool atLeft =
+        roomAtRight(neighbour) < window.width() && neighbour.x() - screen.x() >= window.width();
+    if (!atLeft) {
+        const int room = std::max(screen.width() - neighbour.width(), narrowest);
+        window.setWidth(std::min(window.width(), std::max(room, roomAtRight(neighbour))));
+        const int missing = std::max(window.width() - roomAtRight(neighbour), 0);
+        const int madeWay = std::max(neighbour.x() - missing, screen.x());
+        places.neighbour.moveLeft(std::min(neighbour.x(), madeWay));
+    }
+    const int x = atLeft ? neighbour.x() - window.width() : screenEnd - roomAtRight(places.neighbour);
+    const int rightmost = std::max(screenEnd - window.width(), screen.x());
+    const int lowest = std::max(screen.y() + screen.height() - window.height(), screen.y());
+    window.moveTopLeft({std::clamp(x, screen.x(), rightmost), std::clamp(neighbour.y(), screen.y(), lowest)});
+    return places;
 }
 
 } // namespace embedded

@@ -13,7 +13,9 @@
 #include "widgets/ListControls.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TreeControl.h"
+#include "widgets/WindowFrame.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QSessionManager>
 #include <QtGui/QShortcut>
@@ -48,8 +50,12 @@ bool KeepsItsKeys(const QWidget* focused)
 } // namespace
 
 CAutoConfigDlg::CAutoConfigDlg(const CString& configFile, CWnd* parent)
-    : TemplateDialog(dialogs::templates::AutoConfig(), parent),
-      m_presenter(std::make_unique<CQdDeConfigPresenter>(configFile))
+    : CAutoConfigDlg(std::make_unique<CQdDeConfigPresenter>(configFile), parent)
+{
+}
+
+CAutoConfigDlg::CAutoConfigDlg(std::unique_ptr<CQdDeConfigPresenter> presenter, CWnd* parent)
+    : TemplateDialog(dialogs::templates::AutoConfig(), parent), m_presenter(std::move(presenter))
 {
     m_billPicker.SetShowGetQdNumDlg(false);
     EnterEvents();
@@ -174,10 +180,19 @@ void CAutoConfigDlg::CenterOnMainFrame()
     const CWnd* frame = acedGetAcadFrame();
     if (frame == nullptr) return;
     create(); // before that the window has no frame that could be measured
-    const CRect outer = frame->window()->frameGeometry();
-    const CRect own = frameGeometry();
-    move(outer.width() / 2 - own.width() / 2 + outer.left(),
-         outer.height() / 2 - own.height() / 2 + outer.top());
+    MoveToMiddleOf(*frame);
+    if (!widgets::FrameOf(*this).isNull()) return;
+    widgets::WhenFrameIsKnown(*this, [this, mainFrame = QPointer<const CWnd>(frame)] {
+        if (mainFrame) MoveToMiddleOf(*mainFrame);
+    });
+}
+
+// While the dialog's own frame is not known it is taken for one like that of the main frame.
+void CAutoConfigDlg::MoveToMiddleOf(const CWnd& mainFrame)
+{
+    const QMargins own = widgets::FrameOf(*this);
+    const QMargins frame = own.isNull() ? widgets::FrameOf(mainFrame) : own;
+    widgets::MoveFrameTo(*this, widgets::CentredOn(widgets::OuterGeometry(mainFrame), size().grownBy(frame)));
 }
 
 void CAutoConfigDlg::CreateGrid()

@@ -59,6 +59,9 @@ public:
     ~CAutoConfigDlg() override;
 
 protected:
+    /// The same over a presenter that is there already.
+    explicit CAutoConfigDlg(std::unique_ptr<CQdDeConfigPresenter> presenter, CWnd* parent = nullptr);
+
     /// Binds the controls to the members.
     void DoDataExchange(dialogs::DataExchange& exchange) override;
     /// Ends with the focus on the first button, so that no key acts on a rule before the user has chosen one.
@@ -96,6 +99,7 @@ private:
     void EnterShortcuts();
     void AddShortcut(const QKeySequence& keys, QWidget* place, Qt::ShortcutContext context, int command);
     void CenterOnMainFrame();
+    void MoveToMiddleOf(const CWnd& mainFrame);
     void CreateGrid();
     void SetUpRuleList();
     /// Scales the columns of the rule list with the font, from the widths that the user gave them.

@@ -57,6 +57,12 @@ CQdDeConfigPresenter::CQdDeConfigPresenter(const CString& filePath)
     m_ruleStore = ruleStore.release();
 }
 
+CQdDeConfigPresenter::CQdDeConfigPresenter(std::unique_ptr<IQdDeConfigData> ruleStore,
+                                           std::unique_ptr<CXmlAttrConfig> attributeStore)
+    : m_ruleStore(ruleStore.release()), m_attributeStore(attributeStore.release())
+{
+}
+
 CQdDeConfigPresenter::~CQdDeConfigPresenter()
 {
     delete m_ruleStore;

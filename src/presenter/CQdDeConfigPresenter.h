@@ -5,6 +5,7 @@
 #include "store/IQdDeConfigData.h"
 
 #include <map>
+#include <memory>
 #include <set>
 #include <vector>
 
@@ -19,6 +20,9 @@ public:
     /// configuration; the rule folder is then created if it is missing. Failures in opening show only in what
     /// follows (see `CXmlQdDeConfig`).
     explicit CQdDeConfigPresenter(const CString& filePath);
+    /// Works on stores that are open already, and owns them from now on. Neither may be null.
+    CQdDeConfigPresenter(std::unique_ptr<IQdDeConfigData> ruleStore,
+                         std::unique_ptr<CXmlAttrConfig> attributeStore);
     /// Destroys the stores; saves nothing.
     ~CQdDeConfigPresenter();
     CQdDeConfigPresenter(const CQdDeConfigPresenter&) = delete;

@@ -16,7 +16,10 @@ ListBox::ListBox(QWidget* parent) : QListWidget(parent)
 
 void ListBox::OnSelected(std::function<void()> handler)
 {
-    connect(this, &QListWidget::itemSelectionChanged, this, std::move(handler));
+    // Assistive technology takes one selection away before it makes another.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this, handler = std::move(handler)] {
+        if (!selectedItems().isEmpty()) handler();
+    });
 }
 
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index,

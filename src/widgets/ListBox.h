@@ -13,9 +13,10 @@ class ListBox : public QListWidget
 public:
     explicit ListBox(QWidget* parent = nullptr);
 
-    /// Runs `handler` after another entry has been selected, once per handler that was given. The base tells
-    /// of selections from code, too, unless the signals of the list are blocked as `SetCurSel` does.
-    virtual void OnSelected(std::function<void()> handler);
+    /// Runs `handler` after another entry has been selected, once per handler that was given: by mouse, keys
+    /// or assistive technology, and from code unless that blocks the signals of the list, as `SetCurSel`
+    /// does.
+    void OnSelected(std::function<void()> handler);
 
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,

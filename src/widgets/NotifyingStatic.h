@@ -8,7 +8,7 @@
 namespace widgets {
 
 /// A text that can be clicked like a link. The keyboard reaches it too: Tab gives it the focus, Space or
-/// Enter clicks it.
+/// Enter clicks it. So does assistive technology, to which it is a link.
 class NotifyingStatic : public QLabel
 {
 public:
@@ -16,6 +16,8 @@ public:
 
     /// Runs `handler` at every click.
     void OnClicked(std::function<void()> handler) { m_clicked = std::move(handler); }
+    /// Clicks it.
+    void Click();
 
 protected:
     void mouseReleaseEvent(QMouseEvent* event) override;

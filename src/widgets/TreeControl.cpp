@@ -1,5 +1,6 @@
 #include "widgets/TreeControl.h"
 
+#include "widgets/LineColour.h"
 #include "widgets/LineDelegate.h"
 #include "widgets/UserSelection.h"
 
@@ -95,6 +96,28 @@ QItemSelectionModel::SelectionFlags TreeControl::selectionCommand(const QModelIn
 {
     if (!index.isValid()) return QItemSelectionModel::NoUpdate;
     return WithoutDeselection(QTreeWidget::selectionCommand(index, event));
+}
+
+// Not every style of the toolkit has lines. The one of an item goes down from above to its height, to the
+// right from there, and down again while there is a next item; those of its ancestors pass by.
+void TreeControl::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const
+{
+    QTreeWidget::drawBranches(painter, rect, index);
+    const int half = indentation() / 2;
+    const int gap = model()->hasChildren(index) ? half / 2 + 2 : 0; // for the button
+    const int middle = rect.center().y();
+    int x = rect.right() + 1 - half;
+    const auto hasNext = [](const QModelIndex& item) { return item.siblingAtRow(item.row() + 1).isValid(); };
+    painter->save();
+    painter->setPen(QPen(LineColour(palette(), QPalette::Base, QPalette::Text), 1, Qt::DotLine));
+    painter->drawLine(x + gap, middle, rect.right(), middle);
+    if (index.parent().isValid() || index.row() > 0) painter->drawLine(x, rect.top(), x, middle - gap);
+    if (hasNext(index)) painter->drawLine(x, middle + gap, x, rect.bottom());
+    for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
+        x -= indentation();
+        if (hasNext(above)) painter->drawLine(x, rect.top(), x, rect.bottom());
+    }
+    painter->restore();
 }
 
 // The toolkit would select, or at least give the keyboard's place to, each item that the mouse passes.

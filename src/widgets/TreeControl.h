@@ -26,6 +26,8 @@ protected:
     /// no item is deselects.
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
+    /// With dotted lines from each item to its parent, its neighbours and the root's line.
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
     /// Dragging with the left button leaves the selection where the press put it.
     void mouseMoveEvent(QMouseEvent* event) override;
 };

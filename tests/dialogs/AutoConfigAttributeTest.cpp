@@ -4,6 +4,7 @@
 
 #include <QtTest/QTest>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStyle>
 
 using namespace test::autoconfig;
 
@@ -66,10 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
     All, AutoConfigDerivedAttributes,
     ::testing::Values(Derived{u"暖通\\风管\\矩形", Duct}, Derived{u"暖通\\风管部件\\风口", Duct},
                       Derived{u"电气\\配电箱柜\\配电箱", Cabinet}, Derived{u"电气\\配电箱柜\\元件装置", {}},
-                      Derived{u"弱电\\箱柜\\接线箱", Cabinet}, Derived{u"弱电\\箱柜\\机柜", {}},
-                      Derived{u"电气\\电缆桥架\\桥架", Tray}, Derived{u"电气\\电缆桥架\\托盘", Tray},
-                      Derived{u"电气\\电缆桥架\\组合式桥架", Tray}, Derived{u"弱电\\线槽桥架\\线槽", Tray},
-                      Derived{u"弱电\\线槽桥架\\桥架", Tray}, Derived{u"电气\\电缆桥架\\电缆", {}}));
+                      Derived{u"电气\\配电箱柜\\大元件装置箱", {}},
+                      Derived{u"电气\\配电箱柜及元件装置\\开关", {}}, Derived{u"弱电\\箱柜\\接线箱", Cabinet},
+                      Derived{u"弱电\\箱柜\\机柜", {}}, Derived{u"电气\\电缆桥架\\桥架", Tray},
+                      Derived{u"电气\\电缆桥架\\托盘", Tray}, Derived{u"电气\\电缆桥架\\组合式桥架", Tray},
+                      Derived{u"弱电\\线槽桥架\\线槽", Tray}, Derived{u"弱电\\线槽桥架\\桥架", Tray},
+                      Derived{u"电气\\电缆桥架\\电缆", {}}));
 
 namespace {
 
@@ -148,6 +151,45 @@ TEST_F(AutoConfigAttributes, ListOfValuesGrowsToItsLongestEntryAndNeverShrinks)
     EXPECT_EQ(combo.GetDroppedWidth(), grown);
 }
 
+TEST_F(AutoConfigAttributes, ListOfValuesHoldsItsLongestEntryOneLetterTheScrollBarAndTwoEdges)
+{
+    const CString wide = CString(60, u'宽');
+    Host().SetCellData(u"CD"_s, 1, {u"短"_s, wide, u"中等"_s});
+    Open();
+    const auto& combo = m_dialog->Item<CTTComboBox>(ValueCombo);
+    SelectAttribute(u"长度"_s);
+    const QFontMetrics metrics(combo.font());
+    EXPECT_EQ(combo.GetDroppedWidth(), metrics.horizontalAdvance(wide) + metrics.averageCharWidth() +
+                                           combo.style()->pixelMetric(QStyle::PM_ScrollBarExtent) +
+                                           2 * combo.style()->pixelMetric(QStyle::PM_DefaultFrameWidth));
+}
+
+TEST_F(AutoConfigAttributes, ExtrasOfTheFormerCategoryAreNotHandedOnAfterATreeMove)
+{
+    Host().SetAttributeList(u"121"_s, {u"组"_s, u"压力"_s, u"阀门压力"_s, u"YL"_s});
+    Host().SetCellData(u"YL"_s, 9, {});
+    Host().SetDropList(u"YL"_s, {u"1.6"_s});
+    Open();
+    ASSERT_EQ(Host().LastExtras(), (CStringArray{u"管材"_s, CString(), CString()}));
+    SelectCategory(u"截止阀"_s);
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), CStringArray{u"1.6"_s});
+    EXPECT_EQ(Host().LastExtras(), CStringArray{u"阀门压力"_s});
+}
+
+TEST_F(AutoConfigAttributes, ConcreteComponentKeepsThePage)
+{
+    Open();
+    SelectAttribute(u"管径"_s);
+    for (const int page : {1, 0}) {
+        SelectPage(page);
+        SelectAttribute(u"具体构件"_s);
+        EXPECT_EQ(Page(), page);
+        EXPECT_TRUE(IsEnabled(PageTab));
+        SelectAttribute(u"管径"_s);
+        EXPECT_EQ(Page(), page);
+    }
+}
+
 TEST_F(AutoConfigAttributes, HostThatRaisesOnAnAttributeLeavesNoValuesOfTheFormerOne)
 {
     Open();
@@ -176,6 +218,23 @@ TEST_F(AutoConfigAttributes, LowerBoundScrollsAndTheUpperOneTakesNoMoreThanItsFi
     EXPECT_GE(TextOf(UpperBound).size(), 5);
     EXPECT_LT(width(TextOf(UpperBound)), field.width());
     EXPECT_GT(width(TextOf(UpperBound) + u"88"_s), field.width() - 10);
+}
+
+TEST_F(AutoConfigAttributes, LongerTextPastedIntoTheUpperBoundIsTakenAsFarAsThereIsRoom)
+{
+    Open();
+    SelectPage(1);
+    TypeInto(UpperBound, CString(40, u'8'));
+    const CString full = TextOf(UpperBound);
+    TypeInto(UpperBound, u"12"_s);
+    QLineEdit& edit = *m_dialog->Item<CTTComboBox>(UpperBound).lineEdit();
+    edit.setCursorPosition(1);
+    edit.insert(CString(40, u'8')); // as a paste does
+    EXPECT_EQ(edit.text(), u"1"_s + CString(full.size() - 2, u'8') + u"2"_s);
+    EXPECT_EQ(edit.cursorPosition(), edit.text().size() - 1);
+    const CString before = edit.text();
+    edit.insert(u"8"_s); // nothing more has room
+    EXPECT_EQ(edit.text(), before);
 }
 
 TEST_F(AutoConfigAttributes, UpperBoundThatALargerFontMadeTooWideCanBeShortenedButNotLengthened)

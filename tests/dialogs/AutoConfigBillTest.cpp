@@ -130,6 +130,16 @@ TEST_F(AutoConfigBillPicked, MissingRuleComesFromTheFirstCalculationItemOfTheCat
     EXPECT_EQ(Messages().Texts(), CStringArray());
 }
 
+TEST_F(AutoConfigBillPicked, FurtherCalculationItemsOfTheCategoryAreNotLookedAt)
+{
+    Host().AddCalItem(u"给排水\\管道\\给水管"_s, {u"N"_s, 0, u"AM_Count"_s, u"个数"_s});
+    AddLibraryItem({0, 1, 1, u"030101001"_s, u"泵"_s, u"台"_s, {}, {}, {}});
+    Open();
+    PickBill(u"030101001"_s);
+    EXPECT_EQ(Bills()[0]->GetRecord().strFormula, u"AM_Length"_s);
+    EXPECT_EQ(Host().Calls(test::Operation::GetCalItemInfo), 1);
+}
+
 TEST_F(AutoConfigBillPicked, MissingRuleOfACategoryWithoutCalculationItemsIsWarnedOfAndTheAddGoesOn)
 {
     Host().Fail(test::Operation::GetCalItems);
@@ -318,6 +328,34 @@ TEST_F(AutoConfigBillPicked, BillsOfTheRuleWithTheSameNineCharactersAreTheHistor
     });
     const SPickedQd picked{0, 0, 0, u"031001001"_s};
     m_windows.Bill().PickBill(&picked);
+}
+
+// A bill whose first eight characters agree is none of them, one whose nine stand inside the picked number
+// is.
+TEST_F(AutoConfigBillPicked, BillsOfTheHistoryShareNineCharactersWithAnyPartOfThePickedNumber)
+{
+    Host().SetEnCodeRule(-1, -1);
+    PrepareBill(m_id, u"031001009001"_s);
+    PrepareBill(m_id, u"031001001005"_s);
+    Open();
+    InNextDialog([](dialogs::TemplateDialog& dialog) {
+        dialog.Item<QListWidget>(1113).addItem(u"the first"_s);
+        test::ClickLine(dialog, 1113, 0);
+        EXPECT_EQ(dialog.ItemText(1069), u"清单031001001005\n"_s);
+        test::Click(dialog, dialogs::IdCancel);
+    });
+    const SPickedQd picked{0, 0, 0, u"A031001001B"_s};
+    m_windows.Bill().PickBill(&picked);
+}
+
+TEST_F(AutoConfigQuotaPicked, NumberThatDiffersInLetterCaseIsAnotherNumber)
+{
+    PrepareBill(m_id, u"031001001001"_s);
+    PrepareBill(m_id, u"031001001002"_s, {u"A8-87"_s});
+    Open();
+    PickQuota(u"a8-87"_s);
+    ASSERT_EQ(GridColumn(), (CStringArray{u"031001001001"_s, u"a8-87"_s, u"031001001002"_s, u"A8-87"_s}));
+    EXPECT_EQ(SelectedGridRow(), 2);
 }
 
 TEST_F(AutoConfigQuotaPicked, RuleOfABigCategoryWithoutChildrenIsAskedForUnderATextThatBeginsWithABackslash)

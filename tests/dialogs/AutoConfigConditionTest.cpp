@@ -1,5 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include <QtGui/QAccessible>
+
 using namespace test::autoconfig;
 
 // The value panel: building, replacing and removing the conditions of a rule.
@@ -92,12 +94,42 @@ TEST_F(AutoConfigConditions, EachPageShowsItsOwnCombosAndKeepsTheTexts)
     EXPECT_EQ(TextOf(UpperBound), u"2"_s);
 }
 
+TEST_F(AutoConfigConditions, AttributeThatAssistiveTechnologySelectsIsTheOneOfTheCondition)
+{
+    Open();
+    SelectAttribute(u"材质"_s);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_dialog->GetDlgItem(Attributes));
+    list->child(1)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(test::Entries(*m_dialog, ValueCombo), (CStringArray{u"DN15"_s, u"DN20"_s, u"DN25"_s}));
+    TypeInto(ValueCombo, u"DN20"_s);
+    Press(AddConditionButton);
+    EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN20"_s});
+}
+
 TEST_F(AutoConfigConditions, EmptyValueIsRefusedWithoutAWord)
 {
     Open();
     AddValue(u"材质"_s, CString());
     EXPECT_EQ(Conditions(), CString());
     EXPECT_EQ(Messages().Texts(), CStringArray());
+}
+
+TEST_F(AutoConfigConditions, BlankValueIsAValue)
+{
+    Open();
+    AddValue(u"材质"_s, u" "_s);
+    EXPECT_EQ(Only().GetValue(), u" "_s);
+}
+
+TEST_F(AutoConfigConditions, BlankBoundIsABoundAndCountsAsZero)
+{
+    Open();
+    AddRange(u"管径"_s, u" "_s, CString());
+    EXPECT_EQ(Only().GetRange1(), u" "_s);
+    AddRange(u"管径"_s, u" "_s, u"-1"_s); // below 0, so refused
+    EXPECT_EQ(Only().GetRange2(), CString());
+    AddRange(u"管径"_s, u" "_s, u"1"_s);
+    EXPECT_EQ(Only().GetRange2(), u"1"_s);
 }
 
 TEST_F(AutoConfigConditions, RangeWithoutBoundsIsRefusedWithoutAWord)
@@ -273,6 +305,26 @@ TEST_F(AutoConfigConditions, DefaultRuleCanNeitherBeGivenConditionsNorCopiedNorD
                                UpperBound, EqualOperator, ValueCombo, AddConditionButton,
                                RemoveConditionButton, CopyRuleButton, DeleteRuleButton, PageTab})
         EXPECT_TRUE(IsEnabled(id)) << id;
+}
+
+// Wherever it stands: a file may hold it in front of others.
+TEST_F(AutoConfigConditions, DefaultRuleIsTheOneWithTheIdOne)
+{
+    const CString name = u"app\\自动套配置\\DefaultConfig.xml"_s;
+    QByteArray file = m_guard.Folder().ReadFile(name);
+    const QByteArray first = "<Config id=\"2\"";
+    const QByteArray second = "<Config id=\"1\"";
+    const qsizetype firstAt = file.indexOf(first);
+    const qsizetype secondAt = file.indexOf(second, firstAt);
+    ASSERT_TRUE(firstAt >= 0 && secondAt >= 0);
+    file.replace(secondAt, second.size(), first).replace(firstAt, first.size(), second);
+    m_guard.Folder().WriteFile(name, file);
+    Open();
+    ASSERT_THAT(RuleIds(), ElementsAre(1, 2));
+    SelectRule(1);
+    EXPECT_TRUE(IsEnabled(DeleteRuleButton));
+    SelectRule(0);
+    EXPECT_FALSE(IsEnabled(DeleteRuleButton));
 }
 
 TEST_F(AutoConfigConditions, DefaultRuleHasTheTabEnabledAgain)

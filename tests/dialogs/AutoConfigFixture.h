@@ -25,6 +25,11 @@ class OpenAutoConfigDlg : public CAutoConfigDlg
 {
 public:
     using CAutoConfigDlg::CAutoConfigDlg;
+    /// The dialog over a presenter of the test.
+    explicit OpenAutoConfigDlg(std::unique_ptr<CQdDeConfigPresenter> presenter)
+        : CAutoConfigDlg(std::move(presenter))
+    {
+    }
     using CAutoConfigDlg::FillGrid;
     using CAutoConfigDlg::Presenter;
     using CAutoConfigDlg::SaveForLogOff;

@@ -79,6 +79,31 @@ TEST_F(AutoConfigFrame, RuleListHasTwoColumnsOfFixedWidth)
     EXPECT_EQ(header.sectionSize(1) * 40, header.sectionSize(0) * 450);
 }
 
+// They are told for small fonts, which a table of widths in pixels was drawn for.
+TEST_F(AutoConfigFrame, RuleListColumnsAre40And450PixelsWideAtASmallFont)
+{
+    const QFont usual = QApplication::font();
+    QFont small = usual;
+    small.setPointSize(9);
+    QApplication::setFont(small);
+    Open();
+    EXPECT_EQ(Rules().header()->sectionSize(0), 40);
+    EXPECT_EQ(Rules().header()->sectionSize(1), 450);
+    m_dialog.reset();
+    QApplication::setFont(usual);
+}
+
+TEST_F(AutoConfigFrame, GridIsSetUpWithFiveColumnsBeforeAnyCategoryIsSelected)
+{
+    Host().RenameSmall(u"111"_s, u"配管配线"_s);
+    Host().RenameSmall(u"112"_s, u"组合管线"_s); // nothing can be selected at the start
+    Open();
+    EXPECT_EQ(SelectedCategory(), CString());
+    EXPECT_EQ(Grid().GetColumnCount(), 5);
+    EXPECT_EQ(Grid().GetItemText(0, 4), u"计算结果编辑"_s);
+    EXPECT_EQ(GridColumn(), CStringArray());
+}
+
 TEST_F(AutoConfigFrame, RuleListKeepsTheWidthsThatTheUserDraggedAndScalesThemWithTheFont)
 {
     Open();

@@ -41,6 +41,38 @@ TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
     ExpectRuleInFile(BillRule());
 }
 
+// Frames included. The window manager puts its frame around the dialog only when that is shown.
+TEST_F(BillModeJourney, DialogStandsInTheMiddleOfTheMainWindow)
+{
+    StartOnProject();
+    OpenConfig();
+    Desktop::WaitFor(u"the dialog in the middle"_s, [this] {
+        const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
+        const QRect own = m_desktop.FrameGeometry(ConfigTitle);
+        return own.x() == outer.width() / 2 - own.width() / 2 + outer.x() &&
+               own.y() == outer.height() / 2 - own.height() / 2 + outer.y();
+    });
+    CloseConfig();
+    Quit();
+}
+
+TEST_F(BillModeJourney, PickerCoversNothingOfTheDialogAndKeepsItsWidth)
+{
+    StartOnProject();
+    OpenConfig();
+    OpenBillPicker();
+    Desktop::WaitFor(u"the picker beside the dialog"_s, [this] {
+        const QRect dialog = m_desktop.FrameGeometry(ConfigTitle);
+        const QRect picker = m_desktop.FrameGeometry(BillPickerTitle);
+        const QRect screen({0, 0}, Desktop::ScreenSize);
+        return !dialog.intersects(picker) && screen.contains(picker) && screen.contains(dialog) &&
+               picker.right() == screen.right();
+    });
+    CloseBillPicker();
+    CloseConfig();
+    Quit();
+}
+
 TEST_F(BillModeJourney, PickerStandsAtTheRightWithItsTitleInLineWithTheDialog)
 {
     StartOnProject();

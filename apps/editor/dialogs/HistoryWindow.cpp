@@ -100,6 +100,10 @@ void HistoryWindow::Build()
     m_difference->setReadOnly(true);
     m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_difference->setFont(FixedFont(font()));
+    // Rule files are indented with tabs, a dozen deep, which at the toolkit's width push the text out of sight.
+    constexpr int TabInBlanks = 2;
+    m_difference->setTabStopDistance(TabInBlanks *
+                                     QFontMetricsF(m_difference->font()).horizontalAdvance(u' '));
     auto* splitter = new QSplitter;
     splitter->addWidget(Titled(u"留存的文件(&L)"_s, m_list));
     splitter->addWidget(Titled(u"从留存的文件到现在的文件，变了什么(&D)"_s, m_difference));

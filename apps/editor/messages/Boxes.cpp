@@ -1,6 +1,7 @@
 #include "editor/messages/Boxes.h"
 
 #include "platform/Messages.h"
+#include "widgets/WindowFrame.h"
 
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -25,6 +26,7 @@ std::unique_ptr<QMessageBox> MakeBox(QWidget* parent, const QString& text, const
 /// Shows a box; the role of the button that was pressed.
 QMessageBox::ButtonRole Ask(QMessageBox& box)
 {
+    widgets::MakeRoomForCaption(box);
     box.exec();
     return box.buttonRole(box.clickedButton());
 }

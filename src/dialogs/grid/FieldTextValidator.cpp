@@ -17,7 +17,19 @@ QValidator::State FieldTextValidator::validate(QString& input, int& position) co
     const State state = GridTextValidator::validate(input, position);
     const QFontMetrics metrics = m_field.fontMetrics();
     const int limit = std::max(Room(), metrics.horizontalAdvance(m_accepted));
-    return metrics.horizontalAdvance(input) <= limit ? state : Invalid;
+    if (state == Invalid || metrics.horizontalAdvance(input) <= limit) return state;
+    QString cut = input;
+    int end = position;
+    while (end > 0 && metrics.horizontalAdvance(cut) > limit) {
+        const int length = end > 1 && cut.at(end - 1).isLowSurrogate() ? 2 : 1;
+        end -= length;
+        cut.remove(end, length);
+    }
+    // Nothing of it fits: refused, which leaves the field what can be undone.
+    if (cut == m_accepted || metrics.horizontalAdvance(cut) > limit) return Invalid;
+    input = cut;
+    position = end;
+    return state;
 }
 
 int FieldTextValidator::Room() const

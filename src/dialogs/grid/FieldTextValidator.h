@@ -4,8 +4,8 @@
 
 class QLineEdit;
 
-/// For a field that does not scroll: also refuses, as a whole, what would make the text wider than the field.
-/// A text that is too wide since the font has grown can still be shortened.
+/// For a field that does not scroll: of what would make the text wider than the field it takes as much as has
+/// room, from the front. A text that is too wide since the font has grown can still be shortened.
 class FieldTextValidator : public GridTextValidator
 {
 public:

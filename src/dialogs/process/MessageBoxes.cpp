@@ -1,5 +1,7 @@
 #include "dialogs/process/MessageBoxes.h"
 
+#include "widgets/WindowFrame.h"
+
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -50,6 +52,7 @@ std::unique_ptr<QMessageBox> MakeMessageBox(const platform::Message& message, CW
     box->setText(message.text);
     AddButtons(*box, message.kind == platform::MessageKind::Question);
     box->setWindowModality(Qt::ApplicationModal);
+    widgets::MakeRoomForCaption(*box);
     return box;
 }
 

@@ -2,13 +2,10 @@
 
 #include "widgets/CutTextTips.h"
 
-#include <QtCore/QScopedValueRollback>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QScreen>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QToolTip>
-
-#include <utility>
 
 namespace {
 
@@ -40,11 +37,6 @@ CString CExListBox::ToolText(int row) const
     return row >= 0 && row < count() ? item(row)->text() : CString();
 }
 
-void CExListBox::OnSelected(std::function<void()> handler)
-{
-    connect(this, &CExListBox::UserSelected, this, std::move(handler));
-}
-
 bool CExListBox::viewportEvent(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip) return ListBox::viewportEvent(event);
@@ -60,37 +52,4 @@ void CExListBox::ShowTip(const QPoint& point, const QPoint& screenPoint)
     // The platform shows a tip only while the mouse is inside the rectangle that the hit test named.
     const CString text = rect.contains(point) ? ToolText(row) : CString();
     QToolTip::showText(screenPoint, TipForm(text, *this), viewport(), rect);
-}
-
-void CExListBox::mousePressEvent(QMouseEvent* event)
-{
-    const QScopedValueRollback<bool> acting(m_userActs, true);
-    ListBox::mousePressEvent(event);
-}
-
-void CExListBox::mouseMoveEvent(QMouseEvent* event)
-{
-    const QScopedValueRollback<bool> acting(m_userActs, true);
-    ListBox::mouseMoveEvent(event);
-}
-
-void CExListBox::mouseReleaseEvent(QMouseEvent* event)
-{
-    const QScopedValueRollback<bool> acting(m_userActs, true);
-    ListBox::mouseReleaseEvent(event);
-}
-
-void CExListBox::keyPressEvent(QKeyEvent* event)
-{
-    const QScopedValueRollback<bool> acting(m_userActs, true);
-    ListBox::keyPressEvent(event);
-}
-
-void CExListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
-{
-    ListBox::selectionChanged(selected, deselected);
-    if (!m_userActs) return;
-    // What the receiver selects from here on is code again.
-    m_userActs = false;
-    emit UserSelected();
 }

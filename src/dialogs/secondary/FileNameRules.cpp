@@ -28,12 +28,6 @@ bool IsDeviceName(const CString& name)
     return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
 }
 
-bool EndsInStopOrBlank(CString name)
-{
-    if (name.endsWith(u".xml", Qt::CaseInsensitive)) name.chop(4);
-    return !name.isEmpty() && (name.back() == u'.' || name.back().isSpace());
-}
-
 } // namespace
 
 CString FileNameFault(const CString& fileName)
@@ -41,7 +35,6 @@ CString FileNameFault(const CString& fileName)
     if (HoldsControlCharacter(fileName) || !fileName.isValidUtf16())
         return u"文件名不能包含控制字符或无效字符"_s;
     if (IsDeviceName(fileName)) return u"文件名不能使用系统保留的设备名"_s;
-    if (EndsInStopOrBlank(fileName)) return u"文件名不能以句点或空格结尾"_s;
     if (fileName.toUtf8().size() > MaxBytes) return u"文件名过长"_s;
     return {};
 }

@@ -1,6 +1,7 @@
 #include "dialogs/template/ControlFactory.h"
 
 #include "widgets/ControlText.h"
+#include "widgets/GroupBox.h"
 #include "widgets/ListBox.h"
 #include "widgets/ListControls.h"
 #include "widgets/NotifyingStatic.h"
@@ -9,7 +10,6 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFrame>
-#include <QtWidgets/QGroupBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
@@ -66,7 +66,7 @@ QWidget* MakeControl(const ControlRow& row, QWidget* parent)
     case ControlKind::PushButton:
         return new QPushButton(parent);
     case ControlKind::GroupBox:
-        return new QGroupBox(parent);
+        return new widgets::GroupBox(parent);
     case ControlKind::Static:
         return MakeStatic(row, parent);
     case ControlKind::Edit:

@@ -88,6 +88,17 @@ TEST(MessageBoxes, PlainBoxHasNoIcon)
                });
 }
 
+TEST(MessageBoxes, AreWideEnoughForACaptionWithTheIconAndButtonsOfItsBar)
+{
+    const CString caption = u"KtQdDeConfig 规则编辑器"_s;
+    const auto box = dialogs::MakeMessageBox({platform::MessageKind::Warning, u"短"_s, caption}, nullptr);
+    box->show();
+    QFont bold = box->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    EXPECT_GE(box->width(), metrics.horizontalAdvance(caption) + 6 * metrics.height());
+}
+
 TEST(MessageBoxes, QuestionHasNoAsItsDefault)
 {
     ShowAndAct(

@@ -3,7 +3,9 @@
 #include "support/Patience.h"
 #include "support/PrintText.h"
 #include "support/WindowWaits.h"
+#include "widgets/ListControls.h"
 
+#include <QtGui/QAccessible>
 #include <QtGui/QHelpEvent>
 #include <QtGui/QTextDocumentFragment>
 #include <QtTest/QTest>
@@ -23,7 +25,7 @@ protected:
     {
         m_list.resize(120, 160);
         m_list.addItems({u"周长(mm)"_s, u"长边(mm)"_s, u"具体构件"_s});
-        QObject::connect(&m_list, &CExListBox::UserSelected, &m_list, [this] { ++m_selected; });
+        m_list.OnSelected([this] { ++m_selected; });
         m_list.show();
         m_list.activateWindow();
         test::WaitUntilActive(m_list);
@@ -138,7 +140,7 @@ TEST_F(CExListBoxTest, ClickWithControlDoesNotTakeTheSelectionAway)
 
 TEST_F(CExListBoxTest, KeyOfTheUserIsTold)
 {
-    m_list.setCurrentRow(0);
+    widgets::SetCurSel(m_list, 0);
     QTest::keyClick(&m_list, Qt::Key_Down);
     EXPECT_EQ(m_selected, 1);
     EXPECT_EQ(m_list.currentRow(), 1);
@@ -146,18 +148,33 @@ TEST_F(CExListBoxTest, KeyOfTheUserIsTold)
 
 TEST_F(CExListBoxTest, SelectionFromCodeIsNotTold)
 {
-    m_list.setCurrentRow(2);
-    m_list.item(1)->setSelected(true);
-    m_list.clear();
+    widgets::SetCurSel(m_list, 2);
+    widgets::SetCurSel(m_list, 1);
+    widgets::ResetContent(m_list);
     EXPECT_EQ(m_selected, 0);
 }
 
 TEST_F(CExListBoxTest, SelectionFromCodeInsideTheTellingIsNotTold)
 {
-    QObject::connect(&m_list, &CExListBox::UserSelected, &m_list, [this] { m_list.setCurrentRow(0); });
+    m_list.OnSelected([this] { widgets::SetCurSel(m_list, 0); });
     QTest::mouseClick(m_list.viewport(), Qt::LeftButton, {}, PointIn(2));
     EXPECT_EQ(m_selected, 1);
-    EXPECT_EQ(m_list.currentRow(), 0);
+    EXPECT_EQ(widgets::GetCurSel(m_list), 0);
+}
+
+TEST_F(CExListBoxTest, SelectionByAssistiveTechnologyIsTold)
+{
+    widgets::SetCurSel(m_list, 0);
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(&m_list);
+    ASSERT_NE(list, nullptr);
+    QAccessibleActionInterface* row = list->child(2)->actionInterface();
+    ASSERT_NE(row, nullptr);
+    row->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(widgets::GetCurSel(m_list), 2);
+    EXPECT_EQ(m_selected, 1);
+    ASSERT_TRUE(list->tableInterface()->selectRow(1));
+    EXPECT_EQ(widgets::GetCurSel(m_list), 1);
+    EXPECT_EQ(m_selected, 2);
 }
 
 TEST_F(CExListBoxTest, ThousandListsLeaveNothingBehind)

@@ -231,7 +231,11 @@ TEST(CTTComboBoxTip, NoneWhenSwitchedOff)
     user.Combo().SetTipsEnabled(false);
     user.Combo().setCurrentIndex(1);
     ComboUser::Rest(user.Combo().lineEdit());
+    EXPECT_EQ(TipText(), CString());
+    user.MoveOut();
     ComboUser::Rest(&user.Combo());
+    EXPECT_EQ(TipText(), CString());
+    user.MoveOut();
     user.Open();
     user.MoveTo(1);
     EXPECT_EQ(TipText(), CString());
@@ -260,6 +264,26 @@ TEST(CTTComboBoxTip, ShowsInTheDesktopsTipColoursWithABlackFrame)
     EXPECT_EQ(image.pixelColor(0, 0), QColor(Qt::black));
     EXPECT_EQ(image.pixelColor(image.width() - 1, image.height() - 1), QColor(Qt::black));
     EXPECT_EQ(image.pixelColor(1, 1), QToolTip::palette().color(QPalette::Inactive, QPalette::ToolTipBase));
+}
+
+// Each letter of the text leaves ink in its own part of the tip: a blank picture and a clipped text do not.
+TEST(CTTComboBoxTip, DrawsItsText)
+{
+    ComboUser user(true);
+    user.Open();
+    user.MoveTo(1);
+    const QImage image = Tip()->grab().toImage();
+    const QColor paper = QToolTip::palette().color(QPalette::Inactive, QPalette::ToolTipBase);
+    const auto hasInk = [&](int from, int to) {
+        for (int x = from; x < to; ++x)
+            for (int y = 2; y < image.height() - 2; ++y)
+                if (image.pixelColor(x, y) != paper) return true;
+        return false;
+    };
+    const int inner = image.width() - 4; // less the margin on either side
+    constexpr int parts = 6;
+    for (int part = 0; part < parts; ++part)
+        EXPECT_TRUE(hasInk(2 + inner * part / parts, 2 + inner * (part + 1) / parts)) << part;
 }
 
 TEST(CTTComboBoxTip, DoesNotTakeMouseFocusOrActivation)

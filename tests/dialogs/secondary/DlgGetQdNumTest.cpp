@@ -104,6 +104,18 @@ TEST_F(DlgGetQdNumTest, SwitchingThereAndBackKeepsATypedSuffix)
     EXPECT_TRUE(IsEnabled(Source));
 }
 
+TEST_F(DlgGetQdNumTest, ReturningToTheNewNumberTakesTheRadioButtonAsItIs)
+{
+    AddHistory(BaseNumber, {u"030801001001"_s});
+    OpenWith(9, 3, BaseNumber);
+    test::Click(m_dialog, Existing);
+    EXPECT_TRUE(m_dialog.Item<QRadioButton>(Existing).isChecked());
+    test::Click(m_dialog, New);
+    EXPECT_TRUE(m_dialog.Item<QRadioButton>(New).isChecked());
+    test::Click(m_dialog, Ok);
+    EXPECT_EQ(m_dialog.GetNumber(), BaseNumber + u"002"_s);
+}
+
 // OK with an existing number.
 
 TEST_F(DlgGetQdNumTest, ExistingNumberIsTakenFromTheList)

@@ -93,6 +93,16 @@ TEST_F(DlgSaveAsTest, SaveAsModeAsksForTheCurrentFileAsForAnyOther)
     ExpectChosen(dialog, PathOf(u"abc.xml"_s));
 }
 
+TEST_F(DlgSaveAsTest, SaveAsModeDoesNotProtectAFileThatItIsToldIsTheCurrentOne)
+{
+    AddFiles({u"abc"_s});
+    m_guard.Messages().PresetAnswer(platform::Answer::Yes);
+    DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, PathOf(u"abc.xml"_s));
+    SaveUnder(dialog, u"abc"_s);
+    ExpectOnlyMessage(MessageKind::Question, OverwriteText);
+    ExpectChosen(dialog, PathOf(u"abc.xml"_s));
+}
+
 TEST_F(DlgSaveAsTest, NewModeAsksBeforeAnotherFileIsOverwritten)
 {
     AddFiles({u"abc"_s, u"current"_s});
@@ -211,7 +221,6 @@ TEST_P(DlgSaveAsBadName, IsRefusedWithAWarning)
 }
 
 const CString DeviceText = u"文件名不能使用系统保留的设备名!"_s;
-const CString EndText = u"文件名不能以句点或空格结尾!"_s;
 const CString ControlText = u"文件名不能包含控制字符或无效字符!"_s;
 const CString LongText = u"文件名过长!"_s;
 
@@ -221,10 +230,8 @@ INSTANTIATE_TEST_SUITE_P(
                       BadName{u"Aux.xml"_s, DeviceText}, BadName{u"nul.a.b"_s, DeviceText},
                       BadName{u"com1"_s, DeviceText}, BadName{u"LPT9.XML"_s, DeviceText},
                       BadName{u"con .x"_s, DeviceText}, BadName{u"CONIN$"_s, DeviceText},
-                      BadName{u"conout$.xml"_s, DeviceText}, BadName{u"abc."_s, EndText},
-                      BadName{u"abc "_s, EndText}, BadName{u"abc.xml "_s, EndText},
-                      BadName{u"abc..xml"_s, EndText}, BadName{u"abc\u3000"_s, EndText},
-                      BadName{u"a\tb"_s, ControlText}, BadName{u"a\u007Fb"_s, ControlText},
+                      BadName{u"conout$.xml"_s, DeviceText}, BadName{u"a\tb"_s, ControlText},
+                      BadName{u"a\u007Fb"_s, ControlText},
                       BadName{u"a"_s + QChar(0xD800) + u"b"_s, ControlText},
                       BadName{CString(84, u'长'), LongText}, BadName{CString(252, u'x'), LongText}));
 
@@ -235,6 +242,20 @@ TEST_F(DlgSaveAsTest, LongestNameThatAFileSystemHoldsIsTaken)
         SaveUnder(dialog, name);
         ExpectChosen(dialog, PathOf(name + u".xml"_s));
     }
+}
+
+TEST_F(DlgSaveAsTest, FullStopOrBlankBeforeTheExtensionIsPartOfTheName)
+{
+    const std::pair<CString, CString> names[] = {
+        {u"a "_s, u"a .xml"_s},         {u"a."_s, u"a..xml"_s},
+        {u" "_s, u" .xml"_s},           {u"abc.xml "_s, u"abc.xml .xml"_s},
+        {u"abc..xml"_s, u"abc..xml"_s}, {u"abc\u3000"_s, u"abc\u3000.xml"_s}};
+    for (const auto& [name, file] : names) {
+        DlgSaveAs dialog(DlgSaveAs::SaveAs, nullptr, {});
+        SaveUnder(dialog, name);
+        ExpectChosen(dialog, PathOf(file));
+    }
+    ExpectSilence();
 }
 
 TEST_F(DlgSaveAsTest, NamesThatOnlyBeginLikeDevicesAreTaken)

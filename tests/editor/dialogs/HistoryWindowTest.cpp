@@ -6,8 +6,11 @@
 #include "platform/Files.h"
 
 #include <QtCore/QThread>
+#include <QtGui/QTextCursor>
+#include <QtGui/QTextDocument>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -70,6 +73,19 @@ TEST_F(HistoryOfFile, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
     EXPECT_TRUE(window.HasRestored());
     EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
     EXPECT_EQ(CountCopies(), 2);
+}
+
+TEST_F(HistoryOfFile, TextBehindADozenTabsIsInSight)
+{
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
+    m_folder.WriteFile(CurrentFile, before + QByteArray(12, '\t') + "<!-- deep -->\n");
+    editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
+    window.show();
+    auto* view = window.findChild<QPlainTextEdit*>();
+    const QTextCursor found = view->document()->find(u"deep"_s);
+    ASSERT_FALSE(found.isNull());
+    EXPECT_LT(view->cursorRect(found).right(), view->viewport()->width());
+    EXPECT_GT(view->cursorRect(found).right(), view->viewport()->width() / 8); // and still indented
 }
 
 TEST_F(HistoryOfFile, RestoringALargeFileCanBeCancelledAndThenChangesNothing)

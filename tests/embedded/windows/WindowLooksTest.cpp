@@ -1,14 +1,20 @@
 #include "dialogs/ModalUser.h"
+#include "embedded/windows/NameConflictDialog.h"
 #include "embedded/windows/PickerFixture.h"
 #include "embedded/windows/WindowUser.h"
 #include "host/HostWindows.h"
 #include "host/NvQdDeMng.h"
+#include "platform/Paths.h"
+#include "support/Patience.h"
 
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QTableWidget>
 #include <QtWidgets/QTreeWidget>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace test;
@@ -105,6 +111,61 @@ TEST_F(WindowLooks, PickerBecomesNarrowRatherThanCoverItsNeighbour)
     picker.ShowWindow(true);
     picker.MoveWndToRight(&m_parent);
     EXPECT_EQ(Window().frameGeometry().left(), m_parent.frameGeometry().right() + 1);
+}
+
+TEST_F(WindowLooks, PickerThatAPlaceMadeNarrowIsAsWideAsBeforeWhereThereIsRoom)
+{
+    const QRect screen = m_parent.screen()->availableGeometry();
+    m_parent.show();
+    m_parent.move(screen.topLeft());
+    m_parent.resize(100, 100);
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    picker.MoveWndToRight(&m_parent);
+    const int wide = Window().width();
+    m_parent.resize(screen.width() - wide / 2 - 50, 100);
+    picker.MoveWndToRight(&m_parent);
+    ASSERT_LT(Window().width(), wide);
+    picker.ShowWindow(false); // what is remembered is not the narrow one either
+    picker.ShowWindow(true);
+    m_parent.resize(100, 100);
+    picker.MoveWndToRight(&m_parent);
+    EXPECT_EQ(Window().width(), wide);
+    Window().resize(wide - 30, Window().height()); // by hand
+    picker.MoveWndToRight(&m_parent);
+    EXPECT_EQ(Window().width(), wide - 30);
+}
+
+TEST_F(WindowLooks, NeighbourOfAPickerMakesWayForIt)
+{
+    const QRect screen = m_parent.screen()->availableGeometry();
+    m_parent.show();
+    m_parent.resize(screen.width() / 4, 100);
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    Window().resize(screen.width() / 2, Window().height());
+    m_parent.move(screen.x() + 3 * screen.width() / 8, screen.y());
+    picker.MoveWndToRight(&m_parent);
+    EXPECT_TRUE(screen.contains(Window().frameGeometry()));
+    test::WaitInLoopFor(u"the neighbour aside"_s,
+                        [&] { return !Window().frameGeometry().intersects(m_parent.frameGeometry()); });
+    EXPECT_EQ(Window().width(), screen.width() / 2);
+}
+
+TEST_F(WindowLooks, ConflictOfNamesShowsALongPathWhole)
+{
+    CString folder = u"C:"_s;
+    for (int level = 0; level < 8; ++level)
+        folder += u"\\一个很长的云盘文件夹的名称_with_no_blank_in_it"_s;
+    embedded::NameConflictDialog dialog(folder, CString(60, u'x'), nullptr);
+    dialog.show();
+    const auto labels = dialog.findChildren<QLabel*>();
+    const auto wraps = [](const QLabel* label) { return label->wordWrap(); };
+    const QLabel& text = **std::find_if(labels.begin(), labels.end(), wraps);
+    EXPECT_GE(text.height(), text.heightForWidth(text.width()));
+    EXPECT_LE(text.minimumSizeHint().width(), text.width());
+    EXPECT_LE(text.geometry().right(), dialog.rect().right());
+    EXPECT_TRUE(text.accessibleName().contains(platform::ToNative(folder)));
 }
 
 TEST_F(WindowLooks, SmallestWindowsStillShowRows)

@@ -1,0 +1,115 @@
+#include "widgets/GroupBox.h"
+#include "widgets/LineColour.h"
+#include "widgets/ReadableColour.h"
+#include "widgets/TreeControl.h"
+#include "widgets/WindowFrame.h"
+
+#include <QtGui/QImage>
+#include <QtGui/QPalette>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+// What is drawn between and around controls, and the frame of a window.
+
+namespace {
+
+const QPalette Light(QColor(239, 239, 239), QColor(239, 239, 239));
+
+QPalette Dark()
+{
+    QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    return dark;
+}
+
+/// A tree of a root with two branches of two leaves each, on show.
+class TreeOfLines : public ::testing::Test
+{
+protected:
+    TreeOfLines()
+    {
+        auto* root = new QTreeWidgetItem(&m_tree, {u"根"_s});
+        for (int branch = 0; branch < 2; ++branch) {
+            auto* item = new QTreeWidgetItem(root, {u"枝"_s});
+            new QTreeWidgetItem(item, {u"叶"_s});
+            new QTreeWidgetItem(item, {u"叶"_s});
+        }
+        m_tree.expandAll();
+        m_tree.resize(300, 300);
+        m_tree.show();
+        m_image = m_tree.viewport()->grab().toImage();
+    }
+    /// Whether a column of a row, counted from the left, has a line from its top or from its bottom.
+    bool HasLine(int row, int column, bool atTop) const
+    {
+        QModelIndex index = m_tree.model()->index(0, 0);
+        for (int step = 0; step < row; ++step)
+            index = m_tree.indexBelow(index);
+        const QRect place = m_tree.visualRect(index);
+        const int x = column * m_tree.indentation() + m_tree.indentation() / 2;
+        const int from = atTop ? place.top() : place.bottom() - 4;
+        const QRgb paper = m_image.pixel(m_image.width() - 2, m_image.height() - 2);
+        for (int y = from; y < from + 4; ++y)
+            if (m_image.pixel(x, y) != paper) return true;
+        return false;
+    }
+
+    widgets::TreeControl m_tree{nullptr};
+    QImage m_image;
+};
+
+} // namespace
+
+// Rows: 0 root, 1 first branch, 2 and 3 its leaves, 4 second branch, 5 and 6 its leaves.
+TEST_F(TreeOfLines, LinesLeadFromEachItemToItsParentAndItsNeighbours)
+{
+    EXPECT_FALSE(HasLine(0, 0, true)); // the only root
+    EXPECT_FALSE(HasLine(0, 0, false));
+    EXPECT_TRUE(HasLine(1, 1, true));
+    EXPECT_TRUE(HasLine(1, 1, false));
+    EXPECT_TRUE(HasLine(2, 1, true)); // that of its parent passes by
+    EXPECT_TRUE(HasLine(3, 2, true));
+    EXPECT_FALSE(HasLine(3, 2, false)); // the last leaf
+    EXPECT_TRUE(HasLine(4, 1, true));
+    EXPECT_FALSE(HasLine(4, 1, false)); // the last branch
+    EXPECT_FALSE(HasLine(5, 1, true));
+}
+
+TEST(GroupBox, FrameRunsThroughTheMiddleOfTheTitle)
+{
+    widgets::GroupBox box;
+    box.setTitle(u"清单定额"_s);
+    box.resize(200, 100);
+    EXPECT_EQ(box.FrameRect().top(), box.fontMetrics().height() / 2);
+    const QImage image = box.grab().toImage();
+    const QRgb paper = image.pixel(100, 60);
+    EXPECT_NE(image.pixel(150, box.FrameRect().top()), paper);
+    EXPECT_NE(image.pixel(0, 60), paper);
+    for (int y = box.FrameRect().top() + 1; y < 95; ++y)
+        EXPECT_EQ(image.pixel(150, y), paper) << y; // nothing else behind the buttons below the title
+}
+
+TEST(GroupBox, FrameWithoutATitleRunsAlongTheUpperEdge)
+{
+    widgets::GroupBox box;
+    box.resize(200, 100);
+    EXPECT_EQ(box.FrameRect(), QRect(0, 0, 199, 99));
+}
+
+TEST(LineColour, HintIsReadInLightAndDarkPalettes)
+{
+    for (const QPalette& palette : {Light, Dark()}) {
+        const QColor base = palette.color(QPalette::Base);
+        EXPECT_GE(widgets::Contrast(widgets::HintColour(palette), base), 4.5);
+        EXPECT_LT(widgets::Contrast(widgets::HintColour(palette), base),
+                  widgets::Contrast(palette.color(QPalette::Text), base));
+    }
+}
+
+TEST(WindowFrame, CentreCutsHalvesOneByOne)
+{
+    EXPECT_EQ(widgets::CentredOn({10, 20, 101, 101}, {50, 50}), QPoint(35, 45));
+    EXPECT_EQ(widgets::CentredOn({10, 20, 100, 100}, {51, 151}), QPoint(35, -5));
+}
