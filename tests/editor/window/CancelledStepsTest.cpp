@@ -58,6 +58,9 @@ protected:
                           QDirIterator::Subdirectories);
         while (walk.hasNext()) {
             QFile file(walk.next());
+            // The folder of the locks comes with the first one and stays.
+            if (file.fileName().endsWith(u"/history") || file.fileName().endsWith(u"/history/locks"))
+                continue;
             files[file.fileName()] = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
         }
         return files;
