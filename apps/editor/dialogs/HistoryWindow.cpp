@@ -100,7 +100,8 @@ void HistoryWindow::Build()
     m_difference->setReadOnly(true);
     m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_difference->setFont(FixedFont(font()));
-    // Rule files are indented with tabs, a dozen deep, which at the toolkit's width push the text out of sight.
+    // Rule files are indented with tabs, a dozen deep, which at the toolkit's width push the text out of
+    // sight.
     constexpr int TabInBlanks = 2;
     m_difference->setTabStopDistance(TabInBlanks *
                                      QFontMetricsF(m_difference->font()).horizontalAdvance(u' '));
