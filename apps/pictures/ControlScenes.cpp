@@ -82,8 +82,9 @@ void OpenList(QWidget& window)
 {
     auto* combo = window.findChild<CTTComboBox*>();
     combo->showPopup();
-    QWidget* list = combo->view()->viewport();
-    Rest(*list, list->rect().center());
+    QCoreApplication::processEvents(); // the list gets its place, and its entries theirs
+    const QPoint entry = combo->view()->visualRect(combo->model()->index(0, 0)).center();
+    Rest(*combo->view()->viewport(), entry);
 }
 
 void RestOnEdit(QWidget& window)
