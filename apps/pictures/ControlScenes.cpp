@@ -82,9 +82,8 @@ void OpenList(QWidget& window)
 {
     auto* combo = window.findChild<CTTComboBox*>();
     combo->showPopup();
-    QCoreApplication::processEvents(); // the list gets its place, and its entries theirs
-    const QPoint entry = combo->view()->visualRect(combo->model()->index(0, 0)).center();
-    Rest(*combo->view()->viewport(), entry);
+    QWidget* list = combo->view()->viewport();
+    Rest(*list, list->rect().center());
 }
 
 void RestOnEdit(QWidget& window)
@@ -117,8 +116,8 @@ std::vector<Scene> ControlScenes(PictureHost& host)
         {u"grid-quota-edited"_s, [&host] { return MakeGrid(host, SQdDeInfo::QuotaMode, 1, true); }},
         {u"grid-choices"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }, OpenChoices},
         {u"combos-and-list"_s, MakeCombos},
-        {u"combo-list-tip"_s, MakeCombos, OpenList, true},
-        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit, true},
-        {u"list-tip"_s, MakeCombos, RestOnLine, true},
+        {u"combo-list-tip"_s, MakeCombos, OpenList},
+        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit},
+        {u"list-tip"_s, MakeCombos, RestOnLine},
     };
 }
