@@ -116,8 +116,8 @@ std::vector<Scene> ControlScenes(PictureHost& host)
         {u"grid-quota-edited"_s, [&host] { return MakeGrid(host, SQdDeInfo::QuotaMode, 1, true); }},
         {u"grid-choices"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }, OpenChoices},
         {u"combos-and-list"_s, MakeCombos},
-        {u"combo-list-tip"_s, MakeCombos, OpenList, true},
-        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit, true},
-        {u"list-tip"_s, MakeCombos, RestOnLine, true},
+        {u"combo-list-tip"_s, MakeCombos, OpenList},
+        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit},
+        {u"list-tip"_s, MakeCombos, RestOnLine},
     };
 }

@@ -193,8 +193,8 @@ void RestOnName(QWidget& window)
 std::vector<Scene> HostWindowScenes()
 {
     const auto scene = [](const QString& name, const auto& make, Size size = Size::Usual,
-                          const std::function<void(QWidget&)>& open = {}, bool showsTip = false) {
-        return Scene{name, [make, size] { return std::make_unique<Frame>(make, size); }, open, showsTip};
+                          const std::function<void(QWidget&)>& open = {}) {
+        return Scene{name, [make, size] { return std::make_unique<Frame>(make, size); }, open};
     };
     using Project = PicturedProject;
     const auto bills = [](Project& p, QWidget& w) { return MakeBillPicker(p, w, {}); };
@@ -210,7 +210,7 @@ std::vector<Scene> HostWindowScenes()
               [](Project& p, QWidget& w) { return MakeBillPicker(p, w, u"没有"_s); }),
         scene(u"quota-picker"_s, MakeQuotaPicker, Size::Usual, SelectPipeQuotas),
         scene(u"quota-picker-smallest"_s, MakeQuotaPicker, Size::Smallest, SelectPipeQuotas),
-        scene(u"quota-picker-tip"_s, MakeQuotaPicker, Size::Usual, RestOnName, true),
+        scene(u"quota-picker-tip"_s, MakeQuotaPicker, Size::Usual, RestOnName),
         scene(u"calculator"_s, formula),
         scene(u"calculator-smallest"_s, formula, Size::Smallest),
         scene(u"calculator-large"_s, formula, Size::Large),

@@ -68,21 +68,10 @@ void Show(const Scene& scene, QWidget& widget)
     QCoreApplication::processEvents();
 }
 
-/// Whether the widget leaves anything but one colour, be it a background alone.
-bool IsBlank(const QImage& image)
-{
-    QImage plain = image;
-    plain.fill(image.pixel(0, 0));
-    return plain == image;
-}
-
-/// A null image when nothing is to be seen, or a tip is missing.
 QImage Render(const Scene& scene, QWidget& widget, int ratio)
 {
     Show(scene, widget);
     const QWidgetList overlays = Overlays();
-    const auto isTip = [](const QWidget* window) { return window->windowType() == Qt::ToolTip; };
-    if (scene.showsTip && std::none_of(overlays.begin(), overlays.end(), isTip)) return {};
     QRect seen = PlaceOf(widget);
     for (const QWidget* window : overlays)
         seen |= PlaceOf(*window);
@@ -91,13 +80,11 @@ QImage Render(const Scene& scene, QWidget& widget, int ratio)
     image.fill(Qt::gray);
     QPainter painter(&image);
     widget.render(&painter, PlaceOf(widget).topLeft() - seen.topLeft());
-    bool blank = false;
     for (QWidget* window : overlays) {
-        blank = blank || IsBlank(window->grab().toImage());
         window->render(&painter, PlaceOf(*window).topLeft() - seen.topLeft());
         window->hide();
     }
-    return blank || IsBlank(widget.grab().toImage()) ? QImage() : image;
+    return image;
 }
 
 bool Save(const Scene& scene, const QString& path, int ratio)
@@ -172,7 +159,6 @@ bool TakeDocumentPicture(const Scene& scene, const QString& folder)
     const std::unique_ptr<QWidget> widget = scene.make();
     HideTemporaryFolders(*widget);
     const QImage image = Render(scene, *widget, 1);
-    if (image.isNull()) return false;
     const QImage indexed = image.convertToFormat(QImage::Format_Indexed8, MainColours(image));
     return indexed.save(folder + u'/' + scene.name + u".png"_s, "PNG", SmallestFile);
 }

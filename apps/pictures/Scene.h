@@ -15,16 +15,14 @@ struct Scene
     std::function<std::unique_ptr<QWidget>()> make;
     /// Opens what is to lie over the widget, which is shown by then: lists, menus, tips. Empty for nothing.
     std::function<void(QWidget&)> open = {};
-    /// Whether a tip has to lie over the widget then; without one there is no picture.
-    bool showsTip = false;
 };
 
 /// Writes a scene into the folder: in a light and a dark palette, each at one and at two device pixels per
 /// pixel, and in a smaller and larger fonts. Lists, menus and tips that stand over it are in the pictures.
-/// False when a file could not be written, when a tip is missing, and when a picture shows nothing.
+/// False when a file could not be written.
 bool TakePictures(const Scene& scene, const QString& folder);
 
 /// Writes a scene into the folder as the documents show it, under its bare name: light, in the usual font,
 /// one device pixel per pixel, and with colours from a table, which keeps the file small. Folders that exist
-/// for the pictures only are shown as the home folder of a user. False as above.
+/// for the pictures only are shown as the home folder of a user. False when the file could not be written.
 bool TakeDocumentPicture(const Scene& scene, const QString& folder);

@@ -27,8 +27,7 @@ bool TakeEach(const std::vector<Scene>& scenes, Take take, const QString& folder
 {
     for (const Scene& scene : scenes) {
         if (take(scene, folder)) continue;
-        platform::WriteErr(
-            u"no picture of %1: it cannot be written, shows nothing or lacks its tip\n"_s.arg(scene.name));
+        platform::WriteErr(u"cannot write the pictures of %1\n"_s.arg(scene.name));
         return false;
     }
     return true;

@@ -77,17 +77,6 @@ TEST(Pictures, AreThoseOfTheProgramAsItIs)
     }
 }
 
-// The program refuses a picture that shows nothing and one that lacks its tip.
-TEST(Pictures, OfEveryWindowShowSomethingAndTheirTips)
-{
-    const test::Shell shell;
-    ASSERT_EQ(shell.Run({u"ktqdde-pictures"_s, u"all"_s}).toStdString(), "");
-    const QStringList names = PicturesIn(shell.Folder().Native(u"all"_s));
-    for (const QString& tip :
-         {u"combo-list-tip-light.png"_s, u"combo-edit-tip-light.png"_s, u"list-tip-light.png"_s})
-        EXPECT_TRUE(names.contains(tip)) << tip.toStdString();
-}
-
 TEST(Pictures, AreSmall)
 {
     for (const QString& name : PicturesIn(PictureFolder()))

@@ -54,8 +54,7 @@ Desktop::~Desktop()
 void Desktop::StartServer()
 {
     m_server.setProgram(QStringLiteral(KTQDDE_XVFB));
-    m_server.setArguments({u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s,
-                           u"%1x%2x24"_s.arg(ScreenSize.width()).arg(ScreenSize.height()), u"-nolisten"_s,
+    m_server.setArguments({u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s,
                            u"tcp"_s, u"-noreset"_s});
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start();

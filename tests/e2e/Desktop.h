@@ -20,8 +20,6 @@ namespace test {
 class Desktop
 {
 public:
-    static constexpr QSize ScreenSize{1600, 1200};
-
     Desktop();
     ~Desktop();
     Desktop(const Desktop&) = delete;
