@@ -28,11 +28,17 @@ struct Sample
     CString name;
 };
 
+QByteArray ShippedBytes(const QString& resource)
+{
+    QFile file(u":/samples/"_s + resource);
+    if (!file.open(QIODevice::ReadOnly)) throw embedded::Error(u"程序里没有示例规则"_s);
+    return file.readAll();
+}
+
 void WriteSample(const Sample& sample)
 {
-    QFile file(u":/samples/"_s + sample.resource);
-    if (!file.open(QIODevice::ReadOnly)) throw embedded::Error(u"程序里没有示例规则"_s);
-    platform::Files().WriteInPlace(store::RuleFolder() + u'\\' + sample.name + u".xml"_s, file.readAll());
+    platform::Files().WriteInPlace(store::RuleFolder() + u'\\' + sample.name + u".xml"_s,
+                                   ShippedBytes(sample.resource));
 }
 
 } // namespace
@@ -58,11 +64,22 @@ void AddSampleRules(const QString& nativeProject)
     platform::Files().CreateFolder(store::RuleFolder());
     for (const Sample& sample :
          {Sample{u"SampleRules.xml"_s, store::DefaultConfigName()},
-          Sample{u"PlumbingRules.xml"_s, u"给排水示例"_s}, Sample{u"ElectricalRules.xml"_s, u"电气示例"_s},
-          Sample{u"HvacRules.xml"_s, u"暖通示例"_s}})
+          Sample{u"PlumbingRules.xml"_s, TakeoffConfiguration()},
+          Sample{u"ElectricalRules.xml"_s, u"电气示例"_s}, Sample{u"HvacRules.xml"_s, u"暖通示例"_s}})
         WriteSample(sample);
     CAutoQdDeConfigFacade::AttrConfig();
     if (!CQdDeConfigPresenter({}).Save()) throw embedded::Error(u"示例规则保存不了"_s);
+}
+
+CString TakeoffConfiguration()
+{
+    return u"给排水示例"_s;
+}
+
+void WriteSampleTakeoff(const CString& path)
+{
+    InitResources();
+    platform::Files().WriteInPlace(path, ShippedBytes(u"PlumbingTakeoff.csv"_s));
 }
 
 } // namespace sample

@@ -20,4 +20,9 @@ void CreateSampleProject(const QString& nativeFolder);
 embedded::ProjectOptions SampleOptions();
 void AddSampleRules(const QString& nativeProject);
 
+/// The name of the configuration beside the current one that prices the sample take-off table.
+CString TakeoffConfiguration();
+/// Writes the sample take-off table for 给排水 to a path text. Raises `platform::FileError`.
+void WriteSampleTakeoff(const CString& path);
+
 } // namespace sample

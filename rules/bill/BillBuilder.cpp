@@ -27,33 +27,41 @@ CString TextOf(const Condition& condition)
     return bounds.join(u'，');
 }
 
-/// What the conditions of a rule say of each attribute, in their order. The default rule says nothing, and
-/// neither does a range without bounds.
-std::vector<Feature> FeaturesOf(const Rule& rule)
+/// What each condition of a rule says, in their order. The default rule says nothing, and neither does a
+/// range without bounds.
+std::vector<Feature> SaidBy(const Rule& rule)
 {
-    std::vector<Feature> features;
-    if (rule.isDefault) return features;
+    std::vector<Feature> said;
+    if (rule.isDefault) return said;
     for (const Condition& condition : rule.conditions) {
         const CString text = TextOf(condition);
-        if (text.isEmpty()) continue;
-        const CString name = WithoutBlanks(condition.attribute).toString();
-        const auto known = std::find_if(features.begin(), features.end(),
-                                        [&](const Feature& feature) { return feature.attribute == name; });
+        if (!text.isEmpty()) said.push_back({WithoutBlanks(condition.attribute).toString(), text});
+    }
+    return said;
+}
+
+/// What conditions say, with what they say of one attribute as one feature.
+std::vector<Feature> Joined(const std::vector<Feature>& said)
+{
+    std::vector<Feature> features;
+    for (const Feature& one : said) {
+        const auto known = std::find_if(features.begin(), features.end(), [&](const Feature& feature) {
+            return feature.attribute == one.attribute;
+        });
         if (known == features.end())
-            features.push_back({name, text});
+            features.push_back(one);
         else
-            known->text += u'，' + text;
+            known->text += u'，' + one.text;
     }
     return features;
 }
 
-BillRow RowFor(const QdStruct& record, std::vector<Feature> features)
+BillRow RowFor(const QdStruct& record)
 {
     BillRow row;
     row.number = record.strQdId;
     row.name = record.strName;
     row.unit = record.strUnit;
-    row.features = std::move(features);
     row.withFittings = record.strAnnex == u"是"_s;
     return row;
 }
@@ -107,14 +115,21 @@ struct BillBuilder::Item
     std::vector<Item> quotas;
 };
 
+/// The items of one rule for one group.
+struct BillBuilder::PreparedRule
+{
+    std::vector<Item> items;
+    int ofOtherLibraries = 0;
+};
+
 /// One category of the table: its rules compiled, and what has been met so far.
 struct BillBuilder::CategoryState
 {
-    struct Prepared
+    /// An attribute that conditions look at, as far as remarks on its cells need it.
+    struct ValueList
     {
-        bool isReady = false;
-        std::vector<Item> items;
-        int ofOtherLibraries = 0;
+        CStringArray values;
+        bool hasNumbers = false;
     };
 
     CategoryState(SmallCategoryPtr found, const PricingFacts& facts, const CStringArray& headers)
@@ -123,6 +138,21 @@ struct BillBuilder::CategoryState
           columns(matching.Matcher().ColumnsFor(headers)), values(columns.size()),
           quantities(headers, known, facts.calculationItems), rules(category->rules.size())
     {
+        for (const CategoryMatcher::Attribute& attribute : matching.Matcher().Attributes())
+            lists.push_back(ListOf(attribute.name));
+    }
+
+    ValueList ListOf(const CString& attribute) const
+    {
+        const CString name = Normalised(attribute);
+        const auto fact = std::find_if(known.begin(), known.end(), [&](const AttributeFacts& one) {
+            return Normalised(one.name) == name;
+        });
+        if (fact == known.end()) return {};
+        const bool hasNumbers =
+            std::any_of(fact->valueList.begin(), fact->valueList.end(),
+                        [](const CString& value) { return PlainNumber(value).has_value(); });
+        return {fact->valueList, hasNumbers};
     }
 
     static const CategoryFacts& FactsOf(const PricingFacts& facts, const CString& text)
@@ -138,11 +168,14 @@ struct BillBuilder::CategoryState
     std::vector<std::optional<std::size_t>> columns;
     std::vector<Matching::Value> values; ///< of the component at hand
     QuantityTable quantities;
-    std::vector<Prepared> rules;
+    std::vector<ValueList> lists; ///< beside the attributes of the matcher
+    std::vector<std::unordered_map<std::uint32_t, PreparedRule>> rules; ///< by rule and group
 };
 
-BillBuilder::BillBuilder(ConfigurationPtr configuration, PricingFacts facts, CStringArray headers)
-    : m_configuration(std::move(configuration)), m_facts(std::move(facts)), m_headers(std::move(headers))
+BillBuilder::BillBuilder(ConfigurationPtr configuration, PricingFacts facts, CStringArray headers,
+                         std::vector<std::size_t> groupBy)
+    : m_configuration(std::move(configuration)), m_facts(std::move(facts)), m_headers(std::move(headers)),
+      m_groupBy(std::move(groupBy))
 {
 }
 
@@ -178,13 +211,14 @@ void BillBuilder::Price(const TakeoffComponent& component, ComponentResult& resu
         return;
     }
     result.category = state->category;
-    result.rule = Match(*state, component);
+    result.rule = Match(*state, component, result.remarks);
     if (result.rule == NoRule) {
         result.refusal = Refusal::NoRuleApplies;
         return;
     }
-    const std::vector<Item>& items = ItemsOf(*state, result.rule);
-    result.itemsOfOtherLibraries = state->rules[static_cast<std::size_t>(result.rule)].ofOtherLibraries;
+    const PreparedRule& prepared = ItemsOf(*state, result.rule, GroupOf(component));
+    const std::vector<Item>& items = prepared.items;
+    result.itemsOfOtherLibraries = prepared.ofOtherLibraries;
     const bool isDefault = state->category->rules[static_cast<std::size_t>(result.rule)].isDefault;
     if (items.empty() && !isDefault) {
         result.refusal = result.itemsOfOtherLibraries > 0 ? Refusal::OtherLibraries : Refusal::NoItems;
@@ -202,17 +236,39 @@ void BillBuilder::Price(const TakeoffComponent& component, ComponentResult& resu
             line.quotas.push_back({quota.row, std::move(quantity), {}});
         }
     }
+    for (Remark& remark : state->quantities.TakeRemarks())
+        AddRemark(result.remarks, std::move(remark));
 }
 
-RuleIndex BillBuilder::Match(CategoryState& state, const TakeoffComponent& component) const
+std::optional<Trace> BillBuilder::Explain(const TakeoffComponent& component)
+{
+    const CategoryState* const state = StateOf(component.category);
+    if (state == nullptr) return std::nullopt;
+    const std::vector<CategoryMatcher::Attribute>& attributes = state->matching.Matcher().Attributes();
+    std::vector<Cell> cells;
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        if (attributes[i].isOwnName)
+            cells.emplace_back(component.name);
+        else
+            cells.push_back(state->columns[i] ? Cell(component.cells[*state->columns[i]]) : Cell());
+    }
+    return rules::Explain(state->matching.Matcher(), cells);
+}
+
+/// The rule that applies, and what there is to tell of the cells that conditions look at.
+RuleIndex BillBuilder::Match(CategoryState& state, const TakeoffComponent& component,
+                             std::vector<Remark>& remarks)
 {
     const std::vector<CategoryMatcher::Attribute>& attributes = state.matching.Matcher().Attributes();
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes[i].isOwnName)
             state.values[i] = state.matching.Resolve(i, component.name);
-        else
-            state.values[i] = state.columns[i] ? state.matching.Resolve(i, component.cells[*state.columns[i]])
-                                               : Matching::Missing;
+        else if (state.columns[i]) {
+            const CString& cell = component.cells[*state.columns[i]];
+            state.values[i] = state.matching.Resolve(i, cell);
+            RemarkOnCell(attributes[i].name, cell, state.lists[i].values, state.lists[i].hasNumbers, remarks);
+        } else
+            state.values[i] = Matching::Missing;
     }
     return state.matching.Match(state.values);
 }
@@ -229,38 +285,50 @@ BillBuilder::CategoryState* BillBuilder::StateOf(const CString& category)
 
 /// The items of a rule that are priced, found when it applies for the first time, so that the bill has no
 /// rows of rules that never apply.
-const std::vector<BillBuilder::Item>& BillBuilder::ItemsOf(CategoryState& state, RuleIndex rule)
+const BillBuilder::PreparedRule& BillBuilder::ItemsOf(CategoryState& state, RuleIndex rule,
+                                                      std::uint32_t group)
 {
     const auto index = static_cast<std::size_t>(rule);
-    CategoryState::Prepared& prepared = state.rules[index];
-    if (!prepared.isReady) {
-        prepared.items = PrepareItems(state, state.category->rules[index]);
-        prepared.isReady = true;
-    }
-    return prepared.items;
+    const auto known = state.rules[index].find(group);
+    if (known != state.rules[index].end()) return known->second;
+    PreparedRule prepared = PrepareItems(state, state.category->rules[index], group);
+    return state.rules[index].emplace(group, std::move(prepared)).first->second;
 }
 
-std::vector<BillBuilder::Item> BillBuilder::PrepareItems(CategoryState& state, const Rule& rule)
+/// The number of the component's values in the columns by which the bill is divided.
+std::uint32_t BillBuilder::GroupOf(const TakeoffComponent& component)
 {
-    std::vector<Item> items;
-    int& others =
-        state.rules[static_cast<std::size_t>(&rule - state.category->rules.data())].ofOtherLibraries;
+    std::vector<CString> cells;
+    for (const std::size_t column : m_groupBy)
+        cells.push_back(WithoutBlanks(component.cells[column]).toString());
+    const auto next = static_cast<std::uint32_t>(m_groups.size());
+    const auto [place, isNew] = m_groupByCells.try_emplace(std::move(cells), next);
+    if (isNew) m_groups.push_back(place->first);
+    return place->second;
+}
+
+BillBuilder::PreparedRule BillBuilder::PrepareItems(CategoryState& state, const Rule& rule,
+                                                    std::uint32_t group)
+{
+    PreparedRule prepared;
+    std::vector<Item>& items = prepared.items;
     const auto isPriced = [&](const CString& library, const CString& inUse) {
         if (IsSameLibrary(library, inUse)) return true;
-        ++others;
+        ++prepared.ofOtherLibraries;
         return false;
     };
     if (m_facts.mode == PricingMode::Quota) {
         for (const QuotaItem& quota : rule.quotas)
             if (isPriced(quota.record.strDeCode, m_facts.quotaLibrary))
-                items.push_back(
-                    {RowOf(RowFor(quota.record)), state.quantities.Add(quota.record.strFormula), {}});
-        return items;
+                items.push_back({RowOf(RowFor(quota.record), state, group, rule),
+                                 state.quantities.Add(quota.record.strFormula),
+                                 {}});
+        return prepared;
     }
     for (const BillItem& bill : rule.bills) {
         if (!isPriced(bill.record.strQdCode, m_facts.billLibrary)) continue;
         Item item{
-            RowOf(RowFor(bill.record, FeaturesOf(rule))), state.quantities.Add(bill.record.strFormula), {}};
+            RowOf(RowFor(bill.record), state, group, rule), state.quantities.Add(bill.record.strFormula), {}};
         for (const QuotaItem& quota : bill.quotas)
             if (isPriced(quota.record.strDeCode, m_facts.quotaLibrary))
                 item.quotas.push_back({QuotaRowOf(m_bill.rows[item.row].quotas, RowFor(quota.record)),
@@ -268,18 +336,31 @@ std::vector<BillBuilder::Item> BillBuilder::PrepareItems(CategoryState& state, c
                                        {}});
         items.push_back(std::move(item));
     }
-    return items;
+    return prepared;
 }
 
-/// The row of the same number, name, features and unit, made when it is new.
-std::uint32_t BillBuilder::RowOf(const BillRow& row)
+/// The row of the same number, name and unit in the group and the specialty, made when it is new. What it
+/// says becomes what all its rules say.
+std::uint32_t BillBuilder::RowOf(BillRow row, const CategoryState& state, std::uint32_t group,
+                                 const Rule& rule)
 {
+    row.group = m_groups[group];
+    row.specialty = state.category->text.section(u'\\', 0, 0);
+    const std::vector<Feature> said =
+        m_facts.mode == PricingMode::Bill ? SaidBy(rule) : std::vector<Feature>();
     const auto next = static_cast<std::uint32_t>(m_bill.rows.size());
-    const auto [place, isNew] = m_rowByKey.try_emplace({row.number, row.name, row.features, row.unit}, next);
-    if (isNew)
-        m_bill.rows.push_back(row);
-    else if (row.withFittings)
-        m_bill.rows[place->second].withFittings = true;
+    const auto [place, isNew] =
+        m_rowByKey.try_emplace({row.group, row.specialty, row.number, row.name, row.unit}, next);
+    if (isNew) {
+        m_bill.rows.push_back(std::move(row));
+        m_shared.push_back(said);
+        return next;
+    }
+    BillRow& known = m_bill.rows[place->second];
+    known.withFittings = known.withFittings || row.withFittings;
+    std::erase_if(m_shared[place->second], [&](const Feature& feature) {
+        return std::find(said.begin(), said.end(), feature) == said.end();
+    });
     return place->second;
 }
 
@@ -298,14 +379,17 @@ Bill BillBuilder::Finish() const
     if (totals.in != totals.priced + totals.onDefault + totals.refused)
         throw std::logic_error("components are lost in pricing");
     Bill bill = m_bill;
-    for (BillRow& row : bill.rows)
-        FinishRow(row);
+    for (std::size_t i = 0; i < bill.rows.size(); ++i) {
+        bill.rows[i].features = Joined(m_shared[i]);
+        FinishRow(bill.rows[i]);
+    }
     for (const auto& [key, row] : m_rowByKey)
         bill.order.push_back(row); // the map is sorted as a bill lists its rows
     for (std::size_t i = 1; i < bill.order.size(); ++i) {
         BillRow& before = bill.rows[bill.order[i - 1]];
         BillRow& here = bill.rows[bill.order[i]];
-        if (before.number == here.number) before.numberRepeated = here.numberRepeated = true;
+        if (before.number == here.number && before.specialty == here.specialty && before.group == here.group)
+            before.numberRepeated = here.numberRepeated = true;
     }
     return bill;
 }

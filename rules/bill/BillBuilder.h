@@ -3,6 +3,7 @@
 #include "rules/bill/QuantityTable.h"
 #include "rules/bill/Units.h"
 #include "rules/match/Matching.h"
+#include "rules/match/Trace.h"
 
 #include <compare>
 #include <map>
@@ -66,6 +67,7 @@ struct ComponentResult
     SmallCategoryPtr category; ///< null when it is unknown
     RuleIndex rule = NoRule;
     std::vector<ItemLine> lines;
+    std::vector<Remark> remarks;   ///< what somebody should look at although it has been reckoned with
     int itemsOfOtherLibraries = 0; ///< left out, quota items of left-out bill items not counted
 };
 
@@ -81,10 +83,12 @@ struct Feature
 /// A row of the bill, or a quota item below one.
 struct BillRow
 {
+    std::vector<CString> group; ///< the values of the columns by which the bill is divided
+    CString specialty;
     CString number;
     CString name;
     CString unit;
-    std::vector<Feature> features; ///< of a quota item none
+    std::vector<Feature> features; ///< what all rules of the row say; of a quota item none. Set by `Finish`
     Decimal sum;                   ///< of the known quantities, in the base unit, exact
     CString quantity; ///< `sum` in the row's unit, rounded; empty when all are missing. Set by `Finish`
     std::uint64_t components = 0; ///< how many have a part in it, those without a quantity included
@@ -111,7 +115,7 @@ struct Bill
 {
     std::vector<BillRow> rows; ///< in the order in which components first came to them
     std::vector<std::uint32_t>
-        order; ///< indexes of `rows` as a bill lists them: by number, then name, features, unit
+        order; ///< indexes of `rows` as a bill lists them: by group, specialty, number, name, unit
     Totals totals;
 };
 
@@ -121,8 +125,10 @@ struct Bill
 class KTQDDE_RULES_EXPORT BillBuilder
 {
 public:
-    /// `headers` are those of the table, for all components. The configuration must not be null.
-    BillBuilder(ConfigurationPtr configuration, PricingFacts facts, CStringArray headers);
+    /// `headers` are those of the table, for all components. The configuration must not be null. Components
+    /// whose cells differ in one of the columns `groupBy`, indexes of headers, share no row.
+    BillBuilder(ConfigurationPtr configuration, PricingFacts facts, CStringArray headers,
+                std::vector<std::size_t> groupBy = {});
     ~BillBuilder();
     BillBuilder(const BillBuilder&) = delete;
     BillBuilder& operator=(const BillBuilder&) = delete;
@@ -130,20 +136,27 @@ public:
     /// Prices one component and adds it to the bill. It must have as many cells as there are headers.
     ComponentResult Add(const TakeoffComponent& component);
 
+    /// Why the component gets the rule that it gets. Adds nothing to the bill. Nothing for a category that is
+    /// unknown.
+    std::optional<Trace> Explain(const TakeoffComponent& component);
+
     /// The bill of what was added so far. Raises `std::logic_error` when not every component is accounted
     /// for.
     Bill Finish() const;
 
 private:
     struct Item;
+    struct PreparedRule;
     struct CategoryState;
 
     CategoryState* StateOf(const CString& category);
     void Price(const TakeoffComponent& component, ComponentResult& result);
-    RuleIndex Match(CategoryState& state, const TakeoffComponent& component) const;
-    const std::vector<Item>& ItemsOf(CategoryState& state, RuleIndex rule);
-    std::vector<Item> PrepareItems(CategoryState& state, const Rule& rule);
-    std::uint32_t RowOf(const BillRow& row);
+    static RuleIndex Match(CategoryState& state, const TakeoffComponent& component,
+                           std::vector<Remark>& remarks);
+    std::uint32_t GroupOf(const TakeoffComponent& component);
+    const PreparedRule& ItemsOf(CategoryState& state, RuleIndex rule, std::uint32_t group);
+    PreparedRule PrepareItems(CategoryState& state, const Rule& rule, std::uint32_t group);
+    std::uint32_t RowOf(BillRow row, const CategoryState& state, std::uint32_t group, const Rule& rule);
     static void AddTo(BillRow& row, const Quantity& quantity);
 
     ConfigurationPtr m_configuration;
@@ -151,7 +164,12 @@ private:
     CStringArray m_headers;
     std::map<CString, std::unique_ptr<CategoryState>> m_categories; ///< null for those that are unknown
     std::unordered_set<CString> m_ids;
-    std::map<std::tuple<CString, CString, std::vector<Feature>, CString>, std::uint32_t> m_rowByKey;
+    std::vector<std::size_t> m_groupBy;
+    std::map<std::vector<CString>, std::uint32_t> m_groupByCells;
+    std::vector<std::vector<CString>> m_groups;
+    /// Group, specialty, number, name and unit.
+    std::map<std::tuple<std::vector<CString>, CString, CString, CString, CString>, std::uint32_t> m_rowByKey;
+    std::vector<std::vector<Feature>> m_shared; ///< by row: what all its rules so far say, a condition each
     Bill m_bill;
 };
 

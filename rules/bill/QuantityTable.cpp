@@ -14,7 +14,7 @@ QuantityTable::QuantityTable(const CStringArray& headers, const CategoryFacts& f
         m_columns.try_emplace(Normalised(headers[i]), static_cast<std::size_t>(i));
     for (const AttributeFacts& fact : facts)
         m_attributes.try_emplace(Normalised(fact.name),
-                                 Attribute{Normalised(fact.unit) == u"mm"_s, fact.code,
+                                 Attribute{Normalised(fact.unit) == u"mm"_s, fact.code, fact.unit,
                                            std::make_shared<const NumberReader>(fact.valueList)});
 }
 
@@ -58,6 +58,8 @@ std::size_t QuantityTable::SourceOf(const CString& name)
         source.numbers = attribute->second.numbers;
         if (!source.column && !attribute->second.code.isEmpty())
             source.column = ColumnOf(attribute->second.code);
+        if (!source.column && !attribute->second.unit.isEmpty())
+            source.column = ColumnOf(WithUnit(name, attribute->second.unit));
     }
     return index;
 }
@@ -114,6 +116,8 @@ Quantity QuantityTable::Read(const Source& source, const CString& cell)
 {
     const std::optional<Decimal> number = source.numbers ? source.numbers->Read(cell) : PlainNumber(cell);
     if (!number) return {{}, QuantityFault::ValueNotANumber, source.name};
+    if (*number < Decimal()) AddRemark(m_remarks, {RemarkKind::Negative, source.name, cell});
+    if (source.rule) AddRemark(m_remarks, {RemarkKind::InPlaceOfRule, source.name, cell});
     static const Decimal Metres = *Decimal::Parse(u"0.001");
     return {source.inMillimetres ? *number * Metres : *number};
 }

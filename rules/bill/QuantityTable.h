@@ -1,12 +1,14 @@
 #pragma once
 
 #include "rules/bill/Formula.h"
+#include "rules/bill/Remark.h"
 #include "rules/match/CellText.h"
 #include "rules/model/Facts.h"
 
 #include <map>
 #include <memory>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace rules {
@@ -29,6 +31,9 @@ public:
 
     /// What the formula gives for a component, given its cells beside the headers.
     Quantity Evaluate(std::size_t formula, std::span<const CString> cells);
+
+    /// What was worth telling in the evaluations since the last call, each once.
+    std::vector<Remark> TakeRemarks() { return std::exchange(m_remarks, {}); }
 
 private:
     /// Where the value of a name comes from: its column, if that is filled; else the rule of the calculation
@@ -54,6 +59,7 @@ private:
     {
         bool inMillimetres = false;
         CString code;
+        CString unit;
         std::shared_ptr<const NumberReader> numbers;
     };
 
@@ -61,7 +67,7 @@ private:
     std::optional<std::size_t> ColumnOf(const CString& header) const;
     Quantity Compute(std::size_t formula, std::span<const CString> cells);
     Quantity ValueOf(std::size_t source, std::span<const CString> cells);
-    static Quantity Read(const Source& source, const CString& cell);
+    Quantity Read(const Source& source, const CString& cell);
 
     const CalculationItems& m_items;
     std::map<CString, std::size_t> m_columns;
@@ -71,6 +77,7 @@ private:
     std::map<CString, std::size_t> m_formulaByText;
     std::vector<Prepared> m_formulas;
     std::uint64_t m_asking = 0;
+    std::vector<Remark> m_remarks;
 };
 
 } // namespace rules

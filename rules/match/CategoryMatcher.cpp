@@ -90,6 +90,7 @@ std::size_t CategoryMatcher::AttributeOf(const CString& name, const CategoryFact
         const AttributeFacts* fact = FactsOf(name, facts);
         m_attributes.push_back({.name = WithoutBlanks(name).toString(),
                                 .code = fact != nullptr ? fact->code : CString(),
+                                .unit = fact != nullptr ? fact->unit : CString(),
                                 .isOwnName = place->first == OwnName,
                                 .numbers = NumberReader(fact != nullptr ? fact->valueList : CStringArray())});
         m_known.emplace_back();
@@ -184,7 +185,9 @@ std::vector<std::optional<std::size_t>> CategoryMatcher::ColumnsFor(const CStrin
     for (const Attribute& attribute : m_attributes) {
         std::optional<std::size_t>& column = columns.emplace_back();
         if (attribute.isOwnName) continue;
-        for (const CString& header : {attribute.name, attribute.code}) {
+        const CString withUnit =
+            attribute.unit.isEmpty() ? CString() : WithUnit(attribute.name, attribute.unit);
+        for (const CString& header : {attribute.name, attribute.code, withUnit}) {
             const auto found = byHeader.find(Normalised(header));
             if (header.isEmpty() || found == byHeader.end()) continue;
             column = found->second;

@@ -45,6 +45,7 @@ public:
     {
         CString name; ///< as the conditions write it, without blanks around
         CString code; ///< from the facts; empty when they have none
+        CString unit; ///< from the facts; empty when they have none
         bool isOwnName = false;
 
         NumberReader numbers;
@@ -58,9 +59,10 @@ public:
     /// The attributes that conditions test, in the order in which the rules mention them. Conditions without
     /// an attribute's name never hold and count for none.
     const std::vector<Attribute>& Attributes() const noexcept { return m_attributes; }
-    /// For each attribute the index of the column that gives it: that of its name, else that of its code, of
-    /// several the first; nothing when there is none, and for the component's own name, which is no column.
-    /// Headers are compared without blanks around and in compatibility normalisation.
+    /// For each attribute the index of the column that gives it: that of its name, else that of its code,
+    /// else that of its name with the unit in brackets, of several the first; nothing when there is none, and
+    /// for the component's own name, which is no column. Headers are compared without blanks around and in
+    /// compatibility normalisation.
     std::vector<std::optional<std::size_t>> ColumnsFor(const CStringArray& headers) const;
 
     /// What a cell means to an attribute. A blank cell is a missing one.

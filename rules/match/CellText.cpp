@@ -85,6 +85,11 @@ CString Normalised(QStringView text)
     return text.toString().normalized(CString::NormalizationForm_KC);
 }
 
+CString WithUnit(const CString& name, const CString& unit)
+{
+    return name + u'(' + unit + u')';
+}
+
 std::optional<Decimal> PlainNumber(QStringView text)
 {
     text = WithoutBlanks(text);

@@ -18,6 +18,9 @@ KTQDDE_RULES_EXPORT QStringView WithoutBlanks(QStringView text);
 /// and "m2".
 KTQDDE_RULES_EXPORT CString Normalised(QStringView text);
 
+/// The header of an attribute's column that also tells the unit: 长边 in mm gives 长边(mm).
+KTQDDE_RULES_EXPORT CString WithUnit(const CString& name, const CString& unit);
+
 /// The number that a text is, for ＝ and ≠: an optional sign, digits, at most one point, blanks around;
 /// full-width forms count as the plain ones. Nothing for all else, "DN50" included.
 KTQDDE_RULES_EXPORT std::optional<Decimal> PlainNumber(QStringView text);

@@ -54,8 +54,10 @@ Rule RuleWith(std::vector<rules::Condition> conditions, std::vector<rules::BillI
 class Pricing
 {
 public:
-    explicit Pricing(std::vector<Rule> list, rules::PricingMode mode = rules::PricingMode::Bill)
-        : m_builder(Configuration(std::move(list)), Facts(mode), {u"材质"_s, u"公称直径"_s, u"长度"_s})
+    explicit Pricing(std::vector<Rule> list, rules::PricingMode mode = rules::PricingMode::Bill,
+                     std::vector<std::size_t> groupBy = {})
+        : m_builder(Configuration(std::move(list)), Facts(mode), {u"材质"_s, u"公称直径"_s, u"长度"_s},
+                    std::move(groupBy))
     {
     }
 
@@ -84,6 +86,7 @@ private:
         facts.mode = mode;
         facts.billLibrary = BillLibrary;
         facts.quotaLibrary = QuotaLibrary;
+        facts.attributes[Category] = {{.name = u"公称直径"_s, .valueList = {u"50"_s, u"65"_s}}};
         return facts;
     }
 
@@ -113,27 +116,74 @@ TEST(BillBuilder, SumsComponentsOfOneRuleExactlyAndRoundsOnce)
     EXPECT_EQ(bill.totals, (rules::Totals{3, 3, 0, 0}));
 }
 
-TEST(BillBuilder, RowsAreOneByNumberNameFeaturesAndUnit)
+TEST(BillBuilder, RowsAreOneByNumberNameAndUnitAndSayWhatAllTheirRulesSay)
 {
     const auto range = [](const CString& upper) {
         return test::Range(u"公称直径"_s, u"＞"_s, u"20"_s, u"≤"_s, upper);
     };
     Pricing pricing(
         {RuleWith({Steel(), range(u"50"_s)}, {BillOf(u"02"_s, u"长度"_s)}),
-         RuleWith({Steel(), range(u"80"_s)}, {BillOf(u"02"_s, u"长度"_s), BillOf(u"01"_s, u"长度"_s)})});
+         RuleWith({Steel(), range(u"80"_s)}, {BillOf(u"02"_s, u"长度"_s), BillOf(u"01"_s, u"长度"_s)}),
+         RuleWith({Steel()}, {BillOf(u"02"_s, u"长度"_s)})});
     const ComponentResult first = pricing.Add(u"a"_s, u"钢管"_s, u"40"_s, u"1"_s);
     const ComponentResult second = pricing.Add(u"b"_s, u"钢管"_s, u"50"_s, u"2"_s);
     const ComponentResult third = pricing.Add(u"c"_s, u"钢管"_s, u"80"_s, u"4"_s);
     EXPECT_EQ(first.lines.at(0).row, second.lines.at(0).row)
         << "one rule, whatever the components' diameters";
-    EXPECT_NE(first.lines.at(0).row, third.lines.at(0).row);
+    EXPECT_EQ(pricing.Finish().rows[0].FeatureText(), u"1.材质：钢管"_s)
+        << "a condition that is not the same in both is not shared, though one of its bounds is";
+    pricing.Add(u"d"_s, u"钢管"_s, u"100"_s, u"8"_s);
+    EXPECT_EQ(first.lines.at(0).row, third.lines.at(0).row);
     const Bill bill = pricing.Finish();
-    ASSERT_EQ(bill.order, (std::vector<std::uint32_t>{2, 0, 1}));
-    EXPECT_EQ(bill.rows[0].quantity, u"3.00"_s);
-    EXPECT_EQ(bill.rows[0].FeatureText(), u"1.材质：钢管\n2.公称直径：＞20，≤50"_s);
+    ASSERT_EQ(bill.order, (std::vector<std::uint32_t>{1, 0}));
+    EXPECT_EQ(bill.rows[0].quantity, u"15.00"_s);
+    EXPECT_EQ(bill.rows[0].specialty, u"给排水"_s);
+    EXPECT_EQ(bill.rows[0].FeatureText(), u"1.材质：钢管"_s);
+    EXPECT_EQ(bill.rows[1].FeatureText(), u"1.材质：钢管\n2.公称直径：＞20，≤80"_s) << "of one rule all";
+    EXPECT_FALSE(bill.rows[0].numberRepeated);
+}
+
+TEST(BillBuilder, RowsOfOneNumberThatDifferInNameAreMarked)
+{
+    rules::BillItem other = BillOf(u"01"_s, u"长度"_s);
+    other.record.strName = u"铜管"_s;
+    Pricing pricing({RuleWith({}, {BillOf(u"01"_s, u"长度"_s), other, BillOf(u"02"_s, u"长度"_s)})});
+    pricing.Add(u"a"_s, {}, {}, u"1"_s);
+    const Bill bill = pricing.Finish();
+    ASSERT_EQ(bill.rows.size(), 3U);
     EXPECT_TRUE(bill.rows[0].numberRepeated);
     EXPECT_TRUE(bill.rows[1].numberRepeated);
     EXPECT_FALSE(bill.rows[2].numberRepeated);
+}
+
+TEST(BillBuilder, BillIsDividedByTheColumnsAskedFor)
+{
+    Pricing pricing({RuleWith({}, {BillOf(u"01"_s, u"长度"_s, {Quota(u"d"_s, u"m"_s, u"长度"_s)})})},
+                    rules::PricingMode::Bill, {1});
+    for (const CString& diameter : {u"50"_s, u"40"_s, u" 50"_s})
+        pricing.Add({}, {}, diameter, u"2"_s);
+    const Bill bill = pricing.Finish();
+    ASSERT_EQ(bill.order, (std::vector<std::uint32_t>{1, 0}));
+    EXPECT_EQ(bill.rows[0].group, std::vector<CString>{u"50"_s});
+    EXPECT_EQ(bill.rows[0].quantity, u"4.00"_s);
+    EXPECT_EQ(bill.rows[0].quotas.at(0).quantity, u"4.00"_s);
+    EXPECT_EQ(bill.rows[1].quantity, u"2.00"_s);
+    EXPECT_FALSE(bill.rows[0].numberRepeated) << "a bill of its own for each value";
+}
+
+TEST(BillBuilder, WhatIsCountedAsItStandsAndYetOddIsRemarkedOn)
+{
+    Pricing pricing({RuleWith({Steel(), test::Value(u"公称直径"_s, u"≠"_s, u"1"_s)},
+                              {BillOf(u"01"_s, u"长度"_s, {Quota(u"d"_s, u"m"_s, u"长度"_s)})})});
+    using rules::RemarkKind;
+    const ComponentResult odd = pricing.Add(u"a"_s, u"钢管 "_s, u"６５"_s, u"-2"_s);
+    EXPECT_EQ(odd.remarks, (std::vector<rules::Remark>{{RemarkKind::Blanks, u"材质"_s, u"钢管 "_s},
+                                                       {RemarkKind::NotInValueList, u"公称直径"_s, u"６５"_s},
+                                                       {RemarkKind::Negative, u"长度"_s, u"-2"_s}}));
+    EXPECT_EQ(pricing.Add(u"b"_s, u"钢管"_s, u"65"_s, u"2"_s).remarks, std::vector<rules::Remark>());
+    EXPECT_EQ(pricing.Add(u"c"_s, u"钢管"_s, u"7000"_s, u"2"_s).remarks, std::vector<rules::Remark>())
+        << "a plain number need not be on the list";
+    EXPECT_EQ(pricing.Finish().rows.at(0).quantity, u"2.00"_s);
 }
 
 TEST(BillBuilder, RulesThatSayTheSameShareARow)
@@ -228,6 +278,25 @@ TEST(BillBuilder, DefaultRuleWithItemsPricesThem)
     EXPECT_EQ(result.lines.size(), 1U);
     EXPECT_EQ(pricing.Finish().rows.at(0).FeatureText(), CString())
         << "the conditions of a default rule say nothing";
+}
+
+TEST(BillBuilder, HeaderWithTheUnitServesConditionAndFormula)
+{
+    rules::PricingFacts facts;
+    facts.billLibrary = BillLibrary;
+    facts.attributes[Category] = {{.name = u"长边"_s, .code = u"AM_LongEdge"_s, .unit = u"mm"_s}};
+    auto category = std::make_shared<rules::SmallCategory>(*test::CategoryOf(
+        {RuleWith({test::Range(u"长边"_s, u"＞"_s, u"300"_s, {}, {})}, {BillOf(u"01"_s, u"长边*2"_s)})}));
+    category->text = Category;
+    rules::Specialty specialty;
+    specialty.bigCategories.push_back({1, u"管道"_s, {category}});
+    for (const CString& header : {u"长边"_s, u"AM_LongEdge"_s, u"长边（mm）"_s}) {
+        rules::BillBuilder builder(std::make_shared<const rules::Configuration>(std::vector{specialty}),
+                                   facts, {header});
+        const std::vector<CString> cells{u"500"_s};
+        ASSERT_EQ(builder.Add({{}, Category, {}, cells}).outcome, Outcome::Priced) << header.toStdString();
+        EXPECT_EQ(builder.Finish().rows.at(0).quantity, u"1.00"_s);
+    }
 }
 
 TEST(BillBuilder, FittingsAreToldAndHaveNoEffect)

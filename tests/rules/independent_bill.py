@@ -2,7 +2,7 @@
 """Prices a take-off table by a rule file, slowly and plainly, for comparison with what the program gives.
 
     independent_bill.py RULES.xml TABLE.csv [--data DIR] [--what bill|components|totals]
-                        [--bill-library CODE] [--quota-library CODE] [--by-number]
+                        [--bill-library CODE] [--quota-library CODE]
 
 It shares no code with the program: rules are tried one after the other, formulas are worked out anew for every
 component, and all numbers are decimal. Bill mode only: bill items with their quota items below them.
@@ -11,7 +11,7 @@ bill        the bill, sorted: quota items stand below their bill row
 components  what became of each row of the table, with rule, quantities and whatever should be told
 totals      components read = priced + on the default rule + refused
 
---by-number joins the rows that differ in nothing but their features.
+Rows of one specialty are one by number, name and unit; their features are what all their rules say.
 """
 
 import argparse
@@ -129,6 +129,11 @@ class Catalogue:
             return self.attributes[category][name][0]
         return self.shared_codes.get(name, "")
 
+    def other_headers(self, category, name):
+        """By what a column may go beside the name: the code, and the name with its unit."""
+        unit = self.units.get(name)
+        return [self.code(category, name)] + ([f"{name}({unit})"] if unit else [])
+
     def listed(self, category, name):
         """The values that the attribute's list offers."""
         cell = self.cells.get(self.code(category, name))
@@ -203,8 +208,8 @@ class Component:
         """The cell that a condition looks at, or None when the table has no column for it."""
         if trimmed(name) == OWN_NAME:
             return self.name
-        cell = self.column(name)
-        return self.column(self.catalogue.code(self.category, trimmed(name))) if cell is None else cell
+        columns = map(self.column, [name] + self.catalogue.other_headers(self.category, trimmed(name)))
+        return next((cell for cell in columns if cell is not None), None)
 
     def note(self, text):
         if text not in self.notes:
@@ -342,7 +347,7 @@ def quantity(formula, component, within=()):
 
     def value_of(name):
         is_item = name in catalogue.rules
-        sources = [name] if is_item else [name, catalogue.code(component.category, name)]
+        sources = [name] if is_item else [name] + catalogue.other_headers(component.category, name)
         cell = next((c for c in map(component.column, sources) if c is not None and trimmed(c)), None)
         if cell is None and is_item:
             if name in within:
@@ -390,15 +395,20 @@ def feature_text(condition):
     )
 
 
-def features(rule):
-    """What the rule says of each attribute that it looks at. A default rule says nothing."""
-    said = {}
-    if not is_default(rule):
-        for condition in children(rule, "Condition"):
-            text = feature_text(condition)
-            if text:
-                said.setdefault(trimmed(condition.get("strCFType", "")), []).append(text)
-    return "；".join(f"{name}：{'，'.join(texts)}" for name, texts in said.items())
+def conditions_said(rule):
+    """What each condition of the rule says, as pairs of attribute and text. A default rule says nothing."""
+    if is_default(rule):
+        return []
+    said = [(trimmed(c.get("strCFType", "")), feature_text(c)) for c in children(rule, "Condition")]
+    return [(name, text) for name, text in said if text]
+
+
+def feature_lines(said):
+    """The description of features: a numbered line for each attribute."""
+    joined = {}
+    for name, text in said:
+        joined.setdefault(name, []).append(text)
+    return "\n".join(f"{i}.{name}：{'，'.join(texts)}" for i, (name, texts) in enumerate(joined.items(), 1))
 
 
 class Row:
@@ -406,7 +416,12 @@ class Row:
         self.total = Decimal(0)
         self.components = 0
         self.missing = 0
+        self.said = None
         self.quotas = collections.defaultdict(Row)
+
+    def share(self, said):
+        """Keeps what all rules of the row say."""
+        self.said = said if self.said is None else [one for one in self.said if one in said]
 
     def add(self, value):
         self.components += 1
@@ -417,11 +432,10 @@ class Row:
 
 
 class Pricing:
-    def __init__(self, rules, catalogue, bill_library, quota_library, by_number):
+    def __init__(self, rules, catalogue, bill_library, quota_library):
         self.rules = rules
         self.catalogue = catalogue
         self.libraries = (bill_library.lower(), quota_library.lower())
-        self.by_number = by_number
         self.first_line = {}
         self.rows = collections.defaultdict(Row)
         self.results = []
@@ -450,9 +464,10 @@ class Pricing:
         return outcome, "" if used else "no items", place, said
 
     def _add(self, bill, rule, component, said):
-        key = (bill.get("strQdId", ""), bill.get("strName", ""), "" if self.by_number else features(rule),
+        key = (component.category.split("\\")[0], bill.get("strQdId", ""), bill.get("strName", ""),
                bill.get("strUnit", ""))
         row = self.rows[key]
+        row.share(conditions_said(rule))
         row.add(self._quantity(bill, component, said, bill.get("strQdId", "")))
         for quota in children(bill, "De"):
             if quota.get("strDeCode", "").lower() == self.libraries[1]:
@@ -488,10 +503,10 @@ def read_table(path):
     return header, rows
 
 
-def price_table(rules_path, table_path, data, bill_library=None, quota_library=None, by_number=False):
+def price_table(rules_path, table_path, data, bill_library=None, quota_library=None):
     catalogue = Catalogue(pathlib.Path(data))
     pricing = Pricing(read_rules(rules_path, catalogue), catalogue, bill_library or catalogue.bill_library,
-                      quota_library or catalogue.quota_library, by_number)
+                      quota_library or catalogue.quota_library)
     header, rows = read_table(table_path)
     for line, row in rows:
         pricing.price(line, Component(header, row, catalogue))
@@ -500,11 +515,12 @@ def price_table(rules_path, table_path, data, bill_library=None, quota_library=N
 
 def bill_rows(pricing):
     """The bill as a table of texts, in a stable order."""
-    numbers = collections.Counter(key[0] for key in pricing.rows)
+    numbers = collections.Counter(key[:2] for key in pricing.rows)
     yield ["kind", "number", "name", "features", "unit", "quantity", "components", "missing", "number_repeated"]
-    for (number_, name, said, unit), row in sorted(pricing.rows.items()):
+    for (specialty, number_, name, unit), row in sorted(pricing.rows.items()):
         amount = "" if row.missing == row.components else written(row.total, unit)
-        yield ["bill", number_, name, said, unit, amount, row.components, row.missing, int(numbers[number_] > 1)]
+        yield ["bill", number_, name, feature_lines(row.said), unit, amount, row.components, row.missing,
+               int(numbers[specialty, number_] > 1)]
         for (quota, quota_name, quota_unit), below in sorted(row.quotas.items()):
             amount = "" if below.missing == below.components else written(below.total, quota_unit)
             yield ["quota", quota, quota_name, "", quota_unit, amount, below.components, below.missing, 0]
@@ -529,10 +545,8 @@ def main():
     parser.add_argument("--what", choices=["bill", "components", "totals"], default="bill")
     parser.add_argument("--bill-library")
     parser.add_argument("--quota-library")
-    parser.add_argument("--by-number", action="store_true")
     options = parser.parse_args()
-    pricing = price_table(options.rules, options.table, options.data, options.bill_library, options.quota_library,
-                          options.by_number)
+    pricing = price_table(options.rules, options.table, options.data, options.bill_library, options.quota_library)
     rows = {"bill": bill_rows, "components": component_rows, "totals": total_rows}[options.what](pricing)
     sys.stdout.reconfigure(encoding="utf-8", newline="\n")
     csv.writer(sys.stdout, lineterminator="\n").writerows(rows)

@@ -36,9 +36,9 @@ class TakeoffTables(unittest.TestCase):
     def setUp(self):
         self.tables = {name: independent_bill.read_table(SAMPLES / name) for name in make.TABLES}
 
-    def pricing(self, table, by_number=False):
+    def pricing(self, table):
         rules = table.replace("Takeoff.csv", "Rules.xml")
-        return independent_bill.price_table(SAMPLES / rules, SAMPLES / table, ROOT / "data", by_number=by_number)
+        return independent_bill.price_table(SAMPLES / rules, SAMPLES / table, ROOT / "data")
 
     def test_are_what_the_script_makes(self):
         for path, text in make.files().items():
@@ -151,7 +151,7 @@ class TakeoffTables(unittest.TestCase):
             },
         }
         for table, quantities in expected.items():
-            rows = independent_bill.bill_rows(self.pricing(table, by_number=True))
+            rows = independent_bill.bill_rows(self.pricing(table))
             header = next(rows)
             got = {row[1]: row[header.index("quantity")] for row in rows if row[0] == "bill"}
             for number, amount in quantities.items():

@@ -1,6 +1,10 @@
 #include "cli/commands/DemoCommand.h"
 
 #include "cli/commands/DemoEdit.h"
+#include "cli/pricing/BillFiles.h"
+#include "cli/pricing/BillLines.h"
+#include "cli/pricing/PricingRules.h"
+#include "cli/pricing/PricingText.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/RuleText.h"
 #include "cli/reading/Failure.h"
@@ -23,14 +27,18 @@ namespace cli {
 
 namespace {
 
+/// How much of the sample's bill a terminal shows.
+constexpr std::size_t BillLinesShown = 24;
+
 CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"demo"_s;
     info.syntax = u"[DIR]"_s;
-    info.summary = u"在示例工程上走一遍：看规则、加规则、保存、看变化"_s;
+    info.summary = u"在示例工程上走一遍：看规则、加规则、保存、看变化、套价"_s;
     info.description = u"在 DIR（不写时为临时文件夹下的新文件夹）中建立示例工程，显示规则文件，加一条规则，\n"
-                       "保存后重新读取，最后说明规则文件里变了什么。DIR 中已有工程时拒绝。"_s;
+                       "保存后重新读取，说明规则文件里变了什么，最后给一份构件表套价，写出工程量清单。\n"
+                       "DIR 中已有工程时拒绝。"_s;
     info.maxPositional = 1;
     info.needsProject = false;
     return info;
@@ -92,15 +100,40 @@ void EditAndSave(const CPath& category)
     if (!presenter.Save()) throw Refusal(u"保存没有成功"_s);
 }
 
-void ShowOutcome(const QString& folder, const CString& path, const CStringArray& before)
+void ShowOutcome(const CString& path, const CStringArray& before)
 {
     CQdDeConfigPresenter presenter({});
     WriteText(Heading(u"四、保存以后，从文件重新读取"_s, u"下面是文件里的规则，新规则在默认规则之前。"_s) +
               TablesThatHoldRules(presenter, DemoCategory()));
     WriteText(Heading(u"五、规则文件里变了什么"_s, platform::ToNative(path)) +
               shared::DescribeChanges(shared::CompareLines(before, LinesOf(path))));
+}
+
+/// Prices the sample take-off table by the full sample rules: the bill's beginning, and the file that has it
+/// all.
+void PriceSample(const QString& folder, const Session& session)
+{
+    const CString table = ResolvePath(folder + u"/给排水构件表.csv"_s);
+    const CString target = ResolvePath(folder + u"/工程量清单.xlsx"_s);
+    const CString rules = ConfigurationPath(sample::TakeoffConfiguration());
+    sample::WriteSampleTakeoff(table);
+    const TakeoffJob job = JobFor(table, rules, session);
+    const rules::Bill bill = PriceTakeoff(job, {});
+    WriteBillWorkbook(target, bill, job, {});
+    WriteText(
+        Heading(u"六、按规则给构件表套价"_s,
+                u"每个构件套一条规则；工程量由计算式得出，同一编码的合计成一行。"_s) +
+        u"  构件表：%1\n  规则文件：%2\n\n"_s.arg(platform::ToNative(table), platform::ToNative(rules)) +
+        BillTable(bill, job.facts.mode, {}, BillLinesShown) + u'\n' + TotalsText(bill.totals) +
+        u"\n工程量清单（连同每个构件的规则、未套价的原因）：%1\n"_s.arg(platform::ToNative(target)));
+}
+
+void SayWhatNext(const QString& folder)
+{
     WriteText(u"\n接着可以试：\n  ktqdde --project %1 show\n  ktqdde --project %1 show --category 电气 "
               u"--spec 电气\n"
+              "  ktqdde --project %1 try --category 给水管 材质=镀锌钢管 连接方式=螺纹连接 公称直径=65 "
+              "水平管长度=12.5\n"
               "  ktqdde --help\n"_s.arg(QDir::toNativeSeparators(folder)));
 }
 
@@ -121,7 +154,9 @@ void DemoCommand::Run(const Arguments& arguments) const
     const CStringArray before = LinesOf(path);
     Introduce(folder, path);
     EditAndSave(category);
-    ShowOutcome(folder, path, before);
+    ShowOutcome(path, before);
+    PriceSample(folder, session);
+    SayWhatNext(folder);
 }
 
 } // namespace cli

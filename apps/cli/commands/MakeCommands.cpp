@@ -1,5 +1,6 @@
 #include "cli/commands/MakeCommands.h"
 
+#include "cli/commands/ApplyCommand.h"
 #include "cli/commands/AttrConfigCommand.h"
 #include "cli/commands/BatchCommand.h"
 #include "cli/commands/CatalogueCommand.h"
@@ -14,6 +15,7 @@
 #include "cli/commands/RefreshCommand.h"
 #include "cli/commands/SaveAsCommand.h"
 #include "cli/commands/ShowCommand.h"
+#include "cli/commands/TryCommand.h"
 #include "cli/commands/UnwrapCommand.h"
 #include "cli/commands/WriteHeadCommand.h"
 
@@ -25,6 +27,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<DemoCommand>());
     commands.push_back(std::make_unique<InitCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
+    commands.push_back(std::make_unique<TryCommand>());
+    commands.push_back(std::make_unique<ApplyCommand>());
     commands.push_back(std::make_unique<CatalogueCommand>());
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<NewCommand>());

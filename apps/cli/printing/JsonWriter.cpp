@@ -20,7 +20,7 @@ JsonWriter& JsonWriter::Text(QStringView value)
     return *this;
 }
 
-JsonWriter& JsonWriter::Number(int value)
+JsonWriter& JsonWriter::Number(qint64 value)
 {
     StartEntry();
     m_text += CString::number(value);

@@ -25,7 +25,7 @@ public:
     /// Inside an object, in front of each value.
     JsonWriter& Key(QStringView name);
     JsonWriter& Text(QStringView value);
-    JsonWriter& Number(int value);
+    JsonWriter& Number(qint64 value);
     JsonWriter& Bool(bool value);
 
     /// What has been composed, with a line break at the end.

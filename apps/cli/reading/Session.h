@@ -30,6 +30,7 @@ public:
     CString Spec() const;
     bool IsBillMode() const;
     QString Folder() const { return m_folder; }
+    const embedded::EmbeddedHost& Host() const noexcept { return m_host; }
     embedded::History& History() { return m_host.History(); }
 
 private:

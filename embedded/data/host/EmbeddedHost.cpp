@@ -98,6 +98,11 @@ const LibraryContents& EmbeddedHost::Contents() const
     return m_parts->libraries.Contents();
 }
 
+const CatalogueData& EmbeddedHost::CatalogueContents() const
+{
+    return m_parts->data;
+}
+
 CArray<LibraryName> EmbeddedHost::LibrariesOf(LibraryRole role) const
 {
     return m_parts->libraries.Of(role);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "embedded/data/catalogue/CatalogueData.h"
 #include "embedded/data/catalogue/LibraryContents.h"
 #include "embedded/data/catalogue/LibraryName.h"
 #include "embedded/data/history/History.h"
@@ -34,6 +35,9 @@ public:
     /// let a person pick from them. The object lives as long as this; what it holds becomes something else
     /// when the mode or a library is changed.
     const LibraryContents& Contents() const;
+
+    /// The catalogue as it was when the project was opened, without its libraries. Lives as long as this.
+    const CatalogueData& CatalogueContents() const;
 
     /// The libraries of the catalogue that a role can be given to, in the catalogue's order.
     CArray<LibraryName> LibrariesOf(LibraryRole role) const;

@@ -38,6 +38,17 @@ TEST(Demo, LeavesAProjectWithTheSavedRule)
     EXPECT_TRUE(rules[10].toObject().value(u"bDefault"_s).toBool());
 }
 
+TEST(Demo, EndsWithTheBillOfTheSampleAndItsFile)
+{
+    const Cli cli;
+    const test::Outcome outcome = cli.Run({u"demo"_s, u"demo"_s});
+    for (const QString& text : {u"项目特征描述"_s, u"030109001002"_s, u"1.额定功率：＞5.5，≤15"_s,
+                                u"构件 303 个 ＝ 已套价 270 ＋ 默认规则 31 ＋ 未套价 2"_s,
+                                cli.Folder().Native(u"demo\\工程量清单.xlsx"_s)})
+        EXPECT_TRUE(outcome.Out().contains(text)) << text.toStdString();
+    EXPECT_TRUE(cli.Folder().ReadFile(u"demo\\工程量清单.xlsx"_s).startsWith("PK"));
+}
+
 TEST(Demo, RefusesAFolderThatHoldsAProject)
 {
     const Cli cli(u"bill"_s);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "cli/pricing/TakeoffRun.h"
+
+/// A bill of quantities as a file. What stood at the path stays whole until the file is complete, and for
+/// ever when something is raised.
+namespace cli {
+
+/// The bill alone, as CSV. Raises `tables::TableError`.
+void WriteBillCsv(const CString& path, const rules::Bill& bill, const TakeoffJob& job);
+
+/// A workbook: the bill with its quotas, every component with its rule and its rows of the bill, and what
+/// somebody should look at. Reads the table again. Raises what `PriceAgain` raises, and `tables::TableError`.
+void WriteBillWorkbook(const CString& path, const rules::Bill& bill, const TakeoffJob& job,
+                       const embedded::Progress& progress);
+
+} // namespace cli

@@ -1,0 +1,47 @@
+#include "cli/pricing/PricingRules.h"
+
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "platform/Paths.h"
+#include "rules/model/Snapshot.h"
+#include "shared/PricingFacts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+Option PricingConfigOption()
+{
+    return {u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}};
+}
+
+CString PricingFile(const Arguments& arguments)
+{
+    const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
+    CheckRuleFile(file);
+    return file;
+}
+
+rules::PricingMode ModeOf(const Session& session)
+{
+    return session.IsBillMode() ? rules::PricingMode::Bill : rules::PricingMode::Quota;
+}
+
+rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& session)
+{
+    CString reason;
+    const rules::ConfigurationPtr read = rules::ReadRuleFile(file, reason);
+    if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(file), reason));
+    return shared::WithinCatalogue(*read, session.Host().CatalogueContents());
+}
+
+TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)
+{
+    TakeoffJob job;
+    job.table = table;
+    job.configuration = ReadPricingRules(file, session);
+    job.facts = shared::PricingFactsOf(session.Host(), ModeOf(session));
+    return job;
+}
+
+} // namespace cli

@@ -1,0 +1,106 @@
+#include "shared/PricingFacts.h"
+
+#include "embedded/data/catalogue/AttributeUnits.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace shared {
+
+namespace {
+
+/// Texts per attribute in a category's flat list, and which stands where.
+constexpr qsizetype GroupSize = 4;
+constexpr qsizetype NamePlace = 1;
+constexpr qsizetype ListPlace = 2;
+constexpr qsizetype CodePlace = 3;
+
+rules::CategoryFacts FactsOf(const embedded::SmallCategory& category, const embedded::CatalogueData& data,
+                             const CArray<embedded::AttributeUnit>& units)
+{
+    std::map<CString, CString> unitByName;
+    for (const embedded::AttributeUnit& unit : units)
+        unitByName.emplace(unit.name, unit.unit);
+    rules::CategoryFacts facts;
+    std::set<CString> own;
+    for (qsizetype i = 0; i + GroupSize <= category.attributes.size(); i += GroupSize) {
+        const CString& name = category.attributes[i + NamePlace];
+        const CString& code = category.attributes[i + CodePlace];
+        const auto unit = unitByName.find(name);
+        own.insert(name);
+        facts.push_back({.name = name,
+                         .code = code,
+                         .unit = unit == unitByName.end() ? CString() : unit->second,
+                         .valueList = ValuesOf(data, code, category.attributes[i + ListPlace])});
+    }
+    for (const embedded::AttributeUnit& unit : units)
+        if (!own.contains(unit.name))
+            facts.push_back({.name = unit.name,
+                             .code = unit.code,
+                             .unit = unit.unit,
+                             .valueList = ValuesOf(data, unit.code, {})});
+    return facts;
+}
+
+rules::SmallCategoryPtr WithDefaultAlone(const embedded::SmallCategory& category)
+{
+    auto made = std::make_shared<rules::SmallCategory>();
+    made->id = category.id.strSmallCategoryId.toInt();
+    made->name = category.name;
+    made->text = category.fullName;
+    made->rules.push_back({.id = 1, .isDefault = true, .conditions = {}, .bills = {}, .quotas = {}});
+    return made;
+}
+
+} // namespace
+
+rules::CatalogueFacts CatalogueFactsOf(const embedded::CatalogueData& data)
+{
+    const CArray<embedded::AttributeUnit> units = embedded::ShippedAttributeUnits();
+    rules::CatalogueFacts facts;
+    for (const embedded::Specialty& specialty : data.specialties)
+        for (const embedded::BigCategory& big : specialty.bigCategories)
+            for (const embedded::SmallCategory& small : big.smallCategories)
+                facts.emplace(small.fullName, FactsOf(small, data, units));
+    return facts;
+}
+
+rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::PricingMode mode)
+{
+    const bool isBill = mode == rules::PricingMode::Bill;
+    rules::PricingFacts facts;
+    facts.mode = mode;
+    facts.billLibrary = host.LibraryInUse(embedded::LibraryRole::Bill);
+    facts.quotaLibrary =
+        host.LibraryInUse(isBill ? embedded::LibraryRole::QuotaOfBills : embedded::LibraryRole::Quota);
+    facts.attributes = CatalogueFactsOf(host.CatalogueContents());
+    const QHash<CString, RuleCodeStruct>& items = host.CatalogueContents().rules;
+    for (auto item = items.constBegin(); item != items.constEnd(); ++item)
+        facts.calculationItems.emplace(item.key(), item->strRule);
+    return facts;
+}
+
+rules::ConfigurationPtr WithinCatalogue(const rules::Configuration& configuration,
+                                        const embedded::CatalogueData& data)
+{
+    std::vector<rules::Specialty> specialties;
+    for (const embedded::Specialty& specialty : data.specialties) {
+        rules::Specialty made{specialty.id.strSpecId.toInt(), specialty.name, {}};
+        for (const embedded::BigCategory& big : specialty.bigCategories) {
+            rules::BigCategory& below = made.bigCategories.emplace_back();
+            below.id = big.id.strBigCategoryId.toInt();
+            below.name = big.name;
+            for (const embedded::SmallCategory& small : big.smallCategories) {
+                rules::SmallCategoryPtr known = configuration.Find(small.fullName);
+                below.smallCategories.push_back(known ? std::move(known) : WithDefaultAlone(small));
+            }
+        }
+        specialties.push_back(std::move(made));
+    }
+    return std::make_shared<const rules::Configuration>(std::move(specialties));
+}
+
+} // namespace shared

@@ -1,0 +1,127 @@
+#include "rules/takeoff/TakeoffReader.h"
+
+#include "rules/match/CellText.h"
+#include "tables/TableError.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace rules {
+
+namespace {
+
+const CString IdColumn = u"构件编号"_s;
+const CString NameColumn = u"具体构件"_s;
+const CString CategoryColumn = u"类别"_s;
+const CStringArray LevelColumns = {u"专业"_s, u"大类"_s, u"小类"_s};
+
+} // namespace
+
+TakeoffReader::TakeoffReader(const CString& path, const tables::ReadOptions& options)
+    : m_path(path), m_table(tables::OpenTable(path, options))
+{
+    TakeHeaders();
+    const auto id = ColumnOf(IdColumn);
+    if (!id)
+        throw tables::TableError(m_path, u"缺少列“%1”，现有的列：%2"_s.arg(IdColumn, m_headers.join(u"、"_s)),
+                                 {m_table->Sheet(), m_headerLine});
+    m_id = *id;
+    m_name = ColumnOf(NameColumn);
+    RequireCategory();
+}
+
+TakeoffReader::~TakeoffReader() = default;
+
+std::optional<std::size_t> TakeoffReader::ColumnOf(const CString& name) const
+{
+    const auto found = std::find(m_known.begin(), m_known.end(), Normalised(name));
+    if (found == m_known.end() || found->isEmpty()) return std::nullopt;
+    return static_cast<std::size_t>(found - m_known.begin());
+}
+
+void TakeoffReader::TakeHeaders()
+{
+    const tables::Row* const row = m_table->Next();
+    if (row == nullptr) throw tables::TableError(m_path, u"表是空的，连标题行也没有"_s, {m_table->Sheet()});
+    m_headerLine = row->line;
+    if (!row->fault.isEmpty()) throw tables::TableError(m_path, row->fault, {m_table->Sheet(), m_headerLine});
+    for (const tables::Cell& cell : row->cells) {
+        const auto column = static_cast<qsizetype>(m_known.size());
+        CString known = Normalised(cell.text);
+        const auto same = std::find(m_known.begin(), m_known.end(), known);
+        if (!known.isEmpty() && same != m_known.end())
+            throw tables::TableError(
+                m_path, u"列“%1”出现了两次，前一次在第 %2 列"_s.arg(known).arg(same - m_known.begin() + 1),
+                {m_table->Sheet(), m_headerLine, column});
+        m_known.push_back(std::move(known));
+        m_headers.append(WithoutBlanks(cell.text).toString());
+    }
+}
+
+/// Finds the column of the category, or those of its three levels.
+void TakeoffReader::RequireCategory()
+{
+    m_category = ColumnOf(CategoryColumn);
+    if (m_category) return;
+    CStringArray missing;
+    for (std::size_t level = 0; level < m_levels.size(); ++level) {
+        const CString& name = LevelColumns[static_cast<qsizetype>(level)];
+        const auto column = ColumnOf(name);
+        if (column)
+            m_levels[level] = *column;
+        else
+            missing.append(u'“' + name + u'”');
+    }
+    if (missing.isEmpty()) return;
+    const CString reason = missing.size() == LevelColumns.size()
+                               ? u"缺少列“类别”（或“专业”“大类”“小类”三列），现有的列：%1"_s
+                               : u"没有列“类别”，又缺少列"_s + missing.join(QString()) + u"，现有的列：%1"_s;
+    throw tables::TableError(m_path, reason.arg(m_headers.join(u"、"_s)), {m_table->Sheet(), m_headerLine});
+}
+
+/// Raises an error when cells stand behind the last heading.
+void TakeoffReader::CheckWidth(const tables::Row& row) const
+{
+    for (std::size_t i = m_known.size(); i < row.cells.size(); ++i)
+        if (!WithoutBlanks(row.cells[i].text).isEmpty())
+            throw tables::TableError(m_path, u"这里有值“%1”，但标题行没有这一列"_s.arg(row.cells[i].text),
+                                     {m_table->Sheet(), row.line, static_cast<qsizetype>(i)});
+}
+
+CString TakeoffReader::CategoryOf(const std::vector<CString>& cells) const
+{
+    if (m_category) return WithoutBlanks(cells[*m_category]).toString();
+    CStringArray levels;
+    for (const std::size_t column : m_levels)
+        levels.append(WithoutBlanks(cells[column]).toString());
+    return levels.join(u'\\');
+}
+
+bool TakeoffReader::Next(TakeoffRow& row)
+{
+    const tables::Row* const read = m_table->Next();
+    if (read == nullptr) return false;
+    row.line = read->line;
+    row.faults.clear();
+    row.cells.resize(m_known.size());
+    if (!read->fault.isEmpty()) throw tables::TableError(m_path, read->fault, {m_table->Sheet(), row.line});
+    CheckWidth(*read);
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        CString& cell = row.cells[i];
+        cell.truncate(0);
+        if (i >= read->cells.size()) continue;
+        CString fault = tables::FaultOf(read->cells[i]);
+        if (fault.isEmpty())
+            cell = read->cells[i].text.toString();
+        else if (!m_known[i].isEmpty())
+            row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
+    }
+    row.id = WithoutBlanks(row.cells[m_id]).toString();
+    row.category = CategoryOf(row.cells);
+    row.name = m_name ? row.cells[*m_name] : CString();
+    return true;
+}
+
+} // namespace rules
