@@ -99,17 +99,9 @@ void PickerWindow::EnableContent(bool enable)
 
 void PickerWindow::PlaceBesideWindow(QWidget& neighbour)
 {
-    Place(neighbour);
-    if (!widgets::FrameOf(*this).isNull()) return;
-    widgets::WhenFrameIsKnown(*this, [this, beside = QPointer(&neighbour)] {
-        if (beside) Place(*beside);
-    });
-}
-
-void PickerWindow::Place(QWidget& neighbour)
-{
     const QMargins beside = widgets::FrameOf(neighbour);
-    // A window that is just coming up does not know its frame yet. It will be like that of its neighbour.
+    // A window that is just coming up does not know its frame yet. It will be like that of its neighbour; to
+    // place it once more when the frame is known would make it jump under the user's mouse.
     const QMargins known = widgets::FrameOf(*this);
     const QMargins frame = known.isNull() ? beside : known;
     // A size that a former place allowed is not the one that was wanted.

@@ -66,7 +66,6 @@ protected:
     void Send(int code, const void* record);
 
 private:
-    void Place(QWidget& neighbour);
     void ShowChapter();
     void Remember();
 

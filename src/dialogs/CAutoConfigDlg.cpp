@@ -15,7 +15,6 @@
 #include "widgets/TreeControl.h"
 #include "widgets/WindowFrame.h"
 
-#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QSessionManager>
 #include <QtGui/QShortcut>
@@ -180,19 +179,11 @@ void CAutoConfigDlg::CenterOnMainFrame()
     const CWnd* frame = acedGetAcadFrame();
     if (frame == nullptr) return;
     create(); // before that the window has no frame that could be measured
-    MoveToMiddleOf(*frame);
-    if (!widgets::FrameOf(*this).isNull()) return;
-    widgets::WhenFrameIsKnown(*this, [this, mainFrame = QPointer<const CWnd>(frame)] {
-        if (mainFrame) MoveToMiddleOf(*mainFrame);
-    });
-}
-
-// While the dialog's own frame is not known it is taken for one like that of the main frame.
-void CAutoConfigDlg::MoveToMiddleOf(const CWnd& mainFrame)
-{
+    // A dialog that is coming up does not know its frame yet. It will be like that of the main frame; to move
+    // it once more when the frame is known would make it jump under the user's mouse.
     const QMargins own = widgets::FrameOf(*this);
-    const QMargins frame = own.isNull() ? widgets::FrameOf(mainFrame) : own;
-    widgets::MoveFrameTo(*this, widgets::CentredOn(widgets::OuterGeometry(mainFrame), size().grownBy(frame)));
+    const QMargins margins = own.isNull() ? widgets::FrameOf(*frame) : own;
+    widgets::MoveFrameTo(*this, widgets::CentredOn(widgets::OuterGeometry(*frame), size().grownBy(margins)));
 }
 
 void CAutoConfigDlg::CreateGrid()

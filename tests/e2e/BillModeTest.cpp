@@ -42,20 +42,6 @@ TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
 }
 
 // Frames included. The window manager puts its frame around the dialog only when that is shown.
-TEST_F(BillModeJourney, DialogStandsInTheMiddleOfTheMainWindow)
-{
-    StartOnProject();
-    OpenConfig();
-    Desktop::WaitFor(u"the dialog in the middle"_s, [this] {
-        const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
-        const QRect own = m_desktop.FrameGeometry(ConfigTitle);
-        return own.x() == outer.width() / 2 - own.width() / 2 + outer.x() &&
-               own.y() == outer.height() / 2 - own.height() / 2 + outer.y();
-    });
-    CloseConfig();
-    Quit();
-}
-
 TEST_F(BillModeJourney, DialogMakesWayForThePickerSoThatNothingIsCovered)
 {
     StartOnProject();
