@@ -38,7 +38,7 @@ bool ProductFits(std::int64_t a, std::int64_t b)
     if (a == std::numeric_limits<std::int64_t>::min() || b == std::numeric_limits<std::int64_t>::min())
         return false;
     const std::int64_t magnitude = a < 0 ? -a : a;
-    return magnitude == 0 || small(b, Most / magnitude + 1);
+    return magnitude <= 1 || small(b, Most / magnitude + 1);
 }
 
 bool IsDigit(QChar c)

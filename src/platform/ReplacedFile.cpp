@@ -38,6 +38,7 @@ void ReplacedFile::OpenBeside()
         m_file = m_files.OpenForWriting(part);
         m_part = part;
     } catch (const FileError&) {
+        if (m_kind == FileKind::Missing) throw; // where nothing can be made, the file cannot be made either
         // All is held, then, and written in place.
     }
 }

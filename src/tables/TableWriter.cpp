@@ -1,9 +1,7 @@
 #include "tables/TableWriter.h"
 
-#include "tables/CsvWriter.h"
 #include "tables/NumberText.h"
 #include "tables/TableError.h"
-#include "tables/XlsxWriter.h"
 
 namespace tables {
 
@@ -127,16 +125,6 @@ void TableWriter::FailCell(const CString& reason) const
 bool IsWorkbookPath(const CString& path)
 {
     return path.endsWith(u".xlsx", Qt::CaseInsensitive);
-}
-
-std::unique_ptr<TableWriter> CreateTable(const CString& path, const WriteOptions& options)
-{
-    if (IsWorkbookPath(path)) return std::make_unique<XlsxWriter>(path, options);
-    for (const CString& ending : {u".ods"_s, u".xls"_s, u".xlsm"_s, u".xlsb"_s}) {
-        if (path.endsWith(ending, Qt::CaseInsensitive))
-            throw TableError(path, u"不能写出 %1 文件，请用 .xlsx 或 .csv"_s.arg(ending));
-    }
-    return std::make_unique<CsvWriter>(path, options);
 }
 
 } // namespace tables

@@ -2,8 +2,8 @@
 
 #include "support/PrintText.h"
 #include "support/TempFolder.h"
+#include "tables/CreateTable.h"
 #include "tables/TableError.h"
-#include "tables/TableWriter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "TableFixture.h"
 
-#include "tables/TableWriter.h"
+#include "tables/CreateTable.h"
 
 #include <QtCore/QProcess>
 #include <QtCore/QStandardPaths>

@@ -1,4 +1,4 @@
-#include "tables/TableWriter.h"
+#include "tables/CreateTable.h"
 
 #include "TableFixture.h"
 #include "support/FaultyFileSystem.h"

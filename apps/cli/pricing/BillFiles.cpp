@@ -2,7 +2,7 @@
 
 #include "cli/pricing/BillLines.h"
 #include "cli/pricing/PricingText.h"
-#include "tables/TableWriter.h"
+#include "tables/CreateTable.h"
 
 #include <map>
 #include <utility>

@@ -9,10 +9,10 @@
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
+#include "tables/CreateTable.h"
 #include "tables/CsvText.h"
 #include "tables/Record.h"
 #include "tables/TableError.h"
-#include "tables/TableWriter.h"
 
 #include <algorithm>
 #include <map>

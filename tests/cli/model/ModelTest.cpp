@@ -61,7 +61,7 @@ QByteArray OddFile()
       <SMember name="给水管"><Config><Config id="99" bDefault="1"/></Config></SMember>
     </LMember>
   </任何>
-  <给排水 id="1" name="给排水"/>
+  <弱电 id="5" name="弱电"/>
 </自动套清单定额配置信息>
 )";
 }

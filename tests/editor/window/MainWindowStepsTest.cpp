@@ -6,6 +6,7 @@
 #include "support/WindowWaits.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
@@ -171,7 +172,7 @@ TEST_F(MainWindowSteps, TableIsNotExportedOverARuleFile)
 
 TEST_F(MainWindowSteps, AttributeKeyRebuildsTheAttributeConfiguration)
 {
-    ASSERT_FALSE(m_folder.Exists(u"project\\app\\AttrConfig.xml"_s));
+    ASSERT_TRUE(QFile::remove(m_folder.Native(u"project\\app\\AttrConfig.xml"_s)));
     Press(Qt::Key_F6);
     EXPECT_EQ(Told(), u"已重建属性配置文件"_s);
     EXPECT_TRUE(m_folder.Exists(u"project\\app\\AttrConfig.xml"_s));
