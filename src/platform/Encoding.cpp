@@ -91,6 +91,13 @@ std::optional<CString> Decode(const QByteArray& bytes, Encoding encoding)
     return native::DecodeChinese(bytes, "GB18030");
 }
 
+CString FromUtf8(QByteArrayView bytes)
+{
+    const QByteArrayView mark("\xEF\xBB\xBF");
+    if (!bytes.startsWith(mark)) return CString::fromUtf8(bytes);
+    return QChar(QChar::ByteOrderMark) + FromUtf8(bytes.sliced(mark.size()));
+}
+
 std::optional<QByteArray> Encode(const CString& text, Encoding encoding)
 {
     if (!text.isValidUtf16()) return std::nullopt;

@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QByteArrayView>
 
 #include <optional>
 
@@ -21,6 +22,10 @@ enum class Encoding {
 /// `bytes` as text; nothing when they do not decode strictly. The byte order mark that the encoding names is
 /// taken off, and may be missing; under `Utf8` a mark stays as the character U+FEFF.
 KTQDDE_EXPORT std::optional<CString> Decode(const QByteArray& bytes, Encoding encoding);
+
+/// Valid UTF-8 as text, with every character that it holds: U+FEFF at the beginning is one of them, not a mark that
+/// would be taken off. Bytes that are no UTF-8 become U+FFFD.
+KTQDDE_EXPORT CString FromUtf8(QByteArrayView bytes);
 
 /// `text` as bytes, with the byte order mark that the encoding names; nothing when it does not encode (an
 /// unpaired surrogate).

@@ -1,3 +1,4 @@
+#include "platform/Encoding.h"
 #include "tables/NumberText.h"
 #include "tables/WorkbookReader.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 CString TextOf(QByteArrayView utf8)
 {
-    return CString::fromUtf8(utf8);
+    return platform::FromUtf8(utf8);
 }
 
 /// A number of repetitions; 1 when there is none.

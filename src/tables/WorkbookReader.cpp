@@ -33,7 +33,8 @@ void RowBuilder::Put(qsizetype column, const Slot& slot)
 void RowBuilder::SetUtf8(qsizetype column, CellKind kind, bool isFormula, QByteArrayView utf8)
 {
     if (utf8.isEmpty() && kind == CellKind::Text) return;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless);
+    using Flag = QStringConverter::Flag;
+    QStringDecoder decoder(QStringDecoder::Utf8, Flag::Stateless | Flag::ConvertInitialBom);
     const qsizetype begin = m_texts.size();
     m_texts.resize(begin + decoder.requiredSpace(utf8.size()));
     QChar* const start = m_texts.data() + begin;

@@ -1,3 +1,4 @@
+#include "platform/Encoding.h"
 #include "tables/NumberText.h"
 #include "tables/WorkbookReader.h"
 #include "tables/XlsxSheets.h"
@@ -215,7 +216,8 @@ void XlsxReader::EndCell()
     case Type::Result:
     case Type::Inline:
         if (!m_value.contains("_x")) return Cells().SetUtf8(m_column, CellKind::Text, m_isFormula, m_value);
-        return Cells().Set(m_column, CellKind::Text, m_isFormula, WithoutEscapes(CString::fromUtf8(m_value)));
+        return Cells().Set(m_column, CellKind::Text, m_isFormula,
+                           WithoutEscapes(platform::FromUtf8(m_value)));
     case Type::Boolean:
         return Cells().SetUtf8(m_column, CellKind::Boolean, m_isFormula,
                                m_value.trimmed() == "1" || m_value == "true" ? "TRUE" : "FALSE");

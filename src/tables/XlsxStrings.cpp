@@ -1,5 +1,6 @@
 #include "tables/XlsxStrings.h"
 
+#include "platform/Encoding.h"
 #include "tables/TableError.h"
 #include "tables/ZipReader.h"
 
@@ -78,7 +79,7 @@ void XlsxStrings::End(std::string_view name)
 {
     m_isInText = false;
     if (name == "rPh") --m_reading;
-    if (name == "si") Keep(WithoutEscapes(CString::fromUtf8(m_current)));
+    if (name == "si") Keep(WithoutEscapes(platform::FromUtf8(m_current)));
 }
 
 void XlsxStrings::Text(std::string_view text)

@@ -1,3 +1,4 @@
+#include "platform/Encoding.h"
 #include "xml/DocumentData.h"
 #include "xml/Utf8Name.h"
 
@@ -198,7 +199,7 @@ bool Element::GetAttribute(const CString& name, CString& value) const
     const pugi::xml_node node = Access::Require(*this, u"GetAttribute");
     const pugi::xml_attribute attribute = m_document->FindAttribute(node, Utf8Name(name).Text());
     if (!attribute) return false;
-    value = CString::fromUtf8(attribute.value());
+    value = platform::FromUtf8(attribute.value());
     return true;
 }
 

@@ -55,6 +55,25 @@ TEST(TableEncoding, MarkCountsAtTheBeginningOnly)
               (CArray<CStringArray>{{u"a"_s, u"\uFEFFb"_s}}));
 }
 
+TEST(TableEncoding, MarkWithinACellOfAWorkbookIsACharacterOfIt)
+{
+    const QByteArray marked = "\xEF\xBB\xBF"
+                              "b";
+    const CArray<CStringArray> expected{{u"\uFEFFb"_s}};
+    for (const QByteArray& text : {marked, marked + "_x0041_"}) {
+        const CArray<CStringArray> row{{text == marked ? u"\uFEFFb"_s : u"\uFEFFbA"_s}};
+        EXPECT_EQ(
+            test::FieldsOf(test::MakeXlsx("<row><c t=\"inlineStr\"><is><t>" + text + "</t></is></c></row>"),
+                           u"a.xlsx"_s),
+            row);
+    }
+    EXPECT_EQ(test::FieldsOf(
+                  test::MakeOds("<table:table-row><table:table-cell office:value-type=\"string\"><text:p>" +
+                                marked + "</text:p></table:table-cell></table:table-row>"),
+                  u"a.ods"_s),
+              expected);
+}
+
 TEST(TableEncoding, BytesThatAreNoTextAreRefusedWithTheirLine)
 {
     const CString reason = u"既不是 UTF-8 文本，也不是 GB18030 文本（从第 3 行起）"_s;

@@ -135,6 +135,16 @@ TEST(Save, EveryLegalCharacterSurvivesInAValue)
     EXPECT_EQ(read, text);
 }
 
+TEST(Save, ByteOrderMarkAtTheBeginningOfAValueIsACharacterOfIt)
+{
+    const CString text = u"\uFEFF\uFEFF定额"_s;
+    const xml::Document document = xml::Document::Create();
+    document.AppendChild(document.CreateElement(u"a"_s)).ToElement().SetAttribute(u"x"_s, text);
+    CString read;
+    ASSERT_TRUE(Parse(document.ToBytes()).FirstChild().ToElement().GetAttribute(u"x"_s, read));
+    EXPECT_EQ(read, text);
+}
+
 TEST(Save, DeepDocumentIsWrittenWithoutAStack)
 {
     constexpr int Depth = 100000;
