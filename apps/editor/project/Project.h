@@ -60,6 +60,9 @@ public:
     CString BillLibrary();
     CString QuotaLibrary();
 
+    /// To be called when a dialog of the module has ended.
+    void ForgetProposedNumbers() { m_host.ForgetProposedNumbers(); }
+
     /// Path text of the folder of the rule files, which may be missing.
     CString RuleFolder() const;
     /// Path text of the current configuration's rule file, which may be missing. Found without opening it.
