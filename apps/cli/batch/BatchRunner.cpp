@@ -9,8 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, bool keepGoing)
-    : m_presenter(presenter), m_files(files), m_keepGoing(keepGoing)
+BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, const RecordCompletion& records,
+                         bool keepGoing)
+    : m_presenter(presenter), m_files(files), m_records(records), m_keepGoing(keepGoing)
 {
 }
 
@@ -36,7 +37,9 @@ BatchRunner::Answer BatchRunner::Answered(const QByteArray& line)
         answer.op = BatchOperationName(object);
         const BatchOperation* operation = FindBatchOperation(answer.op);
         if (operation == nullptr) throw BadLine(u"没有操作“%1”"_s.arg(answer.op));
-        answer.result = m_files.Run(*operation, m_presenter, ReadBatchRequest(object, operation->keys));
+        BatchRequest request = ReadBatchRequest(object, operation->keys);
+        m_records.Complete(request);
+        answer.result = m_files.Run(*operation, m_presenter, request);
     } catch (const std::exception& error) {
         answer.error = CString::fromUtf8(error.what());
     }

@@ -1,11 +1,9 @@
 #include "cli/commands/NewCommand.h"
 
+#include "cli/commands/NamedTarget.h"
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
-#include "cli/reading/RuleFiles.h"
-#include "cli/reading/Session.h"
 #include "platform/Paths.h"
-#include "presenter/CQdDeConfigPresenter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -32,20 +30,15 @@ NewCommand::NewCommand() : Command(Describe()) {}
 
 void NewCommand::Run(const Arguments& arguments) const
 {
-    Session session(arguments);
-    const auto lock =
-        LockRuleFiles(session.History(), {CurrentFile(), ConfigurationPath(arguments.Positional()[0])});
-    const CString path = TargetConfiguration(arguments);
-    KeepAndCheck(CurrentFile(), session.History());
-    session.History().Keep(path);
-    CQdDeConfigPresenter presenter({});
-    if (!presenter.NewFile(path)) {
+    NamedTarget target(arguments);
+    const CString& path = target.Path();
+    if (!target.Presenter().NewFile(path)) {
         CheckRuleFile(path);
         throw Refusal(u"新建没有成功：%1"_s.arg(platform::ToNative(path)));
     }
     NoteOnCurrent(path);
-    WriteText(
-        u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(presenter.GetCurConfig(), platform::ToNative(path)));
+    WriteText(u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(target.Presenter().GetCurConfig(),
+                                                          platform::ToNative(path)));
 }
 
 } // namespace cli

@@ -73,6 +73,17 @@ TEST_F(FileVerbs, NamesThatCannotBeConfigurationsAreRefused)
     EXPECT_EQ(m_cli.RunInProject({u"new"_s, QString(50, u'长')}).status, 0);
 }
 
+TEST_F(FileVerbs, NameThatNoFileSystemHoldsIsRefusedWithItsLimit)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, QString(83, u'管')}).status, 0);
+    for (const QString& verb : {u"new"_s, u"save-as"_s}) {
+        const test::Outcome outcome = m_cli.RunInProject({verb, QString(84, u'管')});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.Err().contains(u"最多 255 字节，一个汉字占 3 字节"_s))
+            << outcome.err.toStdString();
+    }
+}
+
 TEST_F(FileVerbs, SaveAsWritesACopyAndKeepsTheCurrentConfiguration)
 {
     const QByteArray before = CurrentName();
