@@ -87,6 +87,7 @@ BatchResult BatchFiles::Run(const BatchOperation& operation, CQdDeConfigPresente
         if (operation.writes == BatchWrites::Both) m_open = named;
     }
     if (saves || operation.writes == BatchWrites::Both) Learn();
+    if (!result.ok && operation.replaces) RefuseCopy(operation, named);
     return result;
 }
 
@@ -105,6 +106,14 @@ void BatchFiles::RefuseOthersChange() const
     throw Refusal(
         u"%1：专业“%2”已被另一个程序改过，没有保存；请在它现在的内容上重新运行脚本，或者用 SaveAs 另存"_s.arg(
             platform::ToNative(m_open), m_session.Spec()));
+}
+
+/// What replaces a file begins with a copy of the open file, or of the template of new ones.
+void BatchFiles::RefuseCopy(const BatchOperation& operation, const CString& named) const
+{
+    const CString from = operation.writes == BatchWrites::Named ? m_open : store::TemplatePath();
+    const CString reason = WhyNotCopied(from, named);
+    if (!reason.isEmpty()) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(named), reason));
 }
 
 void BatchFiles::Learn()

@@ -71,6 +71,8 @@ void BatchRunner::Write(const Answer& answer) const
     } catch (const NobodyListens&) {
         // What a script changes depends on how far it came, so its end is not silent.
         throw Refusal(u"第 %1 行之后没有再做下去：标准输出写不进去"_s.arg(m_line));
+    } catch (const Refusal& refusal) {
+        throw Refusal(u"第 %1 行之后没有再做下去：%2"_s.arg(m_line).arg(CString::fromUtf8(refusal.what())));
     }
 }
 

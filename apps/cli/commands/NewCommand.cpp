@@ -3,7 +3,9 @@
 #include "cli/commands/NamedTarget.h"
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
+#include "store/RuleFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +26,19 @@ CommandInfo Describe()
     return info;
 }
 
+/// The module takes what stands at the path when the template could not be copied there. `taken` is what it
+/// answered.
+void CheckCopy(const CString& path, bool taken)
+{
+    platform::FileSystem& files = platform::Files();
+    if (taken && files.Read(path) == files.Read(store::TemplatePath())) return;
+    const CString failed = u"新建没有成功：%1"_s.arg(platform::ToNative(path));
+    const CString reason = WhyNotCopied(store::TemplatePath(), path);
+    if (!reason.isEmpty()) throw Refusal(failed + u'：' + reason);
+    CheckRuleFile(path);
+    throw Refusal(failed);
+}
+
 } // namespace
 
 NewCommand::NewCommand() : Command(Describe()) {}
@@ -32,10 +47,8 @@ void NewCommand::Run(const Arguments& arguments) const
 {
     NamedTarget target(arguments);
     const CString& path = target.Path();
-    if (!target.Presenter().NewFile(path)) {
-        CheckRuleFile(path);
-        throw Refusal(u"新建没有成功：%1"_s.arg(platform::ToNative(path)));
-    }
+    const bool taken = target.Presenter().NewFile(path);
+    CheckCopy(path, taken);
     NoteOnCurrent(path);
     WriteText(u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(target.Presenter().GetCurConfig(),
                                                           platform::ToNative(path)));

@@ -31,7 +31,9 @@ void SaveAsCommand::Run(const Arguments& arguments) const
 {
     NamedTarget target(arguments);
     const CString& path = target.Path();
-    if (!target.Presenter().SaveAs(path)) throw Refusal(u"另存没有成功：%1"_s.arg(platform::ToNative(path)));
+    if (!target.Presenter().SaveAs(path))
+        throw Refusal(
+            u"另存没有成功：%1：%2"_s.arg(platform::ToNative(path), WhyNotCopied(CurrentFile(), path)));
     WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path),
                                                         target.Presenter().GetCurConfig()));
 }

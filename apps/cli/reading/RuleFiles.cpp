@@ -147,6 +147,17 @@ void CheckReplaceable(const CString& path)
         throw Refusal(u"%1 不是规则文件，不能替换：%2"_s.arg(platform::ToNative(path), state.Describe()));
 }
 
+CString WhyNotCopied(const CString& from, const CString& to)
+{
+    platform::FileSystem& files = platform::Files();
+    const bool stood = files.Exists(to);
+    CString reason;
+    const auto former = stood ? files.Read(to, &reason) : QByteArray();
+    if (!former || !files.Copy(from, to, &reason)) return reason;
+    stood ? files.PutBack(to, *former) : static_cast<void>(files.Remove(to));
+    return {};
+}
+
 void KeepAndCheck(const CString& path, embedded::History& history)
 {
     history.Keep(path);
