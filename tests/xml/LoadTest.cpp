@@ -134,7 +134,7 @@ TEST(Load, SaysWhatIsWrongAlsoWhereTheFileEnds)
     const auto reason = [](const QByteArray& bytes) { return Parse(bytes).Reason().text; };
     EXPECT_EQ(reason("<?xml version=\"1.0\"?>\n"), u"没有根元素"_s);
     EXPECT_EQ(reason("<!-- x -->"), u"没有根元素"_s);
-    EXPECT_EQ(reason("<a x='1' x='2'"), u"同一元素中属性重复"_s);
+    EXPECT_EQ(reason("<a x='1' x='2'/>"), u"同一元素中属性重复"_s);
     EXPECT_EQ(reason("<a/><?xml"), u"XML 声明只能在文件开头"_s);
     for (const QByteArray cut :
          {"<a", "<a>", "<a x", "<a x=", "<a x='1", "<a/><!-- x", "<?xml version", "<a></a"})
