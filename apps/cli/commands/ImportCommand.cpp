@@ -84,12 +84,12 @@ void ImportCommand::Run(const Arguments& arguments) const
     CString text = Summary(report);
     if (!report.library.code.isEmpty())
         text += u"库：%1 %2\n"_s.arg(report.library.code, report.library.name);
+    for (const CString& note : report.notes)
+        text += note + u'\n';
     for (const CString& row : report.changedRows)
         text += u"修改 "_s + row + u'\n';
     for (const CString& row : report.removedRows)
         text += u"去掉 "_s + row + u'\n';
-    for (const CString& note : report.notes)
-        text += note + u'\n';
     WriteText(text);
 }
 

@@ -148,7 +148,7 @@ CString DescribeImport(const embedded::ImportReport& report)
         lines.append(u"没有导入，原有的数据没有变。被拒绝的行：%1。"_s.arg(report.refused.size()));
     for (const embedded::RefusedRow& row : report.refused)
         lines.append(row.line > 0 ? u"第 %1 行：%2"_s.arg(row.line).arg(row.reason) : row.reason);
-    return (lines + Touched(report) + report.notes).join(u'\n');
+    return (lines + report.notes + Touched(report)).join(u'\n');
 }
 
 CString ImportQuestion(const embedded::ImportReport& trial)
