@@ -172,7 +172,7 @@ void MainWindow::ImportData()
     const auto options = dialog.Options();
     const QString file = dialog.File();
     embedded::ImportReport report;
-    const auto import = [&](bool isTrial) {
+    const auto run = [&](bool isTrial) {
         auto chosen = options;
         chosen.isTrial = isTrial;
         RunLongStep(this, isTrial ? u"正在检查…"_s : u"正在导入…"_s,
@@ -180,10 +180,10 @@ void MainWindow::ImportData()
                         report = embedded::Import(folder, kind, file, chosen, control.AsProgress());
                     });
     };
-    import(true);
+    run(true);
     const CString question = ImportQuestion(report);
     if (!question.isEmpty() && !AskYesNo(question)) return;
-    if (report.refused.isEmpty() && !report.cancelled) import(false);
+    if (report.refused.isEmpty() && !report.cancelled) run(false);
     MakeImportReport(this, report)->exec();
     if (report.stored) Open(m_project->Folder());
 }
