@@ -1,5 +1,6 @@
 #include "embedded/windows/CloudFolder.h"
 
+#include "host/ProjectIni.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
@@ -15,9 +16,9 @@ namespace {
 /// Longer than any path of the supported systems.
 constexpr int PathBuffer = 32768;
 
-platform::ProfileFile Profile(const CString& projectFolder)
+platform::ProfileFile Profile(const CString& projectFile)
 {
-    return platform::ProfileFile(projectFolder + u"\\SysRegedit.ini"_s);
+    return platform::ProfileFile(host::ProjectIni(projectFile));
 }
 
 CString Section()
@@ -44,10 +45,10 @@ CString MakeDefaultFolder(const CString& projectFolder, const CString& name)
 } // namespace
 
 CloudFolder::CloudFolder(const CString& projectFile, const CString& name, const QString& preset)
-    : m_projectFolder(platform::FolderOf(projectFile)), m_path(platform::FromNative(preset))
+    : m_projectFile(projectFile), m_path(platform::FromNative(preset))
 {
-    if (m_path.isEmpty()) m_path = Profile(m_projectFolder).Read(Section(), Key(), {}, PathBuffer);
-    if (m_path.isEmpty()) m_path = MakeDefaultFolder(m_projectFolder, name);
+    if (m_path.isEmpty()) m_path = Profile(m_projectFile).Read(Section(), Key(), {}, PathBuffer);
+    if (m_path.isEmpty()) m_path = MakeDefaultFolder(platform::FolderOf(m_projectFile), name);
 }
 
 CString CloudFolder::Fault() const
@@ -65,7 +66,7 @@ CString CloudFolder::Choose(const QString& nativeFolder)
     if (!platform::HasPathText(nativeFolder)) return u"不能使用此文件夹，它的路径中有反斜杠"_s;
     m_path = platform::FromNative(nativeFolder);
     m_chosen = true;
-    if (Profile(m_projectFolder).Write(Section(), Key(), m_path)) return {};
+    if (Profile(m_projectFile).Write(Section(), Key(), m_path)) return {};
     return u"工程文件 SysRegedit.ini 不能写入，下次打开工程时需要重新选择文件夹"_s;
 }
 

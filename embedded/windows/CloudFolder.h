@@ -29,7 +29,7 @@ public:
     CString Choose(const QString& nativeFolder);
 
 private:
-    CString m_projectFolder;
+    CString m_projectFile;
     CString m_path;
     bool m_chosen = false;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "widgets/Collation.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QFileInfo>
@@ -42,7 +43,7 @@ std::vector<TemplateFile> FindTemplates(const CString& folder)
     for (const CString& name : platform::Files().FindFiles(folder, u".xml"_s))
         files.push_back(DescribeTemplate(folder + u'\\' + name));
     std::sort(files.begin(), files.end(), [](const TemplateFile& left, const TemplateFile& right) {
-        return left.name.localeAwareCompare(right.name) < 0;
+        return widgets::Collate(left.name, right.name) < 0;
     });
     return files;
 }

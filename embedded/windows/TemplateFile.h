@@ -21,7 +21,8 @@ struct TemplateFile
 /// What is known of the file at `path`.
 TemplateFile DescribeTemplate(const CString& path);
 
-/// The files of `folder` that end in ".xml", sorted by name; empty when the folder cannot be read.
+/// The files of `folder` that end in ".xml", in the order of sorted lists by name; empty when the folder
+/// cannot be read.
 std::vector<TemplateFile> FindTemplates(const CString& folder);
 
 } // namespace embedded

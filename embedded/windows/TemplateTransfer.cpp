@@ -63,14 +63,6 @@ TransferOutcome Overwrite(const CString& folder, const CString& name, const QByt
     return {true, name, platform::FileNameOf(backup), {}};
 }
 
-bool IsDeviceName(const CString& name)
-{
-    const CString device = name.section(u'.', 0, 0).trimmed().toUpper();
-    if (device == u"CON" || device == u"PRN" || device == u"AUX" || device == u"NUL") return true;
-    const bool isPort = device.startsWith(u"COM") || device.startsWith(u"LPT");
-    return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
-}
-
 } // namespace
 
 CString TemplateNameFault(const CString& name)
@@ -82,10 +74,10 @@ CString TemplateNameFault(const CString& name)
     if (name.trimmed().isEmpty()) return u"请输入名称"_s;
     if (std::any_of(name.begin(), name.end(), isForbidden) || !name.isValidUtf16())
         return u"名称不能包含下列任何字符: \\ / : * ? \" < > |"_s;
-    if (IsDeviceName(name)) return u"名称不能使用系统保留的设备名"_s;
+    if (platform::IsDeviceName(name)) return u"名称不能使用系统保留的设备名"_s;
     if (name.back() == u'.' || name.back().isSpace() || name.front().isSpace())
         return u"名称的开头和结尾不能是空格，结尾不能是句点"_s;
-    if (name.size() > CurrentConfiguration::LongestName || PathOf({}, name).toUtf8().size() > 255)
+    if (name.size() > CurrentConfiguration::LongestName || platform::IsTooLongFileName(name + u".xml"_s))
         return u"名称过长"_s;
     return {};
 }

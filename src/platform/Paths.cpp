@@ -2,6 +2,10 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QStringView>
+
+#include <algorithm>
+#include <array>
 
 namespace platform {
 
@@ -43,6 +47,21 @@ CString FileNameOf(const CString& pathText)
 CString BeforeLastStop(const CString& fileName)
 {
     return fileName.left(qMax(qsizetype{0}, fileName.lastIndexOf(u'.')));
+}
+
+bool IsDeviceName(const CString& fileName)
+{
+    const CString device = fileName.section(u'.', 0, 0).trimmed().toUpper();
+    const std::array<QStringView, 6> devices{u"CON", u"PRN", u"AUX", u"NUL", u"CONIN$", u"CONOUT$"};
+    if (std::find(devices.begin(), devices.end(), device) != devices.end()) return true;
+    const bool isPort = device.startsWith(u"COM") || device.startsWith(u"LPT");
+    return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
+}
+
+bool IsTooLongFileName(const CString& fileName)
+{
+    constexpr qsizetype most = 255;
+    return fileName.toUtf8().size() > most;
 }
 
 } // namespace platform

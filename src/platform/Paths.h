@@ -28,4 +28,12 @@ KTQDDE_EXPORT CString FileNameOf(const CString& pathText);
 /// A name without a full stop becoming empty is how a configuration name is cut: the caller relies on it.
 KTQDDE_EXPORT CString BeforeLastStop(const CString& fileName);
 
+/// Whether a file of that name (no folder) would be a device on Windows: a device's name in any letter case
+/// and with any extension.
+KTQDDE_EXPORT bool IsDeviceName(const CString& fileName);
+
+/// Whether a file name is longer than file systems hold: 255 bytes in UTF-8, in which a Chinese character has
+/// three.
+KTQDDE_EXPORT bool IsTooLongFileName(const CString& fileName);
+
 } // namespace platform

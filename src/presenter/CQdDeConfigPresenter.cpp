@@ -1,6 +1,7 @@
 #include "presenter/CQdDeConfigPresenter.h"
 
 #include "host/NvKtDataMng.h"
+#include "host/ProjectIni.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
@@ -29,8 +30,7 @@ CString IniKey()
 
 platform::ProfileFile ProjectIni()
 {
-    return platform::ProfileFile(platform::FolderOf(NvKtDataMng::CProj().GetPrjPath()) +
-                                 u"\\SysRegedit.ini"_s);
+    return platform::ProfileFile(host::ProjectIni(NvKtDataMng::CProj().GetPrjPath()));
 }
 
 CString CurrentSpec()

@@ -12,6 +12,8 @@ namespace {
 
 constexpr ByteSet PlainInText = PlainBytes("<&]");
 
+constexpr QStringView NoText = u"字节不是有效的文字编码";
+
 } // namespace
 
 Scanner::Scanner(const QByteArray& text)
@@ -57,7 +59,7 @@ void Scanner::ScanPseudoAttribute(std::string_view name, bool required)
     const char* const before = m_at;
     SkipBlanks();
     if (m_at == before || !StartsWith(name)) {
-        if (required) Refuse(u"XML 声明不完整");
+        if (required) Miss(u"XML 声明不完整");
         m_at = before;
         return;
     }
@@ -66,11 +68,11 @@ void Scanner::ScanPseudoAttribute(std::string_view name, bool required)
     Expect("=", u"XML 声明不完整");
     SkipBlanks();
     const char quote = *m_at;
-    if (quote != '"' && quote != '\'') Refuse(u"XML 声明不完整");
+    if (quote != '"' && quote != '\'') Miss(u"XML 声明不完整");
     const char* const value = ++m_at;
     while (*m_at != quote && *m_at > ' ' && *m_at != '<')
         ++m_at;
-    if (*m_at != quote) Refuse(u"XML 声明不完整");
+    if (*m_at != quote) Miss(u"XML 声明不完整");
     const std::string_view text(value, static_cast<std::size_t>(m_at - value));
     if (name == "version" && text != "1.0") Refuse(u"只支持 XML 1.0");
     if (name == "standalone" && text != "yes" && text != "no") Refuse(u"XML 声明不完整");
@@ -137,7 +139,7 @@ void Scanner::ScanMarkup()
         ScanCData();
         EndChild();
     } else {
-        Refuse(u"无法识别的标记");
+        Miss(u"无法识别的标记");
     }
 }
 
@@ -164,10 +166,10 @@ void Scanner::ScanEndTag()
     m_at += 2;
     const std::string_view name = m_open.back();
     // The name may be a mere beginning of the one that stands here; the blank or ">" behind it decides.
-    if (!StartsWith(name)) Refuse(u"结束标记与开始标记不符");
+    if (!StartsWith(name)) Miss(u"结束标记与开始标记不符");
     m_at += name.size();
     SkipBlanks();
-    if (*m_at != '>') Refuse(u"结束标记与开始标记不符");
+    if (*m_at != '>') Miss(u"结束标记与开始标记不符");
     ++m_at;
     m_open.pop_back();
     if (m_open.empty()) {
@@ -244,7 +246,7 @@ void Scanner::ScanInstruction()
     const auto isLetter = [&target](std::size_t i, char lower) { return (target[i] | 0x20) == lower; };
     if (target.size() == 3 && isLetter(0, 'x') && isLetter(1, 'm') && isLetter(2, 'l'))
         Refuse(u"XML 声明只能在文件开头");
-    if (!StartsWith("?>") && !IsBlank(*m_at)) Refuse(u"处理指令名称无效");
+    if (!StartsWith("?>") && !IsBlank(*m_at)) Miss(u"处理指令名称无效");
     while (!StartsWith("?>"))
         SkipCharacter();
     m_at += 2;
@@ -260,7 +262,7 @@ void Scanner::ScanCData()
 
 void Scanner::Expect(std::string_view text, QStringView why)
 {
-    if (!StartsWith(text)) Refuse(why);
+    if (!StartsWith(text)) Miss(why);
     m_at += text.size();
 }
 
@@ -268,7 +270,7 @@ void Scanner::SkipAnyCharacter()
 {
     const CodePoint c = DecodeUtf8(m_at);
     if (m_at == m_end) Refuse(u"文件不完整");
-    if (c.length == 0) Refuse(u"字节不是有效的文字编码");
+    if (c.length == 0) Refuse(NoText);
     if (!IsXmlCharacter(c.value)) Refuse(u"含有 XML 不允许的字符");
     m_at += c.length;
 }
@@ -276,7 +278,7 @@ void Scanner::SkipAnyCharacter()
 std::string_view Scanner::TakeName(QStringView why)
 {
     const char* const end = SkipName(m_at);
-    if (end == m_at) Refuse(why);
+    if (end == m_at) Miss(why);
     const std::string_view name(m_at, static_cast<std::size_t>(end - m_at));
     m_at = end;
     return name;
@@ -299,7 +301,14 @@ void Scanner::EndChild()
 
 void Scanner::Refuse(QStringView why) const
 {
-    throw Refusal{Offset(m_at), m_at == m_end && m_begin != m_end ? u"文件不完整" : why};
+    throw Refusal{Offset(m_at), why};
+}
+
+void Scanner::Miss(QStringView why) const
+{
+    if (m_at == m_end) Refuse(u"文件不完整");
+    const bool isAscii = static_cast<unsigned char>(*m_at) < 0x80;
+    Refuse(isAscii || DecodeUtf8(m_at).length > 0 ? why : NoText);
 }
 
 } // namespace xml::detail

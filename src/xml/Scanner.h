@@ -113,7 +113,10 @@ private:
     {
         return static_cast<std::size_t>(position - m_begin);
     }
+    /// Whatever follows, this is no XML.
     [[noreturn]] void Refuse(QStringView why) const;
+    /// Something else had to stand here: the reason is `why`, unless the bytes end here or are no text.
+    [[noreturn]] void Miss(QStringView why) const;
 
     const char* m_begin;
     const char* m_at;

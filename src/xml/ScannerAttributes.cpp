@@ -54,7 +54,7 @@ bool Scanner::ScanAttributes(std::string_view element)
         const char* const before = m_at;
         SkipBlanks();
         if (*m_at == '>' || *m_at == '/') break;
-        if (m_at == before) Refuse(u"标记没有正确结束");
+        if (m_at == before) Miss(u"标记没有正确结束");
         names.resize(count);
         names.push_back(ScanAttributeName());
         ScanAttributeValue();
@@ -107,13 +107,13 @@ std::vector<AttributeOutline> Scanner::AttributesFrom(const char* tag)
 inline std::string_view Scanner::ScanAttributeName()
 {
     const char* const end = SkipName(m_at);
-    if (end == m_at) Refuse(u"属性名称无效");
+    if (end == m_at) Miss(u"属性名称无效");
     const std::string_view name(m_at, static_cast<std::size_t>(end - m_at));
     m_at = end;
     if (*m_at != '=') SkipBlanks();
     Expect("=", u"属性没有值");
     if (*m_at != '"') SkipBlanks();
-    if (*m_at != '"' && *m_at != '\'') Refuse(u"属性值没有引号");
+    if (*m_at != '"' && *m_at != '\'') Miss(u"属性值没有引号");
     return name;
 }
 

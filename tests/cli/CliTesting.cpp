@@ -38,6 +38,7 @@ Outcome Cli::Run(const QStringList& arguments, const QByteArray& input) const
     QProcess process;
     process.setWorkingDirectory(m_folder.Native({}));
     process.setProcessEnvironment(m_environment);
+    if (!m_output.isEmpty()) process.setStandardOutputFile(m_output);
     process.start(QStringLiteral(KTQDDE_PROGRAM), arguments);
     process.write(input);
     process.closeWriteChannel();

@@ -38,6 +38,8 @@ public:
     Outcome Batch(const QByteArray& script, const QStringList& options = {}) const;
     /// Sets an environment variable for the runs to come.
     void SetVariable(const QString& name, const QString& value) { m_environment.insert(name, value); }
+    /// Sends the standard output of the runs to come to a native path instead of into their outcome.
+    void SendOutputTo(const QString& nativePath) { m_output = nativePath; }
 
     /// The name, in the folder, of the rule file of a configuration.
     static QString RuleFile(const QString& configuration = QStringLiteral("DefaultConfig"));
@@ -47,6 +49,7 @@ public:
 private:
     TempFolder m_folder;
     QProcessEnvironment m_environment;
+    QString m_output;
 };
 
 } // namespace test

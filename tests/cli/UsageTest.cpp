@@ -1,5 +1,6 @@
 #include "cli/CliTesting.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
 #include <gtest/gtest.h>
@@ -217,4 +218,21 @@ TEST(Init, RefusesALibraryThatIsUnknownOrOfTheOtherMode)
     const test::Outcome other = cli.Run({u"init"_s, u"p"_s, u"--quota-library"_s, u"DEMO-DE-2025"_s});
     EXPECT_EQ(other.status, 1);
     EXPECT_FALSE(cli.Folder().Exists(u"p"_s));
+}
+
+// A device that takes nothing, as a full disk does; not every system has one.
+TEST(StandardOutput, ThatCannotBeWrittenIsToldWithTheReason)
+{
+    const QString full = u"/dev/full"_s;
+    if (!QFile::exists(full)) GTEST_SKIP();
+    Cli cli(u"bill"_s);
+    cli.SendOutputTo(full);
+    const test::Outcome shown = cli.RunInProject({u"catalog"_s});
+    EXPECT_EQ(shown.status, 1);
+    EXPECT_TRUE(shown.Err().contains(QRegularExpression(u"标准输出写不进去：\\S"_s)))
+        << shown.err.toStdString();
+    const test::Outcome batch = cli.Batch("{\"op\":\"Save\"}\n");
+    EXPECT_EQ(batch.status, 1);
+    EXPECT_TRUE(batch.Err().contains(QRegularExpression(u"第 1 行之后没有再做下去：标准输出写不进去：\\S"_s)))
+        << batch.err.toStdString();
 }

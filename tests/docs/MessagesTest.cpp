@@ -28,7 +28,31 @@ QMultiHash<QString, QString> QuotesOfTheManual()
     return quotes;
 }
 
+/// The messages with which the points of a section begin.
+QStringList FirstQuotes(const QString& section)
+{
+    QStringList quotes;
+    for (const QString& line : section.split(u'\n')) {
+        if (line.startsWith(u"- 「")) quotes.append(line.mid(3, line.indexOf(u'」') - 3));
+    }
+    return quotes;
+}
+
 } // namespace
+
+TEST(Manual, TellsOfEachMessageOnceInASection)
+{
+    const QString text = test::Document(u"docs/manual.zh-CN/messages.md"_s).Text();
+    const QStringList sections = text.split(u"\n## "_s);
+    EXPECT_GE(sections.size(), 8);
+    for (const QString& section : sections) {
+        QSet<QString> told;
+        for (const QString& quote : FirstQuotes(section)) {
+            EXPECT_FALSE(told.contains(quote)) << quote.toStdString();
+            told.insert(quote);
+        }
+    }
+}
 
 TEST(Manual, QuotesOnlyWhatTheProgramsShow)
 {

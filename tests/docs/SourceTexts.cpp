@@ -18,7 +18,7 @@ namespace {
 /// Calls and functions that decide what a box says.
 const QRegularExpression
     Tellers(u"^(Show|ShowWarning|AskYesNo|ShowReport|AskOpenAnyway|AskHeadTarget|Describe|Choose|Failed|Fail|"
-            "Error|FileError|Refuse|Refusal|Expect|TakeName|invalid_argument|\\w*Fault)$"_s);
+            "Error|FileError|Refuse|Miss|Refusal|Expect|TakeName|invalid_argument|\\w*Fault)$"_s);
 
 bool IsWordCharacter(QChar c)
 {

@@ -19,6 +19,24 @@ TEST(Paths, NativeFormHasThePlatformsSeparator)
     EXPECT_EQ(platform::ToNative(QString()), QString());
 }
 
+TEST(Paths, DevicesOfWindowsAreKnownInAnyLetterCaseAndWithAnyExtension)
+{
+    for (const CString& name :
+         {u"CON"_s, u"nul.xml"_s, u"Com1"_s, u"lpt9.a.b"_s, u"aux "_s, u"conin$.xml"_s, u"CONOUT$"_s})
+        EXPECT_TRUE(platform::IsDeviceName(name)) << name.toStdString();
+    for (const CString& name :
+         {CString(), u"CON1"_s, u"com0"_s, u"COM10"_s, u"xCON"_s, u"a.con"_s, u"控制"_s})
+        EXPECT_FALSE(platform::IsDeviceName(name)) << name.toStdString();
+}
+
+TEST(Paths, FileNamesAreAsLongAsFileSystemsHoldThem)
+{
+    EXPECT_FALSE(platform::IsTooLongFileName(CString(255, u'a')));
+    EXPECT_TRUE(platform::IsTooLongFileName(CString(256, u'a')));
+    EXPECT_FALSE(platform::IsTooLongFileName(CString(85, u'管')));
+    EXPECT_TRUE(platform::IsTooLongFileName(CString(86, u'管')));
+}
+
 TEST(Paths, PathTextIsAbsoluteCleanAndHasBackslashesOnly)
 {
     const QString native = QDir::tempPath() + u"/x/./y//../工程.prj"_s;

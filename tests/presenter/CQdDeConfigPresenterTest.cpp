@@ -1,6 +1,7 @@
 #include "presenter/CQdDeConfigPresenter.h"
 
 #include "store/StoreTesting.h"
+#include "support/ItemRecords.h"
 
 #include "xml/Error.h"
 
@@ -139,8 +140,7 @@ TEST_F(Presenter, MovingTheOnlyRuleDownRaisesTheIndexError)
 
 TEST_F(Presenter, BillItemsAreForwarded)
 {
-    QdStruct record;
-    record.strQdId = u"04"_s;
+    const QdStruct record = test::Qd(u"04"_s);
     EXPECT_TRUE(m_presenter.AddQd(record, Path(), m_rules));
     EXPECT_EQ(test::Ids(m_rules), (std::vector<int>{4, 1}));
     EXPECT_TRUE(m_presenter.ResetQd(Path(), record));
@@ -153,8 +153,7 @@ TEST_F(Presenter, BillItemsAreForwarded)
 
 TEST_F(Presenter, QuotaItemsOfABillItemAreForwarded)
 {
-    DeStruct record;
-    record.strDeId = u"C8"_s;
+    const DeStruct record = test::De(u"C8"_s);
     EXPECT_TRUE(m_presenter.AddDe2QdNode(record, Path(), m_rules));
     EXPECT_EQ(test::Ids(m_rules), (std::vector<int>{4, 1}));
     EXPECT_TRUE(m_presenter.ResetDeToQd(Path(7), record));
@@ -165,8 +164,7 @@ TEST_F(Presenter, QuotaItemsOfABillItemAreForwarded)
 
 TEST_F(Presenter, QuotaItemsOfARuleAreForwarded)
 {
-    DeStruct record;
-    record.strDeId = u"C8"_s;
+    const DeStruct record = test::De(u"C8"_s);
     EXPECT_TRUE(m_presenter.AddDe2ConfigNode(record, Path(), m_rules));
     EXPECT_EQ(test::Ids(m_rules), (std::vector<int>{4, 1}));
     EXPECT_TRUE(m_presenter.ResetDeToConfig(Path(8), record));

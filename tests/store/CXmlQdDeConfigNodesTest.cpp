@@ -1,30 +1,19 @@
 #include "store/CXmlQdDeConfig.h"
 
 #include "StoreTesting.h"
+#include "support/ItemRecords.h"
 
 #include <functional>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
+using test::De;
+using test::Qd;
 using test::RulePath;
 
 // The operations that take a path.
 
 namespace {
-
-QdStruct Qd(const CString& number)
-{
-    QdStruct record;
-    record.strQdId = number;
-    return record;
-}
-
-DeStruct De(const CString& number)
-{
-    DeStruct record;
-    record.strDeId = number;
-    return record;
-}
 
 /// A store on 给水管 with the rules 2, 3 and the default rule 1. Rule 2 has the condition 5, the bill item 6
 /// with the quota items 7 and 8, and the quota items 7 and 9.

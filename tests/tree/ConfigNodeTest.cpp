@@ -1,30 +1,19 @@
 #include "tree/ConfigNode.h"
 
 #include "TreeTesting.h"
+#include "support/ItemRecords.h"
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using test::De;
+using test::Qd;
 
 namespace {
 
 ConditionNode Condition(const CString& value)
 {
     return ConditionNode(u"A"_s, true, u"＝"_s, {}, {}, value, {}, {});
-}
-
-QdStruct Qd(const CString& number)
-{
-    QdStruct record;
-    record.strQdId = number;
-    return record;
-}
-
-DeStruct De(const CString& number)
-{
-    DeStruct record;
-    record.strDeId = number;
-    return record;
 }
 
 /// A rule with three of everything, numbered from 1.

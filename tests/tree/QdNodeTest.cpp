@@ -1,19 +1,14 @@
 #include "tree/QdNode.h"
 
 #include "TreeTesting.h"
+#include "support/ItemRecords.h"
 
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using test::De;
 
 namespace {
-
-DeStruct De(const CString& number)
-{
-    DeStruct record;
-    record.strDeId = number;
-    return record;
-}
 
 QdStruct FullQd()
 {

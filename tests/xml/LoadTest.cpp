@@ -129,6 +129,30 @@ TEST(Load, NamesLineAndColumnOfWhatItRefuses)
     EXPECT_TRUE(document.Reason().text.contains(u"重复"_s));
 }
 
+TEST(Load, SaysWhatIsWrongAlsoWhereTheFileEnds)
+{
+    const auto reason = [](const QByteArray& bytes) { return Parse(bytes).Reason().text; };
+    EXPECT_EQ(reason("<?xml version=\"1.0\"?>\n"), u"没有根元素"_s);
+    EXPECT_EQ(reason("<!-- x -->"), u"没有根元素"_s);
+    EXPECT_EQ(reason("<a x='1' x='2'/>"), u"同一元素中属性重复"_s);
+    EXPECT_EQ(reason("<a/><?xml"), u"XML 声明只能在文件开头"_s);
+    for (const QByteArray cut :
+         {"<a", "<a>", "<a x", "<a x=", "<a x='1", "<a/><!-- x", "<?xml version", "<a></a"})
+        EXPECT_EQ(reason(cut), u"文件不完整"_s) << cut.constData();
+}
+
+TEST(Load, BytesOfAnotherEncodingAreToldAsSuchWhereverTheyStand)
+{
+    const QByteArray declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+    const QByteArray gbk = "\xD7\xD4\xB6\xAF"; // 自动
+    for (const QByteArray& place :
+         {"<" + gbk + "/>", "<a" + gbk + "/>", "<a " + gbk + "='1'/>", "<a x='" + gbk + "'/>",
+          "<a>" + gbk + "</a>", "<a></" + gbk + ">", "<a><b></" + gbk + "></a>", "<a/><!--" + gbk + "-->",
+          "<?" + gbk + "?><a/>", "<a x=" + gbk + "/>"})
+        EXPECT_EQ(Parse(declaration + place).Reason().text, u"字节不是有效的文字编码"_s)
+            << place.toHex().constData();
+}
+
 TEST(Load, TakesElementsOfANameWithEverChangingAttributes)
 {
     const xml::Document document =

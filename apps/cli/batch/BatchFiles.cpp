@@ -2,8 +2,10 @@
 
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "store/RuleFile.h"
 
 #include <QtCore/QFileInfo>
 
@@ -20,6 +22,13 @@ bool IsSameFile(const CString& left, const CString& right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0 ||
            QFileInfo(platform::ToNative(left)) == QFileInfo(platform::ToNative(right));
+}
+
+/// A project without rules has no rule folder yet, and the store writes into folders that are there.
+void EnsureRuleFolderOf(const CString& path)
+{
+    if (platform::FolderOf(path).compare(store::RuleFolder(), Qt::CaseInsensitive) == 0)
+        embedded::EnsureFolder(store::RuleFolder());
 }
 
 /// Whether the operation writes the rules that are open back to the file they come from.
@@ -49,6 +58,7 @@ std::unique_ptr<CQdDeConfigPresenter> BatchFiles::Open(bool isNamed)
 {
     const auto lock = LockRuleFiles(m_session.History(), {m_open});
     KeepAndCheck(m_open, m_session.History());
+    EnsureRuleFolderOf(m_open);
     auto presenter = std::make_unique<CQdDeConfigPresenter>(isNamed ? m_open : CString());
     Learn();
     return presenter;
@@ -62,6 +72,7 @@ BatchResult BatchFiles::Run(const BatchOperation& operation, CQdDeConfigPresente
     const auto lock = LockRuleFiles(m_session.History(),
                                     named.isEmpty() ? CStringArray{m_open} : CStringArray{m_open, named});
     Check(operation, named);
+    EnsureRuleFolderOf(named);
     m_history.Before(operation.writes, named);
     const bool saves = Saves(operation, m_open, named);
     BatchResult result;
@@ -76,6 +87,7 @@ BatchResult BatchFiles::Run(const BatchOperation& operation, CQdDeConfigPresente
         if (operation.writes == BatchWrites::Both) m_open = named;
     }
     if (saves || operation.writes == BatchWrites::Both) Learn();
+    if (!result.ok && operation.replaces) RefuseCopy(operation, named);
     return result;
 }
 
@@ -94,6 +106,14 @@ void BatchFiles::RefuseOthersChange() const
     throw Refusal(
         u"%1：专业“%2”已被另一个程序改过，没有保存；请在它现在的内容上重新运行脚本，或者用 SaveAs 另存"_s.arg(
             platform::ToNative(m_open), m_session.Spec()));
+}
+
+/// What replaces a file begins with a copy of the open file, or of the template of new ones.
+void BatchFiles::RefuseCopy(const BatchOperation& operation, const CString& named) const
+{
+    const CString from = operation.writes == BatchWrites::Named ? m_open : store::TemplatePath();
+    const CString reason = WhyNotCopied(from, named);
+    if (!reason.isEmpty()) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(named), reason));
 }
 
 void BatchFiles::Learn()

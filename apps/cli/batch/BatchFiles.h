@@ -30,6 +30,7 @@ public:
 private:
     void Check(const BatchOperation& operation, const CString& named) const;
     void RefuseOthersChange() const;
+    void RefuseCopy(const BatchOperation& operation, const CString& named) const;
     void Learn();
 
     Session& m_session;

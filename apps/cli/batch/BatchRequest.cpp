@@ -102,7 +102,8 @@ void ReadArray(const QJsonValue& value, BatchRequest& request)
 }
 
 template <typename Record, typename Fields>
-void ReadRecord(const QJsonValue& value, const CString& name, const Fields& fields, Record& record)
+void ReadRecord(const QJsonValue& value, const CString& name, const Fields& fields, Record& record,
+                std::set<CString>& named)
 {
     const QJsonObject object = ToObject(value, name);
     for (auto entry = object.begin(); entry != object.end(); ++entry) {
@@ -110,16 +111,17 @@ void ReadRecord(const QJsonValue& value, const CString& name, const Fields& fiel
                                         [&](const auto& known) { return known.name == entry.key(); });
         if (field == fields.end()) throw BadLine(u"“%1”中不认识的键“%2”"_s.arg(name, entry.key()));
         record.*field->field = ToText(entry.value(), entry.key());
+        named.insert(entry.key());
     }
 }
 
 void ReadQd(const QJsonValue& value, BatchRequest& request)
 {
-    ReadRecord(value, u"qd"_s, QdFields, request.qd);
+    ReadRecord(value, u"qd"_s, QdFields, request.qd, request.named);
 }
 void ReadDe(const QJsonValue& value, BatchRequest& request)
 {
-    ReadRecord(value, u"de"_s, DeFields, request.de);
+    ReadRecord(value, u"de"_s, DeFields, request.de, request.named);
 }
 void ReadIds(const QJsonValue& value, BatchRequest& request)
 {
@@ -197,6 +199,7 @@ BatchRequest ReadBatchRequest(const QJsonObject& line, const std::set<BatchKey>&
 {
     RefuseUnknownKeys(line);
     BatchRequest request;
+    request.keys = keys;
     for (const KeyReader& reader : KeyReaders) {
         const bool wanted = keys.contains(reader.key);
         if (line.contains(reader.name)) {

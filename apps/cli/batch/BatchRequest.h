@@ -26,10 +26,12 @@ enum class BatchKey { Path, Array, Qd, De, Ids, DeIdsByQd, File };
 /// integer.
 struct BatchRequest
 {
+    std::set<BatchKey> keys; ///< what the operation takes
     CPath path{};
     CStringArray array;
     QdStruct qd;
     DeStruct de;
+    std::set<CString> named; ///< the fields of the record that the line names
     std::set<int> ids;
     std::map<int, std::set<int>> deIdsByQd;
     CString file; ///< path text

@@ -9,8 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, bool keepGoing)
-    : m_presenter(presenter), m_files(files), m_keepGoing(keepGoing)
+BatchRunner::BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, const RecordCompletion& records,
+                         bool keepGoing)
+    : m_presenter(presenter), m_files(files), m_records(records), m_keepGoing(keepGoing)
 {
 }
 
@@ -36,7 +37,9 @@ BatchRunner::Answer BatchRunner::Answered(const QByteArray& line)
         answer.op = BatchOperationName(object);
         const BatchOperation* operation = FindBatchOperation(answer.op);
         if (operation == nullptr) throw BadLine(u"没有操作“%1”"_s.arg(answer.op));
-        answer.result = m_files.Run(*operation, m_presenter, ReadBatchRequest(object, operation->keys));
+        BatchRequest request = ReadBatchRequest(object, operation->keys);
+        m_records.Complete(request);
+        answer.result = m_files.Run(*operation, m_presenter, request);
     } catch (const std::exception& error) {
         answer.error = CString::fromUtf8(error.what());
     }
@@ -68,6 +71,8 @@ void BatchRunner::Write(const Answer& answer) const
     } catch (const NobodyListens&) {
         // What a script changes depends on how far it came, so its end is not silent.
         throw Refusal(u"第 %1 行之后没有再做下去：标准输出写不进去"_s.arg(m_line));
+    } catch (const Refusal& refusal) {
+        throw Refusal(u"第 %1 行之后没有再做下去：%2"_s.arg(m_line).arg(CString::fromUtf8(refusal.what())));
     }
 }
 

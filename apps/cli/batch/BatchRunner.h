@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/batch/BatchFiles.h"
+#include "cli/batch/RecordCompletion.h"
 
 #include <QtCore/QByteArray>
 
@@ -11,9 +12,10 @@ namespace cli {
 class BatchRunner
 {
 public:
-    /// `files` carry the operations out. With `keepGoing` a line that was not carried out is complained about
-    /// on standard error and the next one is run.
-    BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, bool keepGoing);
+    /// `files` carry the operations out, on records that `records` has completed. With `keepGoing` a line
+    /// that was not carried out is complained about on standard error and the next one is run.
+    BatchRunner(CQdDeConfigPresenter& presenter, BatchFiles& files, const RecordCompletion& records,
+                bool keepGoing);
 
     /// Runs the next line. Without `keepGoing`, raises `Refusal` naming the line, after its answer, when the
     /// line is bad, refused or raises an error.
@@ -35,6 +37,7 @@ private:
 
     CQdDeConfigPresenter& m_presenter;
     BatchFiles& m_files;
+    const RecordCompletion& m_records;
     bool m_keepGoing;
     int m_line = 0;
     int m_failures = 0;

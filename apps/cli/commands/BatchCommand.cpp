@@ -70,7 +70,8 @@ void BatchCommand::Run(const Arguments& arguments) const
     const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
     BatchFiles files(session, path);
     const auto presenter = files.Open(arguments.Has(u"config"_s));
-    BatchRunner runner(*presenter, files, arguments.Has(u"keep-going"_s));
+    const RecordCompletion records(session.Host());
+    BatchRunner runner(*presenter, files, records, arguments.Has(u"keep-going"_s));
     fromInput ? RunStandardInput(runner) : RunFile(runner, content);
     runner.Finish();
 }

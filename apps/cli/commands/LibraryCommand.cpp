@@ -78,12 +78,9 @@ CString Hints(const CArray<LibraryEntry>& entries, embedded::LibraryRole role)
     for (const LibraryEntry& entry : entries) {
         const bool isQuota = entry.role != embedded::LibraryRole::Bill;
         const bool isConcerned = role == embedded::LibraryRole::Bill || role == entry.role;
-        const CString& guided = entry.name.billLibrary;
-        if (bill.isEmpty() || !entry.isInUse || !isQuota || !isConcerned || guided.isEmpty() ||
-            guided == bill)
-            continue;
-        hints += u"提示：%1 %2 的指引是清单库 %3 的，使用清单库 %4 时不列出常用定额。\n"_s.arg(
-            embedded::RoleLabel(entry.role), entry.name.code, guided, bill);
+        if (!entry.isInUse || !isQuota || !isConcerned) continue;
+        const CString hint = embedded::GuideHint(entry.role, entry.name, bill);
+        if (!hint.isEmpty()) hints += u"提示：%1。\n"_s.arg(hint);
     }
     return hints;
 }

@@ -1,11 +1,11 @@
 #include "cli/commands/NewCommand.h"
 
+#include "cli/commands/NamedTarget.h"
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
-#include "cli/reading/RuleFiles.h"
-#include "cli/reading/Session.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
-#include "presenter/CQdDeConfigPresenter.h"
+#include "store/RuleFile.h"
 
 using namespace Qt::StringLiterals;
 
@@ -26,26 +26,32 @@ CommandInfo Describe()
     return info;
 }
 
+/// The module takes what stands at the path when the template could not be copied there. `taken` is what it
+/// answered.
+void CheckCopy(const CString& path, bool taken)
+{
+    platform::FileSystem& files = platform::Files();
+    if (taken && files.Read(path) == files.Read(store::TemplatePath())) return;
+    const CString failed = u"新建没有成功：%1"_s.arg(platform::ToNative(path));
+    const CString reason = WhyNotCopied(store::TemplatePath(), path);
+    if (!reason.isEmpty()) throw Refusal(failed + u'：' + reason);
+    CheckRuleFile(path);
+    throw Refusal(failed);
+}
+
 } // namespace
 
 NewCommand::NewCommand() : Command(Describe()) {}
 
 void NewCommand::Run(const Arguments& arguments) const
 {
-    Session session(arguments);
-    const auto lock =
-        LockRuleFiles(session.History(), {CurrentFile(), ConfigurationPath(arguments.Positional()[0])});
-    const CString path = TargetConfiguration(arguments);
-    KeepAndCheck(CurrentFile(), session.History());
-    session.History().Keep(path);
-    CQdDeConfigPresenter presenter({});
-    if (!presenter.NewFile(path)) {
-        CheckRuleFile(path);
-        throw Refusal(u"新建没有成功：%1"_s.arg(platform::ToNative(path)));
-    }
+    NamedTarget target(arguments);
+    const CString& path = target.Path();
+    const bool taken = target.Presenter().NewFile(path);
+    CheckCopy(path, taken);
     NoteOnCurrent(path);
-    WriteText(
-        u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(presenter.GetCurConfig(), platform::ToNative(path)));
+    WriteText(u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(target.Presenter().GetCurConfig(),
+                                                          platform::ToNative(path)));
 }
 
 } // namespace cli

@@ -1,11 +1,9 @@
 #include "cli/commands/SaveAsCommand.h"
 
+#include "cli/commands/NamedTarget.h"
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
-#include "cli/reading/RuleFiles.h"
-#include "cli/reading/Session.h"
 #include "platform/Paths.h"
-#include "presenter/CQdDeConfigPresenter.h"
 
 using namespace Qt::StringLiterals;
 
@@ -31,15 +29,13 @@ SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
 
 void SaveAsCommand::Run(const Arguments& arguments) const
 {
-    Session session(arguments);
-    const auto lock =
-        LockRuleFiles(session.History(), {CurrentFile(), ConfigurationPath(arguments.Positional()[0])});
-    const CString path = TargetConfiguration(arguments);
-    KeepAndCheck(CurrentFile(), session.History());
-    session.History().Keep(path);
-    CQdDeConfigPresenter presenter({});
-    if (!presenter.SaveAs(path)) throw Refusal(u"另存没有成功：%1"_s.arg(platform::ToNative(path)));
-    WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path), presenter.GetCurConfig()));
+    NamedTarget target(arguments);
+    const CString& path = target.Path();
+    if (!target.Presenter().SaveAs(path))
+        throw Refusal(
+            u"另存没有成功：%1：%2"_s.arg(platform::ToNative(path), WhyNotCopied(CurrentFile(), path)));
+    WriteText(u"已另存为：%1；当前配置仍是“%2”\n"_s.arg(platform::ToNative(path),
+                                                        target.Presenter().GetCurConfig()));
 }
 
 } // namespace cli

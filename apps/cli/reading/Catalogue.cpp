@@ -93,6 +93,19 @@ CArray<Specialty> ReadCatalogue()
     return specialties;
 }
 
+CString CategoryText(const CPath& path)
+{
+    const Specialty specialty = ReadSpecialty(NvKtDataMng::CProj().GetCurrentSpec());
+    for (const BigCategory& big : specialty.big) {
+        for (const SmallCategory& small : big.small) {
+            if (small.path.specId == path.specId && small.path.lMemberId == path.lMemberId &&
+                small.path.sMemberId == path.sMemberId)
+                return small.text;
+        }
+    }
+    return {};
+}
+
 bool FindCategory(const CString& text, CPath& path)
 {
     SNvKtSmallCategoryId id;

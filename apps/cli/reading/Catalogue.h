@@ -43,6 +43,9 @@ Specialty ReadSpecialty(const CString& name);
 /// All specialties.
 CArray<Specialty> ReadCatalogue();
 
+/// The text of the small category at an address of the present specialty; empty when there is none.
+CString CategoryText(const CPath& path);
+
 /// The address of the small category of that text; false when there is none.
 bool FindCategory(const CString& text, CPath& path);
 

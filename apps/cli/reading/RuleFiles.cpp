@@ -25,12 +25,15 @@ namespace {
 
 using embedded::CurrentConfiguration;
 
-void CheckName(const CString& name)
+/// `path` is that of the configuration's rule file. One that stands there has found room for its name.
+void CheckName(const CString& name, const CString& path)
 {
     if (!CurrentConfiguration::IsPossibleName(name))
         throw Refusal(
             u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
                 name));
+    if (platform::IsTooLongFileName(platform::FileNameOf(path)) && !platform::Files().Exists(path))
+        throw Refusal(u"“%1”不能用作配置名：文件名连“.xml”在内最多 255 字节，一个汉字占 3 字节"_s.arg(name));
 }
 
 /// The history that a file belongs to which no open project has to do with.
@@ -82,7 +85,7 @@ CString ResolveRuleFile(const QString& text, const CString& ruleFolder)
     const CString native = ResolvePath(text);
     const CString configuration = shared::RuleFileIn(ruleFolder, text);
     if (!platform::Files().Exists(configuration) && platform::Files().Exists(native)) return native;
-    CheckName(text);
+    CheckName(text, configuration);
     return configuration;
 }
 
@@ -93,8 +96,9 @@ CString ResolveRuleFile(const QString& text)
 
 CString ConfigurationPath(const CString& name)
 {
-    CheckName(name);
-    return InRuleFolder(name);
+    CString path = InRuleFolder(name);
+    CheckName(name, path);
+    return path;
 }
 
 Option OverwriteOption()
@@ -141,6 +145,17 @@ void CheckReplaceable(const CString& path)
     using enum shared::RuleFileKind;
     if (!state.IsSafe() && state.kind != Wrapped && state.kind != Repeated)
         throw Refusal(u"%1 不是规则文件，不能替换：%2"_s.arg(platform::ToNative(path), state.Describe()));
+}
+
+CString WhyNotCopied(const CString& from, const CString& to)
+{
+    platform::FileSystem& files = platform::Files();
+    const bool stood = files.Exists(to);
+    CString reason;
+    const auto former = stood ? files.Read(to, &reason) : QByteArray();
+    if (!former || !files.Copy(from, to, &reason)) return reason;
+    stood ? files.PutBack(to, *former) : static_cast<void>(files.Remove(to));
+    return {};
 }
 
 void KeepAndCheck(const CString& path, embedded::History& history)

@@ -59,6 +59,10 @@ std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& argum
 /// not take the place of notes, settings or databases.
 void CheckReplaceable(const CString& path);
 
+/// Why a file cannot be copied to another place, in the words of the system: the module says only that it
+/// could not. Tries it and leaves what was there. Empty when it could be copied now.
+CString WhyNotCopied(const CString& from, const CString& to);
+
 /// To be called before a store is built on a file that it may write: the history gets a copy of what the file
 /// holds, and then `CheckRuleFileIfThere` is asked. A refusal also names the newest copy that can be read.
 void KeepAndCheck(const CString& path, embedded::History& history);

@@ -15,6 +15,7 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -117,6 +118,21 @@ void TransferDialog::Browse()
     if (!file.isEmpty()) m_file->setText(QDir::toNativeSeparators(file));
 }
 
+namespace {
+
+/// The rows that were changed and those that went, a line each.
+CStringArray Touched(const embedded::ImportReport& report)
+{
+    CStringArray lines;
+    for (const CString& row : report.changedRows)
+        lines.append(u"修改 "_s + row);
+    for (const CString& row : report.removedRows)
+        lines.append(u"删除 "_s + row);
+    return lines;
+}
+
+} // namespace
+
 CString DescribeImport(const embedded::ImportReport& report)
 {
     CStringArray lines;
@@ -132,7 +148,20 @@ CString DescribeImport(const embedded::ImportReport& report)
         lines.append(u"没有导入，原有的数据没有变。被拒绝的行：%1。"_s.arg(report.refused.size()));
     for (const embedded::RefusedRow& row : report.refused)
         lines.append(row.line > 0 ? u"第 %1 行：%2"_s.arg(row.line).arg(row.reason) : row.reason);
-    return (lines + report.notes).join(u'\n');
+    return (lines + report.notes + Touched(report)).join(u'\n');
+}
+
+CString ImportQuestion(const embedded::ImportReport& trial)
+{
+    constexpr qsizetype shown = 10;
+    const CStringArray touched = Touched(trial);
+    if (touched.isEmpty()) return {};
+    CString text = u"导入会改变原有的数据：修改 %1 行，去掉 %2 行\n"_s.arg(trial.changedRows.size())
+                       .arg(trial.removedRows.size());
+    for (const CString& line : touched.first(std::min(shown, touched.size())))
+        text += line + u'\n';
+    if (touched.size() > shown) text += u"……共 %1 行\n"_s.arg(touched.size());
+    return text + u"仍然导入"_s;
 }
 
 std::unique_ptr<QDialog> MakeImportReport(QWidget* parent, const embedded::ImportReport& report)

@@ -43,9 +43,13 @@ private:
     QPushButton* m_start;
 };
 
-/// What an import did, in words: the library and the counts, or that nothing was stored and which rows were
-/// refused why.
+/// What an import did, in words: the library, the counts and the rows that became others or went, or that
+/// nothing was stored and which rows were refused why.
 CString DescribeImport(const embedded::ImportReport& report);
+
+/// What to ask before an import of which a trial has told what it would do, without the question mark: the
+/// first of the rows that would become others or go. Empty when none would.
+CString ImportQuestion(const embedded::ImportReport& trial);
 
 /// The box of a report, which may be long; not yet shown.
 std::unique_ptr<QDialog> MakeImportReport(QWidget* parent, const embedded::ImportReport& report);

@@ -69,8 +69,9 @@ bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& st
 
 std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath)
 {
-    auto box = MakeBox(parent, u"给规则文件写文件头？\n%1"_s.arg(nativePath),
-                       u"写了文件头的文件不再是 XML，不能再编辑，也不能还原成规则文件。建议在副本上写。"_s);
+    auto box = MakeBox(
+        parent, u"给规则文件写文件头？\n%1"_s.arg(nativePath),
+        u"写了文件头的文件不再是 XML，不能再编辑；其中的规则以后可以用命令行 ktqdde unwrap 取回。建议在副本上写。"_s);
     box->setDefaultButton(box->addButton(u"写在副本上(&C)…"_s, QMessageBox::AcceptRole));
     box->addButton(u"写在这个文件上(&O)"_s, QMessageBox::DestructiveRole);
     box->setEscapeButton(box->addButton(u"取消"_s, QMessageBox::RejectRole));

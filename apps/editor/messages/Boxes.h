@@ -27,7 +27,8 @@ std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& n
 
 enum class HeadTarget { None, Copy, Original };
 
-/// Writing the head is one-way: asks whether it is to happen to a copy, to the file itself or not at all.
+/// A file with a head is no XML and cannot be edited: asks whether it is to be written to a copy, to the file
+/// itself or not at all.
 HeadTarget AskHeadTarget(QWidget* parent, const CString& nativePath);
 /// Its box, not yet shown.
 std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath);

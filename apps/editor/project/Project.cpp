@@ -3,6 +3,7 @@
 #include "editor/messages/Boxes.h"
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/project/CurrentConfiguration.h"
+#include "embedded/data/project/LibraryChoice.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Files.h"
@@ -132,6 +133,17 @@ CArray<embedded::LibraryName> Project::Libraries(embedded::LibraryRole role) con
 CString Project::LibraryInUse(embedded::LibraryRole role) const
 {
     return m_host.LibraryInUse(role);
+}
+
+CString Project::GuideHint()
+{
+    const embedded::LibraryRole role = QuotaRole();
+    const CString code = LibraryInUse(role);
+    for (const embedded::LibraryName& quota : Libraries(role)) {
+        if (quota.code == code)
+            return embedded::GuideHint(role, quota, LibraryInUse(embedded::LibraryRole::Bill));
+    }
+    return {};
 }
 
 CString Project::BillLibrary()

@@ -56,9 +56,15 @@ public:
     CString LibraryInUse(embedded::LibraryRole role) const;
     /// Changes the project on disk, too. Raises `embedded::Error`; nothing has changed then.
     void SetLibrary(embedded::LibraryRole role, const CString& code) { m_host.SetLibrary(role, code); }
+    /// What a person should know when the guide of the mode's quota library is of another bill library than
+    /// the one in use, as a sentence without its final mark; empty when the two match.
+    CString GuideHint();
     /// Names of the bill library and of the quota library of the mode.
     CString BillLibrary();
     CString QuotaLibrary();
+
+    /// To be called when a dialog of the module has ended.
+    void ForgetProposedNumbers() { m_host.ForgetProposedNumbers(); }
 
     /// Path text of the folder of the rule files, which may be missing.
     CString RuleFolder() const;

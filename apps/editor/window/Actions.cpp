@@ -58,7 +58,7 @@ void Actions::MakeRuleMenu(QMainWindow& window)
     refresh = Add(menu, u"刷新(&R)"_s, Qt::Key_F5, u"检查选中的规则文件，并把它设为当前配置"_s);
     refreshOther = Add(menu, u"用其它文件刷新(&O)…"_s, {}, u"把规则文件夹以外的规则文件交给模块"_s);
     attributes = Add(menu, u"重建属性(&A)"_s, Qt::Key_F6, u"按构件类别的属性重建属性配置文件"_s);
-    writeHead = Add(menu, u"写文件头(&H)…"_s, Qt::Key_F7, u"完成选中的规则文件，以便交付；不能还原"_s);
+    writeHead = Add(menu, u"写文件头(&H)…"_s, Qt::Key_F7, u"完成选中的规则文件，以便交付；其后不能再编辑"_s);
     menu.addSeparator();
     history = Add(menu, u"历史(&I)…"_s, Qt::Key_F8, u"查看选中的规则文件以前的样子，并还原"_s);
     examine = Add(menu, u"重新检查规则文件(&E)"_s, Qt::CTRL | Qt::Key_R, u"重新读规则文件夹"_s);

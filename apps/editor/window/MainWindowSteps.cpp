@@ -172,9 +172,18 @@ void MainWindow::ImportData()
     const auto options = dialog.Options();
     const QString file = dialog.File();
     embedded::ImportReport report;
-    RunLongStep(this, u"正在导入…"_s, [&, folder = m_project->Folder()](StepControl& control) {
-        report = embedded::Import(folder, kind, file, options, control.AsProgress());
-    });
+    const auto run = [&](bool isTrial) {
+        auto chosen = options;
+        chosen.isTrial = isTrial;
+        RunLongStep(this, isTrial ? u"正在检查…"_s : u"正在导入…"_s,
+                    [&, folder = m_project->Folder()](StepControl& control) {
+                        report = embedded::Import(folder, kind, file, chosen, control.AsProgress());
+                    });
+    };
+    run(true);
+    const CString question = ImportQuestion(report);
+    if (!question.isEmpty() && !AskYesNo(question)) return;
+    if (report.refused.isEmpty() && !report.cancelled) run(false);
     MakeImportReport(this, report)->exec();
     if (report.stored) Open(m_project->Folder());
 }

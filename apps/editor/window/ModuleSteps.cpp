@@ -14,6 +14,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QTemporaryDir>
 #include <QtWidgets/QFileDialog>
 
@@ -66,6 +67,7 @@ StepEnd ModuleSteps::Configure()
     const StepEnd prepared = PrepareToOpen(m_project.CurrentRuleFile());
     if (prepared != StepEnd::Done) return prepared;
     const BusyUntilWindow busy; // a large file takes a while to read
+    const auto forget = qScopeGuard([this] { m_project.ForgetProposedNumbers(); });
     CAutoQdDeConfigFacade::StartQdDeConfig(m_window, CRect());
     return StepEnd::Done;
 }
@@ -74,6 +76,7 @@ std::optional<WizardEnd> ModuleSteps::RunWizard(const WizardStart& start)
 {
     if (PrepareToOpen(start.ruleFile) != StepEnd::Done) return std::nullopt;
     const BusyUntilWindow busy;
+    const auto forget = qScopeGuard([this] { m_project.ForgetProposedNumbers(); });
     const int end = CAutoQdDeConfigFacade::StartOnlineConfig(start.ruleFile, start.billFile, start.quotaFile,
                                                              start.note, start.allowBack, m_window);
     return static_cast<WizardEnd>(end);

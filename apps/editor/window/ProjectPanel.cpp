@@ -80,7 +80,8 @@ QTreeWidgetItem* MakeRow(const shared::RuleFileState& state, bool isCurrent)
 
 ProjectPanel::ProjectPanel(const Actions& actions, Wishes wishes)
     : m_wishes(std::move(wishes)), m_folder(ValueLabel()), m_mode(new QComboBox), m_spec(new QComboBox),
-      m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()), m_files(new QTreeWidget)
+      m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()), m_guideHint(new QLabel),
+      m_files(new QTreeWidget)
 {
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeSettings());
@@ -107,6 +108,9 @@ QGroupBox* ProjectPanel::MakeSettings()
     form->addRow(u"专业(&S)："_s, m_spec);
     form->addRow(u"清单库(&B)："_s, m_billLibrary);
     form->addRow(u"定额库(&Q)："_s, m_quotaLibrary);
+    m_guideHint->setWordWrap(true);
+    m_guideHint->hide();
+    form->addRow(QString(), m_guideHint);
     auto* wheel = new WheelGuard(this);
     for (QComboBox* combo : {m_mode, m_spec, m_billLibrary, m_quotaLibrary})
         combo->installEventFilter(wheel);
@@ -161,6 +165,9 @@ void ProjectPanel::ShowProject(Project& project)
     FillLibraries(*m_billLibrary, project.Libraries(embedded::LibraryRole::Bill),
                   project.LibraryInUse(embedded::LibraryRole::Bill));
     FillLibraries(*m_quotaLibrary, project.Libraries(m_quotaRole), project.LibraryInUse(m_quotaRole));
+    const CString hint = project.GuideHint();
+    m_guideHint->setText(u"提示：%1。"_s.arg(hint));
+    m_guideHint->setVisible(!hint.isEmpty());
 }
 
 void ProjectPanel::ShowRuleFiles(const QList<shared::RuleFileState>& files)

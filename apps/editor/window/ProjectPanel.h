@@ -55,6 +55,7 @@ private:
     QComboBox* m_spec;
     QComboBox* m_billLibrary;
     QComboBox* m_quotaLibrary;
+    QLabel* m_guideHint; ///< seen only while the two libraries do not match
     embedded::LibraryRole m_quotaRole = embedded::LibraryRole::QuotaOfBills;
     QTreeWidget* m_files;
     QList<shared::RuleFileState> m_states;

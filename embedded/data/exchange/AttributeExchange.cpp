@@ -63,10 +63,10 @@ private:
 };
 
 AttributeExchange::AttributeExchange()
-    : TableExchange({{Category, u"类别"_s, true},
+    : TableExchange({{Category, u"类别"_s, true, true},
                      {u"group_name"_s, u"分组"_s},
                      {DisplayName, u"属性"_s, true},
-                     {Code, u"代码"_s, true},
+                     {Code, u"代码"_s, true, true},
                      {Kind, u"取值方式"_s},
                      {List, u"值表"_s},
                      {Values, u"值"_s}}),

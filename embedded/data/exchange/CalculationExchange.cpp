@@ -61,11 +61,11 @@ private:
 };
 
 CalculationExchange::CalculationExchange()
-    : TableExchange({{Item, u"计算项目"_s, true},
+    : TableExchange({{Item, u"计算项目"_s, true, true},
                      {Code, u"代码"_s},
                      {Kind, u"类型"_s},
                      {Rule, u"计算规则"_s},
-                     {Category, u"类别"_s},
+                     {Category, u"类别"_s, false, true},
                      {List, u"列表"_s}}),
       m_rules(u"calculation_rules"_s, {Item, Code, Kind, Rule}, 1),
       m_places(u"calculation_items"_s, {Category, Item, u"list_name"_s}, 2)

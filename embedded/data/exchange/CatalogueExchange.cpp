@@ -120,11 +120,11 @@ void CategoryIds::Claim(const CString& id, const CString& owner)
 
 CatalogueExchange::CatalogueExchange()
     : TableExchange({{u"specialty_id"_s, u"专业编号"_s},
-                     {Specialty, u"专业"_s, true},
+                     {Specialty, u"专业"_s, true, true},
                      {u"big_category_id"_s, u"大类编号"_s},
-                     {BigCategory, u"大类"_s, true},
+                     {BigCategory, u"大类"_s, true, true},
                      {u"small_category_id"_s, u"小类编号"_s},
-                     {u"small_category"_s, u"小类"_s, true},
+                     {u"small_category"_s, u"小类"_s, true, true},
                      {u"att_type"_s, u"管件列"_s},
                      {u"index_path"_s, u"清单位置"_s}}),
       m_specialties{1, {u"specialties"_s, {Name, u"id"_s}, 1}, {}},

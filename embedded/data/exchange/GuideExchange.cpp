@@ -45,8 +45,8 @@ private:
 };
 
 GuideExchange::GuideExchange(LibraryScope scope)
-    : TableExchange({{Bill, u"清单编号"_s, true}, {Quota, u"定额编号"_s, true}}), m_scope(std::move(scope)),
-      m_bills(u"bill_items"_s, {u"number"_s}, 1), m_quotas(GuideTable())
+    : TableExchange({{Bill, u"清单编号"_s, true, true}, {Quota, u"定额编号"_s, true, true}}),
+      m_scope(std::move(scope)), m_bills(u"bill_items"_s, {u"number"_s}, 1), m_quotas(GuideTable())
 {
 }
 

@@ -11,7 +11,7 @@ struct RefusedRow
     CString reason;
 };
 
-/// What an import did. Either all of the file has been stored or nothing.
+/// What an import did, or what a trial of it would do. Either all of the file has been stored or nothing.
 struct ImportReport
 {
     bool stored = false;
@@ -21,6 +21,8 @@ struct ImportReport
     int changed = 0;
     int removed = 0;            ///< by replacing
     CArray<RefusedRow> refused; ///< in the order of the file
+    CStringArray changedRows;   ///< which rows of the table became others, and how, each as a line
+    CStringArray removedRows;   ///< which went, each as a line
     CStringArray notes;         ///< what else went because it hung on something removed
     LibraryName library;        ///< whose table it is; all empty for a table of no library
 };

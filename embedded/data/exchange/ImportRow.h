@@ -23,6 +23,7 @@ struct ImportColumn
     CString name;
     CString label; ///< the Chinese name, which an export writes
     bool required = false;
+    bool isKey = false; ///< whether it is one of those by which a row is known
 };
 
 /// The header of a CSV file: which field belongs to which column.

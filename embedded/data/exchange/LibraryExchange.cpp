@@ -97,7 +97,7 @@ LibraryForm LibraryForm::Quota()
 }
 
 LibraryExchange::LibraryExchange(const LibraryForm& form, LibraryScope scope)
-    : TableExchange({{NumberColumn, u"编号"_s, true},
+    : TableExchange({{NumberColumn, u"编号"_s, true, true},
                      {u"name"_s, u"名称"_s, true},
                      {Unit, u"单位"_s, true},
                      {u"unit_code"_s, u"单位倍数"_s},

@@ -121,7 +121,7 @@ private:
 
 LibraryListExchange::LibraryListExchange()
     : TableExchange({{Role, u"用途"_s, true},
-                     {Code, u"代码"_s, true},
+                     {Code, u"代码"_s, true, true},
                      {Name, u"名称"_s, true},
                      {u"local"_s, u"地区"_s},
                      {u"year"_s, u"年份"_s},

@@ -5,6 +5,7 @@
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/exchange/ImportMeter.h"
 #include "embedded/data/exchange/MakeExchange.h"
+#include "embedded/data/exchange/TableDifference.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/Error.h"
@@ -98,11 +99,13 @@ public:
         try {
             m_exchange->Prepare(m_database);
             m_exchange->Load(m_database);
+            const QList<CStringArray> before = m_exchange->Rows();
             const ImportHeader header(m_exchange->Columns(), records.first());
             if (replace) RefuseEmptying();
             m_exchange->Begin(replace);
             TakeRows(header, records);
             m_exchange->Finish(m_report);
+            TellDifference(m_exchange->Columns(), before, m_exchange->Rows(), m_report);
         } catch (const RowRefused& refused) {
             m_report.refused.append({records.first().line, refused.Reason()});
         }
@@ -301,6 +304,7 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
         report.cancelled = true;
         return report;
     }
+    if (options.isTrial) return importer.Report();
     // What the project used so far, so that it does no harm when the catalogue then cannot be written.
     for (const auto& [role, code] : toStore)
         project.WriteLibrary(role, code);

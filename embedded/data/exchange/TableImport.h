@@ -18,6 +18,8 @@ struct ImportOptions
     CString library{};
     /// Of a workbook the sheet with the table; empty means the first one.
     CString sheet{};
+    /// Only tells what the import would do: the report has everything but `stored`, and nothing has changed.
+    bool isTrial = false;
 };
 
 /// Reads a CSV file or a workbook (XLSX, ODS) into the catalogue of a project, in one transaction: after a

@@ -118,6 +118,11 @@ void EmbeddedHost::SetLibrary(LibraryRole role, const CString& code)
     m_parts->libraries.SetLibrary(role, code);
 }
 
+void EmbeddedHost::ForgetProposedNumbers()
+{
+    m_parts->libraries.ForgetProposedNumbers();
+}
+
 History& EmbeddedHost::History()
 {
     return m_parts->history;

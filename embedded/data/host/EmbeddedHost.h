@@ -48,6 +48,10 @@ public:
     /// nothing has changed then.
     void SetLibrary(LibraryRole role, const CString& code);
 
+    /// To be called when a dialog has ended and its rules stand in a rule file or are given up. Until then
+    /// the bill numbers that it has proposed and that may have been taken are not proposed again.
+    void ForgetProposedNumbers();
+
     /// The dated copies of the project's rule files. Lives as long as this.
     embedded::History& History();
 

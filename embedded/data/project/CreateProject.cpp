@@ -94,7 +94,7 @@ void WriteProfile(const CString& path)
     platform::FileSystem& files = platform::Files();
     if (files.Exists(path)) return;
     try {
-        files.WriteInPlace(path, ShippedFile(u"SysRegedit.ini"_s));
+        files.WriteInPlace(path, ShippedFile(platform::FileNameOf(path)));
     } catch (const platform::FileError&) {
         files.Remove(path);
         throw;

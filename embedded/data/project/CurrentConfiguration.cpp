@@ -1,6 +1,7 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 
 #include "embedded/data/sqlite/Error.h"
+#include "host/ProjectIni.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
 #include "xml/Dom.h"
@@ -18,8 +19,7 @@ const CString Key = u"ConfigName"_s;
 
 } // namespace
 
-CurrentConfiguration::CurrentConfiguration(const CString& projectFile)
-    : m_ini(platform::FolderOf(projectFile) + u"\\SysRegedit.ini"_s)
+CurrentConfiguration::CurrentConfiguration(const CString& projectFile) : m_ini(host::ProjectIni(projectFile))
 {
 }
 

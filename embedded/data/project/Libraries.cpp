@@ -89,6 +89,10 @@ bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
     const SQdInfo* const item = m_bills.value(number);
     if (item == nullptr) return false;
     info = *item;
+    const Library& library = InUse(LibraryRole::Bill);
+    if (const auto numbering = host::BillNumbering::Of(library.codeLength, library.suffixLength))
+        m_proposed.LookUp(library.name.code, *numbering, info,
+                          [this](const CString& text) { return IsInQdk(text); });
     return true;
 }
 
@@ -108,6 +112,8 @@ bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
     try {
         CArray<SQdInfo> found = m_project.History(number, GetQdCode());
         Merge(found, m_ruleNumbers.Find(number, GetQdCode()));
+        Merge(found, m_proposed.Find(GetQdCode(), number));
+        m_proposed.Ask(GetQdCode(), number, found);
         items = std::move(found);
         return true;
     } catch (const Error&) {

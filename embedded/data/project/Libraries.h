@@ -3,6 +3,7 @@
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/LibraryContents.h"
 #include "embedded/data/project/ProjectDatabase.h"
+#include "embedded/data/project/ProposedNumbers.h"
 #include "embedded/data/project/RuleNumbers.h"
 #include "host/Roles.h"
 
@@ -35,10 +36,16 @@ public:
     bool GetQdInfo(const CString& number, SQdInfo& info) override;
     bool IsInQdk(const CString& number) override;
     void GetEnCodeRule(int& length, int& suffixLength) override;
-    /// Only items of the bill library in use. In the order of their numbers, each once.
+    /// Only items of the bill library in use: those of the project's start and of its rule files, and the
+    /// numbers that may have been taken since (see `ProposedNumbers`). In the order of their numbers, each
+    /// once.
     /// True with an empty list for a number without history; false when the history cannot be read. A rule
     /// file that cannot be read is passed over.
     bool GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items) override;
+
+    /// To be called when the rules of every dialog have been written or dropped: their numbers are those of
+    /// the rule files then.
+    void ForgetProposedNumbers() { m_proposed.Forget(); }
 
     CArray<LibraryName> Of(LibraryRole role) const { return NamesOf(m_shelf.libraries, role); }
     const Library& InUse(LibraryRole role) const { return m_shelf.inUse.at(role); }
@@ -69,6 +76,7 @@ private:
     Database& m_catalogue;
     ProjectDatabase& m_project;
     RuleNumbers m_ruleNumbers;
+    ProposedNumbers m_proposed;
     SQdDeInfo::EQdDeMode m_mode = SQdDeInfo::BillMode;
     Shelf m_shelf;
     QHash<CString, const SQdInfo*> m_bills;

@@ -80,4 +80,11 @@ LibraryEntry UseLibrary(const QString& nativeProject, const CString& code)
     return used;
 }
 
+CString GuideHint(LibraryRole role, const LibraryName& quota, const CString& bill)
+{
+    if (bill.isEmpty() || quota.billLibrary.isEmpty() || quota.billLibrary == bill) return {};
+    return u"%1 %2 的指引是清单库 %3 的，使用清单库 %4 时不列出常用定额"_s.arg(RoleLabel(role), quota.code,
+                                                                               quota.billLibrary, bill);
+}
+
 } // namespace embedded

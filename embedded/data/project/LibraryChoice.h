@@ -21,4 +21,9 @@ CArray<LibraryEntry> ListLibraries(const QString& nativeProject);
 /// open sees it after opening it again. Raises `Error` when there is no such library, too.
 LibraryEntry UseLibrary(const QString& nativeProject, const CString& code);
 
+/// What a person should know of a quota library, when it is used beside the bill library of that code and its
+/// guide is of another one: a sentence without its final mark. Empty when the two match or the quota library
+/// has no guide.
+CString GuideHint(LibraryRole role, const LibraryName& quota, const CString& bill);
+
 } // namespace embedded

@@ -1,8 +1,11 @@
 #include "embedded/data/project/ProjectFolder.h"
 
 #include "embedded/data/sqlite/Error.h"
+#include "host/ProjectIni.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+
+#include <QtCore/QFileInfo>
 
 namespace embedded {
 
@@ -37,7 +40,7 @@ CString ProjectFolder::ProjectFile() const
 
 CString ProjectFolder::ProfileFile() const
 {
-    return m_path + u"\\SysRegedit.ini"_s;
+    return host::ProjectIni(ProjectFile());
 }
 
 bool ProjectFolder::IsRuleFile(const CString& path) const
@@ -51,12 +54,20 @@ bool ProjectFolder::IsRuleFile(const CString& path) const
 bool ProjectFolder::HoldsProject() const
 {
     const auto head = platform::Files().ReadHead(ProjectFile(), 1);
-    return head.has_value() && !head->isEmpty();
+    return head ? !head->isEmpty() : platform::Files().Exists(ProjectFile());
 }
 
 void ProjectFolder::RequireProject() const
 {
-    if (!HoldsProject()) throw Error(platform::ToNative(m_path) + u"：此文件夹中没有工程"_s);
+    const QFileInfo folder(platform::ToNative(m_path));
+    if (folder.isDir() && !(folder.isReadable() && folder.isExecutable()))
+        throw Error(folder.filePath() + u"：没有读取此文件夹的权限"_s);
+    if (!HoldsProject()) throw Error(folder.filePath() + u"：此文件夹中没有工程"_s);
+    try {
+        platform::Files().OpenForReading(ProjectFile());
+    } catch (const platform::FileError& error) {
+        throw Error(u"工程文件读不了："_s + error.Message());
+    }
 }
 
 bool IsProject(const QString& nativeFolder)

@@ -24,10 +24,10 @@ public:
     /// that the application folder itself holds, which the module makes anew at will.
     bool IsRuleFile(const CString& path) const;
 
-    /// Whether a project file stands here. It may still be damaged. An empty file is none: it is what an
-    /// interrupted creation leaves.
+    /// Whether a project file stands here. It may still be damaged, or not be readable. An empty file is
+    /// none: it is what an interrupted creation leaves.
     bool HoldsProject() const;
-    /// The same, but raises `Error` when no project stands here.
+    /// The same, but raises `Error` when no project stands here, or its file cannot be read.
     void RequireProject() const;
 
 private:

@@ -1,17 +1,14 @@
 #include "dialogs/secondary/CDlgGetQdNum.h"
 
 #include "dialogs/template/DialogTemplates.h"
+#include "host/BillNumbering.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvQdInfo.h"
 #include "platform/Messages.h"
-#include "platform/Numbers.h"
 #include "widgets/ListControls.h"
 
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QListWidget>
-
-#include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 using dialogs::DataExchange;
@@ -36,9 +33,13 @@ enum NumberKind {
     NewNumber = 1,
 };
 
-CString Padded(int number, int length)
+/// The texts of a list's lines.
+CStringArray LinesOf(const QListWidget& list)
 {
-    return CString::number(number).rightJustified(length, u'0');
+    CStringArray lines;
+    for (int index = 0; index < list.count(); ++index)
+        lines.append(list.item(index)->text());
+    return lines;
 }
 
 } // namespace
@@ -74,25 +75,13 @@ void CDlgGetQdNum::OnInitDialog()
 
 bool CDlgGetQdNum::ApplyCodingRule()
 {
-    const auto is = [this](int length, int suffix) {
-        return m_codeLength == length && m_suffixLength == suffix;
-    };
-    if (is(9, 3) || is(10, 2)) {
-        m_makeSuffix = &CDlgGetQdNum::ProposeSuffix;
-    } else if (is(12, 3)) {
-        CutNumber(9);
-        m_makeSuffix = &CDlgGetQdNum::ProposeFreeSuffix;
-    } else if (is(12, 1)) {
-        CutNumber(11);
-        m_makeSuffix = &CDlgGetQdNum::ProposeSuffix;
-    }
-    return m_makeSuffix != nullptr;
-}
-
-void CDlgGetQdNum::CutNumber(int baseLength)
-{
-    m_suffix = m_number.right(m_suffixLength);
-    m_number = m_number.left(baseLength);
+    const auto numbering = host::BillNumbering::Of(m_codeLength, m_suffixLength);
+    if (!numbering) return false;
+    m_suffix = numbering->SuffixOf(m_number);
+    m_number = numbering->BaseOf(m_number);
+    m_makeSuffix =
+        numbering->KeepsFreeSuffix() ? &CDlgGetQdNum::ProposeFreeSuffix : &CDlgGetQdNum::ProposeSuffix;
+    return true;
 }
 
 void CDlgGetQdNum::LoadHistory()
@@ -126,36 +115,15 @@ void CDlgGetQdNum::ShowHistoryItem()
 
 void CDlgGetQdNum::ProposeSuffix()
 {
-    const auto& list = Item<QListWidget>(HistoryList);
-    int highest = 0;
-    for (int index = 0; index < list.count(); ++index)
-        highest = std::max(highest, platform::_wtoi(list.item(index)->text().right(m_suffixLength)));
-    const float largest = std::pow(10.0F, static_cast<float>(m_suffixLength)) - 1.0F;
-    if (largest < static_cast<float>(highest + 1)) highest = -1; // all used: the count starts again at 0
-    m_suffix = Padded(highest + 1, m_suffixLength);
+    m_suffix = host::SuffixAfter(LinesOf(Item<QListWidget>(HistoryList)), m_suffixLength);
     UpdateData(DataExchange::Direction::ToControls);
 }
 
 void CDlgGetQdNum::ProposeFreeSuffix()
 {
-    m_suffix = FreeSuffix();
+    m_suffix = host::BillNumbering::FreeSuffix(m_baseNumber, m_suffix,
+                                               LinesOf(Item<QListWidget>(HistoryList)), &IBillLib::IsInQdk);
     UpdateData(DataExchange::Direction::ToControls);
-}
-
-// A picked number that the history does not hold keeps its suffix. Only for one that it holds is the library
-// asked, too: such a number is counted up past all that either knows, if need be to four digits, which OK
-// then refuses. A library that knows every number ends the count there.
-CString CDlgGetQdNum::FreeSuffix() const
-{
-    constexpr int digits = 3;
-    constexpr int last = 9999;
-    int n = m_suffix.isEmpty() ? 1 : platform::_wtoi(m_suffix);
-    if (Item<QListWidget>(HistoryList).count() == 0) return Padded(n, digits);
-    CString candidate = m_suffix;
-    if (!IsInHistory(m_baseNumber + candidate)) return candidate;
-    while (n < last && (IBillLib::IsInQdk(m_baseNumber + candidate) || IsInHistory(m_baseNumber + candidate)))
-        candidate = Padded(++n, digits);
-    return candidate;
 }
 
 bool CDlgGetQdNum::IsInHistory(const CString& number) const

@@ -34,12 +34,10 @@ private:
     using SuffixMaker = void (CDlgGetQdNum::*)();
 
     bool ApplyCodingRule();
-    void CutNumber(int baseLength);
     void LoadHistory();
     void ShowHistoryItem();
     void ProposeSuffix();
     void ProposeFreeSuffix();
-    CString FreeSuffix() const;
     void OnUseExisting();
     void OnUseNew();
     bool TakeExistingNumber();

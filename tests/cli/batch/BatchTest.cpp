@@ -151,7 +151,6 @@ TEST(Batch, AddedItemsComeBackInTheRules)
     const QJsonObject rule = lines[4].value(u"rules"_s).toArray()[0].toObject();
     const QJsonObject bill = rule.value(u"qd"_s).toArray()[0].toObject();
     EXPECT_EQ(bill.value(u"strName"_s).toString(), u"镀锌钢管"_s);
-    EXPECT_EQ(bill.value(u"strUnit"_s).toString(), QString());
     EXPECT_EQ(bill.value(u"de"_s).toArray()[0].toObject().value(u"strDeId"_s).toString(), u"示10-1-1"_s);
     EXPECT_EQ(rule.value(u"de"_s).toArray()[0].toObject().value(u"strDeId"_s).toString(), u"示10-1-2"_s);
     EXPECT_EQ(rule.value(u"conditions"_s).toArray().size(), 1);
@@ -172,10 +171,59 @@ TEST(Batch, ConfigNamesAnotherFileThatIsMadeWhenItIsMissing)
     EXPECT_EQ(cli.Batch(QByteArray(AddRule) + Save, {u"--config"_s, u"./other.xml"_s}).status, 0);
     EXPECT_TRUE(test::IsStrictXml(cli.Folder().ReadFile(u"other.xml"_s)));
     EXPECT_FALSE(cli.Folder().Exists(Cli::RuleFile()));
-    EXPECT_EQ(cli.Batch(Save, {u"--config"_s, u"按名"_s}).status, 1) << "the rule folder does not exist yet";
-    cli.Batch({});
+}
+
+TEST(Batch, ConfigurationIsMadeInAProjectThatHasNoRuleFolderYet)
+{
+    const Cli cli(u"bill"_s);
     EXPECT_EQ(cli.Batch(Save, {u"--config"_s, u"按名"_s}).status, 0);
-    EXPECT_TRUE(cli.Folder().Exists(Cli::RuleFile(u"按名"_s)));
+    EXPECT_TRUE(test::IsStrictXml(cli.Folder().ReadFile(Cli::RuleFile(u"按名"_s))));
+    const Cli other(u"bill"_s);
+    EXPECT_EQ(other.Batch(R"({"op":"SaveAs","file":"另存"})", {u"--config"_s, u"./other.xml"_s}).status, 0);
+    EXPECT_TRUE(test::IsStrictXml(other.Folder().ReadFile(Cli::RuleFile(u"另存"_s))));
+}
+
+TEST(Batch, FieldsThatALineDoesNotNameComeFromTheLibraryInUse)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome = cli.Batch(
+        OnRule("AddQd", 1, R"(,"qd":{"strQdId":"031001001002","strName":"镀锌钢管 DN20"})") +
+        OnRule("AddDe2QdNode", 1, R"(,"de":{"strDeId":"示10-1-1"})", ",\"qdId\":1") +
+        OnRule("AddQd", 1, R"(,"qd":{"strQdId":"99","strUnit":"10m","strQdCode":""})") +
+        OnRule("ResetQd", 1, R"(,"qd":{"strQdId":"031001001002","strUnit":"100m"})", ",\"qdId\":2") +
+        OnRule("GetConfig", 1));
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const auto billsOf = [&](int line) {
+        const QJsonArray rules = outcome.Lines().value(line).value(u"rules"_s).toArray();
+        return rules[0].toObject().value(u"qd"_s).toArray();
+    };
+    const auto texts = [](const QJsonObject& item, const QStringList& names) {
+        QStringList values;
+        for (const QString& name : names)
+            values.append(item.value(name).toString());
+        return values.join(u'|');
+    };
+    const QStringList common{u"strName"_s, u"strUnit"_s, u"strUnitCode"_s, u"strFormula"_s, u"strAnnex"_s};
+    const QJsonArray bills = billsOf(2);
+    EXPECT_EQ(texts(bills[0].toObject(), common + QStringList{u"strQdCode"_s}),
+              u"镀锌钢管 DN20|m|1|管道长度|是|GB50856-2013"_s);
+    EXPECT_EQ(texts(bills[0].toObject().value(u"de"_s).toArray()[0].toObject(),
+                    common + QStringList{u"strDeCode"_s}),
+              u"室内镀锌钢管 螺纹连接 公称直径(mm以内)15|10m|10|管道长度|是|DEMO-QDDE-2024"_s);
+    EXPECT_EQ(texts(bills[1].toObject(), common + QStringList{u"strQdCode"_s}), u"|10m||||"_s)
+        << "unknown to the library, and the code named";
+    EXPECT_EQ(texts(billsOf(4)[1].toObject(), common + QStringList{u"strQdCode"_s}),
+              u"镀锌钢管|100m|100|管道长度|是|GB50856-2013"_s)
+        << "a unit that is named has the code of its own number";
+}
+
+TEST(Batch, ItemOfTheManualsExampleIsOneThatTheDialogsShow)
+{
+    const Cli cli(u"bill"_s);
+    const test::Outcome outcome =
+        cli.Batch(OnRule("AddQd", 1, R"(,"qd":{"strQdId":"031001001002","strName":"镀锌钢管"})") + Save);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("strQdCode=\"GB50856-2013\""));
 }
 
 TEST(Batch, ConfigThatIsNoRuleFileIsRefusedBeforeAnythingRuns)

@@ -1,7 +1,9 @@
 #include "cli/CliTesting.h"
+#include "support/Patience.h"
 #include "support/StrictXml.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -71,6 +73,36 @@ TEST_F(FileVerbs, NamesThatCannotBeConfigurationsAreRefused)
         }
     }
     EXPECT_EQ(m_cli.RunInProject({u"new"_s, QString(50, u'长')}).status, 0);
+}
+
+TEST_F(FileVerbs, ReasonOfAFullDiskIsTold)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "a limit of file sizes is set by a shell";
+    ASSERT_EQ(m_cli.RunInProject({u"save-as"_s, u"先"_s}).status, 0); // the history has its copy
+    for (const QString& command : {u"new 新"_s, u"new 先 --force"_s, u"save-as 后"_s}) {
+        QProcess shell;
+        shell.setWorkingDirectory(m_cli.Folder().Native({}));
+        shell.start(u"/bin/sh"_s, {u"-c"_s, u"ulimit -f 8; exec \"$0\" --project project "_s + command,
+                                   QStringLiteral(KTQDDE_PROGRAM)});
+        test::WaitForEnd(shell);
+        const QString error = QString::fromUtf8(shell.readAllStandardError());
+        EXPECT_EQ(shell.exitCode(), 1) << command.toStdString() << error.toStdString();
+        EXPECT_TRUE(error.contains(QRegularExpression(u"没有成功：.*\\.xml：\\S"_s))) << error.toStdString();
+    }
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"新"_s)));
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"后"_s)));
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"先"_s)), Cli::Sample());
+}
+
+TEST_F(FileVerbs, NameThatNoFileSystemHoldsIsRefusedWithItsLimit)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, QString(83, u'管')}).status, 0);
+    for (const QString& verb : {u"new"_s, u"save-as"_s}) {
+        const test::Outcome outcome = m_cli.RunInProject({verb, QString(84, u'管')});
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.Err().contains(u"最多 255 字节，一个汉字占 3 字节"_s))
+            << outcome.err.toStdString();
+    }
 }
 
 TEST_F(FileVerbs, SaveAsWritesACopyAndKeepsTheCurrentConfiguration)

@@ -112,6 +112,25 @@ TEST_F(ImportVerb, SaysWhatItDid)
         Exported(u"bill"_s).contains("099901001,自有项目,10m,10,否,,0999\\099901,自有章\\自有节\r\n"));
 }
 
+TEST_F(ImportVerb, NamesTheRowsThatBecomeOthersOrGoAndADryRunLeavesThemAlone)
+{
+    const QByteArray before = Exported(u"bill"_s);
+    const QByteArray rows = "number,name,unit,section\n"
+                            "031001001,自有,km,0310\\031001\n";
+    const test::Outcome trial = Import(u"bill"_s, rows, {u"--dry-run"_s});
+    EXPECT_EQ(trial.status, 0) << trial.err.toStdString();
+    EXPECT_TRUE(trial.Out().startsWith(u"只是试读，什么也没有改。会读入 1 行：新增 0，修改 1，去掉 0\n"_s))
+        << trial.out.toStdString();
+    const QString change = u"\n修改 031001001 镀锌钢管：名称“镀锌钢管”改为“自有”，单位“m”改为“km”\n"_s;
+    EXPECT_TRUE(trial.Out().contains(change)) << trial.out.toStdString();
+    const test::Outcome replacing = Import(u"bill"_s, rows, {u"--dry-run"_s, u"--replace"_s});
+    EXPECT_TRUE(replacing.Out().contains(u"\n去掉 031001002 钢管\n"_s)) << replacing.out.toStdString();
+    EXPECT_EQ(replacing.Out().count(u"\n去掉 "_s), before.count('\n') - 2) << "all but the heading and one";
+    EXPECT_EQ(Exported(u"bill"_s), before);
+    EXPECT_TRUE(Import(u"bill"_s, rows).Out().contains(change));
+    EXPECT_NE(Exported(u"bill"_s), before);
+}
+
 TEST_F(ImportVerb, NamesTheLibraryOfATableAndTakesAnother)
 {
     EXPECT_TRUE(Import(u"bill"_s, OwnBill).Out().contains(u"\n库：GB50856-2013 通用"_s));

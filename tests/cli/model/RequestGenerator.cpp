@@ -120,7 +120,7 @@ QJsonObject RequestGenerator::Record(const QStringList& names)
 {
     QJsonObject record;
     for (const QString& name : names)
-        if (Chance(80)) record.insert(name, Text());
+        record.insert(name, Chance(80) ? Text() : QString()); // one that is not named comes from the library
     return record;
 }
 

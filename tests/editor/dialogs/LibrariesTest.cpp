@@ -110,6 +110,24 @@ TEST_F(Libraries, LongNameMakesTheWindowNoWider)
     EXPECT_LT(combo.geometry().right(), combo.parentWidget()->width());
 }
 
+TEST_F(Libraries, HintIsShownWhileTheGuideIsOfAnotherBillLibrary)
+{
+    m_window.show();
+    const auto hints = [this] {
+        CStringArray texts;
+        for (const QLabel* label : m_window.findChildren<QLabel*>()) {
+            if (label->isVisible() && label->text().startsWith(u"提示："_s)) texts.append(label->text());
+        }
+        return texts;
+    };
+    EXPECT_EQ(hints(), CStringArray());
+    Choose(Bills(), Bill2008);
+    ASSERT_EQ(hints().size(), 1);
+    EXPECT_THAT(hints().first().toStdString(), HasSubstr("DEMO-QDDE-2024 的指引是清单库 GB50856-2013 的"));
+    Choose(Quotas(), u"DEMO-QDDE-2025"_s);
+    EXPECT_EQ(hints(), CStringArray());
+}
+
 TEST_F(Libraries, ListsAreThoseOfTheMode)
 {
     EXPECT_EQ(Codes(Bills()), ShippedCodes(LibraryRole::Bill));

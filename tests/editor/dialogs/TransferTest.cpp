@@ -31,6 +31,25 @@ TEST(ImportDescription, CountsWhatWasStored)
     EXPECT_EQ(editor::DescribeImport(report), u"已导入 6 行：新增 1，修改 2，删除 3。"_s);
 }
 
+TEST(ImportDescription, NamesTheRowsThatBecameOthersOrWent)
+{
+    embedded::ImportReport report;
+    report.stored = true;
+    report.changedRows = {u"1 甲：单位“m”改为“km”"_s};
+    report.removedRows = {u"2 乙"_s};
+    EXPECT_TRUE(editor::DescribeImport(report).endsWith(u"\n修改 1 甲：单位“m”改为“km”\n删除 2 乙"_s));
+}
+
+TEST(ImportQuestion, ShowsTheFirstOfTheRowsAndHowManyThereAre)
+{
+    embedded::ImportReport trial;
+    EXPECT_EQ(editor::ImportQuestion(trial), CString());
+    trial.changedRows = CStringArray(11, u"甲"_s);
+    trial.removedRows = {u"乙"_s};
+    EXPECT_EQ(editor::ImportQuestion(trial), u"导入会改变原有的数据：修改 11 行，去掉 1 行\n"_s +
+                                                 u"修改 甲\n"_s.repeated(10) + u"……共 12 行\n仍然导入"_s);
+}
+
 TEST(ImportDescription, NamesTheLibrary)
 {
     embedded::ImportReport report;
@@ -82,6 +101,28 @@ TEST_F(Transfer, WhatWasExportedIsImportedWithoutAChange)
     ASSERT_TRUE(QFile::exists(file));
     EXPECT_THAT(Import(file).toStdString(), HasSubstr("新增 0，修改 0，删除 0"));
     EXPECT_EQ(m_messages.Texts(), QStringList());
+}
+
+TEST_F(Transfer, ItemsThatAreThereAreChangedOnlyAfterAQuestionThatNamesThem)
+{
+    ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
+    m_folder.WriteFile(u"own.csv"_s, "number,name,unit,section\n031001001,自有,m,0310\\031001\n");
+    m_messages.PresetAnswer(platform::Answer::No);
+    {
+        const test::NextWindows user({Naming(Folder(u"own.csv"_s), u"导入"_s)});
+        m_window.Commands().importData->trigger();
+        EXPECT_TRUE(user.Done());
+    }
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts().first().toStdString(),
+                HasSubstr("031001001 镀锌钢管：名称“镀锌钢管”改为“自有”"));
+    SQdInfo info;
+    m_window.OpenedProject()->Roles().libraries->GetQdInfo(u"031001001"_s, info);
+    EXPECT_EQ(info.strName, u"镀锌钢管"_s);
+    m_messages.PresetAnswer(platform::Answer::Yes);
+    EXPECT_THAT(Import(Folder(u"own.csv"_s)).toStdString(), HasSubstr("改为“自有”"));
+    m_window.OpenedProject()->Roles().libraries->GetQdInfo(u"031001001"_s, info);
+    EXPECT_EQ(info.strName, u"自有"_s);
 }
 
 TEST_F(Transfer, RefusedFileIsReportedWithItsLines)

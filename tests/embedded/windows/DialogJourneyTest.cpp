@@ -1,12 +1,14 @@
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
 #include "dialogs/ModalUser.h"
+#include "dialogs/secondary/wizard/COnlineAutoConfigDlg.h"
 #include "embedded/windows/PickerFixture.h"
 #include "embedded/windows/WindowUser.h"
 
 #include <QtCore/QDir>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QListWidget>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeWidget>
 
@@ -24,10 +26,16 @@ protected:
     DialogJourney() { OpenDialog(); }
     ~DialogJourney() override { m_dialog.reset(); }
 
-    void OpenDialog()
+    void OpenDialog() { Open(std::make_unique<CAutoConfigDlg>(CString())); }
+    void OpenWizard()
+    {
+        Open(std::make_unique<COnlineAutoConfigDlg>(m_project.Path(u"app\\自动套配置\\DefaultConfig.xml"_s),
+                                                    CString(), CString(), CString(), true, nullptr));
+    }
+    void Open(std::unique_ptr<CAutoConfigDlg> dialog)
     {
         m_dialog.reset();
-        m_dialog = std::make_unique<CAutoConfigDlg>(CString());
+        m_dialog = std::move(dialog);
         m_dialog->Create();
         m_dialog->show();
     }
@@ -55,11 +63,11 @@ protected:
         return texts;
     }
     int RuleCount() const { return m_dialog->Item<QTreeWidget>(RuleRows).topLevelItemCount(); }
-    /// Picks the first bill of the category.
-    void PickABill()
+    /// Picks the first bill of the category; `step` is what the user does about its number.
+    void PickABill(const ModalStep& step = Clicks(u"确定"_s))
     {
         Press(PickerButton);
-        InModalWindows({[](QWidget& number) { ClickButton(number, u"确定"_s); }});
+        InModalWindows({step});
         DoubleClickRow(Named<QTableView>(*OpenPicker(), u"项目"_s), 0);
         Press(PickerButton);
     }
@@ -117,6 +125,50 @@ TEST_F(DialogJourney, ProposedNumberFollowsThoseOfAllRuleFilesOfTheProject)
                                "<Rules><qd strQdId=\"031001001009\"/></Rules>");
     PickABill();
     EXPECT_EQ(GridColumn(1), CStringArray{u"031001001010"_s});
+}
+
+TEST_F(DialogJourney, SecondNewBillOfABaseGetsANumberOfItsOwnBeforeAnythingIsSaved)
+{
+    PickABill();
+    PickABill();
+    EXPECT_EQ(GridColumn(1), (CStringArray{u"031001001003"_s, u"031001001004"_s}));
+    Press(AddRuleButton);
+    PickABill();
+    EXPECT_EQ(GridColumn(1), CStringArray{u"031001001005"_s});
+    m_dialog->close();
+    const QByteArray file = m_project.Temp().ReadFile(CurrentFile());
+    for (const QByteArray number : {"031001001003", "031001001004", "031001001005"})
+        EXPECT_EQ(file.count(number), 1) << number.constData();
+}
+
+TEST_F(DialogJourney, SecondNewBillOfABaseGetsANumberOfItsOwnInTheWizard)
+{
+    OpenWizard();
+    PickABill();
+    PickABill();
+    EXPECT_EQ(GridColumn(1), (CStringArray{u"031001001003"_s, u"031001001004"_s}));
+}
+
+TEST_F(DialogJourney, NumberThatWasProposedAndCancelledIsProposedAgain)
+{
+    PickABill(Clicks(u"取消"_s));
+    PickABill();
+    EXPECT_EQ(GridColumn(1), CStringArray{u"031001001003"_s});
+}
+
+TEST_F(DialogJourney, NumberOfTheSameDialogCanBeChosenForAnotherRuleAndSaysWhenItWasGiven)
+{
+    PickABill();
+    Press(AddRuleButton);
+    PickABill([](QWidget& window) {
+        auto& number = dynamic_cast<dialogs::TemplateDialog&>(window);
+        ClickButton(window, u"选用已有清单号"_s);
+        auto& list = number.Item<QListWidget>(1113);
+        list.setCurrentRow(list.count() - 1);
+        EXPECT_TRUE(number.ItemText(1069).contains(u"打开配置以来给出的编号"_s));
+        ClickButton(window, u"确定"_s);
+    });
+    EXPECT_EQ(GridColumn(1), CStringArray{u"031001001003"_s});
 }
 
 TEST_F(DialogJourney, PickerFollowsTheCategoryAndGoesWithTheDialog)

@@ -50,6 +50,17 @@ TEST_F(TemplateTransfer, CopiesToAFreeNameWithoutAsking)
     EXPECT_EQ(m_folder.ReadFile(u"机\\甲.xml"_s), "new");
 }
 
+TEST(TemplateFiles, ComeInTheOrderOfSortedListsWhateverTheLocaleIs)
+{
+    const test::TempFolder folder;
+    for (const CString& name : {u"给水"_s, u"阀门10"_s, u"安装"_s, u"阀门9"_s})
+        folder.WriteFile(name + u".xml"_s, "<x/>");
+    CStringArray names;
+    for (const embedded::TemplateFile& file : embedded::FindTemplates(folder.Root()))
+        names.append(file.name);
+    EXPECT_EQ(names, (CStringArray{u"安装"_s, u"阀门9"_s, u"阀门10"_s, u"给水"_s}));
+}
+
 TEST_F(TemplateTransfer, LeavesAnEqualFileAloneWithoutAsking)
 {
     m_folder.WriteFile(u"机\\甲.xml"_s, "new");

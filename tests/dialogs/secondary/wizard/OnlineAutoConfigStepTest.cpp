@@ -20,11 +20,6 @@ class OnlineAutoConfigSteps : public OnlineAutoConfigTest
 {
 protected:
     OnlineAutoConfigSteps() { OpenOnABill(); }
-    void EndEditAndStrikeEscape()
-    {
-        Strike(Qt::Key_Return);
-        Strike(Qt::Key_Escape);
-    }
     void ExpectEnded(int modalResult, int stepResult)
     {
         EXPECT_FALSE(m_wizard->isVisible());
@@ -44,6 +39,38 @@ protected:
     }
 };
 
+/// A way out of the wizard form and what it gives.
+struct WayOut
+{
+    const char* name;
+    int modalResult;
+    int stepResult;
+    void (*leave)(COnlineAutoConfigDlg&); ///< null for Escape, which ends an edit before it leaves
+};
+
+void PrintTo(const WayOut& way, std::ostream* out)
+{
+    *out << way.name;
+}
+
+class OnlineAutoConfigWaysOut : public OnlineAutoConfigSteps, public testing::WithParamInterface<WayOut>
+{
+protected:
+    /// Leaves while the name is being edited.
+    void Leave()
+    {
+        if (GetParam().leave == nullptr) Strike(Qt::Key_Return);
+        LeaveAgain();
+    }
+    void LeaveAgain()
+    {
+        if (GetParam().leave == nullptr)
+            Strike(Qt::Key_Escape);
+        else
+            GetParam().leave(*m_wizard);
+    }
+};
+
 } // namespace
 
 TEST_F(OnlineAutoConfigSteps, ResultStartsAtZero)
@@ -51,40 +78,50 @@ TEST_F(OnlineAutoConfigSteps, ResultStartsAtZero)
     EXPECT_EQ(m_wizard->StepResult(), 0);
 }
 
-TEST_F(OnlineAutoConfigSteps, NextGivesOneAndSavesAnOpenEdit)
+TEST_P(OnlineAutoConfigWaysOut, GivesItsResultAndSavesAnOpenEdit)
 {
     EditName(NewName);
+    Leave();
+    ExpectEnded(GetParam().modalResult, GetParam().stepResult);
+}
+
+TEST_P(OnlineAutoConfigWaysOut, ThatCannotSaveLeavesTheDialogOpenWithoutAResult)
+{
+    for (const test::Fault fault : {test::Fault::NoRoom, test::Fault::RefuseOpen}) {
+        test::Open(*m_wizard);
+        EditName(NewName);
+        test::FaultyFileSystem files;
+        files.Inject(fault);
+        Leave();
+        ExpectOpenWithTheEdit();
+        files.Heal();
+        LeaveAgain();
+        ExpectEnded(GetParam().modalResult, GetParam().stepResult);
+    }
+}
+
+// A host that read 1 here would go on to its next step although the user has left by another way.
+TEST_P(OnlineAutoConfigWaysOut, GivesItsOwnResultAfterAStepThatCouldNotSave)
+{
+    EditName(NewName);
+    test::FaultyFileSystem files;
+    files.Inject(test::Fault::RefuseOpen);
     Click(NextStepButton);
-    ExpectEnded(dialogs::IdOk, 1);
+    ExpectOpenWithTheEdit();
+    files.Heal();
+    LeaveAgain();
+    ExpectEnded(GetParam().modalResult, GetParam().stepResult);
 }
 
-TEST_F(OnlineAutoConfigSteps, BackGivesMinusOneAndSavesAnOpenEdit)
-{
-    EditName(NewName);
-    Click(PreviousStepButton);
-    ExpectEnded(dialogs::IdOk, -1);
-}
-
-TEST_F(OnlineAutoConfigSteps, CancelGivesZeroAndSavesAnOpenEditNevertheless)
-{
-    EditName(NewName);
-    Click(CancelStepButton);
-    ExpectEnded(dialogs::IdCancel, 0);
-}
-
-TEST_F(OnlineAutoConfigSteps, CloseBoxGivesZeroAndSavesAnOpenEdit)
-{
-    EditName(NewName);
-    m_wizard->close();
-    ExpectEnded(dialogs::IdCancel, 0);
-}
-
-TEST_F(OnlineAutoConfigSteps, EscapeGivesZeroAndSaves)
-{
-    EditName(NewName);
-    EndEditAndStrikeEscape();
-    ExpectEnded(dialogs::IdCancel, 0);
-}
+INSTANTIATE_TEST_SUITE_P(
+    Each, OnlineAutoConfigWaysOut,
+    testing::Values(
+        WayOut{"Next", dialogs::IdOk, 1, [](auto& wizard) { test::Click(wizard, NextStepButton); }},
+        WayOut{"Back", dialogs::IdOk, -1, [](auto& wizard) { test::Click(wizard, PreviousStepButton); }},
+        WayOut{"Cancel", dialogs::IdCancel, 0, [](auto& wizard) { test::Click(wizard, CancelStepButton); }},
+        WayOut{"CloseBox", dialogs::IdCancel, 0, [](auto& wizard) { wizard.close(); }},
+        WayOut{"Escape", dialogs::IdCancel, 0, nullptr}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(OnlineAutoConfigSteps, EveryStepSavesOnceAndTheCloseBoxTwice)
 {
@@ -149,97 +186,6 @@ TEST_F(OnlineAutoConfigSteps, CancelHidesThePicker)
     Click(CancelStepButton);
     EXPECT_FALSE(m_windows.Bill().IsVisible());
     EXPECT_TRUE(m_windows.Bill().IsCreated());
-}
-
-TEST_F(OnlineAutoConfigSteps, NextThatCannotSaveLeavesTheDialogOpenWithoutAResult)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    Click(NextStepButton);
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    Click(NextStepButton);
-    ExpectEnded(dialogs::IdOk, 1);
-}
-
-TEST_F(OnlineAutoConfigSteps, BackThatCannotSaveLeavesTheDialogOpenWithoutAResult)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    Click(PreviousStepButton);
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    Click(PreviousStepButton);
-    ExpectEnded(dialogs::IdOk, -1);
-}
-
-TEST_F(OnlineAutoConfigSteps, CancelThatCannotSaveLeavesTheDialogOpenWithoutAResult)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::RefuseOpen);
-    Click(CancelStepButton);
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    Click(CancelStepButton);
-    ExpectEnded(dialogs::IdCancel, 0);
-}
-
-TEST_F(OnlineAutoConfigSteps, CloseBoxThatCannotSaveLeavesTheDialogOpenWithoutAResult)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    m_wizard->close();
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    m_wizard->close();
-    ExpectEnded(dialogs::IdCancel, 0);
-}
-
-TEST_F(OnlineAutoConfigSteps, EscapeThatCannotSaveLeavesTheDialogOpenWithoutAResult)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::NoRoom);
-    EndEditAndStrikeEscape();
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    Strike(Qt::Key_Escape);
-    ExpectEnded(dialogs::IdCancel, 0);
-}
-
-// A host that read 1 here would go on to its next step although the user has closed the dialog.
-TEST_F(OnlineAutoConfigSteps, EscapeAndCloseBoxAfterAFailedStepGiveZero)
-{
-    for (const bool byEscape : {true, false}) {
-        test::Open(*m_wizard);
-        EditName(NewName);
-        test::FaultyFileSystem files;
-        files.Inject(test::Fault::RefuseOpen);
-        Click(NextStepButton);
-        ExpectOpenWithTheEdit();
-        files.Heal();
-        if (byEscape)
-            Strike(Qt::Key_Escape);
-        else
-            m_wizard->close();
-        ExpectEnded(dialogs::IdCancel, 0);
-    }
-}
-
-TEST_F(OnlineAutoConfigSteps, CancelAfterAFailedStepGivesZero)
-{
-    EditName(NewName);
-    test::FaultyFileSystem files;
-    files.Inject(test::Fault::RefuseOpen);
-    Click(NextStepButton);
-    ExpectOpenWithTheEdit();
-    files.Heal();
-    Click(CancelStepButton);
-    ExpectEnded(dialogs::IdCancel, 0);
 }
 
 // Such a file cannot be saved, which no step looks at: the dialog ends without a word and the file stays.

@@ -48,6 +48,23 @@ TEST_F(TableImport, EncodingsAndHeadersInEitherLanguageCountAlike)
     }
 }
 
+TEST_F(TableImport, TrialOfEveryTableNamesTheRowThatWouldGoAndChangesNothing)
+{
+    using enum TableKind;
+    for (const TableKind kind : {Catalogue, Attributes, Bill, Quota, Guide, Calc, Libraries}) {
+        const CString table = Exported(kind);
+        const qsizetype last = table.lastIndexOf(u"\r\n"_s, -3) + 2;
+        const ImportReport report = Import(kind, table.left(last), {.replace = true, .isTrial = true});
+        EXPECT_FALSE(report.stored);
+        EXPECT_EQ(Refusals(report), CString());
+        EXPECT_EQ(report.changedRows, CStringArray());
+        ASSERT_EQ(report.removedRows.size(), 1) << static_cast<int>(kind);
+        const CStringArray words = report.removedRows.first().split(u' ');
+        EXPECT_TRUE(table.mid(last).contains(words.first())) << report.removedRows.first().toStdString();
+        EXPECT_EQ(Exported(kind), table);
+    }
+}
+
 TEST_F(TableImport, QuotesAndCommasInFieldsSurvive)
 {
     const CString row = u"099901001,\"自有 \"\"A\"\", B C\",m,0999,自有章\n"_s;
