@@ -110,7 +110,7 @@ TEST(LineColour, HintIsReadInLightAndDarkPalettes)
 TEST(WindowFrame, WhoWaitsForTheFrameHearsOfItOnce)
 {
     QWidget window;
-    window.create();
+    window.winId(); // makes the handle
     int heard = 0;
     widgets::WhenFrameIsKnown(window, [&] { ++heard; });
     EXPECT_EQ(heard, 0);
@@ -126,7 +126,7 @@ TEST(WindowFrame, NobodyHearsOfTheFrameOnceTheUserHasBegun)
 {
     for (const bool byMouse : {false, true}) {
         QWidget window;
-        window.create();
+        window.winId(); // makes the handle
         int heard = 0;
         widgets::WhenFrameIsKnown(window, [&] { ++heard; });
         QKeyEvent key(QEvent::KeyPress, Qt::Key_A, {});
