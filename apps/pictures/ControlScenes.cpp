@@ -68,7 +68,9 @@ std::unique_ptr<QWidget> MakeCombos()
 
 void OpenList(QWidget& window)
 {
-    auto* combo = window.findChild<CTTComboBox*>();
+    // The list of a combo that cannot be edited grows with its entries.
+    constexpr qsizetype Editable = 1;
+    auto* combo = window.findChildren<CTTComboBox*>().at(Editable);
     combo->showPopup();
     QCoreApplication::processEvents(); // the list gets its place, and its entries theirs
     const QPoint entry = combo->view()->visualRect(combo->model()->index(0, 0)).center();

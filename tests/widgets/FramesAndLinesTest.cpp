@@ -90,11 +90,14 @@ TEST(GroupBox, FrameRunsThroughTheMiddleOfTheTitle)
         EXPECT_EQ(image.pixel(150, y), paper) << y; // nothing else behind the buttons below the title
 }
 
-TEST(GroupBox, FrameWithoutATitleRunsAlongTheUpperEdge)
+TEST(GroupBox, FrameWithoutATitleRunsWhereItsMiddleWouldBe)
 {
     widgets::GroupBox box;
     box.resize(200, 100);
-    EXPECT_EQ(box.FrameRect(), QRect(0, 0, 199, 99));
+    const int top = box.fontMetrics().height() / 2;
+    EXPECT_EQ(box.FrameRect(), QRect(QPoint(0, top), QPoint(198, 98)));
+    const QImage image = box.grab().toImage();
+    EXPECT_NE(image.pixel(10, top), image.pixel(10, top - 1)) << "with no gap for a title";
 }
 
 TEST(LineColour, HintIsReadInLightAndDarkPalettes)
