@@ -6,8 +6,6 @@
 #include "widgets/ListControls.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtGui/QHelpEvent>
-#include <QtGui/QMouseEvent>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QVBoxLayout>
@@ -68,22 +66,15 @@ std::unique_ptr<QWidget> MakeCombos()
     return window;
 }
 
-/// The mouse comes to a place of a control and rests there.
-void Rest(QWidget& part, const QPoint& point)
-{
-    const QPoint there = part.mapToGlobal(point);
-    QMouseEvent move(QEvent::MouseMove, point, there, Qt::NoButton, {}, {});
-    QCoreApplication::sendEvent(&part, &move);
-    QHelpEvent rest(QEvent::ToolTip, point, there);
-    QCoreApplication::sendEvent(&part, &rest);
-}
-
 void OpenList(QWidget& window)
 {
-    auto* combo = window.findChild<CTTComboBox*>();
+    // The list of a combo that cannot be edited grows with its entries.
+    constexpr qsizetype Editable = 1;
+    auto* combo = window.findChildren<CTTComboBox*>().at(Editable);
     combo->showPopup();
-    QWidget* list = combo->view()->viewport();
-    Rest(*list, list->rect().center());
+    QCoreApplication::processEvents(); // the list gets its place, and its entries theirs
+    const QPoint entry = combo->view()->visualRect(combo->model()->index(0, 0)).center();
+    Rest(*combo->view()->viewport(), entry);
 }
 
 void RestOnEdit(QWidget& window)
@@ -116,8 +107,8 @@ std::vector<Scene> ControlScenes(PictureHost& host)
         {u"grid-quota-edited"_s, [&host] { return MakeGrid(host, SQdDeInfo::QuotaMode, 1, true); }},
         {u"grid-choices"_s, [&host] { return MakeGrid(host, SQdDeInfo::BillMode, 1, false); }, OpenChoices},
         {u"combos-and-list"_s, MakeCombos},
-        {u"combo-list-tip"_s, MakeCombos, OpenList},
-        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit},
-        {u"list-tip"_s, MakeCombos, RestOnLine},
+        {u"combo-list-tip"_s, MakeCombos, OpenList, true},
+        {u"combo-edit-tip"_s, MakeCombos, RestOnEdit, true},
+        {u"list-tip"_s, MakeCombos, RestOnLine, true},
     };
 }

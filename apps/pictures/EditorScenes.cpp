@@ -6,6 +6,7 @@
 #include "editor/dialogs/TransferDialog.h"
 #include "editor/dialogs/WizardDialog.h"
 #include "editor/messages/Boxes.h"
+#include "editor/steps/ProgressWindow.h"
 #include "editor/window/MainWindow.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
@@ -128,6 +129,23 @@ std::unique_ptr<QWidget> MakeRepair(SampleOnShow& sample)
                                {LibraryRole::QuotaOfBills, libraries(LibraryRole::QuotaOfBills)}});
 }
 
+/// The window while another program holds a rule file.
+std::unique_ptr<QWidget> MakeWait(SampleOnShow& sample)
+{
+    struct Wait
+    {
+        editor::StepControl control;
+    };
+    struct Window : Wait, editor::ProgressWindow
+    {
+        Window() : ProgressWindow(nullptr, u"正在等待规则文件…"_s, control) {}
+    };
+    auto window = std::make_unique<Window>();
+    window->Explain(u"%1 正由ktqdde（进程 4711，机器 pc）使用，等它放开……"_s.arg(
+        platform::ToNative(sample.Project().CurrentRuleFile())));
+    return window;
+}
+
 std::vector<Scene> MenuScenes(SampleOnShow& sample)
 {
     std::vector<Scene> scenes;
@@ -164,6 +182,7 @@ std::vector<Scene> WindowScenes(SampleOnShow& sample)
          [](QWidget& window) { OpenList(window, 0); }},
         {u"import-report"_s, [] { return MakeReport(true); }},
         {u"import-report-refused"_s, [] { return MakeReport(false); }},
+        {u"waiting"_s, [&sample] { return MakeWait(sample); }},
         {u"library-repair"_s, [&sample] { return MakeRepair(sample); }},
     };
 }

@@ -12,7 +12,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>
-#include <QtGui/QHelpEvent>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTableView>
@@ -182,9 +181,7 @@ void RestOnName(QWidget& window)
     constexpr int NameColumn = 1;
     for (const QTableView* table : window.findChildren<QTableView*>()) {
         const QModelIndex name = table->model()->index(0, NameColumn);
-        const QPoint point = table->visualRect(name).center();
-        QHelpEvent rest(QEvent::ToolTip, point, table->viewport()->mapToGlobal(point));
-        QCoreApplication::sendEvent(table->viewport(), &rest);
+        Rest(*table->viewport(), table->visualRect(name).center());
     }
 }
 
@@ -193,8 +190,8 @@ void RestOnName(QWidget& window)
 std::vector<Scene> HostWindowScenes()
 {
     const auto scene = [](const QString& name, const auto& make, Size size = Size::Usual,
-                          const std::function<void(QWidget&)>& open = {}) {
-        return Scene{name, [make, size] { return std::make_unique<Frame>(make, size); }, open};
+                          const std::function<void(QWidget&)>& open = {}, bool showsTip = false) {
+        return Scene{name, [make, size] { return std::make_unique<Frame>(make, size); }, open, showsTip};
     };
     using Project = PicturedProject;
     const auto bills = [](Project& p, QWidget& w) { return MakeBillPicker(p, w, {}); };
@@ -210,7 +207,7 @@ std::vector<Scene> HostWindowScenes()
               [](Project& p, QWidget& w) { return MakeBillPicker(p, w, u"没有"_s); }),
         scene(u"quota-picker"_s, MakeQuotaPicker, Size::Usual, SelectPipeQuotas),
         scene(u"quota-picker-smallest"_s, MakeQuotaPicker, Size::Smallest, SelectPipeQuotas),
-        scene(u"quota-picker-tip"_s, MakeQuotaPicker, Size::Usual, RestOnName),
+        scene(u"quota-picker-tip"_s, MakeQuotaPicker, Size::Usual, RestOnName, true),
         scene(u"calculator"_s, formula),
         scene(u"calculator-smallest"_s, formula, Size::Smallest),
         scene(u"calculator-large"_s, formula, Size::Large),

@@ -3,7 +3,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
+#include <QtGui/QCursor>
+#include <QtGui/QHelpEvent>
 #include <QtGui/QImage>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
@@ -68,10 +71,30 @@ void Show(const Scene& scene, QWidget& widget)
     QCoreApplication::processEvents();
 }
 
+/// Whether the widget leaves anything but one colour, be it a background alone.
+bool IsBlank(QWidget& widget)
+{
+    const QImage image = widget.grab().toImage();
+    QImage plain = image;
+    plain.fill(image.pixel(0, 0));
+    return plain == image;
+}
+
+/// Whether what has to be seen of the scene is there.
+bool IsWhole(const Scene& scene, QWidget& widget, const QWidgetList& overlays)
+{
+    const auto isTip = [](const QWidget* window) { return window->windowType() == Qt::ToolTip; };
+    if (scene.showsTip && std::none_of(overlays.begin(), overlays.end(), isTip)) return false;
+    return !IsBlank(widget) &&
+           std::none_of(overlays.begin(), overlays.end(), [](QWidget* window) { return IsBlank(*window); });
+}
+
+/// A null image when something that has to be seen is not there.
 QImage Render(const Scene& scene, QWidget& widget, int ratio)
 {
     Show(scene, widget);
     const QWidgetList overlays = Overlays();
+    if (!IsWhole(scene, widget, overlays)) return {};
     QRect seen = PlaceOf(widget);
     for (const QWidget* window : overlays)
         seen |= PlaceOf(*window);
@@ -131,6 +154,18 @@ QList<QRgb> MainColours(const QImage& image)
 
 } // namespace
 
+// A mouse that is elsewhere would take the tip away again.
+void Rest(QWidget& part, const QPoint& point)
+{
+    const QPoint there = part.mapToGlobal(point);
+    QCursor::setPos(there);
+    QCoreApplication::processEvents();
+    QMouseEvent move(QEvent::MouseMove, point, there, Qt::NoButton, {}, {});
+    QCoreApplication::sendEvent(&part, &move);
+    QHelpEvent rest(QEvent::ToolTip, point, there);
+    QCoreApplication::sendEvent(&part, &rest);
+}
+
 bool TakePictures(const Scene& scene, const QString& folder)
 {
     const QString path = folder + u'/' + scene.name;
@@ -159,6 +194,7 @@ bool TakeDocumentPicture(const Scene& scene, const QString& folder)
     const std::unique_ptr<QWidget> widget = scene.make();
     HideTemporaryFolders(*widget);
     const QImage image = Render(scene, *widget, 1);
+    if (image.isNull()) return false;
     const QImage indexed = image.convertToFormat(QImage::Format_Indexed8, MainColours(image));
     return indexed.save(folder + u'/' + scene.name + u".png"_s, "PNG", SmallestFile);
 }

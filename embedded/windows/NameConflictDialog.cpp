@@ -1,6 +1,7 @@
 #include "embedded/windows/NameConflictDialog.h"
 
 #include "platform/Paths.h"
+#include "widgets/ControlText.h"
 #include "widgets/FaultColour.h"
 
 #include <QtWidgets/QDialogButtonBox>
@@ -15,23 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace embedded {
 
-namespace {
-
-/// The text with a place for a line break behind every character. A path has none of its own, so that a long
-/// one would stand out of its window.
-CString Breakable(const CString& text)
-{
-    constexpr QChar BreakHere(0x200B);
-    CString result;
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        result += text.at(at);
-        if (!text.at(at).isHighSurrogate()) result += BreakHere;
-    }
-    return result;
-}
-
-} // namespace
-
 NameConflictDialog::NameConflictDialog(const CString& folder, const CString& name, QWidget* parent)
     : QDialog(parent), m_folder(folder), m_name(new QLineEdit(FreeTemplateName(folder, name), this)),
       m_fault(new QLabel(this))
@@ -41,7 +25,7 @@ NameConflictDialog::NameConflictDialog(const CString& folder, const CString& nam
     text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
     const CString sentence = u"“%1”已存在于文件夹 %2。\n覆盖时，原文件会另存为带日期的备份。"_s;
-    text->setText(sentence.arg(Breakable(name), Breakable(platform::ToNative(folder))));
+    text->setText(sentence.arg(widgets::Breakable(name), widgets::Breakable(platform::ToNative(folder))));
     text->setAccessibleName(sentence.arg(name, platform::ToNative(folder)));
     auto* label = new QLabel(u"新名称(&N):"_s, this);
     label->setBuddy(m_name);

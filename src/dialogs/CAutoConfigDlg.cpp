@@ -15,6 +15,7 @@
 #include "widgets/TreeControl.h"
 #include "widgets/WindowFrame.h"
 
+#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QSessionManager>
 #include <QtGui/QShortcut>
@@ -179,11 +180,21 @@ void CAutoConfigDlg::CenterOnMainFrame()
     const CWnd* frame = acedGetAcadFrame();
     if (frame == nullptr) return;
     create(); // before that the window has no frame that could be measured
-    // A dialog that is coming up does not know its frame yet. It will be like that of the main frame; to move
-    // it once more when the frame is known would make it jump under the user's mouse.
+    MoveToMiddleOf(*frame);
+    if (!widgets::FrameOf(*this).isNull()) return;
+    widgets::WhenFrameIsKnown(*this, [this, mainFrame = QPointer<const CWnd>(frame)] {
+        if (mainFrame) MoveToMiddleOf(*mainFrame);
+    });
+}
+
+// A dialog that is coming up may not know its frame yet. That is taken to be like the main frame's, from
+// which it differs by the few pixels by which a window of another kind is decorated in another way.
+void CAutoConfigDlg::MoveToMiddleOf(const CWnd& mainFrame)
+{
     const QMargins own = widgets::FrameOf(*this);
-    const QMargins margins = own.isNull() ? widgets::FrameOf(*frame) : own;
-    widgets::MoveFrameTo(*this, widgets::CentredOn(widgets::OuterGeometry(*frame), size().grownBy(margins)));
+    const QMargins margins = own.isNull() ? widgets::FrameOf(mainFrame) : own;
+    widgets::MoveFrameTo(*this,
+                         widgets::CentredOn(widgets::OuterGeometry(mainFrame), size().grownBy(margins)));
 }
 
 void CAutoConfigDlg::CreateGrid()

@@ -99,6 +99,7 @@ private:
     void EnterShortcuts();
     void AddShortcut(const QKeySequence& keys, QWidget* place, Qt::ShortcutContext context, int command);
     void CenterOnMainFrame();
+    void MoveToMiddleOf(const CWnd& mainFrame);
     void CreateGrid();
     void SetUpRuleList();
     /// Scales the columns of the rule list with the font, from the widths that the user gave them.

@@ -45,4 +45,15 @@ CString Spoken(CString caption)
     return caption;
 }
 
+CString Breakable(const CString& text)
+{
+    constexpr QChar BreakHere(0x200B);
+    CString result;
+    for (const QChar character : text) {
+        result += character;
+        if (!character.isHighSurrogate()) result += BreakHere;
+    }
+    return result;
+}
+
 } // namespace widgets

@@ -19,4 +19,8 @@ bool HasCaption(const QWidget& control);
 /// A caption as it is spoken: "文件名(&N):" is 文件名.
 CString Spoken(CString caption);
 
+/// The text with a place for a line break behind every character. A path has none of its own, so that a long
+/// one would stand out of its window.
+CString Breakable(const CString& text);
+
 } // namespace widgets

@@ -16,8 +16,7 @@ constexpr int TitleMargin = 3;
 
 QRect GroupBox::FrameRect() const
 {
-    const int top = title().isEmpty() ? 0 : fontMetrics().height() / 2;
-    return rect().adjusted(0, top, -1, -1);
+    return rect().adjusted(0, fontMetrics().height() / 2, -1, -1);
 }
 
 void GroupBox::paintEvent(QPaintEvent*)

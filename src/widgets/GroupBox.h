@@ -4,8 +4,9 @@
 
 namespace widgets {
 
-/// A group box whose frame runs through the middle of its title, as tables of controls count on: they put
-/// buttons right below the title, which a frame that begins there would run behind.
+/// A group box whose frame runs through the middle of its title, also where that is empty, as tables of
+/// controls count on: they put buttons right below the title, and another control in the place of a title,
+/// either of which a frame that begins elsewhere would run behind.
 class GroupBox : public QGroupBox
 {
 public:

@@ -1,10 +1,55 @@
 #include "widgets/WindowFrame.h"
 
+#include <QtCore/QEvent>
+#include <QtCore/QPointer>
 #include <QtGui/QWindow>
 #include <QtWidgets/QGridLayout>
 #include <QtWidgets/QMessageBox>
 
+#include <utility>
+
 namespace widgets {
+
+namespace {
+
+/// Ends itself when it is over, at the latest with the handle.
+class FrameWait : public QObject
+{
+public:
+    FrameWait(QWidget& window, QWindow& handle, std::function<void()> handler)
+        : QObject(&handle), m_window(&window), m_handler(std::move(handler))
+    {
+        handle.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseButtonPress || type == QEvent::KeyPress) {
+            m_isOver = true;
+            deleteLater();
+        } else if (!m_isOver && m_window && !FrameOf(*m_window).isNull()) {
+            m_isOver = true;
+            // After the event, which may tell the toolkit of the window's place.
+            QMetaObject::invokeMethod(
+                this, [this] { End(); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    void End()
+    {
+        if (m_window) m_handler();
+        deleteLater();
+    }
+
+    QPointer<QWidget> m_window;
+    std::function<void()> m_handler;
+    bool m_isOver = false;
+};
+
+} // namespace
 
 QMargins FrameOf(const QWidget& widget)
 {
@@ -21,6 +66,11 @@ void MoveFrameTo(QWidget& window, const QPoint& corner)
 {
     window.move(corner);
     if (QWindow* handle = window.windowHandle()) handle->setFramePosition(corner);
+}
+
+void WhenFrameIsKnown(QWidget& window, std::function<void()> handler)
+{
+    if (QWindow* handle = window.windowHandle()) new FrameWait(window, *handle, std::move(handler));
 }
 
 QPoint CentredOn(const QRect& outer, const QSize& size)

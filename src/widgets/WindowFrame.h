@@ -3,6 +3,8 @@
 #include <QtCore/QMargins>
 #include <QtCore/QRect>
 
+#include <functional>
+
 class QMessageBox;
 class QWidget;
 
@@ -20,6 +22,12 @@ QRect OuterGeometry(const QWidget& widget);
 /// Moves a window so that the upper left corner of its frame comes there. The toolkit's `QWidget::move` alone
 /// leaves a frame out that the window system told of late.
 void MoveFrameTo(QWidget& window, const QPoint& corner);
+
+/// Runs `handler` once, when the window system has told of the frame of `window`. Some put it around a window
+/// only when that is shown, and then tell. Nothing happens once the user has acted in the window, which must
+/// not move under the mouse; nor for a window without a frame or without a handle, which `QWidget::create`
+/// gives it.
+void WhenFrameIsKnown(QWidget& window, std::function<void()> handler);
 
 /// The place of the upper left corner of a window of `size` in the middle of `outer`, frames included. Halves
 /// are cut off one by one, as hosts do it.

@@ -2,8 +2,10 @@
 
 #include "host/UserMessage.h"
 #include "support/Patience.h"
+#include "widgets/GroupBox.h"
 
 #include <QtGui/QHelpEvent>
+#include <QtGui/QRegion>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
@@ -228,6 +230,31 @@ TEST_F(AutoConfigFrame, EveryControlThatTheUserReachesHasANameForScreenReaders)
         if (control->focusPolicy() == Qt::NoFocus) continue;
         EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
     }
+}
+
+TEST_F(AutoConfigFrame, NoFrameOfAGroupRunsBehindAButton)
+{
+    const QFont font = QApplication::font();
+    for (const int points : {font.pointSize(), 16}) {
+        QApplication::setFont(QFont(font.family(), points));
+        Open();
+        int groups = 0;
+        for (const auto* group : m_dialog->findChildren<QGroupBox*>()) {
+            const auto* framed = dynamic_cast<const widgets::GroupBox*>(group);
+            ASSERT_NE(framed, nullptr) << group->title().toStdString();
+            ++groups;
+            const QRect frame = framed->FrameRect().translated(group->pos());
+            const QRegion line = QRegion(frame) - frame.adjusted(1, 1, -1, -1);
+            for (const int id :
+                 {MoveUpButton, MoveDownButton, AddRuleButton, CopyRuleButton, DeleteRuleButton,
+                  AddConditionButton, RemoveConditionButton, DeleteItemsButton, PickerButton})
+                EXPECT_FALSE(line.intersects(m_dialog->GetDlgItem(id)->geometry()))
+                    << group->title().toStdString() << ' ' << id << ' ' << points;
+        }
+        EXPECT_EQ(groups, 3);
+        Close();
+    }
+    QApplication::setFont(font);
 }
 
 TEST_F(AutoConfigFrame, TextsThatAreCutOffShowWholeInATip)

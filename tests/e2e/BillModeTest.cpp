@@ -41,7 +41,19 @@ TEST_F(BillModeJourney, RuleWithRangeBillAndQuotaReachesTheFile)
     ExpectRuleInFile(BillRule());
 }
 
-// Frames included. The window manager puts its frame around the dialog only when that is shown.
+TEST_F(BillModeJourney, DialogStandsInTheMiddleOfTheMainWindow)
+{
+    StartOnProject();
+    // Their frames differ: only a window that can be resized has a border to grip at below.
+    OpenConfig();
+    const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
+    const QRect own = m_desktop.FrameGeometry(ConfigTitle);
+    EXPECT_EQ(own.topLeft(), QPoint(outer.width() / 2 - own.width() / 2 + outer.x(),
+                                    outer.height() / 2 - own.height() / 2 + outer.y()));
+    CloseConfig();
+    Quit();
+}
+
 TEST_F(BillModeJourney, DialogMakesWayForThePickerSoThatNothingIsCovered)
 {
     StartOnProject();

@@ -108,6 +108,14 @@ void EditorTest::Command(const QString& key, const QString& title)
 void EditorTest::OpenConfig()
 {
     Command(u"F2"_s, ConfigTitle);
+    // The window manager puts its frame around the dialog only when that is shown, and the dialog takes its
+    // place when it is told.
+    Desktop::WaitFor(u"the dialog in the middle of the main window"_s, [this] {
+        const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
+        const QRect own = m_desktop.FrameGeometry(ConfigTitle);
+        return own.x() == outer.width() / 2 - own.width() / 2 + outer.x() &&
+               own.y() == outer.height() / 2 - own.height() / 2 + outer.y();
+    });
 }
 
 void EditorTest::CloseConfig()

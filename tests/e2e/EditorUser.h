@@ -42,7 +42,8 @@ protected:
     /// Gives a command by a key of the main window, which has a project open, and waits for the window of
     /// that title that the command brings up.
     void Command(const QString& key, const QString& title);
-    /// Opens the configuration dialog from the main window.
+    /// Opens the configuration dialog from the main window and waits until it stands in the middle of that,
+    /// frames included.
     void OpenConfig();
     /// Closes it; every way out saves.
     void CloseConfig();

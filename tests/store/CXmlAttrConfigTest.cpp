@@ -180,11 +180,22 @@ TEST_F(AttrConfigLoad, RecordsAreNotReloaded)
 
 TEST_F(AttrConfigLoad, AttributeNamesAreReadByTheirExactSpelling)
 {
-    PutConfig(u"<给排水 name='给排水'><管道><给水管><CZ Name='甲' name='材质' NameCode='X' namecode='CZ' "
-              "VarType='9' vartype='2' Compar='9' compar='3' SpecRelation='9' specrelation='4'/>"
-              "</给水管></管道></给排水><给排水 Name='电气'><管道/></给排水>"_s);
-    EXPECT_EQ(Record(CXmlAttrConfig(u"给排水"_s), u"给排水\\管道\\给水管材质"_s), u"材质/CZ/2/3/4"_s);
-    EXPECT_EQ(Record(CXmlAttrConfig(u"给排水"_s), u"给排水\\管道\\给水管甲"_s), u"none"_s);
+    // Another spelling is passed over where it stands in front of the right one, and where it stands alone.
+    PutConfig(
+        u"<给排水 Name='电气' name='给排水'><管道><给水管>"
+        "<CZ Name='甲' name='材质' NameCode='X' namecode='CZ' VarType='9' vartype='2' Compar='9' compar='3' "
+        "SpecRelation='9' specrelation='4'/>"
+        "<GJ name='管径' NameCode='GJ' VarType='2' Compar='1' SpecRelation='1'/>"
+        "<LJ Name='连接' namecode='LJ' vartype='5' compar='6' specrelation='7'/>"
+        "</给水管></管道></给排水>"
+        "<电气 Name='电气'><管道><给水管><CZ name='材质' namecode='CZ'/></给水管></管道></电气>"_s);
+    const CXmlAttrConfig store(u"给排水"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管材质"_s), u"材质/CZ/2/3/4"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管管径"_s), u"管径//0/0/0"_s);
+    EXPECT_EQ(Record(store, u"给排水\\管道\\给水管"_s), u"/LJ/5/6/7"_s);
+    for (const CString& name : {u"甲"_s, u"连接"_s})
+        EXPECT_EQ(Record(store, u"给排水\\管道\\给水管"_s + name), u"none"_s) << name.toStdString();
+    EXPECT_EQ(Record(CXmlAttrConfig(u"电气"_s), u"电气\\管道\\给水管材质"_s), u"none"_s);
 }
 
 TEST_F(AttrConfigLoad, CommentsAmongCategoriesArePassedOverAndOneAmongAttributesIsAnEmptyRecord)

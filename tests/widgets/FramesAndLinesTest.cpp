@@ -1,11 +1,17 @@
+#include "support/Patience.h"
+#include "support/Pixels.h"
 #include "widgets/GroupBox.h"
 #include "widgets/LineColour.h"
 #include "widgets/ReadableColour.h"
 #include "widgets/TreeControl.h"
 #include "widgets/WindowFrame.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QImage>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QPalette>
+#include <QtGui/QWindow>
 
 #include <gtest/gtest.h>
 
@@ -16,13 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QPalette Light(QColor(239, 239, 239), QColor(239, 239, 239));
-
-QPalette Dark()
-{
-    QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
-    dark.setColor(QPalette::Base, QColor(30, 30, 30));
-    return dark;
-}
 
 /// A tree of a root with two branches of two leaves each, on show.
 class TreeOfLines : public ::testing::Test
@@ -91,20 +90,54 @@ TEST(GroupBox, FrameRunsThroughTheMiddleOfTheTitle)
         EXPECT_EQ(image.pixel(150, y), paper) << y; // nothing else behind the buttons below the title
 }
 
-TEST(GroupBox, FrameWithoutATitleRunsAlongTheUpperEdge)
+TEST(GroupBox, FrameWithoutATitleRunsWhereItsMiddleWouldBe)
 {
     widgets::GroupBox box;
     box.resize(200, 100);
-    EXPECT_EQ(box.FrameRect(), QRect(0, 0, 199, 99));
+    const int top = box.fontMetrics().height() / 2;
+    EXPECT_EQ(box.FrameRect(), QRect(QPoint(0, top), QPoint(198, 98)));
+    const QImage image = box.grab().toImage();
+    EXPECT_NE(image.pixel(10, top), image.pixel(10, top - 1)) << "with no gap for a title";
 }
 
 TEST(LineColour, HintIsReadInLightAndDarkPalettes)
 {
-    for (const QPalette& palette : {Light, Dark()}) {
+    for (const QPalette& palette : {Light, test::DarkPalette()}) {
         const QColor base = palette.color(QPalette::Base);
         EXPECT_GE(widgets::Contrast(widgets::HintColour(palette), base), 4.5);
         EXPECT_LT(widgets::Contrast(widgets::HintColour(palette), base),
                   widgets::Contrast(palette.color(QPalette::Text), base));
+    }
+}
+
+TEST(WindowFrame, WhoWaitsForTheFrameHearsOfItOnce)
+{
+    QWidget window;
+    window.winId(); // makes the handle
+    int heard = 0;
+    widgets::WhenFrameIsKnown(window, [&] { ++heard; });
+    EXPECT_EQ(heard, 0);
+    window.show();
+    test::WaitInLoopFor(u"the frame"_s, [&] { return heard > 0; });
+    window.hide();
+    window.show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(heard, 1);
+}
+
+TEST(WindowFrame, NobodyHearsOfTheFrameOnceTheUserHasBegun)
+{
+    for (const bool byMouse : {false, true}) {
+        QWidget window;
+        window.winId(); // makes the handle
+        int heard = 0;
+        widgets::WhenFrameIsKnown(window, [&] { ++heard; });
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_A, {});
+        QMouseEvent press(QEvent::MouseButtonPress, QPointF(), QPointF(), Qt::LeftButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window.windowHandle(), byMouse ? static_cast<QEvent*>(&press) : &key);
+        window.show();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(heard, 0) << byMouse;
     }
 }
 

@@ -16,6 +16,8 @@
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
+#include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -178,7 +180,12 @@ CString CurrentFile()
 
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
 {
-    return {history.Project(), paths, [](const CString& text) { platform::WriteErr(text + u'\n'); }};
+    constexpr std::chrono::seconds Silence(1);
+    const auto tellOnce = [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
+        if (waited >= Silence && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
+        return true;
+    };
+    return {history.Project(), paths, tellOnce};
 }
 
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)

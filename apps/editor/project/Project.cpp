@@ -1,6 +1,7 @@
 #include "editor/project/Project.h"
 
 #include "editor/messages/Boxes.h"
+#include "editor/steps/FileWait.h"
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/LibraryChoice.h"
@@ -42,7 +43,7 @@ void Project::BecomeHost(QWidget* frame)
         embedded::KeepingFiles::Others{
             [this] { return Spec(); },
             [this](const CString& path, const embedded::HistoryEntry& copy) { TellWrittenOver(path, copy); },
-            {}});
+            &WaitInWindow});
 }
 
 host::Roles Project::Roles()
@@ -65,7 +66,7 @@ bool Project::KeepCopy(const CString& ruleFile)
 std::optional<embedded::RuleFileLock> Project::Lock(const CString& ruleFile)
 {
     try {
-        return embedded::RuleFileLock(m_host.History().Project(), {ruleFile});
+        return embedded::RuleFileLock(m_host.History().Project(), {ruleFile}, WaitInWindow());
     } catch (const embedded::Occupied&) {
         throw;
     } catch (const embedded::Error&) {

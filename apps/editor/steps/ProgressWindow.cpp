@@ -1,6 +1,7 @@
 #include "editor/steps/ProgressWindow.h"
 
 #include "editor/messages/Boxes.h"
+#include "widgets/ControlText.h"
 
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QProgressBar>
@@ -21,8 +22,8 @@ constexpr int BarWidth = 60; ///< in characters
 } // namespace
 
 ProgressWindow::ProgressWindow(QWidget* parent, const QString& text, StepControl& control)
-    : QDialog(parent), m_control(control), m_text(new QLabel(text)), m_bar(new QProgressBar),
-      m_cancel(new QPushButton(u"取消"_s))
+    : QDialog(parent), m_control(control), m_text(new QLabel(text)), m_explanation(new QLabel),
+      m_bar(new QProgressBar), m_cancel(new QPushButton(u"取消"_s))
 {
     // Message boxes have the program's name alone; a list of windows must tell them apart.
     setWindowTitle(u"%1 - %2"_s.arg(text, ProgramName()));
@@ -30,11 +31,23 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& text, StepControl
     auto* column = new QVBoxLayout(this);
     m_bar->setMinimumWidth(fontMetrics().averageCharWidth() * BarWidth);
     m_bar->setAccessibleName(u"进度"_s);
+    m_explanation->setTextFormat(Qt::PlainText);
+    m_explanation->setWordWrap(true);
+    m_explanation->hide();
     column->addWidget(m_text);
+    column->addWidget(m_explanation);
     column->addWidget(m_bar);
     column->addWidget(m_cancel, 0, Qt::AlignRight);
     connect(m_cancel, &QPushButton::clicked, this, [this] { reject(); });
     ShowState();
+}
+
+void ProgressWindow::Explain(const QString& text)
+{
+    if (text == m_explanation->accessibleName()) return;
+    m_explanation->setAccessibleName(text);
+    m_explanation->setText(widgets::Breakable(text));
+    m_explanation->show();
 }
 
 void ProgressWindow::ShowState()

@@ -23,6 +23,8 @@ public:
     /// `control` must outlive this.
     ProgressWindow(QWidget* parent, const QString& text, StepControl& control);
 
+    /// Says more about the step, above its progress. A path in it may be broken into lines anywhere.
+    void Explain(const QString& text);
     /// Shows how far the step is, and whether it can still be cancelled.
     void ShowState();
 
@@ -32,6 +34,7 @@ protected:
 private:
     StepControl& m_control;
     QLabel* m_text;
+    QLabel* m_explanation;
     QProgressBar* m_bar;
     QPushButton* m_cancel;
 };

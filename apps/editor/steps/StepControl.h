@@ -42,6 +42,7 @@ public:
     {
         if (!m_committed) m_cancelled = true;
     }
+    bool IsCancelled() const noexcept { return m_cancelled; }
     qint64 Done() const noexcept { return m_done; }
     qint64 Total() const noexcept { return m_total; }
 

@@ -53,6 +53,17 @@ void Replace(const CString& path, const QByteArray& bytes)
     }
 }
 
+/// Runs a step, or a part of one that changes nothing before it has the files that it needs.
+template <typename Step>
+StepEnd CancelledWithItsWait(Step step)
+{
+    try {
+        return step();
+    } catch (const embedded::WaitEnded&) {
+        return StepEnd::Cancelled;
+    }
+}
+
 } // namespace
 
 ModuleSteps::ModuleSteps(QWidget* window, Project& project, Runner run)
@@ -90,7 +101,7 @@ WizardStart ModuleSteps::ProposedStart(const CString& ruleFile)
 StepEnd ModuleSteps::Refresh(const CString& ruleFile)
 {
     // The module opens the present configuration and saves it before it turns to the other file.
-    const StepEnd asked = AskToOpen(m_project.CurrentRuleFile());
+    const StepEnd asked = CancelledWithItsWait([&] { return AskToOpen(m_project.CurrentRuleFile()); });
     if (asked != StepEnd::Done) return asked;
     const auto held = m_project.HoldFiles();
     CString message;
@@ -126,11 +137,13 @@ StepEnd ModuleSteps::WriteHead(const CString& ruleFile)
     if (!folder.isValid()) throw platform::FileError(ruleFile, folder.errorString());
     const CString draft = platform::FromNative(folder.filePath(u"draft"_s));
     const auto held = m_project.HoldFiles();
-    bool written = false;
-    if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft,
-                [&] { written = WriteHeadTo(ruleFile, target, draft); }, shared::IsLarge(ruleFile)}))
-        return StepEnd::Cancelled;
-    return written ? StepEnd::Done : StepEnd::Refused;
+    return CancelledWithItsWait([&] {
+        bool written = false;
+        if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft,
+                    [&] { written = WriteHeadTo(ruleFile, target, draft); }, shared::IsLarge(ruleFile)}))
+            return StepEnd::Cancelled;
+        return written ? StepEnd::Done : StepEnd::Refused;
+    });
 }
 
 /// The module writes a file twice and removes it in between. It does so to the draft, and the target is
@@ -179,9 +192,11 @@ StepEnd ModuleSteps::AskToKeepFirst(const shared::RuleFileState& state)
 
 StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)
 {
-    const StepEnd asked = AskToOpen(ruleFile);
-    if (asked != StepEnd::Done) return asked;
-    return m_project.KeepCopy(ruleFile) ? StepEnd::Done : StepEnd::Refused;
+    return CancelledWithItsWait([&] {
+        const StepEnd asked = AskToOpen(ruleFile);
+        if (asked != StepEnd::Done) return asked;
+        return m_project.KeepCopy(ruleFile) ? StepEnd::Done : StepEnd::Refused;
+    });
 }
 
 /// Empty when the user decided otherwise.

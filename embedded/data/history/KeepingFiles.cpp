@@ -98,11 +98,11 @@ KeepingFiles::~KeepingFiles() = default;
 std::optional<QByteArray> KeepingFiles::Read(const CString& path, CString* reason)
 {
     if (!IsWatched(path)) return Target().Read(path, reason);
-    Work& work = m_work[path];
     try {
-        Lock(path, work);
+        Lock(path);
     } catch (const Error&) { // NOLINT(bugprone-empty-catch): see above
     }
+    Work& work = m_work[path];
     work.isRead = true;
     work.read = Target().Read(path, reason);
     ReleaseLater();
@@ -137,23 +137,29 @@ bool KeepingFiles::IsWatched(const CString& path) const
            m_isRuleFile(path);
 }
 
-void KeepingFiles::Lock(const CString& path, Work& work)
+void KeepingFiles::Lock(const CString& path)
 {
-    if (!work.lock) work.lock.emplace(m_history.Project(), CStringArray{path}, m_others.word);
+    if (m_work[path].lock) return;
+    RuleFileLock::GoOn goOn = [](const CString&, std::chrono::milliseconds) { return false; };
+    if (!std::exchange(m_work[path].hasWaited, true)) goOn = m_others.wait ? m_others.wait() : nullptr;
+    const Part waiting(*this); // whoever is asked may handle events, and what they do may end the work
+    RuleFileLock lock(m_history.Project(), {path}, std::move(goOn));
+    m_work[path].lock = std::move(lock);
 }
 
 /// Everything that comes before a file is changed. Raises `platform::FileError`.
 void KeepingFiles::Prepare(const CString& path)
 {
     const Part asking(*this); // a question handles events
-    Work& work = m_work[path];
-    work.isWriting = true;
-    const bool isLate = !work.lock;
+    m_work[path].isWriting = true;
+    const bool isLate = !m_work[path].lock;
     try {
-        Lock(path, work);
+        Lock(path);
     } catch (const Error& error) {
         throw platform::FileError(path, error.Message());
     }
+    Work& work = m_work[path];
+    work.isWriting = true;
     if (isLate && work.isRead && Target().Read(path, nullptr) != work.read)
         throw platform::FileError(path, u"另一个程序刚刚改了它，没有写；请再做一次"_s);
     const bool isTorn = m_torn == path && !path.isEmpty();
@@ -234,7 +240,7 @@ void KeepingFiles::Keep(const CString& path)
 {
     m_known.erase(path);
     try {
-        Lock(path, m_work[path]);
+        Lock(path);
     } catch (const Occupied&) {
         throw;
     } catch (const Error&) { // NOLINT(bugprone-empty-catch): where nothing can be written nobody writes

@@ -23,7 +23,8 @@ namespace embedded {
 /// From the reading of a rule file until it has been written, or else until control returns to the event
 /// loop, the file is locked against other programs: the module's save reads, composes and writes in one go,
 /// and so does so alone. Where the lock could not be had for reading, or was given back since, the writing
-/// takes it, and is refused when the file is no longer what was read.
+/// takes it, and is refused when the file is no longer what was read. Of a reading and a writing that belong
+/// together only the first one waits for another program.
 ///
 /// A dialog holds a specialty for longer than that, and saves it on every way out. When another program has
 /// changed the same specialty meanwhile, that version is kept whatever the limit of copies is, and told.
@@ -45,8 +46,9 @@ public:
         /// Called from the event loop after a save has written over what another program had saved in the
         /// specialty; `copy` holds that.
         std::function<void(const CString& path, const HistoryEntry& copy)> writtenOver;
-        /// Told while another program holds a file.
-        RuleFileLock::Word word;
+        /// Makes what is asked during one wait for another program. Without it a wait lasts as long as it
+        /// may.
+        std::function<RuleFileLock::GoOn()> wait;
     };
 
     KeepingFiles(History history, IsRuleFile isRuleFile, MayGoOn mayGoOn, Others others = {});
@@ -98,6 +100,7 @@ private:
     struct Work
     {
         std::optional<RuleFileLock> lock;
+        bool hasWaited = false;
         bool isRead = false;
         bool isWriting = false; ///< or was to be written
         std::optional<QByteArray> read;
@@ -106,7 +109,7 @@ private:
     };
 
     bool IsWatched(const CString& path) const;
-    void Lock(const CString& path, Work& work);
+    void Lock(const CString& path);
     void Prepare(const CString& path);
     void LookForOthers(const CString& path, Work& work);
     void AfterWriting(const CString& path);

@@ -3,8 +3,8 @@
 #include "platform/Paths.h"
 
 #include <QtCore/QCryptographicHash>
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QDir>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QFileInfo>
 #include <QtCore/QLockFile>
 #include <QtCore/QRandomGenerator>
@@ -12,6 +12,7 @@
 
 #include <chrono>
 #include <map>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -21,7 +22,6 @@ namespace embedded {
 namespace {
 
 constexpr std::chrono::seconds UsualWait = 10s;
-constexpr std::chrono::milliseconds Silence = 1s;
 /// Between two tries. By chance, so that two programs that wait do not keep in step.
 constexpr int ShortestPause = 2;
 constexpr int LongestPause = 20;
@@ -77,15 +77,6 @@ CString Holder(const QLockFile& mark)
     return u"%1（进程 %2，机器 %3）"_s.arg(program).arg(process).arg(host);
 }
 
-[[noreturn]] void Refuse(const QLockFile& mark, const CString& shown, std::chrono::seconds waited)
-{
-    if (mark.error() == QLockFile::LockFailedError)
-        throw Occupied(
-            u"%1 正由%2使用，等了 %3 秒还没有放开；什么也没有写，请稍后再试"_s.arg(shown, Holder(mark))
-                .arg(waited.count()));
-    throw Error(u"%1：不能写：标记写不了：%2"_s.arg(shown, QDir::toNativeSeparators(mark.fileName())));
-}
-
 /// The marks that this process holds. The module may name one file in two ways within one save.
 std::map<QString, std::weak_ptr<QLockFile>>& HeldMarks()
 {
@@ -93,27 +84,54 @@ std::map<QString, std::weak_ptr<QLockFile>>& HeldMarks()
     return held;
 }
 
-/// `left` is what remains of the waiting.
-void Take(QLockFile& mark, const CString& shown, const QDeadlineTimer& left, std::chrono::seconds patience,
-          const RuleFileLock::Word& word)
+/// The wait for all the files of a lock.
+class Wait
 {
-    const QDeadlineTimer silence(Silence);
-    bool told = !word;
-    while (!mark.tryLock(0)) {
-        if (mark.error() != QLockFile::LockFailedError || left.hasExpired()) Refuse(mark, shown, patience);
-        if (!told && silence.hasExpired()) {
-            told = true;
-            word(u"%1 正由%2使用，等它放开……"_s.arg(shown, Holder(mark)));
+public:
+    explicit Wait(RuleFileLock::GoOn goOn) : m_goOn(std::move(goOn)) { m_since.start(); }
+
+    /// Takes the mark in `file`, which stands for the rule file that is `shown`.
+    std::shared_ptr<QLockFile> Take(const QString& file, const CString& shown)
+    {
+        auto mark = std::make_shared<QLockFile>(file);
+        mark->setStaleLockTime(static_cast<int>(OldMark.count()));
+        for (;;) {
+            // Looked for each time: an event that was handled meanwhile may have taken it.
+            if (auto held = HeldMarks()[file].lock()) return held;
+            if (mark->tryLock(0)) break;
+            if (mark->error() != QLockFile::LockFailedError)
+                throw Error(u"%1：不能写：标记写不了：%2"_s.arg(shown, QDir::toNativeSeparators(file)));
+            Ask(shown, Holder(*mark));
+            QThread::msleep(QRandomGenerator::global()->bounded(ShortestPause, LongestPause));
         }
-        QThread::msleep(QRandomGenerator::global()->bounded(ShortestPause, LongestPause));
+        HeldMarks()[file] = mark;
+        return mark;
     }
-}
+
+private:
+    /// Raises what ends the wait.
+    void Ask(const CString& shown, const CString& holder) const
+    {
+        const std::chrono::milliseconds waited(m_since.elapsed());
+        if (waited >= m_patience)
+            throw Occupied(
+                u"%1 正由%2使用，等了 %3 秒还没有放开；什么也没有写，请稍后再试"_s.arg(shown, holder)
+                    .arg(m_patience.count()));
+        if (m_goOn && !m_goOn(u"%1 正由%2使用，等它放开……"_s.arg(shown, holder), waited))
+            throw WaitEnded(u"%1 正由%2使用，没有再等；什么也没有写，请稍后再试"_s.arg(shown, holder));
+    }
+
+    RuleFileLock::GoOn m_goOn;
+    std::chrono::seconds m_patience = Patience();
+    QElapsedTimer m_since;
+};
 
 } // namespace
 
 Occupied::~Occupied() = default;
+WaitEnded::~WaitEnded() = default;
 
-RuleFileLock::RuleFileLock(const ProjectFolder& project, const CStringArray& paths, const Word& word)
+RuleFileLock::RuleFileLock(const ProjectFolder& project, const CStringArray& paths, GoOn goOn)
 {
     const QDir folder(Resolved(platform::ToNative(project.Path())));
     // In one order in every program, so that no two of them wait for each other.
@@ -122,18 +140,9 @@ RuleFileLock::RuleFileLock(const ProjectFolder& project, const CStringArray& pat
         const QString native = platform::ToNative(path);
         marks.emplace(MarkOf(folder, Resolved(native)), native);
     }
-    const std::chrono::seconds patience = Patience();
-    const QDeadlineTimer left(patience);
-    for (const auto& [file, shown] : marks) {
-        auto mark = HeldMarks()[file].lock();
-        if (!mark) {
-            mark = std::make_shared<QLockFile>(file);
-            mark->setStaleLockTime(static_cast<int>(OldMark.count()));
-            Take(*mark, shown, left, patience, word);
-            HeldMarks()[file] = mark;
-        }
-        m_marks.push_back(std::move(mark));
-    }
+    Wait wait(std::move(goOn));
+    for (const auto& [file, shown] : marks)
+        m_marks.push_back(wait.Take(file, shown));
 }
 
 RuleFileLock::~RuleFileLock() = default;

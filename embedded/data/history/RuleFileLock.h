@@ -4,6 +4,7 @@
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Text.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -20,6 +21,14 @@ public:
     ~Occupied() override;
 };
 
+/// The same, when whoever was asked did not want to wait for it.
+class WaitEnded : public Occupied
+{
+public:
+    using Occupied::Occupied;
+    ~WaitEnded() override;
+};
+
 /// Keeps the other programs away from rule files for as long as it lives. A save of the module loads a file,
 /// changes one specialty in it and writes it back, so two programs that do so at once lose what the first of
 /// them wrote, or tear the file. Every program of this host therefore takes this around keeping a copy,
@@ -31,14 +40,15 @@ public:
 class RuleFileLock
 {
 public:
-    /// Told once, when another program has been holding a file for a moment: who it is.
-    using Word = std::function<void(const CString& text)>;
+    /// Asked again and again while another program holds a file, and gone when the wait is over: `text` says
+    /// who holds which, `waited` for how long. False ends the wait. May handle events.
+    using GoOn = std::function<bool(const CString& text, std::chrono::milliseconds waited)>;
 
     /// Takes the files of those path texts, whether they exist or not, each once however often and by
     /// whatever links it is named. Waits while another program holds one: ten seconds, or as many as the
-    /// environment variable KTQDDE_LOCK_WAIT says. Raises `Occupied` when that is over, and another
-    /// `Error` at once where no mark can be written; nothing is held then.
-    RuleFileLock(const ProjectFolder& project, const CStringArray& paths, const Word& word = {});
+    /// environment variable KTQDDE_LOCK_WAIT says. Raises `Occupied` when that is over, `WaitEnded` when
+    /// `goOn` has ended it, and another `Error` at once where no mark can be written; nothing is held then.
+    RuleFileLock(const ProjectFolder& project, const CStringArray& paths, GoOn goOn = {});
     ~RuleFileLock();
     RuleFileLock(RuleFileLock&&) noexcept;
     RuleFileLock& operator=(RuleFileLock&&) noexcept;

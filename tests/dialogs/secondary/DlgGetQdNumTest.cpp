@@ -1,5 +1,7 @@
 #include "dialogs/secondary/DlgGetQdNumFixture.h"
 
+#include "widgets/GroupBox.h"
+
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QPlainTextEdit>
@@ -10,6 +12,21 @@
 #include <QtTest/QTest>
 
 using namespace test::billnumber;
+
+// The looks.
+
+TEST_F(DlgGetQdNumTest, FrameOfTheNewNumberRunsBehindNoRadioButton)
+{
+    OpenWith(9, 3, BaseNumber);
+    const auto& group = *m_dialog.findChild<QGroupBox*>();
+    const auto& framed = dynamic_cast<const widgets::GroupBox&>(group);
+    const QRect frame = framed.FrameRect().translated(group.pos());
+    for (const int id : {Existing, New}) {
+        const auto* radio = m_dialog.GetDlgItem(id);
+        const QRect text(radio->pos(), radio->sizeHint().boundedTo(radio->size()));
+        EXPECT_LT(text.center().y() + radio->fontMetrics().height() / 2, frame.top()) << id;
+    }
+}
 
 // The history.
 

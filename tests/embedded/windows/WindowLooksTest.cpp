@@ -6,11 +6,14 @@
 #include "host/NvQdDeMng.h"
 #include "platform/Paths.h"
 #include "support/Patience.h"
+#include "support/Pixels.h"
 
+#include <QtGui/QImage>
 #include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLineEdit>
 #include <QtWidgets/QTableWidget>
 #include <QtWidgets/QTreeWidget>
 
@@ -97,6 +100,21 @@ TEST_F(WindowLooks, ListsOfTheCloudDiskStayWhereTheyAreWhenTheFolderIsMissing)
         EXPECT_EQ(Named<QTreeWidget>(window, u"云盘模板"_s).geometry(), there);
         Close(window);
     });
+}
+
+TEST_F(WindowLooks, HintOfTheSearchFieldIsReadInLightAndDarkPalettes)
+{
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    picker.InitQdDeData();
+    for (const QPalette& palette : {QApplication::palette(), DarkPalette()}) {
+        const ScopedPalette colours(palette);
+        auto& field = Named<QLineEdit>(Window(), u"搜索项目"_s);
+        const QRect inside = field.rect().adjusted(4, 4, -4, -4);
+        const QImage image = field.grab().toImage();
+        const QColor paper = image.pixelColor(inside.bottomRight());
+        EXPECT_GE(MostContrast(image, inside, paper), 3.0) << paper.name().toStdString();
+    }
 }
 
 TEST_F(WindowLooks, PickerBecomesNarrowRatherThanCoverItsNeighbour)
