@@ -189,6 +189,8 @@ private:
     /// Runs a load. One that raises leaves everything as it is shown, edits of the grid included, unless the
     /// nodes in `m_rules` are gone by then: the rules are then shown anew, as they are in the tree.
     bool RunLoad(const std::function<bool()>& load);
+    /// The same for a load after which another file is current, whose name goes into the caption.
+    bool LoadAndName(const std::function<bool()>& load);
     /// Whether the store holds the very rules that are in `m_rules`.
     bool ShowsStoredRules() const;
     void ReloadRules();

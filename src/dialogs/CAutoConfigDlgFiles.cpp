@@ -33,6 +33,16 @@ bool CAutoConfigDlg::RunLoad(const std::function<bool()>& load)
     }
 }
 
+// The caption is part of the load: the host is asked for it when the former rules are gone, and may raise.
+bool CAutoConfigDlg::LoadAndName(const std::function<bool()>& load)
+{
+    return RunLoad([&] {
+        if (!load()) return false;
+        RefreshCaption();
+        return true;
+    });
+}
+
 // A tree that a load has built was in memory at the same time as the former one, so no node of it stands at
 // the address of a node that is shown.
 bool CAutoConfigDlg::ShowsStoredRules() const
@@ -54,21 +64,17 @@ void CAutoConfigDlg::ReloadRules()
 void CAutoConfigDlg::OnNewFile()
 {
     const auto path = AskForFile(DlgSaveAs::New, m_presenter->GetCurConfigDetailPath());
-    if (!path || !RunLoad([&] { return m_presenter->NewFile(*path); })) return;
-    RefreshCaption();
-    ReloadRules();
+    if (path && LoadAndName([&] { return m_presenter->NewFile(*path); })) ReloadRules();
 }
 
 void CAutoConfigDlg::OnLoadFile()
 {
     const auto path = AskForFile(DlgSaveAs::Load, m_presenter->GetCurConfigDetailPath());
     if (!path) return;
-    if (!RunLoad([&] { return m_presenter->ReLoad(*path); })) {
+    if (LoadAndName([&] { return m_presenter->ReLoad(*path); }))
+        ReloadRules();
+    else
         platform::ShowWarning(u"文件功能不匹配"_s);
-        return;
-    }
-    RefreshCaption();
-    ReloadRules();
 }
 
 // The dialog stays on the former file: title and later saves are that one's.

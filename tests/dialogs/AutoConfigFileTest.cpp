@@ -5,6 +5,8 @@
 
 #include <optional>
 #include <stdexcept>
+#include <tuple>
+#include <utility>
 
 using namespace test::autoconfig;
 
@@ -45,15 +47,19 @@ protected:
         EXPECT_TRUE(Messages().Messages().front().owned);
     }
     /// Loads a file with other roles in force from the moment when its name is taken until this ends.
-    void LoadUnder(const host::Roles& roles, const CString& name)
+    void LoadUnder(const host::Roles& roles, const CString& name) { CallUnder(LoadFileButton, roles, name); }
+    void CallUnder(ControlId button, const host::Roles& roles, const CString& name)
     {
         std::optional<host::Installation> other;
         InNextDialog([&](dialogs::TemplateDialog& dialog) {
-            test::ClickLine(dialog, 1000, static_cast<int>(test::Lines(dialog, 1000).indexOf(name)));
+            if (button == NewFileButton)
+                test::Type(dialog, 1069, name);
+            else
+                test::ClickLine(dialog, 1000, static_cast<int>(test::Lines(dialog, 1000).indexOf(name)));
             other.emplace(host::Install(roles));
             test::Click(dialog, dialogs::IdOk);
         });
-        Press(LoadFileButton);
+        Press(button);
     }
     void ExpectNothingHappened()
     {
@@ -69,6 +75,25 @@ class WithoutProjectFile : public test::MemoryHost
 public:
     WithoutProjectFile() { test::FillStandardCatalogue(*this); }
     CString GetPrjPath() override { throw std::runtime_error("no project"); }
+};
+
+/// A project that does not know its mode the first time that it is asked.
+class WithoutModeAtFirst : public host::IProject
+{
+public:
+    explicit WithoutModeAtFirst(host::IProject& project) : m_project(project) {}
+    CString GetPrjPath() override { return m_project.GetPrjPath(); }
+    CString GetCurrentSpec() override { return m_project.GetCurrentSpec(); }
+    SNvKtSpecId GetCurrentSpecId() override { return m_project.GetCurrentSpecId(); }
+    SQdDeInfo::EQdDeMode GetQdDeMode() override
+    {
+        if (!std::exchange(m_wasAsked, true)) throw std::runtime_error("no mode");
+        return m_project.GetQdDeMode();
+    }
+
+private:
+    host::IProject& m_project;
+    bool m_wasAsked = false;
 };
 
 } // namespace
@@ -278,6 +303,25 @@ TEST_F(AutoConfigFiles, LoadThatFailsWhenTheNewRulesAreInMemoryShowsThem)
     EXPECT_EQ(RuleTexts(), (CStringArray{u"管径＝DN99;"_s, u"其它"_s}));
     EXPECT_EQ(ConditionTexts(), CStringArray{u"管径＝DN99"_s});
     EXPECT_EQ(Stored().first(), u"2 管径＝DN99;"_s);
+}
+
+TEST_F(AutoConfigFiles, CaptionThatCannotBeMadeAfterALoadLeavesTheNewRules)
+{
+    Open();
+    const CStringArray loaded{u"管径＝DN99;"_s, u"其它"_s};
+    for (const auto& [button, name, rules] :
+         {std::tuple(LoadFileButton, u"别的"_s, loaded),
+          std::tuple(NewFileButton, u"新的"_s, CStringArray{u"其它"_s})}) {
+        SCOPED_TRACE(name.toStdString());
+        WithoutModeAtFirst project(*Host().Roles().project);
+        host::Roles roles = Host().Roles();
+        roles.project = &project; // asked for its mode when the title is made
+        CallUnder(button, roles, name);
+        EXPECT_EQ(Messages().Texts().last(), u"no mode"_s);
+        EXPECT_EQ(RuleTexts(), rules);
+        SelectRule(0); // reads the rule
+        EXPECT_EQ(ConditionTexts(), rules.size() == 2 ? CStringArray{u"管径＝DN99"_s} : CStringArray());
+    }
 }
 
 TEST_F(AutoConfigFiles, NewFileRefusesTheNameOfTheCurrentFile)

@@ -85,19 +85,27 @@ TEST_F(BillModeJourney, PickerStandsAtTheRightWithItsTitleInLineWithTheDialog)
     Quit();
 }
 
-// A busy window manager tells of a frame when the window has long been where it stays.
+// A busy window manager tells of a frame when the window has long been where it stays. The one of this
+// desktop may do so, too, behind the test's back; the frame is then told and the picker called anew.
 TEST_F(BillModeJourney, PickerStandsBesideTheFrameThatTheDialogGotLast)
 {
     StartOnProject();
     OpenConfig();
     const QMargins frame(1, 33, 1, 5);
+    const auto toldFrame = [&] { return m_desktop.Geometry(ConfigTitle).marginsAdded(frame); };
     m_desktop.TellFrame(ConfigTitle, frame);
     OpenBillPicker();
     Desktop::WaitFor(u"the picker beside the frame"_s, [&] {
-        const QRect dialog = m_desktop.Geometry(ConfigTitle);
+        const QRect dialog = toldFrame();
         const QRect picker = m_desktop.FrameGeometry(BillPickerTitle);
-        return picker.x() >= dialog.x() + dialog.width() + frame.right() &&
-               picker.y() == dialog.y() - frame.top();
+        if (picker.x() > dialog.right() && picker.y() == dialog.y()) return true;
+        if (m_desktop.FrameGeometry(ConfigTitle) != dialog) {
+            CloseBillPicker();
+            m_desktop.TellFrame(ConfigTitle, frame);
+            Click(ConfigTitle, dialogs::autoconfig::PickerButton);
+            m_desktop.Focus(BillPickerTitle);
+        }
+        return false;
     });
     CloseBillPicker();
     CloseConfig();

@@ -118,35 +118,71 @@ void Desktop::Type(const QString& text)
     Act({u"type"_s, u"--delay"_s, u"5"_s, text});
 }
 
+// The tools fail now and then although the window is there: another one went while they walked over all of
+// them.
 QRect Desktop::Geometry(const QString& title) const
 {
-    const QString id = QString::fromLatin1(WindowId(title));
-    const QString geometry = QString::fromLatin1(Do({u"getwindowgeometry"_s, u"--shell"_s, id}));
-    static const QRegularExpression Numbers(u"X=(-?\\d+)\\s+Y=(-?\\d+)\\s+WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"_s);
-    const QRegularExpressionMatch match = Numbers.match(geometry);
-    if (!match.hasMatch()) throw std::runtime_error("no such window: " + title.toStdString());
-    const auto number = [&match](int group) { return match.captured(group).toInt(); };
-    return {number(1), number(2), number(3), number(4)};
+    QRect found;
+    WaitFor(u"the place of "_s + title, [&] {
+        const QString id = QString::fromLatin1(WindowId(title));
+        const QString geometry = QString::fromLatin1(Do({u"getwindowgeometry"_s, u"--shell"_s, id}));
+        static const QRegularExpression Numbers(
+            u"X=(-?\\d+)\\s+Y=(-?\\d+)\\s+WIDTH=(\\d+)\\s+HEIGHT=(\\d+)"_s);
+        const QRegularExpressionMatch match = Numbers.match(geometry);
+        const auto number = [&match](int group) { return match.captured(group).toInt(); };
+        if (match.hasMatch()) found = {number(1), number(2), number(3), number(4)};
+        return match.hasMatch();
+    });
+    return found;
 }
 
 QRect Desktop::FrameGeometry(const QString& title) const
+{
+    QMargins frame;
+    WaitFor(u"the frame of "_s + title, [&] {
+        const std::optional<QMargins> told = ToldFrame(title);
+        frame = told.value_or(QMargins());
+        return told.has_value();
+    });
+    return Geometry(title).marginsAdded(frame);
+}
+
+std::optional<QMargins> Desktop::ToldFrame(const QString& title) const
 {
     const QString id = QString::fromLatin1(WindowId(title));
     const QByteArray told =
         Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, id, FrameProperty}).value_or(QByteArray());
     static const QRegularExpression Numbers(u"= (\\d+), (\\d+), (\\d+), (\\d+)"_s);
     const QRegularExpressionMatch match = Numbers.match(QString::fromLatin1(told));
-    if (!match.hasMatch()) throw std::runtime_error("a window without a frame: " + title.toStdString());
+    if (!match.hasMatch()) return std::nullopt;
     const auto number = [&match](int group) { return match.captured(group).toInt(); };
-    return Geometry(title).marginsAdded(QMargins(number(1), number(3), number(2), number(4)));
+    return QMargins(number(1), number(3), number(2), number(4));
 }
 
 void Desktop::TellFrame(const QString& title, const QMargins& frame)
 {
     const QString widths =
         u"%1, %2, %3, %4"_s.arg(frame.left()).arg(frame.right()).arg(frame.top()).arg(frame.bottom());
-    Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, QString::fromLatin1(WindowId(title)), u"-f"_s, FrameProperty,
-                                       u"32c"_s, u"-set"_s, FrameProperty, widths});
+    WaitFor(u"another frame of "_s + title, [&] {
+        Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, QString::fromLatin1(WindowId(title)), u"-f"_s,
+                                           FrameProperty, u"32c"_s, u"-set"_s, FrameProperty, widths});
+        return ToldFrame(title) == frame;
+    });
+}
+
+QString Desktop::Describe() const
+{
+    QString text;
+    for (const QByteArray& line : Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u"."_s}).split('\n')) {
+        const QString id = QString::fromLatin1(line.trimmed());
+        if (id.isEmpty()) continue;
+        const QByteArray name = Do({u"getwindowname"_s, id}).trimmed();
+        const QByteArray place = Do({u"getwindowgeometry"_s, id}).simplified();
+        const QByteArray frame =
+            Run(QStringLiteral(KTQDDE_XPROP), {u"-id"_s, id, FrameProperty}).value_or(QByteArray()).trimmed();
+        text += QString::fromUtf8(name + ": " + place + "; " + frame + '\n');
+    }
+    return text;
 }
 
 void Desktop::Click(const QString& title, QPointF place)

@@ -40,11 +40,12 @@ public:
     /// Waits until no such window is to be seen any more.
     void WaitUntilGone(const QString& title);
 
-    /// Where a window stands, in pixels and without its frame.
+    /// Where a window stands that is there or coming up, in pixels and without its frame.
     QRect Geometry(const QString& title) const;
     /// The same with the frame that the window manager has put around it.
     QRect FrameGeometry(const QString& title) const;
-    /// Tells the program of a window of another frame around it, as a window manager does.
+    /// Tells the program of a window of another frame around it, as a window manager does. The window manager
+    /// may tell of its own afterwards.
     void TellFrame(const QString& title, const QMargins& frame);
 
     /// Presses keys one after another where the focus is, named as in "alt+b", "Return".
@@ -54,6 +55,9 @@ public:
     /// Clicks in a window, at a place given as parts of its width and height.
     void Click(const QString& title, QPointF place);
 
+    /// The titles and places of all windows, a line each, for who has to find out why a test failed.
+    QString Describe() const;
+
     /// Waits for something else; `what` says for what.
     static void WaitFor(const QString& what, const std::function<bool()>& holds);
 
@@ -61,6 +65,7 @@ private:
     void StartServer();
     void StartManager();
     QByteArray WindowId(const QString& title) const;
+    std::optional<QMargins> ToldFrame(const QString& title) const;
     /// Runs a tool on this screen; gives its output, and nothing when it fails.
     std::optional<QByteArray> Run(const QString& tool, const QStringList& words) const;
     /// Runs xdotool; gives its output, and an empty one when it fails, as it does for a window that is gone:

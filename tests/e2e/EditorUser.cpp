@@ -13,6 +13,7 @@
 #include <QtCore/QDeadlineTimer>
 
 #include <algorithm>
+#include <iostream>
 #include <stdexcept>
 #include <string>
 
@@ -61,6 +62,11 @@ EditorTest::~EditorTest()
     if (m_editor.state() == QProcess::NotRunning) return;
     m_editor.kill();
     m_editor.waitForFinished(static_cast<int>(Patience().count()));
+}
+
+void EditorTest::TearDown()
+{
+    if (HasFailure()) std::cerr << "on the screen:\n" << m_desktop.Describe().toStdString();
 }
 
 void EditorTest::MakeProject(SQdDeInfo::EQdDeMode mode)

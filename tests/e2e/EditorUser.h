@@ -32,6 +32,8 @@ protected:
     const QString OwnBoxTitle = u"^KtQdDeConfig"_s; ///< the editor's, while a project is open
 
     ~EditorTest() override;
+    /// Tells what stood on the screen when the test failed.
+    void TearDown() override;
 
     /// Makes a project and its rule file, as the module makes it at the first opening.
     void MakeProject(SQdDeInfo::EQdDeMode mode);
