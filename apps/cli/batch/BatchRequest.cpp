@@ -52,7 +52,7 @@ int ToInteger(const QJsonValue& value, const CString& name)
 CString ToText(const QJsonValue& value, const CString& name)
 {
     if (!value.isString()) throw BadLine(u"“%1”应是文本"_s.arg(name));
-    const CString text = value.toString();
+    CString text = value.toString();
     if (!xml::IsText(text)) throw BadLine(u"“%1”含有 XML 文件不能保存的字符"_s.arg(name));
     return text;
 }

@@ -47,8 +47,14 @@ void NewCommand::Run(const Arguments& arguments) const
 {
     NamedTarget target(arguments);
     const CString& path = target.Path();
+    const CString former = target.Presenter().GetCurConfig();
     const bool taken = target.Presenter().NewFile(path);
-    CheckCopy(path, taken);
+    try {
+        CheckCopy(path, taken);
+    } catch (const Refusal&) {
+        if (taken) target.Presenter().SetCurConfig(former);
+        throw;
+    }
     NoteOnCurrent(path);
     WriteText(u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(target.Presenter().GetCurConfig(),
                                                           platform::ToNative(path)));

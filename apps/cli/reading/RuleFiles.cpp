@@ -84,8 +84,8 @@ CString ResolvePath(const QString& nativePath)
 CString ResolveRuleFile(const QString& text, const CString& ruleFolder)
 {
     if (shared::NamesPath(text)) return ResolvePath(text);
-    const CString native = ResolvePath(text);
-    const CString configuration = shared::RuleFileIn(ruleFolder, text);
+    CString native = ResolvePath(text);
+    CString configuration = shared::RuleFileIn(ruleFolder, text);
     if (!platform::Files().Exists(configuration) && platform::Files().Exists(native)) return native;
     CheckName(text, configuration);
     return configuration;

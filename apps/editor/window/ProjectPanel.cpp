@@ -111,9 +111,8 @@ QGroupBox* ProjectPanel::MakeSettings()
     m_guideHint->setWordWrap(true);
     m_guideHint->hide();
     form->addRow(QString(), m_guideHint);
-    auto* wheel = new WheelGuard(this);
     for (QComboBox* combo : {m_mode, m_spec, m_billLibrary, m_quotaLibrary})
-        combo->installEventFilter(wheel);
+        combo->installEventFilter(new WheelGuard(combo));
     ConnectSettings();
     return box;
 }

@@ -79,11 +79,17 @@ TEST_F(FileVerbs, ReasonOfAFullDiskIsTold)
 {
     if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "a limit of file sizes is set by a shell";
     ASSERT_EQ(m_cli.RunInProject({u"save-as"_s, u"先"_s}).status, 0); // the history has its copy
-    for (const QString& command : {u"new 新"_s, u"new 先 --force"_s, u"save-as 后"_s}) {
+    const QByteArray former = m_cli.Folder().ReadFile(Cli::RuleFile(u"先"_s));
+    // A template for which there is no room where there is some for the rule files.
+    const QString model = u"project\\app\\QdDeConfig.def"_s;
+    m_cli.Folder().WriteFile(model,
+                             m_cli.Folder().ReadFile(model) + "<!--" + QByteArray(100'000, 'x') + "-->");
+    for (const QString& command : {u"ulimit -f 150; exec \"$0\" --project project new 新"_s,
+                                   u"ulimit -f 150; exec \"$0\" --project project new 先 --force"_s,
+                                   u"ulimit -f 8; exec \"$0\" --project project save-as 后"_s}) {
         QProcess shell;
         shell.setWorkingDirectory(m_cli.Folder().Native({}));
-        shell.start(u"/bin/sh"_s, {u"-c"_s, u"ulimit -f 8; exec \"$0\" --project project "_s + command,
-                                   QStringLiteral(KTQDDE_PROGRAM)});
+        shell.start(u"/bin/sh"_s, {u"-c"_s, command, QStringLiteral(KTQDDE_PROGRAM)});
         test::WaitForEnd(shell);
         const QString error = QString::fromUtf8(shell.readAllStandardError());
         EXPECT_EQ(shell.exitCode(), 1) << command.toStdString() << error.toStdString();
@@ -91,7 +97,8 @@ TEST_F(FileVerbs, ReasonOfAFullDiskIsTold)
     }
     EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"新"_s)));
     EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"后"_s)));
-    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"先"_s)), Cli::Sample());
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"先"_s)), former);
+    EXPECT_NE(CurrentName(), QByteArrayLiteral("先"));
 }
 
 TEST_F(FileVerbs, NameThatNoFileSystemHoldsIsRefusedWithItsLimit)
