@@ -33,8 +33,8 @@ bool TakeEach(const std::vector<Scene>& scenes, Take take, const QString& folder
     return true;
 }
 
-/// Scenes that stand on hosts of their own.
-bool TakeOthers(const QString& folder)
+/// Scenes that stand on hosts of their own, or those of them over which a tip lies.
+bool TakeOthers(const QString& folder, bool tipsOnly = false)
 {
     PictureHost host;
     PictureFiles files;
@@ -47,6 +47,7 @@ bool TakeOthers(const QString& folder)
     std::vector<Scene> scenes = DialogScenes(host);
     for (const auto& more : {ControlScenes(host), AutoConfigScenes(), WizardScenes(), HostWindowScenes()})
         scenes.insert(scenes.end(), more.begin(), more.end());
+    if (tipsOnly) std::erase_if(scenes, [](const Scene& scene) { return !scene.showsTip; });
     return TakeEach(scenes, TakePictures, folder);
 }
 
@@ -92,7 +93,7 @@ void TakeLargeScreen(QTemporaryFile& description)
 
 /// ktqdde-pictures OUT: puts pictures of every window into the folder OUT, which is made if need be: light
 /// and dark, small and large, to be looked at. ktqdde-pictures --documents OUT: the pictures that the
-/// documents show.
+/// documents show. ktqdde-pictures --tips OUT: only what lies under a tip.
 int main(int argc, char** argv)
 {
     platform::UseUtf8Console();
@@ -103,8 +104,9 @@ int main(int argc, char** argv)
     editor::ShowFocusInLists();
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool documents = arguments.removeAll(u"--documents"_s) > 0;
+    const bool tips = arguments.removeAll(u"--tips"_s) > 0;
     if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
-        platform::WriteErr(u"usage: ktqdde-pictures [--documents] OUT\n"_s);
+        platform::WriteErr(u"usage: ktqdde-pictures [--documents|--tips] OUT\n"_s);
         return 2;
     }
     const QString& folder = arguments.first();
@@ -112,8 +114,7 @@ int main(int argc, char** argv)
         platform::WriteErr(u"cannot make the folder %1\n"_s.arg(folder));
         return 1;
     }
-    const bool done = documents
-                          ? TakeForDocuments(folder)
-                          : TakeOthers(folder) && TakeSample(TakePictures, folder) && TakeEditor(folder);
-    return done ? 0 : 1;
+    if (documents) return TakeForDocuments(folder) ? 0 : 1;
+    if (tips) return TakeOthers(folder, true) ? 0 : 1;
+    return TakeOthers(folder) && TakeSample(TakePictures, folder) && TakeEditor(folder) ? 0 : 1;
 }

@@ -77,6 +77,18 @@ TEST(Pictures, AreThoseOfTheProgramAsItIs)
     }
 }
 
+// The program takes no picture of a window, list or tip of one colour, nor of a tip that is not there.
+TEST(Pictures, OfTipsShowThem)
+{
+    const test::Shell shell;
+    ASSERT_EQ(shell.Run({u"ktqdde-pictures"_s, u"--tips"_s, u"fresh"_s}).toStdString(), "");
+    const QStringList pictures = PicturesIn(shell.Folder().Native(u"fresh"_s));
+    for (const QString& name :
+         {u"combo-list-tip"_s, u"combo-edit-tip"_s, u"list-tip"_s, u"quota-picker-tip"_s})
+        for (const QString& look : {u"-light.png"_s, u"-dark.png"_s, u"-light-200.png"_s, u"-dark-200.png"_s})
+            EXPECT_TRUE(pictures.contains(name + look)) << (name + look).toStdString();
+}
+
 TEST(Pictures, AreSmall)
 {
     for (const QString& name : PicturesIn(PictureFolder()))

@@ -198,6 +198,14 @@ TEST_F(AttrConfigLoad, AttributeNamesAreReadByTheirExactSpelling)
     EXPECT_EQ(Record(CXmlAttrConfig(u"电气"_s), u"电气\\管道\\给水管材质"_s), u"none"_s);
 }
 
+TEST_F(AttrConfigLoad, SpecialtyIsFoundByItsExactNameAlone)
+{
+    PutConfig(u"<S name='hvac'><B><C><A name='材质' vartype='1'/></C></B></S>"
+              "<S name='HVAC '><B><C><A name='材质' vartype='2'/></C></B></S>"
+              "<S name='HVAC'><B><C><A name='材质' vartype='3'/></C></B></S>"_s);
+    EXPECT_EQ(Record(CXmlAttrConfig(u"HVAC"_s), u"HVAC\\B\\C材质"_s), u"材质//3/0/0"_s);
+}
+
 TEST_F(AttrConfigLoad, CommentsAmongCategoriesArePassedOverAndOneAmongAttributesIsAnEmptyRecord)
 {
     PutConfig(u"<!--a--><给排水 name='给排水'><!--b--><?p i?>文<管道><!--c-->文<给水管>"

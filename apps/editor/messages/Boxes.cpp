@@ -26,6 +26,7 @@ std::unique_ptr<QMessageBox> MakeBox(QWidget* parent, const QString& text, const
 /// Shows a box; the role of the button that was pressed.
 QMessageBox::ButtonRole Ask(QMessageBox& box)
 {
+    widgets::MakeRoomForCaption(box);
     box.exec();
     return box.buttonRole(box.clickedButton());
 }
@@ -58,7 +59,6 @@ std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& n
     QPushButton* cancel = box->addButton(u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(cancel);
     box->setEscapeButton(cancel);
-    widgets::MakeRoomForCaption(*box);
     return box;
 }
 
@@ -75,7 +75,6 @@ std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& n
     box->setDefaultButton(box->addButton(u"写在副本上(&C)…"_s, QMessageBox::AcceptRole));
     box->addButton(u"写在这个文件上(&O)"_s, QMessageBox::DestructiveRole);
     box->setEscapeButton(box->addButton(u"取消"_s, QMessageBox::RejectRole));
-    widgets::MakeRoomForCaption(*box);
     return box;
 }
 

@@ -246,6 +246,20 @@ TEST(CTTComboBoxTip, NoneWhenSwitchedOff)
     EXPECT_EQ(TipText(), ComboUser::Wide);
 }
 
+// Over a combo that can be edited the mouse is over the field and never over the face.
+TEST(CTTComboBoxTip, FaceShowsNoneWhenSwitchedOff)
+{
+    ComboUser user(false);
+    user.Combo().SetTipsEnabled(false);
+    user.Combo().setCurrentIndex(1);
+    ComboUser::Rest(&user.Combo());
+    EXPECT_EQ(TipText(), CString());
+    user.MoveOut();
+    user.Combo().SetTipsEnabled(true);
+    ComboUser::Rest(&user.Combo());
+    EXPECT_EQ(TipText(), ComboUser::Wide);
+}
+
 TEST(CTTComboBoxTip, SwitchingOffHidesTheOneThatIsUp)
 {
     ComboUser user(true);
