@@ -354,23 +354,37 @@ struct Edit
     bool hasMoved = false;
 };
 
-Edit EditOwn(Editing& editing, const std::vector<Rule>& base, const std::set<int>& own)
+std::vector<Rule>::iterator FindId(std::vector<Rule>& rules, int id)
+{
+    return std::find_if(rules.begin(), rules.end(), [&](const Rule& rule) { return rule.id == id; });
+}
+
+/// Puts a rule in front of another one of those that are `own`.
+void MoveWithin(Editing& editing, std::vector<Rule>& rules, int id, const std::vector<int>& own)
+{
+    const auto from = FindId(rules, id);
+    const Rule rule = *from;
+    rules.erase(from);
+    const auto to = FindId(rules, own[editing.Below(own.size())]);
+    rules.insert(to == rules.end() ? rules.begin() : to, rule);
+}
+
+Edit EditOwn(Editing& editing, const std::vector<Rule>& base, const std::vector<int>& own, bool mayMove)
 {
     Edit edit{base, {}, {}, {}, false};
     for (const int id : own) {
-        const auto at = std::find_if(edit.state.begin(), edit.state.end(),
-                                     [&](const Rule& rule) { return rule.id == id; });
         switch (editing.Below(4)) {
         case 0:
-            editing.Change(*at);
+            editing.Change(*FindId(edit.state, id));
             edit.changed.insert(id);
             break;
         case 1:
-            edit.state.erase(at);
+            edit.state.erase(FindId(edit.state, id));
             edit.removed.insert(id);
             break;
         case 2:
-            editing.Move(edit.state, static_cast<std::size_t>(at - edit.state.begin()));
+            if (!mayMove) break;
+            MoveWithin(editing, edit.state, id, own);
             edit.hasMoved = true;
             break;
         default:
@@ -384,6 +398,30 @@ Edit EditOwn(Editing& editing, const std::vector<Rule>& base, const std::set<int
             if (!before.contains(text)) edit.added += text;
     }
     return edit;
+}
+
+/// Which rules each side edits: any that the other does not, where one side alone changes the order; or one
+/// half of the list each, where both may. (Moves across each other's rules touch.)
+struct Owners
+{
+    std::vector<int> mine;
+    std::vector<int> theirs;
+    bool mayMineMove = false;
+    bool mayTheirsMove = false;
+};
+
+Owners ShareOut(Editing& editing, const std::vector<Rule>& base)
+{
+    Owners owners;
+    const bool isHalved = editing.Below(2) == 0;
+    owners.mayMineMove = isHalved || editing.Below(2) == 0;
+    owners.mayTheirsMove = isHalved || !owners.mayMineMove;
+    for (std::size_t i = 0; i < base.size(); ++i) {
+        if (base[i].isDefault) continue;
+        const bool isMine = isHalved ? i < base.size() / 2 : editing.Below(2) == 0;
+        (isMine ? owners.mine : owners.theirs).push_back(base[i].id);
+    }
+    return owners;
 }
 
 /// The rules that a base rule's text and both edits come to, in no order.
@@ -419,11 +457,9 @@ TEST(MergeTriples, EditsThatDoNotTouchAreAllAppliedAndNothingElse)
     Editing editing(Seed());
     for (int round = 0; round < Asked(); ++round) {
         const std::vector<Rule> base = editing.List();
-        std::set<int> own[2];
-        for (const Rule& rule : base)
-            if (!rule.isDefault) own[editing.Below(2)].insert(rule.id);
-        const Edit mine = EditOwn(editing, base, own[0]);
-        const Edit theirs = EditOwn(editing, base, own[1]);
+        const Owners owners = ShareOut(editing, base);
+        const Edit mine = EditOwn(editing, base, owners.mine, owners.mayMineMove);
+        const Edit theirs = EditOwn(editing, base, owners.theirs, owners.mayTheirsMove);
         const Merge merge(Pipes(base), Pipes(mine.state), Pipes(theirs.state));
         const std::string shown = Shown(base, mine.state, theirs.state);
         ASSERT_TRUE(merge.Conflicts().empty()) << shown << merge.Conflicts()[0].Describe().toStdString();

@@ -1,5 +1,6 @@
 #include "cli/commands/ImportCommand.h"
 
+#include "cli/commands/RuleTables.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
@@ -19,7 +20,8 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"import"_s;
-    info.syntax = TableKindWords() + u" FILE [--sheet NAME] [--library CODE] [--replace]"_s;
+    info.syntax = TableKindWords() +
+                  u"|rules FILE [--sheet NAME] [--library CODE] [--replace] [--config FILE] [--dry-run]"_s;
     info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
     info.description =
         u"FILE 是 UTF-8 或 GB18030 的 CSV 文件，或者 .xlsx、.ods 工作簿，第一行是列名，\n"
@@ -31,13 +33,18 @@ CommandInfo Describe()
         "  guide       清单项套哪些定额\n"
         "  calc        计算项目和计算规则\n"
         "  libraries   有哪些清单库和定额库\n"
+        "  rules       规则，一行一条，见手册 "
+        "docs/rule-sheets.md：表中出现的小类，规则改成表里的各行；先列出\n"
+        "              哪些规则会变，--dry-run 只列出、不写入\n"
         "同一编号（名称、代码）的行被修改，新的加在后面；--replace 则以文件代替整个表。\n"
         "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
         "想先留一份原数据，用 ktqdde export。"_s;
     info.minPositional = info.maxPositional = 2;
     info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
                     LibraryOption(),
-                    {u"replace"_s, {}, u"以文件代替整个表"_s, {}}};
+                    {u"replace"_s, {}, u"以文件代替整个表"_s, {}},
+                    RuleFileOption(),
+                    {u"dry-run"_s, {}, u"rules 只预览，什么也不写"_s, {}}};
     return info;
 }
 
@@ -65,6 +72,9 @@ ImportCommand::ImportCommand() : Command(Describe()) {}
 
 void ImportCommand::Run(const Arguments& arguments) const
 {
+    if (ConcernsRules(arguments)) return ImportRules(arguments);
+    for (const CString& option : {u"config"_s, u"dry-run"_s})
+        if (arguments.Has(option)) throw UsageError(u"--%1 只用于 rules"_s.arg(option));
     const embedded::ImportReport report = RunImport(arguments);
     if (report.cancelled) throw Refusal(u"已取消，原数据没有变"_s);
     for (const embedded::RefusedRow& row : report.refused)
