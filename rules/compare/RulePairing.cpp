@@ -53,23 +53,25 @@ bool IsBare(const Rule& rule)
     return rule.conditions.empty() && rule.bills.empty() && rule.quotas.empty();
 }
 
+bool HasItems(const Rule& rule)
+{
+    return !rule.bills.empty() || !rule.quotas.empty();
+}
+
 /// Whether two rules of one id can be one rule that was changed. A rule that was just added is bare, and all
 /// that comes into it later makes it no other rule.
 bool CanBeOne(const Rule& a, const Rule& b)
 {
     if (a.isDefault != b.isDefault) return false;
-    return a.isDefault || IsBare(a) || IsBare(b) || ShareAttribute(a, b) || ShareNumber(a, b);
+    if (a.isDefault || IsBare(a) || IsBare(b)) return true;
+    if (!HasItems(a) && !HasItems(b)) return ShareAttribute(a, b);
+    return ShareAny(a.conditions, b.conditions) || ShareNumber(a, b);
 }
 
 Rule WithoutConditions(Rule rule)
 {
     rule.conditions.clear();
     return rule;
-}
-
-bool HasItems(const Rule& rule)
-{
-    return !rule.bills.empty() || !rule.quotas.empty();
 }
 
 class Pairer

@@ -19,7 +19,7 @@ struct RulePairing
 /// Recognises the rules of two states of one category. A rule is the same by its id; by its content where ids
 /// were given anew; and where neither is the same, by its conditions, or by its items when it shares a
 /// condition, too. An id alone is no proof: that of a deleted last rule is given out again, so two rules of
-/// one id that have nothing in common are two rules.
+/// one id that have no condition and no item in common are two rules.
 RulePairing PairRules(const std::vector<Rule>& before, const std::vector<Rule>& after);
 
 /// Given the place of each element in another list, or `None`: which elements have moved. The others are a

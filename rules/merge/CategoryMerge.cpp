@@ -155,23 +155,32 @@ void CategoryMerge::PairAdditions(std::vector<int>& mine, std::vector<int>& thei
     std::erase_if(theirs, [&](int index) { return paired.contains(index); });
 }
 
-/// Anchors are the rules that both sides have and that stand in one order: all others stand between them.
+/// Anchors are rules that both sides have and that stand in one order: all others stand between them. Rules
+/// that were there before and that neither side has moved are, and so are rules that both have added, unless
+/// they stand otherwise to any of these. That is the same seen from either side.
 void CategoryMerge::FindAnchors()
 {
-    Sequence candidates;
-    for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        const Entry& entry = m_entries[i];
-        if (entry.mine != None && entry.theirs != None && !entry.isMovedByMine && !entry.isMovedByTheirs)
-            candidates.push_back(i);
+    for (Entry& entry : m_entries)
+        entry.isAnchor = entry.base != None && entry.mine != None && entry.theirs != None &&
+                         !entry.isMovedByMine && !entry.isMovedByTheirs;
+    const std::vector<std::size_t> mine = GapsOf(Side::Mine);
+    const std::vector<std::size_t> theirs = GapsOf(Side::Theirs);
+    Sequence added;
+    for (const std::size_t i : SequenceOf(Side::Mine))
+        if (m_entries[i].base == None && m_entries[i].theirs != None && mine[i] == theirs[i])
+            added.push_back(i);
+    std::vector<bool> isInOrder(added.size(), true);
+    int highest = None;
+    for (std::size_t i = 0; i < added.size(); ++i) {
+        isInOrder[i] = m_entries[added[i]].theirs > highest;
+        highest = std::max(highest, m_entries[added[i]].theirs);
     }
-    std::sort(candidates.begin(), candidates.end(),
-              [&](std::size_t a, std::size_t b) { return m_entries[a].mine < m_entries[b].mine; });
-    std::vector<int> places;
-    for (const std::size_t i : candidates)
-        places.push_back(m_entries[i].theirs);
-    const std::vector<bool> isMoved = FindMoved(places);
-    for (std::size_t i = 0; i < candidates.size(); ++i)
-        m_entries[candidates[i]].isAnchor = !isMoved[i];
+    int lowest = std::numeric_limits<int>::max();
+    for (std::size_t i = added.size(); i-- > 0;) {
+        Entry& entry = m_entries[added[i]];
+        entry.isAnchor = isInOrder[i] && entry.theirs < lowest;
+        lowest = std::min(lowest, entry.theirs);
+    }
 }
 
 CategoryMerge::Sequence CategoryMerge::SequenceOf(Side side) const

@@ -98,6 +98,25 @@ std::optional<Condition> RangeBetween(const CString& attribute, const CString& f
     return std::nullopt;
 }
 
+/// Whether a sign stands on one side of the dots; otherwise they belong to a value.
+bool LooksLikeRange(const CString& first, const CString& second)
+{
+    const CString end = first.trimmed().right(1);
+    const CString begin = second.trimmed().left(1);
+    const QStringView signs = u"＜≤＞≥<>=";
+    return (!end.isEmpty() && signs.contains(end)) || (!begin.isEmpty() && signs.contains(begin));
+}
+
+/// Whether two conditions say the same in the fields that count for their form.
+bool SayTheSame(const Condition& a, const Condition& b)
+{
+    if (a.isValueForm != b.isValueForm) return false;
+    if (a.isValueForm) return a.equalOperator == b.equalOperator && a.value == b.value;
+    return a.lowerBound == b.lowerBound && a.upperBound == b.upperBound &&
+           (a.lowerBound.isEmpty() || a.lowerOperator == b.lowerOperator) &&
+           (a.upperBound.isEmpty() || a.upperOperator == b.upperOperator);
+}
+
 } // namespace
 
 std::optional<Condition> ConditionOf(const CString& attribute, const CString& cell)
@@ -107,10 +126,8 @@ std::optional<Condition> ConditionOf(const CString& attribute, const CString& ce
     if (IsLower(sign)) return RangeOf(attribute, sign, rest.toString(), {}, {});
     if (IsUpper(sign)) return RangeOf(attribute, {}, {}, sign, rest.toString());
     const qsizetype dots = cell.indexOf(Dots);
-    if (sign.isEmpty() && dots >= 0)
-        if (const auto range =
-                RangeBetween(attribute, cell.left(dots).trimmed(), cell.mid(dots + Dots.size()).trimmed()))
-            return range;
+    if (sign.isEmpty() && dots >= 0 && LooksLikeRange(cell.left(dots), cell.mid(dots + Dots.size())))
+        return RangeBetween(attribute, cell.left(dots).trimmed(), cell.mid(dots + Dots.size()).trimmed());
     Condition condition;
     condition.attribute = attribute;
     condition.equalOperator = sign.isEmpty() ? u"＝"_s : sign;
@@ -136,9 +153,8 @@ std::optional<CString> CellOf(const Condition& condition)
     }
     // Only what is read back as what it is may be written.
     const auto back = ConditionOf(condition.attribute, cell);
-    const bool isSame = back && back->Text() == condition.Text() &&
-                        back->isValueForm == condition.isValueForm && !cell.contains(u'\n') &&
-                        cell == cell.trimmed();
+    const bool isSame =
+        back && SayTheSame(*back, condition) && !cell.contains(u'\n') && cell == cell.trimmed();
     return isSame ? std::optional(cell) : std::nullopt;
 }
 
