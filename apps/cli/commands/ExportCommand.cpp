@@ -1,12 +1,12 @@
 #include "cli/commands/ExportCommand.h"
 
-#include "cli/commands/RuleTables.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
+#include "cli/rulefiles/RuleTables.h"
 #include "embedded/data/exchange/TableImport.h"
 #include "embedded/data/sqlite/Progress.h"
 #include "platform/Files.h"

@@ -1,11 +1,11 @@
 #include "cli/commands/ImportCommand.h"
 
-#include "cli/commands/RuleTables.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
+#include "cli/rulefiles/RuleTables.h"
 #include "embedded/data/exchange/TableImport.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Console.h"

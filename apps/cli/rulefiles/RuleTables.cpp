@@ -1,4 +1,4 @@
-#include "cli/commands/RuleTables.h"
+#include "cli/rulefiles/RuleTables.h"
 
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
