@@ -1,3 +1,4 @@
+#include "bench/CompareFigures.h"
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
 #include "bench/MatchFigures.h"
@@ -50,6 +51,11 @@ bool RunStoreFigures(const QTemporaryDir& folder)
     met = bench::Save("save_large", large, 3, save * Growth, ignored) && met;
     met = bench::OpenMemory(large, program) && met;
     return bench::Resolve(small, 7) && met;
+}
+
+bool RunCompareFigure(const QTemporaryDir& folder)
+{
+    return bench::Compare(Write(folder, u"compare.xml"_s, SmallSize), 9);
 }
 
 bool RunMatchFigures()
@@ -125,6 +131,7 @@ int main(int argc, char** argv)
             const QString only = arguments.value(1);
             const auto isWanted = [&](const QString& part) { return only.isEmpty() || only == part; };
             bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
+            met = (!isWanted(u"compare"_s) || RunCompareFigure(folder)) && met;
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;

@@ -9,6 +9,16 @@ namespace shared {
 
 namespace {
 
+/// Files of this program are indented with tabs, a dozen deep: as wide as tabs are shown, they push the text
+/// out of sight.
+CString WithNarrowTabs(const CString& line)
+{
+    qsizetype tabs = 0;
+    while (tabs < line.size() && line[tabs] == u'\t')
+        ++tabs;
+    return CString(2 * tabs, u' ') + line.mid(tabs);
+}
+
 qsizetype Indentation(const CString& line)
 {
     qsizetype blanks = 0;
@@ -17,10 +27,20 @@ qsizetype Indentation(const CString& line)
     return blanks;
 }
 
+CArray<LineChange> WithNarrowTabs(CArray<LineChange> changes)
+{
+    for (LineChange& change : changes)
+        for (CStringArray* const lines : {&change.removed, &change.added})
+            for (CString& line : *lines)
+                line = WithNarrowTabs(line);
+    return changes;
+}
+
 } // namespace
 
-CString DescribeChanges(const CArray<LineChange>& changes)
+CString DescribeChanges(const CArray<LineChange>& given)
 {
+    const CArray<LineChange> changes = WithNarrowTabs(given);
     qsizetype margin = std::numeric_limits<qsizetype>::max();
     for (const LineChange& change : changes)
         for (const CString& line : change.removed + change.added)

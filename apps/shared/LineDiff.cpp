@@ -46,7 +46,8 @@ qsizetype CommonEnd(const CStringArray& before, const CStringArray& after, qsize
 
 qsizetype Indentation(const CString& line)
 {
-    return std::find_if(line.begin(), line.end(), [](QChar character) { return character != u' '; }) -
+    return std::find_if(line.begin(), line.end(),
+                        [](QChar character) { return character != u' ' && character != u'\t'; }) -
            line.begin();
 }
 

@@ -68,6 +68,17 @@ rules::CatalogueFacts CatalogueFactsOf(const embedded::CatalogueData& data)
     return facts;
 }
 
+rules::CatalogueFacts OwnAttributesOf(const embedded::CatalogueData& data)
+{
+    rules::CatalogueFacts facts = CatalogueFactsOf(data);
+    for (const embedded::Specialty& specialty : data.specialties)
+        for (const embedded::BigCategory& big : specialty.bigCategories)
+            for (const embedded::SmallCategory& small : big.smallCategories)
+                facts.at(small.fullName)
+                    .resize(static_cast<std::size_t>(small.attributes.size() / GroupSize));
+    return facts;
+}
+
 rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::PricingMode mode)
 {
     const bool isBill = mode == rules::PricingMode::Bill;

@@ -11,6 +11,9 @@ namespace shared {
 /// in any table.
 rules::CatalogueFacts CatalogueFactsOf(const embedded::CatalogueData& data);
 
+/// The same without the names that may stand in any table: what conditions of the category can test.
+rules::CatalogueFacts OwnAttributesOf(const embedded::CatalogueData& data);
+
 /// All that pricing goes by in the project: mode, libraries in use, attributes, calculation items.
 rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::PricingMode mode);
 

@@ -140,6 +140,9 @@ public:
     /// unknown.
     std::optional<Trace> Explain(const TakeoffComponent& component);
 
+    /// A row of the bill so far, by its index; its features are not set.
+    const BillRow& RowAt(std::uint32_t row) const { return m_bill.rows[row]; }
+
     /// The bill of what was added so far. Raises `std::logic_error` when not every component is accounted
     /// for.
     Bill Finish() const;

@@ -44,6 +44,17 @@ struct BillItem
     std::vector<QuotaItem> quotas; ///< those of bill mode
 };
 
+/// The highest ids that a rule has given to its children so far. They only grow, so that an id is never given
+/// twice.
+struct RuleCounters
+{
+    int condition = 0;
+    int bill = 0;
+    int quota = 0;
+
+    bool operator==(const RuleCounters&) const = default;
+};
+
 struct Rule
 {
     int id = 0;
@@ -51,6 +62,7 @@ struct Rule
     std::vector<Condition> conditions;
     std::vector<BillItem> bills;
     std::vector<QuotaItem> quotas; ///< those of quota mode
+    RuleCounters counters{};
 
     /// As the rule list shows it: "其它" for a default rule, else each condition followed by ";".
     KTQDDE_RULES_EXPORT CString Text() const;
@@ -62,6 +74,8 @@ struct SmallCategory
     CString name;
     CString text; ///< specialty, big category and name, joined by backslashes
     std::vector<Rule> rules;
+    /// Whether the last rule is a default rule that the file has not: reading made it.
+    bool isCompleted = false;
 };
 using SmallCategoryPtr = std::shared_ptr<const SmallCategory>;
 

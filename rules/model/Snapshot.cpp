@@ -47,6 +47,7 @@ Rule Copy(const ConfigNode& node)
     Rule rule;
     rule.id = node.GetId();
     rule.isDefault = node.IfDefault();
+    rule.counters = {node.GetLastConditionId(), node.GetLastQdId(), node.GetLastDeId()};
     for (const ConditionNode* condition : node.GetCondition())
         rule.conditions.push_back(Copy(*condition));
     for (const QdNode* bill : node.GetQd())
@@ -56,7 +57,7 @@ Rule Copy(const ConfigNode& node)
     return rule;
 }
 
-SmallCategoryPtr Copy(const SMember& node, const CString& textAbove)
+std::shared_ptr<SmallCategory> Copy(const SMember& node, const CString& textAbove)
 {
     auto category = std::make_shared<SmallCategory>();
     category->id = node.GetId();
@@ -65,6 +66,17 @@ SmallCategoryPtr Copy(const SMember& node, const CString& textAbove)
     for (const ConfigNode* rule : node.GetAllConfig())
         category->rules.push_back(Copy(*rule));
     return category;
+}
+
+/// The rules that a small category has in the file, before reading adds one.
+std::size_t CountRules(const IXMLDOMElement& category)
+{
+    std::size_t count = 0;
+    const IXMLDOMNode container = category.SelectSingleNode(u"Config"_s);
+    if (container.IsNull()) return 0;
+    for (IXMLDOMNode child = container.FirstChild(); child; child = child.NextSibling())
+        ++count;
+    return count;
 }
 
 /// Calls `take` with every child element that has a name, of equal names with the first.
@@ -87,7 +99,11 @@ BigCategory ReadBigCategory(const IXMLDOMElement& element, const CString& name, 
     ForEachNamed(element, [&](const IXMLDOMElement& child, const CString&, int smallId) {
         SMember node;
         node.SetId(smallId);
-        if (node.ReadData(child)) big.smallCategories.push_back(Copy(node, textAbove + u'\\' + name));
+        const std::size_t count = CountRules(child);
+        if (!node.ReadData(child)) return;
+        auto category = Copy(node, textAbove + u'\\' + name);
+        category->isCompleted = category->rules.size() > count;
+        big.smallCategories.push_back(std::move(category));
     });
     return big;
 }
@@ -115,17 +131,10 @@ ConfigurationPtr TakeSnapshot(const Spec& spec)
     return std::make_shared<const Configuration>(std::vector{std::move(specialty)});
 }
 
-ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
+namespace {
+
+ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason)
 {
-    const IXMLDOMDocument document = xml::Document::Create(); // no message box: the caller gets the reason
-    if (document.IsNull()) {
-        reason = u"无法创建XML文档对象"_s;
-        return nullptr;
-    }
-    if (!document.Load(path)) {
-        reason = document.Reason().ToString();
-        return nullptr;
-    }
     const IXMLDOMNode root = document.SelectSingleNode(store::RootName());
     if (root.IsNull()) {
         reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
@@ -136,6 +145,32 @@ ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
         specialties.push_back(ReadSpecialty(element, name, id));
     });
     return std::make_shared<const Configuration>(std::move(specialties));
+}
+
+/// No message box where there is no engine: the caller gets the reason.
+template <typename Load>
+ConfigurationPtr ReadBy(Load load, CString& reason)
+{
+    const IXMLDOMDocument document = xml::Document::Create();
+    if (document.IsNull()) {
+        reason = u"无法创建XML文档对象"_s;
+        return nullptr;
+    }
+    if (load(document)) return ReadDocument(document, reason);
+    reason = document.Reason().ToString();
+    return nullptr;
+}
+
+} // namespace
+
+ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
+{
+    return ReadBy([&](const IXMLDOMDocument& document) { return document.Load(path); }, reason);
+}
+
+ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason)
+{
+    return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason);
 }
 
 } // namespace rules

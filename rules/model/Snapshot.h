@@ -2,6 +2,8 @@
 
 #include "rules/model/Configuration.h"
 
+#include <QtCore/QByteArray>
+
 class Spec;
 
 /// How snapshots are taken.
@@ -15,5 +17,8 @@ KTQDDE_RULES_EXPORT ConfigurationPtr TakeSnapshot(const Spec& spec);
 /// small category without a default rule gets one at its end, as it does in the editor. Null, with the reason
 /// in words, when the file cannot be read, is no XML or no rule file.
 KTQDDE_RULES_EXPORT ConfigurationPtr ReadRuleFile(const CString& path, CString& reason);
+
+/// The same of the bytes of a rule file.
+KTQDDE_RULES_EXPORT ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason);
 
 } // namespace rules

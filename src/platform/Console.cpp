@@ -3,6 +3,8 @@
 #include "platform/Native.h"
 
 #include <cstdio>
+#include <iostream>
+#include <string>
 
 namespace platform {
 
@@ -36,6 +38,18 @@ void WriteErr(const CString& text)
 bool ErrIsTerminal()
 {
     return native::ErrIsTerminal();
+}
+
+bool CanAsk()
+{
+    return native::ErrIsTerminal() && native::InIsTerminal();
+}
+
+std::optional<CString> ReadLine()
+{
+    std::string line;
+    if (!std::getline(std::cin, line)) return std::nullopt;
+    return CString::fromUtf8(line);
 }
 
 } // namespace platform

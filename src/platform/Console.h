@@ -3,6 +3,8 @@
 #include "platform/Export.h"
 #include "platform/Text.h"
 
+#include <optional>
+
 /// Standard streams as UTF-8, whatever the machine's settings. On a Windows console the code page is set.
 namespace platform {
 
@@ -15,5 +17,9 @@ KTQDDE_EXPORT bool WriteOut(const CString& text);
 KTQDDE_EXPORT void WriteErr(const CString& text);
 /// Whether standard error goes to a terminal, so that progress shown there is seen by a person.
 KTQDDE_EXPORT bool ErrIsTerminal();
+/// Whether a person can be asked: standard input and standard error both go to a terminal.
+KTQDDE_EXPORT bool CanAsk();
+/// The next line of standard input without its end; nothing at the end of the input.
+KTQDDE_EXPORT std::optional<CString> ReadLine();
 
 } // namespace platform

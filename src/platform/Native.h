@@ -27,6 +27,9 @@ bool MoveOver(const QString& from, const QString& to);
 /// Whether a person watches standard error.
 bool ErrIsTerminal();
 
+/// Whether standard input comes from a person.
+bool InIsTerminal();
+
 /// Strict conversion between UTF-16 text and "GB18030", "GBK" or "GB2312"; nothing when a character has no
 /// form.
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset);

@@ -153,6 +153,11 @@ bool ErrIsTerminal()
     return isatty(STDERR_FILENO) != 0;
 }
 
+bool InIsTerminal()
+{
+    return isatty(STDIN_FILENO) != 0;
+}
+
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)
 {
     const std::optional<QByteArray> utf16 = Convert(bytes, charset, Utf16Name);

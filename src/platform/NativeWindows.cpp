@@ -104,6 +104,11 @@ bool ErrIsTerminal()
     return _isatty(_fileno(stderr)) != 0;
 }
 
+bool InIsTerminal()
+{
+    return _isatty(_fileno(stdin)) != 0;
+}
+
 std::optional<QString> DecodeChinese(const QByteArray& bytes, const char* charset)
 {
     if (bytes.isEmpty()) return QString();

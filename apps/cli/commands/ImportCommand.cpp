@@ -5,6 +5,7 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
+#include "cli/rulefiles/RuleTables.h"
 #include "embedded/data/exchange/TableImport.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Console.h"
@@ -19,7 +20,8 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"import"_s;
-    info.syntax = TableKindWords() + u" FILE [--sheet NAME] [--library CODE] [--replace] [--dry-run]"_s;
+    info.syntax = TableKindWords() +
+                  u"|rules FILE [--sheet NAME] [--library CODE] [--replace] [--config FILE] [--dry-run]"_s;
     info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
     info.description =
         u"FILE 是 UTF-8 或 GB18030 的 CSV 文件，或者 .xlsx、.ods 工作簿，第一行是列名，\n"
@@ -31,6 +33,9 @@ CommandInfo Describe()
         "  guide       清单项套哪些定额\n"
         "  calc        计算项目和计算规则\n"
         "  libraries   有哪些清单库和定额库\n"
+        "  rules       规则，一行一条，见手册 "
+        "docs/rule-sheets.md：表中出现的小类，规则改成表里的各行；先列出\n"
+        "              哪些规则会变，--dry-run 只列出、不写入\n"
         "同一编号（名称、代码）的行被修改，新的加在后面；--replace 则以文件代替整个表。\n"
         "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
         "改了哪些原有的行、去掉了哪些，一一写出来；--dry-run 只写这些，什么也不读入。\n"
@@ -39,7 +44,8 @@ CommandInfo Describe()
     info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
                     LibraryOption(),
                     {u"replace"_s, {}, u"以文件代替整个表"_s, {}},
-                    {u"dry-run"_s, {}, u"只说会怎样，什么也不读入"_s, {}}};
+                     RuleFileOption(),
+                     {u"dry-run"_s, {}, u"只说会怎样，什么也不读入"_s, {}}};
     return info;
 }
 
@@ -75,6 +81,8 @@ ImportCommand::ImportCommand() : Command(Describe()) {}
 
 void ImportCommand::Run(const Arguments& arguments) const
 {
+    if (ConcernsRules(arguments)) return ImportRules(arguments);
+    if (arguments.Has(u"config"_s)) throw UsageError(u"--config 只用于 rules"_s);
     const embedded::ImportReport report = RunImport(arguments);
     if (report.cancelled) throw Refusal(u"已取消，原数据没有变"_s);
     for (const embedded::RefusedRow& row : report.refused)

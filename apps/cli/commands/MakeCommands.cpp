@@ -4,6 +4,7 @@
 #include "cli/commands/AttrConfigCommand.h"
 #include "cli/commands/BatchCommand.h"
 #include "cli/commands/CatalogueCommand.h"
+#include "cli/commands/CompareCommand.h"
 #include "cli/commands/DemoCommand.h"
 #include "cli/commands/ExportCommand.h"
 #include "cli/commands/HistoryCommand.h"
@@ -11,6 +12,7 @@
 #include "cli/commands/InitCommand.h"
 #include "cli/commands/LibraryCommand.h"
 #include "cli/commands/LoadCommand.h"
+#include "cli/commands/MergeCommand.h"
 #include "cli/commands/NewCommand.h"
 #include "cli/commands/RefreshCommand.h"
 #include "cli/commands/SaveAsCommand.h"
@@ -29,6 +31,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<TryCommand>());
     commands.push_back(std::make_unique<ApplyCommand>());
+    commands.push_back(std::make_unique<CompareCommand>());
+    commands.push_back(std::make_unique<MergeCommand>());
     commands.push_back(std::make_unique<CatalogueCommand>());
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<NewCommand>());

@@ -96,6 +96,13 @@ CString ResolveRuleFile(const QString& text)
     return ResolveRuleFile(text, store::RuleFolder());
 }
 
+CString NamedRuleFile(const Arguments& arguments, const QString& text)
+{
+    const auto project = FindNamedProject(arguments);
+    return project ? ResolveRuleFile(text, embedded::ProjectFolder(*project).RuleFolder())
+                   : ResolvePath(text);
+}
+
 CString ConfigurationPath(const CString& name)
 {
     CString path = InRuleFolder(name);

@@ -18,6 +18,10 @@ CString ResolveRuleFile(const QString& text);
 /// The same for a project that need not be open, whose rule folder is given.
 CString ResolveRuleFile(const QString& text, const CString& ruleFolder);
 
+/// The same for a command that works with or without a project: configurations are those of the project that
+/// `--project` or the environment names; where there is none, every text is a native path.
+CString NamedRuleFile(const Arguments& arguments, const QString& text);
+
 /// The path text of a native path. Raises `Refusal` when it has none (a name that holds a backslash).
 CString ResolvePath(const QString& nativePath);
 

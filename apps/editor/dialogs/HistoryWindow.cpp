@@ -16,6 +16,7 @@
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QFontDatabase>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFormLayout>
@@ -81,7 +82,7 @@ QWidget* Titled(const QString& title, QWidget* content)
 HistoryWindow::HistoryWindow(QWidget* parent, Project& project, const CString& ruleFile)
     : QDialog(parent), m_project(project), m_history(embedded::ProjectFolder(project.Folder())),
       m_files(new QComboBox), m_list(new QTreeWidget), m_difference(new QPlainTextEdit),
-      m_restore(new QPushButton(u"还原(&R)"_s))
+      m_asXml(new QCheckBox(u"显示 XML(&X)"_s)), m_restore(new QPushButton(u"还原(&R)"_s))
 {
     setWindowTitle(u"历史"_s);
     resize(FirstSize.expandedTo(InPixels(fontMetrics(), FirstText)));
@@ -115,16 +116,20 @@ void HistoryWindow::Build()
     auto* form = new QFormLayout;
     form->addRow(u"规则文件(&F)："_s, m_files);
     auto* buttons = new QDialogButtonBox;
+    auto* foot = new QHBoxLayout;
+    foot->addWidget(m_asXml);
+    foot->addWidget(buttons, 1);
     buttons->addButton(m_restore, QDialogButtonBox::ActionRole);
     buttons->addButton(u"关闭"_s, QDialogButtonBox::RejectRole);
     m_restore->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
     column->addWidget(splitter, 1);
-    column->addWidget(buttons);
+    column->addLayout(foot);
     connect(m_files, &QComboBox::currentIndexChanged, this, [this] { RunGuarded([&] { FillCopies(); }); });
     connect(m_list, &QTreeWidget::currentItemChanged, this,
             [this] { RunGuarded([&] { ShowDifference(); }); });
+    connect(m_asXml, &QCheckBox::toggled, this, [this] { RunGuarded([&] { ShowDifference(); }); });
     connect(m_restore, &QPushButton::clicked, this, [this] { RunGuarded([&] { Restore(); }); });
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
 }
@@ -158,11 +163,12 @@ void HistoryWindow::ShowDifference()
     m_difference->setPlainText(u"还没有留存。每次打开配置或向导之前会留一份。"_s);
     if (entry == nullptr) return;
     CString text;
+    const bool asXml = m_asXml->isChecked();
     const bool compared = RunLongStep(this, u"正在比较…"_s, [&, copy = *entry](StepControl& control) {
         const QByteArray now = platform::Files().Read(copy.path).value_or(QByteArray());
         const QByteArray before = m_history.Read(copy);
         control.Check();
-        text = DescribeDifference(before, now);
+        text = asXml ? DescribeDifference(before, now) : DescribeRuleDifference(before, now);
         control.Check();
     });
     m_difference->setPlainText(compared ? text : CString());

@@ -4,6 +4,7 @@
 
 #include <QtWidgets/QDialog>
 
+class QCheckBox;
 class QComboBox;
 class QPlainTextEdit;
 class QPushButton;
@@ -14,7 +15,8 @@ namespace editor {
 class Project;
 
 /// The window over a project's history: lists the dated copies of a rule file, shows what differs between a
-/// copy and the file as it is now, and restores a copy. Restoring keeps the replaced state in the history.
+/// copy and the file as it is now, rule by rule or as XML, and restores a copy. Restoring keeps the replaced
+/// state in the history.
 class HistoryWindow : public QDialog
 {
 public:
@@ -39,6 +41,7 @@ private:
     QComboBox* m_files;
     QTreeWidget* m_list;
     QPlainTextEdit* m_difference;
+    QCheckBox* m_asXml;
     QPushButton* m_restore;
     bool m_restored = false;
 };

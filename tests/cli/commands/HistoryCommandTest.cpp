@@ -35,7 +35,7 @@ protected:
             if (!line.isEmpty()) ids.append(line.section(u' ', 0, 0));
         return ids;
     }
-    QByteArray Shown(const QString& id) const { return History({u"show"_s, id}).out; }
+    QByteArray Shown(const QString& id) const { return History({u"show"_s, id, u"--xml"_s}).out; }
     QByteArray Content() const { return m_cli.Folder().ReadFile(Cli::RuleFile()); }
 
     Cli m_cli;
@@ -154,9 +154,12 @@ TEST_F(HistoryVerb, DiffComparesACopyWithTheFileOrWithAnother)
     EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
     const QStringList ids = Ids();
     ASSERT_EQ(ids.size(), 2);
-    EXPECT_TRUE(History({u"diff"_s, ids[1]}).Out().contains(u"  + <Config id=\"12\""_s) ||
-                History({u"diff"_s, ids[1]}).Out().contains(u"<Config id=\"12\""_s));
-    const QString pair = History({u"diff"_s, ids[1], ids[0]}).Out();
+    const QString rules = History({u"diff"_s, ids[1]}).Out();
+    EXPECT_TRUE(rules.contains(u"加了第 "_s)) << rules.toStdString();
+    EXPECT_TRUE(rules.contains(u"规则：加了 2 条。"_s)) << rules.toStdString();
+    EXPECT_FALSE(rules.contains(u"<Config"_s));
+    EXPECT_TRUE(History({u"diff"_s, ids[1], u"--xml"_s}).Out().contains(u"<Config id=\"12\""_s));
+    const QString pair = History({u"diff"_s, ids[1], ids[0], u"--xml"_s}).Out();
     EXPECT_TRUE(pair.contains(u"<Config id=\"11\""_s)) << pair.toStdString();
     EXPECT_FALSE(pair.contains(u"<Config id=\"12\""_s));
     EXPECT_TRUE(History({u"diff"_s, ids[0], ids[0]}).Out().contains(u"没有差别"_s));
@@ -168,7 +171,8 @@ TEST_F(HistoryVerb, LastIsTheNewestCopyOfAllOrOfOneFile)
     m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), "<QdDeConfig/>");
     EXPECT_EQ(m_cli.RunInProject({u"save-as"_s, u"甲"_s, u"--force"_s}).status, 0);
     EXPECT_EQ(Shown(u"last"_s), "<QdDeConfig/>");
-    EXPECT_EQ(History({u"show"_s, u"last"_s, u"--config"_s, u"DefaultConfig"_s}).out, Cli::Sample());
+    EXPECT_EQ(History({u"show"_s, u"last"_s, u"--config"_s, u"DefaultConfig"_s, u"--xml"_s}).out,
+              Cli::Sample());
     EXPECT_EQ(History({u"restore"_s, u"last"_s}).status, 0);
     EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"甲"_s)), "<QdDeConfig/>");
 }

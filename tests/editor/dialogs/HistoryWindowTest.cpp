@@ -9,6 +9,7 @@
 #include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
 
@@ -78,9 +79,10 @@ TEST_F(HistoryOfFile, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
 TEST_F(HistoryOfFile, TextBehindADozenTabsIsInSight)
 {
     const QByteArray before = m_folder.ReadFile(CurrentFile);
-    m_folder.WriteFile(CurrentFile, before + QByteArray(12, '\t') + "<!-- deep -->\n");
+    m_folder.WriteFile(CurrentFile, before + "<!-- flat -->\n" + QByteArray(12, '\t') + "<!-- deep -->\n");
     editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
     window.show();
+    window.findChild<QCheckBox*>()->setChecked(true);
     auto* view = window.findChild<QPlainTextEdit*>();
     const QTextCursor found = view->document()->find(u"deep"_s);
     ASSERT_FALSE(found.isNull());

@@ -1,0 +1,163 @@
+#include "cli/commands/MergeCommand.h"
+
+#include "cli/printing/Output.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "platform/Console.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "rules/compare/DifferenceText.h"
+#include "rules/document/RuleWriter.h"
+#include "rules/merge/Merge.h"
+#include "rules/model/Snapshot.h"
+#include "xml/Error.h"
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+using rules::Side;
+
+const CString MineWord = u"mine"_s;
+const CString TheirsWord = u"theirs"_s;
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"merge"_s;
+    info.syntax = u"BASE MINE THEIRS -o OUT [--prefer mine|theirs]"_s;
+    info.summary = u"把从同一个规则文件改出来的两份合并成一份"_s;
+    info.description =
+        u"BASE 是两边共同的旧文件，MINE 和 THEIRS "
+        u"是两边各自改过的文件。只有一边改、加、删或移动的规则照做，\n"
+        "两边做得一样的只做一次；两边加的规则编号相同时其中一条换新编号。没有动过的专业，字节不变。\n"
+        "其余是冲突：两边的样子列在标准错误上，全部有了答案才写 OUT，否则什么也不写，退出状态为 1。\n"
+        "答案由 --prefer 给出；在终端上运行时逐个询问。OUT 可以就是 MINE；工程的规则文件先留历史副本。\n"
+        "BASE 可以是空文件。怎样用在 git 里，见手册 docs/version-control.md。"_s;
+    info.minPositional = info.maxPositional = 3;
+    info.options = {{u"output"_s, u"OUT"_s, u"写到这个文件"_s, u'o'},
+                    {u"prefer"_s, u"SIDE"_s, u"冲突一律取这一边：mine 或 theirs"_s, {}}};
+    info.needsProject = false;
+    return info;
+}
+
+/// A state of the rule file.
+struct State
+{
+    CString path;
+    QByteArray bytes;
+    rules::ConfigurationPtr rules;
+};
+
+State ReadState(const Arguments& arguments, qsizetype word, bool mayBeEmpty)
+{
+    State state{NamedRuleFile(arguments, arguments.Positional()[word]), {}, nullptr};
+    const CString name = platform::ToNative(state.path);
+    CString reason;
+    const auto bytes = platform::Files().Read(state.path, &reason);
+    if (!bytes) throw Refusal(u"%1：%2"_s.arg(name, reason));
+    state.bytes = *bytes;
+    if (mayBeEmpty && state.bytes.isEmpty()) {
+        // What version control hands over where both sides have made the file.
+        state.rules = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+        return state;
+    }
+    CheckRuleFile(state.path);
+    state.rules = rules::ReadRules(state.bytes, reason);
+    if (!state.rules) throw Refusal(u"%1：%2"_s.arg(name, reason));
+    return state;
+}
+
+std::optional<Side> PreferredSide(const Arguments& arguments)
+{
+    if (!arguments.Has(u"prefer"_s)) return std::nullopt;
+    const CString word = arguments.Value(u"prefer"_s);
+    if (word != MineWord && word != TheirsWord)
+        throw UsageError(u"--prefer 只能是 mine 或 theirs：%1"_s.arg(word));
+    return word == MineWord ? Side::Mine : Side::Theirs;
+}
+
+/// What the person at the terminal chooses; nothing when there is no answer.
+std::optional<Side> Ask()
+{
+    for (;;) {
+        platform::WriteErr(u"取哪一边？m 我方，t 对方，q 不合并："_s);
+        const auto line = platform::ReadLine();
+        const CString answer = line ? line->trimmed().toLower() : u"q"_s;
+        if (answer == u"m" || answer == MineWord) return Side::Mine;
+        if (answer == u"t" || answer == TheirsWord) return Side::Theirs;
+        if (answer == u"q") return std::nullopt;
+    }
+}
+
+/// An answer for each conflict. Raises `Refusal` when one has none.
+std::vector<Side> Answers(const std::vector<rules::Conflict>& conflicts, std::optional<Side> preferred)
+{
+    std::vector<Side> answers;
+    const bool asks = !preferred && platform::CanAsk();
+    for (std::size_t i = 0; i < conflicts.size(); ++i) {
+        platform::WriteErr(u"冲突 %1/%2　%3"_s.arg(i + 1).arg(conflicts.size()).arg(conflicts[i].Describe()));
+        const std::optional<Side> answer = asks ? Ask() : preferred;
+        if (answer) answers.push_back(*answer);
+        if (asks && !answer) break;
+    }
+    if (answers.size() == conflicts.size()) return answers;
+    throw Refusal(u"有 %1 处冲突没有答案，什么也没有写（--prefer mine 或 --prefer theirs 一律取一边）"_s.arg(
+        conflicts.size() - answers.size()));
+}
+
+QByteArray MergedBytes(const State& base, const State& mine, const State& theirs,
+                       const rules::Configuration& merged)
+{
+    // Where one side has done nothing, the other one's file is what is wanted, to the byte.
+    if (mine.bytes == base.bytes) return theirs.bytes;
+    if (theirs.bytes == base.bytes || theirs.bytes == mine.bytes) return mine.bytes;
+    try {
+        return rules::WriteRules(mine.bytes, merged);
+    } catch (const xml::Error& error) {
+        throw Refusal(u"合并的结果写不成规则文件：%1"_s.arg(CString::fromUtf8(error.what())));
+    }
+}
+
+CString ResultText(const State& mine, const rules::Configuration& merged, const CString& target)
+{
+    return u"相对于 MINE："_s + rules::SummaryLines(rules::Compare(*mine.rules, merged)).join(u'\n') +
+           u"\n已合并到：%1\n"_s.arg(platform::ToNative(target));
+}
+
+/// Writes the result, unless a file that it is made of or that it replaces has become another one meanwhile.
+void WriteMerged(const Arguments& arguments, const CString& target, const State& mine,
+                 const QByteArray& bytes)
+{
+    CheckReplaceable(target);
+    // Version control merges in files of passing names, of which a history would be of no use to anybody.
+    const bool isNamedSo = target.endsWith(u".xml"_s, Qt::CaseInsensitive);
+    const auto kept = isNamedSo ? KeepBeforeReplacing(arguments, target) : std::nullopt;
+    if (platform::Files().Read(mine.path) != mine.bytes)
+        throw Refusal(u"%1 在合并期间变了，什么也没有写，请再合并一次"_s.arg(platform::ToNative(mine.path)));
+    platform::Files().Replace(target, bytes);
+}
+
+} // namespace
+
+MergeCommand::MergeCommand() : Command(Describe()) {}
+
+void MergeCommand::Run(const Arguments& arguments) const
+{
+    if (!arguments.Has(u"output"_s)) throw UsageError(u"缺少 -o OUT"_s);
+    const std::optional<Side> preferred = PreferredSide(arguments);
+    const CString target = NamedRuleFile(arguments, arguments.Value(u"output"_s));
+    const State base = ReadState(arguments, 0, true);
+    const State mine = ReadState(arguments, 1, false);
+    const State theirs = ReadState(arguments, 2, false);
+    const rules::Merge merge(*base.rules, *mine.rules, *theirs.rules);
+    const rules::Configuration merged = merge.Result(Answers(merge.Conflicts(), preferred));
+    WriteMerged(arguments, target, mine, MergedBytes(base, mine, theirs, merged));
+    WriteText(ResultText(mine, merged, target));
+}
+
+} // namespace cli

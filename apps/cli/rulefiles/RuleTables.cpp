@@ -1,0 +1,329 @@
+#include "cli/rulefiles/RuleTables.h"
+
+#include "cli/printing/Output.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "cli/reading/Session.h"
+#include "embedded/data/catalogue/CatalogueData.h"
+#include "embedded/data/catalogue/LibraryContents.h"
+#include "host/NvQdInfo.h"
+#include "platform/Console.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "presenter/CQdDeConfigPresenter.h"
+#include "rules/compare/Content.h"
+#include "rules/compare/DifferenceText.h"
+#include "rules/document/RuleWriter.h"
+#include "rules/model/Snapshot.h"
+#include "rules/sheet/RuleSheet.h"
+#include "shared/PricingFacts.h"
+#include "store/RuleFile.h"
+#include "tables/CreateTable.h"
+#include "tables/Record.h"
+#include "tables/TableError.h"
+#include "xml/Error.h"
+
+#include <QtCore/QHash>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+const CString SheetName = u"规则"_s;
+
+CString YesNo(int flag)
+{
+    return flag != 0 ? u"是"_s : u"否"_s;
+}
+
+/// The items of the project's libraries in use. The session outlives it.
+class LibraryItems
+{
+public:
+    explicit LibraryItems(const Session& session)
+        : m_isBillMode(session.IsBillMode()),
+          m_billLibrary(session.Host().LibraryInUse(embedded::LibraryRole::Bill)),
+          m_quotaLibrary(session.Host().LibraryInUse(m_isBillMode ? embedded::LibraryRole::QuotaOfBills
+                                                                  : embedded::LibraryRole::Quota))
+    {
+        NvQdInfo::IBillLib::GetEnCodeRule(m_length, m_suffixLength);
+        for (const embedded::BillSection& section : session.Host().Contents().bills)
+            for (const SQdInfo& item : section.items)
+                m_bills.insert(item.strNumber, item);
+        for (const embedded::QuotaSection& section : session.Host().Contents().quotas)
+            for (const embedded::QuotaItem& item : section.items)
+                m_quotas.insert(item.record.strNumber, item.record);
+    }
+
+    rules::SheetItems Items() const
+    {
+        const auto none = [](const CString&) { return std::optional<DeStruct>(); };
+        const auto quota = [this](const CString& number) { return Quota(number); };
+        rules::SheetItems items;
+        items.bill = [this](const CString& number) { return Bill(number); };
+        items.quotaOfBills = none;
+        items.quota = none;
+        (m_isBillMode ? items.quotaOfBills : items.quota) = quota;
+        return items;
+    }
+
+private:
+    /// A number in a rule goes on behind that of the library's item.
+    std::optional<QdStruct> Bill(const CString& number) const
+    {
+        auto found = m_bills.constFind(number);
+        if (found == m_bills.constEnd() && m_length > 0 && number.size() == m_length + m_suffixLength)
+            found = m_bills.constFind(number.left(m_length));
+        if (found == m_bills.constEnd()) return std::nullopt;
+        QdStruct record;
+        record.strQdId = number;
+        record.strName = found->strName;
+        record.strUnit = found->strUnit;
+        record.strUnitCode = CString::number(found->nUnitCode);
+        record.strQdCode = m_billLibrary;
+        record.strFormula = found->strCalRule;
+        record.strAnnex = YesNo(found->nWithAnnex);
+        return record;
+    }
+
+    std::optional<DeStruct> Quota(const CString& number) const
+    {
+        const auto found = m_quotas.constFind(number);
+        if (found == m_quotas.constEnd()) return std::nullopt;
+        DeStruct record;
+        record.strDeId = number;
+        record.strName = found->strName;
+        record.strUnit = found->strUnit;
+        record.strUnitCode = CString::number(found->nUnitCode);
+        record.strDeCode = m_quotaLibrary;
+        record.strFormula = found->strCalRule;
+        record.strAnnex = YesNo(found->nWithAnnex);
+        return record;
+    }
+
+    bool m_isBillMode;
+    CString m_billLibrary;
+    CString m_quotaLibrary;
+    int m_length = 0;
+    int m_suffixLength = 0;
+    QHash<CString, SQdInfo> m_bills;
+    QHash<CString, SPickedDe> m_quotas;
+};
+
+rules::ConfigurationPtr Read(const QByteArray& bytes, const CString& path)
+{
+    CString reason;
+    rules::ConfigurationPtr read = rules::ReadRules(bytes, reason);
+    if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(path), reason));
+    return read;
+}
+
+QByteArray ReadBytes(const CString& path)
+{
+    CString reason;
+    const auto bytes = platform::Files().Read(path, &reason);
+    if (!bytes) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(path), reason));
+    return *bytes;
+}
+
+void RefuseOptions(const Arguments& arguments, const CStringArray& options)
+{
+    for (const CString& option : options)
+        if (arguments.Has(option)) throw UsageError(u"--%1 不用于 rules"_s.arg(option));
+}
+
+bool IsSelected(const rules::SmallCategory& category, const CString& filter)
+{
+    if (filter.isEmpty()) return !rules::HoldsBareDefaultAlone(category);
+    return category.text == filter || category.name == filter || category.text.startsWith(filter + u'\\');
+}
+
+std::vector<rules::SmallCategoryPtr> Selected(const rules::Configuration& configuration,
+                                              const CString& filter)
+{
+    std::vector<rules::SmallCategoryPtr> selected;
+    for (const rules::Specialty& specialty : configuration.Specialties())
+        for (const rules::BigCategory& big : specialty.bigCategories)
+            for (const rules::SmallCategoryPtr& small : big.smallCategories)
+                if (IsSelected(*small, filter)) selected.push_back(small);
+    if (selected.empty())
+        throw Refusal(filter.isEmpty() ? u"规则文件里没有规则；用 --category 指明小类可以得到一张空表"_s
+                                       : u"没有小类“%1”"_s.arg(filter));
+    return selected;
+}
+
+/// Tells each fault on standard error. Raises `Refusal` when there are any.
+void RefuseFaults(const std::vector<rules::SheetFault>& faults, const CString& result)
+{
+    if (faults.empty()) return;
+    for (const rules::SheetFault& fault : faults)
+        platform::WriteErr(fault.line > 0 ? u"第 %1 行：%2\n"_s.arg(fault.line).arg(fault.text)
+                                          : fault.text + u'\n');
+    throw Refusal(u"共 %1 处，%2"_s.arg(faults.size()).arg(result));
+}
+
+void WriteSheet(const rules::RuleSheet& sheet, const CString& path)
+{
+    const auto table = tables::CreateTable(path);
+    CArray<tables::Column> columns;
+    for (const CString& heading : sheet.headings)
+        columns.append({.heading = heading});
+    table->BeginSheet(SheetName, columns);
+    for (const rules::RuleSheet::Row& row : sheet.rows) {
+        for (const CString& cell : row.cells)
+            cell.isEmpty() ? table->Empty() : table->Text(cell);
+        table->EndRow();
+    }
+    table->Finish();
+}
+
+rules::RuleSheet ReadSheetFile(const CString& path, const CString& name,
+                               std::vector<rules::SheetFault>& faults)
+{
+    const auto reader = tables::OpenTable(path, {.sheet = name});
+    rules::RuleSheet sheet;
+    for (const tables::Record& record : tables::ReadRecords(*reader)) {
+        if (!record.fault.isEmpty()) faults.push_back({record.line, record.fault});
+        if (sheet.headings.isEmpty()) {
+            for (const CString& field : record.fields)
+                sheet.headings.append(field.trimmed());
+            while (!sheet.headings.isEmpty() && sheet.headings.last().isEmpty())
+                sheet.headings.removeLast();
+            continue;
+        }
+        CStringArray cells = record.fields;
+        while (!cells.isEmpty() && cells.last().isEmpty())
+            cells.removeLast();
+        if (!cells.isEmpty()) sheet.rows.push_back({record.line, cells});
+    }
+    return sheet;
+}
+
+template <typename Part>
+Part& NamedPart(std::vector<Part>& parts, const Part& like)
+{
+    for (Part& part : parts)
+        if (part.name == like.name) return part;
+    parts.push_back({like.id, like.name, {}});
+    return parts.back();
+}
+
+/// The configuration with those categories of `changed` that are others than in `present`; all else stays as
+/// the file has it.
+rules::Configuration WithChanged(const rules::Configuration& configuration,
+                                 const rules::Configuration& present, const rules::Configuration& changed)
+{
+    std::vector<rules::Specialty> specialties = configuration.Specialties();
+    for (const rules::Specialty& specialty : changed.Specialties())
+        for (const rules::BigCategory& big : specialty.bigCategories)
+            for (const rules::SmallCategoryPtr& small : big.smallCategories) {
+                if (present.Find(small->text) == small) continue;
+                auto& list = NamedPart(NamedPart(specialties, specialty).bigCategories, big).smallCategories;
+                const auto former =
+                    std::find_if(list.begin(), list.end(), [&](const rules::SmallCategoryPtr& known) {
+                        return known->name == small->name;
+                    });
+                if (former == list.end())
+                    list.push_back(small);
+                else
+                    *former = small;
+            }
+    return rules::Configuration(std::move(specialties));
+}
+
+/// What the rule file becomes, and the bytes that it has and gets.
+struct Change
+{
+    rules::ConfigurationPtr present;
+    rules::Configuration wanted;
+    QByteArray bytes;
+};
+
+Change ChangeOf(const Arguments& arguments, const Session& session, const CString& path,
+                const QByteArray& bytes)
+{
+    std::vector<rules::SheetFault> faults;
+    const rules::RuleSheet sheet =
+        ReadSheetFile(ResolvePath(arguments.Positional()[1]), arguments.Value(u"sheet"_s), faults);
+    const rules::ConfigurationPtr read = Read(bytes, path);
+    const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();
+    const rules::ConfigurationPtr present = shared::WithinCatalogue(*read, catalogue);
+    const LibraryItems libraries(session);
+    const rules::Configuration taken =
+        rules::ReadSheet(sheet, *present, shared::OwnAttributesOf(catalogue), libraries.Items(), faults);
+    RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
+    rules::Configuration wanted = WithChanged(*read, *present, taken);
+    try {
+        QByteArray written = rules::WriteRules(bytes, wanted);
+        return {read, std::move(wanted), std::move(written)};
+    } catch (const xml::Error& error) {
+        throw Refusal(u"规则写不进文件：%1"_s.arg(CString::fromUtf8(error.what())));
+    }
+}
+
+void Tell(const Change& change)
+{
+    WriteText(rules::DifferenceLines(rules::Compare(*change.present, change.wanted)).join(u'\n') + u'\n');
+}
+
+} // namespace
+
+bool ConcernsRules(const Arguments& arguments)
+{
+    return arguments.Positional()[0] == u"rules";
+}
+
+Option RuleFileOption()
+{
+    return {u"config"_s, u"FILE"_s, u"rules 的规则文件或配置名；不写时为工程的当前配置"_s, {}};
+}
+
+void ExportRules(const Arguments& arguments)
+{
+    RefuseOptions(arguments, {u"library"_s});
+    if (arguments.Positional()[1] == u"-") throw UsageError(u"rules 要写到文件"_s);
+    const Session session(arguments);
+    const CString path = ResolvePath(arguments.Positional()[1]);
+    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
+        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
+    CheckRuleFile(file);
+    const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();
+    const auto present = shared::WithinCatalogue(*Read(ReadBytes(file), file), catalogue);
+    const LibraryItems libraries(session);
+    std::vector<rules::SheetFault> faults;
+    const rules::RuleSheet sheet =
+        rules::MakeSheet(Selected(*present, arguments.Value(u"category"_s)),
+                         shared::OwnAttributesOf(catalogue), libraries.Items(), faults);
+    RefuseFaults(faults, u"没有写出"_s);
+    const auto kept = KeepBeforeReplacing(arguments, path);
+    WriteSheet(sheet, path);
+    WriteText(u"已写出 %1 条规则：%2\n"_s.arg(sheet.rows.size()).arg(platform::ToNative(path)));
+}
+
+void ImportRules(const Arguments& arguments)
+{
+    RefuseOptions(arguments, {u"library"_s, u"replace"_s});
+    Session session(arguments);
+    const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
+    if (arguments.Has(u"dry-run"_s)) {
+        const QByteArray empty = u"<%1/>"_s.arg(store::RootName()).toUtf8();
+        CheckRuleFileIfThere(path);
+        Tell(ChangeOf(arguments, session, path, platform::Files().Exists(path) ? ReadBytes(path) : empty));
+        return WriteText(u"只是预览，规则文件没有变。\n"_s);
+    }
+    const auto lock = LockRuleFiles(session.History(), {path});
+    KeepAndCheck(path, session.History());
+    if (!platform::Files().Exists(path)) {
+        const CQdDeConfigPresenter made(path); // writes it, with default rules
+    }
+    const QByteArray bytes = ReadBytes(path);
+    const Change change = ChangeOf(arguments, session, path, bytes);
+    if (change.bytes != bytes) platform::Files().Replace(path, change.bytes);
+    Tell(change);
+    WriteText(u"规则文件：%1\n"_s.arg(platform::ToNative(path)));
+}
+
+} // namespace cli

@@ -1,0 +1,176 @@
+#include "cli/CliTesting.h"
+#include "support/SourceTree.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using test::Cli;
+
+namespace {
+
+const QByteArray Head =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"1\">\n";
+const QByteArray Tail = "</自动套清单定额配置信息>\n";
+
+QByteArray Pipe(int id, const QByteArray& material, const QByteArray& formula = "管道长度")
+{
+    return "<Config id=\"" + QByteArray::number(id) +
+           "\" bDefault=\"0\"><Condition><condition id=\"1\" strCFType=\"材质\" bEqual=\"true\" "
+           "strEqualoperator=\"＝\" "
+           "strValue=\"" +
+           material +
+           "\"/></Condition><Qd><qd id=\"1\" strQdId=\"031001001\" strName=\"镀锌钢管\" strUnit=\"m\" "
+           "strFormula=\"" +
+           formula + "\"/></Qd></Config>\n";
+}
+
+QByteArray File(const QByteArray& rules)
+{
+    return Head +
+           "<给排水 id=\"1\" name=\"给排水\"><LMember id=\"1\" name=\"管道\"><SMember id=\"1\" "
+           "name=\"给水管\"><Config>\n" +
+           rules + "<Config id=\"1\" bDefault=\"1\"/></Config></SMember></LMember></给排水>\n" + Tail;
+}
+
+class CompareVerb : public testing::Test
+{
+protected:
+    test::Outcome Compare(const QStringList& options = {}) const
+    {
+        return m_cli.Run(QStringList{u"compare"_s, u"a.xml"_s, u"b.xml"_s} + options);
+    }
+    void Write(const QByteArray& a, const QByteArray& b) const
+    {
+        m_cli.Folder().WriteFile(u"a.xml"_s, a);
+        m_cli.Folder().WriteFile(u"b.xml"_s, b);
+    }
+
+    Cli m_cli;
+};
+
+} // namespace
+
+TEST_F(CompareVerb, TellsRulesWithoutAProject)
+{
+    Write(File(Pipe(2, "钢管") + Pipe(3, "铜管")), File(Pipe(3, "铜管") + Pipe(2, "钢管", "个数")));
+    const test::Outcome outcome = Compare();
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Out().startsWith(u"给排水\\管道\\给水管\n"_s)) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"工程量 管道长度 改为 个数"_s)) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"改了 1 条，移动了 1 条"_s)) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.err.isEmpty());
+}
+
+TEST_F(CompareVerb, SaysSoWhenNothingDiffers)
+{
+    Write(File(Pipe(2, "钢管")), File(Pipe(2, "钢管")));
+    EXPECT_EQ(Compare().Out(), u"规则没有差别。\n"_s);
+}
+
+TEST_F(CompareVerb, JsonHasCountsCategoriesAndDetails)
+{
+    Write(File(Pipe(2, "钢管")), File(Pipe(2, "钢管", "个数") + Pipe(5, "铜管")));
+    const test::Outcome outcome = Compare({u"--json"_s});
+    EXPECT_EQ(outcome.status, 0);
+    const QJsonObject json = outcome.Json();
+    EXPECT_EQ(json[u"added"_s].toInt(), 1);
+    EXPECT_EQ(json[u"changed"_s].toInt(), 1);
+    EXPECT_EQ(json[u"moved"_s].toInt(-1), 0);
+    const QJsonObject category = json[u"categories"_s].toArray()[0].toObject();
+    EXPECT_EQ(category[u"category"_s].toString(), u"给排水\\管道\\给水管"_s);
+    const QJsonArray rules = category[u"rules"_s].toArray();
+    ASSERT_EQ(rules.size(), 2);
+    EXPECT_EQ(rules[0][u"change"_s].toString(), u"changed"_s);
+    EXPECT_EQ(rules[0][u"before"_s].toInt(), 1);
+    EXPECT_EQ(rules[0][u"details"_s].toArray()[0].toString(),
+              u"清单 031001001 镀锌钢管：工程量 管道长度 改为 个数"_s);
+    EXPECT_EQ(rules[1][u"change"_s].toString(), u"added"_s);
+    EXPECT_FALSE(rules[1].toObject().contains(u"before"_s));
+    EXPECT_EQ(rules[1][u"id"_s].toInt(), 5);
+}
+
+TEST_F(CompareVerb, BadInputIsRefusedWithItsPlace)
+{
+    Write(File({}), "<a>\n<b></a>");
+    EXPECT_EQ(Compare().status, 1);
+    EXPECT_TRUE(Compare().Err().contains(u"第 2 行"_s)) << Compare().err.toStdString();
+    Write(File({}), "<other/>");
+    EXPECT_EQ(Compare().status, 1);
+    EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s, u"none.xml"_s}).status, 1);
+    EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s}).status, 2);
+    EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s, u"a.xml"_s, u"a.xml"_s}).status, 2);
+    EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s, u"a.xml"_s, u"--sheet"_s, u"x"_s}).status, 2);
+    EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s, u"a.xml"_s, u"--on"_s, u"t.csv"_s}).status, 2)
+        << "components need a project";
+}
+
+TEST_F(CompareVerb, DefaultRulesThatAnEditorCompletesAreOneLine)
+{
+    const Cli cli(u"bill"_s);
+    cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
+    cli.Folder().WriteFile(Cli::RuleFile(), File(Pipe(2, "钢管")));
+    cli.Folder().WriteFile(u"a.xml"_s, File(Pipe(2, "钢管")));
+    ASSERT_EQ(cli.Batch("{\"op\":\"Save\"}\n").status, 0);
+    const test::Outcome outcome = cli.RunInProject({u"compare"_s, u"./a.xml"_s, u"DefaultConfig"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(outcome.Out().count(u'\n'), 2) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"个小类的空默认规则"_s)) << outcome.out.toStdString();
+}
+
+namespace {
+
+class CompareOnTakeoff : public testing::Test
+{
+protected:
+    CompareOnTakeoff() : m_cli(u"bill"_s)
+    {
+        QFile file(test::InSourceTree(u"samples/PlumbingRules.xml"_s));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        const QByteArray rules = file.readAll();
+        m_cli.Folder().WriteFile(u"a.xml"_s, rules);
+        m_cli.Folder().WriteFile(u"b.xml"_s, rules);
+    }
+
+    test::Outcome Compare(const QStringList& options = {}) const
+    {
+        return m_cli.RunInProject(QStringList{u"compare"_s, u"./a.xml"_s, u"./b.xml"_s, u"--on"_s,
+                                              test::InSourceTree(u"samples/PlumbingTakeoff.csv"_s)} +
+                                  options);
+    }
+
+    Cli m_cli;
+};
+
+} // namespace
+
+TEST_F(CompareOnTakeoff, EqualRulesChangeNoComponent)
+{
+    const QJsonObject json = Compare({u"--json"_s}).Json();
+    EXPECT_GT(json[u"components"_s].toInt(), 0);
+    EXPECT_TRUE(json[u"changedComponents"_s].toArray().isEmpty());
+}
+
+TEST_F(CompareOnTakeoff, ComponentsThatGetOtherItemsAreNamedWithBoth)
+{
+    QByteArray rules = m_cli.Folder().ReadFile(u"b.xml"_s);
+    const qsizetype at = rules.indexOf("strQdId=\"") + 9;
+    const QByteArray number = rules.mid(at, rules.indexOf('"', at) - at);
+    rules.replace("strQdId=\"" + number + '"', "strQdId=\"999\"");
+    m_cli.Folder().WriteFile(u"b.xml"_s, rules);
+    const test::Outcome outcome = Compare();
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"  - "_s + QString::fromUtf8(number))) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.Out().contains(u"  + 999 "_s));
+    const QJsonArray changed = Compare({u"--json"_s}).Json()[u"changedComponents"_s].toArray();
+    ASSERT_FALSE(changed.isEmpty());
+    EXPECT_FALSE(changed[0][u"id"_s].toString().isEmpty());
+}
+
+TEST_F(CompareOnTakeoff, TableThatCannotBeReadIsRefused)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"compare"_s, u"./a.xml"_s, u"./b.xml"_s, u"--on"_s, u"none.csv"_s}).status,
+              1);
+}
