@@ -1,6 +1,7 @@
 #include "rules/model/Snapshot.h"
 
 #include "platform/Numbers.h"
+#include "rules/model/StructureReader.h"
 #include "store/RuleFile.h"
 #include "tree/Spec.h"
 #include "tree/XmlVisitor.h"
@@ -115,7 +116,7 @@ ConfigurationPtr TakeSnapshot(const Spec& spec)
     return std::make_shared<const Configuration>(std::vector{std::move(specialty)});
 }
 
-ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
+ConfigurationPtr ReadRuleFile(const CString& path, CString& reason, FileStructure* structure)
 {
     const IXMLDOMDocument document = xml::Document::Create(); // no message box: the caller gets the reason
     if (document.IsNull()) {
@@ -131,6 +132,7 @@ ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
         reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
         return nullptr;
     }
+    if (structure != nullptr) *structure = ReadStructure(root);
     std::vector<Specialty> specialties;
     ForEachNamed(root, [&](const IXMLDOMElement& element, const CString& name, int id) {
         specialties.push_back(ReadSpecialty(element, name, id));
