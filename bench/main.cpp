@@ -1,3 +1,4 @@
+#include "bench/CheckFigures.h"
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
 #include "bench/MatchFigures.h"
@@ -56,6 +57,12 @@ bool RunMatchFigures()
 {
     const bool met = bench::Match(5);
     return bench::MatchGrowth(9) && met;
+}
+
+bool RunCheckFigures(const QTemporaryDir& folder)
+{
+    const bool met = bench::Check(folder.path(), folder.filePath(Project), 9);
+    return bench::CheckSample(folder.path(), folder.filePath(Project), 31) && met;
 }
 
 bool RunWindowFigures(const QTemporaryDir& folder)
@@ -126,6 +133,7 @@ int main(int argc, char** argv)
             const auto isWanted = [&](const QString& part) { return only.isEmpty() || only == part; };
             bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
+            met = (!isWanted(u"check"_s) || RunCheckFigures(folder)) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;
         });

@@ -13,12 +13,10 @@ namespace {
 
 void TellHidden(const SmallCategory& category, std::size_t rule, const RuleCoverage& coverage, FindingList& findings)
 {
-    const bool isOne = coverage.hiders.size() == 1;
-    const CString more = coverage.isSmallest ? CString() : u"（其中一部分也许就够了）"_s;
-    Finding& finding =
-        findings.Add(FindingCode::NeverApplies, category, rule,
-                     u"这条规则永远不会适用：它的构件都先归了%1规则%2"_s.arg(
-                         (isOne ? u"前面的"_s : u"前面一起的"_s) + RulesText(coverage.hiders), more));
+    CString text = u"这条规则永远不会适用：它的构件都先归了前面的%1规则"_s.arg(RulesText(coverage.hiders));
+    if (coverage.hiders.size() > 1) text += u"，合起来一个不剩"_s;
+    if (!coverage.isSmallest) text += u"（其中一部分也许就够了）"_s;
+    Finding& finding = findings.Add(FindingCode::NeverApplies, category, rule, text);
     finding.others = PositionsOf(coverage.hiders);
     if (!IsReached(category, rule)) return;
     finding.mend = Mend{.op = u"DelConfig"_s, .configId = category.rules[rule].id};
@@ -34,11 +32,11 @@ void TellRest(const SmallCategory& category, const CellSpace& space, std::size_t
         .others = PositionsOf(coverage.takers);
 }
 
-void TellDefault(const SmallCategory& category, const RegionIndex& index, FindingList& findings)
+void TellDefault(const SmallCategory& category, const RegionIndex& index, const CheckFacts& facts, FindingList& findings)
 {
     const auto byDefault =
         std::find_if(category.rules.begin(), category.rules.end(), [](const Rule& rule) { return rule.isDefault; });
-    if (byDefault == category.rules.end() || CoversAllFilled(index) != Cover::Answer::Covered) return;
+    if (byDefault == category.rules.end() || CoversAllFilled(index, facts.effort) != Cover::Answer::Covered) return;
     const auto all = std::find_if(category.rules.begin(), category.rules.end(), [](const Rule& rule) {
         return !rule.isDefault && rule.conditions.empty();
     });
@@ -54,20 +52,22 @@ void TellGap(const SmallCategory& category, const CellSpace& space, const Gap& g
 {
     const CellSpace::Attribute& attribute = space.Attributes()[gap.attribute];
     CString text = u"%1 没有规则，只能归默认规则，而它的两边有第 %2 条和第 %3 条规则"_s
-                       .arg(GapText(attribute, gap.first, gap.last))
-                       .arg(gap.below + 1)
-                       .arg(gap.above + 1);
+                       .arg(GapText(attribute, gap.first, gap.last), QString::number(gap.below + 1),
+                            QString::number(gap.above + 1));
+    Region below = space.RegionOf(gap.below);
+    below[gap.attribute] = space.Sets(gap.attribute)[CellSpace::All];
     const CString context = RegionsText(space, gap.contexts, gap.isAll);
-    if (context != RegionsText(space, {space.RegionOf(gap.below)}, true)) text += u"。构件是："_s + context;
+    if (context != RegionsText(space, {below}, true)) text += u"。构件是："_s + context;
     findings.Add(FindingCode::Gap, category, gap.below, text).others = {static_cast<int>(gap.above) + 1};
 }
 
 } // namespace
 
-void CheckApplication(const SmallCategory& category, const CellSpace& space, FindingList& findings)
+void CheckApplication(const SmallCategory& category, const CellSpace& space, const CheckFacts& facts,
+                      FindingList& findings)
 {
     const RegionIndex index(space, category.rules.size());
-    const std::vector<RuleCoverage> coverage = CoverageOf(index);
+    const std::vector<RuleCoverage> coverage = CoverageOf(index, facts.effort);
     for (std::size_t rule = 0; rule < coverage.size(); ++rule) {
         if (coverage[rule].state == RuleCoverage::State::Hidden)
             TellHidden(category, rule, coverage[rule], findings);
@@ -77,8 +77,8 @@ void CheckApplication(const SmallCategory& category, const CellSpace& space, Fin
         else if (!coverage[rule].takers.empty())
             TellRest(category, space, rule, coverage[rule], findings);
     }
-    TellDefault(category, index, findings);
-    const GapsFound gaps = GapsOf(index);
+    TellDefault(category, index, facts, findings);
+    const GapsFound gaps = GapsOf(index, facts.effort);
     for (const Gap& gap : gaps.gaps)
         TellGap(category, space, gap, findings);
     if (!gaps.isDecided)

@@ -32,7 +32,7 @@ void CheckCategory(const SmallCategory& category, const CheckFacts& facts, Findi
     const auto attributes = facts.attributes.find(category.text);
     const CellSpace space(category, attributes == facts.attributes.end() ? None : attributes->second);
     CheckList(category, findings);
-    CheckApplication(category, space, findings);
+    CheckApplication(category, space, facts, findings);
     CheckConditions(category, space, facts, findings);
     CheckItems(category, facts, findings);
 }

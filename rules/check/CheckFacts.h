@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/bill/QuantityTable.h"
+#include "rules/check/Cover.h"
 #include "rules/model/Facts.h"
 
 #include <map>
@@ -47,6 +48,8 @@ struct CheckFacts
     CalculationItems calculationItems{};            ///< each one's expression
     std::map<CString, Dimension> dimensions{};      ///< of calculation items
     std::set<CString> names{}; ///< that formulas may use besides calculation items and attributes of the category
+
+    long long effort = UsualEffort; ///< that the rules of one category may take
 };
 
 } // namespace rules

@@ -9,7 +9,8 @@
 namespace rules {
 
 /// Which rules apply: hidden ones, what is left of others, the default rule, gaps.
-void CheckApplication(const SmallCategory& category, const CellSpace& space, FindingList& findings);
+void CheckApplication(const SmallCategory& category, const CellSpace& space, const CheckFacts& facts,
+                      FindingList& findings);
 
 /// The conditions of each rule.
 void CheckConditions(const SmallCategory& category, const CellSpace& space, const CheckFacts& facts,

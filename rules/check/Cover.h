@@ -16,6 +16,9 @@ struct Effort
     long long left = 0;
 };
 
+/// What a category may cost: about a second. Lists as people write them take a thousandth of it.
+inline constexpr long long UsualEffort = 40'000'000;
+
 /// Whether a region is covered by several others together, and what they leave of it.
 ///
 /// A part is subtracted from the region one attribute after the other, which leaves pieces that do not meet, and each

@@ -6,17 +6,16 @@ namespace rules {
 
 namespace {
 
-/// For a category as a whole, so that a list made to be hard ends in time; and for one rule, so that it does not
-/// cost the others their answer.
-constexpr long long EffortForAnswers = 40'000'000;
-constexpr long long EffortForRests = 4'000'000;
-constexpr long long EffortForOne = 2'000'000;
+/// The part of the effort that one rule may take, so that it does not cost the others their answer, and that which the
+/// rests may take.
+constexpr long long PartForOne = 20;
+constexpr long long PartForRests = 10;
 
 /// A share of an effort: what is used of it is taken from the whole.
 class Share
 {
 public:
-    explicit Share(Effort& whole, long long most = EffortForOne)
+    Share(Effort& whole, long long most)
         : m_whole(whole), m_given(std::min(whole.left, most)), m_share{m_given}
     {
     }
@@ -35,7 +34,11 @@ private:
 class Asking
 {
 public:
-    explicit Asking(const RegionIndex& index) : m_index(index), m_space(index.Space()) {}
+    Asking(const RegionIndex& index, long long effort)
+        : m_index(index), m_space(index.Space()), m_answers{effort}, m_rests{effort / PartForRests},
+          m_forOne(effort / PartForOne)
+    {
+    }
 
     RuleCoverage Of(std::size_t rule)
     {
@@ -84,7 +87,7 @@ private:
         if (meeting.Count() < 2) return;
         std::vector<std::size_t> rules;
         meeting.Each([&](std::size_t other) { rules.push_back(other); });
-        Share share(m_answers);
+        Share share(m_answers, m_forOne);
         Cover cover(PartOf(rule, tested), PartsOf(rules, tested), Cover::Purpose::Answer, share.Own());
         const Cover::Answer answer = cover.Ask();
         if (answer == Cover::Answer::Unknown) coverage.state = RuleCoverage::State::Undecided;
@@ -108,7 +111,7 @@ private:
             if (!IsWithin(other, rule)) coverage.takers.push_back(other);
         });
         if (coverage.takers.empty()) return;
-        Share share(m_rests);
+        Share share(m_rests, m_forOne);
         if (share.Own().left <= 0) {
             coverage.isLeftAll = false;
             return;
@@ -145,22 +148,23 @@ private:
 
     const RegionIndex& m_index;
     const CellSpace& m_space;
-    Effort m_answers{EffortForAnswers};
-    Effort m_rests{EffortForRests};
+    Effort m_answers;
+    Effort m_rests;
+    long long m_forOne;
 };
 
 } // namespace
 
-std::vector<RuleCoverage> CoverageOf(const RegionIndex& index)
+std::vector<RuleCoverage> CoverageOf(const RegionIndex& index, long long effort)
 {
-    Asking asking(index);
+    Asking asking(index, effort);
     std::vector<RuleCoverage> coverage;
     for (std::size_t rule = 0; rule < index.Rules(); ++rule)
         coverage.push_back(asking.Of(rule));
     return coverage;
 }
 
-Cover::Answer CoversAllFilled(const RegionIndex& index)
+Cover::Answer CoversAllFilled(const RegionIndex& index, long long effort)
 {
     const CellSpace& space = index.Space();
     if (index.Possible().IsEmpty()) return Cover::Answer::Open;
@@ -179,8 +183,8 @@ Cover::Answer CoversAllFilled(const RegionIndex& index)
         for (std::size_t attribute = 0; attribute < target.size(); ++attribute)
             part.push_back(&space.Cells(rule, attribute));
     });
-    Effort effort{EffortForOne};
-    return Cover(target, parts, Cover::Purpose::Answer, effort).Ask();
+    Effort share{effort / PartForOne};
+    return Cover(target, parts, Cover::Purpose::Answer, share).Ask();
 }
 
 } // namespace rules

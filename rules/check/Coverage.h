@@ -29,11 +29,12 @@ struct RuleCoverage
 /// The most regions that `RuleCoverage::left` holds.
 inline constexpr std::size_t MostLeft = 8;
 
-/// Of every rule of the list, in its order. Exact but for those that are undecided.
-KTQDDE_RULES_EXPORT std::vector<RuleCoverage> CoverageOf(const RegionIndex& index);
+/// Of every rule of the list, in its order. Exact but for those that are undecided: that `effort`, in comparisons for the
+/// whole list, did not do for.
+KTQDDE_RULES_EXPORT std::vector<RuleCoverage> CoverageOf(const RegionIndex& index, long long effort = UsualEffort);
 
 /// Whether the rules take every component that has a text for each attribute that they test, so that the default rule gets
 /// only those that lack one.
-KTQDDE_RULES_EXPORT Cover::Answer CoversAllFilled(const RegionIndex& index);
+KTQDDE_RULES_EXPORT Cover::Answer CoversAllFilled(const RegionIndex& index, long long effort = UsualEffort);
 
 } // namespace rules

@@ -7,7 +7,6 @@ namespace rules {
 
 namespace {
 
-constexpr long long EffortForGaps = 20'000'000;
 constexpr std::size_t MostContexts = 64;
 
 /// Goes along the numbers of one attribute, from the upper end of each rule upwards.
@@ -146,15 +145,15 @@ private:
 
 } // namespace
 
-GapsFound GapsOf(const RegionIndex& index)
+GapsFound GapsOf(const RegionIndex& index, long long effort)
 {
     GapsFound found;
-    Effort effort{EffortForGaps};
+    Effort left{effort};
     for (std::size_t attribute = 0; attribute < index.Space().Attributes().size(); ++attribute) {
         if (index.Space().Attributes()[attribute].line.size() < 2) continue;
-        Walk walk(index, attribute, effort, found);
+        Walk walk(index, attribute, left, found);
         index.Possible().Each([&](std::size_t rule) {
-            if (effort.left < 0)
+            if (left.left < 0)
                 found.isDecided = false;
             else
                 walk.From(rule);

@@ -27,6 +27,6 @@ struct GapsFound
 };
 
 /// The gaps of a list of rules.
-KTQDDE_RULES_EXPORT GapsFound GapsOf(const RegionIndex& index);
+KTQDDE_RULES_EXPORT GapsFound GapsOf(const RegionIndex& index, long long effort = UsualEffort);
 
 } // namespace rules

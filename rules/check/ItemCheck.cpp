@@ -42,7 +42,7 @@ Dimension DimensionOf(const CString& unit)
         Known{u"项", Dimension::Unknown}, Known{u"系统", Dimension::Unknown},
     };
     const CString base = BaseOf(unit);
-    const auto* const found =
+    const auto found =
         std::find_if(Units.begin(), Units.end(), [&](const Known& known) { return known.base == base; });
     return found == Units.end() ? Dimension::Count : found->dimension;
 }
@@ -209,7 +209,7 @@ private:
             const bool isPlain = std::all_of(item.number.begin(), item.number.end(),
                                              [](QChar c) { return c >= u'0' && c <= u'9'; });
             if (item.number.size() != length || !isPlain) {
-                Add(FindingCode::BadNumber, u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number).arg(length));
+                Add(FindingCode::BadNumber, u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number, QString::number(length)));
                 return;
             }
         }

@@ -22,7 +22,7 @@ struct First
     std::map<CString, CString> values; ///< what the rule asks of attributes by ＝, by normalised name
     std::set<CString> told;            ///< names, units and features that were told already
 
-    CString Place() const { return u"%1 第 %2 条"_s.arg(category->text).arg(rule + 1); }
+    CString Place() const { return u"%1 第 %2 条"_s.arg(category->text, QString::number(rule + 1)); }
 };
 
 std::map<CString, CString> ValuesOf(const Rule& rule)
