@@ -46,7 +46,8 @@ QByteArray Is(int id, const QByteArray& attribute, const QByteArray& sign, const
 QByteArray Between(int id, const QByteArray& attribute, const QByteArray& lower, const QByteArray& upper)
 {
     return "<condition id=\"" + QByteArray::number(id) + "\" strCFType=\"" + attribute +
-           "\" bEqual=\"false\" strEqualoperator=\"\" strRangeoperator1=\"＞\" strRangeoperator2=\"≤\" strValue=\"\" "
+           "\" bEqual=\"false\" strEqualoperator=\"\" strRangeoperator1=\"＞\" strRangeoperator2=\"≤\" "
+           "strValue=\"\" "
            "strRange1=\"" +
            lower + "\" strRange2=\"" + upper + "\"/>\n";
 }
@@ -62,29 +63,39 @@ QByteArray RuleText(int index)
     const int insulation = i / (Materials * Connections * Systems * Ranges);
     const QByteArray id = QByteArray::number(index + 2);
     const QByteArray base = "03100100" + QByteArray::number(1 + index / 990);
-    QByteArray text = "<Config id=\"" + id + "\" LastQdId=\"1\" LastConditionId=\"6\" bDefault=\"0\" LastDeId=\"0\">\n<Condition>\n";
+    QByteArray text = "<Config id=\"" + id +
+                      "\" LastQdId=\"1\" LastConditionId=\"6\" bDefault=\"0\" LastDeId=\"0\">\n<Condition>\n";
     text += Is(1, "材质", "＝", "管材" + QByteArray::number(i % Materials));
     text += Is(2, "连接方式", "＝", "连接" + QByteArray::number(i / Materials % Connections));
     text += Is(3, "系统类型", "＝", "系统" + QByteArray::number(i / (Materials * Connections) % Systems));
     text += Between(4, "公称直径", QByteArray::number(Diameters[static_cast<std::size_t>(first)]),
                     QByteArray::number(Diameters[static_cast<std::size_t>(last)]));
-    text += Between(5, "保温厚度", isHidden ? "10" : insulation == 0 ? "0" : "20",
-                    isHidden ? "30" : insulation == 0 ? "20" : "60");
+    text += Between(5, "保温厚度",
+                    isHidden          ? "10"
+                    : insulation == 0 ? "0"
+                                      : "20",
+                    isHidden          ? "30"
+                    : insulation == 0 ? "20"
+                                      : "60");
     text += Is(6, "安装部位", "≠", "屋面");
-    text += "</Condition>\n<Qd>\n<qd id=\"1\" strQdId=\"" + base + QByteArray::number(1 + index % 990).rightJustified(3, '0') +
+    text += "</Condition>\n<Qd>\n<qd id=\"1\" strQdId=\"" + base +
+            QByteArray::number(1 + index % 990).rightJustified(3, '0') +
             "\" strQdIdUser=\"\" strName=\"管道\" strUnit=\"m\" strUnitCode=\"1\" strtypeid=\"\" "
-            "strQdCode=\"GB50856-2013\" strFormula=\"管道长度\" strAnnex=\"是\">\n<De/>\n</qd>\n</Qd>\n<De/>\n</Config>\n";
+            "strQdCode=\"GB50856-2013\" strFormula=\"管道长度\" "
+            "strAnnex=\"是\">\n<De/>\n</qd>\n</Qd>\n<De/>\n</Config>\n";
     return text;
 }
 
 QByteArray ManyRules()
 {
-    QByteArray text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"0.1.0\">\n"
-                      "<给排水 id=\"1\" name=\"给排水\">\n<LMember id=\"101\" name=\"管道\">\n"
-                      "<SMember id=\"10101\" name=\"给水管\" LastConfigId=\"5001\">\n<Config>\n";
+    QByteArray text =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"0.1.0\">\n"
+        "<给排水 id=\"1\" name=\"给排水\">\n<LMember id=\"101\" name=\"管道\">\n"
+        "<SMember id=\"10101\" name=\"给水管\" LastConfigId=\"5001\">\n<Config>\n";
     for (int rule = 0; rule < Shared + Hidden; ++rule)
         text += RuleText(rule);
-    return text + "<Config id=\"1\" LastQdId=\"0\" LastConditionId=\"0\" bDefault=\"1\" LastDeId=\"0\"/>\n</Config>\n"
+    return text + "<Config id=\"1\" LastQdId=\"0\" LastConditionId=\"0\" bDefault=\"1\" "
+                  "LastDeId=\"0\"/>\n</Config>\n"
                   "</SMember>\n</LMember>\n</给排水>\n</自动套清单定额配置信息>\n";
 }
 
@@ -115,7 +126,8 @@ void OpenAll(const std::vector<Input>& inputs)
     }
 }
 
-bool Measure(const Figure& figure, const std::vector<Input>& inputs, const rules::CheckFacts& facts, int rounds)
+bool Measure(const Figure& figure, const std::vector<Input>& inputs, const rules::CheckFacts& facts,
+             int rounds)
 {
     const Timed timed = Alternate(
         rounds,
@@ -141,7 +153,8 @@ bool Check(const QString& folder, const QString& project, int rounds)
     // Attributes without lists, so that every number counts.
     facts.attributes.erase(Pipes);
     facts.categories[Pipes].clear();
-    for (const CString& name : {u"材质"_s, u"连接方式"_s, u"系统类型"_s, u"公称直径"_s, u"保温厚度"_s, u"安装部位"_s})
+    for (const CString& name :
+         {u"材质"_s, u"连接方式"_s, u"系统类型"_s, u"公称直径"_s, u"保温厚度"_s, u"安装部位"_s})
         facts.categories[Pipes].emplace_back().name = name;
     const std::vector<Input> inputs{{platform::FromNative(folder + u"/many.xml"_s), u"给排水"_s}};
     platform::Files().WriteInPlace(inputs[0].path, ManyRules());
@@ -153,8 +166,9 @@ bool CheckSample(const QString& folder, const QString& project, int rounds)
 {
     const rules::CheckFacts facts = FactsOf(project);
     std::vector<Input> inputs;
-    for (const auto& [name, spec] : {std::pair(u"Plumbing"_s, u"给排水"_s), std::pair(u"Electrical"_s, u"电气"_s),
-                                     std::pair(u"Hvac"_s, u"暖通"_s)}) {
+    for (const auto& [name, spec] :
+         {std::pair(u"Plumbing"_s, u"给排水"_s), std::pair(u"Electrical"_s, u"电气"_s),
+          std::pair(u"Hvac"_s, u"暖通"_s)}) {
         QFile file(QStringLiteral(KTQDDE_SAMPLES) + u'/' + name + u"Rules.xml"_s);
         if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error("no sample");
         inputs.push_back({platform::FromNative(folder + u'/' + name + u".xml"_s), spec});

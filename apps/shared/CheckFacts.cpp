@@ -35,9 +35,10 @@ rules::Dimension DimensionOf(int kind)
     }
 }
 
-/// What the editor offers for a category: its attributes, those that it derives from others, and the component's own name.
-rules::CategoryFacts AttributesOf(const embedded::SmallCategory& category, const embedded::CatalogueData& data,
-                                  const CXmlAttrConfig& config)
+/// What the editor offers for a category: its attributes, those that it derives from others, and the
+/// component's own name.
+rules::CategoryFacts AttributesOf(const embedded::SmallCategory& category,
+                                  const embedded::CatalogueData& data, const CXmlAttrConfig& config)
 {
     rules::CategoryFacts facts;
     for (qsizetype i = 0; i + GroupSize <= category.attributes.size(); i += GroupSize) {
@@ -76,7 +77,8 @@ void TakeItems(const embedded::LibraryContents& contents, rules::CheckFacts& fac
     for (const embedded::QuotaSection& section : contents.quotas)
         for (const embedded::QuotaItem& item : section.items)
             facts.quotas.items.emplace(
-                item.record.strNumber, rules::LibraryItem{item.record.strName, item.record.strUnit, item.bills});
+                item.record.strNumber,
+                rules::LibraryItem{item.record.strName, item.record.strUnit, item.bills});
 }
 
 /// The calculation items, and the names that their expressions ask a take-off table for.

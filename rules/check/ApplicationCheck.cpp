@@ -11,7 +11,8 @@ namespace rules {
 
 namespace {
 
-void TellHidden(const SmallCategory& category, std::size_t rule, const RuleCoverage& coverage, FindingList& findings)
+void TellHidden(const SmallCategory& category, std::size_t rule, const RuleCoverage& coverage,
+                FindingList& findings)
 {
     CString text = u"这条规则永远不会适用：它的构件都先归了前面的%1规则"_s.arg(RulesText(coverage.hiders));
     if (coverage.hiders.size() > 1) text += u"，合起来一个不剩"_s;
@@ -22,21 +23,24 @@ void TellHidden(const SmallCategory& category, std::size_t rule, const RuleCover
     finding.mend = Mend{.op = u"DelConfig"_s, .configId = category.rules[rule].id};
 }
 
-void TellRest(const SmallCategory& category, const CellSpace& space, std::size_t rule, const RuleCoverage& coverage,
-              FindingList& findings)
+void TellRest(const SmallCategory& category, const CellSpace& space, std::size_t rule,
+              const RuleCoverage& coverage, FindingList& findings)
 {
-    const CString left = coverage.left.empty() ? u"没有算出"_s : RegionsText(space, coverage.left, coverage.isLeftAll);
+    const CString left =
+        coverage.left.empty() ? u"没有算出"_s : RegionsText(space, coverage.left, coverage.isLeftAll);
     findings
         .Add(FindingCode::PartlyHidden, category, rule,
              u"一部分构件先归了前面的%1规则，剩下的是：%2"_s.arg(RulesText(coverage.takers), left))
         .others = PositionsOf(coverage.takers);
 }
 
-void TellDefault(const SmallCategory& category, const RegionIndex& index, const CheckFacts& facts, FindingList& findings)
+void TellDefault(const SmallCategory& category, const RegionIndex& index, const CheckFacts& facts,
+                 FindingList& findings)
 {
-    const auto byDefault =
-        std::find_if(category.rules.begin(), category.rules.end(), [](const Rule& rule) { return rule.isDefault; });
-    if (byDefault == category.rules.end() || CoversAllFilled(index, facts.effort) != Cover::Answer::Covered) return;
+    const auto byDefault = std::find_if(category.rules.begin(), category.rules.end(),
+                                        [](const Rule& rule) { return rule.isDefault; });
+    if (byDefault == category.rules.end() || CoversAllFilled(index, facts.effort) != Cover::Answer::Covered)
+        return;
     const auto all = std::find_if(category.rules.begin(), category.rules.end(), [](const Rule& rule) {
         return !rule.isDefault && rule.conditions.empty();
     });
@@ -51,9 +55,9 @@ void TellDefault(const SmallCategory& category, const RegionIndex& index, const 
 void TellGap(const SmallCategory& category, const CellSpace& space, const Gap& gap, FindingList& findings)
 {
     const CellSpace::Attribute& attribute = space.Attributes()[gap.attribute];
-    CString text = u"%1 没有规则，只能归默认规则，而它的两边有第 %2 条和第 %3 条规则"_s
-                       .arg(GapText(attribute, gap.first, gap.last), QString::number(gap.below + 1),
-                            QString::number(gap.above + 1));
+    CString text = u"%1 没有规则，只能归默认规则，而它的两边有第 %2 条和第 %3 条规则"_s.arg(
+        GapText(attribute, gap.first, gap.last), QString::number(gap.below + 1),
+        QString::number(gap.above + 1));
     Region below = space.RegionOf(gap.below);
     below[gap.attribute] = space.Sets(gap.attribute)[CellSpace::All];
     const CString context = RegionsText(space, gap.contexts, gap.isAll);

@@ -51,8 +51,9 @@ Decimal Between(const Decimal& low, const Decimal& high)
 const AttributeFacts* FactsOf(const CString& name, const CategoryFacts& facts)
 {
     const CString wanted = Normalised(name);
-    const auto found = std::find_if(facts.begin(), facts.end(),
-                                    [&](const AttributeFacts& fact) { return Normalised(fact.name) == wanted; });
+    const auto found = std::find_if(facts.begin(), facts.end(), [&](const AttributeFacts& fact) {
+        return Normalised(fact.name) == wanted;
+    });
     return found == facts.end() ? nullptr : &*found;
 }
 
@@ -81,8 +82,8 @@ public:
 private:
     const CategoryMatcher& Matcher() const { return *m_space.m_matcher; }
 
-    /// A rule of its own for each distinct condition, so that it is compiled once, and for every condition the index
-    /// of that rule.
+    /// A rule of its own for each distinct condition, so that it is compiled once, and for every condition
+    /// the index of that rule.
     void CollectConditions()
     {
         auto distinct = std::make_shared<rules::SmallCategory>();
@@ -164,7 +165,8 @@ private:
     CString Unnamed(const Decimal& number, const CString& before, const CString& behind) const
     {
         CString digits = number.ToText();
-        if (m_names.contains(Normalised(before + digits + behind))) digits += digits.contains(u'.') ? u"0"_s : u".0"_s;
+        if (m_names.contains(Normalised(before + digits + behind)))
+            digits += digits.contains(u'.') ? u"0"_s : u".0"_s;
         while (m_names.contains(Normalised(before + digits + behind)))
             digits += u'0';
         return before + digits + behind;
@@ -183,7 +185,8 @@ private:
         for (const CString& value : m_values[attribute]) {
             const CString text = WithoutBlanks(value).toString();
             const Cell cell = CellOf(attribute, text);
-            if (!PlainNumber(text) && seen.insert(Normalised(text)).second) made.texts.emplace_back(text, cell);
+            if (!PlainNumber(text) && seen.insert(Normalised(text)).second)
+                made.texts.emplace_back(text, cell);
         }
         made.other = CellOf(attribute, Unnamed(attribute, u"别的"_s, u"别的"_s));
         MakeNumbers(attribute);
@@ -205,7 +208,9 @@ private:
             const Decimal to = isLast ? points[i - 1] + Decimal(1) : points[i];
             const Decimal inside = isFirst ? from : isLast ? to : Between(from, to);
             numbers.push_back({AddNumber(attribute, inside), from, to, false, isFirst, isLast});
-            if (!isLast) numbers.push_back({AddNumber(attribute, points[i]), points[i], points[i], true, false, false});
+            if (!isLast)
+                numbers.push_back(
+                    {AddNumber(attribute, points[i]), points[i], points[i], true, false, false});
         }
     }
 
@@ -316,9 +321,9 @@ private:
     const rules::SmallCategory& m_category;
     const CategoryFacts& m_facts;
     SmallCategoryPtr m_distinct;
-    std::vector<std::uint32_t> m_conditions;           ///< of all rules, one behind the other
-    std::vector<std::uint32_t> m_setOfCondition;       ///< `All` for one that never holds
-    std::vector<std::size_t> m_attributeOfCondition;   ///< beside it
+    std::vector<std::uint32_t> m_conditions;         ///< of all rules, one behind the other
+    std::vector<std::uint32_t> m_setOfCondition;     ///< `All` for one that never holds
+    std::vector<std::size_t> m_attributeOfCondition; ///< beside it
     std::vector<std::map<CellSet, std::uint32_t>> m_numberOfSet;
     std::vector<std::vector<CString>> m_values; ///< by attribute
     std::vector<std::set<Decimal>> m_points;    ///< by attribute

@@ -39,7 +39,8 @@ void CheckCategory(const SmallCategory& category, const CheckFacts& facts, Findi
 
 } // namespace
 
-std::vector<Finding> Check(const Configuration& configuration, const FileStructure& structure, const CheckFacts& facts)
+std::vector<Finding> Check(const Configuration& configuration, const FileStructure& structure,
+                           const CheckFacts& facts)
 {
     FindingList findings;
     CheckStructure(configuration, structure, facts, findings);

@@ -26,7 +26,7 @@ void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, F
 void CheckList(const SmallCategory& category, FindingList& findings);
 
 /// How the file is built, and what the host does not know.
-void CheckStructure(const Configuration& configuration, const FileStructure& structure, const CheckFacts& facts,
-                    FindingList& findings);
+void CheckStructure(const Configuration& configuration, const FileStructure& structure,
+                    const CheckFacts& facts, FindingList& findings);
 
 } // namespace rules

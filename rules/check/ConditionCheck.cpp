@@ -19,9 +19,9 @@ constexpr char16_t FullWidthNine = u'９';
 CString OperatorMeantBy(const CString& text)
 {
     static const std::map<CString, CString> meant{
-        {u"="_s, u"＝"_s},  {u"=="_s, u"＝"_s}, {u"!="_s, u"≠"_s}, {u"<>"_s, u"≠"_s}, {u"＜＞"_s, u"≠"_s},
-        {u">"_s, u"＞"_s},  {u">="_s, u"≥"_s},  {u"＞="_s, u"≥"_s}, {u"＞＝"_s, u"≥"_s}, {u"≧"_s, u"≥"_s},
-        {u"<"_s, u"＜"_s},  {u"<="_s, u"≤"_s},  {u"＜="_s, u"≤"_s}, {u"＜＝"_s, u"≤"_s}, {u"≦"_s, u"≤"_s},
+        {u"="_s, u"＝"_s}, {u"=="_s, u"＝"_s}, {u"!="_s, u"≠"_s},  {u"<>"_s, u"≠"_s},   {u"＜＞"_s, u"≠"_s},
+        {u">"_s, u"＞"_s}, {u">="_s, u"≥"_s},  {u"＞="_s, u"≥"_s}, {u"＞＝"_s, u"≥"_s}, {u"≧"_s, u"≥"_s},
+        {u"<"_s, u"＜"_s}, {u"<="_s, u"≤"_s},  {u"＜="_s, u"≤"_s}, {u"＜＝"_s, u"≤"_s}, {u"≦"_s, u"≤"_s},
     };
     const auto found = meant.find(text.trimmed());
     return found == meant.end() ? text : found->second;
@@ -30,7 +30,8 @@ CString OperatorMeantBy(const CString& text)
 CString WithPlainDigits(CString text)
 {
     for (QChar& c : text)
-        if (c >= FullWidthZero && c <= FullWidthNine) c = QChar(static_cast<char16_t>(c.unicode() - FullWidthZero + u'0'));
+        if (c >= FullWidthZero && c <= FullWidthNine)
+            c = QChar(static_cast<char16_t>(c.unicode() - FullWidthZero + u'0'));
     return text;
 }
 
@@ -116,15 +117,16 @@ private:
     static void JudgeDigits(const Condition& condition, Judgement& judgement)
     {
         Condition& mended = judgement.mended;
-        for (CString Condition::*const text : {&Condition::value, &Condition::lowerBound, &Condition::upperBound})
+        for (CString Condition::*const text :
+             {&Condition::value, &Condition::lowerBound, &Condition::upperBound})
             mended.*text = WithPlainDigits(condition.*text);
         if (mended == condition) return;
         judgement.Add(FindingCode::FullWidthDigits,
                       u"条件“%1”里的数字是全角的，写成半角才不会看错"_s.arg(condition.Text()), true);
     }
 
-    static void JudgeOperator(const CString& sign, CString& mended, const CStringArray& known, const CString& told,
-                              Judgement& judgement)
+    static void JudgeOperator(const CString& sign, CString& mended, const CStringArray& known,
+                              const CString& told, Judgement& judgement)
     {
         if (known.contains(sign)) return;
         const CString meant = OperatorMeantBy(sign);
@@ -138,12 +140,13 @@ private:
 
     static void JudgeValue(const Condition& condition, Judgement& judgement)
     {
-        JudgeOperator(condition.equalOperator, judgement.mended.equalOperator, {u"＝"_s, u"≠"_s}, condition.Text(),
-                      judgement);
+        JudgeOperator(condition.equalOperator, judgement.mended.equalOperator, {u"＝"_s, u"≠"_s},
+                      condition.Text(), judgement);
         if (!WithoutBlanks(condition.value).isEmpty()) return;
-        judgement.Add(FindingCode::EmptyValue, condition.equalOperator == u"≠"_s
-                                                   ? u"条件“%1”没有写值，凡是填写了的构件都满足"_s.arg(condition.Text())
-                                                   : u"条件“%1”没有写值，永远不成立"_s.arg(condition.Text()));
+        judgement.Add(FindingCode::EmptyValue,
+                      condition.equalOperator == u"≠"_s
+                          ? u"条件“%1”没有写值，凡是填写了的构件都满足"_s.arg(condition.Text())
+                          : u"条件“%1”没有写值，永远不成立"_s.arg(condition.Text()));
     }
 
     std::optional<Decimal> Read(const Condition& condition, const CString& bound) const
@@ -158,16 +161,20 @@ private:
         const bool hasUpper = !condition.upperBound.isEmpty();
         const CString told = condition.Text();
         if (!hasLower && !hasUpper)
-            judgement.Add(FindingCode::NoBounds, u"“%1”的范围没有写数，凡是数字都满足"_s.arg(condition.attribute));
+            judgement.Add(FindingCode::NoBounds,
+                          u"“%1”的范围没有写数，凡是数字都满足"_s.arg(condition.attribute));
         if (hasLower)
-            JudgeOperator(condition.lowerOperator, judgement.mended.lowerOperator, {u"＞"_s, u"≥"_s}, told, judgement);
+            JudgeOperator(condition.lowerOperator, judgement.mended.lowerOperator, {u"＞"_s, u"≥"_s}, told,
+                          judgement);
         if (hasUpper)
-            JudgeOperator(condition.upperOperator, judgement.mended.upperOperator, {u"＜"_s, u"≤"_s}, told, judgement);
+            JudgeOperator(condition.upperOperator, judgement.mended.upperOperator, {u"＜"_s, u"≤"_s}, told,
+                          judgement);
         bool areNumbers = hasLower && hasUpper;
         for (const CString& bound : {condition.lowerBound, condition.upperBound}) {
             if (bound.isEmpty() || Read(condition, bound)) continue;
             areNumbers = false;
-            judgement.Add(FindingCode::BoundNotANumber, u"条件“%1”的“%2”不是数字，永远不成立"_s.arg(told, bound));
+            judgement.Add(FindingCode::BoundNotANumber,
+                          u"条件“%1”的“%2”不是数字，永远不成立"_s.arg(told, bound));
         }
         if (areNumbers) JudgeOrder(condition, judgement);
     }
@@ -179,7 +186,8 @@ private:
         const bool isOpen = condition.lowerOperator != u"≥"_s || condition.upperOperator != u"≤"_s;
         if (lower < upper || (lower == upper && !isOpen)) return;
         if (lower == upper) {
-            judgement.Add(FindingCode::BoundsReversed, u"条件“%1”的范围里没有数，永远不成立"_s.arg(condition.Text()));
+            judgement.Add(FindingCode::BoundsReversed,
+                          u"条件“%1”的范围里没有数，永远不成立"_s.arg(condition.Text()));
             return;
         }
         std::swap(judgement.mended.lowerBound, judgement.mended.upperBound);
@@ -203,8 +211,9 @@ private:
             return;
         }
         if (fact.valueList.isEmpty() || WithoutBlanks(condition.value).isEmpty()) return;
-        const bool isListed = std::any_of(fact.valueList.begin(), fact.valueList.end(),
-                                          [&](const CString& value) { return Equals(value, condition.value); });
+        const bool isListed =
+            std::any_of(fact.valueList.begin(), fact.valueList.end(),
+                        [&](const CString& value) { return Equals(value, condition.value); });
         if (!isListed)
             judgement.Add(FindingCode::ValueNotInList,
                           u"“%1”的值列表里没有“%2”"_s.arg(condition.attribute, condition.value));
@@ -212,7 +221,10 @@ private:
 
     struct ArrayHash
     {
-        std::size_t operator()(const CStringArray& texts) const noexcept { return qHashRange(texts.begin(), texts.end()); }
+        std::size_t operator()(const CStringArray& texts) const noexcept
+        {
+            return qHashRange(texts.begin(), texts.end());
+        }
     };
 
     std::map<CString, NumberReader> m_readers;
@@ -247,7 +259,8 @@ void CheckConditions(const SmallCategory& category, const CellSpace& space, cons
                 hasDefect = hasDefect || IsDefective(judgement.faults[i].code);
                 Finding& finding =
                     findings.Add(judgement.faults[i].code, category, index, judgement.faults[i].text);
-                if (judgement.mends[i] && IsReached(category, index) && CountOfId(rule.conditions, condition.id) == 1)
+                if (judgement.mends[i] && IsReached(category, index) &&
+                    CountOfId(rule.conditions, condition.id) == 1)
                     finding.mend = Mend{.op = u"ResetCondition"_s,
                                         .configId = rule.id,
                                         .conditionId = condition.id,

@@ -14,7 +14,8 @@ using Group = std::pair<CellSet, std::vector<std::size_t>>; // the parts that ho
 
 /// Sums of volumes are rounded; what comes that near to each other is taken for equal.
 constexpr double NearlyOne = 1 - 1e-9;
-/// Beyond so many cells of one attribute, looking for those that another one stands for costs more than it saves.
+/// Beyond so many cells of one attribute, looking for those that another one stands for costs more than it
+/// saves.
 constexpr std::size_t MostCompared = 512;
 
 /// Takes out the cells that lie in every part in which another one lies, too.
@@ -31,7 +32,8 @@ void DropEasyCells(std::vector<Group>& groups)
 
 } // namespace
 
-Cover::Cover(const Part& target, const std::vector<Part>& parts, Purpose purpose, Effort& effort) : m_effort(effort)
+Cover::Cover(const Part& target, const std::vector<Part>& parts, Purpose purpose, Effort& effort)
+    : m_effort(effort)
 {
     m_axes.resize(target.size());
     m_parts.resize(parts.size());
@@ -41,7 +43,8 @@ Cover::Cover(const Part& target, const std::vector<Part>& parts, Purpose purpose
         if (Meet(m_target, m_parts[part])) m_all.push_back(part);
 }
 
-/// Numbers the cells of the target anew, those that all parts treat alike as one, and appends the words of this attribute.
+/// Numbers the cells of the target anew, those that all parts treat alike as one, and appends the words of
+/// this attribute.
 void Cover::MakeAxis(std::size_t index, const Part& target, const std::vector<Part>& parts, Purpose purpose)
 {
     Axis& axis = m_axes[index];
@@ -124,7 +127,8 @@ Cover::Meeting Cover::MeetingOf(const Box& box, const std::vector<std::size_t>& 
         const double volume = SharedVolume(box, m_parts[id]);
         if (volume == 0) continue;
         const int outside = AxesOutside(box, m_parts[id]);
-        if (meeting.ids.empty() || outside < meeting.outside || (outside == meeting.outside && volume > bestVolume)) {
+        if (meeting.ids.empty() || outside < meeting.outside ||
+            (outside == meeting.outside && volume > bestVolume)) {
             meeting.best = id;
             meeting.outside = outside;
             bestVolume = volume;
@@ -199,8 +203,8 @@ std::vector<std::size_t> Cover::WithoutIdle(std::vector<std::size_t> ids)
     return ids;
 }
 
-/// Whether the chosen parts can be completed to a cover of `size` parts; they are then. What is still open must be covered
-/// by one of the parts that hold a place of it, so only these are tried.
+/// Whether the chosen parts can be completed to a cover of `size` parts; they are then. What is still open
+/// must be covered by one of the parts that hold a place of it, so only these are tried.
 bool Cover::Extend(std::vector<std::size_t>& chosen, std::size_t size)
 {
     if (m_effort.left < 0) return false;
@@ -252,7 +256,8 @@ std::vector<Region> Cover::Rest(std::size_t limit, bool& isAll)
     return regions;
 }
 
-bool Cover::CollectRest(const Box& box, const std::vector<std::size_t>& ids, std::size_t limit, std::vector<Box>& rest)
+bool Cover::CollectRest(const Box& box, const std::vector<std::size_t>& ids, std::size_t limit,
+                        std::vector<Box>& rest)
 {
     if (!Spend(ids.size())) return false;
     const Meeting meeting = MeetingOf(box, ids);

@@ -9,8 +9,8 @@
 
 namespace rules {
 
-/// How much work a question may still cost, in comparisons of regions. Questions share one; when it is used up, they answer
-/// that they do not know, and never guess.
+/// How much work a question may still cost, in comparisons of regions. Questions share one; when it is used
+/// up, they answer that they do not know, and never guess.
 struct Effort
 {
     long long left = 0;
@@ -21,11 +21,12 @@ inline constexpr long long UsualEffort = 40'000'000;
 
 /// Whether a region is covered by several others together, and what they leave of it.
 ///
-/// A part is subtracted from the region one attribute after the other, which leaves pieces that do not meet, and each
-/// piece is asked the same of the parts that meet it. Before that, cells that the parts do not tell apart become one cell;
-/// where only the answer counts and not what is left, a cell goes that lies in every part in which another one lies,
-/// too: who covers the other covers it as well. A piece is open when the parts that meet it are smaller than it, all added
-/// up. The worst case grows exponentially all the same, hence the effort.
+/// A part is subtracted from the region one attribute after the other, which leaves pieces that do not meet,
+/// and each piece is asked the same of the parts that meet it. Before that, cells that the parts do not tell
+/// apart become one cell; where only the answer counts and not what is left, a cell goes that lies in every
+/// part in which another one lies, too: who covers the other covers it as well. A piece is open when the
+/// parts that meet it are smaller than it, all added up. The worst case grows exponentially all the same,
+/// hence the effort.
 class KTQDDE_RULES_EXPORT Cover
 {
 public:
@@ -44,8 +45,9 @@ public:
     /// Whether all parts together cover the target.
     Answer Ask();
 
-    /// The smallest set of parts that covers it, by their indexes; of several the one found first, which prefers
-    /// parts that stand in front. To be asked when `Ask` said so. `isSmallest` becomes false when it might be smaller.
+    /// The smallest set of parts that covers it, by their indexes; of several the one found first, which
+    /// prefers parts that stand in front. To be asked when `Ask` said so. `isSmallest` becomes false when it
+    /// might be smaller.
     std::vector<std::size_t> SmallestCover(bool& isSmallest);
 
     /// What the parts leave, as regions that do not meet, at most `limit` of them. `isAll` becomes false
@@ -60,8 +62,9 @@ private:
     {
         std::size_t begin = 0; ///< of its words
         std::size_t end = 0;
-        std::vector<std::vector<std::size_t>> cells; ///< by cell here: the cells of the attribute that it stands for
-        std::size_t size = 0;                        ///< cells of the attribute
+        std::vector<std::vector<std::size_t>>
+            cells;            ///< by cell here: the cells of the attribute that it stands for
+        std::size_t size = 0; ///< cells of the attribute
     };
 
     void MakeAxis(std::size_t index, const Part& target, const std::vector<Part>& parts, Purpose purpose);
@@ -85,7 +88,8 @@ private:
     /// Calls `take` with each piece of the box that the part leaves, until it gives false; false then.
     template <typename Take>
     bool EachPiece(const Box& box, const Box& part, Take take) const;
-    bool CollectRest(const Box& box, const std::vector<std::size_t>& ids, std::size_t limit, std::vector<Box>& rest);
+    bool CollectRest(const Box& box, const std::vector<std::size_t>& ids, std::size_t limit,
+                     std::vector<Box>& rest);
     std::optional<Box> FindOpen(const Box& box, const std::vector<std::size_t>& ids);
     std::vector<std::size_t> WithoutIdle(std::vector<std::size_t> ids);
     bool Extend(std::vector<std::size_t>& chosen, std::size_t size);

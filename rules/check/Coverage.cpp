@@ -6,8 +6,8 @@ namespace rules {
 
 namespace {
 
-/// The part of the effort that one rule may take, so that it does not cost the others their answer, and that which the
-/// rests may take.
+/// The part of the effort that one rule may take, so that it does not cost the others their answer, and that
+/// which the rests may take.
 constexpr long long PartForOne = 20;
 constexpr long long PartForRests = 10;
 
@@ -73,8 +73,9 @@ private:
         return true;
     }
 
-    /// Of the components that a rule holds for, those that lack every attribute that it does not test are the hardest to take:
-    /// only rules that do not test these either hold for them. So it is enough to look at them.
+    /// Of the components that a rule holds for, those that lack every attribute that it does not test are the
+    /// hardest to take: only rules that do not test these either hold for them. So it is enough to look at
+    /// them.
     void FindHiders(std::size_t rule, RuleCoverage& coverage)
     {
         CellSet meeting = Before(rule);
@@ -168,8 +169,8 @@ Cover::Answer CoversAllFilled(const RegionIndex& index, long long effort)
 {
     const CellSpace& space = index.Space();
     if (index.Possible().IsEmpty()) return Cover::Answer::Open;
-    // A text that nobody names is taken by rules that do not look at the attribute and by ≠ only, so that this
-    // component mostly has the answer.
+    // A text that nobody names is taken by rules that do not look at the attribute and by ≠ only, so that
+    // this component mostly has the answer.
     CellSet unnamed = index.Possible();
     Cover::Part target;
     for (std::size_t i = 0; i < space.Attributes().size(); ++i) {

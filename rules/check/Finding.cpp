@@ -59,7 +59,8 @@ constexpr std::array Entries{
 
 const Entry& EntryOf(FindingCode code)
 {
-    return *std::find_if(Entries.begin(), Entries.end(), [&](const Entry& entry) { return entry.code == code; });
+    return *std::find_if(Entries.begin(), Entries.end(),
+                         [&](const Entry& entry) { return entry.code == code; });
 }
 
 } // namespace

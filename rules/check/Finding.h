@@ -67,8 +67,8 @@ KTQDDE_RULES_EXPORT Severity SeverityOf(FindingCode code);
 /// All codes, in the order above.
 KTQDDE_RULES_EXPORT std::vector<FindingCode> AllFindingCodes();
 
-/// An operation that takes a finding away, as a line of a batch has it; docs/json.md has the words. What is 0 or empty is
-/// not part of the line.
+/// An operation that takes a finding away, as a line of a batch has it; docs/json.md has the words. What is 0
+/// or empty is not part of the line.
 struct Mend
 {
     CString op;
@@ -86,10 +86,11 @@ struct Mend
 struct Finding
 {
     FindingCode code = FindingCode::NeverApplies;
-    CString category;          ///< joined by backslashes; a specialty or big category alone, or empty, where it is about that
-    int position = 0;          ///< of the rule in its list, from 1; 0 when it is about none
-    int ruleId = 0;            ///< its id
-    CString text{};            ///< a sentence for a cost engineer, without a final mark
+    CString category; ///< joined by backslashes; a specialty or big category alone, or empty, where it is
+                      ///< about that
+    int position = 0; ///< of the rule in its list, from 1; 0 when it is about none
+    int ruleId = 0;   ///< its id
+    CString text{};   ///< a sentence for a cost engineer, without a final mark
     std::vector<int> others{}; ///< the positions of further rules that it is about, in the same list
     std::optional<Mend> mend{};
 };

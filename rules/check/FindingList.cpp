@@ -9,7 +9,8 @@ Finding& FindingList::Add(FindingCode code, const CString& category, const CStri
     return m_findings.emplace_back(Finding{.code = code, .category = category, .text = text});
 }
 
-Finding& FindingList::Add(FindingCode code, const SmallCategory& category, std::size_t rule, const CString& text)
+Finding& FindingList::Add(FindingCode code, const SmallCategory& category, std::size_t rule,
+                          const CString& text)
 {
     Finding& finding = Add(code, category.text, text);
     finding.position = static_cast<int>(rule) + 1;

@@ -41,7 +41,8 @@ private:
                m_space.HasRange(above, m_attribute);
     }
 
-    /// The rules that meet the rule in all other attributes, and those that hold for all that it holds for there.
+    /// The rules that meet the rule in all other attributes, and those that hold for all that it holds for
+    /// there.
     void FindContext(std::size_t rule)
     {
         m_meeting = m_index.Possible();
@@ -104,8 +105,10 @@ private:
         return cover.Ask() == Cover::Answer::Covered;
     }
 
-    /// The way has come to rules again: what none on the way has taken and one of them takes has a gap below it.
-    void Meet(std::size_t rule, std::size_t end, std::size_t step, const CellSet& here, const CellSet& between)
+    /// The way has come to rules again: what none on the way has taken and one of them takes has a gap below
+    /// it.
+    void Meet(std::size_t rule, std::size_t end, std::size_t step, const CellSet& here,
+              const CellSet& between)
     {
         Gap gap{m_attribute, end + 1, step - 1, rule, 0, {}, true};
         std::vector<Region>& told = m_told[{end, step}];

@@ -5,9 +5,10 @@
 
 namespace rules {
 
-/// Numbers of an attribute that no rule takes although rules take the numbers below and above, for components that are alike
-/// in all other attributes. Rules count as neighbours that name the numbers by ＝ or a range; where the attribute has no
-/// value list, at least one of the two by a range, since single numbers leave nothing out that somebody meant.
+/// Numbers of an attribute that no rule takes although rules take the numbers below and above, for components
+/// that are alike in all other attributes. Rules count as neighbours that name the numbers by ＝ or a range;
+/// where the attribute has no value list, at least one of the two by a range, since single numbers leave
+/// nothing out that somebody meant.
 struct Gap
 {
     std::size_t attribute = 0;
@@ -22,7 +23,7 @@ struct Gap
 
 struct GapsFound
 {
-    std::vector<Gap> gaps;    ///< by rule below, no component in two of them at one place
+    std::vector<Gap> gaps; ///< by rule below, no component in two of them at one place
     bool isDecided = true; ///< false when the effort was used up: there may be more
 };
 

@@ -36,9 +36,9 @@ Dimension DimensionOf(const CString& unit)
         Dimension dimension;
     };
     constexpr std::array Units{
-        Known{u"m", Dimension::Length},  Known{u"km", Dimension::Length}, Known{u"米", Dimension::Length},
-        Known{u"m2", Dimension::Area},   Known{u"m3", Dimension::Volume}, Known{u"kg", Dimension::Weight},
-        Known{u"t", Dimension::Weight},  Known{u"吨", Dimension::Weight}, Known{u"", Dimension::Unknown},
+        Known{u"m", Dimension::Length},   Known{u"km", Dimension::Length},    Known{u"米", Dimension::Length},
+        Known{u"m2", Dimension::Area},    Known{u"m3", Dimension::Volume},    Known{u"kg", Dimension::Weight},
+        Known{u"t", Dimension::Weight},   Known{u"吨", Dimension::Weight},    Known{u"", Dimension::Unknown},
         Known{u"项", Dimension::Unknown}, Known{u"系统", Dimension::Unknown},
     };
     const CString base = BaseOf(unit);
@@ -77,20 +77,24 @@ struct Item
     const CString& formula;
     bool isBill;
 
-    CString Told() const
-    {
-        return (isBill ? u"清单 "_s : u"定额 "_s) + (number.isEmpty() ? name : number);
-    }
+    CString Told() const { return (isBill ? u"清单 "_s : u"定额 "_s) + (number.isEmpty() ? name : number); }
 };
 
 Item ItemOf(const QdStruct& record)
 {
-    return {record.strQdId, record.strName, record.strUnit, record.strUnitCode, record.strQdCode, record.strFormula, true};
+    return {record.strQdId,
+            record.strName,
+            record.strUnit,
+            record.strUnitCode,
+            record.strQdCode,
+            record.strFormula,
+            true};
 }
 
 Item ItemOf(const DeStruct& record)
 {
-    return {record.strDeId, record.strName, record.strUnit, record.strUnitCode, record.strDeCode, record.strFormula, false};
+    return {record.strDeId,   record.strName,    record.strUnit, record.strUnitCode,
+            record.strDeCode, record.strFormula, false};
 }
 
 CString NumberOf(const BillItem& item)
@@ -143,7 +147,10 @@ public:
 
 private:
     const Rule& Current() const { return m_category.rules[m_index]; }
-    Finding& Add(FindingCode code, const CString& text) { return m_findings.Add(code, m_category, m_index, text); }
+    Finding& Add(FindingCode code, const CString& text)
+    {
+        return m_findings.Add(code, m_category, m_index, text);
+    }
 
     void LookAtQuotas(const std::vector<QuotaItem>& quotas, const BillItem* bill)
     {
@@ -164,8 +171,9 @@ private:
                        IsSameCode(ItemOf(item.record).library, ItemOf(items[i].record).library);
             });
             if (first == end || NumberOf(items[i]).isEmpty()) continue;
-            Finding& finding = Add(FindingCode::RepeatedItem,
-                                   u"%1在这条规则里有两次，工程量会算两遍"_s.arg(ItemOf(items[i].record).Told()));
+            Finding& finding =
+                Add(FindingCode::RepeatedItem,
+                    u"%1在这条规则里有两次，工程量会算两遍"_s.arg(ItemOf(items[i].record).Told()));
             if (CountOfId(items, items[i].id) == 1) finding.mend = WithoutSecond(*first, items[i], bill);
         }
     }
@@ -173,10 +181,12 @@ private:
     /// Takes the second bill item out, if that loses no quota item; the second quota item in any case.
     std::optional<Mend> WithoutSecond(const BillItem& first, const BillItem& second, const BillItem*) const
     {
-        const bool isSpare = std::all_of(second.quotas.begin(), second.quotas.end(), [&](const QuotaItem& quota) {
-            return std::any_of(first.quotas.begin(), first.quotas.end(),
-                               [&](const QuotaItem& other) { return NumberOf(other) == NumberOf(quota); });
-        });
+        const bool isSpare =
+            std::all_of(second.quotas.begin(), second.quotas.end(), [&](const QuotaItem& quota) {
+                return std::any_of(first.quotas.begin(), first.quotas.end(), [&](const QuotaItem& other) {
+                    return NumberOf(other) == NumberOf(quota);
+                });
+            });
         if (!isSpare || !IsReached(m_category, m_index)) return std::nullopt;
         return Mend{.op = u"DelQd"_s, .configId = Current().id, .ids = {second.id}};
     }
@@ -184,17 +194,20 @@ private:
     std::optional<Mend> WithoutSecond(const QuotaItem&, const QuotaItem& second, const BillItem* bill) const
     {
         if (!IsReached(m_category, m_index)) return std::nullopt;
-        if (bill == nullptr) return Mend{.op = u"DelDeInConfigNode"_s, .configId = Current().id, .ids = {second.id}};
+        if (bill == nullptr)
+            return Mend{.op = u"DelDeInConfigNode"_s, .configId = Current().id, .ids = {second.id}};
         if (CountOfId(Current().bills, bill->id) != 1) return std::nullopt;
-        return Mend{.op = u"DelDeInQdNode"_s, .configId = Current().id, .deIdsByQd = {{bill->id, {second.id}}}};
+        return Mend{
+            .op = u"DelDeInQdNode"_s, .configId = Current().id, .deIdsByQd = {{bill->id, {second.id}}}};
     }
 
     /// `bill` is the item itself or the one above, `quota` null for a bill item.
-    void LookAtItem(const Item& item, const LibraryFacts& library, const BillItem* bill, const QuotaItem* quota)
+    void LookAtItem(const Item& item, const LibraryFacts& library, const BillItem* bill,
+                    const QuotaItem* quota)
     {
         if (!library.code.isEmpty() && !IsSameCode(item.library, library.code)) {
-            Add(FindingCode::OtherLibrary,
-                u"%1属于库“%2”，工程用的是“%3”，这一项不会套用"_s.arg(item.Told(), item.library, library.code));
+            Add(FindingCode::OtherLibrary, u"%1属于库“%2”，工程用的是“%3”，这一项不会套用"_s.arg(
+                                               item.Told(), item.library, library.code));
             return;
         }
         LookAtNumber(item, library);
@@ -209,7 +222,8 @@ private:
             const bool isPlain = std::all_of(item.number.begin(), item.number.end(),
                                              [](QChar c) { return c >= u'0' && c <= u'9'; });
             if (item.number.size() != length || !isPlain) {
-                Add(FindingCode::BadNumber, u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number, QString::number(length)));
+                Add(FindingCode::BadNumber,
+                    u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number, QString::number(length)));
                 return;
             }
         }
@@ -224,11 +238,13 @@ private:
         if (item.unitCode.isEmpty() && multiple == Decimal(1)) return;
         if (Decimal(platform::_wtoi(item.unitCode)) == multiple) return;
         Finding& finding =
-            Add(FindingCode::UnitMultiple, u"%1的单位是“%2”，记下的倍数却是“%3”"_s.arg(item.Told(), item.unit, item.unitCode));
+            Add(FindingCode::UnitMultiple,
+                u"%1的单位是“%2”，记下的倍数却是“%3”"_s.arg(item.Told(), item.unit, item.unitCode));
         finding.mend = WithMultiple(multiple.ToText(), bill, quota);
     }
 
-    std::optional<Mend> WithMultiple(const CString& multiple, const BillItem* bill, const QuotaItem* quota) const
+    std::optional<Mend> WithMultiple(const CString& multiple, const BillItem* bill,
+                                     const QuotaItem* quota) const
     {
         if (!IsReached(m_category, m_index)) return std::nullopt;
         if (bill != nullptr && CountOfId(Current().bills, bill->id) != 1) return std::nullopt;
@@ -259,8 +275,8 @@ private:
         }
         for (const CString& name : formula->Names())
             if (!IsName(name))
-                Add(FindingCode::UnknownName,
-                    u"%1的计算式“%2”里，“%3”既不是计算项目，也不是属性"_s.arg(item.Told(), item.formula, name));
+                Add(FindingCode::UnknownName, u"%1的计算式“%2”里，“%3”既不是计算项目，也不是属性"_s.arg(
+                                                  item.Told(), item.formula, name));
         LookAtUnit(item);
     }
 
@@ -286,9 +302,12 @@ private:
         const auto counted = m_facts.dimensions.find(name);
         if (counted == m_facts.dimensions.end()) return;
         const Dimension wanted = DimensionOf(item.unit);
-        if (wanted == counted->second || wanted == Dimension::Unknown || counted->second == Dimension::Unknown) return;
-        Add(FindingCode::UnfitUnit, u"%1的单位是“%2”，计算式“%3”算的却是%4"_s.arg(item.Told(), item.unit, item.formula,
-                                                                                  DimensionText(counted->second)));
+        if (wanted == counted->second || wanted == Dimension::Unknown ||
+            counted->second == Dimension::Unknown)
+            return;
+        Add(FindingCode::UnfitUnit,
+            u"%1的单位是“%2”，计算式“%3”算的却是%4"_s.arg(item.Told(), item.unit, item.formula,
+                                                          DimensionText(counted->second)));
     }
 
     void LookAtGuide(const BillItem& bill, const QuotaItem& quota)
@@ -299,7 +318,8 @@ private:
         const auto known = m_facts.quotas.items.find(quota.record.strDeId);
         if (known == m_facts.quotas.items.end() || known->second.bills.isEmpty()) return;
         if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills))) return;
-        Add(FindingCode::QuotaNotOnBill, u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
+        Add(FindingCode::QuotaNotOnBill,
+            u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
     }
 
     const SmallCategory& m_category;

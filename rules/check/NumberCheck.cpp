@@ -51,7 +51,8 @@ public:
             const auto [place, isNew] = m_first.try_emplace({record.strQdId, record.strQdCode.toLower()});
             First& first = place->second;
             if (isNew)
-                first = {&category, index, record.strName.trimmed(), record.strUnit.trimmed(), ValuesOf(rule), {}};
+                first = {&category,      index, record.strName.trimmed(), record.strUnit.trimmed(),
+                         ValuesOf(rule), {}};
             else
                 Compare(category, index, record, first);
         }
@@ -64,14 +65,17 @@ private:
         const CString unit = record.strUnit.trimmed();
         if (name != first.name && first.told.insert(u"name "_s + name).second)
             Add(FindingCode::NumberTwoNames, category, index, first,
-                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, name, first.Place(), first.name));
+                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, name, first.Place(),
+                                                                      first.name));
         if (Normalised(unit) != Normalised(first.unit) && first.told.insert(u"unit "_s + unit).second)
             Add(FindingCode::NumberTwoUnits, category, index, first,
-                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, unit, first.Place(), first.unit));
+                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, unit, first.Place(),
+                                                                      first.unit));
         if (name == first.name) CompareFeatures(category, index, record, first);
     }
 
-    void CompareFeatures(const SmallCategory& category, std::size_t index, const QdStruct& record, First& first)
+    void CompareFeatures(const SmallCategory& category, std::size_t index, const QdStruct& record,
+                         First& first)
     {
         const Rule& rule = category.rules[index];
         for (const auto& [attribute, value] : ValuesOf(rule)) {
@@ -80,14 +84,16 @@ private:
             if (!first.told.insert(u"feature "_s + attribute).second) continue;
             Add(FindingCode::NumberTwoFeatures, category, index, first,
                 u"清单编号 %1 用于两种特征：这里 %2＝%3，%4 %2＝%5"_s.arg(record.strQdId, attribute, value,
-                                                                         first.Place(), other->second));
+                                                                          first.Place(), other->second));
         }
     }
 
-    void Add(FindingCode code, const SmallCategory& category, std::size_t index, const First& first, const CString& text)
+    void Add(FindingCode code, const SmallCategory& category, std::size_t index, const First& first,
+             const CString& text)
     {
         Finding& finding = m_findings.Add(code, category, index, text);
-        if (first.category == &category && first.rule != index) finding.others = {static_cast<int>(first.rule) + 1};
+        if (first.category == &category && first.rule != index)
+            finding.others = {static_cast<int>(first.rule) + 1};
     }
 
     const CheckFacts& m_facts;

@@ -4,8 +4,8 @@
 
 namespace rules {
 
-/// Which rules meet which cells, so that those that have to do with a region are found by joining sets of rules. Rules that
-/// can hold for nothing are in none of them.
+/// Which rules meet which cells, so that those that have to do with a region are found by joining sets of
+/// rules. Rules that can hold for nothing are in none of them.
 class KTQDDE_RULES_EXPORT RegionIndex
 {
 public:
@@ -17,9 +17,15 @@ public:
     const CellSet& Possible() const noexcept { return m_possible; }
 
     /// The rules that hold for a cell of an attribute, as far as that goes.
-    const CellSet& Holding(std::size_t attribute, std::size_t cell) const { return m_attributes[attribute].holding[cell]; }
+    const CellSet& Holding(std::size_t attribute, std::size_t cell) const
+    {
+        return m_attributes[attribute].holding[cell];
+    }
     /// Those whose cells meet a set of the attribute, and those that hold all of it.
-    const CellSet& Meeting(std::size_t attribute, std::uint32_t set) const { return m_attributes[attribute].meeting[set]; }
+    const CellSet& Meeting(std::size_t attribute, std::uint32_t set) const
+    {
+        return m_attributes[attribute].meeting[set];
+    }
     const CellSet& Containing(std::size_t attribute, std::uint32_t set) const
     {
         return m_attributes[attribute].containing[set];

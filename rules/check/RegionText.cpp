@@ -63,8 +63,7 @@ CString ComplementText(const Attribute& attribute, const CellSet& cells)
     for (const CString& run : RunsText(attribute, cells, false))
         parts.append(u"不满足 "_s + run);
     CString text = parts.join(u"，且"_s);
-    if (!cells.Has(CellSpace::Missing))
-        return text.isEmpty() ? attribute.name + u"已填写"_s : text;
+    if (!cells.Has(CellSpace::Missing)) return text.isEmpty() ? attribute.name + u"已填写"_s : text;
     return text.isEmpty() ? CString() : text + u"（包括没有填写的）"_s;
 }
 
@@ -85,7 +84,8 @@ CString RegionText(const CellSpace& space, const Region& region)
 {
     CStringArray parts;
     for (std::size_t i = 0; i < region.size(); ++i)
-        if (const CString text = CellsText(space.Attributes()[i], region[i]); !text.isEmpty()) parts.append(text);
+        if (const CString text = CellsText(space.Attributes()[i], region[i]); !text.isEmpty())
+            parts.append(text);
     return parts.isEmpty() ? u"全部构件"_s : parts.join(u"，且"_s);
 }
 

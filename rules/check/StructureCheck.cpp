@@ -114,7 +114,8 @@ void TellUnknown(const Configuration& configuration, const CheckFacts& facts, Fi
                 continue;
             }
             for (const SmallCategoryPtr& small : big.smallCategories)
-                if (!facts.categories.contains(small->text)) TellLoss(small->text, small->rules.size(), findings);
+                if (!facts.categories.contains(small->text))
+                    TellLoss(small->text, small->rules.size(), findings);
         }
     }
 }
@@ -129,15 +130,16 @@ void EachRepeated(const std::vector<Entry>& entries, Tell tell)
 }
 
 template <typename Entry>
-void TellRepeated(const SmallCategory& category, std::size_t rule, const std::vector<Entry>& entries, const CString& what,
-                  FindingList& findings)
+void TellRepeated(const SmallCategory& category, std::size_t rule, const std::vector<Entry>& entries,
+                  const CString& what, FindingList& findings)
 {
     bool isTold = false;
     EachRepeated(entries, [&](std::size_t i, std::size_t) {
         if (isTold) return;
         isTold = true;
-        findings.Add(FindingCode::RepeatedId, category, rule,
-                     u"这条规则有两个%1的编号都是 %2，改动其中一个时只会改到前一个"_s.arg(what).arg(entries[i].id));
+        findings.Add(
+            FindingCode::RepeatedId, category, rule,
+            u"这条规则有两个%1的编号都是 %2，改动其中一个时只会改到前一个"_s.arg(what).arg(entries[i].id));
     });
 }
 
@@ -146,7 +148,8 @@ void CheckIds(const SmallCategory& category, FindingList& findings)
     EachRepeated(category.rules, [&](std::size_t rule, std::size_t first) {
         findings
             .Add(FindingCode::RepeatedId, category, rule,
-                 u"规则编号 %1 与第 %2 条相同，改动这一条时只会改到那一条"_s.arg(category.rules[rule].id).arg(first + 1))
+                 u"规则编号 %1 与第 %2 条相同，改动这一条时只会改到那一条"_s.arg(category.rules[rule].id)
+                     .arg(first + 1))
             .others = {static_cast<int>(first) + 1};
     });
     for (std::size_t index = 0; index < category.rules.size(); ++index) {
@@ -182,8 +185,8 @@ void CheckList(const SmallCategory& category, FindingList& findings)
     CheckIds(category, findings);
 }
 
-void CheckStructure(const Configuration& configuration, const FileStructure& structure, const CheckFacts& facts,
-                    FindingList& findings)
+void CheckStructure(const Configuration& configuration, const FileStructure& structure,
+                    const CheckFacts& facts, FindingList& findings)
 {
     for (const StructureNote& note : structure)
         TellNote(note, findings);

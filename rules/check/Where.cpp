@@ -6,16 +6,16 @@ namespace rules {
 
 namespace {
 
-/// A bill number has as many digits at least without its suffix, whatever the library: the appendices, the section and
-/// the item.
+/// A bill number has as many digits at least without its suffix, whatever the library: the appendices, the
+/// section and the item.
 constexpr qsizetype ShortestBase = 9;
 
 bool IsWanted(const CString& number, const CString& wanted, bool isBill)
 {
     if (number == wanted) return true;
-    const bool isBase = wanted.size() >= ShortestBase && std::all_of(wanted.begin(), wanted.end(), [](QChar c) {
-                            return c >= u'0' && c <= u'9';
-                        });
+    const bool isBase =
+        wanted.size() >= ShortestBase &&
+        std::all_of(wanted.begin(), wanted.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     return isBill && isBase && number.startsWith(wanted);
 }
 
@@ -45,11 +45,12 @@ public:
 private:
     void Take(const QuotaItem& quota, const CString& above)
     {
-        Take(false, quota.record.strDeId, quota.record.strName, quota.record.strUnit, quota.record.strDeCode, above);
+        Take(false, quota.record.strDeId, quota.record.strName, quota.record.strUnit, quota.record.strDeCode,
+             above);
     }
 
-    void Take(bool isBill, const CString& number, const CString& name, const CString& unit, const CString& library,
-              const CString& above)
+    void Take(bool isBill, const CString& number, const CString& name, const CString& unit,
+              const CString& library, const CString& above)
     {
         if (!IsWanted(number, m_wanted, isBill)) return;
         ItemUse& use = m_uses.emplace_back(m_use);

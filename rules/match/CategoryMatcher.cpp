@@ -224,8 +224,8 @@ std::optional<std::span<const CategoryMatcher::Test>> CategoryMatcher::TestsOf(R
     const auto candidate = static_cast<std::uint32_t>(place - m_candidates.begin());
     const auto begin = std::partition_point(m_tests.begin(), m_tests.end(),
                                             [&](const Test& test) { return test.rule < candidate; });
-    const auto end = std::partition_point(begin, m_tests.end(),
-                                          [&](const Test& test) { return test.rule == candidate; });
+    const auto end =
+        std::partition_point(begin, m_tests.end(), [&](const Test& test) { return test.rule == candidate; });
     return std::span<const Test>(begin, end);
 }
 

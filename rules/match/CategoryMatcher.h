@@ -84,8 +84,8 @@ public:
     /// What a cell means to an attribute. A blank cell is a missing one.
     CellKind Classify(std::size_t attribute, QStringView cell) const;
 
-    /// The compiled conditions of a rule; nothing for a default rule and for one that can apply to no component,
-    /// whatever its cells. Lives as long as this.
+    /// The compiled conditions of a rule; nothing for a default rule and for one that can apply to no
+    /// component, whatever its cells. Lives as long as this.
     std::optional<std::span<const Test>> TestsOf(RuleIndex rule) const;
 
     /// The rule that applies to a component, given its cell for each of `Attributes()`.

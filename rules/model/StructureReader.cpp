@@ -90,7 +90,8 @@ private:
 
     /// Every child of a list is an entry, whatever its name and kind.
     template <typename Below>
-    void EachEntry(const IXMLDOMNode& list, FileLevel level, std::initializer_list<QStringView> names, Below below)
+    void EachEntry(const IXMLDOMNode& list, FileLevel level, std::initializer_list<QStringView> names,
+                   Below below)
     {
         for (IXMLDOMNode child = list.FirstChild(); child; child = child.NextSibling()) {
             const bool isElement = child.Kind() == xml::NodeKind::Element;
@@ -106,15 +107,17 @@ private:
     void SmallCategory(const IXMLDOMNode& small)
     {
         bool hasDefault = false;
-        EachContainer(small, FileLevel::SmallCategory, {u"Config"}, [&](const IXMLDOMNode& list, std::size_t) {
-            EachEntry(list, FileLevel::RuleList, {u"Config", u"config"}, [&](const IXMLDOMNode& rule) {
-                ++m_position;
-                const IXMLDOMElement element = rule.ToElement();
-                m_ruleId = platform::_wtoi(XmlVisitor::getNodeAttribute(element, u"id"_s));
-                if (platform::_wtoi(XmlVisitor::getNodeAttribute(element, u"bDefault"_s)) != 0) hasDefault = true;
-                Rule(rule);
+        EachContainer(
+            small, FileLevel::SmallCategory, {u"Config"}, [&](const IXMLDOMNode& list, std::size_t) {
+                EachEntry(list, FileLevel::RuleList, {u"Config", u"config"}, [&](const IXMLDOMNode& rule) {
+                    ++m_position;
+                    const IXMLDOMElement element = rule.ToElement();
+                    m_ruleId = platform::_wtoi(XmlVisitor::getNodeAttribute(element, u"id"_s));
+                    if (platform::_wtoi(XmlVisitor::getNodeAttribute(element, u"bDefault"_s)) != 0)
+                        hasDefault = true;
+                    Rule(rule);
+                });
             });
-        });
         m_position = 0;
         m_ruleId = 0;
         if (!hasDefault) Note(Kind::NoDefault, FileLevel::RuleList, {});
@@ -127,7 +130,8 @@ private:
         EachContainer(rule, FileLevel::Rule, {u"Condition", u"Qd", u"De"},
                       [&](const IXMLDOMNode& list, std::size_t which) {
                           if (which == Conditions)
-                              EachEntry(list, FileLevel::ConditionList, {u"condition"}, [](const IXMLDOMNode&) {});
+                              EachEntry(list, FileLevel::ConditionList, {u"condition"},
+                                        [](const IXMLDOMNode&) {});
                           else if (which == Bills)
                               EachEntry(list, FileLevel::BillList, {u"qd"},
                                         [&](const IXMLDOMNode& bill) { Bill(bill); });

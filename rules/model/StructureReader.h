@@ -5,8 +5,8 @@
 
 namespace rules {
 
-/// What is odd about the build of a rule file, in the order of the file, given its document element. To be asked before
-/// anything else reads the document: readers add what is missing.
+/// What is odd about the build of a rule file, in the order of the file, given its document element. To be
+/// asked before anything else reads the document: readers add what is missing.
 FileStructure ReadStructure(const IXMLDOMNode& root);
 
 } // namespace rules

@@ -10,6 +10,6 @@ struct DerivedAttribute
     CString code;
 };
 
-/// The attributes that a category has beyond those of the host and 具体构件, which every category has; told by the
-/// category's full text. Two of them share a code on purpose.
+/// The attributes that a category has beyond those of the host and 具体构件, which every category has; told
+/// by the category's full text. Two of them share a code on purpose.
 KTQDDE_EXPORT CArray<DerivedAttribute> DerivedAttributes(const CString& categoryText);

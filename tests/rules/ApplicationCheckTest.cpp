@@ -19,12 +19,14 @@ rules::Condition Material(const CString& value, const CString& sign = u"＝"_s)
 }
 
 /// 壁厚, which has no value list.
-rules::Condition Thickness(const CString& lowerSign, const CString& lower, const CString& upperSign, const CString& upper)
+rules::Condition Thickness(const CString& lowerSign, const CString& lower, const CString& upperSign,
+                           const CString& upper)
 {
     return Range(u"壁厚"_s, lowerSign, lower, upperSign, upper);
 }
 
-rules::Condition Diameter(const CString& lowerSign, const CString& lower, const CString& upperSign, const CString& upper)
+rules::Condition Diameter(const CString& lowerSign, const CString& lower, const CString& upperSign,
+                          const CString& upper)
 {
     return Range(u"公称直径"_s, lowerSign, lower, upperSign, upper);
 }
@@ -64,7 +66,8 @@ TEST(ApplicationCheck, RuleHiddenBySeveralTogetherNamesTheSmallestSet)
 TEST(ApplicationCheck, EndsOfRangesAreExact)
 {
     const auto hidden = [](const CString& sign) {
-        return CodesOf({PricedRule({Thickness({}, {}, u"＜"_s, u"3"_s)}), PricedRule({Thickness(sign, u"3"_s, {}, {})}),
+        return CodesOf({PricedRule({Thickness({}, {}, u"＜"_s, u"3"_s)}),
+                        PricedRule({Thickness(sign, u"3"_s, {}, {})}),
                         PricedRule({Thickness(u"≥"_s, u"2"_s, u"≤"_s, u"4"_s)})});
     };
     EXPECT_TRUE(hidden(u"≥"_s).contains(u"never-applies@3"_s));
@@ -83,10 +86,12 @@ TEST(ApplicationCheck, ValuesHideARangeOnlyWhereTheyAreAllOfIt)
 
 TEST(ApplicationCheck, ComponentsWithoutTheAttributeAreLeftByEverySign)
 {
-    const auto findings = FindingsOf({PricedRule({Material(u"铜管"_s)}), PricedRule({Material(u"铜管"_s, u"≠"_s)}),
-                                      PricedRule({Diameter({}, {}, u"≤"_s, u"80"_s)})});
+    const auto findings =
+        FindingsOf({PricedRule({Material(u"铜管"_s)}), PricedRule({Material(u"铜管"_s, u"≠"_s)}),
+                    PricedRule({Diameter({}, {}, u"≤"_s, u"80"_s)})});
     EXPECT_EQ(test::Codes(findings), (CStringArray{u"partly-hidden@3"_s, u"default-never-applies@4"_s}));
-    EXPECT_TRUE(findings[0].text.contains(u"材质没有填写，且公称直径≤80"_s)) << findings[0].text.toStdString();
+    EXPECT_TRUE(findings[0].text.contains(u"材质没有填写，且公称直径≤80"_s))
+        << findings[0].text.toStdString();
 }
 
 TEST(ApplicationCheck, HiddenRuleWhoseIdIsNotItsOwnHasNoMend)
@@ -113,7 +118,8 @@ TEST(ApplicationCheck, OverlapTellsWhatIsLeft)
 
 TEST(ApplicationCheck, DefaultRuleBehindRulesForEveryTextIsTold)
 {
-    const auto findings = FindingsOf({PricedRule({Material(u"铜管"_s)}), PricedRule({Material(u"铜管"_s, u"≠"_s)})});
+    const auto findings =
+        FindingsOf({PricedRule({Material(u"铜管"_s)}), PricedRule({Material(u"铜管"_s, u"≠"_s)})});
     ASSERT_EQ(test::Codes(findings), CStringArray{u"default-never-applies@3"_s});
     EXPECT_TRUE(findings[0].text.contains(u"缺少属性"_s));
     EXPECT_EQ(CodesOf({PricedRule({Material(u"铜管"_s, u"≠"_s)})}), CStringArray());
@@ -133,36 +139,39 @@ TEST(ApplicationCheck, NumbersLeftOutBetweenRangesAreAGap)
     ASSERT_EQ(test::Codes(findings), CStringArray{u"gap@1"_s});
     EXPECT_TRUE(findings[0].text.startsWith(u"2＜壁厚≤2.5 没有规则"_s)) << findings[0].text.toStdString();
     EXPECT_EQ(findings[0].others, std::vector{2});
-    EXPECT_EQ(CodesOf({PricedRule({Thickness({}, {}, u"≤"_s, u"2"_s)}), PricedRule({Thickness(u"＞"_s, u"2"_s, {}, {})})}),
+    EXPECT_EQ(CodesOf({PricedRule({Thickness({}, {}, u"≤"_s, u"2"_s)}),
+                       PricedRule({Thickness(u"＞"_s, u"2"_s, {}, {})})}),
               CStringArray());
 }
 
 TEST(ApplicationCheck, GapOfOneNumberIsFound)
 {
-    const auto findings = FindingsOf({PricedRule({Thickness({}, {}, u"＜"_s, u"2"_s)}),
-                                      PricedRule({Thickness(u"＞"_s, u"2"_s, {}, {})})});
+    const auto findings = FindingsOf(
+        {PricedRule({Thickness({}, {}, u"＜"_s, u"2"_s)}), PricedRule({Thickness(u"＞"_s, u"2"_s, {}, {})})});
     ASSERT_EQ(test::Codes(findings), CStringArray{u"gap@1"_s});
     EXPECT_TRUE(findings[0].text.startsWith(u"壁厚＝2 没有规则"_s)) << findings[0].text.toStdString();
 }
 
 TEST(ApplicationCheck, NumbersBetweenTwoOfTheValueListAreNoGap)
 {
-    EXPECT_EQ(CodesOf({PricedRule({Diameter({}, {}, u"≤"_s, u"65"_s)}), PricedRule({Diameter(u"≥"_s, u"80"_s, {}, {})})}),
+    EXPECT_EQ(CodesOf({PricedRule({Diameter({}, {}, u"≤"_s, u"65"_s)}),
+                       PricedRule({Diameter(u"≥"_s, u"80"_s, {}, {})})}),
               CStringArray());
-    const auto findings = FindingsOf({PricedRule({Diameter({}, {}, u"≤"_s, u"25"_s)}),
-                                      PricedRule({Diameter(u"≥"_s, u"80"_s, {}, {})})});
+    const auto findings = FindingsOf(
+        {PricedRule({Diameter({}, {}, u"≤"_s, u"25"_s)}), PricedRule({Diameter(u"≥"_s, u"80"_s, {}, {})})});
     ASSERT_EQ(test::Codes(findings), CStringArray{u"gap@1"_s});
-    EXPECT_TRUE(findings[0].text.startsWith(u"公称直径＝32、65 没有规则"_s)) << findings[0].text.toStdString();
+    EXPECT_TRUE(findings[0].text.startsWith(u"公称直径＝32、65 没有规则"_s))
+        << findings[0].text.toStdString();
 }
 
 TEST(ApplicationCheck, GapIsToldForTheComponentsThatFallIntoIt)
 {
     const auto findings = FindingsOf(
-        {PricedRule({Thickness({}, {}, u"≤"_s, u"2"_s)}),
-         PricedRule({Thickness(u"＞"_s, u"3"_s, {}, {})}),
+        {PricedRule({Thickness({}, {}, u"≤"_s, u"2"_s)}), PricedRule({Thickness(u"＞"_s, u"3"_s, {}, {})}),
          PricedRule({Material(u"铜管"_s), Thickness(u"＞"_s, u"2"_s, u"≤"_s, u"3"_s)})});
     ASSERT_EQ(test::Codes(findings), CStringArray{u"gap@1"_s});
-    EXPECT_TRUE(findings[0].text.contains(u"构件是：材质不是铜管（包括没有填写的）"_s)) << findings[0].text.toStdString();
+    EXPECT_TRUE(findings[0].text.contains(u"构件是：材质不是铜管（包括没有填写的）"_s))
+        << findings[0].text.toStdString();
 }
 
 TEST(ApplicationCheck, NumbersAboveTheLastRangeAreNoGap)
@@ -172,7 +181,8 @@ TEST(ApplicationCheck, NumbersAboveTheLastRangeAreNoGap)
 
 TEST(ApplicationCheck, SingleNumbersOfAnAttributeWithoutAListHaveNoGapBetweenThem)
 {
-    EXPECT_EQ(CodesOf({PricedRule({Value(u"壁厚"_s, u"＝"_s, u"2"_s)}), PricedRule({Value(u"壁厚"_s, u"＝"_s, u"3"_s)})}),
+    EXPECT_EQ(CodesOf({PricedRule({Value(u"壁厚"_s, u"＝"_s, u"2"_s)}),
+                       PricedRule({Value(u"壁厚"_s, u"＝"_s, u"3"_s)})}),
               CStringArray{u"number-two-features@2"_s});
 }
 

@@ -14,7 +14,7 @@ inline rules::QuotaItem GoodQuota(const CString& number = QStringLiteral("示10-
 {
     rules::QuotaItem quota;
     quota.id = id;
-    quota.record = {QStringLiteral("管道安装"), QStringLiteral("10m"), QStringLiteral("10"), number,
+    quota.record = {QStringLiteral("管道安装"), QStringLiteral("10m"),      QStringLiteral("10"), number,
                     QStringLiteral("QUOTA"),    QStringLiteral("管道长度"), QStringLiteral("是")};
     return quota;
 }
@@ -47,14 +47,16 @@ inline rules::Rule PricedRule(std::vector<rules::Condition> conditions)
 inline rules::CheckFacts KnownFacts()
 {
     rules::CheckFacts facts;
-    facts.bills = {QStringLiteral("BILL"), 9, 3, {{QStringLiteral("031001001"), {}}, {QStringLiteral("031001002"), {}}}};
+    facts.bills = {
+        QStringLiteral("BILL"), 9, 3, {{QStringLiteral("031001001"), {}}, {QStringLiteral("031001002"), {}}}};
     facts.quotas.code = QStringLiteral("QUOTA");
     facts.quotas.items[QStringLiteral("示10-1-7")].bills = {QStringLiteral("031001001")};
     facts.quotas.items[QStringLiteral("示10-1-8")] = {};
     rules::CategoryFacts attributes;
-    attributes.push_back({.name = QStringLiteral("材质"),
-                          .valueList = {QStringLiteral("镀锌钢管"), QStringLiteral("PPR管"), QStringLiteral("铜管")},
-                          .allowsRange = false});
+    attributes.push_back(
+        {.name = QStringLiteral("材质"),
+         .valueList = {QStringLiteral("镀锌钢管"), QStringLiteral("PPR管"), QStringLiteral("铜管")},
+         .allowsRange = false});
     attributes.push_back({.name = QStringLiteral("公称直径"),
                           .valueList = {QStringLiteral("15"), QStringLiteral("20"), QStringLiteral("25"),
                                         QStringLiteral("32"), QStringLiteral("65"), QStringLiteral("80")}});
@@ -95,7 +97,8 @@ inline rules::SmallCategory WithDefault(std::vector<rules::Rule> list)
     return category;
 }
 
-inline std::vector<rules::Finding> FindingsOf(std::vector<rules::Rule> list, const rules::CheckFacts& facts = KnownFacts())
+inline std::vector<rules::Finding> FindingsOf(std::vector<rules::Rule> list,
+                                              const rules::CheckFacts& facts = KnownFacts())
 {
     return rules::Check(ConfigurationOf(WithDefault(std::move(list))), {}, facts);
 }

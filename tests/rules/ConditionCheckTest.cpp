@@ -33,8 +33,10 @@ CStringArray MendOf(const rules::Condition& condition)
 
 TEST(ConditionCheck, GoodConditionsOfBothFormsHaveNoFinding)
 {
-    EXPECT_EQ(CodesOf({PricedRule({Value(u"材质"_s, u"＝"_s, u"铜管"_s), Range(u"公称直径"_s, u"＞"_s, u"15"_s, u"≤"_s, u"32"_s)}),
-                       PricedRule({Value(u"材质"_s, u"≠"_s, u"铜管"_s), Range(u"壁厚"_s, {}, {}, u"＜"_s, u"2.5"_s)})}),
+    EXPECT_EQ(CodesOf({PricedRule({Value(u"材质"_s, u"＝"_s, u"铜管"_s),
+                                   Range(u"公称直径"_s, u"＞"_s, u"15"_s, u"≤"_s, u"32"_s)}),
+                       PricedRule({Value(u"材质"_s, u"≠"_s, u"铜管"_s),
+                                   Range(u"壁厚"_s, {}, {}, u"＜"_s, u"2.5"_s)})}),
               CStringArray());
 }
 
@@ -71,20 +73,24 @@ TEST(ConditionCheck, FaultsOfOneConditionAreMendedTogether)
               (CStringArray{u"full-width-digits@1"_s, u"unknown-operator@1"_s, u"bounds-reversed@1"_s}));
     for (const rules::Finding& finding : findings) {
         ASSERT_TRUE(finding.mend);
-        EXPECT_EQ(finding.mend->array, (CStringArray{u"壁厚"_s, u"0"_s, {}, u"＞"_s, u"≤"_s, {}, u"2"_s, u"3"_s}));
+        EXPECT_EQ(finding.mend->array,
+                  (CStringArray{u"壁厚"_s, u"0"_s, {}, u"＞"_s, u"≤"_s, {}, u"2"_s, u"3"_s}));
     }
 }
 
 TEST(ConditionCheck, ValueThatIsEmptyIsTold)
 {
     EXPECT_EQ(CodesWith(Value(u"材质"_s, u"＝"_s, u" "_s)), CStringArray{u"empty-value@1"_s});
-    EXPECT_EQ(CodesWith(Value(u"材质"_s, u"≠"_s, {})), CStringArray({u"empty-value@1"_s, u"default-never-applies@2"_s}));
+    EXPECT_EQ(CodesWith(Value(u"材质"_s, u"≠"_s, {})),
+              CStringArray({u"empty-value@1"_s, u"default-never-applies@2"_s}));
 }
 
 TEST(ConditionCheck, BoundThatIsNoNumberIsTold)
 {
-    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"大"_s, u"≤"_s, u"3"_s)), CStringArray{u"bound-not-a-number@1"_s});
-    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"DN2"_s, {}, {})), CStringArray{u"bound-not-a-number@1"_s});
+    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"大"_s, u"≤"_s, u"3"_s)),
+              CStringArray{u"bound-not-a-number@1"_s});
+    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"DN2"_s, {}, {})),
+              CStringArray{u"bound-not-a-number@1"_s});
     rules::CheckFacts facts = test::KnownFacts();
     facts.attributes[test::Pipes][2].valueList = {u"DN1"_s, u"DN4"_s};
     EXPECT_EQ(CodesOf({PricedRule({Range(u"壁厚"_s, u"＞"_s, u"DN2"_s, {}, {})})}, facts), CStringArray())
@@ -93,10 +99,12 @@ TEST(ConditionCheck, BoundThatIsNoNumberIsTold)
 
 TEST(ConditionCheck, BoundsTheWrongWayRoundAreToldAndMended)
 {
-    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"3"_s, u"≤"_s, u"2"_s)), CStringArray{u"bounds-reversed@1"_s});
+    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"3"_s, u"≤"_s, u"2"_s)),
+              CStringArray{u"bounds-reversed@1"_s});
     EXPECT_EQ(MendOf(Range(u"壁厚"_s, u"＞"_s, u"3"_s, u"≤"_s, u"2"_s)),
               (CStringArray{u"壁厚"_s, u"0"_s, {}, u"＞"_s, u"≤"_s, {}, u"2"_s, u"3"_s}));
-    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"2"_s, u"≤"_s, u"2.0"_s)), CStringArray{u"bounds-reversed@1"_s});
+    EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"2"_s, u"≤"_s, u"2.0"_s)),
+              CStringArray{u"bounds-reversed@1"_s});
     EXPECT_EQ(MendOf(Range(u"壁厚"_s, u"＞"_s, u"2"_s, u"≤"_s, u"2.0"_s)), CStringArray());
     EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"≥"_s, u"2"_s, u"≤"_s, u"2"_s)), CStringArray()) << "2 itself";
 }
@@ -109,11 +117,14 @@ TEST(ConditionCheck, RangeWithoutBoundsIsTold)
 
 TEST(ConditionCheck, ConditionsThatContradictEachOtherAreTold)
 {
-    EXPECT_EQ(CodesOf({PricedRule({Range(u"壁厚"_s, {}, {}, u"＜"_s, u"2"_s), Range(u"壁厚"_s, u"≥"_s, u"2"_s, {}, {})})}),
+    EXPECT_EQ(CodesOf({PricedRule(
+                  {Range(u"壁厚"_s, {}, {}, u"＜"_s, u"2"_s), Range(u"壁厚"_s, u"≥"_s, u"2"_s, {}, {})})}),
               CStringArray{u"contradiction@1"_s});
-    EXPECT_EQ(CodesOf({PricedRule({Value(u"材质"_s, u"＝"_s, u"铜管"_s), Value(u"材质"_s, u"＝"_s, u"PPR管"_s)})}),
-              CStringArray{u"contradiction@1"_s});
-    EXPECT_EQ(CodesOf({PricedRule({Range(u"壁厚"_s, {}, {}, u"≤"_s, u"2"_s), Range(u"壁厚"_s, u"≥"_s, u"2"_s, {}, {})})}),
+    EXPECT_EQ(
+        CodesOf({PricedRule({Value(u"材质"_s, u"＝"_s, u"铜管"_s), Value(u"材质"_s, u"＝"_s, u"PPR管"_s)})}),
+        CStringArray{u"contradiction@1"_s});
+    EXPECT_EQ(CodesOf({PricedRule(
+                  {Range(u"壁厚"_s, {}, {}, u"≤"_s, u"2"_s), Range(u"壁厚"_s, u"≥"_s, u"2"_s, {}, {})})}),
               CStringArray());
 }
 
@@ -151,12 +162,14 @@ TEST(ConditionCheck, ConditionOfADefaultRuleIsOfNoAccount)
 {
     rules::SmallCategory category = test::WithDefault({});
     category.rules.back().conditions.push_back(Value({}, u"="_s, {}));
-    EXPECT_EQ(test::Codes(rules::Check(test::ConfigurationOf(category), {}, test::KnownFacts())), CStringArray());
+    EXPECT_EQ(test::Codes(rules::Check(test::ConfigurationOf(category), {}, test::KnownFacts())),
+              CStringArray());
 }
 
 TEST(ConditionCheck, ConditionThatAnIdDoesNotReachHasNoMend)
 {
-    rules::Rule rule = PricedRule({Value(u"材质"_s, u"="_s, u"铜管"_s), Range(u"壁厚"_s, u"＞"_s, u"2"_s, {}, {})});
+    rules::Rule rule =
+        PricedRule({Value(u"材质"_s, u"="_s, u"铜管"_s), Range(u"壁厚"_s, u"＞"_s, u"2"_s, {}, {})});
     rule.conditions[1].id = rule.conditions[0].id;
     const auto findings = FindingsOf({rule});
     EXPECT_EQ(test::Codes(findings), (CStringArray{u"repeated-id@1"_s, u"unknown-operator@1"_s}));

@@ -1,6 +1,6 @@
-// Which rules never apply, what is left of the others, and the gaps, against going through all combinations of elementary
-// values with the slow matcher of docs/matching.md. KTQDDE_CHECK_LISTS asks for more lists of rules, KTQDDE_CHECK_SEED
-// repeats a run.
+// Which rules never apply, what is left of the others, and the gaps, against going through all combinations
+// of elementary values with the slow matcher of docs/matching.md. KTQDDE_CHECK_LISTS asks for more lists of
+// rules, KTQDDE_CHECK_SEED repeats a run.
 #include "rules/check/Coverage.h"
 #include "rules/check/Gaps.h"
 
@@ -57,7 +57,10 @@ rules::Condition RandomCondition(Dice& dice, const Kind& kind)
     if (dice.OneIn(3)) return test::Value(name, dice.OneIn(4) ? u"≠"_s : u"＝"_s, dice.Of(kind.numbers));
     const CString lower = dice.OneIn(5) ? CString() : dice.Of(kind.numbers);
     const CString upper = dice.OneIn(5) ? CString() : dice.Of(kind.numbers);
-    return test::Range(name, dice.OneIn(2) ? u"＞"_s : u"≥"_s, lower, dice.OneIn(40) ? u"<"_s : dice.OneIn(2) ? u"＜"_s : u"≤"_s,
+    return test::Range(name, dice.OneIn(2) ? u"＞"_s : u"≥"_s, lower,
+                       dice.OneIn(40)  ? u"<"_s
+                       : dice.OneIn(2) ? u"＜"_s
+                                       : u"≤"_s,
                        upper);
 }
 
@@ -148,18 +151,19 @@ private:
         }
     }
 
-    void Evaluate(std::size_t attribute, const std::vector<rules::Rule>& list, const rules::CategoryFacts& facts)
+    void Evaluate(std::size_t attribute, const std::vector<rules::Rule>& list,
+                  const rules::CategoryFacts& facts)
     {
         std::vector<Mask>& masks = m_masks.emplace_back();
         for (const rules::Cell& value : m_values[attribute]) {
             Mask& mask = masks.emplace_back(0);
             for (std::size_t rule = 0; rule < list.size(); ++rule) {
                 const auto& conditions = list[rule].conditions;
-                const bool holds = !list[rule].isDefault &&
-                                   std::all_of(conditions.begin(), conditions.end(), [&](const auto& condition) {
-                                       return condition.attribute != Names[attribute] ||
-                                              HoldsFor(condition, value, facts);
-                                   });
+                const bool holds =
+                    !list[rule].isDefault &&
+                    std::all_of(conditions.begin(), conditions.end(), [&](const auto& condition) {
+                        return condition.attribute != Names[attribute] || HoldsFor(condition, value, facts);
+                    });
                 if (holds) mask |= Mask{1} << rule;
             }
         }
@@ -239,7 +243,10 @@ private:
 
     static Mask BitOf(std::size_t rule) { return Mask{1} << rule; }
 
-    bool IsFirstAt(std::size_t rule, std::size_t place) const { return IsFirst(rule, m_brute.Holding()[place]); }
+    bool IsFirstAt(std::size_t rule, std::size_t place) const
+    {
+        return IsFirst(rule, m_brute.Holding()[place]);
+    }
     static bool IsFirst(std::size_t rule, Mask holding)
     {
         return (holding & BitOf(rule)) != 0 && (holding & (BitOf(rule) - 1)) == 0;
@@ -301,11 +308,13 @@ private:
                 if ((holding & BitOf(before)) != 0) ((holding & BitOf(rule)) != 0 ? takes : isBeyond) = true;
             if (takes && isBeyond) takers.insert(before);
         }
-        EXPECT_EQ(std::set<std::size_t>(coverage.takers.begin(), coverage.takers.end()), takers) << "rule " << rule + 1;
+        EXPECT_EQ(std::set<std::size_t>(coverage.takers.begin(), coverage.takers.end()), takers)
+            << "rule " << rule + 1;
         if (takers.empty() || !coverage.isLeftAll) return;
         for (std::size_t place = 0; place < m_brute.Places().size(); ++place) {
-            const auto count = std::count_if(coverage.left.begin(), coverage.left.end(),
-                                             [&](const rules::Region& region) { return IsIn(region, place); });
+            const auto count =
+                std::count_if(coverage.left.begin(), coverage.left.end(),
+                              [&](const rules::Region& region) { return IsIn(region, place); });
             EXPECT_EQ(count, IsFirstAt(rule, place) ? 1 : 0) << "rule " << rule + 1;
         }
     }
@@ -319,11 +328,12 @@ private:
                 isFilled = isFilled && (!m_attributes[i] || m_brute.Places()[place][i] != 0);
             isAll = !isFilled || m_brute.Holding()[place] != 0;
         }
-        EXPECT_EQ(rules::CoversAllFilled(m_index), isAll ? rules::Cover::Answer::Covered : rules::Cover::Answer::Open);
+        EXPECT_EQ(rules::CoversAllFilled(m_index),
+                  isAll ? rules::Cover::Answer::Covered : rules::Cover::Answer::Open);
     }
 
-    /// A gap at one combination of the other attributes: attribute, first and last value of the gap, and the place
-    /// of the first one.
+    /// A gap at one combination of the other attributes: attribute, first and last value of the gap, and the
+    /// place of the first one.
     using Seen = std::tuple<std::size_t, std::size_t, std::size_t, std::size_t>;
 
     /// The rules that name the attribute's numbers, by a range alone or by ＝, too.
@@ -361,8 +371,10 @@ private:
             place[attribute] = line[step];
             const Taking here = TakingAt(place, attribute);
             if (!here.any) continue;
-            const bool joined = taken.naming && here.naming && (!m_kind.list.isEmpty() || taken.range || here.range);
-            if (below && *below + 1 < step && joined) seen.emplace(attribute, line[*below + 1], line[step - 1], start);
+            const bool joined =
+                taken.naming && here.naming && (!m_kind.list.isEmpty() || taken.range || here.range);
+            if (below && *below + 1 < step && joined)
+                seen.emplace(attribute, line[*below + 1], line[step - 1], start);
             below = step;
             taken = here;
         }
@@ -423,8 +435,8 @@ private:
     Brute m_brute;
     std::vector<std::optional<std::size_t>> m_attributes;
     std::vector<std::vector<std::optional<rules::CellSpace::Cell>>> m_cells; ///< of the values, by attribute
-    std::vector<Mask> m_naming;                                             ///< by attribute
-    std::vector<Mask> m_ranging;                                            ///< by attribute
+    std::vector<Mask> m_naming;                                              ///< by attribute
+    std::vector<Mask> m_ranging;                                             ///< by attribute
     std::set<Mask> m_seen; ///< which rules hold together somewhere
 };
 
@@ -432,8 +444,9 @@ private:
 
 TEST(CoverageAgreement, HiddenRulesRestsAndGapsAreThoseOfAllCombinationsOfElementaryValues)
 {
-    const std::size_t lists =
-        qEnvironmentVariableIsSet("KTQDDE_CHECK_LISTS") ? qEnvironmentVariable("KTQDDE_CHECK_LISTS").toULongLong() : 1000;
+    const std::size_t lists = qEnvironmentVariableIsSet("KTQDDE_CHECK_LISTS")
+                                  ? qEnvironmentVariable("KTQDDE_CHECK_LISTS").toULongLong()
+                                  : 1000;
     const unsigned seed = qEnvironmentVariableIsSet("KTQDDE_CHECK_SEED")
                               ? qEnvironmentVariable("KTQDDE_CHECK_SEED").toUInt()
                               : std::random_device{}();
@@ -441,7 +454,8 @@ TEST(CoverageAgreement, HiddenRulesRestsAndGapsAreThoseOfAllCombinationsOfElemen
     Dice dice(seed);
     for (std::size_t list = 0; list < lists && !HasFailure(); ++list) {
         const Trial trial(dice);
-        SCOPED_TRACE("seed " + std::to_string(seed) + ", list " + std::to_string(list + 1) + "\n" + trial.Told());
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", list " + std::to_string(list + 1) + "\n" +
+                     trial.Told());
         trial.Compare();
     }
 }

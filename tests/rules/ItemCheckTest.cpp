@@ -79,8 +79,8 @@ TEST(ItemCheck, BillItemTwiceInARuleIsToldAndMended)
 
 TEST(ItemCheck, QuotaItemTwiceIsToldAndMendedInBothModes)
 {
-    const auto inBill =
-        FindingsOf({WithBill([](rules::BillItem& bill) { bill.quotas.push_back(GoodQuota(u"示10-1-7"_s, 2)); })});
+    const auto inBill = FindingsOf(
+        {WithBill([](rules::BillItem& bill) { bill.quotas.push_back(GoodQuota(u"示10-1-7"_s, 2)); })});
     ASSERT_EQ(test::Codes(inBill), CStringArray{u"repeated-item@1"_s});
     ASSERT_TRUE(inBill[0].mend);
     EXPECT_EQ(inBill[0].mend->op, u"DelDeInQdNode"_s);
@@ -113,7 +113,8 @@ TEST(ItemCheck, OneNumberForTwoFeaturesIsTold)
     const rules::Rule copper = test::PricedRule({Copper()});
     EXPECT_EQ(CodesOf({copper, test::PricedRule({Value(u"材质"_s, u"＝"_s, u"PPR管"_s)})}),
               CStringArray{u"number-two-features@2"_s});
-    EXPECT_EQ(CodesOf({test::PricedRule({Copper(), Value(u"壁厚"_s, u"＝"_s, u"2"_s)}), copper}), CStringArray())
+    EXPECT_EQ(CodesOf({test::PricedRule({Copper(), Value(u"壁厚"_s, u"＝"_s, u"2"_s)}), copper}),
+              CStringArray())
         << "no attribute of both differs";
     rules::Rule other = test::PricedRule({Value(u"材质"_s, u"＝"_s, u"PPR管"_s)});
     other.bills[0].record.strQdId = u"031001001002"_s;
@@ -151,7 +152,8 @@ TEST(ItemCheck, ItemOfAnotherLibraryIsToldAndNotCheckedFurther)
                   bill.record.strQdId = u"X"_s;
               })}),
               CStringArray{u"other-library@1"_s});
-    EXPECT_EQ(CodesOf({WithBill([](rules::BillItem& bill) { bill.record.strQdCode = u"bill"_s; })}), CStringArray())
+    EXPECT_EQ(CodesOf({WithBill([](rules::BillItem& bill) { bill.record.strQdCode = u"bill"_s; })}),
+              CStringArray())
         << "codes are compared without regard to case";
 }
 
@@ -184,7 +186,8 @@ TEST(ItemCheck, UnitThatDoesNotGoWithTheCalculationItemIsTold)
 
 TEST(ItemCheck, MultipleThatIsNotTheNumberInTheUnitIsToldAndMended)
 {
-    const auto bill = FindingsOf({WithBill([](rules::BillItem& item) { item.record.strUnitCode = u"10"_s; })});
+    const auto bill =
+        FindingsOf({WithBill([](rules::BillItem& item) { item.record.strUnitCode = u"10"_s; })});
     ASSERT_EQ(test::Codes(bill), CStringArray{u"unit-multiple@1"_s});
     ASSERT_TRUE(bill[0].mend && bill[0].mend->qd);
     EXPECT_EQ(bill[0].mend->op, u"ResetQd"_s);
@@ -201,7 +204,8 @@ TEST(ItemCheck, MultipleThatIsNotTheNumberInTheUnitIsToldAndMended)
     const auto alone = FindingsOf({QuotaRule({quota})}, QuotaMode());
     ASSERT_EQ(test::Codes(alone), CStringArray{u"unit-multiple@1"_s});
     EXPECT_EQ(alone[0].mend->op, u"ResetDeToConfig"_s);
-    EXPECT_EQ(CodesOf({WithBill([](rules::BillItem& item) { item.record.strUnitCode.clear(); })}), CStringArray())
+    EXPECT_EQ(CodesOf({WithBill([](rules::BillItem& item) { item.record.strUnitCode.clear(); })}),
+              CStringArray())
         << "none is 1";
 }
 

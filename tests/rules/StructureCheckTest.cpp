@@ -10,7 +10,8 @@ namespace {
 
 const CString GoodRule =
     u"<Config id=\"2\" bDefault=\"0\"><Condition><condition id=\"1\" strCFType=\"材质\" bEqual=\"true\" "
-    "strEqualoperator=\"＝\" strValue=\"铜管\"/></Condition><Qd><qd id=\"1\" strQdId=\"031001001001\" strName=\"管\" "
+    "strEqualoperator=\"＝\" strValue=\"铜管\"/></Condition><Qd><qd id=\"1\" strQdId=\"031001001001\" "
+    "strName=\"管\" "
     "strUnit=\"m\" strUnitCode=\"1\" strQdCode=\"BILL\" strFormula=\"管道长度\"><De/></qd></Qd><De/></Config>"_s;
 const CString Default = u"<Config id=\"1\" bDefault=\"1\"/>"_s;
 
@@ -21,7 +22,8 @@ CString Category(const CString& list)
 
 CString Specialty(const CString& small)
 {
-    return u"<给排水 id=\"1\" name=\"给排水\"><LMember id=\"11\" name=\"管道\">"_s + small + u"</LMember></给排水>"_s;
+    return u"<给排水 id=\"1\" name=\"给排水\"><LMember id=\"11\" name=\"管道\">"_s + small +
+           u"</LMember></给排水>"_s;
 }
 
 /// The findings of a rule file of that content below the root.
@@ -35,7 +37,8 @@ std::vector<rules::Finding> FindingsIn(const CString& content)
     const rules::ConfigurationPtr configuration =
         rules::ReadRuleFile(folder.WriteFile(u"r.xml"_s, text.toUtf8()), reason, &structure);
     EXPECT_NE(configuration, nullptr) << reason.toStdString();
-    return configuration ? rules::Check(*configuration, structure, test::KnownFacts()) : std::vector<rules::Finding>();
+    return configuration ? rules::Check(*configuration, structure, test::KnownFacts())
+                         : std::vector<rules::Finding>();
 }
 
 CStringArray CodesIn(const CString& content)
@@ -68,7 +71,8 @@ TEST(StructureCheck, ListWithoutDefaultRuleIsTold)
 
 TEST(StructureCheck, SecondDefaultRuleIsToldAndMended)
 {
-    const auto findings = FindingsIn(Specialty(Category(GoodRule + Default + u"<Config id=\"7\" bDefault=\"1\"/>"_s)));
+    const auto findings =
+        FindingsIn(Specialty(Category(GoodRule + Default + u"<Config id=\"7\" bDefault=\"1\"/>"_s)));
     ASSERT_EQ(test::Codes(findings), CStringArray{u"several-defaults@3"_s});
     EXPECT_EQ(findings[0].others, std::vector{2});
     ASSERT_TRUE(findings[0].mend);
@@ -85,15 +89,17 @@ TEST(StructureCheck, IdsThatStandTwiceAreTold)
     CString twin = GoodRule;
     twin.replace(u"铜管"_s, u"PPR管"_s).replace(u"031001001001"_s, u"031001001002"_s);
     EXPECT_EQ(CodesInList(GoodRule + twin + Default), CStringArray{u"repeated-id@2"_s});
-    EXPECT_EQ(CodesInList(GoodRule + CString(twin).replace(u"<Config id=\"2\""_s, u"<Config id=\"3\""_s) + Default),
-              CStringArray());
+    EXPECT_EQ(
+        CodesInList(GoodRule + CString(twin).replace(u"<Config id=\"2\""_s, u"<Config id=\"3\""_s) + Default),
+        CStringArray());
     CString conditions = GoodRule;
     conditions.replace(u"</Condition>"_s, u"<condition id=\"1\" strCFType=\"壁厚\" bEqual=\"false\" "
                                           "strRangeoperator1=\"＞\" strRange1=\"2\"/></Condition>"_s);
     EXPECT_EQ(CodesInList(conditions + Default), CStringArray{u"repeated-id@1"_s});
     CString bills = GoodRule;
-    bills.replace(u"</Qd>"_s, u"<qd id=\"1\" strQdId=\"031001002001\" strName=\"管\" strUnit=\"m\" strQdCode=\"BILL\" "
-                              "strFormula=\"管道长度\"/></Qd>"_s);
+    bills.replace(u"</Qd>"_s,
+                  u"<qd id=\"1\" strQdId=\"031001002001\" strName=\"管\" strUnit=\"m\" strQdCode=\"BILL\" "
+                  "strFormula=\"管道长度\"/></Qd>"_s);
     EXPECT_EQ(CodesInList(bills + Default), CStringArray{u"repeated-id@1"_s});
 }
 
@@ -104,8 +110,8 @@ TEST(StructureCheck, SpecialtyCategoryOrContainerTwiceIsTold)
     EXPECT_EQ(CodesIn(Specialty(small + small)), CStringArray{u"repeated-element"_s});
     EXPECT_EQ(CodesIn(Specialty(CString(small).replace(u"</SMember>"_s, u"<Config/></SMember>"_s))),
               CStringArray{u"repeated-element"_s});
-    const auto findings = FindingsIn(
-        Specialty(Category(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><De/></Config>"_s) + Default)));
+    const auto findings = FindingsIn(Specialty(
+        Category(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><De/></Config>"_s) + Default)));
     ASSERT_EQ(test::Codes(findings), CStringArray{u"repeated-element@1"_s});
     EXPECT_EQ(findings[0].ruleId, 2);
 }
@@ -113,8 +119,9 @@ TEST(StructureCheck, SpecialtyCategoryOrContainerTwiceIsTold)
 TEST(StructureCheck, CategoryThatTheHostHasNotIsToldBeforeASaveLosesIt)
 {
     const CString small = Category(GoodRule + Default);
-    const auto findings = FindingsIn(
-        Specialty(small + CString(small).replace(u"给水管"_s, u"旧管"_s).replace(u"031001001001"_s, u"031001001002"_s)));
+    const auto findings = FindingsIn(Specialty(
+        small +
+        CString(small).replace(u"给水管"_s, u"旧管"_s).replace(u"031001001001"_s, u"031001001002"_s)));
     ASSERT_EQ(test::Codes(findings), CStringArray{u"unknown-category"_s});
     EXPECT_EQ(findings[0].category, u"给排水\\管道\\旧管"_s);
     EXPECT_TRUE(findings[0].text.contains(u"2 条规则会丢失"_s));
@@ -126,15 +133,20 @@ TEST(StructureCheck, CategoryThatTheHostHasNotIsToldBeforeASaveLosesIt)
 
 TEST(StructureCheck, ElementsOfUnknownNamesAreTold)
 {
-    EXPECT_EQ(CodesInList(CString(GoodRule).replace(u"<Config id"_s, u"<Rule id"_s).replace(u"</Config>"_s, u"</Rule>"_s) +
-                          Default),
-              CStringArray{u"unknown-element@1"_s})
+    EXPECT_EQ(
+        CodesInList(
+            CString(GoodRule).replace(u"<Config id"_s, u"<Rule id"_s).replace(u"</Config>"_s, u"</Rule>"_s) +
+            Default),
+        CStringArray{u"unknown-element@1"_s})
         << "read as a rule all the same";
-    EXPECT_EQ(CodesInList(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><Note/></Config>"_s) + Default),
-              CStringArray{u"unknown-element@1"_s});
+    EXPECT_EQ(
+        CodesInList(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><Note/></Config>"_s) + Default),
+        CStringArray{u"unknown-element@1"_s});
     EXPECT_EQ(CodesIn(Specialty(Category(Default) + u"<SMember/>"_s)), CStringArray{u"unknown-element"_s});
-    EXPECT_EQ(CodesIn(Specialty(Category(Default).replace(u"<SMember"_s, u"<Small"_s).replace(u"</SMember"_s, u"</Small"_s))),
-              CStringArray{u"unknown-element"_s});
+    EXPECT_EQ(
+        CodesIn(Specialty(
+            Category(Default).replace(u"<SMember"_s, u"<Small"_s).replace(u"</SMember"_s, u"</Small"_s))),
+        CStringArray{u"unknown-element"_s});
 }
 
 TEST(StructureCheck, RemarkInAListIsToldSinceItIsReadAsAnEntry)

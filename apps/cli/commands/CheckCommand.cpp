@@ -26,7 +26,8 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"check"_s;
-    info.syntax = u"[--config FILE] [--spec NAME] [--category TEXT] [--json] [--fail-on error|warning|never] [--mends FILE]"_s;
+    info.syntax =
+        u"[--config FILE] [--spec NAME] [--category TEXT] [--json] [--fail-on error|warning|never] [--mends FILE]"_s;
     info.summary = u"检查规则：永远不会适用的、有空档的、写错的、重复的"_s;
     info.description = u"检查一个规则文件的全部专业，每个发现一行：哪条规则、多严重、代码、一句话。\n"
                        "各代码的意思见手册 docs/checks.md。规则文件不会改动。\n"
@@ -37,7 +38,10 @@ CommandInfo Describe()
         {u"spec"_s, u"NAME"_s, u"--mends 写哪个专业的；不写时为工程的当前专业"_s, {}},
         {u"category"_s, u"TEXT"_s, u"只要这个类别的：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
         {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}},
-        {u"fail-on"_s, u"LEVEL"_s, u"有这个级别以上的发现时退出状态为 1：error（不写时）、warning 或 never"_s, {}},
+        {u"fail-on"_s,
+         u"LEVEL"_s,
+         u"有这个级别以上的发现时退出状态为 1：error（不写时）、warning 或 never"_s,
+         {}},
         {u"mends"_s, u"FILE"_s, u"把能自动改的写成 batch 脚本，FILE 不能已经存在"_s, {}}};
     return info;
 }
@@ -58,7 +62,8 @@ bool IsWanted(const CString& category, const CString& named)
     return category == named || category.startsWith(named + u'\\') || category.endsWith(u'\\' + named);
 }
 
-void RequireCategory(const CString& named, const rules::CheckFacts& facts, const rules::Configuration& configuration)
+void RequireCategory(const CString& named, const rules::CheckFacts& facts,
+                     const rules::Configuration& configuration)
 {
     bool isKnown = std::any_of(facts.categories.begin(), facts.categories.end(),
                                [&](const auto& entry) { return IsWanted(entry.first, named); });
@@ -126,10 +131,12 @@ void CheckCommand::Run(const Arguments& arguments) const
     std::vector<rules::Finding> findings = rules::Check(*configuration, structure, facts);
     if (const CString category = arguments.Value(u"category"_s); !category.isEmpty()) {
         RequireCategory(category, facts, *configuration);
-        std::erase_if(findings, [&](const rules::Finding& finding) { return !IsWanted(finding.category, category); });
+        std::erase_if(findings,
+                      [&](const rules::Finding& finding) { return !IsWanted(finding.category, category); });
     }
-    WriteText(arguments.Has(u"json"_s) ? FindingsJson(findings, platform::ToNative(file), session.IsBillMode())
-                                       : FindingsText(findings));
+    WriteText(arguments.Has(u"json"_s)
+                  ? FindingsJson(findings, platform::ToNative(file), session.IsBillMode())
+                  : FindingsText(findings));
     if (mends) WriteMends(*mends, findings, session.Spec());
     const FindingCounts counts(findings);
     if (level && counts.AtLeast(*level) > 0) throw Refusal(u"检查没有通过：%1"_s.arg(counts.Text()));

@@ -50,7 +50,8 @@ FileUses UsesIn(const CString& file, const CString& item)
     return {platform::ToNative(file), rules::UsesOf(*configuration, item)};
 }
 
-/// Of all configurations of the project, in the order of their names. One that cannot be read does not hide the others.
+/// Of all configurations of the project, in the order of their names. One that cannot be read does not hide
+/// the others.
 std::vector<FileUses> UsesEverywhere(const CString& item)
 {
     std::vector<FileUses> all;

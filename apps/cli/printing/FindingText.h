@@ -27,7 +27,8 @@ CString FindingsText(const std::vector<rules::Finding>& findings);
 /// The findings as JSON, in the shape that docs/json.md describes.
 CString FindingsJson(const std::vector<rules::Finding>& findings, const QString& file, bool isBillMode);
 
-/// The operation that takes a finding away as a line of a batch, with its line end; empty for a finding without one.
+/// The operation that takes a finding away as a line of a batch, with its line end; empty for a finding
+/// without one.
 CString MendLine(const rules::Finding& finding);
 
 } // namespace cli

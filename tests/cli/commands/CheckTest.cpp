@@ -35,7 +35,8 @@ QByteArray Quota(int id, const char* multiple)
            "\" strDeId=\"示10-1-7\" strDeCode=\"DEMO-QDDE-2024\" strFormula=\"管道长度\" strAnnex=\"是\"/>";
 }
 
-QByteArray Rule(int id, const QByteArray& conditions, const char* suffix, const QByteArray& quotas = Quota(1, "10"))
+QByteArray Rule(int id, const QByteArray& conditions, const char* suffix,
+                const QByteArray& quotas = Quota(1, "10"))
 {
     return "<Config id=\"" + QByteArray::number(id) + "\" bDefault=\"0\"><Condition>" + conditions +
            "</Condition><Qd><qd id=\"1\" strQdId=\"031001001" + suffix +
@@ -49,7 +50,8 @@ const QByteArray Default = "<Config id=\"1\" bDefault=\"1\"/>";
 QByteArray File(const QByteArray& list, const QByteArray& more = {})
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><自动套清单定额配置信息 Version=\"1\"><给排水 id=\"1\" "
-           "name=\"给排水\"><LMember id=\"101\" name=\"管道\"><SMember id=\"10101\" name=\"给水管\"><Config>" +
+           "name=\"给排水\"><LMember id=\"101\" name=\"管道\"><SMember id=\"10101\" "
+           "name=\"给水管\"><Config>" +
            list + "</Config></SMember>" + more + "</LMember></给排水></自动套清单定额配置信息>";
 }
 
@@ -95,8 +97,8 @@ protected:
 
 TEST_F(Check, GoodRulesHaveNoFindingAndStatusZero)
 {
-    const test::Outcome outcome =
-        Run(File(Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), "001") + Default), {u"--fail-on"_s, u"warning"_s});
+    const test::Outcome outcome = Run(File(Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), "001") + Default),
+                                      {u"--fail-on"_s, u"warning"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(outcome.Out(), u"没有发现问题\n"_s);
     EXPECT_TRUE(outcome.err.isEmpty());
@@ -145,7 +147,8 @@ TEST_F(Check, CategoryIsNamedByItsFullTextItsBeginningOrItsOwnName)
                                  "<SMember id=\"10102\" name=\"热水管\"/>");
     EXPECT_EQ(Codes(Run(file, {u"--json"_s}).Json()), (QStringList{u"unknown-operator"_s, u"no-default"_s}));
     for (const QString& name : {Pipes, u"给水管"_s})
-        EXPECT_EQ(Codes(RunAgain({u"--json"_s, u"--category"_s, name}).Json()), QStringList{u"unknown-operator"_s});
+        EXPECT_EQ(Codes(RunAgain({u"--json"_s, u"--category"_s, name}).Json()),
+                  QStringList{u"unknown-operator"_s});
     EXPECT_EQ(RunAgain({u"--category"_s, u"热水管"_s}).status, 0);
     EXPECT_EQ(Codes(RunAgain({u"--json"_s, u"--category"_s, u"给排水\\管道"_s}).Json()).size(), 2);
     const test::Outcome unknown = RunAgain({u"--category"_s, u"水管"_s});
@@ -174,8 +177,8 @@ TEST_F(Check, JsonCarriesPlacesOtherRulesAndMends)
 TEST_F(Check, BatchTakesTheMendsAndTheirFindingsAreGone)
 {
     const QJsonObject before = Run(File(MendableList()), {u"--json"_s}).Json();
-    const QSet<QString> expected{u"unknown-operator"_s,  u"bounds-reversed"_s, u"full-width-digits"_s,
-                                 u"unit-multiple"_s,     u"repeated-item"_s,   u"never-applies"_s,
+    const QSet<QString> expected{u"unknown-operator"_s, u"bounds-reversed"_s, u"full-width-digits"_s,
+                                 u"unit-multiple"_s,    u"repeated-item"_s,   u"never-applies"_s,
                                  u"several-defaults"_s};
     QSet<QString> mendable;
     for (const auto& finding : before[u"findings"_s].toArray())
@@ -210,8 +213,10 @@ TEST_F(Check, MendsAreThoseOfOneSpecialtyAndWarnOfWhatASaveLoses)
 {
     QByteArray file = File(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default,
                            "<SMember name=\"旧管\"><Config>" + Default + "</Config></SMember>");
-    file.replace("</自动套", "<电气 id=\"2\" name=\"电气\"><LMember name=\"配管配线\"><SMember name=\"没有的小类\"/></LMember>"
-                             "</电气></自动套");
+    file.replace(
+        "</自动套",
+        "<电气 id=\"2\" name=\"电气\"><LMember name=\"配管配线\"><SMember name=\"没有的小类\"/></LMember>"
+        "</电气></自动套");
     const test::Outcome outcome = Run(file, {u"--mends"_s, u"mends.jsonl"_s, u"--fail-on"_s, u"never"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.Err().contains(u"其余专业还有 1 行"_s)) << outcome.err.toStdString();
@@ -227,11 +232,14 @@ TEST_F(Check, MendsAreThoseOfOneSpecialtyAndWarnOfWhatASaveLoses)
 
 TEST_F(Check, SamplesHaveTheFindingsThatTheDocumentExplains)
 {
-    const std::map<QString, QStringList> explained{
-        {u"PlumbingRules.xml"_s, {}}, {u"ElectricalRules.xml"_s, {}}, {u"HvacRules.xml"_s, {}}, {u"SampleRules.xml"_s, {}}};
+    const std::map<QString, QStringList> explained{{u"PlumbingRules.xml"_s, {}},
+                                                   {u"ElectricalRules.xml"_s, {}},
+                                                   {u"HvacRules.xml"_s, {}},
+                                                   {u"SampleRules.xml"_s, {}}};
     for (const auto& [name, codes] : explained) {
-        const test::Outcome outcome = m_cli.RunInProject(
-            {u"check"_s, u"--json"_s, u"--config"_s, test::InSourceTree(u"samples/"_s + name), u"--fail-on"_s, u"never"_s});
+        const test::Outcome outcome =
+            m_cli.RunInProject({u"check"_s, u"--json"_s, u"--config"_s,
+                                test::InSourceTree(u"samples/"_s + name), u"--fail-on"_s, u"never"_s});
         ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
         EXPECT_EQ(Codes(outcome.Json()), codes) << name.toStdString() << outcome.out.toStdString();
     }
@@ -239,18 +247,20 @@ TEST_F(Check, SamplesHaveTheFindingsThatTheDocumentExplains)
 
 TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
 {
-    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Default));
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s),
+                             File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Default));
     m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), File(Rule(2, {}, "002") + Default));
     m_cli.Folder().WriteFile(Cli::RuleFile(u"丙"_s), "<a");
     const test::Outcome text = m_cli.RunInProject({u"where"_s, u"031001001"_s});
     EXPECT_EQ(text.status, 0);
-    for (const QString& part : {u"甲.xml"_s, u"乙.xml"_s, u"031001001001"_s, u"031001001002"_s, u"材质＝PPR管"_s,
-                                u"第 1 条"_s, u"共 2 处"_s})
+    for (const QString& part :
+         {u"甲.xml"_s, u"乙.xml"_s, u"031001001001"_s, u"031001001002"_s, u"材质＝PPR管"_s, u"第 1 条"_s})
         EXPECT_TRUE(text.Out().contains(part)) << part.toStdString() << text.out.toStdString();
     EXPECT_TRUE(text.Err().contains(u"丙.xml"_s)) << "told, and the others are found";
-    const QJsonArray uses = m_cli.RunInProject({u"where"_s, u"示10-1-7"_s, u"--json"_s, u"--config"_s, u"甲"_s})
-                                .Json()[u"uses"_s]
-                                .toArray();
+    const QJsonArray uses =
+        m_cli.RunInProject({u"where"_s, u"示10-1-7"_s, u"--json"_s, u"--config"_s, u"甲"_s})
+            .Json()[u"uses"_s]
+            .toArray();
     ASSERT_EQ(uses.size(), 1);
     EXPECT_EQ(uses[0][u"kind"_s], u"quota"_s);
     EXPECT_EQ(uses[0][u"below"_s], u"031001001001"_s);
