@@ -230,7 +230,7 @@ bool Cover::Extend(std::vector<std::size_t>& chosen, std::size_t size)
 
 std::vector<std::size_t> Cover::SmallestCover(bool& isSmallest)
 {
-    const std::vector<std::size_t> some = WithoutIdle(m_all);
+    std::vector<std::size_t> some = WithoutIdle(m_all);
     isSmallest = true;
     for (std::size_t size = 1; size < some.size(); ++size) {
         std::vector<std::size_t> chosen;
@@ -251,6 +251,7 @@ std::vector<Region> Cover::Rest(std::size_t limit, bool& isAll)
     std::vector<Box> rest;
     isAll = CollectRest(m_target, m_all, limit, rest);
     std::vector<Region> regions;
+    regions.reserve(rest.size());
     for (const Box& box : rest)
         regions.push_back(RegionOf(box));
     return regions;

@@ -142,6 +142,7 @@ private:
                                      const std::vector<std::size_t>& attributes) const
     {
         std::vector<Cover::Part> parts;
+        parts.reserve(rules.size());
         for (const std::size_t rule : rules)
             parts.push_back(PartOf(rule, attributes));
         return parts;

@@ -78,6 +78,7 @@ Severity SeverityOf(FindingCode code)
 std::vector<FindingCode> AllFindingCodes()
 {
     std::vector<FindingCode> codes;
+    codes.reserve(Entries.size());
     for (const Entry& entry : Entries)
         codes.push_back(entry.code);
     return codes;

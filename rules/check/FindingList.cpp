@@ -36,6 +36,7 @@ CString RulesText(const std::vector<std::size_t>& rules)
 std::vector<int> PositionsOf(const std::vector<std::size_t>& rules)
 {
     std::vector<int> positions;
+    positions.reserve(rules.size());
     for (const std::size_t rule : rules)
         positions.push_back(static_cast<int>(rule) + 1);
     return positions;
