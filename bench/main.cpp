@@ -1,3 +1,4 @@
+#include "bench/CheckFigures.h"
 #include "bench/CompareFigures.h"
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
@@ -62,6 +63,12 @@ bool RunMatchFigures()
 {
     const bool met = bench::Match(5);
     return bench::MatchGrowth(9) && met;
+}
+
+bool RunCheckFigures(const QTemporaryDir& folder)
+{
+    const bool met = bench::Check(folder.path(), folder.filePath(Project), 9);
+    return bench::CheckSample(folder.path(), folder.filePath(Project), 31) && met;
 }
 
 bool RunWindowFigures(const QTemporaryDir& folder)
@@ -133,6 +140,7 @@ int main(int argc, char** argv)
             bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
             met = (!isWanted(u"compare"_s) || RunCompareFigure(folder)) && met;
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
+            met = (!isWanted(u"check"_s) || RunCheckFigures(folder)) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;
         });

@@ -217,6 +217,18 @@ CellKind CategoryMatcher::Classify(std::size_t attribute, QStringView cell) cons
     return kind;
 }
 
+std::optional<std::span<const CategoryMatcher::Test>> CategoryMatcher::TestsOf(RuleIndex rule) const
+{
+    const auto place = std::lower_bound(m_candidates.begin(), m_candidates.end(), rule);
+    if (place == m_candidates.end() || *place != rule) return std::nullopt;
+    const auto candidate = static_cast<std::uint32_t>(place - m_candidates.begin());
+    const auto begin = std::partition_point(m_tests.begin(), m_tests.end(),
+                                            [&](const Test& test) { return test.rule < candidate; });
+    const auto end =
+        std::partition_point(begin, m_tests.end(), [&](const Test& test) { return test.rule == candidate; });
+    return std::span<const Test>(begin, end);
+}
+
 RuleIndex CategoryMatcher::Match(std::span<const Cell> cells) const
 {
     std::vector<CellKind> kinds(m_attributes.size());

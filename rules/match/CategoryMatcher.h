@@ -51,6 +51,22 @@ public:
         NumberReader numbers;
     };
 
+    /// A condition of a rule that may apply.
+    struct Test
+    {
+        enum class Form : std::uint8_t { Equal, Unequal, Range };
+        static constexpr std::uint32_t NoNumber =
+            0xFFFFFFFD; ///< the condition's value is none; equal to no cell's
+
+        Form form = Form::Equal;
+        std::uint32_t rule = 0;      ///< index in m_candidates
+        std::uint32_t attribute = 0; ///< index in m_attributes
+        std::uint32_t first = 0;     ///< the value's text, or the first elementary range
+        std::uint32_t second = 0;    ///< the value's number, or the last elementary range
+
+        bool Holds(const CellKind& kind) const noexcept;
+    };
+
     /// `facts` are needed during the call only. Raises nothing but lack of memory.
     CategoryMatcher(SmallCategoryPtr category, const CategoryFacts& facts);
 
@@ -68,27 +84,15 @@ public:
     /// What a cell means to an attribute. A blank cell is a missing one.
     CellKind Classify(std::size_t attribute, QStringView cell) const;
 
+    /// The compiled conditions of a rule; nothing for a default rule and for one that can apply to no
+    /// component, whatever its cells. Lives as long as this.
+    std::optional<std::span<const Test>> TestsOf(RuleIndex rule) const;
+
     /// The rule that applies to a component, given its cell for each of `Attributes()`.
     RuleIndex Match(std::span<const Cell> cells) const;
 
 private:
     friend class Matching;
-
-    /// A condition of a rule that may apply.
-    struct Test
-    {
-        enum class Form : std::uint8_t { Equal, Unequal, Range };
-        static constexpr std::uint32_t NoNumber =
-            0xFFFFFFFD; ///< the condition's value is none; equal to no cell's
-
-        Form form = Form::Equal;
-        std::uint32_t rule = 0;      ///< index in m_candidates
-        std::uint32_t attribute = 0; ///< index in m_attributes
-        std::uint32_t first = 0;     ///< the value's text, or the first elementary range
-        std::uint32_t second = 0;    ///< the value's number, or the last elementary range
-
-        bool Holds(const CellKind& kind) const noexcept;
-    };
 
     /// What the conditions on one attribute compare with.
     struct Known

@@ -36,6 +36,9 @@ public:
     /// blanks between the parts do not.
     std::optional<Decimal> Read(QStringView text) const;
 
+    /// What may stand before and behind a number, as the value list has it; empty for plain numbers alone.
+    const std::set<std::pair<CString, CString>>& Forms() const noexcept { return m_forms; }
+
 private:
     std::set<std::pair<CString, CString>> m_forms; // what stands before and behind the number
 };

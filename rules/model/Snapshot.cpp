@@ -1,6 +1,7 @@
 #include "rules/model/Snapshot.h"
 
 #include "platform/Numbers.h"
+#include "rules/model/StructureReader.h"
 #include "store/RuleFile.h"
 #include "tree/Spec.h"
 #include "tree/XmlVisitor.h"
@@ -133,13 +134,14 @@ ConfigurationPtr TakeSnapshot(const Spec& spec)
 
 namespace {
 
-ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason)
+ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason, FileStructure* structure)
 {
     const IXMLDOMNode root = document.SelectSingleNode(store::RootName());
     if (root.IsNull()) {
         reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
         return nullptr;
     }
+    if (structure != nullptr) *structure = ReadStructure(root);
     std::vector<Specialty> specialties;
     ForEachNamed(root, [&](const IXMLDOMElement& element, const CString& name, int id) {
         specialties.push_back(ReadSpecialty(element, name, id));
@@ -149,23 +151,23 @@ ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason)
 
 /// No message box where there is no engine: the caller gets the reason.
 template <typename Load>
-ConfigurationPtr ReadBy(Load load, CString& reason)
+ConfigurationPtr ReadBy(Load load, CString& reason, FileStructure* structure = nullptr)
 {
     const IXMLDOMDocument document = xml::Document::Create();
     if (document.IsNull()) {
         reason = u"无法创建XML文档对象"_s;
         return nullptr;
     }
-    if (load(document)) return ReadDocument(document, reason);
+    if (load(document)) return ReadDocument(document, reason, structure);
     reason = document.Reason().ToString();
     return nullptr;
 }
 
 } // namespace
 
-ConfigurationPtr ReadRuleFile(const CString& path, CString& reason)
+ConfigurationPtr ReadRuleFile(const CString& path, CString& reason, FileStructure* structure)
 {
-    return ReadBy([&](const IXMLDOMDocument& document) { return document.Load(path); }, reason);
+    return ReadBy([&](const IXMLDOMDocument& document) { return document.Load(path); }, reason, structure);
 }
 
 ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason)

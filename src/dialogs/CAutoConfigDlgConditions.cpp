@@ -6,6 +6,7 @@
 #include "host/APCellData.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
+#include "presenter/DerivedAttributes.h"
 #include "widgets/ListControls.h"
 #include "widgets/TreeControl.h"
 
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <memory>
 #include <stdexcept>
 
@@ -42,34 +42,6 @@ constexpr int DropListType = 9;
 
 /// What the upper bound of a range must be above the lower one, at least.
 constexpr double LeastRange = 0.01;
-
-struct Derived
-{
-    CString name;
-    CString code;
-};
-
-bool ContainsAny(const CString& text, std::initializer_list<QStringView> parts)
-{
-    return std::any_of(parts.begin(), parts.end(), [&](QStringView part) { return text.contains(part); });
-}
-
-/// Attributes that a category has beyond those of the host. Two of them share a code on purpose.
-CArray<Derived> DerivedAttributes(const CString& categoryText)
-{
-    if (categoryText.contains(u"暖通\\风管"_s))
-        return {{u"周长(mm)"_s, u"AM_Perimeter"_s},
-                {u"长边(mm)"_s, u"AM_LongEdge"_s},
-                {u"直径(mm)"_s, u"AM_Diameter"_s}};
-    const bool cabinet = categoryText.contains(u"电气\\配电箱柜"_s) && !categoryText.contains(u"元件装置"_s);
-    if (cabinet || categoryText.contains(u"弱电\\箱柜\\接线箱"_s))
-        return {{u"半周长(mm)"_s, u"AM_SemiPerimeter"_s}};
-    if (ContainsAny(categoryText,
-                    {u"电气\\电缆桥架\\桥架", u"电气\\电缆桥架\\托盘", u"电气\\电缆桥架\\组合式桥架",
-                     u"弱电\\线槽桥架\\线槽", u"弱电\\线槽桥架\\桥架"}))
-        return {{u"宽+高(mm)"_s, u"AM_SemiPerimeter"_s}, {u"宽+高×2(mm)"_s, u"AM_SPerimeter"_s}};
-    return {};
-}
 
 struct Operators
 {

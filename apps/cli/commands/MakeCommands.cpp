@@ -4,6 +4,7 @@
 #include "cli/commands/AttrConfigCommand.h"
 #include "cli/commands/BatchCommand.h"
 #include "cli/commands/CatalogueCommand.h"
+#include "cli/commands/CheckCommand.h"
 #include "cli/commands/CompareCommand.h"
 #include "cli/commands/DemoCommand.h"
 #include "cli/commands/ExportCommand.h"
@@ -19,6 +20,7 @@
 #include "cli/commands/ShowCommand.h"
 #include "cli/commands/TryCommand.h"
 #include "cli/commands/UnwrapCommand.h"
+#include "cli/commands/WhereCommand.h"
 #include "cli/commands/WriteHeadCommand.h"
 
 namespace cli {
@@ -33,6 +35,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<ApplyCommand>());
     commands.push_back(std::make_unique<CompareCommand>());
     commands.push_back(std::make_unique<MergeCommand>());
+    commands.push_back(std::make_unique<CheckCommand>());
+    commands.push_back(std::make_unique<WhereCommand>());
     commands.push_back(std::make_unique<CatalogueCommand>());
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<NewCommand>());

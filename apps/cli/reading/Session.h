@@ -31,6 +31,7 @@ public:
     bool IsBillMode() const;
     QString Folder() const { return m_folder; }
     const embedded::EmbeddedHost& Host() const noexcept { return m_host; }
+    embedded::EmbeddedHost& Host() noexcept { return m_host; }
     embedded::History& History() { return m_host.History(); }
 
 private:

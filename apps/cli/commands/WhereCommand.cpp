@@ -1,0 +1,134 @@
+#include "cli/commands/WhereCommand.h"
+
+#include "cli/printing/JsonWriter.h"
+#include "cli/printing/Output.h"
+#include "cli/printing/TextTable.h"
+#include "cli/reading/Failure.h"
+#include "cli/reading/RuleFiles.h"
+#include "cli/reading/Session.h"
+#include "platform/Console.h"
+#include "platform/Paths.h"
+#include "rules/check/Where.h"
+#include "rules/model/Snapshot.h"
+#include "store/RuleFile.h"
+
+#include <QtCore/QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+CommandInfo Describe()
+{
+    CommandInfo info;
+    info.name = u"where"_s;
+    info.syntax = u"ITEM [--config FILE] [--json]"_s;
+    info.summary = u"一个清单或定额项由哪些配置的哪些规则套用"_s;
+    info.description = u"ITEM 是清单编号、去掉顺序码的清单编号，或者定额编号。\n"
+                       "不写 --config 时查找工程的全部配置；读不了的在标准错误中说明，其余照查。"_s;
+    info.minPositional = 1;
+    info.maxPositional = 1;
+    info.options = {{u"config"_s, u"FILE"_s, u"只查这个规则文件或配置"_s, {}},
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
+
+/// The rules of one configuration that give the item.
+struct FileUses
+{
+    QString file;
+    std::vector<rules::ItemUse> uses;
+};
+
+FileUses UsesIn(const CString& file, const CString& item)
+{
+    CString reason;
+    const rules::ConfigurationPtr configuration = rules::ReadRuleFile(file, reason);
+    if (!configuration) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(file), reason));
+    return {platform::ToNative(file), rules::UsesOf(*configuration, item)};
+}
+
+/// Of all configurations of the project, in the order of their names. One that cannot be read does not hide
+/// the others.
+std::vector<FileUses> UsesEverywhere(const CString& item)
+{
+    std::vector<FileUses> all;
+    const QDir folder(platform::ToNative(store::RuleFolder()));
+    for (const QString& name : folder.entryList({u"*.xml"_s}, QDir::Files, QDir::Name)) {
+        try {
+            all.push_back(UsesIn(platform::FromNative(folder.filePath(name)), item));
+        } catch (const Refusal& refusal) {
+            platform::WriteErr(CString::fromUtf8(refusal.what()) + u'\n');
+        }
+    }
+    return all;
+}
+
+CString ItemText(const rules::ItemUse& use)
+{
+    const CString text = use.number + u' ' + use.name;
+    return use.billNumber.isEmpty() ? text : text + u"（清单 %1 下）"_s.arg(use.billNumber);
+}
+
+CString UsesText(const std::vector<FileUses>& all, const CString& item)
+{
+    CString text;
+    std::size_t count = 0;
+    for (const FileUses& file : all) {
+        if (file.uses.empty()) continue;
+        TextTable table;
+        for (const rules::ItemUse& use : file.uses)
+            table.AddRow({use.category, u"第 %1 条"_s.arg(use.position), ItemText(use), use.rule});
+        text += file.file + u'\n' + table.ToText(2) + u'\n';
+        count += file.uses.size();
+    }
+    return count == 0 ? u"没有规则套用“%1”\n"_s.arg(item) : text + u"共 %1 处\n"_s.arg(count);
+}
+
+CString UsesJson(const std::vector<FileUses>& all)
+{
+    JsonWriter json(JsonWriter::Style::Indented);
+    json.BeginObject().Key(u"uses").BeginArray();
+    for (const FileUses& file : all)
+        for (const rules::ItemUse& use : file.uses) {
+            json.BeginObject();
+            json.Key(u"file").Text(file.file);
+            json.Key(u"category").Text(use.category);
+            json.Key(u"rule").Number(use.position);
+            json.Key(u"id").Number(use.ruleId);
+            json.Key(u"text").Text(use.rule);
+            json.Key(u"kind").Text(use.isBill ? u"bill"_s : u"quota"_s);
+            json.Key(u"number").Text(use.number);
+            json.Key(u"name").Text(use.name);
+            json.Key(u"unit").Text(use.unit);
+            json.Key(u"library").Text(use.library);
+            if (!use.billNumber.isEmpty()) json.Key(u"below").Text(use.billNumber);
+            json.EndObject();
+        }
+    json.EndArray().EndObject();
+    return json.Result();
+}
+
+} // namespace
+
+WhereCommand::WhereCommand() : Command(Describe()) {}
+
+void WhereCommand::Run(const Arguments& arguments) const
+{
+    const CString item = arguments.Positional()[0].trimmed();
+    if (item.isEmpty()) throw UsageError(u"缺少清单或定额编号"_s);
+    const Session session(arguments);
+    std::vector<FileUses> all;
+    if (arguments.Has(u"config"_s)) {
+        const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
+        CheckForReading(file);
+        all.push_back(UsesIn(file, item));
+    } else {
+        all = UsesEverywhere(item);
+    }
+    WriteText(arguments.Has(u"json"_s) ? UsesJson(all) : UsesText(all, item));
+}
+
+} // namespace cli

@@ -1,0 +1,62 @@
+#include "rules/check/Check.h"
+
+#include "rules/check/Checks.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace rules {
+
+namespace {
+
+/// Where a category stands in the order of the file; the file itself stands first.
+std::map<CString, int> Ranks(const Configuration& configuration)
+{
+    std::map<CString, int> ranks;
+    int next = 1;
+    for (const Specialty& specialty : configuration.Specialties()) {
+        ranks.try_emplace(specialty.name, next++);
+        for (const BigCategory& big : specialty.bigCategories) {
+            ranks.try_emplace(specialty.name + u'\\' + big.name, next++);
+            for (const SmallCategoryPtr& small : big.smallCategories)
+                ranks.try_emplace(small->text, next++);
+        }
+    }
+    return ranks;
+}
+
+void CheckCategory(const SmallCategory& category, const CheckFacts& facts, FindingList& findings)
+{
+    static const CategoryFacts None;
+    const auto attributes = facts.attributes.find(category.text);
+    const CellSpace space(category, attributes == facts.attributes.end() ? None : attributes->second);
+    CheckList(category, findings);
+    CheckApplication(category, space, facts, findings);
+    CheckConditions(category, space, facts, findings);
+    CheckItems(category, facts, findings);
+}
+
+} // namespace
+
+std::vector<Finding> Check(const Configuration& configuration, const FileStructure& structure,
+                           const CheckFacts& facts)
+{
+    FindingList findings;
+    CheckStructure(configuration, structure, facts, findings);
+    for (const Specialty& specialty : configuration.Specialties())
+        for (const BigCategory& big : specialty.bigCategories)
+            for (const SmallCategoryPtr& small : big.smallCategories)
+                CheckCategory(*small, facts, findings);
+    CheckNumbers(configuration, facts, findings);
+    const std::map<CString, int> ranks = Ranks(configuration);
+    const auto rankOf = [&](const Finding& finding) {
+        const auto place = ranks.find(finding.category);
+        return std::pair(place == ranks.end() ? 0 : place->second, finding.position);
+    };
+    std::stable_sort(findings.All().begin(), findings.All().end(),
+                     [&](const Finding& a, const Finding& b) { return rankOf(a) < rankOf(b); });
+    return std::move(findings.All());
+}
+
+} // namespace rules

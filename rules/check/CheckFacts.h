@@ -1,0 +1,57 @@
+#pragma once
+
+#include "rules/bill/QuantityTable.h"
+#include "rules/check/Cover.h"
+#include "rules/model/Facts.h"
+
+#include <map>
+#include <set>
+
+namespace rules {
+
+/// What a quantity counts.
+enum class Dimension { Unknown, Length, Count, Area, Volume, Weight };
+
+/// What a library knows of one of its items.
+struct LibraryItem
+{
+    CString name{};
+    CString unit{};
+    /// Of a quota item: the numbers of the bill items that the guide hangs it on; empty where no guide speaks
+    /// of it.
+    CStringArray bills{};
+};
+
+/// A library in use.
+struct LibraryFacts
+{
+    CString code{};
+    /// Characters of a bill number without and of its suffix; -1 for no rule.
+    int numberLength = -1;
+    int suffixLength = -1;
+    std::map<CString, LibraryItem> items{}; ///< by number; empty when the library cannot be looked at
+};
+
+/// What the checks go by besides the rules, as plain values, handed in by whoever has a catalogue. What is
+/// left empty is not checked.
+struct CheckFacts
+{
+    bool isBillMode = true;
+    LibraryFacts bills{};
+    LibraryFacts quotas{}; ///< that of the mode
+
+    CatalogueFacts attributes{}; ///< by which components are matched, as for pricing
+    /// The attributes that the editor offers for a category, by category text. A category that is not here is
+    /// none that the host has.
+    std::map<CString, CategoryFacts> categories{};
+    std::set<CString> specialties{}; ///< those that the host has
+
+    CalculationItems calculationItems{};       ///< each one's expression
+    std::map<CString, Dimension> dimensions{}; ///< of calculation items
+    std::set<CString>
+        names{}; ///< that formulas may use besides calculation items and attributes of the category
+
+    long long effort = UsualEffort; ///< that the rules of one category may take
+};
+
+} // namespace rules

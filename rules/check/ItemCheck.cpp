@@ -1,0 +1,341 @@
+#include "rules/check/Checks.h"
+
+#include "platform/Numbers.h"
+#include "rules/bill/Units.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace rules {
+
+namespace {
+
+bool IsSameCode(const CString& a, const CString& b)
+{
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+/// The unit without the number that it begins with, in plain letters.
+CString BaseOf(const CString& unit)
+{
+    CString text = unit.trimmed().normalized(CString::NormalizationForm_KC);
+    while (!text.isEmpty() && text.front() >= u'0' && text.front() <= u'9')
+        text.remove(0, 1);
+    return text.trimmed().toLower();
+}
+
+/// What a unit counts; `Unknown` for those that count anything, such as 项.
+Dimension DimensionOf(const CString& unit)
+{
+    struct Known
+    {
+        QStringView base;
+        Dimension dimension;
+    };
+    constexpr std::array Units{
+        Known{u"m", Dimension::Length},   Known{u"km", Dimension::Length},    Known{u"米", Dimension::Length},
+        Known{u"m2", Dimension::Area},    Known{u"m3", Dimension::Volume},    Known{u"kg", Dimension::Weight},
+        Known{u"t", Dimension::Weight},   Known{u"吨", Dimension::Weight},    Known{u"", Dimension::Unknown},
+        Known{u"项", Dimension::Unknown}, Known{u"系统", Dimension::Unknown},
+    };
+    const CString base = BaseOf(unit);
+    const auto found =
+        std::find_if(Units.begin(), Units.end(), [&](const Known& known) { return known.base == base; });
+    return found == Units.end() ? Dimension::Count : found->dimension;
+}
+
+CString DimensionText(Dimension dimension)
+{
+    switch (dimension) {
+    case Dimension::Length:
+        return u"长度"_s;
+    case Dimension::Count:
+        return u"个数"_s;
+    case Dimension::Area:
+        return u"面积"_s;
+    case Dimension::Volume:
+        return u"体积"_s;
+    case Dimension::Weight:
+        return u"重量"_s;
+    case Dimension::Unknown:
+        break;
+    }
+    return {};
+}
+
+/// The fields that bill and quota items have in common.
+struct Item
+{
+    const CString& number;
+    const CString& name;
+    const CString& unit;
+    const CString& unitCode;
+    const CString& library;
+    const CString& formula;
+    bool isBill;
+
+    CString Told() const { return (isBill ? u"清单 "_s : u"定额 "_s) + (number.isEmpty() ? name : number); }
+};
+
+Item ItemOf(const QdStruct& record)
+{
+    return {record.strQdId,
+            record.strName,
+            record.strUnit,
+            record.strUnitCode,
+            record.strQdCode,
+            record.strFormula,
+            true};
+}
+
+Item ItemOf(const DeStruct& record)
+{
+    return {record.strDeId,   record.strName,    record.strUnit, record.strUnitCode,
+            record.strDeCode, record.strFormula, false};
+}
+
+CString NumberOf(const BillItem& item)
+{
+    return item.record.strQdId;
+}
+CString NumberOf(const QuotaItem& item)
+{
+    return item.record.strDeId;
+}
+
+/// The number without its suffix, by the library's rule.
+CString BaseNumber(const CString& number, const LibraryFacts& library)
+{
+    return library.numberLength > 0 ? number.left(library.numberLength) : number;
+}
+
+/// The checks of the items of one category.
+class ItemCheck
+{
+public:
+    ItemCheck(const SmallCategory& category, const CheckFacts& facts, FindingList& findings)
+        : m_category(category), m_facts(facts), m_findings(findings)
+    {
+        for (const CatalogueFacts* const catalogue : {&facts.attributes, &facts.categories}) {
+            const auto own = catalogue->find(category.text);
+            if (own == catalogue->end()) continue;
+            for (const AttributeFacts& fact : own->second)
+                m_attributes.insert(Normalised(fact.name));
+        }
+    }
+
+    void Look(std::size_t index)
+    {
+        m_index = index;
+        const Rule& rule = m_category.rules[index];
+        const bool isBare = m_facts.isBillMode ? rule.bills.empty() : rule.quotas.empty();
+        if (isBare && !rule.isDefault)
+            Add(FindingCode::NoItems, m_facts.isBillMode ? u"这条规则没有清单"_s : u"这条规则没有定额"_s);
+        if (!m_facts.isBillMode) {
+            LookAtQuotas(rule.quotas, nullptr);
+            return;
+        }
+        LookForRepeated(rule.bills, nullptr);
+        for (const BillItem& bill : rule.bills) {
+            LookAtItem(ItemOf(bill.record), m_facts.bills, &bill, nullptr);
+            LookAtQuotas(bill.quotas, &bill);
+        }
+    }
+
+private:
+    const Rule& Current() const { return m_category.rules[m_index]; }
+    Finding& Add(FindingCode code, const CString& text)
+    {
+        return m_findings.Add(code, m_category, m_index, text);
+    }
+
+    void LookAtQuotas(const std::vector<QuotaItem>& quotas, const BillItem* bill)
+    {
+        LookForRepeated(quotas, bill);
+        for (const QuotaItem& quota : quotas) {
+            LookAtItem(ItemOf(quota.record), m_facts.quotas, bill, &quota);
+            if (bill != nullptr) LookAtGuide(*bill, quota);
+        }
+    }
+
+    template <typename Entry>
+    void LookForRepeated(const std::vector<Entry>& items, const BillItem* bill)
+    {
+        for (std::size_t i = 1; i < items.size(); ++i) {
+            const auto end = items.begin() + static_cast<std::ptrdiff_t>(i);
+            const auto first = std::find_if(items.begin(), end, [&](const Entry& item) {
+                return NumberOf(item) == NumberOf(items[i]) &&
+                       IsSameCode(ItemOf(item.record).library, ItemOf(items[i].record).library);
+            });
+            if (first == end || NumberOf(items[i]).isEmpty()) continue;
+            Finding& finding =
+                Add(FindingCode::RepeatedItem,
+                    u"%1在这条规则里有两次，工程量会算两遍"_s.arg(ItemOf(items[i].record).Told()));
+            if (CountOfId(items, items[i].id) == 1) finding.mend = WithoutSecond(*first, items[i], bill);
+        }
+    }
+
+    /// Takes the second bill item out, if that loses no quota item; the second quota item in any case.
+    std::optional<Mend> WithoutSecond(const BillItem& first, const BillItem& second, const BillItem*) const
+    {
+        const bool isSpare =
+            std::all_of(second.quotas.begin(), second.quotas.end(), [&](const QuotaItem& quota) {
+                return std::any_of(first.quotas.begin(), first.quotas.end(), [&](const QuotaItem& other) {
+                    return NumberOf(other) == NumberOf(quota);
+                });
+            });
+        if (!isSpare || !IsReached(m_category, m_index)) return std::nullopt;
+        return Mend{.op = u"DelQd"_s, .configId = Current().id, .ids = {second.id}};
+    }
+
+    std::optional<Mend> WithoutSecond(const QuotaItem&, const QuotaItem& second, const BillItem* bill) const
+    {
+        if (!IsReached(m_category, m_index)) return std::nullopt;
+        if (bill == nullptr)
+            return Mend{.op = u"DelDeInConfigNode"_s, .configId = Current().id, .ids = {second.id}};
+        if (CountOfId(Current().bills, bill->id) != 1) return std::nullopt;
+        return Mend{
+            .op = u"DelDeInQdNode"_s, .configId = Current().id, .deIdsByQd = {{bill->id, {second.id}}}};
+    }
+
+    /// `bill` is the item itself or the one above, `quota` null for a bill item.
+    void LookAtItem(const Item& item, const LibraryFacts& library, const BillItem* bill,
+                    const QuotaItem* quota)
+    {
+        if (!library.code.isEmpty() && !IsSameCode(item.library, library.code)) {
+            Add(FindingCode::OtherLibrary, u"%1属于库“%2”，工程用的是“%3”，这一项不会套用"_s.arg(
+                                               item.Told(), item.library, library.code));
+            return;
+        }
+        LookAtNumber(item, library);
+        LookAtMultiple(item, bill, quota);
+        LookAtFormula(item);
+    }
+
+    void LookAtNumber(const Item& item, const LibraryFacts& library)
+    {
+        if (item.isBill && library.numberLength > 0) {
+            const qsizetype length = library.numberLength + std::max(library.suffixLength, 0);
+            const bool isPlain = std::all_of(item.number.begin(), item.number.end(),
+                                             [](QChar c) { return c >= u'0' && c <= u'9'; });
+            if (item.number.size() != length || !isPlain) {
+                Add(FindingCode::BadNumber,
+                    u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number, QString::number(length)));
+                return;
+            }
+        }
+        if (library.items.empty() || item.number.isEmpty()) return;
+        if (!library.items.contains(item.isBill ? BaseNumber(item.number, library) : item.number))
+            Add(FindingCode::UnknownItem, u"库“%1”里没有%2"_s.arg(library.code, item.Told()));
+    }
+
+    void LookAtMultiple(const Item& item, const BillItem* bill, const QuotaItem* quota)
+    {
+        const Decimal multiple = UnitOfMeasure::Of(item.unit).multiple;
+        if (item.unitCode.isEmpty() && multiple == Decimal(1)) return;
+        if (Decimal(platform::_wtoi(item.unitCode)) == multiple) return;
+        Finding& finding =
+            Add(FindingCode::UnitMultiple,
+                u"%1的单位是“%2”，记下的倍数却是“%3”"_s.arg(item.Told(), item.unit, item.unitCode));
+        finding.mend = WithMultiple(multiple.ToText(), bill, quota);
+    }
+
+    std::optional<Mend> WithMultiple(const CString& multiple, const BillItem* bill,
+                                     const QuotaItem* quota) const
+    {
+        if (!IsReached(m_category, m_index)) return std::nullopt;
+        if (bill != nullptr && CountOfId(Current().bills, bill->id) != 1) return std::nullopt;
+        Mend mend{.op = u"ResetQd"_s, .configId = Current().id, .qdId = bill != nullptr ? bill->id : 0};
+        if (quota == nullptr) {
+            mend.qd = bill->record;
+            mend.qd->strUnitCode = multiple;
+            return mend;
+        }
+        if (CountOfId(bill != nullptr ? bill->quotas : Current().quotas, quota->id) != 1) return std::nullopt;
+        mend.op = bill != nullptr ? u"ResetDeToQd"_s : u"ResetDeToConfig"_s;
+        mend.deId = quota->id;
+        mend.de = quota->record;
+        mend.de->strUnitCode = multiple;
+        return mend;
+    }
+
+    void LookAtFormula(const Item& item)
+    {
+        if (item.formula.trimmed().isEmpty()) {
+            Add(FindingCode::NoFormula, u"%1没有计算式，算不出工程量"_s.arg(item.Told()));
+            return;
+        }
+        const std::optional<Formula> formula = Formula::Parse(item.formula);
+        if (!formula) {
+            Add(FindingCode::BadFormula, u"%1的计算式“%2”写得不对"_s.arg(item.Told(), item.formula));
+            return;
+        }
+        for (const CString& name : formula->Names())
+            if (!IsName(name))
+                Add(FindingCode::UnknownName, u"%1的计算式“%2”里，“%3”既不是计算项目，也不是属性"_s.arg(
+                                                  item.Told(), item.formula, name));
+        LookAtUnit(item);
+    }
+
+    bool IsName(const CString& name) const
+    {
+        if (m_facts.calculationItems.empty() && m_facts.names.empty()) return true;
+        return m_facts.calculationItems.contains(name) || m_facts.names.contains(name) ||
+               m_attributes.contains(Normalised(name));
+    }
+
+    /// A formula that is a calculation item, or written out what one comes from, counts what that counts.
+    void LookAtUnit(const Item& item)
+    {
+        const CString formula = item.formula.trimmed();
+        CString name = formula;
+        if (!m_facts.dimensions.contains(name)) {
+            const auto written =
+                std::find_if(m_facts.calculationItems.begin(), m_facts.calculationItems.end(),
+                             [&](const auto& entry) { return entry.second == formula; });
+            if (written == m_facts.calculationItems.end()) return;
+            name = written->first;
+        }
+        const auto counted = m_facts.dimensions.find(name);
+        if (counted == m_facts.dimensions.end()) return;
+        const Dimension wanted = DimensionOf(item.unit);
+        if (wanted == counted->second || wanted == Dimension::Unknown ||
+            counted->second == Dimension::Unknown)
+            return;
+        Add(FindingCode::UnfitUnit,
+            u"%1的单位是“%2”，计算式“%3”算的却是%4"_s.arg(item.Told(), item.unit, item.formula,
+                                                          DimensionText(counted->second)));
+    }
+
+    void LookAtGuide(const BillItem& bill, const QuotaItem& quota)
+    {
+        if (!IsSameCode(bill.record.strQdCode, m_facts.bills.code) ||
+            !IsSameCode(quota.record.strDeCode, m_facts.quotas.code))
+            return;
+        const auto known = m_facts.quotas.items.find(quota.record.strDeId);
+        if (known == m_facts.quotas.items.end() || known->second.bills.isEmpty()) return;
+        if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills))) return;
+        Add(FindingCode::QuotaNotOnBill,
+            u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
+    }
+
+    const SmallCategory& m_category;
+    const CheckFacts& m_facts;
+    FindingList& m_findings;
+    std::set<CString> m_attributes;
+    std::size_t m_index = 0;
+};
+
+} // namespace
+
+void CheckItems(const SmallCategory& category, const CheckFacts& facts, FindingList& findings)
+{
+    ItemCheck check(category, facts, findings);
+    for (std::size_t rule = 0; rule < category.rules.size(); ++rule)
+        check.Look(rule);
+}
+
+} // namespace rules
