@@ -36,6 +36,10 @@ public:
     /// blanks between the parts do not.
     std::optional<Decimal> Read(QStringView text) const;
 
+    /// What stands before and behind the number in each of the ways that it has learned, full-width forms as
+    /// plain ones and without blanks around.
+    const std::set<std::pair<CString, CString>>& Forms() const noexcept { return m_forms; }
+
 private:
     std::set<std::pair<CString, CString>> m_forms; // what stands before and behind the number
 };
