@@ -1,5 +1,6 @@
 #include "cli/commands/ExportCommand.h"
 
+#include "cli/commands/ExportRulesSql.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
@@ -21,15 +22,20 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"export"_s;
-    info.syntax = TableKindWords() + u" FILE|- [--library CODE] [--force]"_s;
-    info.summary = u"把工程的类别、属性、清单、定额等写成 import 能读的文件"_s;
+    info.syntax = TableKindWords() + u" FILE|- [--library CODE] [--force]；或 "_s + RulesSqlWord +
+                  u" --dialect NAME [--config FILE] [--category TEXT] [-o FILE] [--force]"_s;
+    info.summary = u"把工程的类别、属性、清单、定额等写成 import 能读的文件，或把规则写成 SQL"_s;
     info.description =
         u"名称以 .xlsx 结尾的文件写成工作簿，其他的写成 UTF-8（带字节序标记）的 CSV 文件，表格软件可以\n"
         "直接打开。各列见手册 docs/data.md。\n"
         "未经修改的文件再用 ktqdde import 读入，什么也不变。“-”表示标准输出，写出的是 CSV，没有字节序标记。\n"
-        "Ctrl+C 取消，已有的文件不变。"_s;
-    info.minPositional = info.maxPositional = 2;
-    info.options = {LibraryOption(), {u"force"_s, {}, u"覆盖已有的文件"_s, {}}};
+        "Ctrl+C 取消，已有的文件不变。\n"
+        "rules-sql 把规则写成一条 SELECT，数据库用它给构件表的每个构件找出规则和清单、定额，结果与 apply\n"
+        "相同。构件表的各列见手册 docs/rules-sql.md。"_s;
+    info.minPositional = 1;
+    info.maxPositional = 2;
+    info.options = CArray<Option>{LibraryOption()} + RulesSqlOptions() +
+                   CArray<Option>{{u"force"_s, {}, u"覆盖已有的文件"_s, {}}};
     return info;
 }
 
@@ -45,13 +51,22 @@ embedded::LibraryName Write(const Arguments& arguments, embedded::TableKind kind
     }
 }
 
+void RefuseRulesSqlOptions(const Arguments& arguments)
+{
+    for (const Option& option : RulesSqlOptions())
+        if (arguments.Has(option.name)) throw UsageError(u"--%1 只用于 %2"_s.arg(option.name, RulesSqlWord));
+}
+
 } // namespace
 
 ExportCommand::ExportCommand() : Command(Describe()) {}
 
 void ExportCommand::Run(const Arguments& arguments) const
 {
+    if (arguments.Positional()[0] == RulesSqlWord) return ExportRulesSql(arguments);
+    RefuseRulesSqlOptions(arguments);
     const embedded::TableKind kind = NamedTableKind(arguments);
+    if (arguments.Positional().size() < 2) throw UsageError(u"缺少参数"_s);
     const CString library = arguments.Value(u"library"_s);
     if (arguments.Positional()[1] == u"-")
         return WriteText(embedded::ExportText(NamedProject(arguments), kind, library));
