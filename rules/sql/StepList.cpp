@@ -72,15 +72,4 @@ CStringArray StepList::Text(const CStringArray& wanted, const CString& source, c
     return made;
 }
 
-CString StepList::LastOf(const CStringArray& wanted) const
-{
-    const std::vector<CStringArray> selected = SelectedFor(wanted);
-    CString last;
-    for (std::size_t i = 0; i < m_steps.size(); ++i)
-        if (std::any_of(selected[i].begin(), selected[i].end(),
-                        [&](const CString& name) { return Defines(m_steps[i], name); }))
-            last = m_steps[i].name;
-    return last;
-}
-
 } // namespace rules

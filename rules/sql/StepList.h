@@ -23,8 +23,6 @@ public:
     /// needed. `wanted` are the columns that the last one gives. `source` is what stands behind FROM in the
     /// first one.
     CStringArray Text(const CStringArray& wanted, const CString& source, const Dialect& dialect) const;
-    /// The name of the last step of `Text`.
-    CString LastOf(const CStringArray& wanted) const;
 
 private:
     struct Definition
