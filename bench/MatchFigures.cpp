@@ -2,12 +2,20 @@
 
 #include "bench/Measure.h"
 #include "rules/match/Matching.h"
+#include "rules/sql/RulesSql.h"
 #include "tests/rules/reference/ReferenceMatcher.h"
+
+#include <QtSql/QSqlDatabase>
+#include <QtSql/QSqlError>
+#include <QtSql/QSqlQuery>
+
+#include <QtCore/QVariant>
 
 #include <array>
 #include <cstdint>
 #include <memory>
 #include <random>
+#include <stdexcept>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +26,7 @@ namespace {
 
 constexpr std::size_t Components = 1'000'000;
 constexpr std::size_t Sample = 500;
+constexpr std::size_t SqlSample = 100'000;
 constexpr std::size_t ManyRules = 3'700;
 constexpr std::size_t FewRules = 370;
 
@@ -118,6 +127,82 @@ void MatchSample(const Work& work)
     Keep(&sum);
 }
 
+/// SQLite in memory with a table of the components and the query that decides them.
+class SqlPeer
+{
+public:
+    explicit SqlPeer(const Work& work) : m_database(QSqlDatabase::addDatabase(u"QSQLITE"_s, Connection))
+    {
+        auto category = std::make_shared<rules::SmallCategory>(*work.category);
+        category->text = u"给排水\\管道\\给水管"_s;
+        const rules::Configuration configuration({{1, u"给排水"_s, {{1, u"管道"_s, {category}}}}});
+        rules::SqlOptions options;
+        options.dialect = rules::SqlDialect::Sqlite;
+        m_sql = rules::RulesSql(configuration, {}, options);
+        m_database.setDatabaseName(u":memory:"_s);
+        if (!m_database.open()) throw std::runtime_error(m_database.lastError().text().toStdString());
+        Run(u"CREATE TABLE components (构件编号 text, 类别 text, 材质 text, 公称直径 text, 连接方式 text)"_s);
+        Run(u"BEGIN"_s);
+        QSqlQuery insert(m_database);
+        insert.prepare(u"INSERT INTO components VALUES (?, ?, ?, ?, ?)"_s);
+        for (std::size_t i = 0; i < SqlSample; ++i) {
+            insert.bindValue(0, QString::number(i));
+            insert.bindValue(1, category->text);
+            for (int cell = 0; cell < 3; ++cell)
+                insert.bindValue(2 + cell, work.components[i][static_cast<std::size_t>(cell)]);
+            Check(insert, insert.exec());
+        }
+        insert.finish();
+        Run(u"COMMIT"_s);
+    }
+    ~SqlPeer()
+    {
+        m_database = {};
+        QSqlDatabase::removeDatabase(Connection);
+    }
+    SqlPeer(const SqlPeer&) = delete;
+    SqlPeer& operator=(const SqlPeer&) = delete;
+
+    /// The sum of the rules' places, over which the two are held together; only the sum leaves the database.
+    std::int64_t SumOfRules()
+    {
+        QSqlQuery query(m_database);
+        const CString select = m_sql.chopped(2); // without the semicolon and the line break
+        Check(query, query.exec(u"SELECT sum(\"规则\") FROM ("_s + select + u')') && query.next());
+        return query.value(0).toLongLong();
+    }
+
+private:
+    static void Check(const QSqlQuery& query, bool done)
+    {
+        if (!done) throw std::runtime_error(query.lastError().text().toStdString());
+    }
+    void Run(const CString& sql)
+    {
+        QSqlQuery query(m_database);
+        Check(query, query.exec(sql));
+    }
+
+    static inline const QString Connection = u"bench"_s;
+    QSqlDatabase m_database;
+    CString m_sql;
+};
+
+/// The same sum by the matcher.
+std::int64_t SumOfRules(const Work& work, std::size_t count)
+{
+    rules::Matching matching(
+        std::make_shared<const rules::CategoryMatcher>(work.category, rules::CategoryFacts()));
+    std::int64_t sum = 0;
+    std::array<rules::Matching::Value, 3> values{};
+    for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t cell = 0; cell < values.size(); ++cell)
+            values[cell] = matching.Resolve(cell, work.components[i][cell]);
+        sum += matching.Match(values) + 1;
+    }
+    return sum;
+}
+
 } // namespace
 
 bool Match(int rounds)
@@ -136,6 +221,22 @@ bool MatchGrowth(int rounds)
     const Timed timed = Alternate(
         rounds, [&] { MatchAll(many); }, [&] { MatchAll(few); });
     return Report({"match_growth", "370_rules", 1.5}, timed.oursMs, timed.peerMs, timed.Ratio());
+}
+
+bool ApplySql(int rounds)
+{
+    const Work work(ManyRules);
+    SqlPeer peer(work);
+    if (peer.SumOfRules() != SumOfRules(work, SqlSample))
+        throw std::runtime_error("the query and the matcher decide differently");
+    const Timed timed = Alternate(
+        rounds, [&] { MatchAll(work); },
+        [&] {
+            const std::int64_t sum = peer.SumOfRules();
+            Keep(&sum);
+        });
+    const double scaled = timed.peerMs * (static_cast<double>(Components) / SqlSample);
+    return Report({"apply_sql", "sqlite_scaled", 0.05}, timed.oursMs, scaled, timed.oursMs / scaled);
 }
 
 } // namespace bench

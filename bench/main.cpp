@@ -61,8 +61,9 @@ bool RunCompareFigure(const QTemporaryDir& folder)
 
 bool RunMatchFigures()
 {
-    const bool met = bench::Match(5);
-    return bench::MatchGrowth(9) && met;
+    bool met = bench::Match(5);
+    met = bench::MatchGrowth(9) && met;
+    return bench::ApplySql(5) && met;
 }
 
 bool RunCheckFigures(const QTemporaryDir& folder)

@@ -36,7 +36,8 @@ public:
     /// blanks between the parts do not.
     std::optional<Decimal> Read(QStringView text) const;
 
-    /// What may stand before and behind a number, as the value list has it; empty for plain numbers alone.
+    /// What stands before and behind the number in each of the ways that it has learned, full-width forms as
+    /// plain ones and without blanks around.
     const std::set<std::pair<CString, CString>>& Forms() const noexcept { return m_forms; }
 
 private:

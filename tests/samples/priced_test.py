@@ -9,7 +9,9 @@ import csv
 import json
 import os
 import pathlib
+import re
 import shutil
+import sqlite3
 import subprocess
 import sys
 import tempfile
@@ -24,6 +26,9 @@ import independent_bill  # noqa: E402
 
 PROGRAM = ""
 TABLES = ["PlumbingTakeoff.csv", "ElectricalTakeoff.csv", "HvacTakeoff.csv"]
+
+# Attributes that the samples name by their codes.
+CODES = {"AM_NominalDiameter": "公称直径", "AM_LongEdge": "长边", "AM_Diameter": "直径(mm)"}
 
 # What the program says where samples/takeoff/flaws.csv says that something is to be told: words that the reason has,
 # {} being the attribute.
@@ -169,6 +174,45 @@ class PricedSamples(unittest.TestCase):
             if row[0] == "bill":
                 expected[row[1]] += row[6]
         self.assertEqual(count, expected)
+
+    def load(self, table, query, database):
+        """The take-off table as it stands, headings told by attributes and what no cell gives left empty."""
+        wanted = re.findall(r'"((?:[^"]|"")*)" text', query.split("\nWITH ")[0])
+        with open(SAMPLES / table, encoding="utf-8-sig", newline="") as file:
+            rows = list(csv.reader(file))
+        headings = [heading if heading in wanted else CODES.get(heading, re.sub(r"\(mm\)$", "", heading))
+                    for heading in rows[0]]
+        headings += [name for name in wanted if name not in headings]
+        columns = ", ".join(f'"{heading}" text' for heading in headings)
+        database.execute(f"CREATE TABLE components ({columns})")
+        places = ", ".join("?" * len(headings))
+        seen = set()
+        for row in rows[1:]:
+            if row and row[headings.index("构件编号")].strip() not in seen:  # of two with one id the first counts
+                seen.add(row[headings.index("构件编号")].strip())
+                cells = row + [None] * (len(headings) - len(row))
+                database.execute(f"INSERT INTO components VALUES ({places})", cells)
+        return seen
+
+    def test_exported_query_gives_the_components_of_every_item_of_the_bill(self):
+        for table in TABLES:
+            rules = str(SAMPLES / table.replace("Takeoff.csv", "Rules.xml"))
+            query = self.run_program("--project", str(self.project), "export", "rules-sql", "--dialect", "sqlite",
+                                     "--config", rules).stdout
+            database = sqlite3.connect(":memory:")
+            ids = self.load(table, query, database)
+            cursor = database.execute(query)
+            headings = [column[0] for column in cursor.description]
+            answer = [dict(zip(headings, row)) for row in cursor]
+            self.assertEqual({row["构件编号"].strip() for row in answer}, ids)
+            count = collections.Counter((row["所属清单"] or "", row["编码"]) for row in answer if row["编码"])
+            expected = collections.Counter()
+            bill = ""
+            for kind, number, *_, components, _, _ in list(independent_bill.bill_rows(self.independent(table)))[1:]:
+                bill = number if kind == "bill" else bill
+                expected["" if kind == "bill" else bill, number] += components
+            self.assertGreater(len(expected), 100, table)
+            self.assertEqual(count, expected, table)
 
 
 if __name__ == "__main__":

@@ -35,6 +35,19 @@ rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& ses
     return shared::WithinCatalogue(*read, session.Host().CatalogueContents());
 }
 
+CString CategoryNamed(const CString& named, const rules::Configuration& configuration)
+{
+    if (configuration.Find(named)) return named;
+    CStringArray found;
+    for (const rules::Specialty& specialty : configuration.Specialties())
+        for (const rules::BigCategory& big : specialty.bigCategories)
+            for (const rules::SmallCategoryPtr& small : big.smallCategories)
+                if (small->name == named) found.append(small->text);
+    if (found.isEmpty()) throw Refusal(u"没有小类“%1”"_s.arg(named));
+    if (found.size() > 1) throw Refusal(u"叫“%1”的小类有几个，请写全：%2"_s.arg(named, found.join(u"、"_s)));
+    return found.first();
+}
+
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)
 {
     TakeoffJob job;

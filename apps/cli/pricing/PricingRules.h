@@ -18,6 +18,10 @@ rules::PricingMode ModeOf(const Session& session);
 /// place and reason, when it cannot be read.
 rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& session);
 
+/// The full text of a small category that a person names by it or by its own name. Raises `Refusal` when no
+/// category or more than one is called that.
+CString CategoryNamed(const CString& named, const rules::Configuration& configuration);
+
 /// A take-off table and all that it is priced by: a rule file and the project. Raises as `ReadPricingRules`.
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session);
 

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "rules/model/Configuration.h"
+#include "rules/model/Facts.h"
+#include "rules/sql/SqlDialect.h"
+
+/// The rules of a configuration as one query, so that a database decides for a table of components what
+/// docs/matching.md decides. docs/rules-sql.md tells the shape of the table and of the answer.
+namespace rules {
+
+struct SqlOptions
+{
+    SqlDialect dialect = SqlDialect::PostgreSql;
+    CString category;     ///< the text of the one small category to decide; empty for all
+    bool isBill = true;   ///< bill items with their quota items below, or quota items alone
+    CString billLibrary;  ///< code of the bill library in use; of no account for quota items alone
+    CString quotaLibrary; ///< code of the quota library in use
+};
+
+/// One SELECT with a comment above that tells the columns it needs. Ends with a semicolon and a line break.
+/// The same configuration always gives the same text. `facts` are those of the catalogue. Raises
+/// `std::length_error`, with the value in words, when a condition's value is such a heap of marks that
+/// nobody could write down all that is equal to it.
+KTQDDE_RULES_EXPORT CString RulesSql(const Configuration& configuration, const CatalogueFacts& facts,
+                                     const SqlOptions& options);
+
+/// The columns of the components table that `RulesSql` reads beside 构件编号 and 类别, by the attribute in
+/// compatibility normalisation that stands in them. The name differs from the attribute where the dialect
+/// could not tell it from another one.
+KTQDDE_RULES_EXPORT std::map<CString, CString>
+SqlColumns(const Configuration& configuration, const CatalogueFacts& facts, const SqlOptions& options);
+
+} // namespace rules
