@@ -150,8 +150,35 @@ struct Decimal::Access
     }
 };
 
+/// A number of up to 18 digits, as nearly all are, without a text on the way; nothing for any other text.
+std::optional<Decimal> Decimal::ParseShort(QStringView text)
+{
+    const bool negative = text.startsWith(u'-');
+    if (negative || text.startsWith(u'+')) text = text.sliced(1);
+    if (text.isEmpty() || text.size() > ShortDigits) return std::nullopt;
+    std::int64_t coefficient = 0;
+    qsizetype point = -1;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9')
+            coefficient = 10 * coefficient + (c - u'0');
+        else if (c == u'.' && point < 0 && text.size() > 1)
+            point = i;
+        else
+            return std::nullopt;
+    }
+    Decimal result(negative ? -coefficient : coefficient);
+    if (point >= 0) result.m_scale = static_cast<std::uint32_t>(text.size() - point - 1);
+    while (result.m_scale > 0 && result.m_small % 10 == 0) {
+        result.m_small /= 10;
+        --result.m_scale;
+    }
+    return result;
+}
+
 std::optional<Decimal> Decimal::Parse(QStringView text)
 {
+    if (const std::optional<Decimal> brief = ParseShort(text)) return brief;
     const bool negative = text.startsWith(u'-');
     if (negative || text.startsWith(u'+')) text = text.sliced(1);
     const qsizetype point = text.indexOf(u'.');
@@ -212,6 +239,12 @@ bool Decimal::IsZero() const noexcept
 
 std::size_t Decimal::Length() const
 {
+    if (!m_long) {
+        std::size_t length = 1;
+        for (std::int64_t rest = m_small / 10; rest != 0; rest /= 10)
+            ++length;
+        return std::max(length, std::size_t{m_scale} + 1);
+    }
     bool negative = false;
     return Access::Digits(*this, negative).size();
 }

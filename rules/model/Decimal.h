@@ -56,6 +56,8 @@ private:
     struct Long;
     struct Access;
 
+    static std::optional<Decimal> ParseShort(QStringView text);
+
     // The value is coefficient / 10^m_scale. The coefficient is m_long where there is one, else m_small.
     std::int64_t m_small = 0;
     std::uint32_t m_scale = 0;

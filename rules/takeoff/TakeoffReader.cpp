@@ -90,13 +90,42 @@ void TakeoffReader::CheckWidth(const tables::Row& row) const
                                      {m_table->Sheet(), row.line, static_cast<qsizetype>(i)});
 }
 
-CString TakeoffReader::CategoryOf(const std::vector<CString>& cells) const
+/// Copies the cells that hold values into the row's text, and behind them room for the joined category.
+void TakeoffReader::CopyCells(const tables::Row& read, TakeoffRow& row) const
 {
-    if (m_category) return WithoutBlanks(cells[*m_category]).toString();
-    CStringArray levels;
-    for (const std::size_t column : m_levels)
-        levels.append(WithoutBlanks(cells[column]).toString());
-    return levels.join(u'\\');
+    const std::size_t count = std::min(read.cells.size(), m_known.size());
+    row.cells.assign(m_known.size(), QStringView());
+    qsizetype size = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        size += read.cells[i].text.size();
+    row.text.resize(2 * size + static_cast<qsizetype>(m_levels.size()));
+    QChar* to = row.text.data();
+    for (std::size_t i = 0; i < count; ++i) {
+        CString fault = tables::FaultOf(read.cells[i]);
+        if (fault.isEmpty()) {
+            const QStringView cell = read.cells[i].text;
+            std::copy(cell.begin(), cell.end(), to);
+            row.cells[i] = QStringView(to, cell.size());
+            to += cell.size();
+        } else if (!m_known[i].isEmpty())
+            row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
+    }
+}
+
+/// The category from the columns of its levels, joined in the room that the cells have left.
+void TakeoffReader::TakeLevels(TakeoffRow& row) const
+{
+    qsizetype used = 0;
+    for (const QStringView cell : row.cells)
+        used += cell.size();
+    QChar* const begin = row.text.data() + used;
+    QChar* to = begin;
+    for (std::size_t i = 0; i < m_levels.size(); ++i) {
+        if (i > 0) *to++ = u'\\';
+        const QStringView level = WithoutBlanks(row.cells[m_levels[i]]);
+        to = std::copy(level.begin(), level.end(), to);
+    }
+    row.category = QStringView(begin, to - begin);
 }
 
 bool TakeoffReader::Next(TakeoffRow& row)
@@ -105,22 +134,15 @@ bool TakeoffReader::Next(TakeoffRow& row)
     if (read == nullptr) return false;
     row.line = read->line;
     row.faults.clear();
-    row.cells.resize(m_known.size());
     if (!read->fault.isEmpty()) throw tables::TableError(m_path, read->fault, {m_table->Sheet(), row.line});
     CheckWidth(*read);
-    for (std::size_t i = 0; i < row.cells.size(); ++i) {
-        CString& cell = row.cells[i];
-        cell.truncate(0);
-        if (i >= read->cells.size()) continue;
-        CString fault = tables::FaultOf(read->cells[i]);
-        if (fault.isEmpty())
-            cell = read->cells[i].text.toString();
-        else if (!m_known[i].isEmpty())
-            row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
-    }
-    row.id = WithoutBlanks(row.cells[m_id]).toString();
-    row.category = CategoryOf(row.cells);
-    row.name = m_name ? row.cells[*m_name] : CString();
+    CopyCells(*read, row);
+    row.id = WithoutBlanks(row.cells[m_id]);
+    row.name = m_name ? row.cells[*m_name] : QStringView();
+    if (m_category)
+        row.category = WithoutBlanks(row.cells[*m_category]);
+    else
+        TakeLevels(row);
     return true;
 }
 
