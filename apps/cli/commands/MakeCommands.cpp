@@ -4,6 +4,7 @@
 #include "cli/commands/AttrConfigCommand.h"
 #include "cli/commands/BatchCommand.h"
 #include "cli/commands/CatalogueCommand.h"
+#include "cli/commands/CoverageCommand.h"
 #include "cli/commands/DemoCommand.h"
 #include "cli/commands/ExportCommand.h"
 #include "cli/commands/HistoryCommand.h"
@@ -29,6 +30,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<TryCommand>());
     commands.push_back(std::make_unique<ApplyCommand>());
+    commands.push_back(std::make_unique<CoverageCommand>());
     commands.push_back(std::make_unique<CatalogueCommand>());
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<NewCommand>());

@@ -57,20 +57,6 @@ Trial TrialOf(const CStringArray& words)
     return trial;
 }
 
-/// The full text of a small category that a person names by it or by its own name.
-CString CategoryOf(const CString& named, const rules::Configuration& configuration)
-{
-    if (configuration.Find(named)) return named;
-    CStringArray found;
-    for (const rules::Specialty& specialty : configuration.Specialties())
-        for (const rules::BigCategory& big : specialty.bigCategories)
-            for (const rules::SmallCategoryPtr& small : big.smallCategories)
-                if (small->name == named) found.append(small->text);
-    if (found.isEmpty()) throw Refusal(u"没有小类“%1”"_s.arg(named));
-    if (found.size() > 1) throw Refusal(u"叫“%1”的小类有几个，请写全：%2"_s.arg(named, found.join(u"、"_s)));
-    return found.first();
-}
-
 CString QuantityText(const rules::Quantity& quantity, const CString& unit)
 {
     return quantity.IsKnown() ? QuantityIn(quantity, unit) : u"缺："_s + FaultText(quantity);
@@ -139,7 +125,7 @@ void TryCommand::Run(const Arguments& arguments) const
     const Trial trial = TrialOf(arguments.Positional());
     const Session session(arguments);
     const rules::ConfigurationPtr configuration = ReadPricingRules(PricingFile(arguments), session);
-    const CString category = CategoryOf(arguments.Value(u"category"_s), *configuration);
+    const CString category = NamedCategory(arguments.Value(u"category"_s), *configuration);
     rules::BillBuilder builder(configuration, shared::PricingFactsOf(session.Host(), ModeOf(session)),
                                trial.headers);
     const rules::TakeoffComponent component{{}, category, trial.name, trial.cells};
