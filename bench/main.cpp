@@ -1,3 +1,4 @@
+#include "bench/ApplyFigures.h"
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
 #include "bench/MatchFigures.h"
@@ -58,6 +59,12 @@ bool RunMatchFigures()
     return bench::MatchGrowth(9) && met;
 }
 
+bool RunApplyFigures(const QTemporaryDir& folder)
+{
+    const bool met = bench::Apply(folder.path(), 5);
+    return bench::ApplyMemory(folder.path(), QCoreApplication::applicationFilePath()) && met;
+}
+
 bool RunWindowFigures(const QTemporaryDir& folder)
 {
     bool met = bench::CategoryChange(folder.filePath(u"change.xml"_s), 31);
@@ -104,6 +111,7 @@ int RunChild(int& argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QString native = arguments.value(3);
+    if (work == "peak-apply") return bench::RunApplyChild(native);
     const bench::Input input{native.toUtf8(), platform::FromNative(native), arguments.value(4)};
     return WithNewProject([&](const QTemporaryDir&) { return bench::RunChild(arguments.value(2), input); });
 }
@@ -126,6 +134,7 @@ int main(int argc, char** argv)
             const auto isWanted = [&](const QString& part) { return only.isEmpty() || only == part; };
             bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
+            met = (!isWanted(u"apply"_s) || RunApplyFigures(folder)) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;
         });
