@@ -4,6 +4,7 @@
 #include "rules/Export.h"
 #include "rules/match/TextKey.h"
 
+#include <cstdint>
 #include <memory>
 #include <unordered_set>
 #include <vector>
