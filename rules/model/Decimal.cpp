@@ -71,6 +71,34 @@ struct Decimal::Access
         return result;
     }
 
+    /// In two halves: a long of the library has 32 bits on some platforms.
+    static void Set(Long& to, std::int64_t value)
+    {
+        const std::uint64_t magnitude =
+            value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+        mpz_set_ui(to.number, static_cast<unsigned long>(magnitude >> 32U));
+        mpz_mul_2exp(to.number, to.number, 32);
+        mpz_add_ui(to.number, to.number, static_cast<unsigned long>(magnitude & 0xFFFFFFFFU));
+        if (value < 0) mpz_neg(to.number, to.number);
+    }
+
+    /// Adds to a long coefficient where it stands, if nobody shares it and it stays a long one: sums of
+    /// millions of components are made so. False when nothing was done.
+    static bool AddInPlace(Decimal& sum, const Decimal& other)
+    {
+        constexpr std::size_t LongBits = 64; // more than any number of `ShortDigits` has
+        std::int64_t summand = 0;
+        if (!sum.m_long || sum.m_long.use_count() != 1 || sum.m_scale < other.m_scale ||
+            !Shifted(other, sum.m_scale - other.m_scale, summand))
+            return false;
+        Long addend;
+        Set(addend, summand);
+        mpz_add(addend.number, sum.m_long->number, addend.number);
+        if (mpz_sizeinbase(addend.number, 2) < LongBits) return false;
+        mpz_swap(sum.m_long->number, addend.number);
+        return true;
+    }
+
     /// The coefficient as a long integer, multiplied by 10^shift.
     static Shared Coefficient(const Decimal& value, std::uint32_t shift = 0)
     {
@@ -78,8 +106,7 @@ struct Decimal::Access
         if (value.m_long)
             mpz_set(result->number, value.m_long->number);
         else
-            result = FromText(
-                std::to_string(value.m_small)); // a long of the library has 32 bits on some platforms
+            Set(*result, value.m_small);
         if (shift > 0) {
             Long power;
             mpz_ui_pow_ui(power.number, 10, shift);
@@ -289,6 +316,7 @@ Decimal& Decimal::operator+=(const Decimal& other)
         m_scale = scale;
         return *this;
     }
+    if (Access::AddInPlace(*this, other)) return *this;
     const auto sum = Access::Coefficient(*this, scale - m_scale);
     mpz_add(sum->number, sum->number, Access::Coefficient(other, scale - other.m_scale)->number);
     return *this = Access::Make(sum, scale);

@@ -90,34 +90,49 @@ void TakeoffReader::CheckWidth(const tables::Row& row) const
                                      {m_table->Sheet(), row.line, static_cast<qsizetype>(i)});
 }
 
-/// Copies the cells that hold values into the row's text, and behind them room for the joined category.
-void TakeoffReader::CopyCells(const tables::Row& read, TakeoffRow& row) const
+/// Copies the record of a CSV file as a whole. None of its cells has a fault.
+qsizetype TakeoffReader::CopyRecord(const tables::Row& read, std::size_t count, TakeoffRow& row) const
 {
-    const std::size_t count = std::min(read.cells.size(), m_known.size());
-    row.cells.assign(m_known.size(), QStringView());
+    const qsizetype size = read.record.size();
+    row.text.resize(size + LevelRoom(size));
+    QChar* const to = row.text.data();
+    std::copy(read.record.begin(), read.record.end(), to);
+    for (std::size_t i = 0; i < count; ++i) {
+        const QStringView cell = read.cells[i].text;
+        if (!cell.isEmpty()) row.cells[i] = QStringView(to + (cell.data() - read.record.data()), cell.size());
+    }
+    return size;
+}
+
+/// Copies the cells of a workbook's row that hold values.
+qsizetype TakeoffReader::CopyCells(const tables::Row& read, std::size_t count, TakeoffRow& row) const
+{
     qsizetype size = 0;
     for (std::size_t i = 0; i < count; ++i)
         size += read.cells[i].text.size();
-    row.text.resize(2 * size + static_cast<qsizetype>(m_levels.size()));
+    row.text.resize(size + LevelRoom(size));
     QChar* to = row.text.data();
     for (std::size_t i = 0; i < count; ++i) {
         CString fault = tables::FaultOf(read.cells[i]);
         if (fault.isEmpty()) {
             const QStringView cell = read.cells[i].text;
-            std::copy(cell.begin(), cell.end(), to);
             row.cells[i] = QStringView(to, cell.size());
-            to += cell.size();
+            to = std::copy(cell.begin(), cell.end(), to);
         } else if (!m_known[i].isEmpty())
             row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
     }
+    return size;
 }
 
-/// The category from the columns of its levels, joined in the room that the cells have left.
-void TakeoffReader::TakeLevels(TakeoffRow& row) const
+/// The room for the category behind cells of that size, where it has to be joined from its levels.
+qsizetype TakeoffReader::LevelRoom(qsizetype size) const
 {
-    qsizetype used = 0;
-    for (const QStringView cell : row.cells)
-        used += cell.size();
+    return m_category ? 0 : size + static_cast<qsizetype>(m_levels.size());
+}
+
+/// The category from the columns of its levels, joined behind the `used` characters of the row's text.
+void TakeoffReader::JoinLevels(qsizetype used, TakeoffRow& row) const
+{
     QChar* const begin = row.text.data() + used;
     QChar* to = begin;
     for (std::size_t i = 0; i < m_levels.size(); ++i) {
@@ -136,13 +151,16 @@ bool TakeoffReader::Next(TakeoffRow& row)
     row.faults.clear();
     if (!read->fault.isEmpty()) throw tables::TableError(m_path, read->fault, {m_table->Sheet(), row.line});
     CheckWidth(*read);
-    CopyCells(*read, row);
+    row.cells.assign(m_known.size(), QStringView());
+    const std::size_t count = std::min(read->cells.size(), m_known.size());
+    const qsizetype used =
+        read->record.isNull() ? CopyCells(*read, count, row) : CopyRecord(*read, count, row);
     row.id = WithoutBlanks(row.cells[m_id]);
     row.name = m_name ? row.cells[*m_name] : QStringView();
     if (m_category)
         row.category = WithoutBlanks(row.cells[*m_category]);
     else
-        TakeLevels(row);
+        JoinLevels(used, row);
     return true;
 }
 

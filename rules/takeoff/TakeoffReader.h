@@ -61,8 +61,10 @@ private:
     void TakeHeaders();
     void RequireCategory();
     void CheckWidth(const tables::Row& row) const;
-    void CopyCells(const tables::Row& read, TakeoffRow& row) const;
-    void TakeLevels(TakeoffRow& row) const;
+    qsizetype CopyRecord(const tables::Row& read, std::size_t count, TakeoffRow& row) const;
+    qsizetype CopyCells(const tables::Row& read, std::size_t count, TakeoffRow& row) const;
+    qsizetype LevelRoom(qsizetype size) const;
+    void JoinLevels(qsizetype used, TakeoffRow& row) const;
 
     CString m_path;
     std::unique_ptr<tables::TableReader> m_table;
