@@ -1,3 +1,4 @@
+#include "bench/ApplyFigures.h"
 #include "bench/CheckFigures.h"
 #include "bench/CompareFigures.h"
 #include "bench/DialogFigures.h"
@@ -72,6 +73,12 @@ bool RunCheckFigures(const QTemporaryDir& folder)
     return bench::CheckSample(folder.path(), folder.filePath(Project), 31) && met;
 }
 
+bool RunApplyFigures(const QTemporaryDir& folder)
+{
+    const bool met = bench::Apply(folder.path(), 5);
+    return bench::ApplyMemory(folder.path(), QCoreApplication::applicationFilePath()) && met;
+}
+
 bool RunWindowFigures(const QTemporaryDir& folder)
 {
     bool met = bench::CategoryChange(folder.filePath(u"change.xml"_s), 31);
@@ -118,6 +125,7 @@ int RunChild(int& argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QString native = arguments.value(3);
+    if (work == "peak-apply") return bench::RunApplyChild(native);
     const bench::Input input{native.toUtf8(), platform::FromNative(native), arguments.value(4)};
     return WithNewProject([&](const QTemporaryDir&) { return bench::RunChild(arguments.value(2), input); });
 }
@@ -142,6 +150,7 @@ int main(int argc, char** argv)
             met = (!isWanted(u"compare"_s) || RunCompareFigure(folder)) && met;
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
             met = (!isWanted(u"check"_s) || RunCheckFigures(folder)) && met;
+            met = (!isWanted(u"apply"_s) || RunApplyFigures(folder)) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;
         });

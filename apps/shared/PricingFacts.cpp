@@ -21,19 +21,15 @@ constexpr qsizetype CodePlace = 3;
 rules::CategoryFacts FactsOf(const embedded::SmallCategory& category, const embedded::CatalogueData& data,
                              const CArray<embedded::AttributeUnit>& units)
 {
-    std::map<CString, CString> unitByName;
-    for (const embedded::AttributeUnit& unit : units)
-        unitByName.emplace(unit.name, unit.unit);
     rules::CategoryFacts facts;
     std::set<CString> own;
     for (qsizetype i = 0; i + GroupSize <= category.attributes.size(); i += GroupSize) {
         const CString& name = category.attributes[i + NamePlace];
         const CString& code = category.attributes[i + CodePlace];
-        const auto unit = unitByName.find(name);
         own.insert(name);
         facts.push_back({.name = name,
                          .code = code,
-                         .unit = unit == unitByName.end() ? CString() : unit->second,
+                         .unit = category.units.value(i / GroupSize),
                          .valueList = ValuesOf(data, code, category.attributes[i + ListPlace])});
     }
     for (const embedded::AttributeUnit& unit : units)
@@ -43,6 +39,13 @@ rules::CategoryFacts FactsOf(const embedded::SmallCategory& category, const embe
                              .unit = unit.unit,
                              .valueList = ValuesOf(data, unit.code, {})});
     return facts;
+}
+
+/// The unit of a calculation item of that kind.
+CString UnitOf(int kind)
+{
+    static const CStringArray Units{CString(), u"m"_s, u"个"_s, u"m2"_s, u"m3"_s, u"kg"_s};
+    return Units.value(kind);
 }
 
 rules::SmallCategoryPtr WithDefaultAlone(const embedded::SmallCategory& category)
@@ -92,6 +95,19 @@ rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::Pr
     for (auto item = items.constBegin(); item != items.constEnd(); ++item)
         facts.calculationItems.emplace(item.key(), item->strRule);
     return facts;
+}
+
+rules::Measures MeasuresOf(const embedded::CatalogueData& data)
+{
+    rules::Measures measures;
+    for (const embedded::Specialty& specialty : data.specialties)
+        for (const embedded::BigCategory& big : specialty.bigCategories)
+            for (const embedded::SmallCategory& small : big.smallCategories) {
+                if (small.mainItems.isEmpty()) continue;
+                const CString& item = small.mainItems.front();
+                measures.emplace(small.fullName, rules::Measure{item, UnitOf(data.rules.value(item).nKind)});
+            }
+    return measures;
 }
 
 rules::ConfigurationPtr WithinCatalogue(const rules::Configuration& configuration,

@@ -3,6 +3,7 @@
 #include "embedded/data/catalogue/CatalogueData.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "rules/bill/BillBuilder.h"
+#include "rules/bill/Coverage.h"
 
 /// Where the library of the rules meets the embedded host: what pricing goes by, as plain values.
 namespace shared {
@@ -16,6 +17,9 @@ rules::CatalogueFacts OwnAttributesOf(const embedded::CatalogueData& data);
 
 /// All that pricing goes by in the project: mode, libraries in use, attributes, calculation items.
 rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::PricingMode mode);
+
+/// What the components of every small category are measured by: the first of its main calculation items.
+rules::Measures MeasuresOf(const embedded::CatalogueData& data);
 
 /// The rules of every small category of the catalogue as the module sees them: those of the configuration, or
 /// an empty default rule where it has none. What the catalogue does not know is left out.

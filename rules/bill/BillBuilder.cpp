@@ -183,9 +183,21 @@ BillBuilder::~BillBuilder() = default;
 
 ComponentResult BillBuilder::Add(const TakeoffComponent& component)
 {
-    ++m_bill.totals.in;
     ComponentResult result;
-    if (!component.id.isEmpty() && !m_ids.insert(component.id).second)
+    Add(component, result);
+    return result;
+}
+
+void BillBuilder::Add(const TakeoffComponent& component, ComponentResult& result)
+{
+    ++m_bill.totals.in;
+    result.outcome = Outcome::Refused;
+    result.refusal = Refusal::None;
+    result.category.reset();
+    result.rule = NoRule;
+    result.remarks.clear();
+    result.itemsOfOtherLibraries = 0;
+    if (!component.id.isEmpty() && !m_ids->IsNew(component.id))
         result.refusal = Refusal::IdTwice;
     else
         Price(component, result);
@@ -198,9 +210,9 @@ ComponentResult BillBuilder::Add(const TakeoffComponent& component)
         break;
     case Outcome::Refused:
         ++m_bill.totals.refused;
+        result.lines.clear();
         break;
     }
-    return result;
 }
 
 void BillBuilder::Price(const TakeoffComponent& component, ComponentResult& result)
@@ -225,19 +237,29 @@ void BillBuilder::Price(const TakeoffComponent& component, ComponentResult& resu
         return;
     }
     result.outcome = isDefault ? Outcome::OnDefault : Outcome::Priced;
-    for (const Item& item : items) {
-        ItemLine& line = result.lines.emplace_back();
-        line.row = item.row;
-        line.quantity = state->quantities.Evaluate(item.formula, component.cells);
-        AddTo(m_bill.rows[item.row], line.quantity);
-        for (const Item& quota : item.quotas) {
-            Quantity quantity = state->quantities.Evaluate(quota.formula, component.cells);
-            AddTo(m_bill.rows[item.row].quotas[quota.row], quantity);
-            line.quotas.push_back({quota.row, std::move(quantity), {}});
-        }
-    }
+    state->quantities.Begin(component.cells);
+    result.lines.resize(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i)
+        Put(items[i], state->quantities, result.lines[i]);
     for (Remark& remark : state->quantities.TakeRemarks())
         AddRemark(result.remarks, std::move(remark));
+}
+
+/// Adds an item of a component, with the quota items below it, to the bill and to what becomes of the
+/// component.
+void BillBuilder::Put(const Item& item, QuantityTable& quantities, ItemLine& line)
+{
+    BillRow& row = m_bill.rows[item.row];
+    line.row = item.row;
+    line.quantity = quantities.Of(item.formula);
+    AddTo(row, line.quantity);
+    line.quotas.resize(item.quotas.size());
+    for (std::size_t i = 0; i < item.quotas.size(); ++i) {
+        const Item& quota = item.quotas[i];
+        line.quotas[i].row = quota.row;
+        line.quotas[i].quantity = quantities.Of(quota.formula);
+        AddTo(row.quotas[quota.row], line.quotas[i].quantity);
+    }
 }
 
 std::optional<Trace> BillBuilder::Explain(const TakeoffComponent& component)
@@ -248,9 +270,10 @@ std::optional<Trace> BillBuilder::Explain(const TakeoffComponent& component)
     std::vector<Cell> cells;
     for (std::size_t i = 0; i < attributes.size(); ++i) {
         if (attributes[i].isOwnName)
-            cells.emplace_back(component.name);
+            cells.emplace_back(component.name.toString());
         else
-            cells.push_back(state->columns[i] ? Cell(component.cells[*state->columns[i]]) : Cell());
+            cells.push_back(state->columns[i] ? Cell(component.cells[*state->columns[i]].toString())
+                                              : Cell());
     }
     return rules::Explain(state->matching.Matcher(), cells);
 }
@@ -264,7 +287,7 @@ RuleIndex BillBuilder::Match(CategoryState& state, const TakeoffComponent& compo
         if (attributes[i].isOwnName)
             state.values[i] = state.matching.Resolve(i, component.name);
         else if (state.columns[i]) {
-            const CString& cell = component.cells[*state.columns[i]];
+            const QStringView cell = component.cells[*state.columns[i]];
             state.values[i] = state.matching.Resolve(i, cell);
             RemarkOnCell(attributes[i].name, cell, state.lists[i].values, state.lists[i].hasNumbers, remarks);
         } else
@@ -273,14 +296,14 @@ RuleIndex BillBuilder::Match(CategoryState& state, const TakeoffComponent& compo
     return state.matching.Match(state.values);
 }
 
-BillBuilder::CategoryState* BillBuilder::StateOf(const CString& category)
+BillBuilder::CategoryState* BillBuilder::StateOf(QStringView category)
 {
     const auto known = m_categories.find(category);
     if (known != m_categories.end()) return known->second.get();
-    SmallCategoryPtr found = m_configuration->Find(category);
+    SmallCategoryPtr found = m_configuration->Find(category.toString());
     std::unique_ptr<CategoryState> state;
     if (found) state = std::make_unique<CategoryState>(std::move(found), m_facts, m_headers);
-    return m_categories.emplace(category, std::move(state)).first->second.get();
+    return m_categories.emplace(category.toString(), std::move(state)).first->second.get();
 }
 
 /// The items of a rule that are priced, found when it applies for the first time, so that the bill has no
@@ -298,6 +321,7 @@ const BillBuilder::PreparedRule& BillBuilder::ItemsOf(CategoryState& state, Rule
 /// The number of the component's values in the columns by which the bill is divided.
 std::uint32_t BillBuilder::GroupOf(const TakeoffComponent& component)
 {
+    if (m_groupBy.empty() && !m_groups.empty()) return 0; // all are of one group
     std::vector<CString> cells;
     for (const std::size_t column : m_groupBy)
         cells.push_back(WithoutBlanks(component.cells[column]).toString());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/bill/IdCheck.h"
 #include "rules/bill/QuantityTable.h"
 #include "rules/bill/Units.h"
 #include "rules/match/Matching.h"
@@ -8,9 +9,7 @@
 #include <compare>
 #include <map>
 #include <memory>
-#include <span>
 #include <tuple>
-#include <unordered_set>
 #include <vector>
 
 /// From components to a bill of quantities. docs/matching.md tells the semantics.
@@ -29,13 +28,14 @@ struct PricingFacts
     CalculationItems calculationItems;
 };
 
-/// A component of a take-off table. The cells stand beside the headers that the builder was given.
+/// A component of a take-off table, by views that must stand during the call. The cells stand beside the
+/// headers that the builder was given.
 struct TakeoffComponent
 {
-    CString id;       ///< an empty id is no other component's
-    CString category; ///< specialty, big and small category joined by backslashes
-    CString name;     ///< the component's own name
-    std::span<const CString> cells;
+    QStringView id;       ///< an empty id is no other component's
+    QStringView category; ///< specialty, big and small category joined by backslashes
+    QStringView name;     ///< the component's own name
+    CellsView cells;
 };
 
 enum class Outcome { Priced, OnDefault, Refused };
@@ -133,8 +133,20 @@ public:
     BillBuilder(const BillBuilder&) = delete;
     BillBuilder& operator=(const BillBuilder&) = delete;
 
+    /// As the constructor was given them.
+    const CStringArray& Headers() const noexcept { return m_headers; }
+    const std::vector<std::size_t>& GroupBy() const noexcept { return m_groupBy; }
+
+    /// The rows so far, as `Bill::rows`, but for what `Finish` sets.
+    const std::vector<BillRow>& Rows() const noexcept { return m_bill.rows; }
+
+    /// Lets another check than `EveryId` decide which ids came before. It must outlive this.
+    void CheckIdsBy(IdCheck& ids) noexcept { m_ids = &ids; }
+
     /// Prices one component and adds it to the bill. It must have as many cells as there are headers.
     ComponentResult Add(const TakeoffComponent& component);
+    /// The same, with `result` overwritten: one that is used again and again spares allocations.
+    void Add(const TakeoffComponent& component, ComponentResult& result);
 
     /// Why the component gets the rule that it gets. Adds nothing to the bill. Nothing for a category that is
     /// unknown.
@@ -152,7 +164,7 @@ private:
     struct PreparedRule;
     struct CategoryState;
 
-    CategoryState* StateOf(const CString& category);
+    CategoryState* StateOf(QStringView category);
     void Price(const TakeoffComponent& component, ComponentResult& result);
     static RuleIndex Match(CategoryState& state, const TakeoffComponent& component,
                            std::vector<Remark>& remarks);
@@ -160,13 +172,15 @@ private:
     const PreparedRule& ItemsOf(CategoryState& state, RuleIndex rule, std::uint32_t group);
     PreparedRule PrepareItems(CategoryState& state, const Rule& rule, std::uint32_t group);
     std::uint32_t RowOf(BillRow row, const CategoryState& state, std::uint32_t group, const Rule& rule);
+    void Put(const Item& item, QuantityTable& quantities, ItemLine& line);
     static void AddTo(BillRow& row, const Quantity& quantity);
 
     ConfigurationPtr m_configuration;
     PricingFacts m_facts;
     CStringArray m_headers;
-    std::map<CString, std::unique_ptr<CategoryState>> m_categories; ///< null for those that are unknown
-    std::unordered_set<CString> m_ids;
+    TextMap<std::unique_ptr<CategoryState>> m_categories; ///< null for those that are unknown
+    EveryId m_everyId;
+    IdCheck* m_ids = &m_everyId;
     std::vector<std::size_t> m_groupBy;
     std::map<std::vector<CString>, std::uint32_t> m_groupByCells;
     std::vector<std::vector<CString>> m_groups;

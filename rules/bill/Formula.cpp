@@ -1,56 +1,22 @@
 #include "rules/bill/Formula.h"
 
+#include "formula/Grammar.h"
+
 #include <utility>
 
 namespace rules {
 
 namespace {
 
+using formula::TokenKind;
+
 /// No quantity of a building has more. A rule that multiplies by itself again and again ends here.
 constexpr std::size_t MostDigits = 1000;
 
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-bool StartsName(QChar c)
-{
-    return c.isLetter() || c == u'_' || c.isSurrogate();
-}
-
-bool ContinuesName(QChar c)
-{
-    return StartsName(c) || c.isDigit() || c.isMark();
-}
-
-/// The plain form of a sign or bracket; any other character as it is.
-char16_t Plain(QChar c)
-{
-    switch (c.unicode()) {
-    case u'＋':
-        return u'+';
-    case u'－':
-        return u'-';
-    case u'＊':
-    case u'×':
-        return u'*';
-    case u'／':
-    case u'÷':
-        return u'/';
-    case u'（':
-        return u'(';
-    case u'）':
-        return u')';
-    default:
-        return c.unicode();
-    }
-}
-
 } // namespace
 
-/// Reads from left to right, operators waiting on a list of their own until their operands are there, so that
-/// no depth of brackets needs the stack.
+/// Reads from left to right what the grammar lets pass, operators waiting on a list of their own until their
+/// operands are there, so that no depth of brackets needs the stack.
 class Formula::Reader
 {
 public:
@@ -58,104 +24,63 @@ public:
 
     std::optional<Formula> Read()
     {
-        while (SkipBlanks())
-            if (!(m_wantsOperand ? TakeOperand() : TakeOperator())) return std::nullopt;
-        if (m_wantsOperand) return std::nullopt;
-        while (!m_waiting.empty()) {
-            if (m_waiting.back() == u'(') return std::nullopt;
-            Settle();
+        formula::Tokens tokens(m_text);
+        formula::Grammar grammar;
+        for (;;) {
+            const formula::Token token = tokens.Next();
+            const bool wantsOperand = grammar.WantsOperand();
+            if (grammar.Take(token).fault != formula::Fault::None) return std::nullopt;
+            if (token.kind == TokenKind::End) break;
+            wantsOperand ? TakeOperand(token) : TakeOperator(token);
         }
+        while (!m_waiting.empty())
+            Settle();
         return std::move(m_formula);
     }
 
 private:
     static constexpr char16_t Negation = u'~';
 
-    bool SkipBlanks()
+    void TakeOperand(const formula::Token& token)
     {
-        while (m_at < m_text.size() && m_text[m_at].isSpace())
-            ++m_at;
-        return m_at < m_text.size();
-    }
-
-    bool TakeOperand()
-    {
-        const QChar c = m_text[m_at];
-        const bool maySign = std::exchange(m_maySign, false);
-        if (IsDigit(c)) return TakeNumber();
-        if (StartsName(c)) return TakeName();
-        ++m_at;
-        switch (Plain(c)) {
-        case u'(':
+        switch (token.kind) {
+        case TokenKind::Number:
+            m_formula.m_steps.push_back({Step::Kind::Number, m_formula.m_numbers.size()});
+            m_formula.m_numbers.push_back(*Decimal::Parse(token.text));
+            break;
+        case TokenKind::Name:
+            m_formula.m_steps.push_back({Step::Kind::Name, IndexOf(token.text.toString())});
+            break;
+        case TokenKind::Open:
             m_waiting.push_back(u'(');
-            m_maySign = true;
-            return true;
-        case u'-':
-            m_waiting.push_back(Negation);
-            return maySign;
-        case u'+':
-            return maySign;
-        default:
-            return false;
+            break;
+        default: // a sign before the operand
+            if (token.sign == u'-') m_waiting.push_back(Negation);
+            break;
         }
     }
 
-    bool TakeOperator()
+    void TakeOperator(const formula::Token& token)
     {
-        const char16_t sign = Plain(m_text[m_at++]);
-        if (sign == u')') {
-            while (!m_waiting.empty() && m_waiting.back() != u'(')
+        if (token.kind == TokenKind::Close) {
+            while (m_waiting.back() != u'(')
                 Settle();
-            if (m_waiting.empty()) return false;
             m_waiting.pop_back();
-            return true;
+            return;
         }
-        if (Rank(sign) == 0) return false;
-        while (!m_waiting.empty() && Rank(m_waiting.back()) >= Rank(sign))
+        while (!m_waiting.empty() && Rank(m_waiting.back()) >= Rank(token.sign))
             Settle();
-        m_waiting.push_back(sign);
-        m_wantsOperand = true;
-        return true;
+        m_waiting.push_back(token.sign);
     }
 
-    bool TakeNumber()
+    std::size_t IndexOf(const CString& name)
     {
-        const qsizetype begin = m_at;
-        PassDigits();
-        if (m_at + 1 < m_text.size() && m_text[m_at] == u'.' && IsDigit(m_text[m_at + 1])) {
-            ++m_at;
-            PassDigits();
-        }
-        Append({Step::Kind::Number, m_formula.m_numbers.size()});
-        m_formula.m_numbers.push_back(*Decimal::Parse(QStringView(m_text).sliced(begin, m_at - begin)));
-        return true;
-    }
-
-    void PassDigits()
-    {
-        while (m_at < m_text.size() && IsDigit(m_text[m_at]))
-            ++m_at;
-    }
-
-    bool TakeName()
-    {
-        const qsizetype begin = m_at;
-        while (m_at < m_text.size() && ContinuesName(m_text[m_at]))
-            ++m_at;
-        const CString name = m_text.sliced(begin, m_at - begin);
         qsizetype index = m_formula.m_names.indexOf(name);
         if (index < 0) {
             index = m_formula.m_names.size();
             m_formula.m_names.append(name);
         }
-        Append({Step::Kind::Name, static_cast<std::size_t>(index)});
-        return true;
-    }
-
-    void Append(Step operand)
-    {
-        m_formula.m_steps.push_back(operand);
-        m_wantsOperand = false;
+        return static_cast<std::size_t>(index);
     }
 
     static int Rank(char16_t sign)
@@ -200,9 +125,6 @@ private:
     const CString& m_text;
     Formula m_formula;
     std::vector<char16_t> m_waiting;
-    qsizetype m_at = 0;
-    bool m_wantsOperand = true;
-    bool m_maySign = true;
 };
 
 std::optional<Formula> Formula::Parse(const CString& text)
@@ -228,6 +150,13 @@ Quantity Formula::Apply(Step::Kind kind, const Decimal& a, const Decimal& b)
 Quantity Formula::Evaluate(const std::function<Quantity(std::size_t)>& valueOf) const
 {
     std::vector<Decimal> stack;
+    return Evaluate(valueOf, stack);
+}
+
+Quantity Formula::Evaluate(const std::function<Quantity(std::size_t)>& valueOf,
+                           std::vector<Decimal>& stack) const
+{
+    const std::size_t below = stack.size();
     for (const Step& step : m_steps) {
         Quantity result;
         if (step.kind == Step::Kind::Number) {
@@ -244,10 +173,15 @@ Quantity Formula::Evaluate(const std::function<Quantity(std::size_t)>& valueOf) 
             stack.pop_back();
             if (result.IsKnown() && result.value.Length() > MostDigits) result.fault = QuantityFault::TooLong;
         }
-        if (!result.IsKnown()) return result;
+        if (!result.IsKnown()) {
+            stack.resize(below);
+            return result;
+        }
         stack.push_back(std::move(result.value));
     }
-    return {stack.back()};
+    Quantity result{std::move(stack.back())};
+    stack.resize(below);
+    return result;
 }
 
 } // namespace rules

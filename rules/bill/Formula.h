@@ -45,6 +45,9 @@ public:
     /// The value, exact but for endless quotients (see `Decimal::DividedBy`). `valueOf` gives the value of a
     /// name by its index; the first fault is the result.
     Quantity Evaluate(const std::function<Quantity(std::size_t)>& valueOf) const;
+    /// The same with a stack that others use, too, and that is left as it was: whoever evaluates many
+    /// formulas spares their allocations.
+    Quantity Evaluate(const std::function<Quantity(std::size_t)>& valueOf, std::vector<Decimal>& stack) const;
 
 private:
     class Reader;

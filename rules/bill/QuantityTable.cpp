@@ -71,53 +71,73 @@ std::optional<std::size_t> QuantityTable::ColumnOf(const CString& header) const
     return found->second;
 }
 
-Quantity QuantityTable::Evaluate(std::size_t index, std::span<const CString> cells)
+Quantity QuantityTable::Evaluate(std::size_t index, const CellsView& cells)
 {
-    ++m_asking;
-    return Compute(index, cells);
+    Begin(cells);
+    return Of(index);
 }
 
-Quantity QuantityTable::Compute(std::size_t index, std::span<const CString> cells)
+void QuantityTable::Begin(const CellsView& cells)
+{
+    m_cells = cells;
+    ++m_component;
+}
+
+const Quantity& QuantityTable::Of(std::size_t index)
+{
+    if (m_formulas[index].knownFor == m_component) return m_formulas[index].value;
+    ++m_asking;
+    Quantity result = Compute(index);
+    Prepared& prepared = m_formulas[index];
+    prepared.value = std::move(result);
+    prepared.knownFor = m_component;
+    return prepared.value;
+}
+
+Quantity QuantityTable::Compute(std::size_t index)
 {
     const Prepared& prepared = m_formulas[index];
     if (!prepared.formula) {
         const bool isEmpty = WithoutBlanks(prepared.text).isEmpty();
         return {{}, isEmpty ? QuantityFault::EmptyFormula : QuantityFault::BadFormula, prepared.text};
     }
-    Quantity result =
-        prepared.formula->Evaluate([&](std::size_t name) { return ValueOf(prepared.sources[name], cells); });
+    // Captures so little that the function needs no memory of its own.
+    Quantity result = prepared.formula->Evaluate(
+        [this, &prepared](std::size_t name) { return ValueOf(prepared.sources[name]); }, m_stack);
     if (!result.IsKnown() && result.subject.isEmpty()) result.subject = prepared.text;
     return result;
 }
 
-Quantity QuantityTable::ValueOf(std::size_t index, std::span<const CString> cells)
+Quantity QuantityTable::ValueOf(std::size_t index)
 {
     Source& source = m_sources[index];
-    if (source.column && *source.column < cells.size()) {
-        const CString& cell = cells[*source.column];
+    if (source.column && *source.column < m_cells.size()) {
+        const QStringView cell = m_cells[*source.column];
         if (!WithoutBlanks(cell).isEmpty()) return Read(source, cell);
     }
     if (!source.rule) return {{}, QuantityFault::NameWithoutValue, source.name};
-    if (source.knownFor == m_asking)
-        return source.value; // items that stand on one another are worked out once
+    // Items that stand on one another are worked out once.
+    if (source.knownFor == m_component && (source.value.IsKnown() || source.askedFor == m_asking))
+        return source.value;
     if (source.isBeingAsked) return {{}, QuantityFault::Circular, source.name};
     source.isBeingAsked = true;
-    Quantity result = Compute(*source.rule, cells);
+    Quantity result = Compute(*source.rule);
     source.isBeingAsked = false;
     if (result.fault == QuantityFault::EmptyFormula)
         result = {{}, QuantityFault::NameWithoutValue, source.name};
     source.value = result;
-    source.knownFor = m_asking;
+    source.knownFor = m_component;
+    source.askedFor = m_asking;
     return result;
 }
 
 /// The number in a cell, in metres where the attribute counts in millimetres.
-Quantity QuantityTable::Read(const Source& source, const CString& cell)
+Quantity QuantityTable::Read(const Source& source, QStringView cell)
 {
     const std::optional<Decimal> number = source.numbers ? source.numbers->Read(cell) : PlainNumber(cell);
     if (!number) return {{}, QuantityFault::ValueNotANumber, source.name};
-    if (*number < Decimal()) AddRemark(m_remarks, {RemarkKind::Negative, source.name, cell});
-    if (source.rule) AddRemark(m_remarks, {RemarkKind::InPlaceOfRule, source.name, cell});
+    if (*number < Decimal()) AddRemark(m_remarks, {RemarkKind::Negative, source.name, cell.toString()});
+    if (source.rule) AddRemark(m_remarks, {RemarkKind::InPlaceOfRule, source.name, cell.toString()});
     static const Decimal Metres = *Decimal::Parse(u"0.001");
     return {source.inMillimetres ? *number * Metres : *number};
 }

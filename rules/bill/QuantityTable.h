@@ -3,11 +3,11 @@
 #include "rules/bill/Formula.h"
 #include "rules/bill/Remark.h"
 #include "rules/match/CellText.h"
+#include "rules/match/CellsView.h"
 #include "rules/model/Facts.h"
 
 #include <map>
 #include <memory>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -30,7 +30,13 @@ public:
     std::size_t Add(const CString& formula);
 
     /// What the formula gives for a component, given its cells beside the headers.
-    Quantity Evaluate(std::size_t formula, std::span<const CString> cells);
+    Quantity Evaluate(std::size_t formula, const CellsView& cells);
+
+    /// The same for several formulas of one component: what they have in common is worked out once. The cells
+    /// must stay until the next call.
+    void Begin(const CellsView& cells);
+    /// What a formula gives for the component of `Begin`. Stands until the next call of any operation.
+    const Quantity& Of(std::size_t formula);
 
     /// What was worth telling in the evaluations since the last call, each once.
     std::vector<Remark> TakeRemarks() { return std::exchange(m_remarks, {}); }
@@ -46,14 +52,17 @@ private:
         std::shared_ptr<const NumberReader> numbers; ///< of an attribute; null otherwise
         std::optional<std::size_t> rule;             ///< index in m_formulas
         bool isBeingAsked = false;
-        std::uint64_t knownFor = 0; ///< the number of the asking for which `value` is known
-        Quantity value;
+        std::uint64_t knownFor = 0; ///< the number of the component for which `value` is known
+        std::uint64_t askedFor = 0; ///< that of the asking: a fault may depend on where the asking began
+        Quantity value{};
     };
     struct Prepared
     {
         CString text;
         std::optional<Formula> formula;
         std::vector<std::size_t> sources; ///< beside its names
+        std::uint64_t knownFor = 0;       ///< the number of the component for which `value` is known
+        Quantity value{};
     };
     struct Attribute
     {
@@ -65,9 +74,9 @@ private:
 
     std::size_t SourceOf(const CString& name);
     std::optional<std::size_t> ColumnOf(const CString& header) const;
-    Quantity Compute(std::size_t formula, std::span<const CString> cells);
-    Quantity ValueOf(std::size_t source, std::span<const CString> cells);
-    Quantity Read(const Source& source, const CString& cell);
+    Quantity Compute(std::size_t formula);
+    Quantity ValueOf(std::size_t source);
+    Quantity Read(const Source& source, QStringView cell);
 
     const CalculationItems& m_items;
     std::map<CString, std::size_t> m_columns;
@@ -76,7 +85,10 @@ private:
     std::vector<Source> m_sources;
     std::map<CString, std::size_t> m_formulaByText;
     std::vector<Prepared> m_formulas;
+    CellsView m_cells;             ///< of the component at hand
+    std::uint64_t m_component = 0; ///< its number
     std::uint64_t m_asking = 0;
+    std::vector<Decimal> m_stack;
     std::vector<Remark> m_remarks;
 };
 

@@ -26,14 +26,14 @@ void AddRemark(std::vector<Remark>& remarks, Remark remark)
         remarks.push_back(std::move(remark));
 }
 
-void RemarkOnCell(const CString& attribute, const CString& cell, const CStringArray& valueList,
+void RemarkOnCell(const CString& attribute, QStringView cell, const CStringArray& valueList,
                   bool listsNumbers, std::vector<Remark>& remarks)
 {
     const QStringView text = WithoutBlanks(cell);
     if (text.isEmpty()) return;
-    if (text.size() != cell.size()) AddRemark(remarks, {RemarkKind::Blanks, attribute, cell});
+    if (text.size() != cell.size()) AddRemark(remarks, {RemarkKind::Blanks, attribute, cell.toString()});
     if (listsNumbers && !IsPlainDigits(text) && !valueList.contains(text))
-        AddRemark(remarks, {RemarkKind::NotInValueList, attribute, cell});
+        AddRemark(remarks, {RemarkKind::NotInValueList, attribute, cell.toString()});
 }
 
 CString Describe(const Remark& remark)

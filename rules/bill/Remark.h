@@ -29,7 +29,7 @@ KTQDDE_RULES_EXPORT void AddRemark(std::vector<Remark>& remarks, Remark remark);
 
 /// What there is to tell of the cell of an attribute that conditions look at. `listsNumbers` tells whether
 /// the attribute's value list has plain numbers.
-KTQDDE_RULES_EXPORT void RemarkOnCell(const CString& attribute, const CString& cell,
+KTQDDE_RULES_EXPORT void RemarkOnCell(const CString& attribute, QStringView cell,
                                       const CStringArray& valueList, bool listsNumbers,
                                       std::vector<Remark>& remarks);
 

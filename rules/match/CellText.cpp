@@ -93,6 +93,8 @@ CString WithUnit(const CString& name, const CString& unit)
 std::optional<Decimal> PlainNumber(QStringView text)
 {
     text = WithoutBlanks(text);
+    // Nearly all numbers are plain already.
+    if (std::optional<Decimal> plain = Decimal::Parse(text)) return plain;
     if (!std::all_of(text.begin(), text.end(), MayBeOfNumber)) return std::nullopt;
     return Decimal::Parse(Narrowed(text));
 }
@@ -109,8 +111,8 @@ NumberReader::NumberReader(const CStringArray& valueList)
 
 std::optional<Decimal> NumberReader::Read(QStringView cell) const
 {
+    if (std::optional<Decimal> plain = PlainNumber(cell)) return plain;
     const CString text = Narrowed(cell);
-    if (std::optional<Decimal> plain = Decimal::Parse(text)) return plain;
     const std::optional<Parts> parts = Cut(text);
     if (!parts || !m_forms.contains({parts->before.toString(), parts->behind.toString()}))
         return std::nullopt;

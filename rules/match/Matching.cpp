@@ -26,11 +26,6 @@ std::size_t Matching::KindHash::operator()(const CellKind& kind) const noexcept
     return qHashMulti(0, kind.text, kind.number, kind.range);
 }
 
-std::size_t Matching::TextHash::operator()(QStringView text) const noexcept
-{
-    return qHash(text);
-}
-
 Matching::Matching(std::shared_ptr<const CategoryMatcher> matcher, std::size_t memory)
     : m_matcher(std::move(matcher)), m_tests(m_matcher->Attributes().size()), m_levels(m_tests.size()),
       m_words((m_matcher->m_candidates.size() + WordBits - 1) / WordBits), m_memory(memory),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/match/CategoryMatcher.h"
+#include "rules/match/TextKey.h"
 
 #include <cstddef>
 #include <memory>
@@ -56,22 +57,12 @@ private:
     {
         std::size_t operator()(const CellKind& kind) const noexcept;
     };
-    struct TextHash
-    {
-        using is_transparent = void;
-        std::size_t operator()(QStringView text) const noexcept;
-    };
-    struct TextEqual
-    {
-        using is_transparent = void;
-        bool operator()(QStringView a, QStringView b) const noexcept { return a == b; }
-    };
 
     /// One attribute: the kinds of cells met so far, the rules that each leaves alive, and the states before
     /// it.
     struct Level
     {
-        std::unordered_map<CString, Value, TextHash, TextEqual> texts;
+        TextMap<Value> texts;
         std::unordered_map<CellKind, Value, KindHash> values;
         std::vector<CellKind> kinds;          ///< by value
         std::vector<std::vector<Word>> alive; ///< by value; empty when not yet, or no more, known

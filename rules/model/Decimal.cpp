@@ -71,6 +71,34 @@ struct Decimal::Access
         return result;
     }
 
+    /// In two halves: a long of the library has 32 bits on some platforms.
+    static void Set(Long& to, std::int64_t value)
+    {
+        const std::uint64_t magnitude =
+            value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+        mpz_set_ui(to.number, static_cast<unsigned long>(magnitude >> 32U));
+        mpz_mul_2exp(to.number, to.number, 32);
+        mpz_add_ui(to.number, to.number, static_cast<unsigned long>(magnitude & 0xFFFFFFFFU));
+        if (value < 0) mpz_neg(to.number, to.number);
+    }
+
+    /// Adds to a long coefficient where it stands, if nobody shares it and it stays a long one: sums of
+    /// millions of components are made so. False when nothing was done.
+    static bool AddInPlace(Decimal& sum, const Decimal& other)
+    {
+        constexpr std::size_t LongBits = 64; // more than any number of `ShortDigits` has
+        std::int64_t summand = 0;
+        if (!sum.m_long || sum.m_long.use_count() != 1 || sum.m_scale < other.m_scale ||
+            !Shifted(other, sum.m_scale - other.m_scale, summand))
+            return false;
+        Long addend;
+        Set(addend, summand);
+        mpz_add(addend.number, sum.m_long->number, addend.number);
+        if (mpz_sizeinbase(addend.number, 2) < LongBits) return false;
+        mpz_swap(sum.m_long->number, addend.number);
+        return true;
+    }
+
     /// The coefficient as a long integer, multiplied by 10^shift.
     static Shared Coefficient(const Decimal& value, std::uint32_t shift = 0)
     {
@@ -78,8 +106,7 @@ struct Decimal::Access
         if (value.m_long)
             mpz_set(result->number, value.m_long->number);
         else
-            result = FromText(
-                std::to_string(value.m_small)); // a long of the library has 32 bits on some platforms
+            Set(*result, value.m_small);
         if (shift > 0) {
             Long power;
             mpz_ui_pow_ui(power.number, 10, shift);
@@ -150,8 +177,35 @@ struct Decimal::Access
     }
 };
 
+/// A number of up to 18 digits, as nearly all are, without a text on the way; nothing for any other text.
+std::optional<Decimal> Decimal::ParseShort(QStringView text)
+{
+    const bool negative = text.startsWith(u'-');
+    if (negative || text.startsWith(u'+')) text = text.sliced(1);
+    if (text.isEmpty() || text.size() > ShortDigits) return std::nullopt;
+    std::int64_t coefficient = 0;
+    qsizetype point = -1;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9')
+            coefficient = 10 * coefficient + (c - u'0');
+        else if (c == u'.' && point < 0 && text.size() > 1)
+            point = i;
+        else
+            return std::nullopt;
+    }
+    Decimal result(negative ? -coefficient : coefficient);
+    if (point >= 0) result.m_scale = static_cast<std::uint32_t>(text.size() - point - 1);
+    while (result.m_scale > 0 && result.m_small % 10 == 0) {
+        result.m_small /= 10;
+        --result.m_scale;
+    }
+    return result;
+}
+
 std::optional<Decimal> Decimal::Parse(QStringView text)
 {
+    if (const std::optional<Decimal> brief = ParseShort(text)) return brief;
     const bool negative = text.startsWith(u'-');
     if (negative || text.startsWith(u'+')) text = text.sliced(1);
     const qsizetype point = text.indexOf(u'.');
@@ -212,6 +266,12 @@ bool Decimal::IsZero() const noexcept
 
 std::size_t Decimal::Length() const
 {
+    if (!m_long) {
+        std::size_t length = 1;
+        for (std::int64_t rest = m_small / 10; rest != 0; rest /= 10)
+            ++length;
+        return std::max(length, std::size_t{m_scale} + 1);
+    }
     bool negative = false;
     return Access::Digits(*this, negative).size();
 }
@@ -256,6 +316,7 @@ Decimal& Decimal::operator+=(const Decimal& other)
         m_scale = scale;
         return *this;
     }
+    if (Access::AddInPlace(*this, other)) return *this;
     const auto sum = Access::Coefficient(*this, scale - m_scale);
     mpz_add(sum->number, sum->number, Access::Coefficient(other, scale - other.m_scale)->number);
     return *this = Access::Make(sum, scale);

@@ -56,10 +56,12 @@ private:
     struct Long;
     struct Access;
 
+    static std::optional<Decimal> ParseShort(QStringView text);
+
     // The value is coefficient / 10^m_scale. The coefficient is m_long where there is one, else m_small.
     std::int64_t m_small = 0;
     std::uint32_t m_scale = 0;
-    std::shared_ptr<const Long> m_long;
+    std::shared_ptr<Long> m_long; ///< changed by the only one who has it, never where it is shared
 };
 
 } // namespace rules

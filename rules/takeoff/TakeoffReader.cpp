@@ -90,13 +90,57 @@ void TakeoffReader::CheckWidth(const tables::Row& row) const
                                      {m_table->Sheet(), row.line, static_cast<qsizetype>(i)});
 }
 
-CString TakeoffReader::CategoryOf(const std::vector<CString>& cells) const
+/// Copies the record of a CSV file as a whole. None of its cells has a fault.
+qsizetype TakeoffReader::CopyRecord(const tables::Row& read, std::size_t count, TakeoffRow& row) const
 {
-    if (m_category) return WithoutBlanks(cells[*m_category]).toString();
-    CStringArray levels;
-    for (const std::size_t column : m_levels)
-        levels.append(WithoutBlanks(cells[column]).toString());
-    return levels.join(u'\\');
+    const qsizetype size = read.record.size();
+    row.text.resize(size + LevelRoom(size));
+    QChar* const to = row.text.data();
+    std::copy(read.record.begin(), read.record.end(), to);
+    for (std::size_t i = 0; i < count; ++i) {
+        const QStringView cell = read.cells[i].text;
+        if (!cell.isEmpty()) row.cells[i] = QStringView(to + (cell.data() - read.record.data()), cell.size());
+    }
+    return size;
+}
+
+/// Copies the cells of a workbook's row that hold values.
+qsizetype TakeoffReader::CopyCells(const tables::Row& read, std::size_t count, TakeoffRow& row) const
+{
+    qsizetype size = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        size += read.cells[i].text.size();
+    row.text.resize(size + LevelRoom(size));
+    QChar* to = row.text.data();
+    for (std::size_t i = 0; i < count; ++i) {
+        CString fault = tables::FaultOf(read.cells[i]);
+        if (fault.isEmpty()) {
+            const QStringView cell = read.cells[i].text;
+            row.cells[i] = QStringView(to, cell.size());
+            to = std::copy(cell.begin(), cell.end(), to);
+        } else if (!m_known[i].isEmpty())
+            row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
+    }
+    return size;
+}
+
+/// The room for the category behind cells of that size, where it has to be joined from its levels.
+qsizetype TakeoffReader::LevelRoom(qsizetype size) const
+{
+    return m_category ? 0 : size + static_cast<qsizetype>(m_levels.size());
+}
+
+/// The category from the columns of its levels, joined behind the `used` characters of the row's text.
+void TakeoffReader::JoinLevels(qsizetype used, TakeoffRow& row) const
+{
+    QChar* const begin = row.text.data() + used;
+    QChar* to = begin;
+    for (std::size_t i = 0; i < m_levels.size(); ++i) {
+        if (i > 0) *to++ = u'\\';
+        const QStringView level = WithoutBlanks(row.cells[m_levels[i]]);
+        to = std::copy(level.begin(), level.end(), to);
+    }
+    row.category = QStringView(begin, to - begin);
 }
 
 bool TakeoffReader::Next(TakeoffRow& row)
@@ -105,22 +149,18 @@ bool TakeoffReader::Next(TakeoffRow& row)
     if (read == nullptr) return false;
     row.line = read->line;
     row.faults.clear();
-    row.cells.resize(m_known.size());
     if (!read->fault.isEmpty()) throw tables::TableError(m_path, read->fault, {m_table->Sheet(), row.line});
     CheckWidth(*read);
-    for (std::size_t i = 0; i < row.cells.size(); ++i) {
-        CString& cell = row.cells[i];
-        cell.truncate(0);
-        if (i >= read->cells.size()) continue;
-        CString fault = tables::FaultOf(read->cells[i]);
-        if (fault.isEmpty())
-            cell = read->cells[i].text.toString();
-        else if (!m_known[i].isEmpty())
-            row.faults.push_back({m_headers[static_cast<qsizetype>(i)], std::move(fault)});
-    }
-    row.id = WithoutBlanks(row.cells[m_id]).toString();
-    row.category = CategoryOf(row.cells);
-    row.name = m_name ? row.cells[*m_name] : CString();
+    row.cells.assign(m_known.size(), QStringView());
+    const std::size_t count = std::min(read->cells.size(), m_known.size());
+    const qsizetype used =
+        read->record.isNull() ? CopyCells(*read, count, row) : CopyRecord(*read, count, row);
+    row.id = WithoutBlanks(row.cells[m_id]);
+    row.name = m_name ? row.cells[*m_name] : QStringView();
+    if (m_category)
+        row.category = WithoutBlanks(row.cells[*m_category]);
+    else
+        JoinLevels(used, row);
     return true;
 }
 

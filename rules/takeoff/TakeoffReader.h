@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/Export.h"
 #include "tables/TableReader.h"
 
 #include <array>
@@ -17,20 +18,26 @@ struct CellFault
     CString reason;
 };
 
-/// A component as the table has it.
+/// A component as the table has it, by views into one text that the row owns. A row that is read into again
+/// and again spares allocations.
 struct TakeoffRow
 {
-    qint64 line = 0;  ///< one-based, as of `tables::Row`
-    CString id;       ///< without blanks around it
-    CString category; ///< specialty, big and small category joined by backslashes, without blanks around them
-    CString name;
-    std::vector<CString> cells; ///< beside the headers
+    TakeoffRow() = default;
+    TakeoffRow(const TakeoffRow&) = delete;
+    TakeoffRow& operator=(const TakeoffRow&) = delete;
+
+    qint64 line = 0;        ///< one-based, as of `tables::Row`
+    QStringView id{};       ///< without blanks around it
+    QStringView category{}; ///< specialty, big and small category joined by backslashes, without blanks
+    QStringView name{};
+    std::vector<QStringView> cells; ///< beside the headers
     std::vector<CellFault> faults;
+    CString text; ///< what the views look at
 };
 
 /// Reads components row by row, in memory that does not grow with their number. Every operation raises
 /// `tables::TableError` when the table cannot be read.
-class TakeoffReader
+class KTQDDE_RULES_EXPORT TakeoffReader
 {
 public:
     /// Opens a table and reads its headings. Raises `tables::TableError`, which names the place, when it
@@ -38,6 +45,8 @@ public:
     /// name.
     explicit TakeoffReader(const CString& path, const tables::ReadOptions& options = {});
     ~TakeoffReader();
+    TakeoffReader(const TakeoffReader&) = delete;
+    TakeoffReader& operator=(const TakeoffReader&) = delete;
 
     /// The headings, without blanks around them, as many as the table has columns; empty ones included.
     const CStringArray& Headers() const noexcept { return m_headers; }
@@ -52,7 +61,10 @@ private:
     void TakeHeaders();
     void RequireCategory();
     void CheckWidth(const tables::Row& row) const;
-    CString CategoryOf(const std::vector<CString>& cells) const;
+    qsizetype CopyRecord(const tables::Row& read, std::size_t count, TakeoffRow& row) const;
+    qsizetype CopyCells(const tables::Row& read, std::size_t count, TakeoffRow& row) const;
+    qsizetype LevelRoom(qsizetype size) const;
+    void JoinLevels(qsizetype used, TakeoffRow& row) const;
 
     CString m_path;
     std::unique_ptr<tables::TableReader> m_table;

@@ -157,6 +157,8 @@ void CsvReader::TakeFields()
         m_cells.push_back({WithoutGuard(text), text.isEmpty() ? CellKind::Empty : CellKind::Text, false});
     }
     m_row.cells = m_cells;
+    const qsizetype begin = m_fields.front().begin;
+    m_row.record = QStringView(m_text).sliced(begin, m_fields.back().end - begin);
 }
 
 /// Pushes the characters of a field together where its quotes are doubled.

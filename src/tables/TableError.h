@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/Text.h"
 
 #include <stdexcept>
@@ -14,11 +15,11 @@ struct Place
     qsizetype column = -1; ///< zero-based; -1 for none
 
     /// 工作表“构件”第 3 行 B 列, 第 3 行第 2 列, or as much of it as is known.
-    CString Text() const;
+    KTQDDE_EXPORT CString Text() const;
 };
 
 /// A table cannot be read or written. The text names file, place and reason, ready to be shown to a person.
-class TableError : public std::runtime_error
+class KTQDDE_EXPORT TableError : public std::runtime_error
 {
 public:
     /// `path` is a path text.

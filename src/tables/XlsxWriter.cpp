@@ -194,6 +194,10 @@ void XlsxWriter::Flush()
     if (m_size > LargestSheet) Fail(u"工作表太大，请写成 CSV 文件"_s);
     m_zip.Write(m_rows);
     m_rows.resize(0);
+    m_packed += m_zip.Take();
+    if (m_packed.size() < WrittenAtOnce) return;
+    Write(m_packed);
+    m_packed.resize(0);
 }
 
 void XlsxWriter::EndSheet()
@@ -249,7 +253,7 @@ QByteArray XlsxWriter::Rest()
         "sheet.main+xml\"/><Override PartName=\"/xl/styles.xml\" ContentType=\"" KTQDDE_TYPE
         "styles+xml\"/>" +
         types + "</Types>");
-    return m_zip.Finish();
+    return m_packed + m_zip.Finish();
 }
 
 } // namespace tables

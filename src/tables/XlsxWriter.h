@@ -5,8 +5,8 @@
 
 namespace tables {
 
-/// XLSX with texts in their cells, so that rows go into the archive one after the other. The archive, packed,
-/// is all that is held in memory.
+/// XLSX with texts in their cells, so that rows go into the archive and the archive into its file as they
+/// come: neither is held in memory.
 class XlsxWriter final : public TableWriter
 {
 public:
@@ -32,8 +32,9 @@ private:
     CStringArray m_sheets;
     CArray<Column> m_columns;
     QList<QByteArray> m_columnNames;
-    QByteArray m_rows;  ///< what has not been put into the archive yet
-    QByteArray m_links; ///< of the sheet that is written
+    QByteArray m_rows;   ///< what has not been put into the archive yet
+    QByteArray m_packed; ///< what of the archive has not been put into the file yet
+    QByteArray m_links;  ///< of the sheet that is written
     int m_linkCount = 0;
     qint64 m_size = 0; ///< of the sheet so far
     bool m_isRowOpen = false;

@@ -1,144 +1,186 @@
 #include "tables/ZipWriter.h"
 
-#include <minizip/zip.h>
+#define ZLIB_CONST // what is packed is not written to
+#include <zlib.h>
 
-#include <algorithm>
+#include <array>
+#include <limits>
 #include <new>
+#include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace tables {
-
-/// The bytes of the archive. The library goes back in them to note what it learns later.
-struct ZipWriter::Target
-{
-    QByteArray bytes;
-    qsizetype position = 0;
-};
 
 namespace {
 
 /// Fast packing: two fifths of the time of the usual level for 3 % more bytes of a sheet.
 constexpr int Level = 3;
+constexpr int RawWindow = -15; ///< the largest one, without a head of its own
+constexpr int UsualMemory = 8;
+constexpr qsizetype PieceSize = qsizetype{1} << 16;
 
-template <typename Target>
-voidpf ZCALLBACK OpenTarget(voidpf opaque, const void* /*name*/, int /*mode*/)
+constexpr quint32 LocalHead = 0x04034B50;
+constexpr quint32 Descriptor = 0x08074B50;
+constexpr quint32 CentralHead = 0x02014B50;
+constexpr quint32 CentralEnd = 0x06054B50;
+constexpr quint16 Version = 20; ///< the oldest that knows packed parts
+constexpr quint16 SizesBehind = 1U << 3;
+constexpr quint16 Deflated = 8;
+/// The earliest date that archives know, 1 January 1980, so that the same table gives the same bytes.
+constexpr quint16 Midnight = 0;
+constexpr quint16 FirstDay = 0x0021;
+
+struct Part
 {
-    return opaque;
+    QByteArray name;
+    quint32 checksum = 0;
+    quint64 packed = 0;
+    quint64 size = 0;
+    quint64 position = 0;
+};
+
+/// Appends numbers as archives have them, the lowest byte first.
+template <typename Number>
+void Put(QByteArray& to, Number number)
+{
+    for (std::size_t byte = 0; byte < sizeof(Number); ++byte)
+        to += static_cast<char>(static_cast<quint64>(number) >> (8 * byte));
 }
 
-template <typename Target>
-uLong ZCALLBACK ReadTarget(voidpf opaque, voidpf /*stream*/, void* to, uLong size)
+quint32 Short(quint64 number)
 {
-    auto& target = *static_cast<Target*>(opaque);
-    const qsizetype count = std::min(static_cast<qsizetype>(size), target.bytes.size() - target.position);
-    std::copy_n(target.bytes.constData() + target.position, count, static_cast<char*>(to));
-    target.position += count;
-    return static_cast<uLong>(count);
-}
-
-template <typename Target>
-uLong ZCALLBACK WriteTarget(voidpf opaque, voidpf /*stream*/, const void* from, uLong size)
-{
-    auto& target = *static_cast<Target*>(opaque);
-    const auto count = static_cast<qsizetype>(size);
-    try {
-        if (target.bytes.size() < target.position + count) target.bytes.resize(target.position + count);
-    } catch (const std::bad_alloc&) {
-        return 0;
-    }
-    std::copy_n(static_cast<const char*>(from), count, target.bytes.data() + target.position);
-    target.position += count;
-    return size;
-}
-
-template <typename Target>
-ZPOS64_T ZCALLBACK TellTarget(voidpf opaque, voidpf /*stream*/)
-{
-    return static_cast<ZPOS64_T>(static_cast<Target*>(opaque)->position);
-}
-
-template <typename Target>
-long ZCALLBACK SeekTarget(voidpf opaque, voidpf /*stream*/, ZPOS64_T offset, int origin)
-{
-    auto& target = *static_cast<Target*>(opaque);
-    qsizetype base = 0;
-    if (origin == ZLIB_FILEFUNC_SEEK_CUR) base = target.position;
-    if (origin == ZLIB_FILEFUNC_SEEK_END) base = target.bytes.size();
-    target.position = base + static_cast<qsizetype>(offset);
-    return target.position <= target.bytes.size() ? 0 : -1;
-}
-
-int ZCALLBACK CloseTarget(voidpf /*opaque*/, voidpf /*stream*/)
-{
-    return 0;
-}
-
-int ZCALLBACK ErrorOfTarget(voidpf /*opaque*/, voidpf /*stream*/)
-{
-    return 0;
-}
-
-template <typename Target>
-zlib_filefunc64_def FunctionsOf(Target& target)
-{
-    zlib_filefunc64_def functions{};
-    functions.zopen64_file = OpenTarget<Target>;
-    functions.zread_file = ReadTarget<Target>;
-    functions.zwrite_file = WriteTarget<Target>;
-    functions.ztell64_file = TellTarget<Target>;
-    functions.zseek64_file = SeekTarget<Target>;
-    functions.zclose_file = CloseTarget;
-    functions.zerror_file = ErrorOfTarget;
-    functions.opaque = &target;
-    return functions;
-}
-
-/// Short of memory is all that can go wrong.
-void Require(int result)
-{
-    if (result != ZIP_OK) throw std::bad_alloc();
+    if (number >= std::numeric_limits<quint32>::max()) throw std::length_error("the archive gets too large");
+    return static_cast<quint32>(number);
 }
 
 } // namespace
 
-ZipWriter::ZipWriter() : m_target(std::make_unique<Target>())
+/// The stream that packs, what has come of it, and the list of parts.
+struct ZipWriter::Packer
 {
-    zlib_filefunc64_def functions = FunctionsOf(*m_target);
-    m_zip = zipOpen2_64("", APPEND_STATUS_CREATE, nullptr, &functions);
-    if (m_zip == nullptr) throw std::bad_alloc();
-}
+    z_stream stream{};
+    QByteArray bytes;
+    quint64 taken = 0;
+    std::vector<Part> parts;
+    bool isOpen = false;
 
-ZipWriter::~ZipWriter()
-{
-    if (m_zip != nullptr) zipClose(m_zip, nullptr);
-}
+    Packer()
+    {
+        if (deflateInit2(&stream, Level, Z_DEFLATED, RawWindow, UsualMemory, Z_DEFAULT_STRATEGY) != Z_OK)
+            throw std::bad_alloc();
+    }
+    ~Packer() { deflateEnd(&stream); }
+    Packer(const Packer&) = delete;
+    Packer& operator=(const Packer&) = delete;
+
+    quint64 Position() const { return taken + static_cast<quint64>(bytes.size()); }
+
+    void Pack(const QByteArray& text, int flush)
+    {
+        std::array<char, PieceSize> piece;
+        stream.next_in = reinterpret_cast<const Bytef*>(text.constData());
+        stream.avail_in = static_cast<uInt>(text.size());
+        do {
+            stream.next_out = reinterpret_cast<Bytef*>(piece.data());
+            stream.avail_out = static_cast<uInt>(piece.size());
+            deflate(&stream, flush);
+            bytes.append(piece.data(), static_cast<qsizetype>(piece.size() - stream.avail_out));
+        } while (stream.avail_out == 0);
+    }
+
+    /// What a part's head and its line in the list have in common.
+    void PutFacts(const Part& part, quint32 checksum, quint32 packed, quint32 size)
+    {
+        Put(bytes, Version);
+        Put(bytes, SizesBehind);
+        Put(bytes, Deflated);
+        Put(bytes, Midnight);
+        Put(bytes, FirstDay);
+        Put(bytes, checksum);
+        Put(bytes, packed);
+        Put(bytes, size);
+        Put(bytes, static_cast<quint16>(part.name.size()));
+        Put(bytes, quint16{0}); // more fields
+    }
+
+    void PutListed(const Part& part)
+    {
+        Put(bytes, CentralHead);
+        Put(bytes, Version);
+        PutFacts(part, part.checksum, Short(part.packed), Short(part.size));
+        Put(bytes, quint16{0}); // comment
+        Put(bytes, quint16{0}); // disk
+        Put(bytes, quint16{0}); // kind of content
+        Put(bytes, quint32{0}); // attributes
+        Put(bytes, Short(part.position));
+        bytes += part.name;
+    }
+};
+
+ZipWriter::ZipWriter() : m_packer(std::make_unique<Packer>()) {}
+
+ZipWriter::~ZipWriter() = default;
 
 void ZipWriter::Begin(const char* part)
 {
     EndPart();
-    zip_fileinfo info{};
-    // The earliest date that archives know, so that the same table gives the same bytes.
-    info.tmz_date.tm_mday = 1;
-    info.tmz_date.tm_year = 1980;
-    Require(zipOpenNewFileInZip64(m_zip, part, &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED, Level, 0));
-    m_isOpen = true;
+    Packer& packer = *m_packer;
+    packer.parts.push_back({part, static_cast<quint32>(crc32(0, nullptr, 0)), 0, 0, packer.Position()});
+    Put(packer.bytes, LocalHead);
+    packer.PutFacts(packer.parts.back(), 0, 0, 0);
+    packer.bytes += packer.parts.back().name;
+    packer.parts.back().packed = packer.Position(); // where its bytes begin, until it ends
+    deflateReset(&packer.stream);
+    packer.isOpen = true;
 }
 
 void ZipWriter::Write(const QByteArray& bytes)
 {
-    Require(zipWriteInFileInZip(m_zip, bytes.constData(), static_cast<unsigned>(bytes.size())));
+    Part& part = m_packer->parts.back();
+    part.size += static_cast<quint64>(bytes.size());
+    part.checksum = static_cast<quint32>(crc32(
+        part.checksum, reinterpret_cast<const Bytef*>(bytes.constData()), static_cast<uInt>(bytes.size())));
+    m_packer->Pack(bytes, Z_NO_FLUSH);
 }
 
 void ZipWriter::EndPart()
 {
-    if (std::exchange(m_isOpen, false)) Require(zipCloseFileInZip(m_zip));
+    Packer& packer = *m_packer;
+    if (!std::exchange(packer.isOpen, false)) return;
+    packer.Pack({}, Z_FINISH);
+    Part& part = packer.parts.back();
+    part.packed = packer.Position() - part.packed;
+    Put(packer.bytes, Descriptor);
+    Put(packer.bytes, part.checksum);
+    Put(packer.bytes, Short(part.packed));
+    Put(packer.bytes, Short(part.size));
+}
+
+QByteArray ZipWriter::Take()
+{
+    m_packer->taken += static_cast<quint64>(m_packer->bytes.size());
+    return std::exchange(m_packer->bytes, {});
 }
 
 QByteArray ZipWriter::Finish()
 {
     EndPart();
-    Require(zipClose(std::exchange(m_zip, nullptr), nullptr));
-    return std::move(m_target->bytes);
+    Packer& packer = *m_packer;
+    const quint64 begin = packer.Position();
+    for (const Part& part : packer.parts)
+        packer.PutListed(part);
+    const quint64 end = packer.Position();
+    const auto count = static_cast<quint16>(packer.parts.size());
+    Put(packer.bytes, CentralEnd);
+    Put(packer.bytes, quint16{0}); // this disk
+    Put(packer.bytes, quint16{0}); // the disk of the list
+    Put(packer.bytes, count);
+    Put(packer.bytes, count);
+    Put(packer.bytes, Short(end - begin));
+    Put(packer.bytes, Short(begin));
+    Put(packer.bytes, quint16{0}); // comment
+    return Take();
 }
 
 } // namespace tables

@@ -118,3 +118,37 @@ TEST(Decimal, KeepsTheLawsOfArithmeticOnRandomNumbers)
         ASSERT_EQ(*(a * b).DividedBy(b.IsZero() ? Decimal(1) : b), b.IsZero() ? a * b : a);
     }
 }
+
+TEST(Decimal, LongSumsAreExactAndLeaveTheirCopiesAlone)
+{
+    const Decimal large = *Decimal::Parse(u"987654321012345.678");
+    Decimal sum;
+    Decimal copy;
+    for (int i = 0; i < 100'000; ++i) {
+        sum += large;
+        if (i == 50'000) copy = sum;
+    }
+    EXPECT_EQ(sum.ToText(), u"98765432101234567800"_s);
+    EXPECT_EQ(copy.ToText(), u"49383703704938296263.678"_s);
+    for (int i = 0; i < 100'000; ++i)
+        sum += -large;
+    EXPECT_TRUE(sum.IsZero()) << "what has become short again is a short number";
+    sum += *Decimal::Parse(u"-0.5");
+    EXPECT_EQ(sum.ToText(), u"-0.5"_s);
+}
+
+TEST(Decimal, ShortAndLongTextsAreReadAlike)
+{
+    for (const CString& text : {u"0"_s, u"-0"_s, u"+7.50"_s, u".5"_s, u"5."_s, u"000000000000000000012.500"_s,
+                                u"-123456789012345678"_s, u"-1234567890123456789.5"_s}) {
+        const auto number = Decimal::Parse(text);
+        ASSERT_TRUE(number.has_value()) << text.toStdString();
+        EXPECT_EQ(*number, *Decimal::Parse(u"0000000000000000000000"_s.insert(
+                                               0, text.startsWith(u'-') ? u"-"_s : CString()) +
+                                           text.mid(text.startsWith(u'-') || text.startsWith(u'+') ? 1 : 0)))
+            << text.toStdString();
+    }
+    for (const CString& text :
+         {u""_s, u"."_s, u"-"_s, u"+."_s, u"1.2.3"_s, u"1e3"_s, u"--1"_s, u" 1"_s, u"１"_s})
+        EXPECT_FALSE(Decimal::Parse(text).has_value()) << text.toStdString();
+}

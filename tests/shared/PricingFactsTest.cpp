@@ -47,6 +47,25 @@ TEST_F(PricingFacts, NamesInMillimetresAreKnownInEveryCategory)
     }
 }
 
+TEST_F(PricingFacts, UnitOfAnAttributeIsThatOfTheProjectsCatalogue)
+{
+    m_host.reset();
+    m_project.Sql(
+        u"app\\catalogue.db"_s,
+        u"UPDATE attributes SET unit = '' WHERE code = 'AM_NominalDiameter' AND category LIKE '%给水管'"_s);
+    m_host = std::make_unique<embedded::EmbeddedHost>(m_project.Folder());
+    const rules::CatalogueFacts facts = shared::CatalogueFactsOf(m_host->CatalogueContents());
+    EXPECT_EQ(Find(facts.at(u"给排水\\管道\\给水管"_s), u"公称直径"_s)->unit, CString());
+    EXPECT_EQ(Find(facts.at(u"给排水\\管道\\热水管"_s), u"公称直径"_s)->unit, u"mm"_s);
+}
+
+TEST_F(PricingFacts, PipesAreMeasuredByTheirLengthAndPumpsByTheirNumber)
+{
+    const rules::Measures measures = shared::MeasuresOf(m_host->CatalogueContents());
+    EXPECT_EQ(measures.at(u"给排水\\管道\\给水管"_s).item, u"管道长度"_s);
+    EXPECT_EQ(measures.at(u"给排水\\管道\\给水管"_s).unit, u"m"_s);
+}
+
 TEST_F(PricingFacts, ValueListsAreThoseThatTheEditorOffers)
 {
     const rules::CatalogueFacts facts = shared::CatalogueFactsOf(m_host->CatalogueContents());

@@ -3,7 +3,11 @@
 #include "TableFixture.h"
 #include "support/FaultyFileSystem.h"
 
+#include <QtCore/QDir>
+
 #include <gtest/gtest.h>
+
+#include <random>
 
 using namespace Qt::StringLiterals;
 using tables::Column;
@@ -123,6 +127,23 @@ TEST_P(AnyTableWriter, EveryFaultOfTheDiskIsToldAndLeavesTheOldFile)
     }
     write();
     EXPECT_EQ(Written().size(), 20001);
+}
+
+TEST_P(AnyTableWriter, RowsGoIntoAFileAsTheyCome)
+{
+    const auto writer = CreateTable(Path());
+    writer->BeginSheet(u"甲"_s, SomeColumns());
+    std::mt19937 dice(7); // so that nothing packs well
+    for (int row = 0; row < 20'000; ++row) {
+        writer->Text(QString::number(dice()) + QString::number(dice()));
+        writer->EndRow();
+    }
+    qint64 size = 0;
+    for (const QFileInfo& file : QDir(m_folder.Native({})).entryInfoList(QDir::Files))
+        size += file.size();
+    EXPECT_GT(size, 50'000) << "most of it is written, not held";
+    writer->Finish();
+    EXPECT_EQ(Written().size(), 20'001);
 }
 
 TEST_P(AnyTableWriter, MisuseIsRaised)

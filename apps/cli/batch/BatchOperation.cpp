@@ -55,9 +55,19 @@ BatchResult GetExistQdIndex(Presenter& presenter, const Request& request)
     return result;
 }
 
+/// Adds a rule with its conditions, or nothing at all.
 BatchResult AddConfig(Presenter& presenter, const Request& request)
 {
-    return WithNewId([&](int& newId) { return presenter.AddConfig(request.path, newId); });
+    return WithNewId([&](int& newId) {
+        if (!presenter.AddConfig(request.path, newId)) return false;
+        CPath path = request.path;
+        path.configId = newId;
+        const bool all =
+            std::all_of(request.conditions.begin(), request.conditions.end(),
+                        [&](const CStringArray& texts) { return presenter.AddCondition(path, texts); });
+        if (!all) presenter.DelConfig(path);
+        return all;
+    });
 }
 
 BatchResult AddConfigByCopy(Presenter& presenter, const Request& request)
@@ -92,7 +102,7 @@ const std::vector<BatchOperation>& Operations()
     using P = Presenter;
     using R = Request;
     static const std::vector<BatchOperation> operations{
-        {u"AddConfig", {Path}, AddConfig},
+        {u"AddConfig", {Path, Conditions}, AddConfig},
         {u"AddConfigByCopy", {Path}, AddConfigByCopy},
         {u"DelConfig", {Path}, [](P& p, const R& r) { return Plain(p.DelConfig(r.path)); }},
         {u"MoveUpConfig", {Path}, [](P& p, const R& r) { return Plain(p.MoveUpConfig(r.path)); }},

@@ -101,6 +101,15 @@ void ReadArray(const QJsonValue& value, BatchRequest& request)
         request.array += ToText(text, u"array"_s);
 }
 
+void ReadConditions(const QJsonValue& value, BatchRequest& request)
+{
+    for (const auto& condition : ToArray(value, u"conditions"_s)) {
+        CStringArray& texts = request.conditions.emplace_back();
+        for (const auto& text : ToArray(condition, u"conditions"_s))
+            texts += ToText(text, u"conditions"_s);
+    }
+}
+
 template <typename Record, typename Fields>
 void ReadRecord(const QJsonValue& value, const CString& name, const Fields& fields, Record& record,
                 std::set<CString>& named)
@@ -156,9 +165,10 @@ struct KeyReader
     void (*read)(const QJsonValue&, BatchRequest&);
 };
 
-constexpr std::array<KeyReader, 7> KeyReaders{{
+constexpr std::array<KeyReader, 8> KeyReaders{{
     {u"path", BatchKey::Path, ReadPath},
     {u"array", BatchKey::Array, ReadArray},
+    {u"conditions", BatchKey::Conditions, ReadConditions},
     {u"qd", BatchKey::Qd, ReadQd},
     {u"de", BatchKey::De, ReadDe},
     {u"ids", BatchKey::Ids, ReadIds},
@@ -206,7 +216,7 @@ BatchRequest ReadBatchRequest(const QJsonObject& line, const std::set<BatchKey>&
             if (!wanted && reader.key != BatchKey::Path)
                 throw BadLine(u"这个操作不用“%1”"_s.arg(reader.name));
             reader.read(line.value(reader.name), request);
-        } else if (wanted) {
+        } else if (wanted && reader.key != BatchKey::Conditions) {
             throw BadLine(u"缺少“%1”"_s.arg(reader.name));
         }
     }

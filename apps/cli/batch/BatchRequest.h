@@ -9,6 +9,7 @@
 #include <map>
 #include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace cli {
 
@@ -20,7 +21,7 @@ public:
 };
 
 /// What a line of a batch may hold besides `op`.
-enum class BatchKey { Path, Array, Qd, De, Ids, DeIdsByQd, File };
+enum class BatchKey { Path, Array, Conditions, Qd, De, Ids, DeIdsByQd, File };
 
 /// The arguments of one operation, checked: every text can stand in an XML file, every number is a 32-bit
 /// integer.
@@ -29,6 +30,7 @@ struct BatchRequest
     std::set<BatchKey> keys; ///< what the operation takes
     CPath path{};
     CStringArray array;
+    std::vector<CStringArray> conditions; ///< may be missing from a line that may have them
     QdStruct qd;
     DeStruct de;
     std::set<CString> named; ///< the fields of the record that the line names
@@ -43,9 +45,9 @@ QJsonObject ParseBatchLine(const QByteArray& line);
 /// The name of the operation. Raises `BadLine` when there is none.
 CString BatchOperationName(const QJsonObject& line);
 
-/// Reads the arguments of an operation that takes `keys`, all of which must be there. Raises `BadLine` for a
-/// missing, unknown or superfluous key, a wrong type, a number out of range, an unknown category and a text
-/// that no XML file can hold. A path may stand in every line.
+/// Reads the arguments of an operation that takes `keys`, all of which but the conditions must be there.
+/// Raises `BadLine` for a missing, unknown or superfluous key, a wrong type, a number out of range, an
+/// unknown category and a text that no XML file can hold. A path may stand in every line.
 BatchRequest ReadBatchRequest(const QJsonObject& line, const std::set<BatchKey>& keys);
 
 } // namespace cli

@@ -10,9 +10,10 @@
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
+
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -27,46 +28,45 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"apply"_s;
-    info.syntax = u"TABLE [--sheet NAME] [-o OUT] [--by COLUMN] [--config FILE] [--force]"_s;
+    info.syntax =
+        u"TABLE [--sheet NAME] [-o OUT] [--by COLUMN] [--json] [--config FILE] [--compare FILE] [--force]"_s;
     info.summary = u"按规则给构件表套价，得出工程量清单"_s;
     info.description =
         u"TABLE 是构件表（CSV、XLSX 或 ODS），一行一个构件，各列见手册 docs/takeoff.md。\n"
         "不写 -o 时在终端列出清单和需要核对的构件。OUT 以 .xlsx 结尾时写成工作簿：工程量清单、每个构件\n"
         "套的规则和清单、未套价和需要核对的构件；以 .csv 结尾时只写清单；以 .json 结尾时写成 JSON。\n"
+        "--compare 用另一个配置再套一遍，列出哪些构件、哪些清单行会变；写成工作簿时多出两个工作表。\n"
         "每个构件或者已套价，或者套默认规则，或者未套价，三者之和程序会核对。Ctrl+C 取消，不留文件。"_s;
     info.minPositional = info.maxPositional = 1;
-    info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
-                    {u"output"_s, u"OUT"_s, u"写到这个文件：.xlsx、.csv 或 .json"_s, u'o'},
+    info.options = {SheetOption(),
+                    OutputOption(u"写到这个文件：.xlsx、.csv 或 .json"_s),
                     {u"by"_s, u"COLUMN"_s, u"按这一列分开列清单；几列之间用逗号"_s, {}},
+                    {u"json"_s, {}, u"在终端以 JSON 输出，写法见手册 docs/json.md"_s, {}},
                     PricingConfigOption(),
-                    {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}}};
+                    {u"compare"_s, u"FILE"_s, u"与这个规则文件或配置比较"_s, {}},
+                    ForceOption()};
     return info;
 }
 
-enum class Form { Terminal, Workbook, Csv, Json };
+enum class Form { Terminal, TerminalJson, Workbook, Csv, Json };
 
-Form FormOf(const CString& path)
+/// What is written, as the options tell.
+Form FormOf(const Arguments& arguments)
 {
-    if (path.isEmpty()) return Form::Terminal;
+    const CString path = arguments.Value(u"output"_s);
+    if (path.isEmpty()) return arguments.Has(u"json"_s) ? Form::TerminalJson : Form::Terminal;
+    if (arguments.Has(u"json"_s)) throw UsageError(u"--json 和 -o 不能一起用，写成文件请用 -o 文件.json"_s);
     if (path.endsWith(u".xlsx"_s, Qt::CaseInsensitive)) return Form::Workbook;
-    if (path.endsWith(u".csv"_s, Qt::CaseInsensitive)) return Form::Csv;
     if (path.endsWith(u".json"_s, Qt::CaseInsensitive)) return Form::Json;
-    throw UsageError(u"-o 的文件名要以 .xlsx、.csv 或 .json 结尾：%1"_s.arg(path));
+    if (!path.endsWith(u".csv"_s, Qt::CaseInsensitive))
+        throw UsageError(u"-o 的文件名要以 .xlsx、.csv 或 .json 结尾：%1"_s.arg(path));
+    if (arguments.Has(u"compare"_s)) throw UsageError(u"--compare 的结果写不进 CSV，请用 .xlsx 或 .json"_s);
+    return Form::Csv;
 }
 
-CString TargetOf(const Arguments& arguments)
+TakeoffJob JobOf(const Arguments& arguments, const CString& file, const Session& session)
 {
-    const CString named = arguments.Value(u"output"_s);
-    if (named.isEmpty()) return {};
-    const CString path = ResolvePath(named);
-    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
-    return path;
-}
-
-TakeoffJob JobOf(const Arguments& arguments, const Session& session)
-{
-    TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), PricingFile(arguments), session);
+    TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), file, session);
     job.sheet = arguments.Value(u"sheet"_s);
     job.groupBy = arguments.Value(u"by"_s).split(u',', Qt::SkipEmptyParts);
     return job;
@@ -84,8 +84,8 @@ public:
         }
         const CStringArray told = ToldOf(priced.row, priced.component, priced.result, priced.builder);
         if (told.isEmpty() || m_count++ >= ToldShown) return;
-        m_table.AddRow({u"第 %1 行"_s.arg(priced.row.line), priced.row.id, OutcomeText(priced.result.outcome),
-                        told.join(u'；')});
+        m_table.AddRow({u"第 %1 行"_s.arg(priced.row.line), priced.row.id.toString(),
+                        OutcomeText(priced.result.outcome), told.join(u'；')});
     }
 
     CString Text() const
@@ -109,29 +109,63 @@ void WriteJsonFile(const CString& path, const CString& json)
     file.Commit();
 }
 
+/// What the terminal shows of a bill, or of what changes in it.
+CString TerminalText(const rules::TakeoffPricing& pricing, const ToldTable& told, const BillChange* change)
+{
+    if (change != nullptr) return ChangeText(*change, pricing);
+    const rules::Bill& bill = pricing.Result();
+    return BillTable(bill, pricing.Job().facts.mode, pricing.Job().groupBy) + told.Text() + u'\n' +
+           TotalsText(bill.totals) + u'\n';
+}
+
+CString JsonText(rules::TakeoffPricing& pricing, BillChange* change, const embedded::Progress& progress)
+{
+    return change != nullptr ? ChangeJson(*change, pricing, progress) : BillJson(pricing, progress);
+}
+
 /// Prices the table and writes what was asked for; gives what the terminal shows.
-CString Work(const TakeoffJob& job, Form form, const CString& target)
+CString Work(const TakeoffJob& job, Form form, const CString& target, BillChange* change)
 {
     WatchedWork work;
     const embedded::Progress progress = work.Progress();
+    rules::TakeoffPricing pricing(job);
     ToldTable told;
-    const rules::Bill bill = PriceTakeoff(job, progress, [&](const PricedRow& priced) { told.Take(priced); });
-    const CString totals = TotalsText(bill.totals) + u'\n';
+    const auto take = [&](const PricedRow& priced) { told.Take(priced); };
+    const auto begin = [&] { told = {}; };
+    if (change != nullptr)
+        PriceBoth(pricing, *change, progress, take, begin);
+    else
+        pricing.Price(WatchFor(progress, take, begin));
+    const CString totals = TotalsText(pricing.Result().totals) + u'\n';
     const CString written = u"已写出：%1\n"_s.arg(platform::ToNative(target));
     switch (form) {
     case Form::Terminal:
-        return BillTable(bill, job.facts.mode, job.groupBy) + told.Text() + u'\n' + totals;
+        return TerminalText(pricing, told, change);
+    case Form::TerminalJson:
+        return JsonText(pricing, change, progress);
     case Form::Csv:
-        WriteBillCsv(target, bill, job);
+        WriteBillCsv(target, pricing.Result(), job);
         return told.Text() + totals + written;
     case Form::Workbook:
-        WriteBillWorkbook(target, bill, job, progress);
+        WriteBillWorkbook(target, pricing, progress, change);
         break;
     case Form::Json:
-        WriteJsonFile(target, BillJson(bill, job, progress));
+        WriteJsonFile(target, JsonText(pricing, change, progress));
         break;
     }
-    return totals + written; // what is to be told stands in the file
+    return (change != nullptr ? ChangeText(*change, pricing) : totals) +
+           written; // the rest stands in the file
+}
+
+/// The second configuration; nothing when there is nothing to compare with.
+std::unique_ptr<BillChange> ChangeOf(const Arguments& arguments, const CString& file, const TakeoffJob& job,
+                                     const Session& session)
+{
+    if (!arguments.Has(u"compare"_s)) return nullptr;
+    const CString other = ChooseRuleFile(arguments.Value(u"compare"_s));
+    CheckRuleFile(other);
+    return std::make_unique<BillChange>(job, ReadPricingRules(other, session), platform::ToNative(file),
+                                        platform::ToNative(other));
 }
 
 } // namespace
@@ -140,13 +174,15 @@ ApplyCommand::ApplyCommand() : Command(Describe()) {}
 
 void ApplyCommand::Run(const Arguments& arguments) const
 {
-    const Form form = FormOf(arguments.Value(u"output"_s));
-    const CString target = TargetOf(arguments);
+    const Form form = FormOf(arguments);
+    const CString target = OutputFile(arguments);
     const Session session(arguments);
-    const TakeoffJob job = JobOf(arguments, session);
+    const CString file = PricingFile(arguments);
+    const TakeoffJob job = JobOf(arguments, file, session);
+    const std::unique_ptr<BillChange> change = ChangeOf(arguments, file, job, session);
     CString text;
     try {
-        text = Work(job, form, target);
+        text = Work(job, form, target, change.get());
     } catch (const embedded::Cancelled&) {
         throw Refusal(u"已取消，没有写出"_s);
     }

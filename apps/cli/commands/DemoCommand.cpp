@@ -117,14 +117,14 @@ void PriceSample(const QString& folder, const Session& session)
     const CString target = ResolvePath(folder + u"/工程量清单.xlsx"_s);
     const CString rules = ConfigurationPath(sample::TakeoffConfiguration());
     sample::WriteSampleTakeoff(table);
-    const TakeoffJob job = JobFor(table, rules, session);
-    const rules::Bill bill = PriceTakeoff(job, {});
-    WriteBillWorkbook(target, bill, job, {});
+    rules::TakeoffPricing pricing(JobFor(table, rules, session));
+    const rules::Bill& bill = pricing.Price();
+    WriteBillWorkbook(target, pricing, {});
     WriteText(
         Heading(u"六、按规则给构件表套价"_s,
                 u"每个构件套一条规则；工程量由计算式得出，同一编码的合计成一行。"_s) +
         u"  构件表：%1\n  规则文件：%2\n\n"_s.arg(platform::ToNative(table), platform::ToNative(rules)) +
-        BillTable(bill, job.facts.mode, {}, BillLinesShown) + u'\n' + TotalsText(bill.totals) +
+        BillTable(bill, pricing.Job().facts.mode, {}, BillLinesShown) + u'\n' + TotalsText(bill.totals) +
         u"\n工程量清单（连同每个构件的规则、未套价的原因）：%1\n"_s.arg(platform::ToNative(target)));
 }
 

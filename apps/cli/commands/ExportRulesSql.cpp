@@ -69,7 +69,7 @@ CString QueryOf(const Arguments& arguments, rules::SqlDialect dialect)
     options.billLibrary = facts.billLibrary;
     options.quotaLibrary = facts.quotaLibrary;
     if (arguments.Has(u"category"_s))
-        options.category = CategoryNamed(arguments.Value(u"category"_s), *configuration);
+        options.category = NamedCategory(arguments.Value(u"category"_s), *configuration);
     return rules::RulesSql(*configuration, facts.attributes, options);
 }
 

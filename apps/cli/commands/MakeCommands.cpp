@@ -6,6 +6,7 @@
 #include "cli/commands/CatalogueCommand.h"
 #include "cli/commands/CheckCommand.h"
 #include "cli/commands/CompareCommand.h"
+#include "cli/commands/CoverageCommand.h"
 #include "cli/commands/DemoCommand.h"
 #include "cli/commands/ExportCommand.h"
 #include "cli/commands/HistoryCommand.h"
@@ -33,6 +34,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<TryCommand>());
     commands.push_back(std::make_unique<ApplyCommand>());
+    commands.push_back(std::make_unique<CoverageCommand>());
     commands.push_back(std::make_unique<CompareCommand>());
     commands.push_back(std::make_unique<MergeCommand>());
     commands.push_back(std::make_unique<CheckCommand>());

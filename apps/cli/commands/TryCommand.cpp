@@ -125,7 +125,7 @@ void TryCommand::Run(const Arguments& arguments) const
     const Trial trial = TrialOf(arguments.Positional());
     const Session session(arguments);
     const rules::ConfigurationPtr configuration = ReadPricingRules(PricingFile(arguments), session);
-    const CString category = CategoryNamed(arguments.Value(u"category"_s), *configuration);
+    const CString category = NamedCategory(arguments.Value(u"category"_s), *configuration);
     rules::BillBuilder builder(configuration, shared::PricingFactsOf(session.Host(), ModeOf(session)),
                                trial.headers);
     const rules::TakeoffComponent component{{}, category, trial.name, trial.cells};

@@ -171,23 +171,25 @@ void WriteBillCsv(const CString& path, const rules::Bill& bill, const TakeoffJob
     writer->Finish();
 }
 
-void WriteBillWorkbook(const CString& path, const rules::Bill& bill, const TakeoffJob& job,
-                       const embedded::Progress& progress)
+void WriteBillWorkbook(const CString& path, rules::TakeoffPricing& pricing,
+                       const embedded::Progress& progress, BillChange* change)
 {
     const auto writer = tables::CreateTable(path);
-    ComponentSheet components(*writer, bill, PutBill(*writer, bill, job, false));
+    const rules::Bill& bill = pricing.Result();
+    ComponentSheet components(*writer, bill, PutBill(*writer, bill, pricing.Job(), false));
     components.Begin();
-    PriceAgain(job, bill, progress, [&](const PricedRow& priced) { components.Put(priced); });
+    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) { components.Put(priced); }));
     writer->BeginSheet(u"未套价及核对"_s,
                        ComponentColumns() + CArray<tables::Column>{{.heading = u"结果"_s, .width = 10},
                                                                    {.heading = u"原因"_s, .width = 80}});
-    PriceAgain(job, bill, progress, [&](const PricedRow& priced) {
+    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) {
         const CStringArray told = ToldOf(priced.row, priced.component, priced.result, priced.builder);
         if (told.isEmpty()) return;
         PutComponent(*writer, priced);
         writer->Text(told.join(u'；'));
         writer->EndRow();
-    });
+    }));
+    if (change != nullptr) PutChangeSheets(*writer, *change, pricing, progress);
     writer->Finish();
 }
 

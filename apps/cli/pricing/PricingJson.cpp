@@ -121,8 +121,10 @@ void PutMisses(JsonWriter& json, const rules::Trace& trace, const rules::SmallCa
 
 } // namespace
 
-CString BillJson(const rules::Bill& bill, const TakeoffJob& job, const embedded::Progress& progress)
+CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress)
 {
+    const rules::Bill& bill = pricing.Result();
+    const TakeoffJob& job = pricing.Job();
     JsonWriter json(JsonWriter::Style::Indented);
     json.BeginObject();
     json.Key(u"table").Text(platform::ToNative(job.table));
@@ -133,7 +135,7 @@ CString BillJson(const rules::Bill& bill, const TakeoffJob& job, const embedded:
         PutRow(json, line, bill.rows[line.index], job.groupBy);
     json.EndArray();
     json.Key(u"told").BeginArray();
-    PriceAgain(job, bill, progress, [&](const PricedRow& priced) { PutTold(json, priced); });
+    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) { PutTold(json, priced); }));
     json.EndArray().EndObject();
     return json.Result();
 }

@@ -6,8 +6,9 @@
 /// What pricing gives as JSON; docs/json.md has the shapes. Quantities are texts, so that no digit is lost.
 namespace cli {
 
-/// The bill and what somebody should look at. Reads the table again and raises what `PriceAgain` raises.
-CString BillJson(const rules::Bill& bill, const TakeoffJob& job, const embedded::Progress& progress);
+/// The bill and what somebody should look at. Reads the table again and raises what `TakeoffPricing`
+/// raises.
+CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress);
 
 /// What became of one component, and why. `bill` is that of the component alone.
 CString TrialJson(const rules::TakeoffComponent& component, const rules::ComponentResult& result,

@@ -2,6 +2,7 @@
 
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/model/Snapshot.h"
 #include "shared/PricingFacts.h"
@@ -13,6 +14,44 @@ namespace cli {
 Option PricingConfigOption()
 {
     return {u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}};
+}
+
+Option SheetOption()
+{
+    return {u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}};
+}
+
+Option OutputOption(const CString& help)
+{
+    return {u"output"_s, u"OUT"_s, help, u'o'};
+}
+
+Option ForceOption()
+{
+    return {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}};
+}
+
+CString OutputFile(const Arguments& arguments)
+{
+    const CString named = arguments.Value(u"output"_s);
+    if (named.isEmpty()) return {};
+    const CString path = ResolvePath(named);
+    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
+        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    return path;
+}
+
+CString NamedCategory(const CString& named, const rules::Configuration& configuration)
+{
+    if (configuration.Find(named)) return named;
+    CStringArray found;
+    for (const rules::Specialty& specialty : configuration.Specialties())
+        for (const rules::BigCategory& big : specialty.bigCategories)
+            for (const rules::SmallCategoryPtr& small : big.smallCategories)
+                if (small->name == named) found.append(small->text);
+    if (found.isEmpty()) throw Refusal(u"没有小类“%1”"_s.arg(named));
+    if (found.size() > 1) throw Refusal(u"叫“%1”的小类有几个，请写全：%2"_s.arg(named, found.join(u"、"_s)));
+    return found.first();
 }
 
 CString PricingFile(const Arguments& arguments)
@@ -33,19 +72,6 @@ rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& ses
     const rules::ConfigurationPtr read = rules::ReadRuleFile(file, reason);
     if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(file), reason));
     return shared::WithinCatalogue(*read, session.Host().CatalogueContents());
-}
-
-CString CategoryNamed(const CString& named, const rules::Configuration& configuration)
-{
-    if (configuration.Find(named)) return named;
-    CStringArray found;
-    for (const rules::Specialty& specialty : configuration.Specialties())
-        for (const rules::BigCategory& big : specialty.bigCategories)
-            for (const rules::SmallCategoryPtr& small : big.smallCategories)
-                if (small->name == named) found.append(small->text);
-    if (found.isEmpty()) throw Refusal(u"没有小类“%1”"_s.arg(named));
-    if (found.size() > 1) throw Refusal(u"叫“%1”的小类有几个，请写全：%2"_s.arg(named, found.join(u"、"_s)));
-    return found.first();
 }
 
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)

@@ -10,6 +10,19 @@ namespace cli {
 /// `--config` of the verbs that price.
 Option PricingConfigOption();
 
+/// `--sheet`, `--output` and `--force` of the verbs that read a table.
+Option SheetOption();
+Option OutputOption(const CString& help);
+Option ForceOption();
+
+/// The file that `--output` names, as a path text; empty for none. Raises `Refusal` when it stands there and
+/// `--force` is not given.
+CString OutputFile(const Arguments& arguments);
+
+/// The full text of a small category that a person names by it or by its own name. Raises `Refusal` when
+/// there is none, or several.
+CString NamedCategory(const CString& named, const rules::Configuration& configuration);
+
 /// The rule file that `--config` names, or the current one; the mode of the project.
 CString PricingFile(const Arguments& arguments);
 rules::PricingMode ModeOf(const Session& session);
@@ -17,10 +30,6 @@ rules::PricingMode ModeOf(const Session& session);
 /// The rules of all categories of the project's catalogue as a rule file has them. Raises `Refusal`, with
 /// place and reason, when it cannot be read.
 rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& session);
-
-/// The full text of a small category that a person names by it or by its own name. Raises `Refusal` when no
-/// category or more than one is called that.
-CString CategoryNamed(const CString& named, const rules::Configuration& configuration);
 
 /// A take-off table and all that it is priced by: a rule file and the project. Raises as `ReadPricingRules`.
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session);

@@ -111,7 +111,7 @@ CStringArray ToldOf(const rules::TakeoffRow& row, const rules::TakeoffComponent&
 {
     CStringArray told;
     if (result.refusal == rules::Refusal::UnknownCategory)
-        told.append(RefusalText(result.refusal) + u"：“%1”"_s.arg(row.category));
+        told.append(RefusalText(result.refusal) + u"：“%1”"_s.arg(row.category.toString()));
     else if (result.outcome == rules::Outcome::Refused)
         told.append(RefusalText(result.refusal));
     if (result.outcome == rules::Outcome::OnDefault) told.append(WhyOnDefault(component, result, builder));

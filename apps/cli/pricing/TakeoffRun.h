@@ -1,43 +1,25 @@
 #pragma once
 
 #include "embedded/data/sqlite/Progress.h"
-#include "rules/bill/BillBuilder.h"
-#include "rules/takeoff/TakeoffReader.h"
+#include "rules/bill/PriceTakeoff.h"
 
 #include <functional>
+#include <utility>
 
 namespace cli {
 
-/// A take-off table and what it is priced by.
-struct TakeoffJob
+using rules::PricedRow;
+using rules::TakeoffJob;
+
+/// A watch that tells `progress` how far the work is, from 0 to 100, and what became of each component to
+/// `take`. It raises `embedded::Cancelled` when the work is to stop. Both must outlive it.
+inline rules::TakeoffWatch WatchFor(const embedded::Progress& progress,
+                                    std::function<void(const PricedRow&)> take = {},
+                                    std::function<void()> begin = {})
 {
-    CString table;        ///< path text
-    CString sheet;        ///< of a workbook; empty for the first one
-    CStringArray groupBy; ///< columns by which the bill is divided
-    rules::ConfigurationPtr configuration;
-    rules::PricingFacts facts;
-};
-
-/// What is told of one component while a table is priced.
-struct PricedRow
-{
-    const rules::TakeoffRow& row;
-    const rules::TakeoffComponent& component;
-    const rules::ComponentResult& result;
-    rules::BillBuilder& builder;
-};
-using PricedRowVisitor = std::function<void(const PricedRow&)>;
-
-/// Reads the table once and prices it, in memory that grows with the bill and the ids alone. Raises
-/// `tables::TableError` when it cannot be read, `Refusal` when it has no column of `groupBy`,
-/// `embedded::Cancelled` when `progress` asks for it, and `std::logic_error` when not every component read is
-/// accounted for.
-rules::Bill PriceTakeoff(const TakeoffJob& job, const embedded::Progress& progress,
-                         const PricedRowVisitor& visit = {});
-
-/// The same a second time, for what is written of each component. Raises `Refusal` when the table is another
-/// one than that of `before`.
-void PriceAgain(const TakeoffJob& job, const rules::Bill& before, const embedded::Progress& progress,
-                const PricedRowVisitor& visit);
+    return {.begin = std::move(begin), .take = std::move(take), .progress = [&progress](double part) {
+                embedded::Tell(progress, static_cast<int>(100 * part));
+            }};
+}
 
 } // namespace cli

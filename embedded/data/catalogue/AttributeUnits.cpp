@@ -27,6 +27,14 @@ CArray<AttributeUnit> ShippedAttributeUnits()
     return result;
 }
 
+CString ShippedUnitOf(const CString& name)
+{
+    static const CArray<AttributeUnit> units = ShippedAttributeUnits();
+    const auto found = std::find_if(units.begin(), units.end(),
+                                    [&](const AttributeUnit& unit) { return unit.name == name; });
+    return found == units.end() ? CString() : found->unit;
+}
+
 CStringArray ValuesOf(const CatalogueData& data, const CString& code, const CString& dropList)
 {
     const auto source = data.cells.constFind(code);

@@ -17,6 +17,7 @@ struct SmallCategory
     int attType = 0;
     CString indexPath;       ///< places in bill libraries, separated by bars
     CStringArray attributes; ///< four texts per attribute: group, display name, drop list, code
+    CStringArray units;      ///< of the attributes' numbers, one each; empty for none
     CStringArray mainItems;  ///< calculation items that the category is measured by
     CStringArray otherItems; ///< calculation items that go with it
 };

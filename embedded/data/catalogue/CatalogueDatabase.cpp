@@ -115,8 +115,10 @@ SmallCategory& Loader::Category(const CString& fullName)
 
 void Loader::LoadAttributes()
 {
-    Each(u"category, group_name, display_name, extra, code"_s, u"attributes"_s, [&](const Row& row) {
-        Category(Text(row, 0)).attributes << Text(row, 1) << Text(row, 2) << Text(row, 3) << Text(row, 4);
+    Each(u"category, group_name, display_name, extra, code, unit"_s, u"attributes"_s, [&](const Row& row) {
+        SmallCategory& category = Category(Text(row, 0));
+        category.attributes << Text(row, 1) << Text(row, 2) << Text(row, 3) << Text(row, 4);
+        category.units << Text(row, 5);
     });
 }
 

@@ -1,5 +1,6 @@
 #include "embedded/data/catalogue/CatalogueSchema.h"
 
+#include "embedded/data/catalogue/AttributeUnits.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/sqlite/DataFile.h"
 #include "embedded/data/sqlite/Schema.h"
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SchemaVersion = 2;
+constexpr int SchemaVersion = 3;
 
 /// The tables of catalogue.sql and those of libraries.sql; each is filled from the shipped table of its name.
 const CStringArray CategoryTables{u"specialties"_s,       u"big_categories"_s,   u"small_categories"_s,
@@ -96,7 +97,7 @@ void AddPlaces(Database& database)
 
 /// Version 1 had one library for each role, one set of bill items and one of quota items. They keep their
 /// items and stay the first of their role; the shipped libraries that the catalogue lacks come behind them.
-void Upgrade(Database& database)
+void UpgradeLibraries(Database& database)
 {
     for (const CString& table : LibraryTables)
         database.Execute(u"ALTER TABLE %1 RENAME TO former_%1"_s.arg(table));
@@ -107,6 +108,20 @@ void Upgrade(Database& database)
         database.Execute(u"DROP TABLE former_%1"_s.arg(table));
     AddShippedLibraries(database);
     AddPlaces(database);
+}
+
+/// Versions 1 and 2 had no units: every attribute gets the one by which its name has counted.
+void UpgradeUnits(Database& database)
+{
+    database.Execute(u"ALTER TABLE attributes ADD COLUMN unit TEXT NOT NULL DEFAULT ''"_s);
+    for (const AttributeUnit& unit : ShippedAttributeUnits())
+        database.Execute(u"UPDATE attributes SET unit = ? WHERE display_name = ?"_s, {unit.unit, unit.name});
+}
+
+void Upgrade(Database& database)
+{
+    if (database.SchemaVersion() < 2) UpgradeLibraries(database);
+    UpgradeUnits(database);
 }
 
 } // namespace

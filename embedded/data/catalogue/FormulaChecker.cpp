@@ -1,7 +1,6 @@
 #include "embedded/data/catalogue/FormulaChecker.h"
 
-#include <utility>
-#include <vector>
+#include "formula/Grammar.h"
 
 using namespace Qt::StringLiterals;
 
@@ -9,186 +8,62 @@ namespace embedded {
 
 namespace {
 
-enum class Kind { End, Number, Name, Operator, Open, Close, Unknown };
-
-struct Token
-{
-    Kind kind = Kind::End;
-    qsizetype position = 0;
-    CString text;
-};
-
-bool IsDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-bool StartsName(QChar c)
-{
-    return c.isLetter() || c == u'_' || c.isSurrogate();
-}
-
-bool ContinuesName(QChar c)
-{
-    return StartsName(c) || c.isDigit() || c.isMark();
-}
-
-Kind SignKind(QChar c)
-{
-    if (QStringView(u"+-*/×÷＋－＊／").contains(c)) return Kind::Operator;
-    if (c == u'(' || c == u'（') return Kind::Open;
-    if (c == u')' || c == u'）') return Kind::Close;
-    return Kind::Unknown;
-}
-
-/// Cuts a formula into tokens.
-class Reader
-{
-public:
-    explicit Reader(const CString& text) : m_text(text) {}
-
-    Token Next()
-    {
-        while (m_at < m_text.size() && m_text.at(m_at).isSpace())
-            ++m_at;
-        const qsizetype start = m_at;
-        if (start == m_text.size()) return {Kind::End, start, {}};
-        const Kind kind = Pass();
-        return {kind, start, m_text.mid(start, m_at - start)};
-    }
-
-private:
-    Kind Pass()
-    {
-        const QChar first = m_text.at(m_at);
-        if (IsDigit(first)) return PassNumber();
-        if (StartsName(first)) {
-            while (m_at < m_text.size() && ContinuesName(m_text.at(m_at)))
-                ++m_at;
-            return Kind::Name;
-        }
-        ++m_at;
-        return SignKind(first);
-    }
-
-    Kind PassNumber()
-    {
-        PassDigits();
-        const bool fraction =
-            m_at + 1 < m_text.size() && m_text.at(m_at) == u'.' && IsDigit(m_text.at(m_at + 1));
-        if (fraction) {
-            ++m_at;
-            PassDigits();
-        }
-        return Kind::Number;
-    }
-
-    void PassDigits()
-    {
-        while (m_at < m_text.size() && IsDigit(m_text.at(m_at)))
-            ++m_at;
-    }
-
-    const CString& m_text;
-    qsizetype m_at = 0;
-};
+using formula::Fault;
+using formula::Token;
+using formula::TokenKind;
 
 CString Quoted(const Token& token)
 {
-    return u"“"_s + token.text + u"”"_s;
+    return u'“' + token.text.toString() + u'”';
 }
 
-bool IsSign(const Token& token)
+/// What is wrong, as it shows at a token.
+CString InWords(Fault fault, const Token& token)
 {
-    return token.kind == Kind::Operator && QStringView(u"+-＋－").contains(token.text.at(0));
+    switch (fault) {
+    case Fault::None:
+        break;
+    case Fault::UnknownCharacter:
+        return u"不能识别的字符"_s + Quoted(token);
+    case Fault::OperandMissing:
+        return Quoted(token) + u"前面缺少数字或计算项目"_s;
+    case Fault::OperatorMissing:
+        return Quoted(token) + u"前面缺少运算符"_s;
+    case Fault::Incomplete:
+        return u"公式不完整，后面还缺少数字或计算项目"_s;
+    case Fault::BracketNotOpened:
+        return u"右括号没有对应的左括号"_s;
+    case Fault::BracketNotClosed:
+        return u"左括号没有对应的右括号"_s;
+    }
+    return {};
 }
-
-/// Goes over the tokens once. Open brackets are kept in a list, so that their depth needs no stack.
-class Checker
-{
-public:
-    explicit Checker(const std::function<bool(const CString&)>& isKnown) : m_isKnown(isKnown) {}
-
-    /// The fault that shows at this token, if any. Nothing may follow a fault or the end.
-    std::optional<FormulaFault> Take(const Token& token)
-    {
-        if (token.kind == Kind::Unknown) return Fault(token, u"不能识别的字符"_s + Quoted(token));
-        return m_wantsOperand ? TakeOperand(token) : TakeOperator(token);
-    }
-
-private:
-    static FormulaFault Fault(const Token& token, const CString& text) { return {token.position, text}; }
-
-    std::optional<FormulaFault> TakeOperand(const Token& token)
-    {
-        const bool mayBeSigned = std::exchange(m_mayBeSigned, false);
-        switch (token.kind) {
-        case Kind::Number:
-            m_wantsOperand = false;
-            return std::nullopt;
-        case Kind::Name:
-            m_wantsOperand = false;
-            if (m_isKnown(token.text)) return std::nullopt;
-            return Fault(token, Quoted(token) + u"不是计算项目"_s);
-        case Kind::Open:
-            m_open.push_back(token.position);
-            m_mayBeSigned = true;
-            return std::nullopt;
-        case Kind::End:
-            return Fault(token, u"公式不完整，后面还缺少数字或计算项目"_s);
-        default:
-            if (mayBeSigned && IsSign(token)) return std::nullopt;
-            return Fault(token, Quoted(token) + u"前面缺少数字或计算项目"_s);
-        }
-    }
-
-    std::optional<FormulaFault> TakeOperator(const Token& token)
-    {
-        switch (token.kind) {
-        case Kind::Operator:
-            m_wantsOperand = true;
-            return std::nullopt;
-        case Kind::Close:
-            if (m_open.empty()) return Fault(token, u"右括号没有对应的左括号"_s);
-            m_open.pop_back();
-            return std::nullopt;
-        case Kind::End:
-            if (m_open.empty()) return std::nullopt;
-            return FormulaFault{m_open.back(), u"左括号没有对应的右括号"_s};
-        default:
-            return Fault(token, Quoted(token) + u"前面缺少运算符"_s);
-        }
-    }
-
-    const std::function<bool(const CString&)>& m_isKnown;
-    std::vector<qsizetype> m_open;
-    bool m_wantsOperand = true;
-    bool m_mayBeSigned = true;
-};
 
 } // namespace
 
 std::optional<FormulaFault> CheckFormula(const CString& formula,
                                          const std::function<bool(const CString&)>& isKnown)
 {
-    Reader reader(formula);
-    Token token = reader.Next();
-    if (token.kind == Kind::End) return std::nullopt;
-    Checker checker(isKnown);
-    while (true) {
-        const std::optional<FormulaFault> fault = checker.Take(token);
-        if (fault || token.kind == Kind::End) return fault;
-        token = reader.Next();
+    formula::Tokens tokens(formula);
+    formula::Grammar grammar;
+    Token token = tokens.Next();
+    if (token.kind == TokenKind::End) return std::nullopt;
+    for (;; token = tokens.Next()) {
+        const formula::Verdict verdict = grammar.Take(token);
+        if (verdict.fault != Fault::None)
+            return FormulaFault{verdict.position, InWords(verdict.fault, token)};
+        if (token.kind == TokenKind::End) return std::nullopt;
+        if (token.kind == TokenKind::Name && !isKnown(token.text.toString()))
+            return FormulaFault{token.position, Quoted(token) + u"不是计算项目"_s};
     }
 }
 
 CStringArray NamesIn(const CString& formula)
 {
     CStringArray names;
-    Reader reader(formula);
-    for (Token token = reader.Next(); token.kind != Kind::End; token = reader.Next()) {
-        if (token.kind == Kind::Name) names.append(token.text);
-    }
+    formula::Tokens tokens(formula);
+    for (Token token = tokens.Next(); token.kind != TokenKind::End; token = tokens.Next())
+        if (token.kind == TokenKind::Name) names.append(token.text.toString());
     return names;
 }
 

@@ -23,6 +23,7 @@ CREATE TABLE attributes (
     display_name TEXT NOT NULL,
     extra TEXT NOT NULL,
     code TEXT NOT NULL,
+    unit TEXT NOT NULL DEFAULT '',
     UNIQUE (category, code)
 );
 CREATE TABLE cell_data (

@@ -1,5 +1,6 @@
 #include "embedded/data/exchange/AttributeExchange.h"
 
+#include "embedded/data/catalogue/AttributeUnits.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QSet>
@@ -17,6 +18,7 @@ const CString DisplayName = u"display_name"_s;
 const CString Kind = u"kind"_s;
 const CString List = u"list_name"_s;
 const CString Values = u"values"_s;
+const CString Unit = u"unit"_s;
 
 /// Where the values of a code come from.
 const CString FreeEntry = u"0"_s;
@@ -69,8 +71,9 @@ AttributeExchange::AttributeExchange()
                      {Code, u"代码"_s, true, true},
                      {Kind, u"取值方式"_s},
                      {List, u"值表"_s},
-                     {Values, u"值"_s}}),
-      m_attributes(u"attributes"_s, {Category, Code, u"group_name"_s, DisplayName, u"extra"_s}, 2),
+                     {Values, u"值"_s},
+                     {Unit, u"单位"_s}}),
+      m_attributes(u"attributes"_s, {Category, Code, u"group_name"_s, DisplayName, u"extra"_s, Unit}, 2),
       m_cells(u"cell_data"_s, {Code, Kind, u"value_list"_s}, 1),
       m_lists(u"drop_lists"_s, {Code, u"name"_s, u"value_list"_s}, 2)
 {
@@ -99,7 +102,7 @@ QList<CStringArray> AttributeExchange::Rows() const
     QList<CStringArray> rows;
     for (const CStringArray& row : m_attributes.Rows()) {
         const CString kind = m_cells.Find({row[1]}).value(1);
-        rows.append({row[0], row[2], row[3], row[1], kind, row[4], ValuesOf(row[1], kind, row[4])});
+        rows.append({row[0], row[2], row[3], row[1], kind, row[4], ValuesOf(row[1], kind, row[4]), row[5]});
     }
     return rows;
 }
@@ -121,8 +124,10 @@ void AttributeExchange::Take(const ImportRow& row, ImportReport& report)
 
     const CStringArray loaded = m_attributes.FindLoaded({category, code});
     const CString list = row.Word(List, loaded.value(4));
-    const auto change = m_attributes.Put(
-        {category, code, row.Text(u"group_name"_s, loaded.value(2)), row.Key(DisplayName), list});
+    const CString name = row.Key(DisplayName);
+    const CString unit = row.Word(Unit, loaded.isEmpty() ? ShippedUnitOf(name) : loaded.value(5));
+    const auto change =
+        m_attributes.Put({category, code, row.Text(u"group_name"_s, loaded.value(2)), name, list, unit});
     Count(Stronger(change, TakeSource(row, code, list)), report);
 }
 

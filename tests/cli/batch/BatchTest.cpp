@@ -260,3 +260,30 @@ TEST(Batch, EmptyScriptDoesNothing)
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(outcome.out.isEmpty());
 }
+
+TEST(Batch, NewRuleMayComeWithItsConditions)
+{
+    const Cli cli(u"bill"_s);
+    const QByteArray conditions =
+        R"([["材质","1","＝","","","铜\"管\\","",""],["公称直径","0","","＞","≤","","15","20"]])";
+    const QByteArray line = QByteArray(AddRule).chopped(2) + ",\"conditions\":" + conditions + "}\n";
+    const test::Outcome outcome = cli.Batch(line + OnRule("GetConfig", 2));
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QJsonObject rule = outcome.Lines().at(1).value(u"rules").toArray().at(0).toObject();
+    EXPECT_TRUE(rule.value(u"text").toString().contains(u"铜\"管\\"_s)) << outcome.out.toStdString();
+    EXPECT_TRUE(rule.value(u"text").toString().contains(u"15＜公称直径≤20"_s)) << outcome.out.toStdString();
+}
+
+TEST(Batch, NewRuleOfWhichAConditionIsRefusedIsNotThere)
+{
+    const Cli cli(u"bill"_s);
+    const QByteArray line = QByteArray(AddRule).chopped(2) +
+                            R"(,"conditions":[["材质","1","＝","","","铜管","",""],["材质"]]})" + "\n";
+    const test::Outcome outcome =
+        cli.Batch(line + R"({"op":"GetConfig","path":{"category":"给排水\\管道\\给水管"}})" + "\n",
+                  {u"--keep-going"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_FALSE(outcome.Lines().at(0).value(u"ok").toBool());
+    EXPECT_EQ(outcome.Lines().at(1).value(u"rules").toArray().size(), 1) << outcome.out.toStdString();
+    EXPECT_EQ(cli.Batch(QByteArray(AddRule).chopped(2) + ",\"conditions\":[7]}\n").status, 1);
+}

@@ -148,9 +148,10 @@ protected:
 
 TEST_F(CompareOnTakeoff, EqualRulesChangeNoComponent)
 {
-    const QJsonObject json = Compare({u"--json"_s}).Json();
-    EXPECT_GT(json[u"components"_s].toInt(), 0);
-    EXPECT_TRUE(json[u"changedComponents"_s].toArray().isEmpty());
+    const QJsonObject json = Compare({u"--json"_s}).Json()[u"on"_s].toObject();
+    EXPECT_GT(json[u"before"_s][u"components"_s].toInt(), 0);
+    EXPECT_EQ(json[u"changedComponents"_s].toInt(-1), 0);
+    EXPECT_TRUE(json[u"components"_s].toArray().isEmpty());
 }
 
 TEST_F(CompareOnTakeoff, ComponentsThatGetOtherItemsAreNamedWithBoth)
@@ -162,11 +163,12 @@ TEST_F(CompareOnTakeoff, ComponentsThatGetOtherItemsAreNamedWithBoth)
     m_cli.Folder().WriteFile(u"b.xml"_s, rules);
     const test::Outcome outcome = Compare();
     ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
-    EXPECT_TRUE(outcome.Out().contains(u"  - "_s + QString::fromUtf8(number))) << outcome.out.toStdString();
-    EXPECT_TRUE(outcome.Out().contains(u"  + 999 "_s));
-    const QJsonArray changed = Compare({u"--json"_s}).Json()[u"changedComponents"_s].toArray();
+    EXPECT_TRUE(outcome.Out().contains(u"变化的构件"_s)) << outcome.out.toStdString();
+    const QJsonArray changed = Compare({u"--json"_s}).Json()[u"on"_s][u"components"_s].toArray();
     ASSERT_FALSE(changed.isEmpty());
     EXPECT_FALSE(changed[0][u"id"_s].toString().isEmpty());
+    EXPECT_EQ(changed[0][u"before"_s][u"items"_s][0][u"number"_s].toString(), QString::fromUtf8(number));
+    EXPECT_EQ(changed[0][u"after"_s][u"items"_s][0][u"number"_s].toString(), u"999"_s);
 }
 
 TEST_F(CompareOnTakeoff, TableThatCannotBeReadIsRefused)

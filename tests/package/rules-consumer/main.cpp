@@ -1,8 +1,11 @@
 // A program that prices, against what is installed of the rules alone: reads a rule file, asks which rule a
 // component gets and why, and makes a bill.
-#include <rules/bill/BillBuilder.h>
+#include <rules/bill/BillComparison.h>
+#include <rules/bill/Coverage.h>
+#include <rules/bill/PriceTakeoff.h>
 #include <rules/match/Trace.h>
 #include <rules/model/Snapshot.h>
+#include <tables/TableError.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QTemporaryDir>
@@ -27,6 +30,46 @@ void Require(bool holds, const char* what)
     if (holds) return;
     std::fprintf(stderr, "failed: %s\n", what);
     std::exit(1);
+}
+
+void Write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    Require(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size(), "the file is there");
+}
+
+/// A take-off table, with an id that comes twice; what the rules catch, and what another configuration
+/// changes.
+void PriceTable(const QString& path, rules::TakeoffJob job)
+{
+    const QByteArray row = "给排水\\管道\\给水管";
+    Write(path, "构件编号,类别,公称直径,长度\n1," + row + ",50,1.5\n2," + row + ",40,2\n1," + row +
+                    ",50,9\n3," + row + ",65,4\n");
+    job.table = path;
+    rules::CoverageBuilder coverage(job.configuration, job.facts, {});
+    rules::BillComparison comparison(job.configuration, job.facts);
+    rules::TakeoffPricing pricing(job);
+    const rules::Bill& bill = pricing.Price({.begin =
+                                                 [&] {
+                                                     coverage.Begin();
+                                                     comparison.Begin();
+                                                 },
+                                             .take =
+                                                 [&](const rules::PricedRow& priced) {
+                                                     coverage.Take(priced);
+                                                     comparison.Take(priced);
+                                                 }});
+    Require(bill.rows.at(0).quantity == u"3.50"_s, "the first component of an id counts");
+    Require(bill.totals == rules::Totals{4, 2, 1, 1}, "every component is accounted for");
+    Require(coverage.Finish().categories.at(0).hits == std::vector<std::uint64_t>{2, 1}, "hits are counted");
+    Require(comparison.Rows(bill, comparison.After()).empty(), "one configuration is like itself");
+    Write(path, "构件编号,类别\n1,x,3\n");
+    try {
+        rules::TakeoffPricing(job).Price();
+        Require(false, "a row that goes on behind the headings is refused");
+    } catch (const tables::TableError& error) {
+        Require(error.Where().line == 2, "the place is told across the library");
+    }
 }
 
 } // namespace
@@ -55,5 +98,6 @@ int main()
     const std::vector<CString> cells{u"50"_s, u"12.345"_s};
     Require(builder.Add({u"1"_s, category, {}, cells}).outcome == rules::Outcome::Priced, "DN50 is priced");
     Require(builder.Finish().rows.at(0).quantity == u"12.35"_s, "the bill has the length");
+    PriceTable(folder.filePath(u"takeoff.csv"_s), {{}, {}, {}, configuration, facts});
     return 0;
 }

@@ -151,3 +151,30 @@ TEST_F(CatalogueUpgrade, ReadOnlyCatalogueIsRefusedInWordsAndStays)
     EXPECT_TRUE(error.contains(u"旧版程序"_s) && error.contains(u"只读"_s)) << error.toStdString();
     EXPECT_EQ(Catalogue(), before);
 }
+
+TEST_F(CatalogueUpgrade, AttributesGetTheUnitsByWhichTheirNamesCounted)
+{
+    const EmbeddedHost host(m_project.Folder());
+    const embedded::SmallCategory& pipe =
+        host.CatalogueContents().specialties.at(0).bigCategories.at(0).smallCategories.at(0);
+    ASSERT_EQ(pipe.units.size() * 4, pipe.attributes.size());
+    for (qsizetype i = 0; i < pipe.units.size(); ++i) {
+        const bool isLength = QStringList{u"公称直径"_s, u"保温厚度"_s}.contains(pipe.attributes[4 * i + 1]);
+        EXPECT_EQ(pipe.units[i], isLength ? u"mm"_s : CString()) << pipe.attributes[4 * i + 1].toStdString();
+    }
+}
+
+TEST_F(CatalogueUpgrade, CatalogueOfTheSecondVersionGetsUnitsAndKeepsItsLibraries)
+{
+    const test::TestProject project;
+    project.Create();
+    const CString file = u"app\\catalogue.db"_s;
+    project.Sql(file, u"ALTER TABLE attributes DROP COLUMN unit"_s);
+    project.Sql(file, u"UPDATE libraries SET local = '自有' WHERE code = 'GB50856-2013'"_s);
+    project.Sql(file, u"PRAGMA user_version = 2"_s);
+    const EmbeddedHost host(project.Folder());
+    EXPECT_EQ(host.LibrariesOf(LibraryRole::Bill).size(), 2);
+    const embedded::SmallCategory& pipe =
+        host.CatalogueContents().specialties.at(0).bigCategories.at(0).smallCategories.at(0);
+    EXPECT_TRUE(pipe.units.contains(u"mm"_s));
+}

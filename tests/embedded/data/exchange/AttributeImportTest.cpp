@@ -148,3 +148,25 @@ TEST_F(CalculationImport, FaultyExpressionThatIsInTheTableAlreadyDoesNotStopTheR
         EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
     }
 }
+
+TEST_F(AttributeImport, UnitsAreKeptChangedAndTakenAway)
+{
+    const auto unitOf = [&](const CString& code) {
+        for (const CString& line : Exported(TableKind::Attributes).split(u"\r\n"_s))
+            if (line.startsWith(u"给排水\\管道\\给水管,"_s) && line.contains(u',' + code + u','))
+                return line.section(u',', -1);
+        return u"no row"_s;
+    };
+    EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), u"mm"_s);
+    EXPECT_EQ(unitOf(u"AM_Material"_s), CString());
+    const CString head = u"category,display_name,code\n"_s;
+    Import(TableKind::Attributes,
+           head + Place + u"公称直径,AM_NominalDiameter\n"_s + Place + u"铜管外径,AM_Copper\n"_s);
+    EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), u"mm"_s) << "a table without the column says nothing of units";
+    EXPECT_EQ(unitOf(u"AM_Copper"_s), u"mm"_s) << "a new attribute counts as its name does";
+    Import(TableKind::Attributes, u"category,display_name,code,unit\n"_s + Place +
+                                      u"公称直径,AM_NominalDiameter,\n"_s + Place +
+                                      u"铜管外径,AM_Copper, cm \n"_s);
+    EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), CString());
+    EXPECT_EQ(unitOf(u"AM_Copper"_s), u"cm"_s);
+}

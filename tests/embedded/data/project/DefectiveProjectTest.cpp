@@ -118,7 +118,7 @@ TEST_F(DefectiveProject, NewerProjectIsRefusedAndStaysAsItIs)
 
 TEST_F(DefectiveProject, NewerCatalogueIsRefusedAndStaysAsItIs)
 {
-    m_project.Sql(CatalogueFile, u"PRAGMA user_version = 3"_s);
+    m_project.Sql(CatalogueFile, u"PRAGMA user_version = 4"_s);
     const QByteArray before = Content(CatalogueFile);
     const CString error = OpeningError();
     EXPECT_TRUE(error.contains(u"更新版本"_s)) << error.toStdString();
