@@ -162,16 +162,17 @@ TEST_F(Check, JsonCarriesPlacesOtherRulesAndMends)
                                       Rule(3, Condition(1, "材质", "＝", "PPR管"), "002") + Default),
                                  {u"--json"_s})
                                  .Json();
-    EXPECT_EQ(json[u"mode"_s], u"bill"_s);
-    EXPECT_EQ(json[u"totals"_s][u"error"_s], 1);
+    EXPECT_EQ(json[u"mode"_s].toString(), u"bill"_s);
+    EXPECT_EQ(json[u"totals"_s][u"error"_s].toInt(), 1);
     const QJsonObject finding = json[u"findings"_s].toArray().first().toObject();
-    EXPECT_EQ(finding[u"severity"_s], u"error"_s);
-    EXPECT_EQ(finding[u"category"_s], Pipes);
-    EXPECT_EQ(finding[u"rule"_s], 2);
-    EXPECT_EQ(finding[u"id"_s], 3);
-    EXPECT_EQ(finding[u"others"_s].toArray(), QJsonArray{1});
-    EXPECT_EQ(finding[u"mend"_s][u"op"_s], u"DelConfig"_s);
-    EXPECT_EQ(finding[u"mend"_s][u"path"_s][u"configId"_s], 3);
+    EXPECT_EQ(finding[u"severity"_s].toString(), u"error"_s);
+    EXPECT_EQ(finding[u"category"_s].toString(), Pipes);
+    EXPECT_EQ(finding[u"rule"_s].toInt(), 2);
+    EXPECT_EQ(finding[u"id"_s].toInt(), 3);
+    EXPECT_EQ(finding[u"others"_s].toArray().size(), 1);
+    EXPECT_EQ(finding[u"others"_s].toArray()[0].toInt(), 1);
+    EXPECT_EQ(finding[u"mend"_s][u"op"_s].toString(), u"DelConfig"_s);
+    EXPECT_EQ(finding[u"mend"_s][u"path"_s][u"configId"_s].toInt(), 3);
 }
 
 TEST_F(Check, BatchTakesTheMendsAndTheirFindingsAreGone)
@@ -262,9 +263,9 @@ TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
             .Json()[u"uses"_s]
             .toArray();
     ASSERT_EQ(uses.size(), 1);
-    EXPECT_EQ(uses[0][u"kind"_s], u"quota"_s);
-    EXPECT_EQ(uses[0][u"below"_s], u"031001001001"_s);
-    EXPECT_EQ(uses[0][u"rule"_s], 1);
+    EXPECT_EQ(uses[0][u"kind"_s].toString(), u"quota"_s);
+    EXPECT_EQ(uses[0][u"below"_s].toString(), u"031001001001"_s);
+    EXPECT_EQ(uses[0][u"rule"_s].toInt(), 1);
     EXPECT_TRUE(m_cli.RunInProject({u"where"_s, u"示9-9"_s}).Out().contains(u"没有规则套用"_s));
     EXPECT_EQ(m_cli.RunInProject({u"where"_s}).status, 2);
     EXPECT_EQ(m_cli.RunInProject({u"where"_s, u"1"_s, u"--config"_s, u"none.xml"_s}).status, 1);
