@@ -34,7 +34,7 @@ CString Key()
 CString MakeDefaultFolder(const CString& projectFolder, const CString& name)
 {
     const CString disk = projectFolder + u"\\云盘"_s;
-    const CString folder = disk + u'\\' + name;
+    CString folder = disk + u'\\' + name;
     if (!platform::Files().Exists(folder)) {
         platform::Files().CreateFolder(disk);
         platform::Files().CreateFolder(folder);

@@ -3,6 +3,8 @@
 #include "cli/commands/NamedTarget.h"
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
+#include "embedded/data/project/CurrentConfiguration.h"
+#include "host/NvKtDataMng.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "store/RuleFile.h"
@@ -52,7 +54,7 @@ void NewCommand::Run(const Arguments& arguments) const
     try {
         CheckCopy(path, taken);
     } catch (const Refusal&) {
-        if (taken) target.Presenter().SetCurConfig(former);
+        if (taken) embedded::CurrentConfiguration(NvKtDataMng::CProj().GetPrjPath()).Use(former);
         throw;
     }
     NoteOnCurrent(path);

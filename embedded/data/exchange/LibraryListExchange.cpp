@@ -205,8 +205,8 @@ CStringArray LibraryListExchange::NumberRule(const ImportRow& row, const CString
     const CStringArray& usual = isBill ? NumberRules.first() : NoNumberRule;
     const bool isNew = loaded.value(RoleAt) != role;
     const CStringArray former = isNew ? usual : CStringArray{loaded[CodeLengthAt], loaded[SuffixLengthAt]};
-    const CStringArray rule{row.Number(CodeLength, -1, LongestNumber, former[0], usual[0]),
-                            row.Number(SuffixLength, -1, LongestNumber, former[1], usual[1])};
+    CStringArray rule{row.Number(CodeLength, -1, LongestNumber, former[0], usual[0]),
+                      row.Number(SuffixLength, -1, LongestNumber, former[1], usual[1])};
     if (isBill && rule != former && !NumberRules.contains(rule))
         row.Refuse(CodeLength, u"和后缀位数只能是 9 和 3、12 和 3、12 和 1、10 和 2，而不是 %1 和 %2"_s.arg(
                                    rule[0], rule[1]));
