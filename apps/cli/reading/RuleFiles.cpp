@@ -20,6 +20,7 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace cli {
 
@@ -187,9 +188,9 @@ CString CurrentFile()
 
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
 {
-    constexpr std::chrono::seconds Silence(1);
+    // Who has to wait for a moment only is not told.
     const auto tellOnce = [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
-        if (waited >= Silence && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
+        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
         return true;
     };
     return {history.Project(), paths, tellOnce};
