@@ -19,7 +19,7 @@ struct ComparedItem
     bool isBelow = false; ///< a quota item below the bill item before it
     Quantity quantity;    ///< in the base unit
 
-    bool operator==(const ComparedItem& other) const;
+    KTQDDE_RULES_EXPORT bool operator==(const ComparedItem& other) const;
 };
 
 /// What one configuration makes of a component.
@@ -32,7 +32,7 @@ struct ComparedSide
     std::vector<ComparedItem> items;
 
     /// Of equal worth: a rule that has moved in the list without other conditions is the same.
-    bool operator==(const ComparedSide& other) const;
+    KTQDDE_RULES_EXPORT bool operator==(const ComparedSide& other) const;
 };
 
 /// A component that gets another rule, other items or other quantities.

@@ -42,7 +42,7 @@ struct CategoryCoverage
     std::vector<UncaughtGroup> uncaught; ///< the largest quantity first, of equal ones the most components
 
     /// How many components of the category there are.
-    std::uint64_t Components() const;
+    KTQDDE_RULES_EXPORT std::uint64_t Components() const;
 };
 
 struct Coverage

@@ -104,6 +104,7 @@ public:
     {
         for (const Run& run : m_runs) {
             const std::size_t count = run.offsets[part + 1] - run.offsets[part];
+            if (count == 0) continue;
             const std::size_t before = to.size();
             to.resize(before + count);
             const auto size = static_cast<qint64>(count * sizeof(IdHash));

@@ -31,6 +31,7 @@ INSERT INTO quota_sections VALUES ('自', '自有');
 INSERT INTO quota_items VALUES ('自-1', '自有安装', '10m', 10, 1, '管道长度', '自', '099901002,031001001');
 UPDATE small_categories SET index_path = '0310\031001' WHERE index_path LIKE '0310\031001%';
 UPDATE small_categories SET index_path = '0999' WHERE name = '热水管' AND specialty = '给排水';
+ALTER TABLE attributes DROP COLUMN unit;
 PRAGMA user_version = 1)"_s;
 
 } // namespace

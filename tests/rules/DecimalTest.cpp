@@ -129,7 +129,7 @@ TEST(Decimal, LongSumsAreExactAndLeaveTheirCopiesAlone)
         if (i == 50'000) copy = sum;
     }
     EXPECT_EQ(sum.ToText(), u"98765432101234567800"_s);
-    EXPECT_EQ(copy.ToText(), u"49383703704938296263.678"_s);
+    EXPECT_EQ(copy.ToText(), u"49383703704938296245.678"_s);
     for (int i = 0; i < 100'000; ++i)
         sum += -large;
     EXPECT_TRUE(sum.IsZero()) << "what has become short again is a short number";

@@ -135,7 +135,7 @@ CatalogueExchange::CatalogueExchange()
           {}},
       m_given(u"given_ids"_s, {u"level"_s, u"highest"_s}, 1),
       m_attributes(u"attributes"_s,
-                   {u"category"_s, u"code"_s, u"group_name"_s, u"display_name"_s, u"extra"_s}, 2),
+                   {u"category"_s, u"code"_s, u"group_name"_s, u"display_name"_s, u"extra"_s, u"unit"_s}, 2),
       m_calculation(u"calculation_items"_s, {u"category"_s, u"item"_s, u"list_name"_s}, 2)
 {
 }

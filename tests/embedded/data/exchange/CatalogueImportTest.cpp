@@ -80,11 +80,15 @@ TEST_F(CatalogueImport, ReplacingUnderTheSameIdRenamesAndTakesTheAttributesAlong
     const auto attributes = [&] { return Exported(TableKind::Attributes).count(u"给水立管,"_s); };
     const auto former = Exported(TableKind::Attributes).count(u"给排水\\管道\\给水管,"_s);
     ASSERT_GT(former, 0);
+    const auto units = [&] { return Exported(TableKind::Attributes).count(u",mm\r\n"_s); };
+    const auto formerUnits = units();
+    ASSERT_GT(formerUnits, 100);
     const ImportReport report =
         Import(TableKind::Catalogue, table.replace(u",给水管,"_s, u",给水立管,"_s), {.replace = true});
     EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_TRUE(report.notes.isEmpty());
     EXPECT_EQ(attributes(), former);
+    EXPECT_EQ(units(), formerUnits);
 }
 
 TEST_F(CatalogueImport, WhatHangsOnARemovedCategoryGoesAndIsTold)
