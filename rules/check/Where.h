@@ -15,11 +15,11 @@ struct ItemUse
     int ruleId = 0;
     CString rule;       ///< as the rule list shows it
     bool isBill = true; ///< else a quota item
-    CString number;
-    CString name;
-    CString unit;
-    CString library;
-    CString billNumber; ///< of a quota item below a bill item: that one's number; else empty
+    CString number{};
+    CString name{};
+    CString unit{};
+    CString library{};
+    CString billNumber{}; ///< of a quota item below a bill item: that one's number; else empty
 };
 
 /// The rules that give a bill or quota item, in the order of the file, by the item's number; of a bill item
