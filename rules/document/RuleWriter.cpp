@@ -120,7 +120,7 @@ std::vector<IXMLDOMNode> ChildrenOf(const IXMLDOMNode& parent)
 IXMLDOMElement FindNamed(const IXMLDOMElement& parent, const CString& name)
 {
     for (IXMLDOMNode child = parent.FirstChild(); child; child = child.NextSibling()) {
-        const IXMLDOMElement element = child.ToElement();
+        IXMLDOMElement element = child.ToElement();
         if (!element.IsNull() && XmlVisitor::getNodeAttribute(element, u"name"_s) == name) return element;
     }
     return {};
@@ -129,8 +129,8 @@ IXMLDOMElement FindNamed(const IXMLDOMElement& parent, const CString& name)
 /// The same, made at the end when there is none.
 IXMLDOMElement NamedElement(const IXMLDOMElement& parent, const CString& tag, const CString& name, int id)
 {
-    if (const IXMLDOMElement found = FindNamed(parent, name)) return found;
-    const IXMLDOMElement made = XmlVisitor::addChild(parent, tag);
+    if (IXMLDOMElement found = FindNamed(parent, name)) return found;
+    IXMLDOMElement made = XmlVisitor::addChild(parent, tag);
     XmlVisitor::addatt(made, u"id"_s, CString::number(id));
     XmlVisitor::addatt(made, u"name"_s, name);
     return made;

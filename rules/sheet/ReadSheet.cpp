@@ -257,6 +257,7 @@ private:
             rest.push_back(present[i]);
         }
         std::vector<Rule> makes;
+        makes.reserve(made.size());
         for (const std::size_t i : made)
             makes.push_back(list[i]);
         const RulePairing pairing = PairRules(rest, makes);

@@ -46,7 +46,7 @@ rules::ConfigurationPtr Read(const CString& path)
     if (!platform::Files().Exists(path)) CheckRuleFile(path);
     CheckForReading(path);
     CString reason;
-    const rules::ConfigurationPtr read = rules::ReadRuleFile(path, reason);
+    rules::ConfigurationPtr read = rules::ReadRuleFile(path, reason);
     if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(path), reason));
     return read;
 }
