@@ -19,7 +19,7 @@ protected:
     void UseCodingRule(int length, int suffixLength, const CString& suffixOfItems)
     {
         m_project.Sql(u"app\\catalogue.db"_s, u"UPDATE bill_items SET number = number || '%1' "
-                                               "WHERE number LIKE '030901%'"_s.arg(suffixOfItems));
+                                              "WHERE number LIKE '030901%'"_s.arg(suffixOfItems));
         m_project.Sql(
             u"app\\catalogue.db"_s,
             u"UPDATE libraries SET code_length = %1, suffix_length = %2"_s.arg(length).arg(suffixLength));
