@@ -66,6 +66,12 @@ std::unique_ptr<QWidget> MakeCombos()
     return window;
 }
 
+/// The middle of a long item may lie outside of its view.
+void RestOn(QAbstractItemView& view, const QModelIndex& item)
+{
+    Rest(*view.viewport(), (view.visualRect(item) & view.viewport()->rect()).center());
+}
+
 void OpenList(QWidget& window)
 {
     // The list of a combo that cannot be edited grows with its entries.
@@ -73,8 +79,7 @@ void OpenList(QWidget& window)
     auto* combo = window.findChildren<CTTComboBox*>().at(Editable);
     combo->showPopup();
     QCoreApplication::processEvents(); // the list gets its place, and its entries theirs
-    const QPoint entry = combo->view()->visualRect(combo->model()->index(0, 0)).center();
-    Rest(*combo->view()->viewport(), entry);
+    RestOn(*combo->view(), combo->model()->index(0, 0));
 }
 
 void RestOnEdit(QWidget& window)
@@ -86,7 +91,7 @@ void RestOnEdit(QWidget& window)
 void RestOnLine(QWidget& window)
 {
     auto* list = window.findChild<CExListBox*>();
-    Rest(*list->viewport(), list->visualItemRect(list->item(1)).center());
+    RestOn(*list, list->model()->index(1, 0));
 }
 
 /// A cell with choices in a grid. Its list opens by itself once the cell is edited.

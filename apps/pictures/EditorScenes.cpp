@@ -26,7 +26,7 @@ namespace {
 /// The sample project, and as many others as are remembered at most, some of which have vanished.
 editor::RecentProjects ManyRecent(const SampleOnShow& sample)
 {
-    const editor::RecentProjects recent(sample.SettingsFile());
+    editor::RecentProjects recent(sample.SettingsFile());
     for (int i = 1; i < editor::RecentProjects::Longest; ++i)
         recent.Add(u"/home/user/projects/2024/plumbing-and-drainage/building-%1"_s.arg(i));
     recent.Add(

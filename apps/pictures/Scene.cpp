@@ -59,6 +59,9 @@ QWidgetList Overlays()
                (window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip);
     };
     windows.erase(std::remove_if(windows.begin(), windows.end(), isNone), windows.end());
+    // Tips lie over everything else.
+    std::stable_partition(windows.begin(), windows.end(),
+                          [](const QWidget* window) { return window->windowType() != Qt::ToolTip; });
     return windows;
 }
 
