@@ -128,7 +128,7 @@ CString FormTest(const Column::NumberForm& form, const CString& y, const Dialect
 /// the column that has the number with its sign.
 CString AddFormSteps(StepList& steps, const Column& column, const Dialect& dialect)
 {
-    const CString y = column.Named(u'y');
+    CString y = column.Named(u'y');
     const std::vector<Column::NumberForm> forms = column.NumberForms();
     if (forms.empty()) return y;
     CString choice = u"CASE"_s;

@@ -13,6 +13,7 @@ namespace {
 
 const CString Table = u"components"_s;
 const CString ChosenStep = u"chosen"_s;
+const CString CountedStep = u"counted"_s;
 /// Columns of the query beside those of the cells.
 const CString IdName = u"component_id"_s;
 const CString CategoryTextName = u"component_category"_s;
@@ -148,7 +149,9 @@ CString RuleChoice(const SqlPlan& plan)
                   ChoiceOf(planned.tested, plan.columns, otherwise);
     }
     if (choice.isEmpty()) return u"CAST(NULL AS INTEGER)"_s;
-    return u"CAST(CASE "_s + CategoryName + choice + u" END AS INTEGER)"_s;
+    // The type stands within, not around: a cast around would give SQLite's column an affinity that the list
+    // of rules has not, and that list would be read through for every component instead of looked up.
+    return u"CASE "_s + CategoryName + choice + u" ELSE CAST(NULL AS INTEGER) END"_s;
 }
 
 /// The text in one line, so that it stays in its comment.
@@ -184,8 +187,17 @@ CString Comment(const SqlPlan& plan, const Dialect& dialect)
     return text;
 }
 
+/// SQLite takes a query over many queries for a few rows, and reads the rules through for each of them
+/// instead of looking them up. The table itself beside it, of which no row comes, tells that there are many.
+CString CountedTable(const Dialect& dialect)
+{
+    const CStringArray columns{IdName, CategoryTextName, RuleKey};
+    return u"%1 AS (\n  SELECT %2 FROM %3\n  UNION ALL SELECT NULL, NULL, NULL FROM %4 WHERE 1 = 0%5)"_s.arg(
+        CountedStep, columns.join(u", "_s), ChosenStep, dialect.Name(Table), dialect.EndOfStep());
+}
+
 /// The answer: every component with its rule, a row for each of its items.
-CString FinalSelect()
+CString FinalSelect(const CString& last)
 {
     return u"SELECT c.%1 AS \"构件编号\", c.%2 AS \"类别\", r.place AS \"规则\", r.conditions AS \"条件\",\n"
            "  r.is_default AS \"默认规则\", i.place AS \"项\", i.bill_number AS \"所属清单\",\n"
@@ -193,8 +205,7 @@ CString FinalSelect()
            "  i.formula AS \"计算式\", i.with_fittings AS \"带管道配件\"\n"
            "FROM %3 AS c\n"
            "LEFT JOIN rule_list AS r ON r.rule_key = c.rule_key\n"
-           "LEFT JOIN item_list AS i ON i.rule_key = c.rule_key;\n"_s.arg(IdName, CategoryTextName,
-                                                                          ChosenStep);
+           "LEFT JOIN item_list AS i ON i.rule_key = c.rule_key;\n"_s.arg(IdName, CategoryTextName, last);
 }
 
 } // namespace
@@ -220,9 +231,12 @@ CString RulesSql(const Configuration& configuration, const CatalogueFacts& facts
     if (!options.category.isEmpty() && Dialect::CanHold(options.category))
         source += u" WHERE "_s + CellExpression(CategoryHeading, dialect) + u" = "_s +
                   dialect.Literal(options.category);
-    const CStringArray tables =
-        steps.Text({IdName, CategoryTextName, RuleKey}, source, dialect) + ConstantTables(plan, options);
-    return Comment(plan, dialect) + u"WITH "_s + tables.join(u",\n"_s) + u'\n' + FinalSelect();
+    CStringArray tables = steps.Text({IdName, CategoryTextName, RuleKey}, source, dialect);
+    const bool isCounted = options.dialect == SqlDialect::Sqlite;
+    if (isCounted) tables.append(CountedTable(dialect));
+    tables += ConstantTables(plan, options);
+    return Comment(plan, dialect) + u"WITH "_s + tables.join(u",\n"_s) + u'\n' +
+           FinalSelect(isCounted ? CountedStep : ChosenStep);
 }
 
 std::map<CString, CString> SqlColumns(const Configuration& configuration, const CatalogueFacts& facts,

@@ -28,7 +28,7 @@ PROGRAM = ""
 TABLES = ["PlumbingTakeoff.csv", "ElectricalTakeoff.csv", "HvacTakeoff.csv"]
 
 # Attributes that the samples name by their codes.
-CODES = {"AM_NominalDiameter": "公称直径", "AM_LongEdge": "长边", "AM_Diameter": "直径(mm)"}
+CODES = {"AM_NominalDiameter": "公称直径", "AM_LongEdge": "长边(mm)", "AM_Diameter": "直径(mm)"}
 
 # What the program says where samples/takeoff/flaws.csv says that something is to be told: words that the reason has,
 # {} being the attribute.

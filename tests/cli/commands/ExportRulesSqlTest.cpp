@@ -15,7 +15,7 @@ namespace {
 class RulesSqlVerb : public testing::Test
 {
 protected:
-    RulesSqlVerb() : m_cli(u"bill"_s) {}
+    RulesSqlVerb() : m_cli(u"bill"_s) { m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample()); }
 
     test::Outcome Export(const QStringList& options) const
     {

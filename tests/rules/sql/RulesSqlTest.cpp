@@ -248,6 +248,27 @@ TEST(RulesSql, TheFirstOfThousandsOfRulesThatHoldsApplies)
     EXPECT_EQ(RulesOf(cells, *Configured(std::move(list))), expected);
 }
 
+/// Reading the rules through for every component would take a hundred times as long.
+TEST(RulesSql, SqliteLooksUpTheRuleOfAComponent)
+{
+    std::vector<rules::Rule> list;
+    for (int i = 0; i < 1'000; ++i) {
+        list.push_back(RuleOf({Value(Material, u"＝"_s, u"铜管%1"_s.arg(i)),
+                               test::Range(u"公称直径"_s, u"≥"_s, u"-1"_s, u"≤"_s, CString::number(i))}));
+        list.back().bills = {Bill(CString::number(i), u"GB50500-2013"_s, {})};
+    }
+    test::SqlEngine engine;
+    engine.Fill({u"构件编号"_s, u"类别"_s, Material, u"公称直径"_s}, {});
+    const CString sql = rules::RulesSql(*Configured(std::move(list)), {}, Options());
+    int lookedUp = 0;
+    for (const test::AnswerRow& row : engine.Ask(u"EXPLAIN QUERY PLAN\n"_s + sql)) {
+        const CString step = row.at(u"detail"_s).value_or(CString());
+        EXPECT_FALSE(step.startsWith(u"SCAN r "_s) || step.startsWith(u"SCAN i "_s)) << step.toStdString();
+        if (step.contains(u"(rule_key=?)"_s)) ++lookedUp;
+    }
+    EXPECT_EQ(lookedUp, 2);
+}
+
 /// A function that a database lacks shows only when the query runs there. The names are those that the
 /// documentation of DuckDB lists among its text functions and operators.
 TEST(RulesSql, DuckDbIsAskedForDocumentedFunctionsOnly)
