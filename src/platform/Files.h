@@ -46,6 +46,8 @@ public:
     virtual void Reserve(qint64 size) = 0;
     /// Writes `bytes` at the current position, which starts at 0 and moves on behind them.
     virtual void Write(const QByteArray& bytes) = 0;
+    /// Moves the position to `position` bytes from the start.
+    virtual void Seek(qint64 position) = 0;
     /// Moves the position to the end of the file.
     virtual void SeekToEnd() = 0;
     /// Cuts or extends the file to `size` bytes.
@@ -123,8 +125,8 @@ public:
     virtual bool MoveOver(const CString& from, const CString& to) = 0;
 
     /// Replaces the content of `path`, or creates it. The new bytes get their room first, then they are
-    /// written over the old ones, the file is cut to length and synced: a full disk or a refused open raises
-    /// `FileError` before the old bytes are touched. There is no temporary file: links, permissions and
+    /// written over the old ones from where the two begin to differ, the file is cut to length and synced: a
+    /// full disk or a refused open raises `FileError` before the old bytes are touched. There is no temporary file: links, permissions and
     /// whoever watches the file keep their file. Should the disk fail during the writing itself, `FileError`
     /// is raised, the file gets its former bytes back wherever the disk still takes them, and a file that did
     /// not stand there is removed. `former`, if given, is what the caller has just read from the file and

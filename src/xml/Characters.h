@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 /// Characters of XML 1.0 (fifth edition) in UTF-8. All functions work on bytes that end in a NUL, which no
@@ -60,6 +61,23 @@ inline const char* SkipName(const char* bytes) noexcept
     while (kind(at) != NotInName)
         ++at;
     return static_cast<unsigned char>(*at) < 0x80 ? at : SkipAnyName(bytes);
+}
+
+/// Whether `text` stands at `bytes`, of which there are as many: a comparison in place, for the few bytes of
+/// a name.
+inline bool SameBytes(const char* bytes, std::string_view text) noexcept
+{
+    std::size_t i = 0;
+    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
+        std::uint64_t left = 0;
+        std::uint64_t right = 0;
+        std::memcpy(&left, bytes + i, sizeof left);
+        std::memcpy(&right, text.data() + i, sizeof right);
+        if (left != right) return false;
+    }
+    for (; i < text.size(); ++i)
+        if (bytes[i] != text[i]) return false;
+    return true;
 }
 
 /// A set of bytes.
