@@ -12,8 +12,8 @@ namespace platform {
 
 /// Work that touches nothing but what it was given and what nobody else uses meanwhile: no window, no host.
 using Piece = std::function<void()>;
-/// Runs a piece to its end, on whatever thread, and raises what it raises. It may handle events meanwhile, but
-/// no input of the user's: whoever gave the piece is in the middle of something.
+/// Runs a piece to its end, on whatever thread, and raises what it raises. It may handle events meanwhile,
+/// but no input of the user's: whoever gave the piece is in the middle of something.
 using PieceRunner = std::function<void(const Piece&)>;
 
 /// Runs `piece` and returns when it has ended; raises what it raises. `bytes` is what it goes through: only

@@ -22,9 +22,9 @@ void WriteStream(OutputFile& stream, const QByteArray& bytes)
     stream.Sync();
 }
 
-/// How many bytes at the beginning of a file are those of `bytes` already and need not be written. Whole blocks
-/// only: below that nothing is gained. The file is looked at now, since another program may have written it
-/// after its bytes were read.
+/// How many bytes at the beginning of a file are those of `bytes` already and need not be written. Whole
+/// blocks only: below that nothing is gained. The file is looked at now, since another program may have
+/// written it after its bytes were read.
 qint64 LengthThatStands(FileSystem& files, const CString& path, const QByteArray& bytes)
 {
     constexpr qint64 Block = 64 * 1024;

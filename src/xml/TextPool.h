@@ -8,9 +8,9 @@
 
 namespace xml::detail {
 
-/// Makes texts from UTF-8, and hands out the same text again for bytes that it has met lately. A rule file says
-/// the same few hundred things over and over, so most of what is read from it needs neither a conversion nor
-/// memory of its own.
+/// Makes texts from UTF-8, and hands out the same text again for bytes that it has met lately. A rule file
+/// says the same few hundred things over and over, so most of what is read from it needs neither a conversion
+/// nor memory of its own.
 class TextPool
 {
 public:
