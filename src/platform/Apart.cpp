@@ -13,8 +13,8 @@ constexpr qint64 LongPiece = 4 * 1024 * 1024;
 
 struct ThisThread
 {
-    const PieceRunner* runner = nullptr;
-    bool isRunning = false;
+    const ScopedPieceRunner* inForce = nullptr;
+    bool isInLongWork = false;
 };
 
 ThisThread& State() noexcept
@@ -28,24 +28,32 @@ ThisThread& State() noexcept
 void RunApart(qint64 bytes, const Piece& piece)
 {
     ThisThread& state = State();
-    if (bytes < LongPiece || state.runner == nullptr || state.isRunning) return piece();
-    const QScopedValueRollback<bool> running(state.isRunning, true);
-    (*state.runner)(piece);
+    if (bytes < LongPiece || state.inForce == nullptr || state.isInLongWork) return piece();
+    const QScopedValueRollback<bool> inLongWork(state.isInLongWork, true);
+    state.inForce->Runner()(piece);
 }
 
-bool IsRunningApart() noexcept
+void GiveTurn()
 {
-    return State().isRunning;
+    ThisThread& state = State();
+    if (state.inForce == nullptr || state.isInLongWork || !state.inForce->GivenTurn()) return;
+    const QScopedValueRollback<bool> inLongWork(state.isInLongWork, true);
+    state.inForce->GivenTurn()();
 }
 
-ScopedPieceRunner::ScopedPieceRunner(PieceRunner runner)
-    : m_runner(std::move(runner)), m_previous(std::exchange(State().runner, &m_runner))
+bool IsInLongWork() noexcept
+{
+    return State().isInLongWork;
+}
+
+ScopedPieceRunner::ScopedPieceRunner(PieceRunner runner, Turn turn)
+    : m_runner(std::move(runner)), m_turn(std::move(turn)), m_previous(std::exchange(State().inForce, this))
 {
 }
 
 ScopedPieceRunner::~ScopedPieceRunner()
 {
-    State().runner = m_previous;
+    State().inForce = m_previous;
 }
 
 } // namespace platform

@@ -25,7 +25,7 @@ private:
     int m_count = 0;
     platform::ScopedPieceRunner m_runner{[this](const platform::Piece& piece) {
         ++m_count;
-        EXPECT_TRUE(platform::IsRunningApart());
+        EXPECT_TRUE(platform::IsInLongWork());
         piece();
     }};
 };
@@ -37,7 +37,7 @@ TEST(Apart, WithoutARunnerAPieceIsACall)
     bool isDone = false;
     platform::RunApart(Large, [&] {
         isDone = true;
-        EXPECT_FALSE(platform::IsRunningApart());
+        EXPECT_FALSE(platform::IsInLongWork());
     });
     EXPECT_TRUE(isDone);
 }
@@ -49,7 +49,7 @@ TEST(Apart, LongPiecesGoToTheRunnerAndShortOnesDoNot)
     EXPECT_EQ(pieces.Count(), 0);
     platform::RunApart(Large, [] {});
     EXPECT_EQ(pieces.Count(), 1);
-    EXPECT_FALSE(platform::IsRunningApart());
+    EXPECT_FALSE(platform::IsInLongWork());
 }
 
 TEST(Apart, PieceWithinAPieceRunsAtOnce)
@@ -65,13 +65,32 @@ TEST(Apart, RaisedErrorsEndThePiece)
 {
     const CountedPieces pieces;
     EXPECT_THROW(platform::RunApart(Large, [] { throw std::runtime_error("no disk"); }), std::runtime_error);
-    EXPECT_FALSE(platform::IsRunningApart());
+    EXPECT_FALSE(platform::IsInLongWork());
+}
+
+TEST(Apart, TurnsAreGivenToWhoeverTakesThemAndNotWithinOne)
+{
+    platform::GiveTurn();
+    int turns = 0;
+    const platform::ScopedPieceRunner lively([](const platform::Piece& piece) { piece(); },
+                                             [&] {
+                                                 ++turns;
+                                                 EXPECT_TRUE(platform::IsInLongWork());
+                                                 platform::GiveTurn();
+                                             });
+    platform::GiveTurn();
+    EXPECT_EQ(turns, 1);
+    platform::RunApart(Large, [] { platform::GiveTurn(); });
+    EXPECT_EQ(turns, 1);
+    const CountedPieces withoutTurns;
+    platform::GiveTurn();
+    EXPECT_EQ(turns, 1);
 }
 
 TEST(Apart, OtherThreadsHaveNoRunner)
 {
     const CountedPieces pieces;
-    std::thread([] { platform::RunApart(Large, [] { EXPECT_FALSE(platform::IsRunningApart()); }); }).join();
+    std::thread([] { platform::RunApart(Large, [] { EXPECT_FALSE(platform::IsInLongWork()); }); }).join();
     EXPECT_EQ(pieces.Count(), 0);
 }
 

@@ -204,7 +204,7 @@ void KeepingFiles::AfterWriting(const CString& path)
 /// the middle of it then.
 void KeepingFiles::Later(const std::function<void()>& step)
 {
-    QTimer::singleShot(0, &m_loop, [this, step] { platform::IsRunningApart() ? Later(step) : step(); });
+    QTimer::singleShot(0, &m_loop, [this, step] { platform::IsInLongWork() ? Later(step) : step(); });
 }
 
 void KeepingFiles::ReleaseLater()

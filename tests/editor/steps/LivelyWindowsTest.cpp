@@ -3,6 +3,7 @@
 #include "editor/EditorFixture.h"
 #include "xml/Dom.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QSemaphore>
 #include <QtCore/QThread>
 
@@ -65,6 +66,17 @@ TEST(LivelyWindows, LargeFileReadsAsWithoutThem)
     EXPECT_EQ(document.ToBytes(), bytes + '\n');
     EXPECT_FALSE(document.LoadBytes(broken));
     EXPECT_EQ(document.Reason().line, 1);
+}
+
+TEST(LivelyWindows, WindowIsPaintedBetweenThePartsOfWorkOnItsThread)
+{
+    const editor::LivelyWindows lively;
+    Painted window;
+    window.show();
+    const QDeadlineTimer limit(60s);
+    while (window.paints.available() < 3 && !limit.hasExpired())
+        platform::GiveTurn();
+    EXPECT_GE(window.paints.available(), 3);
 }
 
 TEST(LivelyWindows, EndWithTheirObject)
