@@ -68,16 +68,16 @@ std::vector<CPath> PathsOfRules(const Input& input)
     return paths;
 }
 
-/// The vectors of a store's tree, copied out, for a look-up by bare loops. They hold the store's own rules:
+/// The lists of a store's tree, copied out, for a look-up by bare loops. They hold the store's own nodes:
 /// others would lie elsewhere in memory, and where they lie is most of what a look-up costs.
 struct BareSmall
 {
-    int id;
+    const SMember* node;
     std::vector<ConfigNode*> rules;
 };
 struct BareBig
 {
-    int id;
+    const LMember* node;
     std::vector<BareSmall> smalls;
 };
 
@@ -85,11 +85,11 @@ std::vector<BareBig> Bare(IQdDeConfigData& store, const std::vector<CPath>& path
 {
     std::vector<BareBig> bare;
     for (const CPath& path : paths) {
-        if (bare.empty() || bare.back().id != path.lMemberId) bare.push_back({path.lMemberId, {}});
+        const auto* small = static_cast<const SMember*>(store.GetConfig(path)->GetParent());
+        const auto* big = static_cast<const LMember*>(small->GetParent());
+        if (bare.empty() || bare.back().node != big) bare.push_back({big, {}});
         std::vector<BareSmall>& smalls = bare.back().smalls;
-        if (!smalls.empty() && smalls.back().id == path.sMemberId) continue;
-        smalls.push_back({path.sMemberId, {}});
-        store.GetConfig(path, smalls.back().rules);
+        if (smalls.empty() || smalls.back().node != small) smalls.push_back({small, small->GetAllConfig()});
     }
     return bare;
 }
@@ -97,9 +97,9 @@ std::vector<BareBig> Bare(IQdDeConfigData& store, const std::vector<CPath>& path
 const ConfigNode* FindBare(const std::vector<BareBig>& bigs, const CPath& path)
 {
     for (const BareBig& big : bigs) {
-        if (big.id != path.lMemberId) continue;
+        if (big.node->GetId() != path.lMemberId) continue;
         for (const BareSmall& small : big.smalls) {
-            if (small.id != path.sMemberId) continue;
+            if (small.node->GetId() != path.sMemberId) continue;
             for (const ConfigNode* rule : small.rules)
                 if (rule->GetId() == path.configId) return rule;
         }
