@@ -14,6 +14,8 @@ namespace {
 
 /// How often the windows get their turn.
 constexpr auto Turn = 20ms;
+/// Who has not asked for a turn for so long has come back from the event loop.
+constexpr auto Pause = 100ms;
 
 void Paint()
 {
@@ -32,11 +34,15 @@ void PaintUntilEnd(const platform::Piece& piece)
 
 LivelyWindows::LivelyWindows() : m_runner(&PaintUntilEnd, [this] { PaintWhenDue(); })
 {
+    m_sinceAsked.start();
     m_sincePainted.start();
 }
 
 void LivelyWindows::PaintWhenDue()
 {
+    const bool isNewWork = m_sinceAsked.hasExpired(Pause.count());
+    m_sinceAsked.start();
+    if (isNewWork) m_sincePainted.start();
     if (!m_sincePainted.hasExpired(Turn.count())) return;
     Paint();
     m_sincePainted.start();

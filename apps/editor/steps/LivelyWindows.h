@@ -18,6 +18,7 @@ public:
 private:
     void PaintWhenDue();
 
+    QElapsedTimer m_sinceAsked; ///< for a turn
     QElapsedTimer m_sincePainted;
     platform::ScopedPieceRunner m_runner;
 };
