@@ -63,19 +63,34 @@ inline const char* SkipName(const char* bytes) noexcept
     return static_cast<unsigned char>(*at) < 0x80 ? at : SkipAnyName(bytes);
 }
 
+/// Whether a word of memory is the same at both places.
+template <typename Word>
+bool SameWord(const char* left, const char* right) noexcept
+{
+    Word a = 0;
+    Word b = 0;
+    std::memcpy(&a, left, sizeof a);
+    std::memcpy(&b, right, sizeof b);
+    return a == b;
+}
+
+/// The same for `size` bytes, at least one word: the last word overlaps the one before.
+template <typename Word>
+bool SameWords(const char* left, const char* right, std::size_t size) noexcept
+{
+    for (std::size_t i = 0; i + sizeof(Word) < size; i += sizeof(Word))
+        if (!SameWord<Word>(left + i, right + i)) return false;
+    return SameWord<Word>(left + size - sizeof(Word), right + size - sizeof(Word));
+}
+
 /// Whether `text` stands at `bytes`, of which there are as many: a comparison in place, for the few bytes of
 /// a name.
 inline bool SameBytes(const char* bytes, std::string_view text) noexcept
 {
-    std::size_t i = 0;
-    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t left = 0;
-        std::uint64_t right = 0;
-        std::memcpy(&left, bytes + i, sizeof left);
-        std::memcpy(&right, text.data() + i, sizeof right);
-        if (left != right) return false;
-    }
-    for (; i < text.size(); ++i)
+    const std::size_t size = text.size();
+    if (size >= sizeof(std::uint64_t)) return SameWords<std::uint64_t>(bytes, text.data(), size);
+    if (size >= sizeof(std::uint32_t)) return SameWords<std::uint32_t>(bytes, text.data(), size);
+    for (std::size_t i = 0; i < size; ++i)
         if (bytes[i] != text[i]) return false;
     return true;
 }
