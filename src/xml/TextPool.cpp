@@ -22,12 +22,16 @@ CString TextPool::Text(const char* utf8)
 /// Goes by length and both ends, where texts of one kind differ.
 std::size_t TextPool::PlaceOf(const char* bytes, std::size_t size) noexcept
 {
-    constexpr std::size_t End = 4;
     std::uint32_t head = 0;
     std::uint32_t tail = 0;
-    const std::size_t taken = size < End ? size : End;
-    std::memcpy(&head, bytes, taken);
-    std::memcpy(&tail, bytes + size - taken, taken);
+    if (size >= sizeof head) {
+        std::memcpy(&head, bytes, sizeof head);
+        std::memcpy(&tail, bytes + size - sizeof tail, sizeof tail);
+    } else {
+        head = static_cast<unsigned char>(bytes[0]);
+        tail =
+            static_cast<unsigned char>(bytes[size / 2]) * 256U + static_cast<unsigned char>(bytes[size - 1]);
+    }
     const std::uint64_t mixed = (std::uint64_t{head} << 32U | tail) + size;
     return (mixed * 0x9E3779B97F4A7C15U) >> 55U;
 }
