@@ -16,8 +16,6 @@ namespace embedded {
 namespace {
 
 /// The role of a picker over its window, which is a child of the parent and so may go before the role does.
-/// The window is made when it is first needed: a dialog creates its pickers when it opens, and many a dialog
-/// is closed without either.
 template <typename Role, typename Window>
 class Picker : public Role
 {
@@ -32,52 +30,34 @@ public:
     {
         if (parent == nullptr) return false;
         delete m_window;
-        m_parent = parent;
-        m_isEnabled = true;
+        m_window = new Window(*parent, m_contents, m_memory);
         return true;
     }
     bool IsVisible() const override { return m_window && m_window->isVisible(); }
     void Show(bool visible) override
     {
-        if (Window* const window = visible ? Made() : m_window.data()) window->setVisible(visible);
+        if (m_window) m_window->setVisible(visible);
     }
     void EnableContent(bool enable) override
     {
-        m_isEnabled = enable;
         if (m_window) m_window->EnableContent(enable);
     }
     void MoveWndToRight(CWnd* wnd) override
     {
-        if (wnd == nullptr) return;
-        if (Window* const window = Made()) window->PlaceBesideWindow(*wnd);
+        if (m_window && wnd != nullptr) m_window->PlaceBesideWindow(*wnd);
     }
     void InitData() override
     {
-        if (Window* const window = Made()) window->Load();
+        if (m_window) m_window->Load();
     }
 
 protected:
-    /// The window, if it has been made.
     Window* PickerWindow() const { return m_window; }
-    /// The window, made if it has not been; null without a parent.
-    Window* Made()
-    {
-        if (!m_window && m_parent) {
-            m_window = new Window(*m_parent, m_contents, m_memory);
-            m_window->EnableContent(m_isEnabled);
-            Prepare(*m_window);
-        }
-        return m_window;
-    }
-    /// Gives a new window what it was told before it was made.
-    virtual void Prepare(Window&) {}
 
 private:
     const LibraryContents& m_contents;
     std::shared_ptr<PickerMemory> m_memory;
-    QPointer<QWidget> m_parent;
     QPointer<Window> m_window;
-    bool m_isEnabled = true;
 };
 
 class BillPicker : public Picker<host::IBillPicker, BillPickerWindow>
@@ -85,6 +65,12 @@ class BillPicker : public Picker<host::IBillPicker, BillPickerWindow>
 public:
     using Picker::Picker;
 
+    bool Create(CWnd* parent) override
+    {
+        const bool created = Picker::Create(parent);
+        SetShowGetQdNumDlg(m_asksNumber);
+        return created;
+    }
     void SetShowGetQdNumDlg(bool show) override
     {
         m_asksNumber = show;
@@ -92,12 +78,8 @@ public:
     }
     void SetTreePosition(const CString& position) override
     {
-        // A window that has not been made has no chapters yet.
         if (PickerWindow() != nullptr) PickerWindow()->SelectChapter(position);
     }
-
-protected:
-    void Prepare(BillPickerWindow& window) override { window.AskForNumber(m_asksNumber); }
 
 private:
     bool m_asksNumber = true;
