@@ -4,6 +4,7 @@
 #include "bench/Measure.h"
 #include "dialogs/AutoConfigIds.h"
 #include "dialogs/CAutoConfigDlg.h"
+#include "editor/steps/LivelyWindows.h"
 #include "embedded/windows/ItemPane.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
@@ -12,7 +13,9 @@
 #include "widgets/TreeControl.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
+#include <QtCore/QTimer>
 #include <QtGui/QPaintEvent>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
@@ -21,6 +24,7 @@
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QTreeWidget>
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 #include <vector>
@@ -36,6 +40,7 @@ constexpr int ConditionsOfARule = 3;
 const CString Category = u"给排水\\管道\\给水管"_s;
 const CString Neighbour = u"给排水\\管道\\热水管"_s;
 constexpr double TenthOfASecond = 100.0;
+constexpr double FifthOfASecond = 200.0;
 constexpr double FrameOf60Hz = 1000.0 / 60.0;
 
 CPath PathOfCategory(const CString& category)
@@ -118,6 +123,37 @@ private:
     int m_rules;
     QTreeWidgetItem* m_large = nullptr;
     QTreeWidgetItem* m_other = nullptr;
+};
+
+/// Looks for the longest time in which the event loop of this thread did not come round.
+class Standstill
+{
+public:
+    Standstill()
+    {
+        constexpr int Beat = 1; // millisecond
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+            m_longest = std::max(m_longest, static_cast<double>(m_sinceLast.nsecsElapsed()) / 1e6);
+            m_sinceLast.start();
+        });
+        m_sinceLast.start();
+        m_timer.start(Beat);
+    }
+
+    /// Milliseconds so far.
+    double Longest()
+    {
+        const double before = m_longest;
+        m_longest = 0;
+        while (m_longest == 0)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        return std::max(before, m_longest);
+    }
+
+private:
+    QTimer m_timer;
+    QElapsedTimer m_sinceLast;
+    double m_longest = 0;
 };
 
 /// Ends the process when a dialog has been painted for the first time.
@@ -209,6 +245,21 @@ void ShowBareDialog()
 {
     FirstPaint watch;
     BareDialog().exec();
+}
+
+bool Still(const CString& path, int rounds)
+{
+    const editor::LivelyWindows lively;
+    double longest = 0;
+    for (int round = 0; round < rounds; ++round) {
+        Standstill standstill;
+        {
+            CQdDeConfigPresenter presenter(path);
+            presenter.Save();
+        }
+        longest = std::max(longest, standstill.Longest());
+    }
+    return Report({"still", "fifth_of_a_second", 1.0}, longest, FifthOfASecond, longest / FifthOfASecond);
 }
 
 bool Search(int rounds)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QString>
+#include "platform/Text.h"
 
 /// Figures of the windows. They need an application object; the first two also a host with windows.
 namespace bench {
@@ -22,6 +22,10 @@ bool Start(const QString& program, const QString& project, int rounds);
 /// once: what a closing dialog does belongs to no start. Ours needs a host with windows.
 void ShowConfigDialog();
 void ShowBareDialog();
+
+/// How long the editor's windows stand still at the longest while the module opens `path` and saves it again,
+/// against a fifth of a second. `path` is the path text of a large rule file.
+bool Still(const CString& path, int rounds);
 
 /// A character typed into the search field over 10,000 items, until the list is painted, against a frame of a
 /// screen of 60 Hz.

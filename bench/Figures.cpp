@@ -24,13 +24,6 @@ namespace {
 constexpr int LookUps = 1'000'000;
 constexpr double Megabyte = 1024.0 * 1024.0;
 
-/// Every rule of a store, as nested lists and as paths.
-struct Rules
-{
-    std::vector<LMember*> bigs;
-    std::vector<CPath> paths;
-};
-
 void LoadRaw(const Input& input)
 {
     pugi::xml_document document;
@@ -53,17 +46,16 @@ void OpenStore(const Input& input)
     Keep(&store);
 }
 
-/// The specialty as the store reads it, and the path of each of its rules.
-Rules CollectRules(const Input& input, Spec& spec)
+/// The path of each rule of the specialty.
+std::vector<CPath> PathsOfRules(const Input& input)
 {
-    Rules rules;
-    xml::Document document = xml::Document::Create();
+    Spec spec;
+    const xml::Document document = xml::Document::Create();
     document.Load(input.path);
-    xml::Node element = document.FirstChild().SelectSingleNode(input.spec);
     spec.SetSpecName(input.spec);
-    spec.ReadData(element);
-    rules.bigs = spec.GetAllLMember();
-    for (const LMember* big : rules.bigs)
+    spec.ReadData(document.FirstChild().SelectSingleNode(input.spec));
+    std::vector<CPath> paths;
+    for (const LMember* big : spec.GetAllLMember())
         for (const SMember* small : big->GetAllSMember())
             for (const ConfigNode* rule : small->GetAllConfig()) {
                 CPath path{};
@@ -71,30 +63,33 @@ Rules CollectRules(const Input& input, Spec& spec)
                 path.lMemberId = big->GetId();
                 path.sMemberId = small->GetId();
                 path.configId = rule->GetId();
-                rules.paths.push_back(path);
+                paths.push_back(path);
             }
-    return rules;
+    return paths;
 }
 
-/// The vectors of the tree, copied out, for a look-up by bare loops.
+/// The lists of a store's tree, copied out, for a look-up by bare loops. They hold the store's own nodes:
+/// others would lie elsewhere in memory, and where they lie is most of what a look-up costs.
 struct BareSmall
 {
-    int id;
+    const SMember* node;
     std::vector<ConfigNode*> rules;
 };
 struct BareBig
 {
-    int id;
+    const LMember* node;
     std::vector<BareSmall> smalls;
 };
 
-std::vector<BareBig> Bare(const std::vector<LMember*>& bigs)
+std::vector<BareBig> Bare(IQdDeConfigData& store, const std::vector<CPath>& paths)
 {
     std::vector<BareBig> bare;
-    for (const LMember* big : bigs) {
-        bare.push_back({big->GetId(), {}});
-        for (const SMember* small : big->GetAllSMember())
-            bare.back().smalls.push_back({small->GetId(), small->GetAllConfig()});
+    for (const CPath& path : paths) {
+        const auto* small = static_cast<const SMember*>(store.GetConfig(path)->GetParent());
+        const auto* big = static_cast<const LMember*>(small->GetParent());
+        if (bare.empty() || bare.back().node != big) bare.push_back({big, {}});
+        std::vector<BareSmall>& smalls = bare.back().smalls;
+        if (smalls.empty() || smalls.back().node != small) smalls.push_back({small, small->GetAllConfig()});
     }
     return bare;
 }
@@ -102,9 +97,9 @@ std::vector<BareBig> Bare(const std::vector<LMember*>& bigs)
 const ConfigNode* FindBare(const std::vector<BareBig>& bigs, const CPath& path)
 {
     for (const BareBig& big : bigs) {
-        if (big.id != path.lMemberId) continue;
+        if (big.node->GetId() != path.lMemberId) continue;
         for (const BareSmall& small : big.smalls) {
-            if (small.id != path.sMemberId) continue;
+            if (small.node->GetId() != path.sMemberId) continue;
             for (const ConfigNode* rule : small.rules)
                 if (rule->GetId() == path.configId) return rule;
         }
@@ -162,22 +157,31 @@ bool OpenVersusDom(const Input& input, int rounds, const QString& program)
 bool Save(const char* name, const Input& input, int rounds, double bar, double& ratio)
 {
     CXmlQdDeConfig store(input.path, input.spec);
+    const std::vector<CPath> paths = PathsOfRules(input);
+    CPath edited = paths[paths.size() / 2];
+    edited.conditionId = 1;
+    int round = 0;
     const Timed timed = Alternate(
-        rounds, [&] { store.Save(); }, [&] { LoadAndSaveRaw(input); });
+        rounds,
+        [&] {
+            const CString value = u"DN%1"_s.arg(++round);
+            store.ResetCondition(edited, {u"公称直径"_s, true, u"＝"_s, {}, {}, value, {}, {}});
+            store.Save();
+        },
+        [&] { LoadAndSaveRaw(input); });
     ratio = timed.Ratio();
     return Report({name, "pugixml_load_save", bar}, timed.oursMs, timed.peerMs, ratio);
 }
 
 bool Resolve(const Input& input, int rounds)
 {
-    Spec spec;
-    const Rules rules = CollectRules(input, spec);
-    const std::vector<BareBig> bare = Bare(rules.bigs);
+    const std::vector<CPath> paths = PathsOfRules(input);
     CXmlQdDeConfig store(input.path, input.spec);
     IQdDeConfigData& data = store;
+    const std::vector<BareBig> bare = Bare(data, paths);
     const auto lookUp = [&](auto find) {
         for (int i = 0; i < LookUps; ++i)
-            Keep(find(rules.paths[static_cast<std::size_t>(i) * 7919U % rules.paths.size()]));
+            Keep(find(paths[static_cast<std::size_t>(i) * 7919U % paths.size()]));
     };
     const Timed timed = Alternate(
         rounds, [&] { lookUp([&](const CPath& path) { return data.GetConfig(path); }); },

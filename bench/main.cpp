@@ -84,6 +84,7 @@ bool RunWindowFigures(const QTemporaryDir& folder)
     bool met = bench::CategoryChange(folder.filePath(u"change.xml"_s), 31);
     met = bench::AddCondition(folder.filePath(u"add.xml"_s), 31) && met;
     met = bench::Start(QCoreApplication::applicationFilePath(), folder.filePath(Project), 15) && met;
+    met = bench::Still(Write(folder, u"large.xml"_s, LargeSize).path, 3) && met;
     return bench::Search(60) && met;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/Files.h"
 
+#include "platform/Apart.h"
 #include "platform/Native.h"
 #include "platform/Paths.h"
 
@@ -49,18 +50,22 @@ public:
 
     void Write(const QByteArray& bytes) override
     {
-        qint64 done = 0;
-        while (done < bytes.size()) {
-            const qint64 written = m_file.write(bytes.constData() + done, bytes.size() - done);
-            if (written <= 0) Fail();
-            done += written;
-        }
+        RunApart(bytes.size(), [&] {
+            qint64 done = 0;
+            while (done < bytes.size()) {
+                const qint64 written = m_file.write(bytes.constData() + done, bytes.size() - done);
+                if (written <= 0) Fail();
+                done += written;
+            }
+        });
     }
 
-    void SeekToEnd() override
+    void Seek(qint64 position) override
     {
-        if (!m_file.seek(m_file.size())) Fail();
+        if (!m_file.seek(position)) Fail();
     }
+
+    void SeekToEnd() override { Seek(m_file.size()); }
 
     void Resize(qint64 size) override
     {
@@ -69,8 +74,10 @@ public:
 
     void Sync() override
     {
-        CString reason;
-        if (!native::Sync(m_file, reason)) throw FileError(m_path, reason);
+        RunApart(m_file.size(), [&] {
+            CString reason;
+            if (!native::Sync(m_file, reason)) throw FileError(m_path, reason);
+        });
     }
 
 private:
@@ -135,7 +142,9 @@ std::optional<QByteArray> ReadBytes(const CString& path, qint64 length, CString&
     }
     QFile file;
     if (!Open(file, path, QIODevice::ReadOnly, reason)) return std::nullopt;
-    QByteArray bytes = length < 0 ? file.readAll() : file.read(length);
+    QByteArray bytes;
+    RunApart(length < 0 ? file.size() : length,
+             [&] { bytes = length < 0 ? file.readAll() : file.read(length); });
     if (file.error() == QFileDevice::NoError) return bytes;
     reason = file.errorString();
     return std::nullopt;

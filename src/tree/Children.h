@@ -41,9 +41,9 @@ inline int NextId(int& counter) noexcept
 template <typename T>
 T* FindById(const std::vector<T*>& nodes, int id)
 {
-    const auto found =
-        std::find_if(nodes.begin(), nodes.end(), [id](const T* node) { return node->GetId() == id; });
-    return found == nodes.end() ? nullptr : *found;
+    for (T* node : nodes)
+        if (node->GetId() == id) return node;
+    return nullptr;
 }
 
 template <typename T>

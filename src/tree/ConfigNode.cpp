@@ -1,5 +1,6 @@
 #include "tree/ConfigNode.h"
 
+#include "platform/Apart.h"
 #include "platform/Numbers.h"
 #include "tree/Children.h"
 
@@ -181,6 +182,7 @@ ConfigNode* ConfigNode::Clone() const
 
 bool ConfigNode::ReadData(IXMLDOMNode node)
 {
+    platform::GiveTurn(); // a file may hold many thousand rules
     QdDeConfigNode::ReadData(node);
     const IXMLDOMElement element = node.ToElement();
     LastQdId = ReadNumber(element, u"LastQdId"_s);
@@ -208,6 +210,7 @@ bool ConfigNode::ReadData(IXMLDOMNode node)
 
 bool ConfigNode::WriteData(IXMLDOMNode node)
 {
+    platform::GiveTurn();
     QdDeConfigNode::WriteData(node);
     const IXMLDOMElement element = node.ToElement();
     XmlVisitor::addatt(element, u"LastQdId"_s, CString::number(LastQdId));

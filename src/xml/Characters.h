@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 /// Characters of XML 1.0 (fifth edition) in UTF-8. All functions work on bytes that end in a NUL, which no
@@ -60,6 +61,38 @@ inline const char* SkipName(const char* bytes) noexcept
     while (kind(at) != NotInName)
         ++at;
     return static_cast<unsigned char>(*at) < 0x80 ? at : SkipAnyName(bytes);
+}
+
+/// Whether a word of memory is the same at both places.
+template <typename Word>
+bool SameWord(const char* left, const char* right) noexcept
+{
+    Word a = 0;
+    Word b = 0;
+    std::memcpy(&a, left, sizeof a);
+    std::memcpy(&b, right, sizeof b);
+    return a == b;
+}
+
+/// The same for `size` bytes, at least one word: the last word overlaps the one before.
+template <typename Word>
+bool SameWords(const char* left, const char* right, std::size_t size) noexcept
+{
+    for (std::size_t i = 0; i + sizeof(Word) < size; i += sizeof(Word))
+        if (!SameWord<Word>(left + i, right + i)) return false;
+    return SameWord<Word>(left + size - sizeof(Word), right + size - sizeof(Word));
+}
+
+/// Whether `text` stands at `bytes`, of which there are as many: a comparison in place, for the few bytes of
+/// a name.
+inline bool SameBytes(const char* bytes, std::string_view text) noexcept
+{
+    const std::size_t size = text.size();
+    if (size >= sizeof(std::uint64_t)) return SameWords<std::uint64_t>(bytes, text.data(), size);
+    if (size >= sizeof(std::uint32_t)) return SameWords<std::uint32_t>(bytes, text.data(), size);
+    for (std::size_t i = 0; i < size; ++i)
+        if (bytes[i] != text[i]) return false;
+    return true;
 }
 
 /// A set of bytes.

@@ -2,6 +2,7 @@
 
 #include "xml/Utf8Name.h"
 
+#include "platform/Apart.h"
 #include "platform/Files.h"
 
 #include <new>
@@ -78,7 +79,7 @@ bool Document::LoadBytes(const QByteArray& bytes) const
 {
     Access::CheckNotNull(*this, u"Load");
     try {
-        m_document->Load(bytes);
+        platform::RunApart(bytes.size(), [&] { m_document->Load(bytes); });
         return true;
     } catch (const detail::Refusal& refusal) {
         m_document->reason.text = refusal.text.toString();
@@ -105,7 +106,9 @@ Element Document::CreateElement(const CString& name) const
 QByteArray Document::ToBytes() const
 {
     Access::CheckNotNull(*this, u"Save");
-    return m_document->ToBytes();
+    QByteArray bytes;
+    platform::RunApart(m_document->SourceSize(), [&] { bytes = m_document->ToBytes(); });
+    return bytes;
 }
 
 void Document::Save(const CString& path) const

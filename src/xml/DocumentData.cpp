@@ -1,6 +1,5 @@
 #include "xml/DocumentData.h"
 
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -28,22 +27,14 @@ void Parse(pugi::xml_node parent, const char* bytes, std::size_t size)
     if (!parent.append_buffer(bytes, size, ParseOptions, pugi::encoding_utf8)) throw std::bad_alloc();
 }
 
-/// One of 64 bits that equal names share.
-std::uint64_t NameBit(const char* name)
-{
-    const std::size_t length = std::strlen(name);
-    const std::size_t key = length * 11 + 3 * static_cast<unsigned char>(name[length / 2]) +
-                            static_cast<unsigned char>(name[length - 1]);
-    return std::uint64_t{1} << (key % 64);
-}
-
 } // namespace
 
 void DocumentData::EnsureTree()
 {
     if (m_document) return;
-    m_document = m_tree.append_child(pugi::node_element);
-    m_limbo = m_tree.append_child(pugi::node_element);
+    m_tree.emplace();
+    m_document = m_tree->append_child(pugi::node_element);
+    m_limbo = m_tree->append_child(pugi::node_element);
 }
 
 pugi::xml_node DocumentData::DocumentNode()
@@ -68,6 +59,7 @@ void DocumentData::Clear()
     m_rootTagTouched = false;
     m_askedElement = {};
     m_nextAttribute = pugi::xml_attribute();
+    m_texts = {};
     m_outline = {};
     m_source = {};
     m_touched = {};
@@ -140,23 +132,23 @@ QByteArray DocumentData::Skeleton() const
     return skeleton + SourceBytes(m_outline.rootContentEnd, m_outline.rootEnd);
 }
 
-pugi::xml_attribute DocumentData::FindAttribute(pugi::xml_node element, const char* name)
+pugi::xml_attribute DocumentData::FindAttribute(pugi::xml_node element, const KnownName& name)
 {
-    if (element != m_askedElement) m_nextAttribute = pugi::xml_attribute();
+    if (element != m_askedElement) m_nextAttribute = element.first_attribute();
     m_askedElement = element;
-    return std::as_const(element).attribute(name, m_nextAttribute);
+    return std::as_const(element).attribute(name.utf8.constData(), m_nextAttribute);
 }
 
-pugi::xml_attribute DocumentData::AttributeToSet(pugi::xml_node element, const char* name)
+pugi::xml_attribute DocumentData::AttributeToSet(pugi::xml_node element, const KnownName& name)
 {
+    const char* const bytes = name.utf8.constData();
     if (element == m_bareElement) {
-        const std::uint64_t bit = NameBit(name);
-        const bool isNew = (m_bareNames & bit) == 0;
-        m_bareNames |= bit;
-        if (isNew) return element.append_attribute(name);
+        const bool isNew = (m_bareNames & name.bit) == 0;
+        m_bareNames |= name.bit;
+        if (isNew) return element.append_attribute(bytes);
     }
-    const pugi::xml_attribute attribute = element.attribute(name);
-    return attribute ? attribute : element.append_attribute(name);
+    const pugi::xml_attribute attribute = element.attribute(bytes);
+    return attribute ? attribute : element.append_attribute(bytes);
 }
 
 pugi::xml_node DocumentData::MakeElement(const char* name)

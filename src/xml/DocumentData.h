@@ -2,7 +2,9 @@
 
 #include "platform/Encoding.h"
 #include "xml/Dom.h"
+#include "xml/NamePool.h"
 #include "xml/Scanner.h"
+#include "xml/TextPool.h"
 #include "xml/Writer.h"
 
 #include <QtCore/QByteArray>
@@ -52,6 +54,8 @@ public:
     void Load(const QByteArray& bytes);
     void Clear();
     QByteArray ToBytes();
+    /// Bytes of the text that was loaded.
+    qint64 SourceSize() const { return m_source.utf8.size(); }
 
     pugi::xml_node DocumentNode();
     /// The document element; null when there is none. Comments and instructions may stand around it.
@@ -71,10 +75,14 @@ public:
     pugi::xml_node NotedElement();
     /// The attribute of that name; null when there is none. Asking in the order of the file finds each at
     /// once.
-    pugi::xml_attribute FindAttribute(pugi::xml_node element, const char* name);
+    pugi::xml_attribute FindAttribute(pugi::xml_node element, const KnownName& name);
+    /// What is to be known of the name of an attribute. Good until the next one is asked for.
+    const KnownName& NameOf(const CString& name) { return m_names.Find(name); }
+    /// The value of an attribute.
+    CString ValueOf(pugi::xml_attribute attribute) { return m_texts.Text(attribute.value()); }
     /// The attribute of that name, made behind the others when there is none. On an element that has just
     /// been made most names need no search.
-    pugi::xml_attribute AttributeToSet(pugi::xml_node element, const char* name);
+    pugi::xml_attribute AttributeToSet(pugi::xml_node element, const KnownName& name);
     /// Where a node went that was appended to another document.
     struct Place
     {
@@ -163,7 +171,7 @@ private:
 
     void EnsureTree();
 
-    pugi::xml_document m_tree;
+    std::optional<pugi::xml_document> m_tree; ///< none until a node is made
     pugi::xml_node m_document;
     pugi::xml_node m_limbo;
     CString m_loadedPath;
@@ -181,6 +189,8 @@ private:
     bool m_rootTagTouched = false;
     pugi::xml_node m_askedElement;       ///< the element of the last attribute asked for
     pugi::xml_attribute m_nextAttribute; ///< the one behind it: where the next search begins
+    NamePool m_names;                    ///< of attributes
+    TextPool m_texts;                    ///< of attribute values
     std::unordered_map<const void*, Outlined>
         m_outlined; ///< the children that came from the source, by their node
 };

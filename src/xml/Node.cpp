@@ -1,4 +1,3 @@
-#include "platform/Encoding.h"
 #include "xml/DocumentData.h"
 #include "xml/Utf8Name.h"
 
@@ -197,9 +196,9 @@ bool Element::GetAttribute(const CString& name, CString& value) const
 {
     if (Access::HasMoved(*this)) return Access::Follow(*this).ToElement().GetAttribute(name, value);
     const pugi::xml_node node = Access::Require(*this, u"GetAttribute");
-    const pugi::xml_attribute attribute = m_document->FindAttribute(node, Utf8Name(name).Text());
+    const pugi::xml_attribute attribute = m_document->FindAttribute(node, m_document->NameOf(name));
     if (!attribute) return false;
-    value = platform::FromUtf8(attribute.value());
+    value = m_document->ValueOf(attribute);
     return true;
 }
 
@@ -207,12 +206,13 @@ void Element::SetAttribute(const CString& name, const CString& value) const
 {
     if (Access::HasMoved(*this)) return Access::Follow(*this).ToElement().SetAttribute(name, value);
     pugi::xml_node node = Access::Require(*this, u"SetAttribute");
-    const Utf8Name key(name);
-    if (!key.IsXmlName()) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
-    if (!IsText(value)) throw Error(u"属性“%1”的值含有 XML 不允许的字符"_s.arg(name));
+    const detail::KnownName& key = m_document->NameOf(name);
+    if (!key.isXmlName) throw Error(u"“%1”不能作为 XML 属性名"_s.arg(name));
+    const Utf8Name bytes(value);
+    if (!bytes.IsXmlText()) throw Error(u"属性“%1”的值含有 XML 不允许的字符"_s.arg(name));
     m_document->TouchTag(node);
-    pugi::xml_attribute attribute = m_document->AttributeToSet(node, key.Text());
-    if (!attribute.set_value(Utf8Name(value).Text())) throw std::bad_alloc();
+    pugi::xml_attribute attribute = m_document->AttributeToSet(node, key);
+    if (!attribute.set_value(bytes.Text())) throw std::bad_alloc();
 }
 
 } // namespace xml

@@ -166,7 +166,8 @@ void Scanner::ScanEndTag()
     m_at += 2;
     const std::string_view name = m_open.back();
     // The name may be a mere beginning of the one that stands here; the blank or ">" behind it decides.
-    if (!StartsWith(name)) Miss(u"结束标记与开始标记不符");
+    const bool fits = static_cast<std::size_t>(m_end - m_at) >= name.size();
+    if (!fits || !SameBytes(m_at, name)) Miss(u"结束标记与开始标记不符");
     m_at += name.size();
     SkipBlanks();
     if (*m_at != '>') Miss(u"结束标记与开始标记不符");

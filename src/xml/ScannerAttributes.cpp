@@ -3,8 +3,6 @@
 #include "xml/Characters.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <utility>
 
 // Start tags behind the element's name: where the scanner spends most of its time.
@@ -14,22 +12,6 @@ namespace xml::detail {
 namespace {
 
 constexpr ByteSet PlainInValue = PlainBytes("<&\"'");
-
-/// Whether `text` stands at `bytes`: a comparison in place, for the few bytes of a name.
-bool SameBytes(const char* bytes, std::string_view text) noexcept
-{
-    std::size_t i = 0;
-    for (; i + sizeof(std::uint64_t) <= text.size(); i += sizeof(std::uint64_t)) {
-        std::uint64_t left = 0;
-        std::uint64_t right = 0;
-        std::memcpy(&left, bytes + i, sizeof left);
-        std::memcpy(&right, text.data() + i, sizeof right);
-        if (left != right) return false;
-    }
-    for (; i < text.size(); ++i)
-        if (bytes[i] != text[i]) return false;
-    return true;
-}
 
 /// Elements whose names differ here keep their attribute names apart.
 std::size_t ShapeOf(std::string_view element) noexcept
@@ -60,7 +42,8 @@ bool Scanner::ScanAttributes(std::string_view element)
         ScanAttributeValue();
     }
     const bool selfClosing = *m_at == '/';
-    Expect(selfClosing ? "/>" : ">", u"标记没有正确结束");
+    if (m_at[selfClosing ? 1 : 0] != '>') Refuse(u"标记没有正确结束");
+    m_at += selfClosing ? 2 : 1;
     if (count != known) CheckDuplicates(names);
     return selfClosing;
 }

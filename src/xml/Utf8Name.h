@@ -2,6 +2,7 @@
 
 #include "platform/Text.h"
 #include "xml/Characters.h"
+#include "xml/Dom.h"
 
 #include <QtCore/QVarLengthArray>
 
@@ -23,11 +24,13 @@ public:
             }
             if (value < 0x80) {
                 *out++ = static_cast<char>(value);
+                m_isText = m_isText && (value >= 0x20 || IsBlank(static_cast<char>(value)));
                 continue;
             }
             if (value < 0x800) {
                 *out++ = static_cast<char>(0xC0U | value >> 6U);
             } else {
+                m_isText = m_isText && value < 0xFFFE;
                 *out++ = static_cast<char>(0xE0U | value >> 12U);
                 *out++ = static_cast<char>(0x80U | (value >> 6U & 0x3FU));
             }
@@ -41,18 +44,22 @@ public:
     /// Whether all of it can name an element or attribute. An unpaired surrogate has become a question mark
     /// on the way, which cannot.
     bool IsXmlName() const { return m_size > 0 && SkipName(Text()) == Text() + m_size; }
+    /// As `IsText` of what this was made from.
+    bool IsXmlText() const { return m_isText; }
 
 private:
     void TakeAny(const CString& name)
     {
         const QByteArray bytes = name.toUtf8();
         m_size = bytes.size();
+        m_isText = IsText(name);
         m_bytes.clear();
         m_bytes.append(bytes.constData(), m_size + 1);
     }
 
     QVarLengthArray<char, 128> m_bytes;
     qsizetype m_size = 0;
+    bool m_isText = true;
 };
 
 } // namespace xml::detail

@@ -1,15 +1,12 @@
 #include "editor/steps/LongStep.h"
 
 #include "editor/steps/ProgressWindow.h"
+#include "editor/steps/WorkThread.h"
 #include "embedded/data/sqlite/Progress.h"
 
-#include <QtCore/QDeadlineTimer>
-#include <QtCore/QThread>
 #include <QtCore/QTimer>
 
 #include <chrono>
-#include <exception>
-#include <memory>
 
 using namespace std::chrono_literals;
 
@@ -22,16 +19,15 @@ constexpr auto LookInterval = 50ms;
 
 /// Shows the window until the thread has ended. Its end is looked for, not signalled: a signal could come
 /// before anybody listens.
-void ShowUntilEnd(ProgressWindow& window, QThread& thread)
+void ShowUntilEnd(ProgressWindow& window, const WorkThread& thread)
 {
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &window, [&] {
         window.ShowState();
-        if (thread.isFinished()) window.done(QDialog::Accepted);
+        if (thread.HasEnded()) window.done(QDialog::Accepted);
     });
     timer.start(LookInterval);
     window.exec();
-    thread.wait();
 }
 
 } // namespace
@@ -39,21 +35,14 @@ void ShowUntilEnd(ProgressWindow& window, QThread& thread)
 bool RunLongStep(QWidget* parent, const QString& text, const LongStep& step)
 {
     StepControl control;
-    std::exception_ptr raised;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
-        try {
-            step(control);
-        } catch (...) {
-            raised = std::current_exception();
-        }
-    }));
-    thread->start();
-    if (!thread->wait(QDeadlineTimer(QuietTime))) {
+    WorkThread thread([&] { step(control); });
+    if (!thread.Wait(QDeadlineTimer(QuietTime))) {
         ProgressWindow window(parent, text, control);
-        ShowUntilEnd(window, *thread);
+        ShowUntilEnd(window, thread);
+        thread.Wait(QDeadlineTimer(QDeadlineTimer::Forever));
     }
     try {
-        if (raised) std::rethrow_exception(raised);
+        thread.Raise();
         return true;
     } catch (const embedded::Cancelled&) {
         return false;

@@ -24,9 +24,8 @@ struct WatchedStep
 
 /// Runs a step, and shows a `ProgressWindow` over it when it takes longer than `quiet` or is known to be
 /// long. False when the user has cancelled it: no file has changed then but the step's own draft. Whatever
-/// else the step raises is raised here. Events reach that window between two pieces of work; within one the
-/// window stands still.
-/// `roles` are those in force.
+/// else the step raises is raised here. Input reaches that window between two pieces of work; within one it
+/// is painted where there are `LivelyWindows`. `roles` are those in force.
 bool RunWatched(QWidget* parent, const host::Roles& roles, const WatchedStep& step,
                 std::chrono::milliseconds quiet = QuietTime);
 

@@ -4,6 +4,7 @@
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
+#include "editor/steps/LivelyWindows.h"
 #include "editor/window/AppIcon.h"
 #include "editor/window/CommandLine.h"
 #include "editor/window/FocusStyle.h"
@@ -69,6 +70,7 @@ CString RuleFileOf(const Project& project, const QString& named)
 int RunWizardAlone(const CommandLine& line, const QString& folder)
 {
     if (folder.isEmpty()) throw UsageError(u"没有指明工程，也没有上一次的工程"_s);
+    const LivelyWindows lively;
     Project project(folder);
     project.BecomeHost(nullptr);
     ModuleSteps steps(nullptr, project);

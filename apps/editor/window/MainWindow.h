@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/project/RecentProjects.h"
+#include "editor/steps/LivelyWindows.h"
 #include "editor/window/Actions.h"
 #include "editor/window/ModuleSteps.h"
 #include "embedded/data/project/CreateProject.h"
@@ -93,6 +94,7 @@ private:
     ModuleSteps Steps();
     void TellEnd(StepEnd end, const QString& done);
 
+    LivelyWindows m_lively;
     RecentProjects m_recent;
     Actions m_actions;
     std::unique_ptr<Project> m_project;

@@ -1,6 +1,7 @@
 #include "embedded/data/history/KeepingFiles.h"
 
 #include "embedded/data/project/Look.h"
+#include "platform/Apart.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QThread>
@@ -42,6 +43,10 @@ public:
     void Write(const QByteArray& bytes) override
     {
         Watch([&] { m_file->Write(bytes); });
+    }
+    void Seek(qint64 position) override
+    {
+        Watch([&] { m_file->Seek(position); });
     }
     void SeekToEnd() override
     {
@@ -198,14 +203,20 @@ void KeepingFiles::AfterWriting(const CString& path)
         return;
     m_known[path].Know(written);
     if (!work.copy || !m_others.writtenOver) return;
-    QTimer::singleShot(0, &m_loop,
-                       [tell = m_others.writtenOver, path, copy = *work.copy] { tell(path, copy); });
+    Later([tell = m_others.writtenOver, path, copy = *work.copy] { tell(path, copy); });
+}
+
+/// From the event loop, but from none that only bridges a long piece of work: whoever reads and writes is in
+/// the middle of it then.
+void KeepingFiles::Later(const std::function<void()>& step)
+{
+    QTimer::singleShot(0, &m_loop, [this, step] { platform::IsInLongWork() ? Later(step) : step(); });
 }
 
 void KeepingFiles::ReleaseLater()
 {
     if (std::exchange(m_releases, true)) return;
-    QTimer::singleShot(0, &m_loop, [this] { Release(); });
+    Later([this] { Release(); });
 }
 
 /// What was read and not written by now was loaded to be worked on.

@@ -113,6 +113,7 @@ private:
     void Prepare(const CString& path);
     void LookForOthers(const CString& path, Work& work);
     void AfterWriting(const CString& path);
+    void Later(const std::function<void()>& step);
     void ReleaseLater();
     void Release();
     void BeforeChange(const CString& path);

@@ -3,6 +3,7 @@
 #include "embedded/TestProject.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/Error.h"
+#include "platform/Apart.h"
 #include "support/FaultyFileSystem.h"
 
 #include <QtCore/QCoreApplication>
@@ -252,6 +253,21 @@ TEST_F(OtherPrograms, StepThatHandlesEventsKeepsItsFiles)
         QCoreApplication::processEvents();
         EXPECT_EQ(Held().size(), 1);
     }
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Held().isEmpty());
+}
+
+TEST_F(OtherPrograms, EventsWithinALongPieceOfWorkGiveNoFileBack)
+{
+    const platform::ScopedPieceRunner lively([](const platform::Piece& piece) {
+        piece();
+        QCoreApplication::processEvents();
+    });
+    constexpr qint64 Large = 64 * 1024 * 1024;
+    platform::Files().Read(Path());
+    platform::RunApart(Large, [] {});
+    EXPECT_EQ(Held().size(), 1);
+    QCoreApplication::processEvents();
     QCoreApplication::processEvents();
     EXPECT_TRUE(Held().isEmpty());
 }
