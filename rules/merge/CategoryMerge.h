@@ -1,8 +1,6 @@
 #pragma once
 
-#include "rules/merge/Merge.h"
-
-#include <functional>
+#include "rules/merge/Conflict.h"
 
 namespace rules {
 

@@ -157,9 +157,7 @@ TEST_F(CompareOnTakeoff, EqualRulesChangeNoComponent)
 TEST_F(CompareOnTakeoff, ComponentsThatGetOtherItemsAreNamedWithBoth)
 {
     QByteArray rules = m_cli.Folder().ReadFile(u"b.xml"_s);
-    const qsizetype at = rules.indexOf("strQdId=\"") + 9;
-    const QByteArray number = rules.mid(at, rules.indexOf('"', at) - at);
-    rules.replace("strQdId=\"" + number + '"', "strQdId=\"999\"");
+    rules.replace("strQdId=\"0310", "strQdId=\"9910");
     m_cli.Folder().WriteFile(u"b.xml"_s, rules);
     const test::Outcome outcome = Compare();
     ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
@@ -167,8 +165,8 @@ TEST_F(CompareOnTakeoff, ComponentsThatGetOtherItemsAreNamedWithBoth)
     const QJsonArray changed = Compare({u"--json"_s}).Json()[u"on"_s][u"components"_s].toArray();
     ASSERT_FALSE(changed.isEmpty());
     EXPECT_FALSE(changed[0][u"id"_s].toString().isEmpty());
-    EXPECT_EQ(changed[0][u"before"_s][u"items"_s][0][u"number"_s].toString(), QString::fromUtf8(number));
-    EXPECT_EQ(changed[0][u"after"_s][u"items"_s][0][u"number"_s].toString(), u"999"_s);
+    EXPECT_TRUE(changed[0][u"before"_s][u"items"_s][0][u"number"_s].toString().startsWith(u"0310"_s));
+    EXPECT_TRUE(changed[0][u"after"_s][u"items"_s][0][u"number"_s].toString().startsWith(u"9910"_s));
 }
 
 TEST_F(CompareOnTakeoff, TableThatCannotBeReadIsRefused)
