@@ -17,7 +17,7 @@ Option PricingConfigOption()
 
 CString PricingFile(const Arguments& arguments)
 {
-    const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
+    CString file = ChooseRuleFile(arguments.Value(u"config"_s));
     CheckRuleFile(file);
     return file;
 }
