@@ -1,6 +1,6 @@
 #pragma once
 
-#include "rules/sql/SqlDialect.h"
+#include "rules/sql/SqlOptions.h"
 
 #include "platform/Text.h"
 

@@ -2,20 +2,13 @@
 
 #include "rules/model/Configuration.h"
 #include "rules/model/Facts.h"
-#include "rules/sql/SqlDialect.h"
+#include "rules/sql/SqlOptions.h"
+
+#include <map>
 
 /// The rules of a configuration as one query, so that a database decides for a table of components what
 /// docs/matching.md decides. docs/rules-sql.md tells the shape of the table and of the answer.
 namespace rules {
-
-struct SqlOptions
-{
-    SqlDialect dialect = SqlDialect::PostgreSql;
-    CString category;     ///< the text of the one small category to decide; empty for all
-    bool isBill = true;   ///< bill items with their quota items below, or quota items alone
-    CString billLibrary;  ///< code of the bill library in use; of no account for quota items alone
-    CString quotaLibrary; ///< code of the quota library in use
-};
 
 /// One SELECT with a comment above that tells the columns it needs. Ends with a semicolon and a line break.
 /// The same configuration always gives the same text. `facts` are those of the catalogue. Raises

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "rules/model/Configuration.h"
+#include "rules/model/Facts.h"
 #include "rules/sql/Dialect.h"
 #include "rules/sql/RuleTests.h"
-#include "rules/sql/RulesSql.h"
 
 namespace rules {
 

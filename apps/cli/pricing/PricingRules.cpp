@@ -56,7 +56,7 @@ CString NamedCategory(const CString& named, const rules::Configuration& configur
 
 CString PricingFile(const Arguments& arguments)
 {
-    const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
+    CString file = ChooseRuleFile(arguments.Value(u"config"_s));
     CheckRuleFile(file);
     return file;
 }

@@ -15,7 +15,11 @@ namespace {
 class RulesSqlVerb : public testing::Test
 {
 protected:
-    RulesSqlVerb() : m_cli(u"bill"_s) { m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample()); }
+    RulesSqlVerb() : m_cli(u"bill"_s)
+    {
+        m_cli.Folder().MakeFolder(Cli::RuleFile().section(u'\\', 0, -2));
+        m_cli.Folder().WriteFile(Cli::RuleFile(), Cli::Sample());
+    }
 
     test::Outcome Export(const QStringList& options) const
     {

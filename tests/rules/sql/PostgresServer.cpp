@@ -84,7 +84,7 @@ void PostgresServer::MakeCluster()
     SetUp(initdb, u"initdb"_s,
           {u"--pgdata"_s, m_folder.Native(u"data"_s), u"--username"_s, User(), u"--auth"_s, u"trust"_s,
            u"--encoding"_s, u"UTF8"_s, u"--locale"_s, u"C"_s, u"--locale-provider"_s, u"icu"_s,
-           u"--icu-locale"_s, u"zh-CN"_s, u"--no-sync"_s});
+           u"--icu-locale"_s, u"zh-CN-u-kn-true"_s, u"--no-sync"_s});
     initdb.setWorkingDirectory(SocketFolder());
     RequireSuccess(initdb, "initdb: ");
 }

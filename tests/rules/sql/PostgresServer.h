@@ -10,8 +10,8 @@ namespace test {
 /// no port. An administrator's tests run it as nobody, since it refuses to be run by an administrator. It
 /// ends with this object, and when the process dies before that, too.
 ///
-/// Its texts are in the order of the Chinese language, not of their bytes, so that a query which relies on
-/// the order of bytes without saying so is found out.
+/// Its texts are in the order of the Chinese language with digits as the numbers that they make, not of their
+/// bytes, so that a query which relies on the order of bytes without saying so is found out.
 class PostgresServer
 {
 public:

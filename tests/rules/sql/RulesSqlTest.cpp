@@ -248,6 +248,70 @@ TEST(RulesSql, TheFirstOfThousandsOfRulesThatHoldsApplies)
     EXPECT_EQ(RulesOf(cells, *Configured(std::move(list))), expected);
 }
 
+/// Whatever the value list makes of a text, the query makes the same of it.
+TEST(RulesSql, NumbersAreReadAsTheValueListWritesThem)
+{
+    const std::vector<CString> cells{
+        u"50"_s,      u"DN50"_s,   u"ＤＮ５０"_s, u"DN 50"_s, u"dn50"_s,   u"DN-50"_s,  u"SC-50"_s,
+        u"SC--50"_s,  u"50mm"_s,   u"50 mm"_s,    u"-50mm"_s, u"- 50mm"_s, u"+-50mm"_s, u"50.mm"_s,
+        u"50 .mm"_s,  u"50..mm"_s, u"5.0.mm"_s,   u"No.5"_s,  u"No. 5"_s,  u"No..5"_s,  u"No. .5"_s,
+        u"-50"_s,     u"- 50"_s,   u"-.5"_s,      u"-. 5"_s,  u"50."_s,    u"."_s,      u"DN."_s,
+        u"DN50×40"_s, u"DN"_s,     u"5²"_s,       u"DN50mm"_s};
+    const std::vector<CStringArray> lists{{},
+                                          {u"DN15"_s},
+                                          {u"SC-80"_s},
+                                          {u"SC80"_s},
+                                          {u"15mm"_s},
+                                          {u"- 5"_s},
+                                          {u"No.5"_s},
+                                          {u"No. 5"_s},
+                                          {u"5 .mm"_s},
+                                          {u"5..mm"_s},
+                                          {u"-. 5"_s},
+                                          {u"- 5mm"_s},
+                                          {u"DN5mm"_s},
+                                          {u"DN5"_s, u"5mm"_s},
+                                          {u"15"_s, u"No. 5"_s, u"No.5"_s},
+                                          {u"5.mm"_s, u"5 .mm"_s}};
+    const auto configuration = Configured({RuleOf({Value(Material, u"＝"_s, u"50"_s)}),
+                                           RuleOf({test::Range(Material, u"≥"_s, u"50"_s, u"≤"_s, u"50"_s)}),
+                                           RuleOf({test::Range(Material, u"≥"_s, u"5"_s, u"＜"_s, u"50"_s)}),
+                                           RuleOf({test::Range(Material, u"≥"_s, u"-50"_s, u"＜"_s, u"0"_s)}),
+                                           RuleOf({test::Range(Material, u""_s, u""_s, u""_s, u""_s)})});
+    std::set<int> met;
+    for (const CStringArray& list : lists) {
+        rules::CatalogueFacts facts;
+        facts[Text] = {{.name = Material, .valueList = list}};
+        const rules::CategoryMatcher matcher(configuration->Find(Text), facts[Text]);
+        const std::vector<int> answered = RulesOf(cells, *configuration, facts);
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            met.insert(answered[i]);
+            EXPECT_EQ(answered[i], matcher.Match(std::vector<rules::Cell>{cells[i]}) + 1)
+                << cells[i].toStdString() << " where the list has " << list.join(u'|').toStdString();
+        }
+    }
+    EXPECT_EQ(met, (std::set<int>{0, 1, 2, 3, 4, 5}));
+}
+
+TEST(RulesSql, PostgresComparesNumbersExactlyWhateverItsOrderOfTexts)
+{
+    ASSERT_TRUE(test::PostgresServer::IsInstalled()) << "package postgresql-15 has the server";
+    const test::PostgresServer server;
+    test::SqlEngine engine(server);
+    const auto configuration =
+        Configured({RuleOf({test::Range(Material, u"＞"_s, u"0.25"_s, u"＜"_s, u"0.35"_s)}),
+                    RuleOf({test::Range(Material, u"＞"_s, u"-1.35"_s, u"＜"_s, u"-1.25"_s)})});
+    std::vector<test::SqlRow> rows;
+    for (const CString& cell :
+         {u"0.3"_s, u"0.26"_s, u"0.250000001"_s, u"0.25"_s, u"0.4"_s, u"-1.3"_s, u"-1.4"_s})
+        rows.push_back({{u"构件编号"_s, cell}, {u"类别"_s, Text}, {Material, cell}});
+    engine.Fill({u"构件编号"_s, u"类别"_s, Material}, rows);
+    EXPECT_EQ(Lines(engine.Ask(rules::RulesSql(*configuration, {}, Options(rules::SqlDialect::PostgreSql))),
+                    {u"构件编号"_s, u"规则"_s}),
+              (std::multiset<QString>{u"0.3 1"_s, u"0.26 1"_s, u"0.250000001 1"_s, u"0.25 -"_s, u"0.4 -"_s,
+                                      u"-1.3 2"_s, u"-1.4 -"_s}));
+}
+
 /// Reading the rules through for every component would take a hundred times as long.
 TEST(RulesSql, SqliteLooksUpTheRuleOfAComponent)
 {
