@@ -10,16 +10,16 @@ namespace rules {
 /// A rule that gives an item.
 struct ItemUse
 {
-    CString category; ///< joined by backslashes
-    int position = 0; ///< of the rule in its list, from 1
+    CString category{}; ///< joined by backslashes
+    int position = 0;   ///< of the rule in its list, from 1
     int ruleId = 0;
-    CString rule;       ///< as the rule list shows it
+    CString rule{};     ///< as the rule list shows it
     bool isBill = true; ///< else a quota item
-    CString number;
-    CString name;
-    CString unit;
-    CString library;
-    CString billNumber; ///< of a quota item below a bill item: that one's number; else empty
+    CString number{};
+    CString name{};
+    CString unit{};
+    CString library{};
+    CString billNumber{}; ///< of a quota item below a bill item: that one's number; else empty
 };
 
 /// The rules that give a bill or quota item, in the order of the file, by the item's number; of a bill item
