@@ -10,10 +10,10 @@ namespace rules {
 /// A rule that gives an item.
 struct ItemUse
 {
-    CString category; ///< joined by backslashes
-    int position = 0; ///< of the rule in its list, from 1
+    CString category{}; ///< joined by backslashes
+    int position = 0;   ///< of the rule in its list, from 1
     int ruleId = 0;
-    CString rule;       ///< as the rule list shows it
+    CString rule{};     ///< as the rule list shows it
     bool isBill = true; ///< else a quota item
     CString number{};
     CString name{};
