@@ -35,7 +35,8 @@ template <typename Record>
 Record Said(const ItemWords& words, Record record)
 {
     if (words.formula) record.strFormula = *words.formula;
-    if (words.withFittings) record.strAnnex = *words.withFittings ? QStringLiteral("是") : QStringLiteral("否");
+    if (words.withFittings)
+        record.strAnnex = *words.withFittings ? QStringLiteral("是") : QStringLiteral("否");
     return record;
 }
 

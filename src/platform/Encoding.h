@@ -23,8 +23,8 @@ enum class Encoding {
 /// taken off, and may be missing; under `Utf8` a mark stays as the character U+FEFF.
 KTQDDE_EXPORT std::optional<CString> Decode(const QByteArray& bytes, Encoding encoding);
 
-/// Valid UTF-8 as text, with every character that it holds: U+FEFF at the beginning is one of them, not a mark that
-/// would be taken off. Bytes that are no UTF-8 become U+FFFD.
+/// Valid UTF-8 as text, with every character that it holds: U+FEFF at the beginning is one of them, not a
+/// mark that would be taken off. Bytes that are no UTF-8 become U+FFFD.
 KTQDDE_EXPORT CString FromUtf8(QByteArrayView bytes);
 
 /// `text` as bytes, with the byte order mark that the encoding names; nothing when it does not encode (an

@@ -30,7 +30,7 @@ struct Row
     qint64 line = 0; ///< one-based: the line of a CSV file on which it begins, the row of a worksheet
     std::span<const Cell> cells{};
     QStringView record{}; ///< of a CSV file: the text in which all cells lie; null of a workbook
-    CString fault{}; ///< of a CSV file: what is wrong with its quotes; empty when nothing is
+    CString fault{};      ///< of a CSV file: what is wrong with its quotes; empty when nothing is
 };
 
 /// The letters by which spreadsheets call a column; 0 is A.

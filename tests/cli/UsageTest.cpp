@@ -105,7 +105,7 @@ TEST(Usage, WrongCommandLinesOfVerbsGetTheirUsageLine)
     const Cli cli(u"bill"_s);
     const QList<QStringList> wrong{
         {u"show"_s, u"--frob"_s},
-        {u"show"_s, u"surplus"_s},
+        {u"show"_s, u"file"_s, u"surplus"_s},
         {u"show"_s, u"--config"_s},
         {u"show"_s, u"--config"_s, u"--json"_s},
         {u"show"_s, u"--config="_s},

@@ -44,8 +44,8 @@ CommandInfo Describe()
     info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
                     LibraryOption(),
                     {u"replace"_s, {}, u"以文件代替整个表"_s, {}},
-                     RuleFileOption(),
-                     {u"dry-run"_s, {}, u"只说会怎样，什么也不读入"_s, {}}};
+                    RuleFileOption(),
+                    {u"dry-run"_s, {}, u"只说会怎样，什么也不读入"_s, {}}};
     return info;
 }
 

@@ -28,8 +28,8 @@ public:
 
     /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
     /// on without. Waits as `WaitInWindow` tells while another program holds the file, and raises
-    /// `embedded::Occupied` when it does not give it back, `embedded::WaitEnded` when the user did not want to
-    /// wait. Needs `BecomeHost`.
+    /// `embedded::Occupied` when it does not give it back, `embedded::WaitEnded` when the user did not want
+    /// to wait. Needs `BecomeHost`.
     bool KeepCopy(const CString& ruleFile);
     /// Keeps other programs from writing a rule file while it is looked at; nothing where the project cannot
     /// be written at all. Waits and raises as `KeepCopy` does.

@@ -115,7 +115,9 @@ void UpgradeUnits(Database& database)
 {
     database.Execute(u"ALTER TABLE attributes ADD COLUMN unit TEXT NOT NULL DEFAULT ''"_s);
     for (const AttributeUnit& unit : ShippedAttributeUnits())
-        database.Execute(u"UPDATE attributes SET unit = ? WHERE display_name = ?"_s, {unit.unit, unit.name});
+        if (!unit.unit.isEmpty())
+            database.Execute(u"UPDATE attributes SET unit = ? WHERE display_name = ?"_s,
+                             {unit.unit, unit.name});
 }
 
 void Upgrade(Database& database)

@@ -27,6 +27,7 @@ protected:
         QFile rules(test::InSourceTree(u"samples/PlumbingRules.xml"_s));
         if (!rules.open(QIODevice::ReadOnly)) throw std::runtime_error("no sample rules");
         const QByteArray bytes = rules.readAll();
+        m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), bytes);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), bytes);
         m_cli.Folder().WriteFile(u"t.csv"_s, (Head + Rows.arg(Pipe)).toUtf8());

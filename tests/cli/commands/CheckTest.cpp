@@ -203,7 +203,7 @@ TEST_F(Check, BatchTakesTheMendsAndTheirFindingsAreGone)
 TEST_F(Check, MissingDefaultRuleIsMendedByASave)
 {
     Run(File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001")), {u"--mends"_s, u"mends.jsonl"_s});
-    EXPECT_EQ(m_cli.Folder().ReadFile(u"mends.jsonl"_s), "{\"op\": \"Save\"}\n");
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"mends.jsonl"_s), "{\"op\":\"Save\"}\n");
     ASSERT_EQ(m_cli.RunInProject({u"batch"_s, u"mends.jsonl"_s, u"--config"_s, u"rules.xml"_s}).status, 0);
     EXPECT_EQ(Codes(RunAgain({u"--json"_s}).Json()), QStringList());
 }
@@ -226,7 +226,7 @@ TEST_F(Check, MendsAreThoseOfOneSpecialtyAndWarnOfWhatASaveLoses)
     EXPECT_TRUE(again.Err().contains(u"已经存在"_s));
     const test::Outcome other =
         RunAgain({u"--mends"_s, u"other.jsonl"_s, u"--spec"_s, u"电气"_s, u"--fail-on"_s, u"never"_s});
-    EXPECT_EQ(m_cli.Folder().ReadFile(u"other.jsonl"_s), "{\"op\": \"Save\"}\n") << other.err.toStdString();
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"other.jsonl"_s), "{\"op\":\"Save\"}\n") << other.err.toStdString();
 }
 
 TEST_F(Check, SamplesHaveTheNotesThatTheDocumentExplainsAndNothingElse)
@@ -253,6 +253,7 @@ TEST_F(Check, SamplesHaveTheNotesThatTheDocumentExplainsAndNothingElse)
 
 TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
 {
+    m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
     m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s),
                              File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Default));
     m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), File(Rule(2, {}, "002") + Default));

@@ -26,6 +26,7 @@ protected:
     {
         QFile rules(test::InSourceTree(u"samples/PlumbingRules.xml"_s));
         if (!rules.open(QIODevice::ReadOnly)) throw std::runtime_error("no sample rules");
+        m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"样板"_s), rules.readAll());
     }
 

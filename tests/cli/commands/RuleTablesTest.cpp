@@ -106,7 +106,7 @@ TEST_F(RuleTables, WrongUseIsRefused)
     EXPECT_EQ(Import(u"x.csv"_s, {u"--replace"_s}).status, 2);
     EXPECT_EQ(Import(u"none.csv"_s).status, 1);
     EXPECT_EQ(Export(u"x.csv"_s, {u"--category"_s, u"没有"_s}).status, 1);
-    EXPECT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s, u"x.csv"_s, u"--dry-run"_s}).status, 2);
+    EXPECT_EQ(m_cli.RunInProject({u"import"_s, u"bill"_s, u"x.csv"_s, u"--config"_s, u"a"_s}).status, 2);
     EXPECT_EQ(m_cli.RunInProject({u"export"_s, u"bill"_s, u"x.csv"_s, u"--category"_s, u"x"_s}).status, 2);
     ASSERT_EQ(Export(u"x.csv"_s).status, 0);
     EXPECT_EQ(Export(u"x.csv"_s).status, 1) << "stands there";

@@ -114,13 +114,18 @@ TEST_F(Wrap, RuleFileThatUnwrapReplacesHasACopy)
     const QString target = m_cli.Folder().Native(Cli::RuleFile());
     const QStringList words{u"unwrap"_s, u"rules.xml"_s, u"-o"_s, target, u"--force"_s};
     ASSERT_EQ(m_cli.Run(words).status, 0) << "no project is named: the one around the file is meant";
-    EXPECT_EQ(m_cli.RunInProject({u"history"_s, u"show"_s, u"last"_s, u"--config"_s, u"DefaultConfig"_s}).out,
-              Cli::Sample());
+    EXPECT_EQ(
+        m_cli
+            .RunInProject({u"history"_s, u"show"_s, u"last"_s, u"--xml"_s, u"--config"_s, u"DefaultConfig"_s})
+            .out,
+        Cli::Sample());
 }
 
 TEST_F(Wrap, RuleFileThatExportReplacesHasACopy)
 {
     ASSERT_EQ(m_cli.RunInProject({u"export"_s, u"attributes"_s, u"rules.xml"_s, u"--force"_s}).status, 0);
-    EXPECT_EQ(m_cli.RunInProject({u"history"_s, u"show"_s, u"last"_s, u"--config"_s, u"./rules.xml"_s}).out,
-              Cli::Sample());
+    EXPECT_EQ(
+        m_cli.RunInProject({u"history"_s, u"show"_s, u"last"_s, u"--xml"_s, u"--config"_s, u"./rules.xml"_s})
+            .out,
+        Cli::Sample());
 }

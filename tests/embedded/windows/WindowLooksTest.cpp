@@ -64,7 +64,7 @@ TEST_F(WindowLooks, FilesWithLatinNamesHaveRowsAsHighAsTheOthers)
     m_cloud.WriteFile(u"住宅.xml"_s, "<自动套清单定额配置信息/>");
     RunCloudDisk(m_cloud.Native({}), [](QWidget& window) {
         const auto& list = Named<QTreeWidget>(window, u"云盘模板"_s);
-        EXPECT_EQ(list.topLevelItem(0)->text(0), u"abc"_s);
+        ASSERT_EQ(list.topLevelItemCount(), 2);
         const int needed = list.fontMetrics().size(Qt::TextSingleLine, u"住宅"_s).height();
         EXPECT_GE(list.visualItemRect(list.topLevelItem(0)).height(), needed);
         EXPECT_GE(list.visualItemRect(list.topLevelItem(1)).height(), needed);

@@ -102,7 +102,8 @@ TEST_F(DefectiveProject, MissingTableIsRefused)
 
 TEST_F(DefectiveProject, RowThatPointsNowhereIsReportedAsDamaged)
 {
-    m_project.Sql(CatalogueFile, u"INSERT INTO attributes VALUES ('电气\\无\\无', '', '名', '', 'AM_X', '')"_s);
+    m_project.Sql(CatalogueFile,
+                  u"INSERT INTO attributes VALUES ('电气\\无\\无', '', '名', '', 'AM_X', '')"_s);
     const CString error = OpeningError();
     EXPECT_TRUE(error.contains(u"已损坏"_s) && error.contains(u"电气\\无\\无"_s)) << error.toStdString();
 }
