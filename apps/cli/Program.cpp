@@ -1,6 +1,6 @@
 #include "cli/Program.h"
 
-#include "cli/commands/MakeCommands.h"
+#include "cli/MakeCommands.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/TextTable.h"
 #include "cli/reading/Failure.h"

@@ -1,7 +1,7 @@
 #include "shared/CheckFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
-#include "presenter/DerivedAttributes.h"
+#include "host/BillNumbering.h"
 #include "shared/PricingFacts.h"
 #include "store/CXmlAttrConfig.h"
 
@@ -11,11 +11,8 @@ namespace shared {
 
 namespace {
 
-/// Texts per attribute in a category's flat list, and which stands where.
+/// Texts per attribute in a category's flat list.
 constexpr qsizetype GroupSize = 4;
-constexpr qsizetype NamePlace = 1;
-constexpr qsizetype ListPlace = 2;
-constexpr qsizetype CodePlace = 3;
 
 rules::Dimension DimensionOf(int kind)
 {
@@ -35,26 +32,17 @@ rules::Dimension DimensionOf(int kind)
     }
 }
 
-/// What the editor offers for a category: its attributes, those that it derives from others, and the
-/// component's own name.
+/// What the editor offers for a category, and which of its own attributes may have ranges.
 rules::CategoryFacts AttributesOf(const embedded::SmallCategory& category,
                                   const embedded::CatalogueData& data, const CXmlAttrConfig& config)
 {
-    rules::CategoryFacts facts;
-    for (qsizetype i = 0; i + GroupSize <= category.attributes.size(); i += GroupSize) {
-        rules::AttributeFacts& fact = facts.emplace_back();
-        fact.name = category.attributes[i + NamePlace];
-        fact.code = category.attributes[i + CodePlace];
-        fact.valueList = ValuesOf(data, fact.code, category.attributes[i + ListPlace]);
+    rules::CategoryFacts facts = OfferedAttributesOf(category, data);
+    const auto own = static_cast<std::size_t>(category.attributes.size() / GroupSize);
+    for (std::size_t i = 0; i < own; ++i) {
         AttrConfig record;
-        fact.allowsRange = !config.GetAttConfig(category.fullName + fact.name, record) || record.compar != 0;
+        facts[i].allowsRange =
+            !config.GetAttConfig(category.fullName + facts[i].name, record) || record.compar != 0;
     }
-    for (const DerivedAttribute& derived : DerivedAttributes(category.fullName)) {
-        rules::AttributeFacts& fact = facts.emplace_back();
-        fact.name = derived.name;
-        fact.code = derived.code;
-    }
-    facts.emplace_back().name = rules::OwnName;
     return facts;
 }
 
@@ -69,16 +57,29 @@ void TakeCategories(const embedded::CatalogueData& data, rules::CheckFacts& fact
     }
 }
 
-void TakeItems(const embedded::LibraryContents& contents, rules::CheckFacts& facts)
+/// The items of the libraries, bill items by what their numbers have without a suffix.
+void TakeItems(embedded::EmbeddedHost& host, rules::CheckFacts& facts)
 {
+    int codeLength = -1;
+    int suffixLength = -1;
+    host.Roles().libraries->GetEnCodeRule(codeLength, suffixLength);
+    const auto numbering = host::BillNumbering::Of(codeLength, suffixLength);
+    const auto baseOf = [&](const CString& number) { return numbering ? numbering->BaseOf(number) : number; };
+    if (numbering)
+        facts.bills.form = {baseOf(CString(codeLength, u'0')).size(), suffixLength,
+                            numbering->KeepsFreeSuffix()};
+    const embedded::LibraryContents& contents = host.Contents();
     for (const embedded::BillSection& section : contents.bills)
         for (const SQdInfo& item : section.items)
-            facts.bills.items.emplace(item.strNumber, rules::LibraryItem{item.strName, item.strUnit, {}});
+            facts.bills.items.emplace(baseOf(item.strNumber),
+                                      rules::LibraryItem{item.strName, item.strUnit, {}});
     for (const embedded::QuotaSection& section : contents.quotas)
-        for (const embedded::QuotaItem& item : section.items)
-            facts.quotas.items.emplace(
-                item.record.strNumber,
-                rules::LibraryItem{item.record.strName, item.record.strUnit, item.bills});
+        for (const embedded::QuotaItem& item : section.items) {
+            rules::LibraryItem known{item.record.strName, item.record.strUnit, {}};
+            for (const CString& bill : item.bills)
+                known.bills.append(baseOf(bill));
+            facts.quotas.items.emplace(item.record.strNumber, std::move(known));
+        }
 }
 
 /// The calculation items, and the names that their expressions ask a take-off table for.
@@ -106,8 +107,7 @@ rules::CheckFacts CheckFactsOf(embedded::EmbeddedHost& host, bool isBillMode)
     facts.quotas.code = pricing.quotaLibrary;
     facts.attributes = std::move(pricing.attributes);
     facts.calculationItems = std::move(pricing.calculationItems);
-    host.Roles().libraries->GetEnCodeRule(facts.bills.numberLength, facts.bills.suffixLength);
-    TakeItems(host.Contents(), facts);
+    TakeItems(host, facts);
     TakeCategories(host.CatalogueContents(), facts);
     TakeCalculation(host.CatalogueContents(), facts);
     return facts;

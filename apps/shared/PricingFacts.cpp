@@ -1,6 +1,7 @@
 #include "shared/PricingFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
+#include "presenter/DerivedAttributes.h"
 
 #include <map>
 #include <set>
@@ -71,14 +72,23 @@ rules::CatalogueFacts CatalogueFactsOf(const embedded::CatalogueData& data)
     return facts;
 }
 
-rules::CatalogueFacts OwnAttributesOf(const embedded::CatalogueData& data)
+rules::CategoryFacts OfferedAttributesOf(const embedded::SmallCategory& category,
+                                         const embedded::CatalogueData& data)
 {
-    rules::CatalogueFacts facts = CatalogueFactsOf(data);
+    rules::CategoryFacts facts = FactsOf(category, data, {});
+    for (const DerivedAttribute& derived : DerivedAttributes(category.fullName))
+        facts.push_back({.name = derived.name, .code = derived.code});
+    facts.push_back({.name = rules::OwnName});
+    return facts;
+}
+
+rules::CatalogueFacts OfferedAttributesOf(const embedded::CatalogueData& data)
+{
+    rules::CatalogueFacts facts;
     for (const embedded::Specialty& specialty : data.specialties)
         for (const embedded::BigCategory& big : specialty.bigCategories)
             for (const embedded::SmallCategory& small : big.smallCategories)
-                facts.at(small.fullName)
-                    .resize(static_cast<std::size_t>(small.attributes.size() / GroupSize));
+                facts.emplace(small.fullName, OfferedAttributesOf(small, data));
     return facts;
 }
 

@@ -12,8 +12,12 @@ namespace shared {
 /// in any table.
 rules::CatalogueFacts CatalogueFactsOf(const embedded::CatalogueData& data);
 
-/// The same without the names that may stand in any table: what conditions of the category can test.
-rules::CatalogueFacts OwnAttributesOf(const embedded::CatalogueData& data);
+/// What the editor offers conditions of every small category: its attributes, those that are derived from
+/// others, and the component's own name.
+rules::CatalogueFacts OfferedAttributesOf(const embedded::CatalogueData& data);
+/// The same of one category.
+rules::CategoryFacts OfferedAttributesOf(const embedded::SmallCategory& category,
+                                         const embedded::CatalogueData& data);
 
 /// All that pricing goes by in the project: mode, libraries in use, attributes, calculation items.
 rules::PricingFacts PricingFactsOf(const embedded::EmbeddedHost& host, rules::PricingMode mode);

@@ -27,8 +27,10 @@ IdHash HashOf(QStringView id)
     static const std::array<std::size_t, 2> Seeds{
         static_cast<std::size_t>(QRandomGenerator::global()->generate64()),
         static_cast<std::size_t>(QRandomGenerator::global()->generate64())};
-    if constexpr (sizeof(std::size_t) >= sizeof(IdHash)) return qHash(id, Seeds[0]);
-    return (IdHash{qHash(id, Seeds[0])} << 32U) ^ qHash(id, Seeds[1]);
+    if constexpr (sizeof(std::size_t) >= sizeof(IdHash))
+        return qHash(id, Seeds[0]);
+    else
+        return (IdHash{qHash(id, Seeds[0])} << 32U) ^ qHash(id, Seeds[1]);
 }
 
 /// Puts hashes in the order of their parts.

@@ -196,12 +196,19 @@ private:
         MakeLine(attribute);
     }
 
-    /// The numbers that conditions and list name, and those between.
+    /// The numbers that conditions and list name, and those between. Where nobody names one, a range without
+    /// bounds still tells numbers from texts, and all numbers are one step.
     void MakeNumbers(std::size_t attribute)
     {
         const std::vector<Decimal> points(m_points[attribute].begin(), m_points[attribute].end());
         std::vector<Step>& numbers = m_space.m_attributes[attribute].numbers;
-        for (std::size_t i = 0; i <= points.size() && !points.empty(); ++i) {
+        if (points.empty()) {
+            const Cell any = CellOf(attribute, u"0"_s);
+            if (any != m_space.m_attributes[attribute].other)
+                numbers.push_back({any, {}, {}, false, true, true});
+            return;
+        }
+        for (std::size_t i = 0; i <= points.size(); ++i) {
             const bool isFirst = i == 0;
             const bool isLast = i == points.size();
             const Decimal from = isFirst ? points[i] - Decimal(1) : points[i - 1];

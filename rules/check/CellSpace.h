@@ -32,7 +32,7 @@ public:
         Decimal to;           ///< the number, or the one above
         bool isPoint = true;  ///< one number, else those between the two
         bool isFirst = false; ///< all below `to`
-        bool isLast = false;  ///< all above `from`
+        bool isLast = false;  ///< all above `from`; the first as well: all numbers
     };
 
     struct Attribute

@@ -17,19 +17,29 @@ struct LibraryItem
 {
     CString name{};
     CString unit{};
-    /// Of a quota item: the numbers of the bill items that the guide hangs it on; empty where no guide speaks
-    /// of it.
+    /// Of a quota item: the bill items that the guide hangs it on, by their numbers without a suffix; empty
+    /// where no guide speaks of it.
     CStringArray bills{};
+};
+
+/// How a bill number of a rule is built: a base of letters and digits, and a suffix that tells the items of
+/// one base apart.
+struct BillNumberForm
+{
+    qsizetype base = 0;   ///< characters of the base; 0 when the library has no rule that is known
+    qsizetype suffix = 0; ///< characters of the suffix
+    /// Whether the library's own numbers end in a suffix that stays while it is free. It may then hold
+    /// letters, and one that is counted up past the last has a digit more. Else it is made of digits.
+    bool keepsSuffix = false;
 };
 
 /// A library in use.
 struct LibraryFacts
 {
     CString code{};
-    /// Characters of a bill number without and of its suffix; -1 for no rule.
-    int numberLength = -1;
-    int suffixLength = -1;
-    std::map<CString, LibraryItem> items{}; ///< by number; empty when the library cannot be looked at
+    BillNumberForm form{}; ///< of a bill library
+    /// By number, those of a bill library without a suffix; empty when the library cannot be looked at.
+    std::map<CString, LibraryItem> items{};
 };
 
 /// What the checks go by besides the rules, as plain values, handed in by whoever has a catalogue. What is

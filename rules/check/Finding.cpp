@@ -36,6 +36,7 @@ constexpr std::array Entries{
     Entry{FindingCode::ValueNotInList, u"value-not-in-list", Severity::Warning},
     Entry{FindingCode::NoItems, u"no-items", Severity::Warning},
     Entry{FindingCode::RepeatedItem, u"repeated-item", Severity::Error},
+    Entry{FindingCode::AddedQuantities, u"added-quantities", Severity::Warning},
     Entry{FindingCode::NumberTwoNames, u"number-two-names", Severity::Error},
     Entry{FindingCode::NumberTwoUnits, u"number-two-units", Severity::Error},
     Entry{FindingCode::NumberTwoFeatures, u"number-two-features", Severity::Note},

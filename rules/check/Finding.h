@@ -39,6 +39,7 @@ enum class FindingCode {
     // items
     NoItems,
     RepeatedItem,
+    AddedQuantities,
     NumberTwoNames,
     NumberTwoUnits,
     NumberTwoFeatures,

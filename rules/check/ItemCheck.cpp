@@ -2,6 +2,7 @@
 
 #include "platform/Numbers.h"
 #include "rules/bill/Units.h"
+#include "rules/match/CellText.h"
 
 #include <algorithm>
 #include <array>
@@ -75,6 +76,7 @@ struct Item
     const CString& unitCode;
     const CString& library;
     const CString& formula;
+    const CString& annex;
     bool isBill;
 
     CString Told() const { return (isBill ? u"清单 "_s : u"定额 "_s) + (number.isEmpty() ? name : number); }
@@ -82,34 +84,81 @@ struct Item
 
 Item ItemOf(const QdStruct& record)
 {
-    return {record.strQdId,
-            record.strName,
-            record.strUnit,
-            record.strUnitCode,
-            record.strQdCode,
-            record.strFormula,
-            true};
+    return {record.strQdId,   record.strName,    record.strUnit,  record.strUnitCode,
+            record.strQdCode, record.strFormula, record.strAnnex, true};
 }
 
 Item ItemOf(const DeStruct& record)
 {
-    return {record.strDeId,   record.strName,    record.strUnit, record.strUnitCode,
-            record.strDeCode, record.strFormula, false};
+    return {record.strDeId,   record.strName,    record.strUnit,  record.strUnitCode,
+            record.strDeCode, record.strFormula, record.strAnnex, false};
 }
 
-CString NumberOf(const BillItem& item)
+/// Whether both have one number of one library.
+bool IsSameNumber(const Item& a, const Item& b)
 {
-    return item.record.strQdId;
+    return a.number == b.number && IsSameCode(a.library, b.library);
 }
-CString NumberOf(const QuotaItem& item)
+
+bool HasSameFormula(const Item& a, const Item& b)
 {
-    return item.record.strDeId;
+    return Normalised(a.formula) == Normalised(b.formula);
+}
+
+/// Whether both say the same. The multiple beside the unit is not looked at: the unit tells what it must be.
+bool IsSame(const Item& a, const Item& b)
+{
+    const CString yes = u"是"_s;
+    return IsSameNumber(a, b) && HasSameFormula(a, b) && a.name.trimmed() == b.name.trimmed() &&
+           Normalised(a.unit) == Normalised(b.unit) && (a.annex == yes) == (b.annex == yes);
+}
+
+/// Whether nothing but its second quantity goes with the second item.
+bool IsSpare(const QuotaItem& first, const QuotaItem& second)
+{
+    return IsSame(ItemOf(first.record), ItemOf(second.record));
+}
+
+bool IsSpare(const BillItem& first, const BillItem& second)
+{
+    return IsSame(ItemOf(first.record), ItemOf(second.record)) &&
+           first.record.strQdIdUser == second.record.strQdIdUser &&
+           first.record.strtypeid == second.record.strtypeid &&
+           std::all_of(second.quotas.begin(), second.quotas.end(), [&](const QuotaItem& quota) {
+               return std::any_of(first.quotas.begin(), first.quotas.end(),
+                                  [&](const QuotaItem& other) { return IsSpare(other, quota); });
+           });
+}
+
+bool IsOfOtherLibrary(const Item& item, const LibraryFacts& library)
+{
+    return !library.code.isEmpty() && !IsSameCode(item.library, library.code);
 }
 
 /// The number without its suffix, by the library's rule.
-CString BaseNumber(const CString& number, const LibraryFacts& library)
+CString BaseNumber(const CString& number, const BillNumberForm& form)
 {
-    return library.numberLength > 0 ? number.left(library.numberLength) : number;
+    return form.base > 0 ? number.left(form.base) : number;
+}
+
+bool IsOfForm(const CString& number, const BillNumberForm& form)
+{
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    const qsizetype least = form.base + form.suffix;
+    const qsizetype most = least + (form.keepsSuffix ? 1 : 0);
+    const qsizetype letters = form.keepsSuffix ? most : form.base;
+    return number.size() >= least && number.size() <= most &&
+           std::all_of(number.begin(), number.end(),
+                       [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); }) &&
+           std::all_of(number.begin() + std::min(letters, number.size()), number.end(), isDigit);
+}
+
+/// "12 位数字或字母，末 3 位是数字".
+CString FormText(const BillNumberForm& form)
+{
+    const qsizetype length = form.base + form.suffix;
+    if (form.keepsSuffix) return u"%1 位或 %2 位数字或字母"_s.arg(length).arg(length + 1);
+    return u"%1 位数字或字母，末 %2 位是数字"_s.arg(length).arg(form.suffix);
 }
 
 /// The checks of the items of one category.
@@ -138,7 +187,7 @@ public:
             LookAtQuotas(rule.quotas, nullptr);
             return;
         }
-        LookForRepeated(rule.bills, nullptr);
+        LookForRepeated(rule.bills, m_facts.bills, nullptr);
         for (const BillItem& bill : rule.bills) {
             LookAtItem(ItemOf(bill.record), m_facts.bills, &bill, nullptr);
             LookAtQuotas(bill.quotas, &bill);
@@ -154,7 +203,7 @@ private:
 
     void LookAtQuotas(const std::vector<QuotaItem>& quotas, const BillItem* bill)
     {
-        LookForRepeated(quotas, bill);
+        LookForRepeated(quotas, m_facts.quotas, bill);
         for (const QuotaItem& quota : quotas) {
             LookAtItem(ItemOf(quota.record), m_facts.quotas, bill, &quota);
             if (bill != nullptr) LookAtGuide(*bill, quota);
@@ -162,50 +211,52 @@ private:
     }
 
     template <typename Entry>
-    void LookForRepeated(const std::vector<Entry>& items, const BillItem* bill)
+    void LookForRepeated(const std::vector<Entry>& items, const LibraryFacts& library, const BillItem* bill)
     {
         for (std::size_t i = 1; i < items.size(); ++i) {
+            const Item item = ItemOf(items[i].record);
+            if (item.number.isEmpty() || IsOfOtherLibrary(item, library)) continue;
             const auto end = items.begin() + static_cast<std::ptrdiff_t>(i);
-            const auto first = std::find_if(items.begin(), end, [&](const Entry& item) {
-                return NumberOf(item) == NumberOf(items[i]) &&
-                       IsSameCode(ItemOf(item.record).library, ItemOf(items[i].record).library);
+            const auto isBefore = [&](const auto& fits) { return std::any_of(items.begin(), end, fits); };
+            if (!isBefore([&](const Entry& other) { return IsSameNumber(ItemOf(other.record), item); }))
+                continue;
+            const bool isCountedTwice = isBefore([&](const Entry& other) {
+                return IsSameNumber(ItemOf(other.record), item) && HasSameFormula(ItemOf(other.record), item);
             });
-            if (first == end || NumberOf(items[i]).isEmpty()) continue;
+            if (!isCountedTwice) {
+                Add(FindingCode::AddedQuantities,
+                    u"%1在这条规则里有两次，计算式不同，两个工程量都算进去"_s.arg(item.Told()));
+                continue;
+            }
             Finding& finding =
-                Add(FindingCode::RepeatedItem,
-                    u"%1在这条规则里有两次，工程量会算两遍"_s.arg(ItemOf(items[i].record).Told()));
-            if (CountOfId(items, items[i].id) == 1) finding.mend = WithoutSecond(*first, items[i], bill);
+                Add(FindingCode::RepeatedItem, u"%1在这条规则里有两次，工程量会算两遍"_s.arg(item.Told()));
+            const bool isSpare = isBefore([&](const Entry& other) { return IsSpare(other, items[i]); });
+            if (isSpare && CountOfId(items, items[i].id) == 1) finding.mend = Without(items[i], bill);
         }
     }
 
-    /// Takes the second bill item out, if that loses no quota item; the second quota item in any case.
-    std::optional<Mend> WithoutSecond(const BillItem& first, const BillItem& second, const BillItem*) const
+    /// Takes the bill item out.
+    std::optional<Mend> Without(const BillItem& item, const BillItem*) const
     {
-        const bool isSpare =
-            std::all_of(second.quotas.begin(), second.quotas.end(), [&](const QuotaItem& quota) {
-                return std::any_of(first.quotas.begin(), first.quotas.end(), [&](const QuotaItem& other) {
-                    return NumberOf(other) == NumberOf(quota);
-                });
-            });
-        if (!isSpare || !IsReached(m_category, m_index)) return std::nullopt;
-        return Mend{.op = u"DelQd"_s, .configId = Current().id, .ids = {second.id}};
+        if (!IsReached(m_category, m_index)) return std::nullopt;
+        return Mend{.op = u"DelQd"_s, .configId = Current().id, .ids = {item.id}};
     }
 
-    std::optional<Mend> WithoutSecond(const QuotaItem&, const QuotaItem& second, const BillItem* bill) const
+    /// Takes the quota item out, of the bill item or, where that is null, of the rule.
+    std::optional<Mend> Without(const QuotaItem& item, const BillItem* bill) const
     {
         if (!IsReached(m_category, m_index)) return std::nullopt;
         if (bill == nullptr)
-            return Mend{.op = u"DelDeInConfigNode"_s, .configId = Current().id, .ids = {second.id}};
+            return Mend{.op = u"DelDeInConfigNode"_s, .configId = Current().id, .ids = {item.id}};
         if (CountOfId(Current().bills, bill->id) != 1) return std::nullopt;
-        return Mend{
-            .op = u"DelDeInQdNode"_s, .configId = Current().id, .deIdsByQd = {{bill->id, {second.id}}}};
+        return Mend{.op = u"DelDeInQdNode"_s, .configId = Current().id, .deIdsByQd = {{bill->id, {item.id}}}};
     }
 
     /// `bill` is the item itself or the one above, `quota` null for a bill item.
     void LookAtItem(const Item& item, const LibraryFacts& library, const BillItem* bill,
                     const QuotaItem* quota)
     {
-        if (!library.code.isEmpty() && !IsSameCode(item.library, library.code)) {
+        if (IsOfOtherLibrary(item, library)) {
             Add(FindingCode::OtherLibrary, u"%1属于库“%2”，工程用的是“%3”，这一项不会套用"_s.arg(
                                                item.Told(), item.library, library.code));
             return;
@@ -217,18 +268,13 @@ private:
 
     void LookAtNumber(const Item& item, const LibraryFacts& library)
     {
-        if (item.isBill && library.numberLength > 0) {
-            const qsizetype length = library.numberLength + std::max(library.suffixLength, 0);
-            const bool isPlain = std::all_of(item.number.begin(), item.number.end(),
-                                             [](QChar c) { return c >= u'0' && c <= u'9'; });
-            if (item.number.size() != length || !isPlain) {
-                Add(FindingCode::BadNumber,
-                    u"清单编号“%1”不合规定：应是 %2 位数字"_s.arg(item.number, QString::number(length)));
-                return;
-            }
+        if (item.isBill && library.form.base > 0 && !IsOfForm(item.number, library.form)) {
+            Add(FindingCode::BadNumber,
+                u"清单编号“%1”不合规定：应是 %2"_s.arg(item.number, FormText(library.form)));
+            return;
         }
         if (library.items.empty() || item.number.isEmpty()) return;
-        if (!library.items.contains(item.isBill ? BaseNumber(item.number, library) : item.number))
+        if (!library.items.contains(item.isBill ? BaseNumber(item.number, library.form) : item.number))
             Add(FindingCode::UnknownItem, u"库“%1”里没有%2"_s.arg(library.code, item.Told()));
     }
 
@@ -317,7 +363,7 @@ private:
             return;
         const auto known = m_facts.quotas.items.find(quota.record.strDeId);
         if (known == m_facts.quotas.items.end() || known->second.bills.isEmpty()) return;
-        if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills))) return;
+        if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills.form))) return;
         Add(FindingCode::QuotaNotOnBill,
             u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
     }

@@ -3,7 +3,9 @@
 #include "rules/match/CellText.h"
 
 #include <map>
+#include <optional>
 #include <set>
+#include <tuple>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -12,18 +14,34 @@ namespace rules {
 
 namespace {
 
-/// The first rule that gave a bill number, and what it said of it.
-struct First
+/// Where a rule stands.
+struct Place
 {
     const SmallCategory* category = nullptr;
     std::size_t rule = 0;
+
+    CString Text() const { return u"%1 第 %2 条"_s.arg(category->text, QString::number(rule + 1)); }
+};
+
+/// What the first rule that gave a bill number said of it.
+struct First
+{
+    Place place;
     CString name;
     CString unit;
-    std::map<CString, CString> values; ///< what the rule asks of attributes by ＝, by normalised name
-    std::set<CString> told;            ///< names, units and features that were told already
-
-    CString Place() const { return u"%1 第 %2 条"_s.arg(category->text, QString::number(rule + 1)); }
+    std::set<CString> told; ///< names and units that were told already
 };
+
+/// The value that the first rule to do so asks an attribute for.
+struct Asked
+{
+    Place place;
+    CString value;
+    bool isTold = false; ///< that another rule asks for another one
+};
+
+/// What the rules of one row of the bill ask for by ＝, by normalised name of the attribute.
+using Features = std::map<CString, Asked>;
 
 std::map<CString, CString> ValuesOf(const Rule& rule)
 {
@@ -34,71 +52,78 @@ std::map<CString, CString> ValuesOf(const Rule& rule)
     return values;
 }
 
-/// Compares what two rules say of one bill number.
+/// Whether ＝ takes one for the other.
+bool IsSameValue(const CString& a, const CString& b)
+{
+    if (Normalised(a) == Normalised(b)) return true;
+    const std::optional<Decimal> number = PlainNumber(a);
+    return number && number == PlainNumber(b);
+}
+
+/// Compares what the rules say of one bill number.
 class NumberCheck
 {
 public:
     NumberCheck(const CheckFacts& facts, FindingList& findings) : m_facts(facts), m_findings(findings) {}
 
-    void Look(const SmallCategory& category, std::size_t index)
+    void Look(const Place& place)
     {
-        const Rule& rule = category.rules[index];
+        const Rule& rule = place.category->rules[place.rule];
         for (const BillItem& bill : rule.bills) {
             const QdStruct& record = bill.record;
-            const bool isOther = !m_facts.bills.code.isEmpty() &&
-                                 record.strQdCode.compare(m_facts.bills.code, Qt::CaseInsensitive) != 0;
+            const CString library = record.strQdCode.toLower();
+            const bool isOther = !m_facts.bills.code.isEmpty() && library != m_facts.bills.code.toLower();
             if (record.strQdId.isEmpty() || isOther) continue;
-            const auto [place, isNew] = m_first.try_emplace({record.strQdId, record.strQdCode.toLower()});
-            First& first = place->second;
-            if (isNew)
-                first = {&category,      index, record.strName.trimmed(), record.strUnit.trimmed(),
-                         ValuesOf(rule), {}};
-            else
-                Compare(category, index, record, first);
+            const CString name = record.strName.trimmed();
+            const CString unit = record.strUnit.trimmed();
+            const auto [first, isNew] =
+                m_first.try_emplace({record.strQdId, library}, First{place, name, unit, {}});
+            if (!isNew) Compare(place, record.strQdId, name, unit, first->second);
+            const CString specialty = place.category->text.section(u'\\', 0, 0);
+            CompareFeatures(place, record.strQdId,
+                            m_features[{specialty, record.strQdId, library, name, unit}]);
         }
     }
 
 private:
-    void Compare(const SmallCategory& category, std::size_t index, const QdStruct& record, First& first)
+    void Compare(const Place& place, const CString& number, const CString& name, const CString& unit,
+                 First& first)
     {
-        const CString name = record.strName.trimmed();
-        const CString unit = record.strUnit.trimmed();
         if (name != first.name && first.told.insert(u"name "_s + name).second)
-            Add(FindingCode::NumberTwoNames, category, index, first,
-                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, name, first.Place(),
+            Add(FindingCode::NumberTwoNames, place, first.place,
+                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(number, name, first.place.Text(),
                                                                       first.name));
         if (Normalised(unit) != Normalised(first.unit) && first.told.insert(u"unit "_s + unit).second)
-            Add(FindingCode::NumberTwoUnits, category, index, first,
-                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(record.strQdId, unit, first.Place(),
+            Add(FindingCode::NumberTwoUnits, place, first.place,
+                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(number, unit, first.place.Text(),
                                                                       first.unit));
-        if (name == first.name) CompareFeatures(category, index, record, first);
     }
 
-    void CompareFeatures(const SmallCategory& category, std::size_t index, const QdStruct& record,
-                         First& first)
+    /// Where any two rules differ in an attribute, one of them differs from the first that asks for it.
+    void CompareFeatures(const Place& place, const CString& number, Features& features)
     {
-        const Rule& rule = category.rules[index];
-        for (const auto& [attribute, value] : ValuesOf(rule)) {
-            const auto other = first.values.find(attribute);
-            if (other == first.values.end() || Normalised(other->second) == Normalised(value)) continue;
-            if (!first.told.insert(u"feature "_s + attribute).second) continue;
-            Add(FindingCode::NumberTwoFeatures, category, index, first,
-                u"清单编号 %1 用于两种特征：这里 %2＝%3，%4 %2＝%5"_s.arg(record.strQdId, attribute, value,
-                                                                          first.Place(), other->second));
+        for (const auto& [attribute, value] : ValuesOf(place.category->rules[place.rule])) {
+            Asked& asked = features.try_emplace(attribute, Asked{place, value}).first->second;
+            if (asked.isTold || IsSameValue(asked.value, value)) continue;
+            asked.isTold = true;
+            Add(FindingCode::NumberTwoFeatures, place, asked.place,
+                u"清单编号 %1 用于两种特征：这里 %2＝%3，%4 %2＝%5"_s.arg(number, attribute, value,
+                                                                          asked.place.Text(), asked.value));
         }
     }
 
-    void Add(FindingCode code, const SmallCategory& category, std::size_t index, const First& first,
-             const CString& text)
+    void Add(FindingCode code, const Place& place, const Place& other, const CString& text)
     {
-        Finding& finding = m_findings.Add(code, category, index, text);
-        if (first.category == &category && first.rule != index)
-            finding.others = {static_cast<int>(first.rule) + 1};
+        Finding& finding = m_findings.Add(code, *place.category, place.rule, text);
+        if (other.category == place.category && other.rule != place.rule)
+            finding.others = {static_cast<int>(other.rule) + 1};
     }
 
     const CheckFacts& m_facts;
     FindingList& m_findings;
     std::map<std::pair<CString, CString>, First> m_first; ///< by number and library
+    /// By what tells rows of the bill apart: specialty, number, library, name and unit.
+    std::map<std::tuple<CString, CString, CString, CString, CString>, Features> m_features;
 };
 
 } // namespace
@@ -111,7 +136,7 @@ void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, F
         for (const BigCategory& big : specialty.bigCategories)
             for (const SmallCategoryPtr& small : big.smallCategories)
                 for (std::size_t rule = 0; rule < small->rules.size(); ++rule)
-                    check.Look(*small, rule);
+                    check.Look({small.get(), rule});
 }
 
 } // namespace rules

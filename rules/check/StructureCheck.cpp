@@ -39,6 +39,12 @@ bool IsOfCategories(FileLevel level)
     return level == FileLevel::Root || level == FileLevel::Specialty || level == FileLevel::BigCategory;
 }
 
+/// Whether what stands at that level belongs to one rule, or is one.
+bool IsOfRule(FileLevel level)
+{
+    return !IsOfCategories(level) && level != FileLevel::SmallCategory;
+}
+
 CString RepeatedText(const StructureNote& note)
 {
     const CString what = IsOfCategories(note.level) ? EntryText(note.level) : u"元素"_s;
@@ -75,8 +81,11 @@ void TellNote(const StructureNote& note, FindingList& findings)
         text = UnknownText(note);
     }
     Finding& finding = findings.Add(code, note.category, text);
-    finding.position = note.position;
-    finding.ruleId = note.ruleId;
+    // What stands beside the list of the rules is about none of them, whatever rule was read last.
+    if (IsOfRule(note.level)) {
+        finding.position = note.position;
+        finding.ruleId = note.ruleId;
+    }
     finding.mend = std::move(mend);
 }
 

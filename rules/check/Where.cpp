@@ -6,16 +6,16 @@ namespace rules {
 
 namespace {
 
-/// A bill number has as many digits at least without its suffix, whatever the library: the appendices, the
-/// section and the item.
+/// A bill number has as many letters and digits at least without its suffix, whatever the library: the
+/// appendices, the section and the item.
 constexpr qsizetype ShortestBase = 9;
 
 bool IsWanted(const CString& number, const CString& wanted, bool isBill)
 {
     if (number == wanted) return true;
-    const bool isBase =
-        wanted.size() >= ShortestBase &&
-        std::all_of(wanted.begin(), wanted.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const bool isBase = wanted.size() >= ShortestBase &&
+                        std::all_of(wanted.begin(), wanted.end(),
+                                    [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); });
     return isBill && isBase && number.startsWith(wanted);
 }
 

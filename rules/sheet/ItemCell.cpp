@@ -77,26 +77,28 @@ std::optional<std::vector<ItemWords>> ReadItems(const CString& cell)
     return lines;
 }
 
-std::optional<CString> BillCell(const std::vector<BillItem>& items, const SheetItems& known)
+std::optional<CString> BillCell(const std::vector<BillItem>& items, const CString& category,
+                                const SheetItems& known)
 {
     std::vector<ItemWords> lines;
     for (const BillItem& item : items) {
         const CString& number = item.record.strQdId;
-        lines.push_back(WordsOf(number, item.record, known.bill(number), false));
+        lines.push_back(WordsOf(number, item.record, known.bill(number, category), false));
         for (const QuotaItem& quota : item.quotas) {
             const CString& below = quota.record.strDeId;
-            lines.push_back(WordsOf(below, quota.record, known.quotaOfBills(below), true));
+            lines.push_back(WordsOf(below, quota.record, known.quotaOfBills(below, category), true));
         }
     }
     return Checked(lines);
 }
 
-std::optional<CString> QuotaCell(const std::vector<QuotaItem>& items, const SheetItems& known)
+std::optional<CString> QuotaCell(const std::vector<QuotaItem>& items, const CString& category,
+                                 const SheetItems& known)
 {
     std::vector<ItemWords> lines;
     for (const QuotaItem& item : items) {
         const CString& number = item.record.strDeId;
-        lines.push_back(WordsOf(number, item.record, known.quota(number), false));
+        lines.push_back(WordsOf(number, item.record, known.quota(number, category), false));
     }
     return Checked(lines);
 }

@@ -25,9 +25,11 @@ struct ItemWords
 /// The lines of a cell; nothing when one of them has no number, or the first stands below none.
 std::optional<std::vector<ItemWords>> ReadItems(const CString& cell);
 
-/// The cell that says the items; nothing when none does.
-std::optional<CString> BillCell(const std::vector<BillItem>& items, const SheetItems& known);
-std::optional<CString> QuotaCell(const std::vector<QuotaItem>& items, const SheetItems& known);
+/// The cell that says the items of a rule of that small category; nothing when none does.
+std::optional<CString> BillCell(const std::vector<BillItem>& items, const CString& category,
+                                const SheetItems& known);
+std::optional<CString> QuotaCell(const std::vector<QuotaItem>& items, const CString& category,
+                                 const SheetItems& known);
 
 /// The item that the words say: `record`, which is that of the library or of another rule, with what they say
 /// otherwise.

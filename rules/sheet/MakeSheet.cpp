@@ -12,11 +12,17 @@ namespace rules {
 
 namespace {
 
+/// Whether an attribute's name can head a column and be known again.
+bool CanHead(const CString& attribute)
+{
+    return !attribute.isEmpty() && attribute == attribute.trimmed() && !sheet::IsFixed(attribute);
+}
+
 CStringArray AttributesOf(const std::vector<SmallCategoryPtr>& categories, const CatalogueFacts& facts)
 {
     CStringArray attributes;
     const auto add = [&](const CString& name) {
-        if (!attributes.contains(name)) attributes.append(name);
+        if (CanHead(name) && !attributes.contains(name)) attributes.append(name);
     };
     for (const SmallCategoryPtr& category : categories) {
         const auto known = facts.find(category->text);
@@ -36,8 +42,8 @@ bool PutConditions(const Rule& rule, const CStringArray& headings, CStringArray&
 {
     for (const Condition& condition : rule.conditions) {
         const auto text = CellOf(condition);
-        const qsizetype column = headings.indexOf(condition.attribute, 2);
-        if (!text || text->isEmpty() || column < 0 || column >= headings.size() - 2) return false;
+        const qsizetype column = headings.indexOf(condition.attribute);
+        if (!text || text->isEmpty() || !CanHead(condition.attribute) || column < 0) return false;
         CString& cell = cells[column];
         if (!cell.isEmpty()) cell += u'\n';
         cell += *text;
@@ -60,8 +66,8 @@ RuleSheet MakeSheet(const std::vector<SmallCategoryPtr>& categories, const Catal
             CStringArray cells(sheet.headings.size());
             cells[0] = category->text;
             cells[1] = rule.isDefault ? sheet::Yes : CString();
-            const auto bills = BillCell(rule.bills, items);
-            const auto quotas = QuotaCell(rule.quotas, items);
+            const auto bills = BillCell(rule.bills, category->text, items);
+            const auto quotas = QuotaCell(rule.quotas, category->text, items);
             if (!PutConditions(rule, sheet.headings, cells) || !bills || !quotas) {
                 faults.push_back({0, u"%1 第 %2 条 %3：有表格写不出的内容"_s.arg(category->text)
                                          .arg(i + 1)

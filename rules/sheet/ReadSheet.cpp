@@ -4,8 +4,10 @@
 #include "rules/sheet/ItemCell.h"
 #include "rules/sheet/RuleSheet.h"
 #include "rules/sheet/SheetColumns.h"
+#include "tree/Children.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
 
@@ -45,11 +47,10 @@ private:
 };
 
 template <typename Record>
-std::optional<Record> Find(const CString& number,
-                           const std::function<std::optional<Record>(const CString&)>& library,
+std::optional<Record> Find(const CString& number, const CString& category, const LookUp<Record>& library,
                            const std::map<CString, Record>& known)
 {
-    if (auto found = library(number)) return found;
+    if (auto found = library(number, category)) return found;
     const auto found = known.find(number);
     return found == known.end() ? std::nullopt : std::optional(found->second);
 }
@@ -58,6 +59,7 @@ std::optional<Record> Find(const CString& number,
 struct Line
 {
     qint64 number = 0;
+    CString category; ///< its full text
     Rule rule;
     CString bills; ///< the cells
     CString quotas;
@@ -70,6 +72,47 @@ CString SortedConditions(const Rule& rule)
         texts.append(condition.Text());
     std::sort(texts.begin(), texts.end());
     return texts.join(u'\n');
+}
+
+/// The parts of a former rule, each of which becomes one part at the most.
+template <typename Part>
+class Unused
+{
+public:
+    /// `parts` must outlive this.
+    explicit Unused(const std::vector<Part>& parts) : m_parts(parts), m_isUsed(parts.size()) {}
+
+    /// The first part that is right and has not been taken yet; null for none.
+    template <typename IsRight>
+    const Part* Take(IsRight isRight)
+    {
+        for (std::size_t i = 0; i < m_parts.size(); ++i)
+            if (!m_isUsed[i] && isRight(m_parts[i])) {
+                m_isUsed[i] = true;
+                return &m_parts[i];
+            }
+        return nullptr;
+    }
+
+private:
+    const std::vector<Part>& m_parts;
+    std::vector<bool> m_isUsed;
+};
+
+/// The id of a default rule that is made for a category.
+constexpr int DefaultId = 1;
+
+/// An id that is not among `used`, and is then: the one behind the highest, as long as there is one.
+int TakeFreeId(std::set<int>& used)
+{
+    int id = used.empty() ? 1 : *used.rbegin();
+    if (id < std::numeric_limits<int>::max())
+        ++id;
+    else
+        for (id = 1; used.contains(id);)
+            ++id;
+    used.insert(id);
+    return id;
 }
 
 class Reader
@@ -95,7 +138,7 @@ public:
                     const auto found = lines.find(small->text);
                     if (found == lines.end()) continue;
                     auto category = std::make_shared<SmallCategory>(*small);
-                    category->rules = ListOf(found->second, small->rules);
+                    category->rules = ListOf(found->second, *small);
                     small = std::move(category);
                 }
         return Configuration(std::move(specialties));
@@ -116,12 +159,6 @@ private:
         for (const CString& needed : {sheet::CategoryColumn, sheet::BillColumn, sheet::QuotaColumn})
             if (!m_sheet.headings.contains(needed)) Fault(1, u"缺少列“%1”"_s.arg(needed));
         return m_faults.size() == before;
-    }
-
-    static bool IsFixed(const CString& heading)
-    {
-        return heading == sheet::CategoryColumn || heading == sheet::DefaultColumn ||
-               heading == sheet::BillColumn || heading == sheet::QuotaColumn;
     }
 
     CString CellAt(const RuleSheet::Row& row, const CString& heading) const
@@ -153,12 +190,13 @@ private:
         if (row.cells.size() > m_sheet.headings.size()) return Fault(row.line, u"单元格比列名多"_s);
         Line line;
         line.number = row.line;
+        line.category = category->text;
         const CString isDefault = CellAt(row, sheet::DefaultColumn);
         line.rule.isDefault = isDefault == sheet::Yes;
         if (!isDefault.isEmpty() && isDefault != sheet::Yes && isDefault != u"否")
             Fault(row.line, u"“默认规则”只能是 是、否 或空：%1"_s.arg(isDefault));
         for (const CString& heading : m_sheet.headings)
-            if (!IsFixed(heading)) TakeConditions(row, heading, *category, line.rule);
+            if (!sheet::IsFixed(heading)) TakeConditions(row, heading, *category, line.rule);
         line.bills = CellAt(row, sheet::BillColumn);
         line.quotas = CellAt(row, sheet::QuotaColumn);
         TakeItems(line);
@@ -189,44 +227,46 @@ private:
         if (!bills || !quotas) return Fault(line.number, u"清单或定额写得不对，每行先写编号"_s);
         for (const ItemWords& words : *bills) {
             if (!words.isBelow) {
-                const auto record = Find(words.number, m_items.bill, m_known.bills);
+                const auto record = Find(words.number, line.category, m_items.bill, m_known.bills);
                 if (!record) Fault(line.number, u"清单库里没有 %1"_s.arg(words.number));
                 BillItem& item = line.rule.bills.emplace_back();
                 item.record = Said(words, record.value_or(QdStruct()));
             } else {
-                const auto record = Find(words.number, m_items.quotaOfBills, m_known.quotasOfBills);
+                const auto record =
+                    Find(words.number, line.category, m_items.quotaOfBills, m_known.quotasOfBills);
                 if (!record) Fault(line.number, u"定额库里没有 %1"_s.arg(words.number));
                 line.rule.bills.back().quotas.push_back({0, Said(words, record.value_or(DeStruct()))});
             }
         }
         for (const ItemWords& words : *quotas) {
             if (words.isBelow) return Fault(line.number, u"“定额”列里不能有 %1"_s.arg(sheet::Below));
-            const auto record = Find(words.number, m_items.quota, m_known.quotas);
+            const auto record = Find(words.number, line.category, m_items.quota, m_known.quotas);
             if (!record) Fault(line.number, u"定额库里没有 %1"_s.arg(words.number));
             line.rule.quotas.push_back({0, Said(words, record.value_or(DeStruct()))});
         }
     }
 
-    /// What a rule says in a table: two rules that say the same have the same line.
-    CString KeyOf(const Rule& rule) const
+    /// What a rule of that category says in a table: two rules that say the same have the same line.
+    CString KeyOf(const Rule& rule, const CString& category) const
     {
         return (rule.isDefault ? sheet::Yes : CString()) + u'\x1' + SortedConditions(rule) + u'\x1' +
-               BillCell(rule.bills, m_items).value_or(u"\x2"_s) + u'\x1' +
-               QuotaCell(rule.quotas, m_items).value_or(u"\x2"_s);
+               BillCell(rule.bills, category, m_items).value_or(u"\x2"_s) + u'\x1' +
+               QuotaCell(rule.quotas, category, m_items).value_or(u"\x2"_s);
     }
 
     /// The rules of a category: those that are there already where lines say them, the others made or
     /// changed.
-    std::vector<Rule> ListOf(std::vector<Line>& lines, const std::vector<Rule>& present) const
+    std::vector<Rule> ListOf(std::vector<Line>& lines, const SmallCategory& category) const
     {
+        const std::vector<Rule>& present = category.rules;
         std::multimap<CString, std::size_t> byKey;
         for (std::size_t i = 0; i < present.size(); ++i)
-            byKey.emplace(KeyOf(present[i]), i);
+            byKey.emplace(KeyOf(present[i], category.text), i);
         std::set<std::size_t> used;
         std::vector<Rule> list;
         std::vector<std::size_t> made; // indexes of the list
         for (Line& line : lines) {
-            const auto [begin, end] = byKey.equal_range(KeyOf(line.rule));
+            const auto [begin, end] = byKey.equal_range(KeyOf(line.rule, category.text));
             const auto same =
                 std::find_if(begin, end, [&](const auto& entry) { return !used.contains(entry.second); });
             if (same == end) {
@@ -249,9 +289,9 @@ private:
     {
         std::vector<std::size_t> restIndex;
         std::vector<Rule> rest;
-        int highest = 1; // that of a default rule
+        std::set<int> ids{DefaultId};
         for (std::size_t i = 0; i < present.size(); ++i) {
-            highest = std::max(highest, present[i].id);
+            ids.insert(present[i].id);
             if (used.contains(i)) continue;
             restIndex.push_back(i);
             rest.push_back(present[i]);
@@ -265,7 +305,7 @@ private:
             Rule& rule = list[made[j]];
             const int former = pairing.beforeOf[j];
             if (former == RulePairing::None) {
-                rule.id = ++highest;
+                rule.id = TakeFreeId(ids);
                 NumberParts(rule, Rule());
             } else {
                 const auto index = static_cast<std::size_t>(former);
@@ -281,26 +321,25 @@ private:
     {
         rule.counters = former.counters;
         std::set<int> conditionIds;
+        Unused<Condition> conditions(former.conditions);
         for (Condition& condition : rule.conditions) {
-            const auto same = std::find_if(
-                former.conditions.begin(), former.conditions.end(),
+            const Condition* const same = conditions.Take(
                 [&](const Condition& candidate) { return candidate.Text() == condition.Text(); });
-            if (same != former.conditions.end() && conditionIds.insert(same->id).second)
+            if (same != nullptr && conditionIds.insert(same->id).second)
                 condition = *same;
             else
-                condition.id = ++rule.counters.condition;
+                condition.id = tree::NextId(rule.counters.condition);
         }
-        std::set<int> ids;
+        std::set<int> ids; // a file may have one twice
+        Unused<BillItem> bills(former.bills);
         for (BillItem& item : rule.bills) {
-            const auto same =
-                std::find_if(former.bills.begin(), former.bills.end(), [&](const BillItem& candidate) {
-                    return candidate.record.strQdId == item.record.strQdId;
-                });
-            const bool isKnown = same != former.bills.end();
-            if (isKnown) KeepHidden(item.record, same->record);
-            item.id = isKnown && ids.insert(same->id).second ? same->id : ++rule.counters.bill;
+            const BillItem* const same = bills.Take(
+                [&](const BillItem& candidate) { return candidate.record.strQdId == item.record.strQdId; });
+            if (same != nullptr) KeepHidden(item.record, same->record);
+            item.id =
+                same != nullptr && ids.insert(same->id).second ? same->id : tree::NextId(rule.counters.bill);
             int counter = 0;
-            NumberQuotas(item.quotas, isKnown ? same->quotas : std::vector<QuotaItem>(), counter);
+            NumberQuotas(item.quotas, same != nullptr ? same->quotas : std::vector<QuotaItem>(), counter);
         }
         NumberQuotas(rule.quotas, former.quotas, rule.counters.quota);
     }
@@ -311,12 +350,12 @@ private:
         for (const QuotaItem& item : former)
             counter = std::max(counter, item.id);
         std::set<int> ids;
+        Unused<QuotaItem> quotas(former);
         for (QuotaItem& item : items) {
-            const auto same = std::find_if(former.begin(), former.end(), [&](const QuotaItem& candidate) {
-                return candidate.record.strDeId == item.record.strDeId;
-            });
-            if (same != former.end()) KeepHidden(item.record, same->record);
-            item.id = same != former.end() && ids.insert(same->id).second ? same->id : ++counter;
+            const QuotaItem* const same = quotas.Take(
+                [&](const QuotaItem& candidate) { return candidate.record.strDeId == item.record.strDeId; });
+            if (same != nullptr) KeepHidden(item.record, same->record);
+            item.id = same != nullptr && ids.insert(same->id).second ? same->id : tree::NextId(counter);
         }
     }
 
@@ -336,7 +375,10 @@ private:
     {
         if (std::any_of(list.begin(), list.end(), [](const Rule& rule) { return rule.isDefault; })) return;
         Rule rule;
-        rule.id = 1;
+        std::set<int> ids;
+        for (const Rule& known : list)
+            ids.insert(known.id);
+        rule.id = ids.contains(DefaultId) ? TakeFreeId(ids) : DefaultId;
         rule.isDefault = true;
         if (!present.empty() && IsBareDefault(present.back()) && !used.contains(present.size() - 1))
             rule = present.back();

@@ -29,8 +29,9 @@ struct SheetFault
 
 /// The rules of some categories as a table. Its columns are the category, the flag of default rules, the
 /// attributes that `facts` know of the categories and behind them others that conditions name, bill items and
-/// quota items. The default rule without items at the end of a category has no line. What no cell can say is
-/// told in `faults`; the table is not to be used then.
+/// quota items. What heads a column is read back as what it is: an attribute without a name, or with that of
+/// another column, has none. The default rule without items at the end of a category has no line. What no
+/// cell can say is told in `faults`; the table is not to be used then.
 RuleSheet MakeSheet(const std::vector<SmallCategoryPtr>& categories, const CatalogueFacts& facts,
                     const SheetItems& items, std::vector<SheetFault>& faults);
 

@@ -7,13 +7,17 @@
 
 namespace rules {
 
-/// The items of the libraries in use, by number, with the quantity that they usually have; nothing for a
-/// number that a library has not.
+/// An item by its number, with the quantity that it usually has in a small category, told by its full text;
+/// nothing for a number that the library has not.
+template <typename Record>
+using LookUp = std::function<std::optional<Record>(const CString& number, const CString& category)>;
+
+/// The items of the libraries in use.
 struct SheetItems
 {
-    std::function<std::optional<QdStruct>(const CString& number)> bill;
-    std::function<std::optional<DeStruct>(const CString& number)> quotaOfBills; ///< of those below bill items
-    std::function<std::optional<DeStruct>(const CString& number)> quota;
+    LookUp<QdStruct> bill;
+    LookUp<DeStruct> quotaOfBills; ///< of those below bill items
+    LookUp<DeStruct> quota;
 };
 
 } // namespace rules

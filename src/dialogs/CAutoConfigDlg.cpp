@@ -9,6 +9,7 @@
 #include "dialogs/template/DialogTemplates.h"
 #include "host/HostWindows.h"
 #include "host/UserMessage.h"
+#include "platform/Apart.h"
 #include "widgets/CutTextTips.h"
 #include "widgets/ListControls.h"
 #include "widgets/TextMetrics.h"
@@ -267,9 +268,11 @@ bool CAutoConfigDlg::SaveForLogOff(const std::function<bool()>& mayShow)
     return !failure;
 }
 
+// A session that ends in the middle of reading or writing has to wait: a second save must not run into that.
 void CAutoConfigDlg::OnLogOff(QSessionManager& session)
 {
-    if (isVisible() && !SaveForLogOff([&session] { return session.allowsErrorInteraction(); }))
+    if (!isVisible()) return;
+    if (platform::IsInLongWork() || !SaveForLogOff([&session] { return session.allowsErrorInteraction(); }))
         session.cancel();
 }
 

@@ -94,8 +94,13 @@ std::optional<CString> Decode(const QByteArray& bytes, Encoding encoding)
 CString FromUtf8(QByteArrayView bytes)
 {
     const QByteArrayView mark("\xEF\xBB\xBF");
-    if (!bytes.startsWith(mark)) return CString::fromUtf8(bytes);
-    return QChar(QChar::ByteOrderMark) + FromUtf8(bytes.sliced(mark.size()));
+    QByteArrayView rest = bytes;
+    while (rest.startsWith(mark))
+        rest = rest.sliced(mark.size());
+    // The toolkit takes one mark off, so it gets what follows all of them.
+    if (rest.size() == bytes.size()) return CString::fromUtf8(bytes);
+    return CString((bytes.size() - rest.size()) / mark.size(), QChar(QChar::ByteOrderMark)) +
+           CString::fromUtf8(rest);
 }
 
 std::optional<QByteArray> Encode(const CString& text, Encoding encoding)

@@ -1,6 +1,5 @@
 #include "platform/Files.h"
 
-#include "platform/Apart.h"
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
 
@@ -20,28 +19,6 @@ void WriteStream(OutputFile& stream, const QByteArray& bytes)
 {
     stream.Write(bytes);
     stream.Sync();
-}
-
-/// How many bytes at the beginning of a file are those of `bytes` already and need not be written. Whole
-/// blocks only: below that nothing is gained. The file is looked at now, since another program may have
-/// written it after its bytes were read.
-qint64 LengthThatStands(FileSystem& files, const CString& path, const QByteArray& bytes)
-{
-    constexpr qint64 Block = 64 * 1024;
-    if (bytes.size() < Block) return 0;
-    qint64 same = 0;
-    try {
-        const std::unique_ptr<InputFile> file = files.OpenForReading(path);
-        RunApart(bytes.size(), [&] {
-            QByteArray block(Block, Qt::Uninitialized);
-            while (same + Block <= bytes.size() && file->Read(block.data(), Block) == Block &&
-                   std::equal(block.cbegin(), block.cend(), bytes.cbegin() + same))
-                same += Block;
-        });
-    } catch (const FileError&) {
-        return 0; // all of it is written, then
-    }
-    return same;
 }
 
 QByteArray ReadOrRaise(FileSystem& files, const CString& path)
@@ -110,9 +87,7 @@ void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes, cons
     if (size > 0) kept = former != nullptr && former->size() == size ? *former : ReadOrRaise(*this, path);
     try {
         if (bytes.size() > size) file->Reserve(bytes.size());
-        const qint64 stands = size > 0 ? LengthThatStands(*this, path, bytes) : 0;
-        file->Seek(stands);
-        file->Write(QByteArray::fromRawData(bytes.constData() + stands, bytes.size() - stands));
+        file->Write(bytes);
         file->Resize(bytes.size());
         file->Sync();
     } catch (...) {

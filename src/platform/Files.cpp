@@ -60,12 +60,10 @@ public:
         });
     }
 
-    void Seek(qint64 position) override
+    void SeekToEnd() override
     {
-        if (!m_file.seek(position)) Fail();
+        if (!m_file.seek(m_file.size())) Fail();
     }
-
-    void SeekToEnd() override { Seek(m_file.size()); }
 
     void Resize(qint64 size) override
     {

@@ -46,8 +46,6 @@ public:
     virtual void Reserve(qint64 size) = 0;
     /// Writes `bytes` at the current position, which starts at 0 and moves on behind them.
     virtual void Write(const QByteArray& bytes) = 0;
-    /// Moves the position to `position` bytes from the start.
-    virtual void Seek(qint64 position) = 0;
     /// Moves the position to the end of the file.
     virtual void SeekToEnd() = 0;
     /// Cuts or extends the file to `size` bytes.
@@ -125,12 +123,12 @@ public:
     virtual bool MoveOver(const CString& from, const CString& to) = 0;
 
     /// Replaces the content of `path`, or creates it. The new bytes get their room first, then they are
-    /// written over the old ones from where the two begin to differ, the file is cut to length and synced: a
-    /// full disk or a refused open raises `FileError` before the old bytes are touched. There is no temporary
-    /// file: links, permissions and whoever watches the file keep their file. Should the disk fail during the
-    /// writing itself, `FileError` is raised, the file gets its former bytes back wherever the disk still
-    /// takes them, and a file that did not stand there is removed. `former`, if given, is what the caller has
-    /// just read from the file and spares reading it again. A device or a pipe is written as it comes.
+    /// written over the old ones, the file is cut to length and synced: a full disk or a refused open raises
+    /// `FileError` before the old bytes are touched. There is no temporary file: links, permissions and
+    /// whoever watches the file keep their file. Should the disk fail during the writing itself, `FileError`
+    /// is raised, the file gets its former bytes back wherever the disk still takes them, and a file that did
+    /// not stand there is removed. `former`, if given, is what the caller has just read from the file and
+    /// spares reading it again. A device or a pipe is written as it comes.
     void WriteInPlace(const CString& path, const QByteArray& bytes, const QByteArray* former = nullptr);
     /// Replaces the content of `path`, or creates it, so that at every moment, the end of the process
     /// included, all of the old or all of the new content stands there. Links, owner and permissions stay.

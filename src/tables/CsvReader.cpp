@@ -36,7 +36,7 @@ const Row* CsvReader::Next()
         if (ScanRecord() == Scan::Done) break;
         m_at = start;
         m_line = line;
-        Fill();
+        FillForLongRecord();
     }
     m_row.line = line;
     TakeFields();
@@ -57,6 +57,15 @@ bool CsvReader::Fill()
         throw TableError(m_path, error.Reason(), {{}, m_line});
     }
     return !m_isAtEnd;
+}
+
+/// Reads on until there is at least twice as much of a record that is not whole: it is scanned from its
+/// beginning again, and a long one is not to be scanned for every piece of the file.
+void CsvReader::FillForLongRecord()
+{
+    const qsizetype wanted = 2 * (m_text.size() - m_at);
+    while (Fill() && m_text.size() < wanted) {
+    }
 }
 
 /// Goes to the next record; false when there is none.

@@ -36,6 +36,7 @@ private:
     };
 
     bool Fill();
+    void FillForLongRecord();
     bool SkipLineEnds();
     Scan ScanRecord();
     Scan ScanPlain();

@@ -28,13 +28,14 @@ qsizetype WholeUtf8(QByteArrayView bytes)
     return bytes.size();
 }
 
-/// The same in GB18030, where bytes below 0x30 are never part of a longer character.
-qsizetype WholeGb18030(QByteArrayView bytes)
+/// The same in GB18030, where bytes below 0x30 are never part of a longer character. None of the first
+/// `known` bytes is below.
+qsizetype WholeGb18030(QByteArrayView bytes, qsizetype known)
 {
     qsizetype end = bytes.size();
-    while (end > 0 && static_cast<unsigned char>(bytes[end - 1]) >= 0x30)
+    while (end > known && static_cast<unsigned char>(bytes[end - 1]) >= 0x30)
         --end;
-    return end;
+    return end > known ? end : 0;
 }
 
 } // namespace
@@ -83,7 +84,7 @@ QByteArray TextSource::NextPiece()
         m_read += read;
         piece.resize(before + read);
         if (read == 0) return piece;
-        qsizetype whole = WholeCharacters(piece);
+        qsizetype whole = WholeCharacters(piece, before);
         if (whole == 0 && piece.size() < LongestPiece) continue;
         if (whole == 0) whole = piece.size();
         m_rest = piece.sliced(whole);
@@ -92,7 +93,9 @@ QByteArray TextSource::NextPiece()
     }
 }
 
-qsizetype TextSource::WholeCharacters(QByteArrayView bytes) const
+/// The bytes before a character that the end cuts off, or may cut off. The first `known` bytes have been
+/// looked at before, and no character ended in them.
+qsizetype TextSource::WholeCharacters(QByteArrayView bytes, qsizetype known) const
 {
     switch (m_encoding) {
     case Encoding::Utf8:
@@ -109,7 +112,7 @@ qsizetype TextSource::WholeCharacters(QByteArrayView bytes) const
     case Encoding::Gb18030:
         break;
     }
-    return WholeGb18030(bytes);
+    return WholeGb18030(bytes, known);
 }
 
 bool TextSource::Append(CString& text)

@@ -26,7 +26,7 @@ private:
     void Detect();
     bool IsUtf8();
     QByteArray NextPiece();
-    qsizetype WholeCharacters(QByteArrayView bytes) const;
+    qsizetype WholeCharacters(QByteArrayView bytes, qsizetype known) const;
     [[noreturn]] void Refuse(const QByteArray& piece) const;
 
     std::unique_ptr<platform::InputFile> m_file;

@@ -1,5 +1,6 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include "platform/Apart.h"
 #include "support/FaultyFileSystem.h"
 
 #include <QtCore/QTimer>
@@ -97,6 +98,43 @@ TEST_F(AutoConfigClosing, LogOffSavesAndLeavesTheDialogToTheSession)
     emit qApp->commitDataRequest(*session);
     EXPECT_EQ(SavedName(), NewName);
     EXPECT_TRUE(m_dialog->isVisible());
+}
+
+TEST_F(AutoConfigClosing, LogOffInTheMiddleOfASaveMakesNoSecondOne)
+{
+    OpenWithAnEdit();
+    auto* session = qApp->findChild<QSessionManager*>();
+    ASSERT_NE(session, nullptr);
+    test::FaultyFileSystem files;
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
+    const int once = files.WritePoints();
+    EXPECT_GT(once, 0);
+    test::Open(*m_dialog);
+    Press(AddRuleButton);
+    int turns = 0;
+    const platform::ScopedPieceRunner runner([](const platform::Piece& piece) { piece(); },
+                                             [&] {
+                                                 if (turns++ == 0) emit qApp->commitDataRequest(*session);
+                                             });
+    Key(Qt::Key_Escape);
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(files.WritePoints(), 2 * once);
+}
+
+TEST_F(AutoConfigClosing, ButtonPressedInTheMiddleOfASaveDoesNothing)
+{
+    OpenWithAnEdit();
+    int turns = 0;
+    const platform::ScopedPieceRunner runner([](const platform::Piece& piece) { piece(); },
+                                             [&] {
+                                                 if (turns++ == 0) Press(AddRuleButton);
+                                             });
+    const qsizetype before = RuleTexts().size();
+    Key(Qt::Key_Escape);
+    Key(Qt::Key_Escape);
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(RuleTexts().size(), before);
 }
 
 TEST_F(AutoConfigClosing, CloseBoxSavesTwiceAndEscapeOnce)

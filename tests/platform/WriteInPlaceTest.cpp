@@ -22,7 +22,6 @@ namespace {
 const QByteArray Old = "the old content";
 const QByteArray Longer = "the new content, which is longer";
 const QByteArray Shorter = "new";
-constexpr qsizetype Large = 1'000'000;
 
 constexpr Fault AllWriteFaults[] = {Fault::RefuseOpen, Fault::NoRoom, Fault::Write, Fault::Resize,
                                     Fault::Sync};
@@ -274,41 +273,6 @@ TEST(WriteInPlace, FormerBytesThatAreNoLongerThoseOfTheFileAreNotPutBack)
     const QByteArray stale = "what stood there before somebody else wrote";
     EXPECT_THROW(Files().WriteInPlace(path, Longer, &stale), FileError);
     EXPECT_EQ(folder.ReadFile(u"a"_s), Old);
-}
-
-TEST(WriteInPlace, OnlyWhatDiffersIsWritten)
-{
-    const test::TempFolder folder;
-    QByteArray bytes(Large, 'x');
-    const CString path = folder.WriteFile(u"a"_s, bytes);
-    bytes[Large - 1] = 'y';
-    FaultyFileSystem faulty;
-    faulty.FailAfter(Large / 2);
-    EXPECT_TRUE(WriteFailure(path, bytes).isNull());
-    EXPECT_EQ(folder.ReadFile(u"a"_s), bytes);
-    bytes[0] = 'y';
-    EXPECT_EQ(WriteFailure(path, bytes), u"write error"_s) << "the first byte differs";
-}
-
-TEST(WriteInPlace, LargeFileBecomesLongerAndShorter)
-{
-    const test::TempFolder folder;
-    const CString path = folder.WriteFile(u"a"_s, QByteArray(Large, 'x'));
-    for (const qsizetype size : {Large + 1, Large / 2 + 1, qsizetype{1}, Large}) {
-        Files().WriteInPlace(path, QByteArray(size, 'x'));
-        EXPECT_EQ(folder.ReadFile(u"a"_s), QByteArray(size, 'x'));
-    }
-}
-
-TEST(WriteInPlace, WhatAnotherProgramWroteSinceTheReadingIsWrittenOver)
-{
-    const test::TempFolder folder;
-    QByteArray bytes(Large, 'x');
-    const QByteArray former = bytes;
-    const CString path = folder.WriteFile(u"a"_s, QByteArray(Large, 'z'));
-    bytes[Large - 1] = 'y';
-    Files().WriteInPlace(path, bytes, &former);
-    EXPECT_EQ(folder.ReadFile(u"a"_s), bytes);
 }
 
 TEST(WriteInPlace, FileThatCannotBeReadAndSoNotBePutBackIsNotTouched)

@@ -84,6 +84,18 @@ TEST(ApplicationCheck, ValuesHideARangeOnlyWhereTheyAreAllOfIt)
                      .contains(u"never-applies@2"_s));
 }
 
+TEST(ApplicationCheck, RangeWithoutBoundsTakesAllNumbersAlsoWhereNobodyNamesOne)
+{
+    const rules::Rule anyNumber = PricedRule({Thickness({}, {}, {}, {})});
+    EXPECT_TRUE(CodesOf({anyNumber, anyNumber}).contains(u"never-applies@2"_s));
+    const CStringArray texts = CodesOf({anyNumber, PricedRule({Value(u"壁厚"_s, u"＝"_s, u"薄"_s)})});
+    EXPECT_EQ(texts, CStringArray{u"no-bounds@1"_s}) << "texts are left for the rules behind";
+    const auto findings = FindingsOf({PricedRule({Material(u"铜管"_s)}), anyNumber});
+    ASSERT_EQ(test::Codes(findings), (CStringArray{u"partly-hidden@2"_s, u"no-bounds@2"_s}));
+    EXPECT_TRUE(findings[0].text.contains(u"材质不是铜管（包括没有填写的），且壁厚为数字"_s))
+        << findings[0].text.toStdString();
+}
+
 TEST(ApplicationCheck, ComponentsWithoutTheAttributeAreLeftByEverySign)
 {
     const auto findings =

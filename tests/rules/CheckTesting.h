@@ -47,8 +47,9 @@ inline rules::Rule PricedRule(std::vector<rules::Condition> conditions)
 inline rules::CheckFacts KnownFacts()
 {
     rules::CheckFacts facts;
-    facts.bills = {
-        QStringLiteral("BILL"), 9, 3, {{QStringLiteral("031001001"), {}}, {QStringLiteral("031001002"), {}}}};
+    facts.bills = {QStringLiteral("BILL"),
+                   {9, 3},
+                   {{QStringLiteral("031001001"), {}}, {QStringLiteral("031001002"), {}}}};
     facts.quotas.code = QStringLiteral("QUOTA");
     facts.quotas.items[QStringLiteral("示10-1-7")].bills = {QStringLiteral("031001001")};
     facts.quotas.items[QStringLiteral("示10-1-8")] = {};

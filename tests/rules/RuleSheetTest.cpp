@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using rules::Rule;
 using rules::RuleSheet;
@@ -15,21 +17,22 @@ using test::Pipes;
 
 namespace {
 
-/// A library with the bill item 01 and the quota items 8-1 and 1-1.
+/// A library with the bill items 01 and 03, which has the quantity that the category gives, and the quota
+/// items 8-1 and 1-1.
 rules::SheetItems Library()
 {
     rules::SheetItems items;
-    items.bill = [](const CString& number) -> std::optional<QdStruct> {
-        if (number != u"01") return std::nullopt;
+    items.bill = [](const CString& number, const CString& category) -> std::optional<QdStruct> {
+        if (number != u"01" && number != u"03") return std::nullopt;
         QdStruct record;
         record.strQdId = number;
         record.strName = u"钢管"_s;
-        record.strFormula = u"管道长度"_s;
+        record.strFormula = number == u"01" ? u"管道长度"_s : category + u"的"_s;
         record.strAnnex = u"是"_s;
         return record;
     };
     const auto quota = [](const CString& known) {
-        return [known](const CString& number) -> std::optional<DeStruct> {
+        return [known](const CString& number, const CString&) -> std::optional<DeStruct> {
             if (number != known) return std::nullopt;
             DeStruct record;
             record.strDeId = number;
@@ -133,15 +136,17 @@ TEST(ItemCell, NumbersAloneHaveWhatTheLibraryGives)
 {
     rules::BillItem usual = test::Bill(u"01"_s, u"管道长度"_s, {test::Quota(u"8-1"_s, u"管道长度"_s)});
     usual.record.strAnnex = u"是"_s;
-    EXPECT_EQ(rules::BillCell({usual}, Library()), u"01\n└8-1"_s);
+    EXPECT_EQ(rules::BillCell({usual}, test::PipeCategory, Library()), u"01\n└8-1"_s);
     usual.record.strAnnex = u"否"_s;
     usual.record.strFormula.clear();
     usual.quotas[0].record.strFormula = u"个数"_s;
     usual.quotas[0].record.strAnnex = u"是"_s;
-    EXPECT_EQ(rules::BillCell({usual}, Library()), u"01：（不带管道配件）\n└8-1：个数（带管道配件）"_s);
-    EXPECT_EQ(rules::QuotaCell({test::Quota(u"1-1"_s, u"a"_s), test::Quota(u"9"_s, u"b"_s)}, Library()),
+    EXPECT_EQ(rules::BillCell({usual}, test::PipeCategory, Library()),
+              u"01：（不带管道配件）\n└8-1：个数（带管道配件）"_s);
+    EXPECT_EQ(rules::QuotaCell({test::Quota(u"1-1"_s, u"a"_s), test::Quota(u"9"_s, u"b"_s)},
+                               test::PipeCategory, Library()),
               u"1-1：a\n9：b"_s);
-    EXPECT_EQ(rules::BillCell({test::Bill({}, u"a"_s)}, Library()), std::nullopt)
+    EXPECT_EQ(rules::BillCell({test::Bill({}, u"a"_s)}, test::PipeCategory, Library()), std::nullopt)
         << "an item without a number";
     EXPECT_EQ(rules::ReadItems(u"└8-1"_s), std::nullopt);
 }
@@ -234,4 +239,74 @@ TEST(RuleSheet, RuleThatNoTableCanSayIsToldAndNotLeftOut)
     rules::MakeSheet({Pipes({odd, DefaultRule()}).Find(test::PipeCategory)}, Facts, Library(), faults);
     ASSERT_EQ(faults.size(), 1U);
     EXPECT_EQ(faults[0].text, u"给排水\\管道\\给水管 第 1 条 材质=钢管;：有表格写不出的内容"_s);
+}
+
+TEST(RuleSheet, QuantityOfANumberAloneIsThatOfItsCategory)
+{
+    const RuleSheet made = Handmade({{test::PipeCategory, {}, u"＝钢管"_s, {}, u"03"_s, {}}});
+    const std::vector<Rule> taken = Taken(made, Pipes({DefaultRule()}));
+    ASSERT_EQ(taken.size(), 2U);
+    EXPECT_EQ(taken[0].bills[0].record.strFormula, test::PipeCategory + u"的"_s);
+    EXPECT_EQ(CellsOf(SheetOf(Pipes(taken))), CellsOf(made));
+}
+
+TEST(RuleSheet, SecondItemOfANumberKeepsWhatIsItsOwn)
+{
+    Rule pipe = PipeRule(7, u"钢管"_s, u"01"_s);
+    pipe.bills.push_back(test::Bill(u"01"_s));
+    pipe.bills[1].id = 2;
+    pipe.bills[1].record.strName = u"第二个"_s;
+    pipe.quotas = {test::Quota(u"1-1"_s), test::Quota(u"1-1"_s)};
+    pipe.quotas[1].id = 2;
+    pipe.quotas[1].record.strName = u"也是第二个"_s;
+    pipe.counters = {1, 2, 2};
+    const std::vector<Rule> taken = Taken(
+        Handmade({{test::PipeCategory, {}, u"钢管"_s, {}, u"01：a\n01：b"_s, u"1-1：a\n1-1：b\n1-1：c"_s}}),
+        Pipes({pipe, DefaultRule()}));
+    ASSERT_EQ(taken.size(), 2U);
+    EXPECT_EQ(taken[0].id, 7);
+    EXPECT_EQ(taken[0].bills[0].record.strName, u"名称01"_s);
+    EXPECT_EQ(taken[0].bills[1].record.strName, u"第二个"_s);
+    EXPECT_EQ(taken[0].bills[1].id, 2);
+    EXPECT_EQ(taken[0].quotas[1].record.strName, u"也是第二个"_s);
+    EXPECT_EQ(taken[0].quotas[2].id, 3);
+}
+
+TEST(RuleSheet, HighestIdThereIsIsNotCountedOn)
+{
+    constexpr int Highest = std::numeric_limits<int>::max();
+    Rule pipe = PipeRule(Highest, u"钢管"_s, u"01"_s);
+    pipe.counters = {Highest, Highest, Highest};
+    const CString category = test::PipeCategory;
+    const std::vector<Rule> taken =
+        Taken(Handmade({{category, {}, u"＝钢管"_s, {}, u"01：a\n03"_s, u"1-1"_s}, {category, {}, u"新"_s}}),
+              Pipes({pipe, DefaultRule()}));
+    ASSERT_EQ(taken.size(), 3U);
+    EXPECT_EQ(taken[0].id, Highest);
+    EXPECT_EQ(taken[0].counters.bill, std::numeric_limits<int>::min()) << "goes on as in the editor";
+    EXPECT_EQ(taken[1].id, 2);
+}
+
+TEST(RuleSheet, DefaultRuleThatIsMadeHasAnIdOfItsOwn)
+{
+    const std::vector<Rule> taken =
+        Taken(Handmade({{test::PipeCategory, {}, u"＝钢管"_s, {}, u"02："_s, {}}}),
+              Pipes({PipeRule(1, u"钢管"_s, u"02"_s), PipeRule(5, u"铜管"_s, u"02"_s)}));
+    ASSERT_EQ(taken.size(), 2U);
+    EXPECT_EQ(taken[0].id, 1);
+    EXPECT_TRUE(taken[1].isDefault);
+    EXPECT_NE(taken[1].id, 1);
+}
+
+TEST(RuleSheet, AttributeThatCanHeadNoColumnIsToldAndNotWritten)
+{
+    for (const CString& name : {CString(), u"类别"_s, u"定额"_s, u"材质 "_s}) {
+        Rule odd = PipeRule(2, u"钢管"_s, u"01"_s);
+        odd.conditions.push_back(test::Value(name, u"＝"_s, u"X"_s));
+        std::vector<rules::SheetFault> faults;
+        const RuleSheet sheet =
+            rules::MakeSheet({Pipes({odd}).Find(test::PipeCategory)}, Facts, Library(), faults);
+        EXPECT_EQ(faults.size(), 1U) << name.toStdString();
+        EXPECT_EQ(sheet.headings, Headings) << name.toStdString();
+    }
 }

@@ -108,12 +108,16 @@ TEST(StructureCheck, SpecialtyCategoryOrContainerTwiceIsTold)
     const CString small = Category(GoodRule + Default);
     EXPECT_EQ(CodesIn(Specialty(small) + Specialty(small)), CStringArray{u"repeated-element"_s});
     EXPECT_EQ(CodesIn(Specialty(small + small)), CStringArray{u"repeated-element"_s});
-    EXPECT_EQ(CodesIn(Specialty(CString(small).replace(u"</SMember>"_s, u"<Config/></SMember>"_s))),
-              CStringArray{u"repeated-element"_s});
-    const auto findings = FindingsIn(Specialty(
+    const auto inCategory =
+        FindingsIn(Specialty(CString(small).replace(u"</SMember>"_s, u"<Config/></SMember>"_s)));
+    ASSERT_EQ(test::Codes(inCategory), CStringArray{u"repeated-element"_s}) << "it is about no rule";
+    EXPECT_EQ(inCategory[0].category, test::Pipes);
+    EXPECT_EQ(inCategory[0].ruleId, 0);
+    const auto inRule = FindingsIn(Specialty(
         Category(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><De/></Config>"_s) + Default)));
-    ASSERT_EQ(test::Codes(findings), CStringArray{u"repeated-element@1"_s});
-    EXPECT_EQ(findings[0].ruleId, 2);
+    ASSERT_EQ(test::Codes(inRule), CStringArray{u"repeated-element@1"_s});
+    EXPECT_EQ(inRule[0].category, test::Pipes);
+    EXPECT_EQ(inRule[0].ruleId, 2);
 }
 
 TEST(StructureCheck, CategoryThatTheHostHasNotIsToldBeforeASaveLosesIt)
@@ -142,6 +146,10 @@ TEST(StructureCheck, ElementsOfUnknownNamesAreTold)
     EXPECT_EQ(
         CodesInList(CString(GoodRule).replace(u"<De/></Config>"_s, u"<De/><Note/></Config>"_s) + Default),
         CStringArray{u"unknown-element@1"_s});
+    EXPECT_EQ(
+        CodesIn(Specialty(Category(GoodRule + Default).replace(u"</SMember>"_s, u"<Note/></SMember>"_s))),
+        CStringArray{u"unknown-element"_s})
+        << "behind the list of the rules it is about none of them";
     EXPECT_EQ(CodesIn(Specialty(Category(Default) + u"<SMember/>"_s)), CStringArray{u"unknown-element"_s});
     EXPECT_EQ(
         CodesIn(Specialty(

@@ -35,8 +35,6 @@ public:
         if (taken.size() < bytes.size()) throw platform::FileError(m_path, u"write error"_s);
     }
 
-    void Seek(qint64 position) override { m_file->Seek(position); }
-
     void SeekToEnd() override { m_file->SeekToEnd(); }
 
     void Resize(qint64 size) override

@@ -109,6 +109,19 @@ TEST(CsvReader, RecordsThatPiecesOfTheFilePartAreWhole)
     }
 }
 
+TEST(CsvReader, RecordOfManyPiecesOfTheFileIsWholeAndCountsItsLines)
+{
+    constexpr int Breaks = 500000;
+    const CString longOne = u"长\r\n"_s.repeated(Breaks);
+    const auto records = Parsed(u"a,b\n\""_s + longOne + u"\",末\nz,\n"_s);
+    ASSERT_EQ(records.size(), 3);
+    // Compared as a condition: a failure would print megabytes.
+    EXPECT_TRUE(records[1].fields == (CStringArray{longOne, u"末"_s}));
+    EXPECT_EQ(records[1].line, 2);
+    EXPECT_EQ(records[2].fields, (CStringArray{u"z"_s, {}}));
+    EXPECT_EQ(records[2].line, 3 + Breaks);
+}
+
 TEST(CsvReader, ManyRowsAreGivenInTheirOrder)
 {
     CString text;

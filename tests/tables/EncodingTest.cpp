@@ -90,6 +90,16 @@ TEST(TableEncoding, BytesThatAreNoTextAreRefusedWithTheirLine)
                     .startsWith(u"既不是"_s));
 }
 
+TEST(TableEncoding, TextIsReadThoughNoCharacterIsSeenToEndForManyPieces)
+{
+    // The one byte at the beginning lets pieces end within a character.
+    const CString field = u'x' + CString(1'500'000, u'镀');
+    const auto rows = test::FieldsOf(*platform::Encode(field + u",末\n"_s, Encoding::Gb18030), u"a.csv"_s);
+    ASSERT_EQ(rows.size(), 1);
+    // Compared as a condition: a failure would print megabytes.
+    EXPECT_TRUE(rows[0] == (CStringArray{field, u"末"_s}));
+}
+
 TEST(TableEncoding, LongTextWithoutAnyEndOfACharacterEndsAtALimit)
 {
     EXPECT_TRUE(test::RefusalOf(QByteArray(40 << 20, '\x81'), u"a.csv"_s).contains(u"一行超过"_s));

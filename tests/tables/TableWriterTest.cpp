@@ -134,16 +134,23 @@ TEST_P(AnyTableWriter, RowsGoIntoAFileAsTheyCome)
     const auto writer = CreateTable(Path());
     writer->BeginSheet(u"甲"_s, SomeColumns());
     std::mt19937 dice(7); // so that nothing packs well
-    for (int row = 0; row < 20'000; ++row) {
-        writer->Text(QString::number(dice()) + QString::number(dice()));
+    for (int row = 0; row < 3000; ++row) {
+        CString text;
+        for (int word = 0; word < 200; ++word)
+            text += CString::number(dice());
+        writer->Text(text);
         writer->EndRow();
     }
-    qint64 size = 0;
-    for (const QFileInfo& file : QDir(m_folder.Native({})).entryInfoList(QDir::Files))
-        size += file.size();
-    EXPECT_GT(size, 50'000) << "most of it is written, not held";
+    const auto size = [&] {
+        qint64 sum = 0;
+        for (const QFileInfo& file : QDir(m_folder.Native({})).entryInfoList(QDir::Files))
+            sum += file.size();
+        return sum;
+    };
+    const qint64 before = size();
     writer->Finish();
-    EXPECT_EQ(Written().size(), 20'001);
+    EXPECT_GE(before, size() / 2) << "most of it is written, not held";
+    EXPECT_EQ(Written().size(), 3001);
 }
 
 TEST_P(AnyTableWriter, MisuseIsRaised)
@@ -246,10 +253,10 @@ TEST(XlsxWriter, RowsBeyondASheetAreRefused)
     const test::TempFolder folder;
     const auto writer = CreateTable(folder.Path(u"a.xlsx"_s));
     writer->BeginSheet(u"构件"_s, {{u"a"_s}});
-    for (int row = 0; row < 1048575; ++row) {
-        writer->Number(u"1");
-        writer->EndRow();
-    }
+    for (int row = 0; row < 1048574; ++row)
+        writer->EndRow(); // empty rows count, and cost little
+    EXPECT_NO_THROW(writer->Number(u"1"));
+    writer->EndRow();
     EXPECT_THROW(writer->Number(u"1"), TableError);
     EXPECT_TRUE(platform::Files().FindFiles(folder.Root(), u".xlsx"_s).isEmpty());
 }

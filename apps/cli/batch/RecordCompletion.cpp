@@ -1,7 +1,6 @@
 #include "cli/batch/RecordCompletion.h"
 
 #include "cli/reading/Catalogue.h"
-#include "host/BillNumbering.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvQdInfo.h"
 #include "host/NvSysRuleData.h"
@@ -87,23 +86,15 @@ void RecordCompletion::CompleteDe(BatchRequest& request) const
     if (const SPickedDe* quota = FindQuota(record.strDeId)) CompleteFields(request, record, ItemOf(*quota));
 }
 
-/// The item of that number, else the first one of its base.
 const SQdInfo* RecordCompletion::FindBill(const CString& number) const
 {
-    int length = -1;
-    int suffixLength = -1;
-    NvQdInfo::IBillLib::GetEnCodeRule(length, suffixLength);
-    const auto numbering = host::BillNumbering::Of(length, suffixLength);
-    const CString base = numbering && number.size() > suffixLength ? number.chopped(suffixLength) : CString();
-    const SQdInfo* ofBase = nullptr;
-    for (const embedded::BillSection& section : m_host.Contents().bills) {
-        for (const SQdInfo& item : section.items) {
-            if (item.strNumber == number) return &item;
-            if (ofBase == nullptr && !base.isEmpty() && numbering->BaseOf(item.strNumber) == base)
-                ofBase = &item;
-        }
+    if (!m_bills) {
+        int length = -1;
+        int suffixLength = -1;
+        NvQdInfo::IBillLib::GetEnCodeRule(length, suffixLength);
+        m_bills.emplace(m_host.Contents(), length, suffixLength);
     }
-    return ofBase;
+    return m_bills->Find(number);
 }
 
 const SPickedDe* RecordCompletion::FindQuota(const CString& number) const

@@ -2,6 +2,9 @@
 
 #include "cli/batch/BatchRequest.h"
 #include "embedded/data/host/EmbeddedHost.h"
+#include "shared/BillNumbers.h"
+
+#include <optional>
 
 namespace cli {
 
@@ -26,6 +29,7 @@ private:
     const SPickedDe* FindQuota(const CString& number) const;
 
     const embedded::EmbeddedHost& m_host;
+    mutable std::optional<shared::BillNumbers> m_bills; ///< made when the first bill item is looked up
 };
 
 } // namespace cli

@@ -30,9 +30,9 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"export"_s;
-    info.syntax = TableKindWords() +
-                  u"|rules FILE|- [--library CODE] [--config FILE] [--category TEXT] [--force]；或 "_s +
-                  RulesSqlWord + u" --dialect NAME [--config FILE] [--category TEXT] [-o FILE] [--force]"_s;
+    info.syntax =
+        TableKindWords() + u"|rules|"_s + RulesSqlWord +
+        u" [FILE|-] [--library CODE] [--config FILE] [--category TEXT] [--dialect NAME] [-o FILE] [--force]"_s;
     info.summary = u"把工程的类别、属性、清单、定额等写成 import 能读的文件，或把规则写成 SQL"_s;
     info.description =
         u"名称以 .xlsx 结尾的文件写成工作簿，其他的写成 UTF-8（带字节序标记）的 CSV 文件，表格软件可以\n"

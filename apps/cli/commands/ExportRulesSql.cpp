@@ -41,9 +41,10 @@ rules::SqlDialect DialectOf(const Arguments& arguments)
 {
     if (!arguments.Has(u"dialect"_s)) throw UsageError(u"缺少 --dialect "_s + DialectWords(u"|"));
     const CString word = arguments.Value(u"dialect"_s);
-    const auto* const named = std::find_if(Dialects.begin(), Dialects.end(),
-                                           [&](const NamedDialect& one) { return one.word == word; });
-    if (named == Dialects.end()) throw UsageError(u"没有方言“%1”，只有 %2"_s.arg(word, DialectWords(u"、")));
+    const auto* const end = Dialects.data() + Dialects.size();
+    const auto* const named =
+        std::find_if(Dialects.data(), end, [&](const NamedDialect& one) { return one.word == word; });
+    if (named == end) throw UsageError(u"没有方言“%1”，只有 %2"_s.arg(word, DialectWords(u"、")));
     return named->dialect;
 }
 

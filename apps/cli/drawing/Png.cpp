@@ -67,7 +67,7 @@ double ForEachGlyph(FT_Face face, const CString& text, Take take)
     constexpr double Fraction = 64;
     double x = 0;
     for (const uint character : text.toUcs4()) {
-        if (FT_Load_Char(face, character, FT_LOAD_RENDER) != 0) continue;
+        if (FT_Load_Char(face, character, FT_LOAD_RENDER | FT_LOAD_NO_BITMAP) != 0) continue;
         take(x, *face->glyph);
         x += static_cast<double>(face->glyph->advance.x) / Fraction;
     }
@@ -82,6 +82,7 @@ void Draw(Canvas& canvas, const Label& label, double scale, ChineseFont& font)
     const int base = static_cast<int>(std::lround(label.y * scale));
     ForEachGlyph(face, label.text, [&](double x, const FT_GlyphSlotRec& glyph) {
         const FT_Bitmap& bitmap = glyph.bitmap;
+        if (bitmap.pixel_mode != FT_PIXEL_MODE_GRAY) return; // another layout of its bytes
         for (unsigned row = 0; row < bitmap.rows; ++row)
             for (unsigned column = 0; column < bitmap.width; ++column)
                 canvas.Mix(static_cast<int>(std::lround(left + x)) + glyph.bitmap_left +

@@ -30,8 +30,6 @@ void AddRows(TextTable& table, const std::vector<rules::RowChange>& rows, bool i
         CStringArray cells;
         for (const CString& cell : row.group)
             cells.append(cell);
-        const bool otherFeatures =
-            change.before && change.after && change.before->features != change.after->features;
         cells += {KindOf(change),
                   isBelow ? u"  "_s + row.number : row.number,
                   row.name,
@@ -40,7 +38,7 @@ void AddRows(TextTable& table, const std::vector<rules::RowChange>& rows, bool i
                   QuantityOf(change.after),
                   CountOf(change.before),
                   CountOf(change.after),
-                  otherFeatures ? u"项目特征不同"_s : CString()};
+                  RemarkOf(change)};
         table.AddRow(cells);
         AddRows(table, change.quotas, true);
     }
@@ -73,6 +71,7 @@ void PutRowSide(JsonWriter& json, QStringView key, const std::optional<rules::Bi
     json.Key(u"quantity").Text(row->quantity);
     json.Key(u"components").Number(static_cast<qint64>(row->components));
     json.Key(u"missing").Number(static_cast<qint64>(row->missing));
+    json.Key(u"withFittings").Bool(row->withFittings);
     json.Key(u"features").BeginObject();
     for (const rules::Feature& feature : row->features)
         json.Key(feature.attribute).Text(feature.text);
@@ -118,6 +117,22 @@ CString ChangedComponents::Text() const
 CString KindOf(const rules::RowChange& row)
 {
     return !row.before ? u"新增"_s : !row.after ? u"取消"_s : u"变化"_s;
+}
+
+CString RemarkOf(const rules::RowChange& row)
+{
+    if (!row.before || !row.after) return {};
+    const rules::BillRow& before = *row.before;
+    const rules::BillRow& after = *row.after;
+    const auto yesNo = [](bool is) { return is ? u"是"_s : u"否"_s; };
+    CStringArray remarks;
+    if (before.features != after.features) remarks.append(u"项目特征不同"_s);
+    if (before.withFittings != after.withFittings)
+        remarks.append(u"带管道配件：%1→%2"_s.arg(yesNo(before.withFittings), yesNo(after.withFittings)));
+    if (before.missing != after.missing)
+        remarks.append(u"缺工程量的构件：%1→%2"_s.arg(before.missing).arg(after.missing));
+    if (before.quantity == after.quantity && before.sum != after.sum) remarks.append(u"取位前的工程量不同"_s);
+    return remarks.join(u"；"_s);
 }
 
 CString ChangedRowsText(const std::vector<rules::RowChange>& rows, const CStringArray& groupBy)

@@ -33,6 +33,9 @@ CString ChangedRowsText(const std::vector<rules::RowChange>& rows, const CString
 /// What a changed row is: 新增, 取消 or 变化.
 CString KindOf(const rules::RowChange& row);
 
+/// What changes of a row that stays, beyond quantity and number of components; empty for nothing.
+CString RemarkOf(const rules::RowChange& row);
+
 /// One changed component as a JSON object.
 void PutChange(JsonWriter& json, const PricedRow& priced, const rules::ComponentChange& change);
 /// The changed rows as a JSON list.

@@ -52,6 +52,8 @@ void PutRowLines(tables::TableWriter& writer, const std::vector<rules::RowChange
         writer.Text(row.unit);
         PutSide(writer, change.before);
         PutSide(writer, change.after);
+        const CString remark = RemarkOf(change);
+        remark.isEmpty() ? writer.Empty() : writer.Text(remark);
         writer.EndRow();
         PutRowLines(writer, change.quotas, true, groups);
     }
@@ -140,7 +142,8 @@ void PutChangeSheets(tables::TableWriter& writer, BillChange& change, rules::Tak
                 {.heading = u"原项目特征"_s, .width = 30},
                 {.heading = u"新工程量"_s, .kind = ColumnKind::Number, .width = 14},
                 {.heading = u"新构件数"_s, .kind = ColumnKind::Number, .width = 10},
-                {.heading = u"新项目特征"_s, .width = 30}};
+                {.heading = u"新项目特征"_s, .width = 30},
+                {.heading = u"备注"_s, .width = 30}};
     writer.BeginSheet(u"清单变化"_s, columns);
     PutRowLines(writer, change.rows, false, pricing.Job().groupBy.size());
     writer.BeginSheet(u"构件变化"_s, {{.heading = u"行"_s, .kind = ColumnKind::Number, .width = 8},

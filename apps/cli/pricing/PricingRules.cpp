@@ -7,6 +7,8 @@
 #include "rules/model/Snapshot.h"
 #include "shared/PricingFacts.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace cli {
@@ -71,16 +73,26 @@ rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& ses
     CString reason;
     const rules::ConfigurationPtr read = rules::ReadRuleFile(file, reason);
     if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(file), reason));
-    return shared::WithinCatalogue(*read, session.Host().CatalogueContents());
+    return PricingRulesOf(*read, session);
+}
+
+rules::ConfigurationPtr PricingRulesOf(const rules::Configuration& read, const Session& session)
+{
+    return shared::WithinCatalogue(read, session.Host().CatalogueContents());
+}
+
+TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session)
+{
+    TakeoffJob job;
+    job.table = table;
+    job.configuration = std::move(configuration);
+    job.facts = shared::PricingFactsOf(session.Host(), ModeOf(session));
+    return job;
 }
 
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)
 {
-    TakeoffJob job;
-    job.table = table;
-    job.configuration = ReadPricingRules(file, session);
-    job.facts = shared::PricingFactsOf(session.Host(), ModeOf(session));
-    return job;
+    return JobFor(table, ReadPricingRules(file, session), session);
 }
 
 } // namespace cli

@@ -31,7 +31,12 @@ rules::PricingMode ModeOf(const Session& session);
 /// place and reason, when it cannot be read.
 rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& session);
 
-/// A take-off table and all that it is priced by: a rule file and the project. Raises as `ReadPricingRules`.
+/// The same of rules that have been read.
+rules::ConfigurationPtr PricingRulesOf(const rules::Configuration& read, const Session& session);
+
+/// A take-off table and all that it is priced by: rules of all categories of the catalogue, and the project.
+TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session);
+/// The same with the rules of a file. Raises as `ReadPricingRules`.
 TakeoffJob JobFor(const CString& table, const CString& file, const Session& session);
 
 } // namespace cli

@@ -16,6 +16,7 @@
 #include "rules/document/RuleWriter.h"
 #include "rules/model/Snapshot.h"
 #include "rules/sheet/RuleSheet.h"
+#include "shared/BillNumbers.h"
 #include "shared/PricingFacts.h"
 #include "store/RuleFile.h"
 #include "tables/CreateTable.h"
@@ -43,26 +44,28 @@ class LibraryItems
 {
 public:
     explicit LibraryItems(const Session& session)
-        : m_isBillMode(session.IsBillMode()),
+        : m_isBillMode(session.IsBillMode()), m_catalogue(session.Host().CatalogueContents()),
           m_billLibrary(session.Host().LibraryInUse(embedded::LibraryRole::Bill)),
           m_quotaLibrary(session.Host().LibraryInUse(m_isBillMode ? embedded::LibraryRole::QuotaOfBills
-                                                                  : embedded::LibraryRole::Quota))
+                                                                  : embedded::LibraryRole::Quota)),
+          m_bills(BillsOf(session)), m_measures(shared::MeasuresOf(m_catalogue))
     {
-        NvQdInfo::IBillLib::GetEnCodeRule(m_length, m_suffixLength);
-        for (const embedded::BillSection& section : session.Host().Contents().bills)
-            for (const SQdInfo& item : section.items)
-                m_bills.insert(item.strNumber, item);
         for (const embedded::QuotaSection& section : session.Host().Contents().quotas)
             for (const embedded::QuotaItem& item : section.items)
-                m_quotas.insert(item.record.strNumber, item.record);
+                if (!m_quotas.contains(item.record.strNumber))
+                    m_quotas.insert(item.record.strNumber, item.record);
     }
 
     rules::SheetItems Items() const
     {
-        const auto none = [](const CString&) { return std::optional<DeStruct>(); };
-        const auto quota = [this](const CString& number) { return Quota(number); };
+        const auto none = [](const CString&, const CString&) { return std::optional<DeStruct>(); };
+        const auto quota = [this](const CString& number, const CString& category) {
+            return Quota(number, category);
+        };
         rules::SheetItems items;
-        items.bill = [this](const CString& number) { return Bill(number); };
+        items.bill = [this](const CString& number, const CString& category) {
+            return Bill(number, category);
+        };
         items.quotaOfBills = none;
         items.quota = none;
         (m_isBillMode ? items.quotaOfBills : items.quota) = quota;
@@ -70,25 +73,40 @@ public:
     }
 
 private:
-    /// A number in a rule goes on behind that of the library's item.
-    std::optional<QdStruct> Bill(const CString& number) const
+    static shared::BillNumbers BillsOf(const Session& session)
     {
-        auto found = m_bills.constFind(number);
-        if (found == m_bills.constEnd() && m_length > 0 && number.size() == m_length + m_suffixLength)
-            found = m_bills.constFind(number.left(m_length));
-        if (found == m_bills.constEnd()) return std::nullopt;
+        int length = -1;
+        int suffixLength = -1;
+        NvQdInfo::IBillLib::GetEnCodeRule(length, suffixLength);
+        return {session.Host().Contents(), length, suffixLength};
+    }
+
+    /// The quantity of an item in a category, as the dialogs give it to a picked one: an item without a
+    /// calculation rule gets that of the category's first calculation item.
+    CString FormulaOf(const CString& ruleOfItem, const CString& category) const
+    {
+        if (!ruleOfItem.isEmpty()) return ruleOfItem;
+        const auto measure = m_measures.find(category);
+        return measure == m_measures.end() ? CString()
+                                           : m_catalogue.rules.value(measure->second.item).strRule;
+    }
+
+    std::optional<QdStruct> Bill(const CString& number, const CString& category) const
+    {
+        const SQdInfo* const found = m_bills.Find(number);
+        if (found == nullptr) return std::nullopt;
         QdStruct record;
         record.strQdId = number;
         record.strName = found->strName;
         record.strUnit = found->strUnit;
         record.strUnitCode = CString::number(found->nUnitCode);
         record.strQdCode = m_billLibrary;
-        record.strFormula = found->strCalRule;
+        record.strFormula = FormulaOf(found->strCalRule, category);
         record.strAnnex = YesNo(found->nWithAnnex);
         return record;
     }
 
-    std::optional<DeStruct> Quota(const CString& number) const
+    std::optional<DeStruct> Quota(const CString& number, const CString& category) const
     {
         const auto found = m_quotas.constFind(number);
         if (found == m_quotas.constEnd()) return std::nullopt;
@@ -98,17 +116,17 @@ private:
         record.strUnit = found->strUnit;
         record.strUnitCode = CString::number(found->nUnitCode);
         record.strDeCode = m_quotaLibrary;
-        record.strFormula = found->strCalRule;
+        record.strFormula = FormulaOf(found->strCalRule, category);
         record.strAnnex = YesNo(found->nWithAnnex);
         return record;
     }
 
     bool m_isBillMode;
+    const embedded::CatalogueData& m_catalogue;
     CString m_billLibrary;
     CString m_quotaLibrary;
-    int m_length = 0;
-    int m_suffixLength = 0;
-    QHash<CString, SQdInfo> m_bills;
+    shared::BillNumbers m_bills;
+    rules::Measures m_measures;
     QHash<CString, SPickedDe> m_quotas;
 };
 
@@ -140,6 +158,13 @@ bool IsSelected(const rules::SmallCategory& category, const CString& filter)
     return category.text == filter || category.name == filter || category.text.startsWith(filter + u'\\');
 }
 
+/// How many lines the rules of a category make: the empty default rule at its end makes none.
+std::size_t RulesToWrite(const rules::SmallCategory& category)
+{
+    const bool endsBare = !category.rules.empty() && rules::IsBareDefault(category.rules.back());
+    return category.rules.size() - (endsBare ? 1 : 0);
+}
+
 std::vector<rules::SmallCategoryPtr> Selected(const rules::Configuration& configuration,
                                               const CString& filter)
 {
@@ -152,6 +177,18 @@ std::vector<rules::SmallCategoryPtr> Selected(const rules::Configuration& config
         throw Refusal(filter.isEmpty() ? u"规则文件里没有规则；用 --category 指明小类可以得到一张空表"_s
                                        : u"没有小类“%1”"_s.arg(filter));
     return selected;
+}
+
+/// Tells on standard error which of the asked categories the catalogue has not: their rules are left out.
+void TellUnknown(const rules::Configuration& read, const rules::Configuration& present, const CString& filter)
+{
+    for (const rules::Specialty& specialty : read.Specialties())
+        for (const rules::BigCategory& big : specialty.bigCategories)
+            for (const rules::SmallCategoryPtr& small : big.smallCategories)
+                if (!present.Find(small->text) && !rules::HoldsBareDefaultAlone(*small) &&
+                    IsSelected(*small, filter))
+                    platform::WriteErr(u"工程的类别里没有“%1”，它的 %2 条规则没有写出\n"_s.arg(small->text)
+                                           .arg(RulesToWrite(*small)));
 }
 
 /// Tells each fault on standard error. Raises `Refusal` when there are any.
@@ -252,7 +289,7 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const rules::ConfigurationPtr present = shared::WithinCatalogue(*read, catalogue);
     const LibraryItems libraries(session);
     const rules::Configuration taken =
-        rules::ReadSheet(sheet, *present, shared::OwnAttributesOf(catalogue), libraries.Items(), faults);
+        rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
     RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
     rules::Configuration wanted = WithChanged(*read, *present, taken);
     try {
@@ -262,6 +299,29 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
         throw Refusal(u"规则写不进文件：%1"_s.arg(CString::fromUtf8(error.what())));
     }
 }
+
+/// A rule file that is there while this lives: one that was not is made, with default rules, and goes again
+/// unless it is kept.
+class MadeRuleFile
+{
+public:
+    explicit MadeRuleFile(const CString& path) : m_path(path), m_goes(!platform::Files().Exists(path))
+    {
+        if (m_goes) const CQdDeConfigPresenter made(path); // writes it
+    }
+    ~MadeRuleFile()
+    {
+        if (m_goes) static_cast<void>(platform::Files().Remove(m_path));
+    }
+    MadeRuleFile(const MadeRuleFile&) = delete;
+    MadeRuleFile& operator=(const MadeRuleFile&) = delete;
+
+    void Keep() noexcept { m_goes = false; }
+
+private:
+    CString m_path;
+    bool m_goes;
+};
 
 void Tell(const Change& change)
 {
@@ -291,12 +351,14 @@ void ExportRules(const Arguments& arguments)
     const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
     CheckRuleFile(file);
     const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();
-    const auto present = shared::WithinCatalogue(*Read(ReadBytes(file), file), catalogue);
+    const rules::ConfigurationPtr read = Read(ReadBytes(file), file);
+    const auto present = shared::WithinCatalogue(*read, catalogue);
+    TellUnknown(*read, *present, arguments.Value(u"category"_s));
     const LibraryItems libraries(session);
     std::vector<rules::SheetFault> faults;
     const rules::RuleSheet sheet =
         rules::MakeSheet(Selected(*present, arguments.Value(u"category"_s)),
-                         shared::OwnAttributesOf(catalogue), libraries.Items(), faults);
+                         shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
     RefuseFaults(faults, u"没有写出"_s);
     const auto kept = KeepBeforeReplacing(arguments, path);
     WriteSheet(sheet, path);
@@ -316,12 +378,11 @@ void ImportRules(const Arguments& arguments)
     }
     const auto lock = LockRuleFiles(session.History(), {path});
     KeepAndCheck(path, session.History());
-    if (!platform::Files().Exists(path)) {
-        const CQdDeConfigPresenter made(path); // writes it, with default rules
-    }
+    MadeRuleFile made(path);
     const QByteArray bytes = ReadBytes(path);
     const Change change = ChangeOf(arguments, session, path, bytes);
     if (change.bytes != bytes) platform::Files().Replace(path, change.bytes);
+    made.Keep();
     Tell(change);
     WriteText(u"规则文件：%1\n"_s.arg(platform::ToNative(path)));
 }

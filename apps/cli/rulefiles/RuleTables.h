@@ -11,11 +11,11 @@ bool ConcernsRules(const Arguments& arguments);
 Option RuleFileOption();
 
 /// `export rules FILE`: rules as a workbook or a CSV file, one line a rule. Raises `Refusal` for rules that
-/// no table can say.
+/// no table can say. Of categories that the catalogue has not standard error is told.
 void ExportRules(const Arguments& arguments);
 
-/// `import rules FILE`: the lists of the categories that the table names become its lines, all or nothing,
-/// with the comparison told first.
+/// `import rules FILE`: the lists of the categories that the table names become its lines, all or nothing.
+/// What has changed is told rule by rule.
 void ImportRules(const Arguments& arguments);
 
 } // namespace cli

@@ -6,16 +6,22 @@
 
 namespace editor {
 
-WorkThread::WorkThread(std::function<void()> work)
-    : m_thread(QThread::create([this, work = std::move(work)] {
-          try {
-              work();
-          } catch (...) {
-              m_raised = std::current_exception();
-          }
-      }))
+WorkThread::WorkThread(std::function<void()> work, unsigned stackSize)
+    : m_work(std::move(work)), m_thread(QThread::create([this] { Run(); }))
 {
+    m_thread->setStackSize(stackSize);
     m_thread->start();
+    // Asked in this order, since the thread may end in between.
+    if (!m_thread->isRunning() && !m_thread->isFinished()) Run();
+}
+
+void WorkThread::Run() noexcept
+{
+    try {
+        m_work();
+    } catch (...) {
+        m_raised = std::current_exception();
+    }
 }
 
 WorkThread::~WorkThread()
@@ -30,7 +36,7 @@ bool WorkThread::Wait(QDeadlineTimer deadline)
 
 bool WorkThread::HasEnded() const
 {
-    return m_thread->isFinished();
+    return !m_thread->isRunning();
 }
 
 void WorkThread::Raise() const

@@ -10,11 +10,13 @@ class QThread;
 
 namespace editor {
 
-/// A piece of work on a thread of its own, begun with this object.
+/// A piece of work on a thread of its own, begun with this object. Where the system gives no thread the work
+/// is done at once on that of the caller, who waits for it anyway.
 class WorkThread
 {
 public:
-    explicit WorkThread(std::function<void()> work);
+    /// `stackSize` is the room of the thread in bytes; 0 for the usual one.
+    explicit WorkThread(std::function<void()> work, unsigned stackSize = 0);
     /// Waits for the end of the work.
     ~WorkThread();
     WorkThread(const WorkThread&) = delete;
@@ -27,6 +29,9 @@ public:
     void Raise() const;
 
 private:
+    void Run() noexcept;
+
+    std::function<void()> m_work;
     std::exception_ptr m_raised;
     std::unique_ptr<QThread> m_thread;
 };

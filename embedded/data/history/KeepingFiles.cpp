@@ -44,10 +44,6 @@ public:
     {
         Watch([&] { m_file->Write(bytes); });
     }
-    void Seek(qint64 position) override
-    {
-        Watch([&] { m_file->Seek(position); });
-    }
     void SeekToEnd() override
     {
         Watch([&] { m_file->SeekToEnd(); });

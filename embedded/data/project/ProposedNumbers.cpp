@@ -13,16 +13,14 @@ CString KeyOf(const CString& library, const CString& base)
     return library + u'\n' + base;
 }
 
-/// What the dialog may have proposed: at first, and after it has refused a suffix of a wrong length.
-CStringArray ProposedSuffixes(const host::BillNumbering& numbering, const CString& picked,
-                              const CStringArray& told, const host::BillNumbering::Known& isInLibrary)
+/// What the dialog proposes first. What it proposes after it has refused a suffix of a wrong length is not
+/// known here.
+CString ProposedSuffix(const host::BillNumbering& numbering, const CString& picked, const CStringArray& told,
+                       const host::BillNumbering::Known& isInLibrary)
 {
-    CStringArray suffixes{host::SuffixAfter(told, numbering.SuffixLength())};
-    if (!numbering.KeepsFreeSuffix()) return suffixes;
-    const CString kept = host::BillNumbering::FreeSuffix(numbering.BaseOf(picked), numbering.SuffixOf(picked),
-                                                         told, isInLibrary);
-    if (kept.size() == numbering.SuffixLength() && !suffixes.contains(kept)) suffixes.append(kept);
-    return suffixes;
+    if (!numbering.KeepsFreeSuffix()) return host::SuffixAfter(told, numbering.SuffixLength());
+    return host::BillNumbering::FreeSuffix(numbering.BaseOf(picked), numbering.SuffixOf(picked), told,
+                                           isInLibrary);
 }
 
 } // namespace
@@ -42,12 +40,12 @@ void ProposedNumbers::LookUp(const CString& library, const host::BillNumbering& 
     const CString base = numbering.BaseOf(picked.strNumber);
     if (base.isEmpty() || base != m_base || library != m_library) return;
     m_base.clear();
-    for (const CString& suffix : ProposedSuffixes(numbering, picked.strNumber, m_told, isInLibrary)) {
-        SQdInfo item = picked;
-        item.strNumber = base + suffix;
-        item.strName += u"（打开配置以来给出的编号）"_s;
-        if (!m_told.contains(item.strNumber)) m_items[KeyOf(library, base)].append(std::move(item));
-    }
+    const CString suffix = ProposedSuffix(numbering, picked.strNumber, m_told, isInLibrary);
+    SQdInfo item = picked;
+    item.strNumber = base + suffix;
+    item.strName += u"（打开配置以来给出的编号）"_s;
+    if (suffix.size() == numbering.SuffixLength() && !m_told.contains(item.strNumber))
+        m_items[KeyOf(library, base)].append(std::move(item));
 }
 
 CArray<SQdInfo> ProposedNumbers::Find(const CString& library, const CString& base) const

@@ -2,6 +2,7 @@
 
 #include "dialogs/template/ControlFactory.h"
 #include "host/UserMessage.h"
+#include "platform/Apart.h"
 #include "platform/Messages.h"
 #include "widgets/ControlText.h"
 #include "widgets/Guard.h"
@@ -110,6 +111,8 @@ bool TemplateDialog::Dispatch(DialogEvent event, int source)
 
 bool TemplateDialog::Dispatch(DialogEvent event, int source, Notice& notice)
 {
+    // Assistive technology can press a button while the windows paint in the middle of reading or writing.
+    if (event == DialogEvent::Command && platform::IsInLongWork()) return true;
     const EventTable::Handler handler = m_events.Find(event, source);
     return !handler || RunGuarded([&] { handler(notice); });
 }

@@ -124,3 +124,50 @@ TEST_F(RuleTables, RuleFileThatIsNotThereIsMade)
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(m_cli.Folder().ReadFile(Cli::RuleFile(u"新的"_s)).contains("031001001001"));
 }
+
+TEST_F(RuleTables, ItemWithoutARuleOfItsOwnGetsThatOfTheCategory)
+{
+    m_cli.Folder().WriteFile(u"made.csv"_s,
+                             "类别,材质,清单,定额\n" + Pipes.toUtf8() + ",铜管,030403001001,\n");
+    const test::Outcome outcome = Import(u"made.csv"_s);
+    ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    const QByteArray rules = Rules();
+    const QByteArray item = rules.mid(rules.indexOf("030403001001"), 300);
+    EXPECT_TRUE(item.contains("strFormula=\"水平管长度+立管长度\"")) << item.toStdString();
+    ASSERT_EQ(Export(u"again.csv"_s).status, 0);
+    EXPECT_TRUE(m_cli.Folder().ReadFile(u"again.csv"_s).contains(",030403001001,")) << "a number alone";
+}
+
+TEST_F(RuleTables, AttributesAreThoseThatTheEditorOffers)
+{
+    const QString duct = u"暖通\\风管\\空调送风管"_s;
+    const test::Outcome written = Export(u"form.csv"_s, {u"--category"_s, u"暖通\\风管"_s});
+    ASSERT_EQ(written.status, 0) << written.err.toStdString();
+    const QByteArray head = m_cli.Folder().ReadFile(u"form.csv"_s).split('\n').first();
+    EXPECT_TRUE(head.contains(",周长(mm),")) << head.toStdString();
+    EXPECT_TRUE(head.contains(",具体构件,")) << head.toStdString();
+    m_cli.Folder().WriteFile(u"made.csv"_s,
+                             "类别,周长(mm),具体构件,清单,定额\n" + duct.toUtf8() + ",≤800,a,,\n");
+    const test::Outcome outcome = Import(u"made.csv"_s);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+}
+
+TEST_F(RuleTables, CategoryThatTheProjectHasNotIsTold)
+{
+    QByteArray rules = Rules();
+    rules.replace("name=\"给水管\"", "name=\"旧管\"");
+    m_cli.Folder().WriteFile(Cli::RuleFile(), rules);
+    const test::Outcome outcome = Export(u"rules.csv"_s);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Err().contains(u"工程的类别里没有“给排水\\管道\\旧管”，它的 "_s))
+        << outcome.err.toStdString();
+    EXPECT_TRUE(Export(u"other.csv"_s, {u"--category"_s, u"排水管"_s}).err.isEmpty()) << "not asked for";
+}
+
+TEST_F(RuleTables, RefusedImportMakesNoRuleFile)
+{
+    m_cli.Folder().WriteFile(u"made.csv"_s, "类别,清单,定额\n没有的小类,,\n");
+    EXPECT_EQ(Import(u"made.csv"_s, {u"--config"_s, u"新的"_s}).status, 1);
+    EXPECT_EQ(Import(u"none.csv"_s, {u"--config"_s, u"新的"_s}).status, 1);
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"新的"_s)));
+}

@@ -71,6 +71,15 @@ protected:
             test::PressButton(window, button);
         };
     }
+    /// The same for the bill items.
+    static test::NextWindows::Step NamingBillItems(const QString& file, const QString& button)
+    {
+        return [file, button](QDialog& window) {
+            auto* kinds = window.findChild<QComboBox*>();
+            kinds->setCurrentIndex(kinds->findData(static_cast<int>(embedded::TableKind::Bill)));
+            Naming(file, button)(window);
+        };
+    }
     void Export(const QString& file)
     {
         const test::NextWindows user({Naming(file, u"导出"_s)});
@@ -78,10 +87,11 @@ protected:
         ASSERT_TRUE(user.Done());
     }
     /// Gives the report that is shown.
-    QString Import(const QString& file)
+    QString Import(const QString& file) { return Import(Naming(file, u"导入"_s)); }
+    QString Import(const test::NextWindows::Step& naming)
     {
         QString report;
-        const test::NextWindows user({Naming(file, u"导入"_s), [&](QDialog& window) {
+        const test::NextWindows user({naming, [&](QDialog& window) {
                                           report = window.findChild<QPlainTextEdit*>()->toPlainText();
                                           window.accept();
                                       }});
@@ -109,7 +119,7 @@ TEST_F(Transfer, ItemsThatAreThereAreChangedOnlyAfterAQuestionThatNamesThem)
     m_folder.WriteFile(u"own.csv"_s, "number,name,unit,section\n031001001,自有,m,0310\\031001\n");
     m_messages.PresetAnswer(platform::Answer::No);
     {
-        const test::NextWindows user({Naming(Folder(u"own.csv"_s), u"导入"_s)});
+        const test::NextWindows user({NamingBillItems(Folder(u"own.csv"_s), u"导入"_s)});
         m_window.Commands().importData->trigger();
         EXPECT_TRUE(user.Done());
     }
@@ -120,7 +130,8 @@ TEST_F(Transfer, ItemsThatAreThereAreChangedOnlyAfterAQuestionThatNamesThem)
     m_window.OpenedProject()->Roles().libraries->GetQdInfo(u"031001001"_s, info);
     EXPECT_EQ(info.strName, u"镀锌钢管"_s);
     m_messages.PresetAnswer(platform::Answer::Yes);
-    EXPECT_THAT(Import(Folder(u"own.csv"_s)).toStdString(), HasSubstr("改为“自有”"));
+    EXPECT_THAT(Import(NamingBillItems(Folder(u"own.csv"_s), u"导入"_s)).toStdString(),
+                HasSubstr("改为“自有”"));
     m_window.OpenedProject()->Roles().libraries->GetQdInfo(u"031001001"_s, info);
     EXPECT_EQ(info.strName, u"自有"_s);
 }

@@ -1,11 +1,14 @@
 #include "editor/steps/LivelyWindows.h"
 
 #include "editor/EditorFixture.h"
+#include "editor/steps/WorkThread.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QSemaphore>
 #include <QtCore/QThread>
+
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -87,4 +90,20 @@ TEST(LivelyWindows, EndWithTheirObject)
     const QThread* thread = nullptr;
     platform::RunApart(Large, [&] { thread = QThread::currentThread(); });
     EXPECT_EQ(thread, QThread::currentThread());
+}
+
+// A stack of one byte is more than some systems can give.
+TEST(WorkThread, WorkIsDoneWhereTheSystemGivesNoThread)
+{
+    bool isDone = false;
+    editor::WorkThread thread(
+        [&] {
+            isDone = true;
+            throw std::runtime_error("raised");
+        },
+        1);
+    EXPECT_TRUE(thread.Wait(QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_TRUE(thread.HasEnded());
+    EXPECT_TRUE(isDone);
+    EXPECT_THROW(thread.Raise(), std::runtime_error);
 }

@@ -6,6 +6,27 @@
 
 namespace test {
 
+/// A temporary folder for a program that must not be run by an administrator: an administrator's folder is
+/// given to the user nobody, and the administrator, who may have given up the right to pass over permissions,
+/// stays in by the group. Nobody else gets in. What the program has left goes with the folder.
+class UnprivilegedFolder
+{
+public:
+    UnprivilegedFolder();
+    ~UnprivilegedFolder();
+    UnprivilegedFolder(const UnprivilegedFolder&) = delete;
+    UnprivilegedFolder& operator=(const UnprivilegedFolder&) = delete;
+
+    QString Native(const QString& name) const { return m_folder.Native(name); }
+    /// Sets a program up to run in here as the user whom the folder belongs to, and to be interrupted when
+    /// this process dies.
+    void SetUp(QProcess& process, const QString& program, const QStringList& arguments) const;
+
+private:
+    TempFolder m_folder;
+    bool m_isForNobody;
+};
+
 /// A PostgreSQL server of its own for as long as it lives: in a temporary folder, on a socket in there, with
 /// no port. An administrator's tests run it as nobody, since it refuses to be run by an administrator. It
 /// ends with this object, and when the process dies before that, too.
@@ -15,7 +36,7 @@ namespace test {
 class PostgresServer
 {
 public:
-    /// Raises `std::runtime_error` when it does not come up.
+    /// Raises `std::runtime_error` with what its programs said when it does not come up.
     PostgresServer();
     ~PostgresServer();
     PostgresServer(const PostgresServer&) = delete;
@@ -37,7 +58,7 @@ private:
     void MakeCluster();
     void Start();
 
-    TempFolder m_folder;
+    UnprivilegedFolder m_folder;
     QProcess m_process;
 };
 

@@ -157,9 +157,10 @@ TEST_F(CatalogueUpgrade, AttributesGetTheUnitsByWhichTheirNamesCounted)
     const EmbeddedHost host(m_project.Folder());
     const embedded::SmallCategory& pipe =
         host.CatalogueContents().specialties.at(0).bigCategories.at(0).smallCategories.at(0);
+    const QStringList lengths{u"公称直径"_s, u"管外径"_s, u"壁厚"_s, u"保温厚度"_s};
     ASSERT_EQ(pipe.units.size() * 4, pipe.attributes.size());
     for (qsizetype i = 0; i < pipe.units.size(); ++i) {
-        const bool isLength = QStringList{u"公称直径"_s, u"保温厚度"_s}.contains(pipe.attributes[4 * i + 1]);
+        const bool isLength = lengths.contains(pipe.attributes[4 * i + 1]);
         EXPECT_EQ(pipe.units[i], isLength ? u"mm"_s : CString()) << pipe.attributes[4 * i + 1].toStdString();
     }
 }

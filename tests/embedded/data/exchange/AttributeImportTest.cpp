@@ -159,14 +159,16 @@ TEST_F(AttributeImport, UnitsAreKeptChangedAndTakenAway)
     };
     EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), u"mm"_s);
     EXPECT_EQ(unitOf(u"AM_Material"_s), CString());
-    const CString head = u"category,display_name,code\n"_s;
-    Import(TableKind::Attributes,
-           head + Place + u"公称直径,AM_NominalDiameter\n"_s + Place + u"铜管外径,AM_Copper\n"_s);
+    ImportReport report = Import(TableKind::Attributes, u"category,display_name,code\n"_s + Place +
+                                                            u"公称直径,AM_NominalDiameter\n"_s + Place +
+                                                            u"罐体直径,AM_Tank\n"_s);
+    ASSERT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), u"mm"_s) << "a table without the column says nothing of units";
-    EXPECT_EQ(unitOf(u"AM_Copper"_s), u"mm"_s) << "a new attribute counts as its name does";
-    Import(TableKind::Attributes, u"category,display_name,code,unit\n"_s + Place +
-                                      u"公称直径,AM_NominalDiameter,\n"_s + Place +
-                                      u"铜管外径,AM_Copper, cm \n"_s);
+    EXPECT_EQ(unitOf(u"AM_Tank"_s), u"mm"_s) << "a new attribute counts as its name does";
+    report = Import(TableKind::Attributes, u"category,display_name,code,unit\n"_s + Place +
+                                               u"公称直径,AM_NominalDiameter,\n"_s + Place +
+                                               u"罐体直径,AM_Tank, cm \n"_s);
+    ASSERT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_EQ(unitOf(u"AM_NominalDiameter"_s), CString());
-    EXPECT_EQ(unitOf(u"AM_Copper"_s), u"cm"_s);
+    EXPECT_EQ(unitOf(u"AM_Tank"_s), u"cm"_s);
 }

@@ -1,4 +1,4 @@
-#include "cli/commands/CompareCommand.h"
+#include "cli/commands/rules/CompareCommand.h"
 
 #include "cli/pricing/BillChange.h"
 #include "cli/pricing/PricingRules.h"
@@ -8,12 +8,14 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
+#include "embedded/data/sqlite/Progress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/compare/DifferenceText.h"
 #include "rules/model/Snapshot.h"
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -41,24 +43,31 @@ CommandInfo Describe()
     return info;
 }
 
-rules::ConfigurationPtr Read(const CString& path)
+/// A rule file as it was at one moment: all that is told is told of that.
+struct ReadFile
+{
+    CString path;
+    rules::ConfigurationPtr rules;
+};
+
+ReadFile Read(const CString& path)
 {
     if (!platform::Files().Exists(path)) CheckRuleFile(path);
     CheckForReading(path);
     CString reason;
     rules::ConfigurationPtr read = rules::ReadRuleFile(path, reason);
     if (!read) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(path), reason));
-    return read;
+    return {path, std::move(read)};
 }
 
 /// What the two make of a table.
 class Outcomes
 {
 public:
-    Outcomes(const Arguments& arguments, const CString& before, const CString& after)
+    Outcomes(const Arguments& arguments, const ReadFile& before, const ReadFile& after)
         : m_session(arguments), m_job(JobOf(arguments, before, m_session)), m_pricing(m_job),
-          m_change(m_job, ReadPricingRules(after, m_session), platform::ToNative(before),
-                   platform::ToNative(after))
+          m_change(m_job, PricingRulesOf(*after.rules, m_session), platform::ToNative(before.path),
+                   platform::ToNative(after.path))
     {
         PriceBoth(m_pricing, m_change, m_work.Progress());
     }
@@ -67,9 +76,10 @@ public:
     void Put(JsonWriter& json) { PutBillChange(json, m_change, m_pricing, m_work.Progress()); }
 
 private:
-    static TakeoffJob JobOf(const Arguments& arguments, const CString& before, const Session& session)
+    static TakeoffJob JobOf(const Arguments& arguments, const ReadFile& before, const Session& session)
     {
-        TakeoffJob job = JobFor(ResolvePath(arguments.Value(u"on"_s)), before, session);
+        TakeoffJob job =
+            JobFor(ResolvePath(arguments.Value(u"on"_s)), PricingRulesOf(*before.rules, session), session);
         job.sheet = arguments.Value(u"sheet"_s);
         return job;
     }
@@ -81,13 +91,13 @@ private:
     BillChange m_change;
 };
 
-CString ComparisonJson(const CString& before, const CString& after, const rules::Comparison& comparison,
+CString ComparisonJson(const ReadFile& before, const ReadFile& after, const rules::Comparison& comparison,
                        Outcomes* outcomes)
 {
     JsonWriter json(JsonWriter::Style::Indented);
     json.BeginObject();
-    json.Key(u"from").Text(platform::ToNative(before));
-    json.Key(u"to").Text(platform::ToNative(after));
+    json.Key(u"from").Text(platform::ToNative(before.path));
+    json.Key(u"to").Text(platform::ToNative(after.path));
     WriteComparison(json, comparison);
     if (outcomes != nullptr) {
         json.Key(u"on");
@@ -97,6 +107,19 @@ CString ComparisonJson(const CString& before, const CString& after, const rules:
     return json.Result();
 }
 
+CString TextOf(const Arguments& arguments)
+{
+    const ReadFile before = Read(NamedRuleFile(arguments, arguments.Positional()[0]));
+    const ReadFile after = Read(NamedRuleFile(arguments, arguments.Positional()[1]));
+    const rules::Comparison comparison = rules::Compare(*before.rules, *after.rules);
+    std::optional<Outcomes> outcomes;
+    if (arguments.Has(u"on"_s)) outcomes.emplace(arguments, before, after);
+    if (arguments.Has(u"json"_s))
+        return ComparisonJson(before, after, comparison, outcomes ? &*outcomes : nullptr);
+    const CString text = rules::DifferenceLines(comparison).join(u'\n') + u'\n';
+    return outcomes ? text + u'\n' + outcomes->Text() : text;
+}
+
 } // namespace
 
 CompareCommand::CompareCommand() : Command(Describe()) {}
@@ -104,15 +127,13 @@ CompareCommand::CompareCommand() : Command(Describe()) {}
 void CompareCommand::Run(const Arguments& arguments) const
 {
     if (arguments.Has(u"sheet"_s) && !arguments.Has(u"on"_s)) throw UsageError(u"--sheet 只与 --on 一起用"_s);
-    const CString before = NamedRuleFile(arguments, arguments.Positional()[0]);
-    const CString after = NamedRuleFile(arguments, arguments.Positional()[1]);
-    const rules::Comparison comparison = rules::Compare(*Read(before), *Read(after));
-    std::optional<Outcomes> outcomes;
-    if (arguments.Has(u"on"_s)) outcomes.emplace(arguments, before, after);
-    if (arguments.Has(u"json"_s))
-        return WriteText(ComparisonJson(before, after, comparison, outcomes ? &*outcomes : nullptr));
-    WriteText(rules::DifferenceLines(comparison).join(u'\n') + u'\n');
-    if (outcomes) WriteText(u'\n' + outcomes->Text());
+    CString text;
+    try {
+        text = TextOf(arguments);
+    } catch (const embedded::Cancelled&) {
+        throw Refusal(u"已取消"_s);
+    }
+    WriteText(text);
 }
 
 } // namespace cli

@@ -1,4 +1,9 @@
+#include "cli/commands/rules/CompareCommand.h"
+
 #include "cli/CliTesting.h"
+#include "cli/InterruptingReads.h"
+#include "cli/reading/Failure.h"
+#include "embedded/TestProject.h"
 #include "support/SourceTree.h"
 
 #include <QtCore/QFile>
@@ -173,4 +178,25 @@ TEST_F(CompareOnTakeoff, TableThatCannotBeReadIsRefused)
 {
     EXPECT_EQ(m_cli.RunInProject({u"compare"_s, u"./a.xml"_s, u"./b.xml"_s, u"--on"_s, u"none.csv"_s}).status,
               1);
+}
+
+TEST(InterruptedCompare, SaysThatItWasCancelled)
+{
+    const test::TestProject project;
+    project.Create();
+    const test::TempFolder& temp = project.Temp();
+    temp.WriteFile(u"t.csv"_s, "构件编号,类别,材质\n1,给排水\\管道\\给水管,铜管\n");
+    const CArray<cli::Option> options =
+        cli::CompareCommand().Info().options + CArray<cli::Option>{{u"project"_s, u"DIR"_s, {}, {}}};
+    const QString rules = test::InSourceTree(u"samples/PlumbingRules.xml"_s);
+    const cli::Arguments arguments(
+        {u"--project"_s, project.Folder(), rules, rules, u"--on"_s, temp.Native(u"t.csv"_s)}, options);
+    const test::InterruptingReads files(u"t.csv"_s, 1);
+    CString told;
+    try {
+        cli::CompareCommand().Run(arguments);
+    } catch (const cli::Refusal& refusal) {
+        told = CString::fromUtf8(refusal.what());
+    }
+    EXPECT_EQ(told, u"已取消"_s);
 }

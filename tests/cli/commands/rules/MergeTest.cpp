@@ -1,4 +1,8 @@
+#include "cli/commands/rules/MergeCommand.h"
+
 #include "cli/CliTesting.h"
+#include "cli/reading/Failure.h"
+#include "platform/Files.h"
 #include "support/Patience.h"
 #include "support/SourceTree.h"
 
@@ -60,6 +64,30 @@ protected:
     Cli m_cli;
 };
 
+/// While it lives, another program saves a file as soon as it has been read.
+class SavedMeanwhile : public platform::FileSystemProxy
+{
+public:
+    SavedMeanwhile(const test::TempFolder& folder, CString name, QByteArray bytes)
+        : FileSystemProxy(platform::Files()), m_folder(folder), m_name(std::move(name)),
+          m_bytes(std::move(bytes)), m_installed(*this)
+    {
+    }
+
+    std::optional<QByteArray> Read(const CString& path, CString* reason) override
+    {
+        auto read = FileSystemProxy::Read(path, reason);
+        if (path.endsWith(m_name)) m_folder.WriteFile(m_name, m_bytes);
+        return read;
+    }
+
+private:
+    const test::TempFolder& m_folder;
+    CString m_name;
+    QByteArray m_bytes;
+    platform::ScopedFileSystem m_installed;
+};
+
 } // namespace
 
 TEST_F(MergeVerb, TakesBothEditsAndKeepsTheBytesOfOtherSpecialties)
@@ -77,7 +105,7 @@ TEST_F(MergeVerb, SideThatIsTheBaseGivesTheOtherToTheByte)
 {
     EXPECT_EQ(Merge(Base, Base, Theirs).status, 0);
     EXPECT_EQ(Out(), Theirs);
-    EXPECT_EQ(Merge(Base, Mine, Base).status, 0);
+    EXPECT_EQ(Merge(Base, Mine, Base, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 0);
     EXPECT_EQ(Out(), Mine);
 }
 
@@ -96,7 +124,9 @@ TEST_F(MergeVerb, PreferAnswersEveryConflict)
 {
     EXPECT_EQ(Merge(Base, Mine, Against, {u"-o"_s, u"out.xml"_s, u"--prefer"_s, u"mine"_s}).status, 0);
     EXPECT_TRUE(Shown().contains(u"：个数"_s));
-    EXPECT_EQ(Merge(Base, Mine, Against, {u"-o"_s, u"out.xml"_s, u"--prefer"_s, u"theirs"_s}).status, 0);
+    EXPECT_EQ(
+        Merge(Base, Mine, Against, {u"-o"_s, u"out.xml"_s, u"--prefer"_s, u"theirs"_s, u"--force"_s}).status,
+        0);
     EXPECT_TRUE(Shown().contains(u"：长度"_s));
 }
 
@@ -114,6 +144,45 @@ TEST_F(MergeVerb, OutMayBeMine)
     EXPECT_TRUE(Shown(u"mine.xml"_s).contains(u"材质＝PE管;"_s));
 }
 
+TEST_F(MergeVerb, OtherFilesAreReplacedOnlyWhenThatIsAsked)
+{
+    const test::Outcome outcome = Merge(Base, Mine, Theirs, {u"-o"_s, u"theirs.xml"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Err().contains(u"已经存在，覆盖请加 --force"_s)) << outcome.err.toStdString();
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"theirs.xml"_s), Theirs);
+    EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"theirs.xml"_s, u"--force"_s}).status, 0);
+    EXPECT_TRUE(Shown(u"theirs.xml"_s).contains(u"：个数"_s));
+    EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"./mine.xml"_s}).status, 0) << "another spelling of MINE";
+}
+
+TEST(MergedMeanwhile, FileThatAnotherProgramHasSavedIsNotWrittenOver)
+{
+    for (const QString& saved : {u"base.xml"_s, u"mine.xml"_s, u"theirs.xml"_s, u"out.xml"_s}) {
+        const test::TempFolder temp;
+        temp.WriteFile(u"base.xml"_s, Base);
+        temp.WriteFile(u"mine.xml"_s, Mine);
+        temp.WriteFile(u"theirs.xml"_s, Theirs);
+        temp.WriteFile(u"out.xml"_s, Against);
+        const CArray<cli::Option> options =
+            cli::MergeCommand().Info().options + CArray<cli::Option>{{u"project"_s, u"DIR"_s, {}, {}}};
+        const cli::Arguments arguments({temp.Native(u"base.xml"_s), temp.Native(u"mine.xml"_s),
+                                        temp.Native(u"theirs.xml"_s), u"-o"_s, temp.Native(u"out.xml"_s),
+                                        u"--force"_s},
+                                       options);
+        const QByteArray other = File(Pipe(9, "别的"));
+        const SavedMeanwhile files(temp, saved, other);
+        CString told;
+        try {
+            cli::MergeCommand().Run(arguments);
+        } catch (const cli::Refusal& refusal) {
+            told = CString::fromUtf8(refusal.what());
+        }
+        EXPECT_TRUE(told.contains(saved + u" 在合并期间变了"_s)) << saved.toStdString() << told.toStdString();
+        EXPECT_EQ(temp.ReadFile(u"out.xml"_s), saved == u"out.xml" ? other : Against);
+        EXPECT_EQ(temp.ReadFile(saved), other);
+    }
+}
+
 TEST_F(MergeVerb, BadInputIsRefusedAndWritesNothing)
 {
     EXPECT_EQ(Merge(Base, "<a>", Theirs).status, 1);
@@ -127,7 +196,7 @@ TEST_F(MergeVerb, BadInputIsRefusedAndWritesNothing)
     EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--prefer"_s, u"both"_s}).status, 2);
     EXPECT_EQ(m_cli.Run({u"merge"_s, u"base.xml"_s, u"mine.xml"_s, u"-o"_s, u"out.xml"_s}).status, 2);
     m_cli.Folder().WriteFile(u"out.xml"_s, "notes");
-    EXPECT_EQ(Merge(Base, Mine, Theirs).status, 1) << "no rule file is replaced";
+    EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 1) << "no rule file";
     EXPECT_EQ(Out(), "notes");
 }
 

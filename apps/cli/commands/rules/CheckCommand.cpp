@@ -1,4 +1,4 @@
-#include "cli/commands/CheckCommand.h"
+#include "cli/commands/rules/CheckCommand.h"
 
 #include "cli/printing/FindingText.h"
 #include "cli/printing/Output.h"
@@ -9,6 +9,7 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/check/Check.h"
+#include "rules/check/Mends.h"
 #include "rules/model/Snapshot.h"
 #include "shared/CheckFacts.h"
 
@@ -81,21 +82,22 @@ bool IsLostBySave(rules::FindingCode code)
     return code == UnknownCategory || code == UnknownElement || code == RepeatedElement;
 }
 
+bool IsOf(const CString& spec, const rules::Finding& finding)
+{
+    return finding.category == spec || finding.category.startsWith(spec + u'\\');
+}
+
 /// Writes the script of one specialty; the rules of the others stay, since a save replaces one only.
 void WriteMends(const CString& path, const std::vector<rules::Finding>& findings, const CString& spec)
 {
     CStringArray lines;
     CStringArray saves;
     int elsewhere = 0;
-    bool isLosing = false;
-    for (const rules::Finding& finding : findings) {
-        const bool isHere = finding.category == spec || finding.category.startsWith(spec + u'\\');
-        isLosing = isLosing || (isHere && IsLostBySave(finding.code));
-        const CString line = MendLine(finding);
-        if (line.isEmpty()) continue;
-        if (!isHere)
+    for (const rules::Finding* const finding : rules::MendsInOrder(findings)) {
+        const CString line = MendLine(*finding);
+        if (!IsOf(spec, *finding))
             ++elsewhere;
-        else if (finding.mend->op == u"Save")
+        else if (finding->mend->op == u"Save")
             saves = {line};
         else if (!lines.contains(line))
             lines.append(line);
@@ -104,6 +106,9 @@ void WriteMends(const CString& path, const std::vector<rules::Finding>& findings
     platform::Files().WriteInPlace(path, (lines + saves).join(QString()).toUtf8());
     CString told = u"脚本已写到：%1，%2 行\n"_s.arg(platform::ToNative(path)).arg((lines + saves).size());
     if (elsewhere > 0) told += u"其余专业还有 %1 行，用 --spec 指明专业\n"_s.arg(elsewhere);
+    const bool isLosing = std::any_of(findings.begin(), findings.end(), [&](const rules::Finding& finding) {
+        return IsOf(spec, finding) && IsLostBySave(finding.code);
+    });
     if (isLosing) told += u"注意：执行脚本会保存“%1”，上面说到的内容届时会丢失\n"_s.arg(spec);
     platform::WriteErr(told);
 }

@@ -1,4 +1,4 @@
-#include "cli/commands/CoverageCommand.h"
+#include "cli/commands/rules/CoverageCommand.h"
 
 #include "cli/pricing/CoverageReport.h"
 #include "cli/pricing/PricingRules.h"

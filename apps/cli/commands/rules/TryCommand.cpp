@@ -1,4 +1,4 @@
-#include "cli/commands/TryCommand.h"
+#include "cli/commands/rules/TryCommand.h"
 
 #include "cli/pricing/PricingJson.h"
 #include "cli/pricing/PricingRules.h"

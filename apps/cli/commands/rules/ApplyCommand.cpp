@@ -1,4 +1,4 @@
-#include "cli/commands/ApplyCommand.h"
+#include "cli/commands/rules/ApplyCommand.h"
 
 #include "cli/pricing/BillFiles.h"
 #include "cli/pricing/BillLines.h"

@@ -1,4 +1,4 @@
-#include "cli/commands/MergeCommand.h"
+#include "cli/commands/rules/MergeCommand.h"
 
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
@@ -12,7 +12,10 @@
 #include "rules/model/Snapshot.h"
 #include "xml/Error.h"
 
+#include <QtCore/QFileInfo>
+
 #include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -29,18 +32,20 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"merge"_s;
-    info.syntax = u"BASE MINE THEIRS -o OUT [--prefer mine|theirs]"_s;
+    info.syntax = u"BASE MINE THEIRS -o OUT [--prefer mine|theirs] [--force]"_s;
     info.summary = u"把从同一个规则文件改出来的两份合并成一份"_s;
     info.description =
         u"BASE 是两边共同的旧文件，MINE 和 THEIRS "
         u"是两边各自改过的文件。只有一边改、加、删或移动的规则照做，\n"
         "两边做得一样的只做一次；两边加的规则编号相同时其中一条换新编号。没有动过的专业，字节不变。\n"
         "其余是冲突：两边的样子列在标准错误上，全部有了答案才写 OUT，否则什么也不写，退出状态为 1。\n"
-        "答案由 --prefer 给出；在终端上运行时逐个询问。OUT 可以就是 MINE；工程的规则文件先留历史副本。\n"
+        "答案由 --prefer 给出；在终端上运行时逐个询问。OUT 可以就是 MINE，已有的\n"
+        "其他文件要加 --force 才覆盖；工程的规则文件先留历史副本。\n"
         "BASE 可以是空文件。怎样用在 git 里，见手册 docs/version-control.md。"_s;
     info.minPositional = info.maxPositional = 3;
     info.options = {{u"output"_s, u"OUT"_s, u"写到这个文件"_s, u'o'},
-                    {u"prefer"_s, u"SIDE"_s, u"冲突一律取这一边：mine 或 theirs"_s, {}}};
+                    {u"prefer"_s, u"SIDE"_s, u"冲突一律取这一边：mine 或 theirs"_s, {}},
+                    {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}}};
     info.needsProject = false;
     return info;
 }
@@ -129,17 +134,45 @@ CString ResultText(const State& mine, const rules::Configuration& merged, const 
            u"\n已合并到：%1\n"_s.arg(platform::ToNative(target));
 }
 
+/// Where the result goes, and what is there: nothing where no file is.
+struct Target
+{
+    CString path;
+    std::optional<QByteArray> bytes;
+};
+
+/// Raises `Refusal` for a file other than MINE that stands there, unless it may be written over.
+Target ReadTarget(const Arguments& arguments, const CString& mine)
+{
+    Target target{NamedRuleFile(arguments, arguments.Value(u"output"_s)), std::nullopt};
+    if (!platform::Files().Exists(target.path)) return target;
+    const QFileInfo file(platform::ToNative(target.path));
+    const bool isMine = file.canonicalFilePath() == QFileInfo(platform::ToNative(mine)).canonicalFilePath();
+    if (!isMine && !arguments.Has(u"force"_s))
+        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(target.path)));
+    target.bytes = platform::Files().Read(target.path);
+    CheckReplaceable(target.path);
+    return target;
+}
+
+/// Raises `Refusal` when a file is not what it was any more.
+void CheckUnchanged(const CString& path, const std::optional<QByteArray>& bytes)
+{
+    if (platform::Files().Read(path) != bytes)
+        throw Refusal(u"%1 在合并期间变了，什么也没有写，请再合并一次"_s.arg(platform::ToNative(path)));
+}
+
 /// Writes the result, unless a file that it is made of or that it replaces has become another one meanwhile.
-void WriteMerged(const Arguments& arguments, const CString& target, const State& mine,
+void WriteMerged(const Arguments& arguments, const Target& target, const std::vector<const State*>& states,
                  const QByteArray& bytes)
 {
-    CheckReplaceable(target);
     // Version control merges in files of passing names, of which a history would be of no use to anybody.
-    const bool isNamedSo = target.endsWith(u".xml"_s, Qt::CaseInsensitive);
-    const auto kept = isNamedSo ? KeepBeforeReplacing(arguments, target) : std::nullopt;
-    if (platform::Files().Read(mine.path) != mine.bytes)
-        throw Refusal(u"%1 在合并期间变了，什么也没有写，请再合并一次"_s.arg(platform::ToNative(mine.path)));
-    platform::Files().Replace(target, bytes);
+    const bool isNamedSo = target.path.endsWith(u".xml"_s, Qt::CaseInsensitive);
+    const auto kept = isNamedSo ? KeepBeforeReplacing(arguments, target.path) : std::nullopt;
+    for (const State* const state : states)
+        CheckUnchanged(state->path, state->bytes);
+    CheckUnchanged(target.path, target.bytes);
+    platform::Files().Replace(target.path, bytes);
 }
 
 } // namespace
@@ -150,14 +183,14 @@ void MergeCommand::Run(const Arguments& arguments) const
 {
     if (!arguments.Has(u"output"_s)) throw UsageError(u"缺少 -o OUT"_s);
     const std::optional<Side> preferred = PreferredSide(arguments);
-    const CString target = NamedRuleFile(arguments, arguments.Value(u"output"_s));
     const State base = ReadState(arguments, 0, true);
     const State mine = ReadState(arguments, 1, false);
     const State theirs = ReadState(arguments, 2, false);
+    const Target target = ReadTarget(arguments, mine.path);
     const rules::Merge merge(*base.rules, *mine.rules, *theirs.rules);
     const rules::Configuration merged = merge.Result(Answers(merge.Conflicts(), preferred));
-    WriteMerged(arguments, target, mine, MergedBytes(base, mine, theirs, merged));
-    WriteText(ResultText(mine, merged, target));
+    WriteMerged(arguments, target, {&base, &mine, &theirs}, MergedBytes(base, mine, theirs, merged));
+    WriteText(ResultText(mine, merged, target.path));
 }
 
 } // namespace cli

@@ -2,6 +2,7 @@
 #include "support/SourceTree.h"
 
 #include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
 #include <QtCore/QSet>
 
 #include <gtest/gtest.h>
@@ -198,6 +199,61 @@ TEST_F(Check, BatchTakesTheMendsAndTheirFindingsAreGone)
     ASSERT_EQ(again.status, 0) << again.err.toStdString();
     ASSERT_EQ(m_cli.RunInProject({u"batch"_s, u"more.jsonl"_s, u"--config"_s, u"rules.xml"_s}).status, 0);
     EXPECT_FALSE(Codes(RunAgain({u"--json"_s}).Json()).contains(u"never-applies"_s));
+}
+
+TEST_F(Check, ScriptDeletesLastAndLeavesOutWhatIsDeleted)
+{
+    const QByteArray hidden = Condition(1, "材质", "＝", "PPR管") + Condition(2, "公称直径", "＝", "６５");
+    QByteArray twice = Rule(4, Condition(1, "材质", "＝", "镀锌钢管"), "003", Quota(1, "10") + Quota(2, "1"));
+    const qsizetype from = twice.indexOf("<qd ");
+    const qsizetype size = twice.indexOf("</Qd>") - from;
+    QByteArray second = twice.mid(from, size);
+    second.replace("<qd id=\"1\"", "<qd id=\"2\"")
+        .replace("strUnit=\"m\" strUnitCode=\"1\"", "strUnit=\"m\" strUnitCode=\"10\"");
+    twice.insert(from + size, second);
+    QByteArray spare = Rule(9, {}, "004", Quota(1, "1"));
+    spare.replace("bDefault=\"0\"", "bDefault=\"1\"");
+    const QByteArray file =
+        File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Rule(3, hidden, "002", Quota(1, "1")) +
+             twice + Rule(5, Condition(1, "材质", "＝", "６５"), "005", Quota(1, "1")) + Default + spare);
+    Run(file, {u"--mends"_s, u"mends.jsonl"_s});
+    QStringList operations;
+    for (const QByteArray& line : m_cli.Folder().ReadFile(u"mends.jsonl"_s).trimmed().split('\n')) {
+        const QJsonObject request = QJsonDocument::fromJson(line).object();
+        operations.append(request[u"op"_s].toString() + u' ' +
+                          QString::number(request[u"path"_s][u"configId"_s].toInt()));
+    }
+    EXPECT_EQ(operations,
+              (QStringList{u"ResetCondition 5"_s, u"ResetDeToQd 5"_s, u"DelQd 4"_s, u"DelDeInQdNode 4"_s,
+                           u"DelConfig 3"_s, u"DelConfig 9"_s, u"Save 0"_s}));
+    const test::Outcome batch =
+        m_cli.RunInProject({u"batch"_s, u"mends.jsonl"_s, u"--config"_s, u"rules.xml"_s});
+    EXPECT_EQ(batch.status, 0) << batch.out.toStdString() << batch.err.toStdString();
+    EXPECT_EQ(Codes(RunAgain({u"--json"_s}).Json()), QStringList{u"value-not-in-list"_s})
+        << "there is no such material as 65";
+}
+
+TEST_F(Check, NumbersAreHeldAgainstTheCodingRuleOfTheLibraryInUse)
+{
+    m_cli.Folder().WriteFile(
+        u"库.csv"_s, "用途,代码,名称,编号位数,后缀位数\n清单库,十二三,甲,12,3\n清单库,十二一,乙,12,1\n");
+    m_cli.Folder().WriteFile(
+        u"清单.csv"_s, "编号,名称,单位,章节,章节名称\n03B001001001,镀锌钢管,m,03B0\\03B001,自有章\\自有节\n");
+    ASSERT_EQ(m_cli.RunInProject({u"import"_s, u"libraries"_s, u"库.csv"_s}).status, 0);
+    const auto codesWith = [&](const char* suffix, const QByteArray& library) {
+        QByteArray rule = Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), suffix, {});
+        rule.replace("strQdId=\"031001001", "strQdId=\"03B001001").replace("GB50856-2013", library);
+        return Codes(Run(File(rule + Default), {u"--json"_s}).Json());
+    };
+    for (const QString& library : {u"十二三"_s, u"十二一"_s}) {
+        const test::Outcome items =
+            m_cli.RunInProject({u"import"_s, u"bill"_s, u"清单.csv"_s, u"--library"_s, library});
+        ASSERT_EQ(items.status, 0) << items.err.toStdString();
+        ASSERT_EQ(m_cli.RunInProject({u"library"_s, u"use"_s, library}).status, 0);
+        EXPECT_EQ(codesWith("002", library.toUtf8()), QStringList()) << library.toStdString();
+        EXPECT_EQ(codesWith("001001", library.toUtf8()), QStringList{u"bad-number"_s});
+    }
+    EXPECT_EQ(codesWith("012", "十二一"), QStringList{u"unknown-item"_s}) << "only the last digit is added";
 }
 
 TEST_F(Check, MissingDefaultRuleIsMendedByASave)

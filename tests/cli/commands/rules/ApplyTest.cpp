@@ -1,6 +1,7 @@
-#include "cli/commands/ApplyCommand.h"
+#include "cli/commands/rules/ApplyCommand.h"
 
 #include "cli/CliTesting.h"
+#include "cli/InterruptingReads.h"
 #include "cli/reading/Failure.h"
 #include "embedded/TestProject.h"
 #include "platform/Files.h"
@@ -12,8 +13,6 @@
 #include <QtCore/QJsonArray>
 
 #include <gtest/gtest.h>
-
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 using test::Cli;
@@ -44,27 +43,6 @@ protected:
     }
 
     Cli m_cli;
-};
-
-/// Interrupts the program at one of the openings of a table.
-class InterruptingReads : public platform::FileSystemProxy
-{
-public:
-    explicit InterruptingReads(int opening)
-        : FileSystemProxy(platform::Files()), m_left(opening), m_installed(*this)
-    {
-    }
-
-    std::unique_ptr<platform::InputFile> OpenForReading(const CString& path) override
-    {
-        if (path.endsWith(u"t.csv"_s) && --m_left == 0) std::raise(SIGINT);
-        return FileSystemProxy::OpenForReading(path);
-    }
-    bool HasCome() const { return m_left <= 0; }
-
-private:
-    int m_left;
-    platform::ScopedFileSystem m_installed;
 };
 
 } // namespace
@@ -168,7 +146,7 @@ TEST(InterruptedApply, LeavesTheOldFileWheneverItComes)
     int interrupted = 0;
     for (int opening = 1; opening < 20; ++opening) {
         temp.WriteFile(u"out.xlsx"_s, "old");
-        const InterruptingReads files(opening);
+        const test::InterruptingReads files(u"t.csv"_s, opening);
         testing::internal::CaptureStdout();
         try {
             cli::ApplyCommand().Run(arguments);

@@ -1,4 +1,4 @@
-#include "cli/commands/WhereCommand.h"
+#include "cli/commands/rules/WhereCommand.h"
 
 #include "cli/printing/JsonWriter.h"
 #include "cli/printing/Output.h"

@@ -129,6 +129,33 @@ TEST_F(ApplyCompare, WorkbookGetsTwoMoreSheets)
     EXPECT_EQ(rows->Next(), nullptr);
 }
 
+TEST_F(ApplyCompare, RowOfWhichOnlyTheFittingsChangeSaysSo)
+{
+    QByteArray rules = m_cli.Folder().ReadFile(Cli::RuleFile(u"乙"_s));
+    rules.replace("strAnnex=\"是\"", "strAnnex=\"否\"");
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
+    const test::Outcome outcome = Run();
+    EXPECT_TRUE(outcome.Out().contains(u"带管道配件：是→否"_s)) << outcome.out.toStdString();
+    const QJsonObject row = Run({u"--json"_s}).Json().value(u"rows").toArray().at(0).toObject();
+    EXPECT_TRUE(row.value(u"before").toObject().value(u"withFittings").toBool());
+    EXPECT_FALSE(row.value(u"after").toObject().value(u"withFittings").toBool(true));
+    ASSERT_EQ(Run({u"-o"_s, u"清单.xlsx"_s}).status, 0);
+    const auto rows = tables::OpenTable(m_cli.Folder().Path(u"清单.xlsx"_s), {.sheet = u"清单变化"_s});
+    rows->Next();
+    const tables::Row* const written = rows->Next();
+    ASSERT_NE(written, nullptr);
+    EXPECT_EQ(written->cells.back().text.toString(), u"带管道配件：是→否"_s);
+}
+
+TEST_F(ApplyCompare, RowThatLosesAQuantitySaysHowManyComponents)
+{
+    QByteArray rules = m_cli.Folder().ReadFile(Cli::RuleFile(u"乙"_s));
+    rules.replace("strFormula=\"管道长度\"", "strFormula=\"没有的量\"");
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
+    const test::Outcome outcome = Run();
+    EXPECT_TRUE(outcome.Out().contains(u"缺工程量的构件：0→2"_s)) << outcome.out.toStdString();
+}
+
 TEST_F(ApplyCompare, CannotGoIntoCsvAndNeedsAFileThatIsThere)
 {
     EXPECT_EQ(Run({u"-o"_s, u"清单.csv"_s}).status, 2);
