@@ -18,7 +18,6 @@ public:
         m_bytes->replace(m_position, bytes.size(), bytes);
         m_position += bytes.size();
     }
-    void Seek(qint64 position) override { m_position = position; }
     void SeekToEnd() override { m_position = m_bytes->size(); }
     void Resize(qint64 size) override { m_bytes->resize(size); }
     void Sync() override {}

@@ -178,24 +178,27 @@ Cover::Answer Cover::Ask(const Box& box, const std::vector<std::size_t>& ids)
     return answer;
 }
 
-/// A piece of the box that none of these parts meets; nothing when they cover it.
-std::optional<Cover::Box> Cover::FindOpen(const Box& box, const std::vector<std::size_t>& ids)
+/// Whether these parts cover the box; when they do not, `open` becomes a piece of it that none of them meets.
+Cover::Answer Cover::FindOpen(const Box& box, const std::vector<std::size_t>& ids, Box& open)
 {
-    Spend(ids.size());
+    if (!Spend(ids.size())) return Answer::Unknown;
     const Meeting meeting = MeetingOf(box, ids);
-    if (meeting.ids.empty()) return box;
-    std::optional<Box> open;
+    if (meeting.ids.empty()) {
+        open = box;
+        return Answer::Open;
+    }
+    Answer answer = Answer::Covered;
     EachPiece(box, m_parts[meeting.best], [&](const Box& piece) {
-        open = FindOpen(piece, meeting.ids);
-        return !open;
+        answer = FindOpen(piece, meeting.ids, open);
+        return answer == Answer::Covered;
     });
-    return open;
+    return answer;
 }
 
 /// Takes out parts that the others make superfluous, those behind first.
 std::vector<std::size_t> Cover::WithoutIdle(std::vector<std::size_t> ids)
 {
-    for (std::size_t i = ids.size(); i-- > 0;) {
+    for (std::size_t i = ids.size(); i-- > 0 && m_effort.left >= 0;) {
         std::vector<std::size_t> fewer = ids;
         fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(i));
         if (Ask(m_target, fewer) == Answer::Covered) ids = std::move(fewer);
@@ -204,14 +207,14 @@ std::vector<std::size_t> Cover::WithoutIdle(std::vector<std::size_t> ids)
 }
 
 /// Whether the chosen parts can be completed to a cover of `size` parts; they are then. What is still open
-/// must be covered by one of the parts that hold a place of it, so only these are tried.
+/// must be covered by one of the parts that hold a place of it, so only these are tried. Ends without an
+/// answer when the effort is used up.
 bool Cover::Extend(std::vector<std::size_t>& chosen, std::size_t size)
 {
-    if (m_effort.left < 0) return false;
-    std::optional<Box> open = FindOpen(m_target, chosen);
-    if (!open) return true;
+    Box place;
+    const Answer answer = FindOpen(m_target, chosen, place);
+    if (answer != Answer::Open) return answer == Answer::Covered;
     if (chosen.size() == size) return false;
-    Box place = std::move(*open);
     for (const Axis& axis : m_axes) { // its first cell in every attribute
         bool isFound = false;
         for (std::size_t word = axis.begin; word < axis.end; ++word) {
@@ -224,6 +227,7 @@ bool Cover::Extend(std::vector<std::size_t>& chosen, std::size_t size)
         chosen.push_back(id);
         if (Extend(chosen, size)) return true;
         chosen.pop_back();
+        if (m_effort.left < 0) return false;
     }
     return false;
 }

@@ -4,7 +4,6 @@
 #include "rules/check/CellSet.h"
 
 #include <cstddef>
-#include <optional>
 #include <vector>
 
 namespace rules {
@@ -90,7 +89,7 @@ private:
     bool EachPiece(const Box& box, const Box& part, Take take) const;
     bool CollectRest(const Box& box, const std::vector<std::size_t>& ids, std::size_t limit,
                      std::vector<Box>& rest);
-    std::optional<Box> FindOpen(const Box& box, const std::vector<std::size_t>& ids);
+    Answer FindOpen(const Box& box, const std::vector<std::size_t>& ids, Box& open);
     std::vector<std::size_t> WithoutIdle(std::vector<std::size_t> ids);
     bool Extend(std::vector<std::size_t>& chosen, std::size_t size);
     Region RegionOf(const Box& box) const;

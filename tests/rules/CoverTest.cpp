@@ -82,7 +82,7 @@ TEST(Cover, SearchForTheSmallestSetEndsWithItsEffort)
     bool isSmallest = false;
     const long long used = Plenty - leftOf(Plenty, isSmallest);
     EXPECT_TRUE(isSmallest);
-    constexpr long long Steps = 40;
+    constexpr long long Steps = 12;
     for (long long step = 1; step < Steps; ++step) {
         // What is begun may end: a step costs no more than comparing all parts.
         EXPECT_GE(leftOf(used * step / Steps, isSmallest), -2 * static_cast<long long>(PartCount)) << step;

@@ -23,13 +23,13 @@ CString CountOf(const std::optional<rules::BillRow>& row)
     return row ? CString::number(row->components) : u"—"_s;
 }
 
-void AddRows(TextTable& table, const std::vector<rules::RowChange>& rows, bool isBelow)
+/// `groups` is how many columns divide the bill; quota rows leave them empty.
+void AddRows(TextTable& table, const std::vector<rules::RowChange>& rows, bool isBelow, qsizetype groups)
 {
     for (const rules::RowChange& change : rows) {
         const rules::BillRow& row = change.Either();
-        CStringArray cells;
-        for (const CString& cell : row.group)
-            cells.append(cell);
+        CStringArray cells(isBelow ? groups : 0);
+        if (!isBelow) cells.append(CStringArray(row.group.begin(), row.group.end()));
         cells += {KindOf(change),
                   isBelow ? u"  "_s + row.number : row.number,
                   row.name,
@@ -40,7 +40,7 @@ void AddRows(TextTable& table, const std::vector<rules::RowChange>& rows, bool i
                   CountOf(change.after),
                   RemarkOf(change)};
         table.AddRow(cells);
-        AddRows(table, change.quotas, true);
+        AddRows(table, change.quotas, true, groups);
     }
 }
 
@@ -141,7 +141,7 @@ CString ChangedRowsText(const std::vector<rules::RowChange>& rows, const CString
     TextTable table;
     table.AddRow(groupBy + CStringArray{u"变化"_s, u"项目编码"_s, u"项目名称"_s, u"计量单位"_s, u"原工程量"_s,
                                         u"新工程量"_s, u"原构件数"_s, u"新构件数"_s, u"备注"_s});
-    AddRows(table, rows, false);
+    AddRows(table, rows, false, groupBy.size());
     return u"变化的清单行：\n"_s + table.ToText(2) + u'\n';
 }
 

@@ -5,6 +5,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QRegularExpression>
 
 #include <gtest/gtest.h>
 
@@ -18,7 +19,16 @@ const QString Pipe = u"给排水\\管道\\给水管"_s;
 const QString Rows = u"1,%1,钢塑复合管,65,12.5,0,沟槽连接,1\n2,%1,钢塑复合管,65,1,0,沟槽连接,2\n"
                      "3,%1,奇怪的管,40,2,0,,1\n3,%1,奇怪的管,40,2,0,,1\n"_s;
 
-/// Two configurations, 甲 and 乙, with the sample rules for 给排水.
+/// The rules without the items of the first default rule, that of 给水管.
+QByteArray WithBareDefault(const QByteArray& rules)
+{
+    const QByteArray end = "</Qd>";
+    const qsizetype from = rules.indexOf("<Qd>", rules.indexOf("bDefault=\"1\""));
+    return rules.left(from) + "<Qd/>" + rules.mid(rules.indexOf(end, from) + end.size());
+}
+
+/// Two configurations, 甲 and 乙, with the sample rules for 给排水, of which the default rule of 给水管 gives
+/// nothing.
 class ApplyCompare : public testing::Test
 {
 protected:
@@ -26,7 +36,7 @@ protected:
     {
         QFile rules(test::InSourceTree(u"samples/PlumbingRules.xml"_s));
         if (!rules.open(QIODevice::ReadOnly)) throw std::runtime_error("no sample rules");
-        const QByteArray bytes = rules.readAll();
+        const QByteArray bytes = WithBareDefault(rules.readAll());
         m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), bytes);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), bytes);
@@ -145,6 +155,20 @@ TEST_F(ApplyCompare, RowOfWhichOnlyTheFittingsChangeSaysSo)
     const tables::Row* const written = rows->Next();
     ASSERT_NE(written, nullptr);
     EXPECT_EQ(written->cells.back().text.toString(), u"带管道配件：是→否"_s);
+}
+
+TEST_F(ApplyCompare, QuotaRowsStandInTheColumnsOfTheBill)
+{
+    QByteArray rules = m_cli.Folder().ReadFile(Cli::RuleFile(u"乙"_s));
+    rules.replace("strAnnex=\"是\"", "strAnnex=\"否\"");
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
+    const QString told = Run({u"--by"_s, u"楼层"_s}).Out();
+    QStringList lines = told.split(u'\n');
+    const qsizetype head = lines.indexOf(QRegularExpression(u".*项目编码.*"_s));
+    ASSERT_GE(head, 0) << told.toStdString();
+    EXPECT_TRUE(lines.value(head + 1).startsWith(u"  1 "_s)) << told.toStdString();
+    EXPECT_TRUE(lines.value(head + 2).startsWith(u"     "_s)) << "a quota row has no floor\n"
+                                                              << told.toStdString();
 }
 
 TEST_F(ApplyCompare, RowThatLosesAQuantitySaysHowManyComponents)
