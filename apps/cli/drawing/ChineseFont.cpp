@@ -44,6 +44,7 @@ ChineseFont::ChineseFont()
     if (FT_Init_FreeType(&m_library) != 0) throw std::bad_alloc();
     m_plain = Open(false);
     m_bold = Open(true);
+    FcFini(); // the files are known; nothing else in this program looks for fonts
     if (m_plain == nullptr) {
         FT_Done_FreeType(m_library);
         throw Refusal(u"系统里没有中文字体，写不出 PNG，请写成 .svg"_s);
