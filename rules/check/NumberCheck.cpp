@@ -40,8 +40,14 @@ struct Asked
     bool isTold = false; ///< that another rule asks for another one
 };
 
-/// What the rules of one row of the bill ask for by ＝, by normalised name of the attribute.
-using Features = std::map<CString, Asked>;
+/// A row of the bill: the first rule that gives it, and once there is another one what they ask for by ＝, by
+/// normalised name of the attribute. Most rows come of one rule alone.
+struct Row
+{
+    Place first;
+    std::map<CString, Asked> features{};
+    bool hasFeatures = false;
+};
 
 std::map<CString, CString> ValuesOf(const Rule& rule)
 {
@@ -64,24 +70,29 @@ bool IsSameValue(const CString& a, const CString& b)
 class NumberCheck
 {
 public:
-    NumberCheck(const CheckFacts& facts, FindingList& findings) : m_facts(facts), m_findings(findings) {}
+    NumberCheck(const CheckFacts& facts, FindingList& findings)
+        : m_library(facts.bills.code.toLower()), m_findings(findings)
+    {
+    }
 
     void Look(const Place& place)
     {
         const Rule& rule = place.category->rules[place.rule];
+        if (rule.bills.empty()) return;
+        const CString specialty = place.category->text.section(u'\\', 0, 0);
         for (const BillItem& bill : rule.bills) {
             const QdStruct& record = bill.record;
             const CString library = record.strQdCode.toLower();
-            const bool isOther = !m_facts.bills.code.isEmpty() && library != m_facts.bills.code.toLower();
+            const bool isOther = !m_library.isEmpty() && library != m_library;
             if (record.strQdId.isEmpty() || isOther) continue;
             const CString name = record.strName.trimmed();
             const CString unit = record.strUnit.trimmed();
             const auto [first, isNew] =
                 m_first.try_emplace({record.strQdId, library}, First{place, name, unit, {}});
             if (!isNew) Compare(place, record.strQdId, name, unit, first->second);
-            const CString specialty = place.category->text.section(u'\\', 0, 0);
-            CompareFeatures(place, record.strQdId,
-                            m_features[{specialty, record.strQdId, library, name, unit}]);
+            const auto [row, isNewRow] =
+                m_rows.try_emplace({record.strQdId, specialty, library, name, unit}, Row{place});
+            if (!isNewRow) CompareFeatures(place, record.strQdId, row->second);
         }
     }
 
@@ -100,10 +111,13 @@ private:
     }
 
     /// Where any two rules differ in an attribute, one of them differs from the first that asks for it.
-    void CompareFeatures(const Place& place, const CString& number, Features& features)
+    void CompareFeatures(const Place& place, const CString& number, Row& row)
     {
-        for (const auto& [attribute, value] : ValuesOf(place.category->rules[place.rule])) {
-            Asked& asked = features.try_emplace(attribute, Asked{place, value}).first->second;
+        if (!std::exchange(row.hasFeatures, true))
+            for (const auto& [attribute, value] : ValuesOf(RuleAt(row.first)))
+                row.features.try_emplace(attribute, Asked{row.first, value});
+        for (const auto& [attribute, value] : ValuesOf(RuleAt(place))) {
+            Asked& asked = row.features.try_emplace(attribute, Asked{place, value}).first->second;
             if (asked.isTold || IsSameValue(asked.value, value)) continue;
             asked.isTold = true;
             Add(FindingCode::NumberTwoFeatures, place, asked.place,
@@ -112,6 +126,8 @@ private:
         }
     }
 
+    static const Rule& RuleAt(const Place& place) { return place.category->rules[place.rule]; }
+
     void Add(FindingCode code, const Place& place, const Place& other, const CString& text)
     {
         Finding& finding = m_findings.Add(code, *place.category, place.rule, text);
@@ -119,11 +135,11 @@ private:
             finding.others = {static_cast<int>(other.rule) + 1};
     }
 
-    const CheckFacts& m_facts;
+    CString m_library; ///< in use; empty for any
     FindingList& m_findings;
     std::map<std::pair<CString, CString>, First> m_first; ///< by number and library
-    /// By what tells rows of the bill apart: specialty, number, library, name and unit.
-    std::map<std::tuple<CString, CString, CString, CString, CString>, Features> m_features;
+    /// By what tells rows of the bill apart: number, specialty, library, name and unit.
+    std::map<std::tuple<CString, CString, CString, CString, CString>, Row> m_rows;
 };
 
 } // namespace
