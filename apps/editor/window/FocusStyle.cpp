@@ -52,7 +52,7 @@ const QStyleOptionViewItem* PaleItem(const QStyleOption* option, const QWidget* 
 }
 
 /// An arrow in the colour of the text: whoever draws it in a selected cell takes the colour for a strong
-/// selection.
+/// selection. In other cells it is made for their background, which may be one of their own.
 QStyleOption Inked(QStyleOption arrow, const QColor& ink)
 {
     for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
@@ -82,7 +82,8 @@ void FocusStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
             Mixed(widget->palette().color(QPalette::Highlight), widget->palette().color(QPalette::Base));
         const QStyleOptionViewItem item = Coloured(*pale, QPalette::Highlight, highlight);
         QProxyStyle::drawPrimitive(element, &item, painter, widget);
-    } else if (element == PE_IndicatorArrowDown && IsWithoutFocus(widget)) {
+    } else if (element == PE_IndicatorArrowDown && (option->state & State_Selected) != 0 &&
+               IsWithoutFocus(widget)) {
         const QStyleOption arrow = Inked(*option, widget->palette().color(QPalette::Text));
         QProxyStyle::drawPrimitive(element, &arrow, painter, widget);
     } else {

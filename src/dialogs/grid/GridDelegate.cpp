@@ -12,7 +12,8 @@
 namespace {
 
 constexpr int ArrowWidth = 14;
-constexpr QSizeF ArrowSize(8, 4);
+constexpr int ArrowSize = 8;
+constexpr int ArrowLayers = 3;
 /// Width less than which a cell's text never shrinks, so that its first character stays readable.
 constexpr int LeastTextWidth = 8;
 
@@ -51,16 +52,18 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
         (option.state & QStyle::State_Active) != 0 ? QPalette::Active : QPalette::Inactive;
     const QColor ink = cell.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text);
 
-    // Not the style's arrow, which is half transparent and of the palette's colours.
-    const QPointF tip = QRectF(ArrowRect(option.rect)).center() + QPointF(0, ArrowSize.height() / 2);
-    const QPointF across(ArrowSize.width() / 2, 0);
-    const QPointF up(0, ArrowSize.height());
-    painter->save();
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(ink);
-    painter->drawPolygon(QPolygonF({tip, tip - up - across, tip - up + across}));
-    painter->restore();
+    QStyleOption arrow;
+    arrow.state = QStyle::State_Enabled;
+    arrow.state.setFlag(QStyle::State_Selected, selected); // for styles with colours of their own for these
+    arrow.palette = cell.palette;
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        arrow.palette.setColor(role, ink);
+    }
+    arrow.rect = QRect(0, 0, ArrowSize, ArrowSize);
+    arrow.rect.moveCenter(ArrowRect(option.rect).center());
+    // The toolkit's own style draws it half transparent, which is too faint on a strong selection.
+    for (int layer = 0; layer < ArrowLayers; ++layer)
+        StyleOf(option)->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, painter, option.widget);
 }
 
 QSize GridDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const

@@ -89,15 +89,15 @@ TEST_F(FocusInLists, FrameShowsTheFocusWhereNothingIsSelected)
     EXPECT_NE(frame(m_right), frame(m_left));
 }
 
-TEST_F(FocusInLists, ArrowInACellIsDarkOnAPaleSelection)
+TEST_F(FocusInLists, ArrowInACellIsDarkOnAPaleSelectionAndAsItIsMadeElsewhere)
 {
     QImage image(16, 16, QImage::Format_RGB32);
-    const auto draw = [&](const QListWidget& list) {
+    const auto draw = [&](const QListWidget& list, QStyle::State state = QStyle::State_Selected) {
         image.fill(Qt::gray);
         QPainter painter(&image);
         QStyleOption arrow;
         arrow.rect = image.rect();
-        arrow.state = QStyle::State_Enabled;
+        arrow.state = QStyle::State_Enabled | state;
         for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
             arrow.palette.setColor(role, Qt::white);
         m_style.drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter, &list);
@@ -107,6 +107,7 @@ TEST_F(FocusInLists, ArrowInACellIsDarkOnAPaleSelection)
     const int ground = QColor(Qt::gray).lightness();
     EXPECT_GT(draw(m_left), ground);
     EXPECT_LT(draw(m_right), ground);
+    EXPECT_GT(draw(m_right, QStyle::State_None), ground);
 }
 
 TEST(ShowFocusInLists, LeavesTheStyleOfADesktopAlone)
