@@ -50,12 +50,15 @@ Desktop::~Desktop()
     End(m_server);
 }
 
-// The server finds a free display and says its number.
+// The server finds a free display and says its number. It repeats no key: a tool that the machine holds
+// between the press and the release of one would type it many times. Repeats would come at once, so that no
+// test is left to chance should a server repeat keys all the same.
 void Desktop::StartServer()
 {
     m_server.setProgram(QStringLiteral(KTQDDE_XVFB));
     m_server.setArguments({u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s,
-                           u"tcp"_s, u"-noreset"_s});
+                           u"tcp"_s, u"-noreset"_s, u"-r"_s, u"-ardelay"_s, u"1"_s, u"-arinterval"_s,
+                           u"1"_s});
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start();
     QByteArray number;
