@@ -79,11 +79,11 @@ void WorkSession::RefreshFacts()
         m_facts = FactsOf(*m_project);
     }
     if (m_file) {
-        // The edits stay: those of categories that the host offers no more go on as those of the file.
+        // The edits stay. What they are about may be offered no more, so they can no longer be taken back.
         const rules::ConfigurationPtr present = m_draft.Snapshot();
         m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
-        m_undo.clear();
         m_draft.Apply(rules::Towards(m_draft, *present, {}));
+        m_undo.clear();
     }
     KeepChoiceValid();
     emit Reopened();
@@ -146,6 +146,17 @@ DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
 void WorkSession::Discard()
 {
     Do(rules::Towards(m_draft, *m_draft.Saved(), u"放弃修改"_s));
+}
+
+void WorkSession::Reset()
+{
+    m_undo.clear();
+    m_journal->End();
+    BeginJournal();
+    m_journalFault.clear();
+    m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+    KeepChoiceValid();
+    emit Reopened();
 }
 
 bool WorkSession::TakeOver()
