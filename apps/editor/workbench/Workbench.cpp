@@ -111,6 +111,7 @@ QToolBar* Workbench::MakeSearch()
     auto* bar = new QToolBar(u"查找"_s);
     bar->setObjectName(u"find"_s);
     m_text->setPlaceholderText(u"查找规则：条件、“公称直径 65”、清单或定额的编号、名称"_s);
+    m_text->setObjectName(u"find"_s);
     m_text->setAccessibleName(u"查找规则"_s);
     m_text->setToolTip(u"%1\n%2"_s.arg(
         u"多个词用空格隔开，都要有。属性名后面跟一个值，找对这个值成立的条件：公称直径 65 也找到 50＜公称直径≤65"_s,
