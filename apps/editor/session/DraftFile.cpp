@@ -33,6 +33,7 @@ QByteArray ReadOrRaise(const CString& path)
 QByteArray NewBytes()
 {
     const QTemporaryDir folder;
+    const embedded::Look unwatched; // what stands there is nobody else's and goes with the folder
     const CString path = platform::FromNative(folder.path()) + u"\\new.xml"_s;
     const CQdDeConfigPresenter made(path); // writes it
     return ReadOrRaise(path);
