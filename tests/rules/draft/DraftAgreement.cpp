@@ -4,10 +4,10 @@
 #include "rules/draft/RuleEdits.h"
 #include "rules/draft/Series.h"
 
-#include "rules/RandomRules.h"
 #include "rules/document/RuleWriter.h"
 #include "rules/draft/DraftTesting.h"
 #include "rules/draft/PlainRules.h"
+#include "rules/draft/RuleDrawing.h"
 #include "rules/model/Snapshot.h"
 #include "store/RuleFile.h"
 
@@ -21,8 +21,11 @@ using rules::Condition;
 using rules::Draft;
 using rules::Edit;
 using rules::Rule;
+using test::Attributes;
 using test::Dice;
+using test::Numbers;
 using test::PlainRules;
+using test::Values;
 
 namespace {
 
@@ -44,94 +47,6 @@ unsigned Seed()
 const CString OldCategory = u"给排水\\管道\\旧管"_s;
 /// The first two are offered, all but the second are in the file at the start.
 const std::vector<CString> Categories{test::PipeCategory, test::DrainCategory, OldCategory};
-
-const std::vector<CString> Attributes{u"材质"_s, u"公称直径"_s, u"用途"_s};
-const std::vector<CString> Values{u"铜管"_s, u"15"_s, u"<&\"'>\n\t"_s, u"\uFEFF甲"_s, u"𝟓"_s, u""_s};
-const std::vector<CString> Numbers{u"01"_s, u"02"_s, u"03"_s};
-
-/// Draws rules and what happens to them.
-class Drawing
-{
-public:
-    explicit Drawing(unsigned seed) : m_dice(seed) {}
-
-    Dice& Random() { return m_dice; }
-
-    Condition NewCondition()
-    {
-        Condition condition =
-            m_dice.OneIn(2) ? test::Value(m_dice.Of(Attributes), u"＝"_s, m_dice.Of(Values))
-                            : test::Range(m_dice.Of(Attributes), u"＞"_s, u"15"_s, u"≤"_s, m_dice.Of(Values));
-        condition.id = m_dice.OneIn(8) ? 0 : static_cast<int>(m_dice.Below(9));
-        return condition;
-    }
-
-    rules::QuotaItem NewQuota()
-    {
-        rules::QuotaItem quota = test::Quota(m_dice.Of(Numbers), m_dice.Of(Values));
-        quota.id = static_cast<int>(m_dice.Below(9));
-        quota.record.strAnnex = m_dice.Of(Values);
-        return quota;
-    }
-
-    rules::BillItem NewBill()
-    {
-        rules::BillItem bill = test::Bill(m_dice.Of(Numbers), m_dice.Of(Values));
-        bill.id = static_cast<int>(m_dice.Below(9));
-        for (std::size_t i = m_dice.Below(3); i > 0; --i)
-            bill.quotas.push_back(NewQuota());
-        return bill;
-    }
-
-    /// With ids that are none of its own.
-    Rule NewRule()
-    {
-        Rule rule;
-        for (std::size_t i = m_dice.Below(4); i > 0; --i)
-            rule.conditions.push_back(NewCondition());
-        for (std::size_t i = m_dice.Below(3); i > 0; --i)
-            rule.bills.push_back(NewBill());
-        for (std::size_t i = m_dice.Below(3); i > 0; --i)
-            rule.quotas.push_back(NewQuota());
-        return rule;
-    }
-
-    void Change(Rule& rule)
-    {
-        const auto changeOne = [&](auto& parts, auto made) {
-            if (!parts.empty() && m_dice.OneIn(3)) parts.erase(parts.begin());
-            if (!parts.empty() && m_dice.OneIn(3)) parts.push_back(parts[m_dice.Below(parts.size())]);
-            if (m_dice.OneIn(3)) parts.insert(parts.begin(), made);
-            if (!parts.empty() && m_dice.OneIn(3)) std::swap(parts.front(), parts.back());
-        };
-        changeOne(rule.conditions, NewCondition());
-        changeOne(rule.bills, NewBill());
-        changeOne(rule.quotas, NewQuota());
-        if (!rule.conditions.empty() && m_dice.OneIn(2)) rule.conditions.back().value = m_dice.Of(Values);
-        if (!rule.bills.empty()) changeOne(rule.bills.front().quotas, NewQuota());
-    }
-
-    PlainRules::Positions Some(std::size_t size)
-    {
-        PlainRules::Positions positions;
-        for (std::size_t i = m_dice.Below(5); i > 0; --i)
-            positions.insert(m_dice.Below(size));
-        return positions;
-    }
-
-    rules::SeriesPlan Plan()
-    {
-        using enum rules::SeriesForm;
-        return {m_dice.Of(Attributes),
-                {u"15"_s, u"20.0"_s, u"100"_s},
-                m_dice.Of(std::vector{Values, UpperClosed, LowerClosed}),
-                m_dice.OneIn(2),
-                m_dice.OneIn(2)};
-    }
-
-private:
-    Dice m_dice;
-};
 
 /// In another order than a set has them.
 std::vector<std::size_t> Backwards(const PlainRules::Positions& positions)
@@ -446,7 +361,7 @@ private:
 
     static constexpr std::size_t MostUndone = 50;
 
-    Drawing m_drawing;
+    test::RuleDrawing m_drawing;
     QByteArray m_bytes = u"<%1/>"_s.arg(store::RootName()).toUtf8();
     rules::ConfigurationPtr m_file;
     Draft m_draft;

@@ -243,4 +243,9 @@ TEST(CopyRules, DefaultRuleGivesItsItemsWhereTheTargetHasNoneYet)
     ASSERT_EQ(misfits.size(), 1U);
     EXPECT_EQ(misfits[0].rule, 1U);
     EXPECT_EQ(misfits[0].text, u"排水管已有默认规则，没有再复制"_s);
+    EXPECT_TRUE(rules::CopyRules(draft, DrainCategory, {2}, PipeCategory, 0, {}, misfits).IsEmpty());
+    EXPECT_EQ(misfits.size(), 2U);
+    EXPECT_TRUE(
+        rules::CopyRules(DraftOf(ThreeRules()), PipeCategory, {3}, DrainCategory, 0, {}, misfits).IsEmpty());
+    EXPECT_EQ(misfits.size(), 2U) << "nothing is lost with a default rule without items";
 }

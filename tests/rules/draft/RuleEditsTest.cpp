@@ -69,6 +69,7 @@ TEST(InsertRules, NothingComesBehindTheDefaultRule)
     EXPECT_THROW(at(5), std::out_of_range);
     EXPECT_THROW(rules::InsertRules(draft, u"无"_s, 0, {Rule()}, {}), std::invalid_argument);
     EXPECT_TRUE(rules::InsertRules(draft, PipeCategory, 0, {}, {}).IsEmpty());
+    EXPECT_TRUE(rules::InsertRules(draft, PipeCategory, 0, {rules::BareDefault()}, {}).IsEmpty());
 }
 
 TEST(InsertRules, ListThatAFileHasOtherwiseIsLeftSo)
