@@ -6,16 +6,12 @@ namespace rules {
 
 namespace {
 
-constexpr char16_t FullWidthFirst = u'！'; // U+FF01 to U+FF5E are ASCII's "!" to "~" in another width
-constexpr char16_t FullWidthLast = u'～';
-
 /// Full-width forms as plain ones, nothing else: of "5²" must not become 52.
 CString Narrowed(QStringView text)
 {
     CString result = WithoutBlanks(text).toString();
     for (QChar& c : result)
-        if (c >= FullWidthFirst && c <= FullWidthLast)
-            c = QChar(static_cast<char16_t>(c.unicode() - FullWidthFirst + u'!'));
+        c = QChar(Narrow(c.unicode()));
     return result;
 }
 
@@ -36,7 +32,7 @@ bool IsSettled(QChar c)
 /// Whether a character can be part of a plain number, in either width.
 bool MayBeOfNumber(QChar c)
 {
-    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || (c >= FullWidthFirst && c <= FullWidthLast);
+    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || Narrow(c.unicode()) != c.unicode();
 }
 
 /// A text cut at its first number. The tail holds no digit, or the text has no such parts.
