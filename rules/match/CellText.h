@@ -17,6 +17,8 @@ KTQDDE_RULES_EXPORT QStringView WithoutBlanks(QStringView text);
 /// The text without blanks around it, in compatibility normalisation: "６５" and "65" are one, so are "㎡"
 /// and "m2".
 KTQDDE_RULES_EXPORT CString Normalised(QStringView text);
+/// The same; a text that is in that form already, as most are, is shared and not copied.
+KTQDDE_RULES_EXPORT CString Normalised(const CString& text);
 
 /// The header of an attribute's column that also tells the unit: 长边 in mm gives 长边(mm).
 KTQDDE_RULES_EXPORT CString WithUnit(const CString& name, const CString& unit);
