@@ -6,6 +6,7 @@
 
 #include <map>
 #include <set>
+#include <unordered_map>
 
 namespace rules {
 
@@ -39,7 +40,7 @@ struct LibraryFacts
     CString code{};
     BillNumberForm form{}; ///< of a bill library
     /// By number, those of a bill library without a suffix; empty when the library cannot be looked at.
-    std::map<CString, LibraryItem> items{};
+    std::unordered_map<CString, LibraryItem> items{};
 };
 
 /// What the checks go by besides the rules, as plain values, handed in by whoever has a catalogue. What is
