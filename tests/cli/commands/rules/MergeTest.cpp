@@ -2,10 +2,12 @@
 
 #include "cli/CliTesting.h"
 #include "cli/reading/Failure.h"
+#include "embedded/data/history/RuleFileLock.h"
 #include "platform/Files.h"
 #include "support/Patience.h"
 #include "support/SourceTree.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 
 #include <gtest/gtest.h>
@@ -198,6 +200,51 @@ TEST_F(MergeVerb, BadInputIsRefusedAndWritesNothing)
     m_cli.Folder().WriteFile(u"out.xml"_s, "notes");
     EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 1) << "no rule file";
     EXPECT_EQ(Out(), "notes");
+}
+
+TEST_F(MergeVerb, SideInWhichSomethingStandsTwiceIsRefusedUnlessItIsTheResult)
+{
+    const QByteArray big = "<LMember id=\"1\" name=\"管道\">";
+    const QByteArray small =
+        "<SMember id=\"1\" name=\"给水管\"><Config>" + Pipe(9, "旧管") + "</Config></SMember>";
+    const auto withTwo = [](QByteArray file, const QByteArray& before, const QByteArray& second) {
+        return file.insert(file.indexOf(before), second);
+    };
+    const QByteArray end = "</LMember></给排水>";
+    const QByteArray mine = withTwo(Mine, end, small);
+    const QByteArray theirs = withTwo(Theirs, end, small);
+    const auto isRefused = [&](const test::Outcome& outcome, const QString& file, const QString& place) {
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_FALSE(m_cli.Folder().Exists(u"out.xml"_s));
+        EXPECT_TRUE(outcome.Err().contains(file + u"：“"_s + place)) << outcome.err.toStdString();
+    };
+    isRefused(Merge(Base, mine, Theirs), u"mine.xml"_s, u"给排水\\管道\\给水管”在文件中不止一段"_s);
+    isRefused(Merge(Base, Mine, theirs), u"theirs.xml"_s, u"给排水\\管道\\给水管”在文件中不止一段"_s);
+    isRefused(Merge(Base, withTwo(Mine, "</给排水>", big + small + "</LMember>"), Theirs), u"mine.xml"_s,
+              u"给排水\\管道”在文件中不止一段"_s);
+    isRefused(Merge(Base, Mine, withTwo(Theirs, "<Qd>", "<Condition/>")), u"theirs.xml"_s,
+              u"给排水\\管道\\给水管”第 1 条规则的“Condition”在文件中不止一段"_s);
+    EXPECT_EQ(Merge(Base, Base, theirs).status, 0);
+    EXPECT_EQ(Out(), theirs) << "to the byte, so that nothing is lost";
+    EXPECT_EQ(Merge(withTwo(Base, end, small), Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 0)
+        << "nothing of the base is written";
+}
+
+TEST_F(MergeVerb, RuleFileThatAnotherProgramHoldsIsNotWrittenOutsideAProjectEither)
+{
+    m_cli.Folder().WriteFile(u"out.xml"_s, Base);
+    m_cli.SetVariable(u"KTQDDE_LOCK_WAIT"_s, u"0"_s);
+    const QStringList over{u"-o"_s, u"out.xml"_s, u"--force"_s};
+    {
+        const embedded::RuleFileLock held(CStringArray{m_cli.Folder().Path(u"out.xml"_s)});
+        const test::Outcome outcome = Merge(Base, Mine, Theirs, over);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.Err().contains(u"（进程 %1，机器 "_s.arg(QCoreApplication::applicationPid())))
+            << outcome.err.toStdString();
+        EXPECT_EQ(Out(), Base);
+    }
+    EXPECT_EQ(Merge(Base, Mine, Theirs, over).status, 0);
+    EXPECT_FALSE(QFile::exists(m_cli.Folder().Native(u".out.xml.lock"_s)));
 }
 
 TEST_F(MergeVerb, RuleFileOfAProjectIsKeptFirst)
