@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/bill/QuantityTable.h"
+#include "rules/check/BillNumberForm.h"
 #include "rules/check/Cover.h"
 #include "rules/model/Facts.h"
 
@@ -21,17 +22,6 @@ struct LibraryItem
     /// Of a quota item: the bill items that the guide hangs it on, by their numbers without a suffix; empty
     /// where no guide speaks of it.
     CStringArray bills{};
-};
-
-/// How a bill number of a rule is built: a base of letters and digits, and a suffix that tells the items of
-/// one base apart.
-struct BillNumberForm
-{
-    qsizetype base = 0;   ///< characters of the base; 0 when the library has no rule that is known
-    qsizetype suffix = 0; ///< characters of the suffix
-    /// Whether the library's own numbers end in a suffix that stays while it is free. It may then hold
-    /// letters, and one that is counted up past the last has a digit more. Else it is made of digits.
-    bool keepsSuffix = false;
 };
 
 /// A library in use.

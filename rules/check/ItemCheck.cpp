@@ -104,19 +104,11 @@ bool IsOfOtherLibrary(const Item& item, const LibraryFacts& library)
     return !library.code.isEmpty() && !IsSameCode(item.library, library.code);
 }
 
-/// The number without its suffix, by the library's rule.
-CString BaseNumber(const CString& number, const BillNumberForm& form)
-{
-    return form.base > 0 ? number.left(form.base) : number;
-}
-
 bool IsOfForm(const CString& number, const BillNumberForm& form)
 {
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
-    const qsizetype least = form.base + form.suffix;
-    const qsizetype most = least + (form.keepsSuffix ? 1 : 0);
-    const qsizetype letters = form.keepsSuffix ? most : form.base;
-    return number.size() >= least && number.size() <= most &&
+    const qsizetype letters = form.keepsSuffix ? form.Longest() : form.base;
+    return form.HasLength(number) &&
            std::all_of(number.begin(), number.end(),
                        [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); }) &&
            std::all_of(number.begin() + std::min(letters, number.size()), number.end(), isDigit);
@@ -125,9 +117,8 @@ bool IsOfForm(const CString& number, const BillNumberForm& form)
 /// "12 位数字或字母，末 3 位是数字".
 CString FormText(const BillNumberForm& form)
 {
-    const qsizetype length = form.base + form.suffix;
-    if (form.keepsSuffix) return u"%1 位或 %2 位数字或字母"_s.arg(length).arg(length + 1);
-    return u"%1 位数字或字母，末 %2 位是数字"_s.arg(length).arg(form.suffix);
+    if (form.keepsSuffix) return u"%1 位或 %2 位数字或字母"_s.arg(form.Shortest()).arg(form.Longest());
+    return u"%1 位数字或字母，末 %2 位是数字"_s.arg(form.Shortest()).arg(form.suffix);
 }
 
 /// The checks of the items of one category.
@@ -231,13 +222,13 @@ private:
 
     void LookAtNumber(const Item& item, const LibraryFacts& library)
     {
-        if (item.isBill && library.form.base > 0 && !IsOfForm(item.number, library.form)) {
+        if (item.isBill && library.form.IsKnown() && !IsOfForm(item.number, library.form)) {
             Add(FindingCode::BadNumber,
                 u"清单编号“%1”不合规定：应是 %2"_s.arg(item.number, FormText(library.form)));
             return;
         }
         if (library.items.empty() || item.number.isEmpty()) return;
-        if (!library.items.contains(item.isBill ? BaseNumber(item.number, library.form) : item.number))
+        if (!library.items.contains(item.isBill ? library.form.BaseOf(item.number) : item.number))
             Add(FindingCode::UnknownItem, u"库“%1”里没有%2"_s.arg(library.code, item.Told()));
     }
 
@@ -317,7 +308,7 @@ private:
             return;
         const auto known = m_facts.quotas.items.find(quota.record.strDeId);
         if (known == m_facts.quotas.items.end() || known->second.bills.isEmpty()) return;
-        if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills.form))) return;
+        if (known->second.bills.contains(m_facts.bills.form.BaseOf(bill.record.strQdId))) return;
         Add(FindingCode::QuotaNotOnBill,
             u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
     }
