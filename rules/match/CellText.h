@@ -25,6 +25,8 @@ constexpr char16_t Narrow(char16_t c) noexcept
 /// The text without blanks around it, in compatibility normalisation: "６５" and "65" are one, so are "㎡"
 /// and "m2".
 KTQDDE_RULES_EXPORT CString Normalised(QStringView text);
+/// The same; a text that is in that form already, as most are, is shared and not copied.
+KTQDDE_RULES_EXPORT CString Normalised(const CString& text);
 
 /// The header of an attribute's column that also tells the unit: 长边 in mm gives 长边(mm).
 KTQDDE_RULES_EXPORT CString WithUnit(const CString& name, const CString& unit);

@@ -1,6 +1,7 @@
 #include "cli/pricing/BillFiles.h"
 
 #include "cli/pricing/BillLines.h"
+#include "cli/pricing/Outcomes.h"
 #include "cli/pricing/PricingText.h"
 #include "tables/CreateTable.h"
 

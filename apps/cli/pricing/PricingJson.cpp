@@ -1,6 +1,7 @@
 #include "cli/pricing/PricingJson.h"
 
 #include "cli/pricing/BillLines.h"
+#include "cli/pricing/Outcomes.h"
 #include "cli/pricing/PricingText.h"
 #include "platform/Paths.h"
 
@@ -9,29 +10,6 @@ using namespace Qt::StringLiterals;
 namespace cli {
 
 namespace {
-
-CString OutcomeWord(rules::Outcome outcome)
-{
-    switch (outcome) {
-    case rules::Outcome::Priced:
-        return u"priced"_s;
-    case rules::Outcome::OnDefault:
-        return u"default"_s;
-    case rules::Outcome::Refused:
-        return u"refused"_s;
-    }
-    return {};
-}
-
-void PutTotals(JsonWriter& json, const rules::Totals& totals)
-{
-    json.Key(u"totals").BeginObject();
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    json.Key(u"priced").Number(static_cast<qint64>(totals.priced));
-    json.Key(u"default").Number(static_cast<qint64>(totals.onDefault));
-    json.Key(u"refused").Number(static_cast<qint64>(totals.refused));
-    json.EndObject();
-}
 
 void PutRow(JsonWriter& json, const BillLine& line, const rules::BillRow& top, const CStringArray& groupBy)
 {
@@ -129,7 +107,9 @@ CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progr
     json.BeginObject();
     json.Key(u"table").Text(platform::ToNative(job.table));
     json.Key(u"mode").Text(job.facts.mode == rules::PricingMode::Bill ? u"bill"_s : u"quota"_s);
+    json.Key(u"totals").BeginObject();
     PutTotals(json, bill.totals);
+    json.EndObject();
     json.Key(u"rows").BeginArray();
     for (const BillLine& line : LinesOf(bill, job.facts.mode))
         PutRow(json, line, bill.rows[line.index], job.groupBy);

@@ -2,6 +2,7 @@
 
 #include "cli/pricing/BillFiles.h"
 #include "cli/pricing/BillLines.h"
+#include "cli/pricing/Outcomes.h"
 #include "cli/pricing/PricingJson.h"
 #include "cli/pricing/PricingRules.h"
 #include "cli/pricing/PricingText.h"

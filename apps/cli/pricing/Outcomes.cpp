@@ -1,0 +1,65 @@
+#include "cli/pricing/Outcomes.h"
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+namespace {
+
+struct Known
+{
+    rules::Outcome outcome;
+    CString word;
+    CString text;
+    std::uint64_t rules::Totals::*count; ///< how many components came to it
+};
+
+const std::array<Known, 3>& Outcomes()
+{
+    using enum rules::Outcome;
+    static const std::array<Known, 3> outcomes{{
+        {Priced, u"priced"_s, u"已套价"_s, &rules::Totals::priced},
+        {OnDefault, u"default"_s, u"默认规则"_s, &rules::Totals::onDefault},
+        {Refused, u"refused"_s, u"未套价"_s, &rules::Totals::refused},
+    }};
+    return outcomes;
+}
+
+const Known& Of(rules::Outcome outcome)
+{
+    const auto& all = Outcomes();
+    return *std::find_if(all.begin(), all.end(),
+                         [&](const Known& known) { return known.outcome == outcome; });
+}
+
+} // namespace
+
+CString OutcomeWord(rules::Outcome outcome)
+{
+    return Of(outcome).word;
+}
+
+CString OutcomeText(rules::Outcome outcome)
+{
+    return Of(outcome).text;
+}
+
+CString TotalsText(const rules::Totals& totals)
+{
+    CStringArray parts;
+    for (const Known& known : Outcomes())
+        parts.append(known.text + u' ' + CString::number(totals.*known.count));
+    return u"构件 %1 个 ＝ "_s.arg(totals.in) + parts.join(u" ＋ "_s);
+}
+
+void PutTotals(JsonWriter& json, const rules::Totals& totals)
+{
+    json.Key(u"components").Number(static_cast<qint64>(totals.in));
+    for (const Known& known : Outcomes())
+        json.Key(known.word).Number(static_cast<qint64>(totals.*known.count));
+}
+
+} // namespace cli
