@@ -1,7 +1,7 @@
 #pragma once
 
-#include "cli/pricing/TakeoffRun.h"
 #include "cli/printing/JsonWriter.h"
+#include "shared/TakeoffRun.h"
 
 /// What pricing gives as JSON; docs/json.md has the shapes. Quantities are texts, so that no digit is lost.
 namespace cli {

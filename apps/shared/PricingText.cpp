@@ -1,10 +1,10 @@
-#include "cli/pricing/PricingText.h"
+#include "shared/PricingText.h"
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace cli {
+namespace shared {
 
 namespace {
 
@@ -146,4 +146,4 @@ CString TotalsText(const rules::Totals& totals)
         .arg(totals.refused);
 }
 
-} // namespace cli
+} // namespace shared

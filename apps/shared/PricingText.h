@@ -4,7 +4,7 @@
 #include "rules/takeoff/TakeoffReader.h"
 
 /// What pricing gives, in words.
-namespace cli {
+namespace shared {
 
 /// Why a component is refused.
 CString RefusalText(rules::Refusal refusal);
@@ -34,4 +34,4 @@ CString OutcomeText(rules::Outcome outcome);
 /// The totals in one line: components in = priced + on the default rule + refused.
 CString TotalsText(const rules::Totals& totals);
 
-} // namespace cli
+} // namespace shared
