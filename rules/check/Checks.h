@@ -19,9 +19,6 @@ void CheckConditions(const SmallCategory& category, const CellSpace& space, cons
 /// The items of each rule.
 void CheckItems(const SmallCategory& category, const CheckFacts& facts, FindingList& findings);
 
-/// Bill numbers that stand for different things in different rules.
-void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, FindingList& findings);
-
 /// Default rules and ids of a category.
 void CheckList(const SmallCategory& category, FindingList& findings);
 

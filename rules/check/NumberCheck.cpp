@@ -1,5 +1,5 @@
-#include "rules/check/Checks.h"
-
+#include "rules/check/Check.h"
+#include "rules/check/FindingList.h"
 #include "rules/match/CellText.h"
 
 #include <map>
@@ -144,15 +144,17 @@ private:
 
 } // namespace
 
-void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, FindingList& findings)
+std::vector<Finding> CheckBillNumbers(const Configuration& configuration, const CheckFacts& facts)
 {
-    if (!facts.isBillMode) return;
+    if (!facts.isBillMode) return {};
+    FindingList findings;
     NumberCheck check(facts, findings);
     for (const Specialty& specialty : configuration.Specialties())
         for (const BigCategory& big : specialty.bigCategories)
             for (const SmallCategoryPtr& small : big.smallCategories)
                 for (std::size_t rule = 0; rule < small->rules.size(); ++rule)
                     check.Look({small.get(), rule});
+    return std::move(findings.All());
 }
 
 } // namespace rules

@@ -151,7 +151,7 @@ ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason, 
 
 /// No message box where there is no engine: the caller gets the reason.
 template <typename Load>
-ConfigurationPtr ReadBy(Load load, CString& reason, FileStructure* structure = nullptr)
+ConfigurationPtr ReadBy(Load load, CString& reason, FileStructure* structure)
 {
     const IXMLDOMDocument document = xml::Document::Create();
     if (document.IsNull()) {
@@ -170,9 +170,10 @@ ConfigurationPtr ReadRuleFile(const CString& path, CString& reason, FileStructur
     return ReadBy([&](const IXMLDOMDocument& document) { return document.Load(path); }, reason, structure);
 }
 
-ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason)
+ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason, FileStructure* structure)
 {
-    return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason);
+    return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason,
+                  structure);
 }
 
 } // namespace rules

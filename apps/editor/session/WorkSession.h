@@ -1,15 +1,14 @@
 #pragma once
 
 #include "editor/session/DraftFile.h"
-#include "rules/bill/BillBuilder.h"
-#include "rules/check/CheckFacts.h"
+#include "editor/session/DraftJournal.h"
+#include "editor/session/ProjectFacts.h"
 #include "rules/draft/Draft.h"
-#include "rules/draft/RuleEdits.h"
-#include "rules/sheet/SheetItems.h"
 
 #include <QtCore/QObject>
 #include <QtGui/QUndoStack>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -17,21 +16,6 @@
 namespace editor {
 
 class Project;
-
-/// What the catalogue and the libraries of the project say, as plain values that nothing changes. May be read
-/// on any thread.
-struct ProjectFacts
-{
-    bool isBillMode = true;
-    rules::ConfigurationPtr offered;   ///< the host's categories; see `rules::Draft`
-    rules::CatalogueFacts attributes;  ///< that the editor offers for each category
-    rules::PricingFacts pricing;
-    rules::CheckFacts checks;
-
-    /// The attributes of a category; empty when it is not offered.
-    const rules::CategoryFacts& AttributesOf(const CString& category) const;
-};
-using ProjectFactsPtr = std::shared_ptr<const ProjectFacts>;
 
 /// What the parts of the workbench work on together: the draft of one rule file, what is chosen in it, and
 /// what the project knows. Its owner opens files and ends it; every part of the workbench reads it, asks it
@@ -45,32 +29,45 @@ public:
     explicit WorkSession(QObject* parent = nullptr);
     ~WorkSession() override;
 
-    /// Works on that project from now on; null for none. What was open is closed. The project must outlive
-    /// this or be taken away before.
+    /// Works on that project from now on; null for none. What was open is closed, with its edits lost. The
+    /// project must be the host, and outlive this or be taken away before.
     void SetProject(Project* project);
     Project* OpenedProject() const noexcept { return m_project; }
-    /// Reads the project's facts anew, as after an import or another choice of library; the draft stays.
+    /// Reads the project's facts anew, as after an import or another choice of library; the edits stay.
     void RefreshFacts();
     /// Never null; empty without a project.
     const ProjectFactsPtr& Facts() const noexcept { return m_facts; }
 
-    // The file (see DraftFile)
-    /// Opens a rule file that can be read; see `DraftFile::Open`. What was open is closed.
+    // The file
+    /// Opens a rule file, or what the module would make where there is none. What was open is closed, with
+    /// its edits lost. Raises what `DraftFile` raises; what was open stays then. Needs a project.
     void Open(const CString& path);
+    /// The same with the edits that a former program has left behind, which become one edit that can be
+    /// undone. They are written down anew, and the former ones removed.
+    void Recover(const LostDraft& lost);
+    /// Closes what is open, with its edits lost.
     void Close();
     bool IsOpen() const noexcept { return m_file != nullptr; }
     /// The open file. Needs `IsOpen`.
-    DraftFile& File() noexcept { return *m_file; }
+    const DraftFile& File() const noexcept { return *m_file; }
+    /// Writes the draft into its file (see `DraftFile::Save`). What was merged into it becomes an edit that
+    /// can be undone. Needs `IsOpen`.
+    DraftFile::SaveEnd Save(const AnswerConflicts& answer);
+    /// Goes back to what the file held when it was opened or saved last; can be undone.
+    void Discard();
 
     // The draft
     const rules::Draft& Draft() const noexcept { return m_draft; }
-    /// What the file was built like when it was read, for the checks.
+    /// How the file was built when it was read, for the checks.
     const rules::FileStructure& Structure() const noexcept;
-    /// Does an edit, which can be undone from then on. An empty one does nothing. Chooses what it has put in.
+    /// Does an edit, which can be undone from then on, and chooses what it has put in where that is in the
+    /// chosen category. An empty one does nothing. Raises `std::logic_error` for one of another state.
     void Do(const rules::Edit& edit);
     QUndoStack& Undo() noexcept { return m_undo; }
     /// Whether the draft differs from the file.
     bool IsChanged() const;
+    /// Why edits are not written down for the case that the program dies; empty when they are.
+    const CString& JournalFault() const noexcept { return m_journalFault; }
 
     // What is chosen
     const CString& Specialty() const noexcept { return m_specialty; }
@@ -83,8 +80,10 @@ public:
     /// The one of them that has the cursor; nothing when none is chosen.
     std::optional<std::size_t> CurrentRule() const noexcept { return m_current; }
 
+    /// An unknown one changes nothing. The category that was last chosen there is chosen again, else its
+    /// first one.
     void ChooseSpecialty(const CString& name);
-    /// A category of any specialty; an unknown one changes nothing.
+    /// A category of any specialty; an unknown one changes nothing. Its first rule is chosen.
     void ChooseCategory(const CString& text);
     /// Rules of the chosen category; positions that it has not are left out.
     void ChooseRules(std::vector<std::size_t> positions, std::optional<std::size_t> current);
@@ -95,26 +94,33 @@ signals:
     /// Another project, file or set of facts: everything is to be looked at again.
     void Reopened();
     /// Something was edited, undone or redone in these categories, and nowhere else.
-    void Edited(const CStringArray& categories);
+    void Edited(const QStringList& categories);
     /// Saved, or what the file holds is known anew: `IsChanged` may be another.
     void FileChanged();
     void SpecialtyChosen();
+    /// Another category; comes before `RulesChosen`.
     void CategoryChosen();
     void RulesChosen();
 
 private:
-    friend class EditCommand;
+    class EditCommand;
 
-    void Show(const rules::Edit& edit, bool reverted);
+    void TakeFile(std::unique_ptr<DraftFile> file);
+    void Change(const rules::Edit& edit, bool isReverted);
+    void ChooseInserted(const rules::Edit& edit);
     void KeepChoiceValid();
+    CString UsualCategory() const;
 
     Project* m_project = nullptr;
     ProjectFactsPtr m_facts;
     std::unique_ptr<DraftFile> m_file;
+    std::unique_ptr<DraftJournal> m_journal;
+    CString m_journalFault;
     rules::Draft m_draft;
     QUndoStack m_undo;
     CString m_specialty;
     CString m_category;
+    std::map<CString, CString> m_lastCategories; ///< by specialty
     std::vector<std::size_t> m_rules;
     std::optional<std::size_t> m_current;
 };

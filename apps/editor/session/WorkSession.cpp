@@ -1,0 +1,287 @@
+#include "editor/session/WorkSession.h"
+
+#include "editor/project/Project.h"
+#include "platform/Files.h"
+#include "rules/draft/RuleEdits.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+/// A category's specialty: the first level of its text.
+CString SpecialtyOf(const CString& category)
+{
+    return category.section(u'\\', 0, 0);
+}
+
+CStringArray CategoriesOf(const rules::Edit& edit)
+{
+    CStringArray categories;
+    for (const rules::Splice& splice : edit.splices)
+        if (!categories.contains(splice.category)) categories.append(splice.category);
+    return categories;
+}
+
+} // namespace
+
+/// One edit on the undo stack.
+class WorkSession::EditCommand : public QUndoCommand
+{
+public:
+    EditCommand(WorkSession& session, rules::Edit edit)
+        : QUndoCommand(edit.text), m_session(session), m_edit(std::move(edit))
+    {
+    }
+
+    void undo() override { m_session.Change(m_edit, true); }
+    void redo() override { m_session.Change(m_edit, false); }
+
+private:
+    WorkSession& m_session;
+    rules::Edit m_edit;
+};
+
+WorkSession::WorkSession(QObject* parent) : QObject(parent)
+{
+    SetProject(nullptr);
+}
+
+WorkSession::~WorkSession() = default;
+
+void WorkSession::SetProject(Project* project)
+{
+    Close();
+    m_project = project;
+    RefreshFacts();
+}
+
+void WorkSession::RefreshFacts()
+{
+    if (m_project == nullptr) {
+        auto none = std::make_shared<ProjectFacts>();
+        none->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+        m_facts = std::move(none);
+    } else {
+        m_facts = FactsOf(*m_project);
+    }
+    if (m_file) {
+        // The edits stay: those of categories that the host offers no more go on as those of the file.
+        const rules::ConfigurationPtr present = m_draft.Snapshot();
+        m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+        m_undo.clear();
+        m_draft.Apply(rules::Towards(m_draft, *present, {}));
+    }
+    KeepChoiceValid();
+    emit Reopened();
+}
+
+void WorkSession::Open(const CString& path)
+{
+    TakeFile(std::make_unique<DraftFile>(*m_project, path));
+    emit Reopened();
+}
+
+void WorkSession::Recover(const LostDraft& lost)
+{
+    TakeFile(std::make_unique<DraftFile>(*m_project, lost.ruleFile, lost.base));
+    rules::Draft recovered = m_draft;
+    for (const rules::Edit& edit : lost.edits)
+        recovered.Apply(edit);
+    const rules::Edit all = rules::Towards(m_draft, *recovered.Snapshot(), u"没有保存的修改"_s);
+    emit Reopened();
+    Do(all);
+    if (m_journalFault.isEmpty()) DraftJournal::Remove(lost);
+}
+
+void WorkSession::TakeFile(std::unique_ptr<DraftFile> file)
+{
+    rules::Draft draft(file->Rules(), m_facts->offered);
+    if (m_journal) m_journal->End();
+    m_journalFault.clear();
+    m_undo.clear();
+    m_file = std::move(file);
+    m_draft = std::move(draft);
+    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    if (m_specialty.isEmpty()) m_specialty = m_project->Spec();
+    KeepChoiceValid();
+}
+
+void WorkSession::Close()
+{
+    if (m_journal) m_journal->End();
+    m_journal.reset();
+    m_journalFault.clear();
+    m_undo.clear();
+    m_file.reset();
+    m_draft = rules::Draft();
+    m_specialty.clear();
+    m_lastCategories.clear();
+    KeepChoiceValid();
+    emit Reopened();
+}
+
+DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
+{
+    const DraftFile::SaveEnd end = m_file->Save(m_draft.Wanted(), answer);
+    if (end == DraftFile::SaveEnd::Cancelled) return end;
+    m_draft.Rebase(m_file->Rules());
+    // The edits so far are in the file; what comes begins on that.
+    if (m_journal) m_journal->End();
+    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    m_journalFault.clear();
+    m_undo.setClean();
+    if (end == DraftFile::SaveEnd::Merged) {
+        m_draft.Include(m_file->Rules());
+        Do(rules::Towards(m_draft, *m_file->Rules(), u"合并进来的修改"_s));
+        m_undo.setClean();
+    }
+    emit FileChanged();
+    return end;
+}
+
+void WorkSession::Discard()
+{
+    Do(rules::Towards(m_draft, *rules::Draft(m_file->Rules(), m_facts->offered).Snapshot(), u"放弃修改"_s));
+}
+
+const rules::FileStructure& WorkSession::Structure() const noexcept
+{
+    static const rules::FileStructure None;
+    return m_file ? m_file->Structure() : None;
+}
+
+void WorkSession::Do(const rules::Edit& edit)
+{
+    if (edit.IsEmpty()) return;
+    m_undo.push(new EditCommand(*this, edit));
+    ChooseInserted(edit);
+}
+
+void WorkSession::Change(const rules::Edit& edit, bool isReverted)
+{
+    isReverted ? m_draft.Revert(edit) : m_draft.Apply(edit);
+    if (m_journalFault.isEmpty()) {
+        try {
+            m_journal->Add(isReverted ? edit.Inverse() : edit);
+        } catch (const platform::FileError& error) {
+            m_journalFault = error.Message();
+        }
+    }
+    const auto chosen = std::pair(m_rules, m_current);
+    KeepChoiceValid();
+    emit Edited(CategoriesOf(edit));
+    if (chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
+bool WorkSession::IsChanged() const
+{
+    return m_file && m_draft.IsChanged();
+}
+
+void WorkSession::ChooseInserted(const rules::Edit& edit)
+{
+    std::vector<std::size_t> positions;
+    for (const rules::Splice& splice : edit.splices)
+        if (splice.category == m_category)
+            for (std::size_t i = 0; i < splice.inserted.size(); ++i)
+                positions.push_back(splice.position + i);
+    if (positions.empty()) return;
+    std::sort(positions.begin(), positions.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+    ChooseRules(positions, positions.front());
+}
+
+rules::SmallCategoryPtr WorkSession::Category() const
+{
+    return m_draft.Find(m_category);
+}
+
+void WorkSession::ChooseSpecialty(const CString& name)
+{
+    if (name == m_specialty) return;
+    const auto& all = m_draft.Specialties();
+    if (std::none_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; })) return;
+    m_specialty = name;
+    m_category.clear();
+    KeepChoiceValid();
+    emit SpecialtyChosen();
+    emit CategoryChosen();
+    emit RulesChosen();
+}
+
+void WorkSession::ChooseCategory(const CString& text)
+{
+    if (text == m_category || !m_draft.Find(text)) return;
+    const bool isOtherSpecialty = SpecialtyOf(text) != m_specialty;
+    m_specialty = SpecialtyOf(text);
+    m_category = text;
+    m_lastCategories[m_specialty] = text;
+    m_rules.clear();
+    m_current.reset();
+    KeepChoiceValid();
+    if (isOtherSpecialty) emit SpecialtyChosen();
+    emit CategoryChosen();
+    emit RulesChosen();
+}
+
+void WorkSession::ChooseRules(std::vector<std::size_t> positions, std::optional<std::size_t> current)
+{
+    const rules::SmallCategoryPtr category = Category();
+    const std::size_t count = category ? category->rules.size() : 0;
+    std::sort(positions.begin(), positions.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+    while (!positions.empty() && positions.back() >= count)
+        positions.pop_back();
+    if (current && !std::binary_search(positions.begin(), positions.end(), *current)) current.reset();
+    if (!current && !positions.empty()) current = positions.front();
+    if (positions == m_rules && current == m_current) return;
+    m_rules = std::move(positions);
+    m_current = current;
+    emit RulesChosen();
+}
+
+void WorkSession::GoTo(const CString& category, std::size_t position)
+{
+    ChooseCategory(category);
+    if (category == m_category) ChooseRules({position}, position);
+}
+
+/// The category that was last chosen in the specialty, else its first one; none where it has none.
+CString WorkSession::UsualCategory() const
+{
+    const auto last = m_lastCategories.find(m_specialty);
+    if (last != m_lastCategories.end() && m_draft.Find(last->second)) return last->second;
+    for (const rules::Specialty& specialty : m_draft.Specialties())
+        if (specialty.name == m_specialty)
+            for (const rules::BigCategory& big : specialty.bigCategories)
+                if (!big.smallCategories.empty()) return big.smallCategories.front()->text;
+    return {};
+}
+
+/// Emits nothing: whoever changes the draft says so itself.
+void WorkSession::KeepChoiceValid()
+{
+    const auto& all = m_draft.Specialties();
+    const auto isChosen = [&](const auto& one) { return one.name == m_specialty; };
+    if (std::none_of(all.begin(), all.end(), isChosen))
+        m_specialty = all.empty() ? CString() : all.front().name;
+    if (!m_draft.Find(m_category) || SpecialtyOf(m_category) != m_specialty) {
+        m_category = UsualCategory();
+        m_rules.clear();
+        m_current.reset();
+    }
+    const rules::SmallCategoryPtr category = Category();
+    const std::size_t count = category ? category->rules.size() : 0;
+    while (!m_rules.empty() && m_rules.back() >= count)
+        m_rules.pop_back();
+    if (m_rules.empty() && count > 0) m_rules = {0};
+    if (!m_current || !std::binary_search(m_rules.begin(), m_rules.end(), *m_current))
+        m_current = m_rules.empty() ? std::nullopt : std::optional(m_rules.front());
+}
+
+} // namespace editor
