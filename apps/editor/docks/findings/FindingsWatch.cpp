@@ -1,5 +1,6 @@
 #include "editor/docks/findings/FindingsWatch.h"
 
+#include "editor/docks/findings/SeverityMark.h"
 #include "rules/check/Check.h"
 #include "rules/check/Checks.h"
 
@@ -7,6 +8,8 @@
 
 #include <algorithm>
 #include <iterator>
+
+using namespace Qt::StringLiterals;
 
 namespace editor {
 
@@ -106,6 +109,14 @@ std::optional<rules::Severity> FindingsWatch::WorstOf(const CString& category) c
 std::optional<rules::Severity> FindingsWatch::WorstOf(const CString& category, std::size_t position) const
 {
     return Worst(Of(category, position));
+}
+
+CString FindingsWatch::TextOf(const CString& category, std::size_t position) const
+{
+    CStringArray lines;
+    for (const rules::Finding& finding : Of(category, position))
+        lines.append(u"%1：%2"_s.arg(SeverityText(rules::SeverityOf(finding.code)), finding.text));
+    return lines.join(u'\n');
 }
 
 bool FindingsWatch::IsCurrent(const CString& category) const

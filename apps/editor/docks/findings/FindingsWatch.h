@@ -35,6 +35,9 @@ public:
     std::optional<rules::Severity> WorstOf(const CString& category) const;
     std::optional<rules::Severity> WorstOf(const CString& category, std::size_t position) const;
 
+    /// What is about a rule, in words: a line for each, with its severity in front. Empty for nothing.
+    CString TextOf(const CString& category, std::size_t position) const;
+
     /// Whether all that is told is about the present state of the draft; true when nothing is open.
     bool IsCurrent() const noexcept { return m_isCurrent; }
     /// The same of one small category, but for what takes all of the file.

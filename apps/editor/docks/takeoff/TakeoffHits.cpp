@@ -25,6 +25,19 @@ rules::ConfigurationPtr OfferedRules(const rules::Draft& draft)
     return std::make_shared<const rules::Configuration>(std::move(offered));
 }
 
+/// Whether two snapshots are made of the same states of categories.
+bool IsSame(const rules::Configuration& a, const rules::Configuration& b)
+{
+    const auto statesOf = [](const rules::Configuration& configuration) {
+        std::vector<rules::SmallCategoryPtr> states;
+        for (const rules::Specialty& specialty : configuration.Specialties())
+            for (const rules::BigCategory& big : specialty.bigCategories)
+                states.insert(states.end(), big.smallCategories.begin(), big.smallCategories.end());
+        return states;
+    };
+    return statesOf(a) == statesOf(b);
+}
+
 } // namespace
 
 TakeoffHits::TakeoffHits(WorkSession& session, QObject* parent) : QObject(parent), m_session(session)
@@ -36,6 +49,9 @@ TakeoffHits::TakeoffHits(WorkSession& session, QObject* parent) : QObject(parent
             Price();
     });
     connect(&session, &WorkSession::Edited, this, [this] { Price(); });
+    connect(&session, &WorkSession::FileChanged, this, [this] {
+        if (m_figures && !IsSame(*m_figures->rules, *OfferedRules(m_session.Draft()))) Price();
+    });
     connect(&m_telling, &QTimer::timeout, this, &TakeoffHits::StateChanged);
     m_telling.setInterval(TellEvery);
 }
