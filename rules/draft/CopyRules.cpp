@@ -147,4 +147,19 @@ Edit CopyRules(const Draft& draft, const CString& from, const std::vector<std::s
                          from == to ? CString() : u"到 "_s + target->name);
 }
 
+Edit PasteRules(const Draft& draft, const std::vector<Rule>& rules, const CString& to, std::size_t position,
+                const CategoryFacts& facts, std::vector<Misfit>& misfits)
+{
+    const SmallCategoryPtr target = CategoryOf(draft, to);
+    if (position > target->rules.size()) throw std::out_of_range("the list ends before that position");
+    const KnownAttributes known(target->name, facts);
+    Copies copies(*target, misfits);
+    for (const Rule& rule : rules)
+        copies.Add(rule, &known);
+    Edit edit =
+        copies.Insert(draft.FreshIds(to, copies.Count()), std::min(position, EndOf(*target)), CString());
+    edit.text = u"粘贴 %1 条规则"_s.arg(rules.size());
+    return edit;
+}
+
 } // namespace rules

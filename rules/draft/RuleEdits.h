@@ -49,6 +49,10 @@ Edit CopyRules(const Draft& draft, const CString& from, const std::vector<std::s
                const CString& to, std::size_t position, const CategoryFacts& facts,
                std::vector<Misfit>& misfits);
 
+/// The same with rules that come from nowhere in the draft, as from a clipboard.
+Edit PasteRules(const Draft& draft, const std::vector<Rule>& rules, const CString& to, std::size_t position,
+                const CategoryFacts& facts, std::vector<Misfit>& misfits);
+
 /// One condition in several rules: it takes the place of the first condition on its attribute, or comes at
 /// the end. Default rules are left out.
 Edit SetCondition(const Draft& draft, const CString& category, const std::vector<std::size_t>& positions,

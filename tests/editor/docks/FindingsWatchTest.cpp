@@ -40,8 +40,8 @@ protected:
     Told Expected() const
     {
         Told told;
-        Add(told, rules::Check(*m_session.Draft().Snapshot(), m_session.Structure(),
-                               m_session.Facts()->checks));
+        Add(told,
+            rules::Check(*m_session.Draft().Snapshot(), m_session.Structure(), m_session.Facts()->checks));
         return told;
     }
     /// How many findings of that code a rule has.

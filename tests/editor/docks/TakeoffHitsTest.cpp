@@ -64,8 +64,8 @@ void TakeoffHitsTest::ExpectFiguresOfTheCommandLine()
     const rules::TakeoffJob job = Job();
     rules::TakeoffPricing pricing(job);
     rules::CoverageBuilder coverage(job.configuration, job.facts, m_session.Facts()->measures);
-    const rules::Bill& bill = pricing.Price({.begin = [&] { coverage.Begin(); },
-                                             .take = [&](const auto& priced) { coverage.Take(priced); }});
+    const rules::Bill& bill = pricing.Price(
+        {.begin = [&] { coverage.Begin(); }, .take = [&](const auto& priced) { coverage.Take(priced); }});
     const rules::Bill& own = m_hits.Figures()->bill;
     EXPECT_EQ(own.totals, bill.totals);
     EXPECT_EQ(own.order, bill.order);
@@ -168,8 +168,8 @@ TEST_F(TakeoffHitsTest, ATableThatCannotBeReadSaysWhy)
 
 TEST_F(TakeoffHitsTest, ReloadingReadsWhatTheFileHoldsNow)
 {
-    const CString table =
-        m_folder.WriteFile(u"t.csv"_s, QStringLiteral("构件编号,类别,公称直径\n1,%1,65\n").arg(m_pipe).toUtf8());
+    const CString table = m_folder.WriteFile(
+        u"t.csv"_s, QStringLiteral("构件编号,类别,公称直径\n1,%1,65\n").arg(m_pipe).toUtf8());
     m_hits.Open(table);
     WaitUntilCurrent();
     EXPECT_EQ(m_hits.ComponentsOf(m_pipe), 1U);
@@ -225,8 +225,7 @@ TEST(TakeoffTable, KeepsEveryCellOfTheTable)
     EXPECT_EQ(second.name, u"乙"_s);
     EXPECT_EQ(second.category, u"a\\b\\c"_s);
     EXPECT_EQ(second.headers, (CStringArray{u"构件编号"_s, u"具体构件"_s, u"类别"_s, u"x"_s, u"y"_s}));
-    EXPECT_EQ(second.cells,
-              (std::vector<CString>{u"2"_s, u"乙"_s, u"a\\b\\c"_s, u"k,\"l"_s, u"5"_s}));
+    EXPECT_EQ(second.cells, (std::vector<CString>{u"2"_s, u"乙"_s, u"a\\b\\c"_s, u"k,\"l"_s, u"5"_s}));
     EXPECT_EQ(read->CellOf(0, 3), QString());
     EXPECT_EQ(read->LineOf(1), 3);
 }

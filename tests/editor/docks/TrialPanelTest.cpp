@@ -93,13 +93,15 @@ TEST_F(TrialPanelTest, AFilledInComponentGetsTheRuleAndItemsThatPricingGivesIt)
     ASSERT_FALSE(result.lines.empty());
     ASSERT_NE(m_panel.Outcome(), nullptr);
     EXPECT_EQ(m_panel.Outcome()->Applies(), static_cast<std::size_t>(result.rule));
-    EXPECT_TRUE(Applies().startsWith(u"适用的规则：第 %1 条"_s.arg(result.rule + 1))) << Applies().toStdString();
+    EXPECT_TRUE(Applies().startsWith(u"适用的规则：第 %1 条"_s.arg(result.rule + 1)))
+        << Applies().toStdString();
     QStringList expected;
     for (const rules::ItemLine& line : result.lines) {
         const rules::BillRow& row = builder.RowAt(line.row);
         const auto textOf = [](const rules::BillRow& item, const rules::Quantity& quantity) {
             const CString number = shared::QuantityIn(quantity, item.unit);
-            return item.number + u' ' + (quantity.IsKnown() ? number : u"缺："_s + shared::FaultText(quantity));
+            return item.number + u' ' +
+                   (quantity.IsKnown() ? number : u"缺："_s + shared::FaultText(quantity));
         };
         expected.append(textOf(row, line.quantity));
         for (const rules::ItemLine& quota : line.quotas)
@@ -193,8 +195,7 @@ TEST_F(TrialPanelTest, AComponentOfATableFillsItsFields)
     EXPECT_EQ(Box(u"材质"_s).currentText(), u"镀锌钢管"_s);
     EXPECT_EQ(Box(u"公称直径"_s).currentText(), u"65"_s);
     rules::BillBuilder builder(m_session.Draft().Snapshot(), m_session.Facts()->pricing, component.headers);
-    const rules::ComponentResult result =
-        builder.Add({{}, m_pipe, component.name, component.cells});
+    const rules::ComponentResult result = builder.Add({{}, m_pipe, component.name, component.cells});
     EXPECT_EQ(m_panel.Outcome()->Applies(), static_cast<std::size_t>(result.rule));
 }
 
@@ -208,9 +209,8 @@ TEST_F(TrialPanelTest, WithoutAChosenComponentItIsSaidWhatToDo)
 
 TEST_F(TrialPanelTest, FieldsThatRulesAskForComeFirstAndTheOthersAreFoldedAway)
 {
-    const std::vector<editor::TrialField> fields =
-        editor::TrialFieldsOf(*m_session.Category(), m_session.Facts()->AttributesOf(m_pipe),
-                              m_session.Facts()->pricing);
+    const std::vector<editor::TrialField> fields = editor::TrialFieldsOf(
+        *m_session.Category(), m_session.Facts()->AttributesOf(m_pipe), m_session.Facts()->pricing);
     ASSERT_FALSE(fields.empty());
     EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end(),
                                [](const auto& a, const auto& b) { return a.kind < b.kind; }));
