@@ -56,7 +56,7 @@ protected:
         test::WaitInLoopFor(u"the prices"_s, [&] { return m_hits.IsCurrent(); });
     }
     void OpenTable() { OpenTable(Sample(u"PlumbingTakeoff.csv"_s)); }
-    rules::TakeoffJob Job() const
+    rules::TakeoffJob Job()
     {
         return {.table = m_hits.Path(),
                 .sheet = {},

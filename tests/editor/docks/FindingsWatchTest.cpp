@@ -6,6 +6,9 @@
 #include "rules/draft/RuleEdits.h"
 #include "support/Patience.h"
 
+#include <QtCore/QCoreApplication>
+
+#include <algorithm>
 #include <set>
 #include <tuple>
 

@@ -30,7 +30,7 @@ protected:
         WaitUntilCurrent();
     }
     /// What the command line makes of the table by the rules of the draft.
-    rules::TakeoffJob Job() const
+    rules::TakeoffJob Job()
     {
         return {.table = m_hits.Path(),
                 .sheet = {},

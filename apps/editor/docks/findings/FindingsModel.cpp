@@ -53,10 +53,9 @@ const rules::Finding& FindingsModel::At(int row) const
 int FindingsModel::RowOf(const rules::Finding& finding) const
 {
     for (int row = 0; row < rowCount(); ++row) {
+        if (m_lines[static_cast<std::size_t>(row)].category != finding.category) continue;
         const rules::Finding& one = At(row);
-        if (one.category == finding.category && one.ruleId == finding.ruleId && one.code == finding.code &&
-            one.text == finding.text)
-            return row;
+        if (one.ruleId == finding.ruleId && one.code == finding.code && one.text == finding.text) return row;
     }
     return -1;
 }

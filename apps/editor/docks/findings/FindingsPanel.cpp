@@ -148,7 +148,7 @@ void FindingsPanel::Connect()
     connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { ShowChosen(); });
     connect(&m_watch, &FindingsWatch::FindingsChanged, this, [this](const QStringList& categories) {
-        if (IsOfFile() || categories.contains(m_session.CategoryText()))
+        if (IsOfFile() || m_listed != m_session.CategoryText() || categories.contains(m_listed))
             Relist();
         else
             ShowState();
@@ -174,8 +174,8 @@ void FindingsPanel::Relist()
     const std::optional<rules::Finding> chosen = m_chosen;
     const int row = m_list->currentIndex().row();
     const int seen = m_list->verticalScrollBar()->value();
-    m_model->List(IsOfFile() ? CString() : m_session.CategoryText(),
-                  static_cast<rules::Severity>(m_least->currentData().toInt()));
+    m_listed = IsOfFile() ? CString() : m_session.CategoryText();
+    m_model->List(m_listed, static_cast<rules::Severity>(m_least->currentData().toInt()));
     const int found = chosen ? m_model->RowOf(*chosen) : -1;
     const int now = found >= 0 ? found : std::min(row, m_model->rowCount() - 1);
     if (now >= 0) m_list->setCurrentIndex(m_model->index(now, FindingsModel::TextColumn));

@@ -58,6 +58,7 @@ private:
     QLabel* m_explanation;
     QPushButton* m_mend;
     QPushButton* m_mendAll;
+    CString m_listed;                       ///< the category whose findings are; empty for the file
     std::optional<rules::Finding> m_chosen; ///< the one that the explanation is about
 };
 

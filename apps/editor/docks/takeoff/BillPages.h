@@ -3,6 +3,7 @@
 #include "rules/bill/BillBuilder.h"
 #include "shared/BillLines.h"
 
+#include <QtCore/QSizeF>
 #include <QtGui/QFont>
 
 #include <vector>

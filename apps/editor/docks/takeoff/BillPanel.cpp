@@ -96,8 +96,8 @@ BillPanel::BillPanel(WorkSession& session, TakeoffHits& hits, QWidget* parent)
 
 QWidget* BillPanel::BuildButtons()
 {
-    m_export->setToolTip(u"写成工作簿（清单、每个构件、需要核对的构件）或 CSV 文件（Ctrl+E）"_s);
-    m_pdf->setToolTip(u"把清单写成 PDF 文件，A4 纵向"_s);
+    m_export->setToolTip(u"写成工作簿（清单、每个构件、需要核对的构件）或 CSV 文件（Ctrl+Shift+E）"_s);
+    m_pdf->setToolTip(u"把清单写成 PDF 文件，A4 纵向（Ctrl+Shift+P）"_s);
     m_print->setToolTip(u"打印清单（Ctrl+P）"_s);
     auto* buttons = new QWidget;
     auto* row = new QHBoxLayout(buttons);
@@ -117,7 +117,8 @@ void BillPanel::Connect()
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
     };
-    onKeys(Qt::CTRL | Qt::Key_E, m_export);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_E, m_export);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_P, m_pdf);
     onKeys(QKeySequence::Print, m_print);
     connect(m_export, &QPushButton::clicked, this, [this] { RunGuarded([&] { AskForExport(); }); });
     connect(m_pdf, &QPushButton::clicked, this, [this] { RunGuarded([&] { AskForPdf(); }); });
@@ -130,8 +131,16 @@ void BillPanel::Connect()
     connect(&m_hits, &TakeoffHits::StateChanged, this, [this] { ShowState(); });
 }
 
+void BillPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_isStale) ShowBill();
+}
+
 void BillPanel::ShowBill()
 {
+    m_isStale = m_hits.Figures() && !isVisible();
+    if (m_isStale) return ShowState();
     const int seen = m_view->verticalScrollBar()->value();
     const QModelIndex former = m_view->currentIndex();
     const CString chosen = former.isValid() ? m_model->LineAt(former).row->number : CString();

@@ -36,6 +36,9 @@ signals:
     /// The user wants to see what gives the bill or quota item of this number.
     void ItemWanted(const QString& number);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* BuildButtons();
     void Connect();
@@ -56,6 +59,7 @@ private:
     QPushButton* m_print;
     QLabel* m_state;
     QTreeView* m_view;
+    bool m_isStale = false; ///< another bill has come while the panel was hidden
 };
 
 } // namespace editor

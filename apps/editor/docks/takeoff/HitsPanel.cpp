@@ -81,8 +81,8 @@ HitsPanel::HitsPanel(WorkSession& session, TakeoffHits& hits, QWidget* parent)
 
 QWidget* HitsPanel::BuildButtons()
 {
-    m_open->setToolTip(u"打开构件表：CSV、XLSX 或 ODS 文件，一行一个构件（Ctrl+O）"_s);
-    m_reload->setToolTip(u"构件表在别处改过以后，重新读入（F5）"_s);
+    m_open->setToolTip(u"打开构件表：CSV、XLSX 或 ODS 文件，一行一个构件（Ctrl+Shift+O）"_s);
+    m_reload->setToolTip(u"构件表在别处改过以后，重新读入（Ctrl+Shift+R）"_s);
     m_close->setToolTip(u"关闭构件表，不再计算"_s);
     m_try->setToolTip(u"把选中的构件填到试套里（Ctrl+T）"_s);
     auto* buttons = new QWidget;
@@ -105,6 +105,7 @@ void HitsPanel::BuildTable()
     m_table->setTabKeyNavigation(false);
     m_table->setWordWrap(false);
     m_table->setAlternatingRowColors(true);
+    m_table->horizontalHeader()->setResizeContentsPrecision(0); // by what is seen
     m_table->verticalHeader()->hide();
     // A line's height is the same whatever it holds, so that nobody has to look at all of them.
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -119,8 +120,8 @@ void HitsPanel::Connect()
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
     };
-    onKeys(QKeySequence::Open, m_open);
-    onKeys(QKeySequence::Refresh, m_reload);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_O, m_open);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_R, m_reload);
     onKeys(Qt::CTRL | Qt::Key_T, m_try);
     connect(m_open, &QPushButton::clicked, this, [this] { RunGuarded([&] { AskForTable(); }); });
     connect(m_reload, &QPushButton::clicked, this, [this] { m_hits.Reload(); });
@@ -181,10 +182,19 @@ std::vector<std::uint32_t> HitsPanel::WantedRows() const
     return rows;
 }
 
-/// The component that was chosen stays so where it is still listed.
+void HitsPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (m_isStale) Relist();
+}
+
+/// The component that was chosen stays so where it is still listed. What nobody sees is listed when it is
+/// shown; but nothing is kept of a table that has been closed.
 void HitsPanel::Relist()
 {
     const TakeoffFiguresPtr& figures = m_hits.Figures();
+    m_isStale = figures && !isVisible();
+    if (m_isStale) return;
     const QModelIndex former = m_table->currentIndex();
     const std::optional<std::uint32_t> chosen =
         former.isValid() ? std::optional(m_model->RowAt(former.row())) : std::nullopt;

@@ -36,6 +36,9 @@ signals:
     /// The user wants to try this component.
     void TryWanted(const editor::Component& component);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QWidget* BuildButtons();
     void BuildTable();
@@ -60,6 +63,7 @@ private:
     QLabel* m_counts;
     widgets::NotifyingStatic* m_default;
     QTableView* m_table;
+    bool m_isStale = false; ///< something has changed while the panel was hidden
 };
 
 } // namespace editor

@@ -71,7 +71,7 @@ TrialPanel::~TrialPanel() = default;
 
 QWidget* TrialPanel::BuildForm()
 {
-    m_clear->setToolTip(u"把这个小类填的都清空（Ctrl+L）"_s);
+    m_clear->setToolTip(u"把这个小类填的都清空（Ctrl+Shift+L）"_s);
     m_take->setToolTip(u"填入构件表里选中的构件（Ctrl+T）"_s);
     auto* part = new QWidget;
     auto* buttons = new QHBoxLayout;
@@ -125,7 +125,7 @@ void TrialPanel::Connect()
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, button, [button] { button->click(); });
     };
-    onKeys(Qt::CTRL | Qt::Key_L, m_clear);
+    onKeys(Qt::CTRL | Qt::SHIFT | Qt::Key_L, m_clear);
     onKeys(Qt::CTRL | Qt::Key_T, m_take);
     connect(m_clear, &QPushButton::clicked, this, [this] { Clear(); });
     connect(m_take, &QPushButton::clicked, this, [this] { RunGuarded([&] { TakeFromSource(); }); });
@@ -219,11 +219,12 @@ void TrialPanel::Try()
 {
     const rules::SmallCategoryPtr category = m_session.Category();
     const bool isAsked = category && isVisible() && !m_form->Filled().empty();
+    const bool wasTried = m_outcome != nullptr;
     if (isAsked)
         RunGuarded([&] { Price(); });
     else
         ShowNothing();
-    emit OutcomeChanged();
+    if (wasTried || m_outcome) emit OutcomeChanged();
 }
 
 void TrialPanel::Price()
