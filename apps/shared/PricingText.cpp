@@ -1,10 +1,10 @@
-#include "cli/pricing/PricingText.h"
+#include "shared/PricingText.h"
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace cli {
+namespace shared {
 
 namespace {
 
@@ -125,4 +125,4 @@ CStringArray ToldOf(const rules::TakeoffRow& row, const rules::TakeoffComponent&
     return told;
 }
 
-} // namespace cli
+} // namespace shared

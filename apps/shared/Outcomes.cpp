@@ -1,11 +1,11 @@
-#include "cli/pricing/Outcomes.h"
+#include "shared/Outcomes.h"
 
 #include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
 
-namespace cli {
+namespace shared {
 
 namespace {
 
@@ -55,11 +55,14 @@ CString TotalsText(const rules::Totals& totals)
     return u"构件 %1 个 ＝ "_s.arg(totals.in) + parts.join(u" ＋ "_s);
 }
 
-void PutTotals(JsonWriter& json, const rules::Totals& totals)
+std::array<OutcomeCount, 3> CountsOf(const rules::Totals& totals)
 {
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    for (const Known& known : Outcomes())
-        json.Key(known.word).Number(static_cast<qint64>(totals.*known.count));
+    std::array<OutcomeCount, 3> counts;
+    const auto& all = Outcomes();
+    std::transform(all.begin(), all.end(), counts.begin(), [&](const Known& known) {
+        return OutcomeCount{known.word, totals.*known.count};
+    });
+    return counts;
 }
 
-} // namespace cli
+} // namespace shared

@@ -1,8 +1,8 @@
-#include "cli/pricing/BillFiles.h"
+#include "shared/BillFiles.h"
 
-#include "cli/pricing/BillLines.h"
-#include "cli/pricing/Outcomes.h"
-#include "cli/pricing/PricingText.h"
+#include "shared/BillLines.h"
+#include "shared/Outcomes.h"
+#include "shared/PricingText.h"
 #include "tables/CreateTable.h"
 
 #include <map>
@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace cli {
+namespace shared {
 
 namespace {
 
@@ -52,7 +52,7 @@ CArray<tables::Column> BillColumns(const CStringArray& groupBy)
 
 /// Writes the sheet of the bill; `digits` keeps the zeros behind the point that tell the precision.
 std::map<std::uint32_t, Place> PutBill(tables::TableWriter& writer, const rules::Bill& bill,
-                                       const TakeoffJob& job, bool digits)
+                                       const rules::TakeoffJob& job, bool digits)
 {
     std::map<std::uint32_t, Place> places;
     qint64 sheetRow = 1; // the headings
@@ -94,7 +94,7 @@ CArray<tables::Column> ComponentColumns()
 }
 
 /// The first cells of a row about a component.
-void PutComponent(tables::TableWriter& writer, const PricedRow& priced)
+void PutComponent(tables::TableWriter& writer, const rules::PricedRow& priced)
 {
     writer.Number(CString::number(priced.row.line));
     writer.Text(priced.row.id);
@@ -138,7 +138,7 @@ public:
                                        {.heading = u"缺工程量的原因"_s, .width = 30}});
     }
 
-    void Put(const PricedRow& priced) const
+    void Put(const rules::PricedRow& priced) const
     {
         if (priced.result.lines.empty()) {
             PutComponent(m_writer, priced);
@@ -165,7 +165,7 @@ private:
 
 } // namespace
 
-void WriteBillCsv(const CString& path, const rules::Bill& bill, const TakeoffJob& job)
+void WriteBillCsv(const CString& path, const rules::Bill& bill, const rules::TakeoffJob& job)
 {
     const auto writer = tables::CreateTable(path);
     PutBill(*writer, bill, job, true);
@@ -173,25 +173,26 @@ void WriteBillCsv(const CString& path, const rules::Bill& bill, const TakeoffJob
 }
 
 void WriteBillWorkbook(const CString& path, rules::TakeoffPricing& pricing,
-                       const embedded::Progress& progress, BillChange* change)
+                       const embedded::Progress& progress,
+                       const std::function<void(tables::TableWriter&)>& putMore)
 {
     const auto writer = tables::CreateTable(path);
     const rules::Bill& bill = pricing.Result();
     ComponentSheet components(*writer, bill, PutBill(*writer, bill, pricing.Job(), false));
     components.Begin();
-    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) { components.Put(priced); }));
+    pricing.PriceAgain(WatchFor(progress, [&](const rules::PricedRow& priced) { components.Put(priced); }));
     writer->BeginSheet(u"未套价及核对"_s,
                        ComponentColumns() + CArray<tables::Column>{{.heading = u"结果"_s, .width = 10},
                                                                    {.heading = u"原因"_s, .width = 80}});
-    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) {
+    pricing.PriceAgain(WatchFor(progress, [&](const rules::PricedRow& priced) {
         const CStringArray told = ToldOf(priced.row, priced.component, priced.result, priced.builder);
         if (told.isEmpty()) return;
         PutComponent(*writer, priced);
         writer->Text(told.join(u'；'));
         writer->EndRow();
     }));
-    if (change != nullptr) PutChangeSheets(*writer, *change, pricing, progress);
+    if (putMore) putMore(*writer);
     writer->Finish();
 }
 
-} // namespace cli
+} // namespace shared

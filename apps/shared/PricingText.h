@@ -4,7 +4,7 @@
 #include "rules/takeoff/TakeoffReader.h"
 
 /// What pricing gives, in words.
-namespace cli {
+namespace shared {
 
 /// Why a component is refused.
 CString RefusalText(rules::Refusal refusal);
@@ -28,4 +28,4 @@ CString MissText(const rules::RuleTrace& miss, const rules::SmallCategory& categ
 CStringArray ToldOf(const rules::TakeoffRow& row, const rules::TakeoffComponent& component,
                     const rules::ComponentResult& result, rules::BillBuilder& builder);
 
-} // namespace cli
+} // namespace shared

@@ -2,10 +2,9 @@
 
 #include "rules/bill/BillBuilder.h"
 
-#include <limits>
 #include <vector>
 
-namespace cli {
+namespace shared {
 
 /// A row of the bill as it is shown and written: a bill row, or a quota row below its bill row.
 struct BillLine
@@ -20,9 +19,4 @@ struct BillLine
 /// The lines of a bill in the order in which a bill lists them. The bill must outlive them.
 std::vector<BillLine> LinesOf(const rules::Bill& bill, rules::PricingMode mode);
 
-/// The bill as a table for a terminal, `groupBy` being the columns by which it is divided. Only the first
-/// lines where there are more than `most`.
-CString BillTable(const rules::Bill& bill, rules::PricingMode mode, const CStringArray& groupBy,
-                  std::size_t most = std::numeric_limits<std::size_t>::max());
-
-} // namespace cli
+} // namespace shared

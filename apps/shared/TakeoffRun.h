@@ -6,15 +6,12 @@
 #include <functional>
 #include <utility>
 
-namespace cli {
-
-using rules::PricedRow;
-using rules::TakeoffJob;
+namespace shared {
 
 /// A watch that tells `progress` how far the work is, from 0 to 100, and what became of each component to
 /// `take`. It raises `embedded::Cancelled` when the work is to stop. Both must outlive it.
 inline rules::TakeoffWatch WatchFor(const embedded::Progress& progress,
-                                    std::function<void(const PricedRow&)> take = {},
+                                    std::function<void(const rules::PricedRow&)> take = {},
                                     std::function<void()> begin = {})
 {
     return {.begin = std::move(begin), .take = std::move(take), .progress = [&progress](double part) {
@@ -22,4 +19,4 @@ inline rules::TakeoffWatch WatchFor(const embedded::Progress& progress,
             }};
 }
 
-} // namespace cli
+} // namespace shared
