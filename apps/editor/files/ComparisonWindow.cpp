@@ -27,8 +27,8 @@ namespace editor {
 namespace {
 
 // In characters and lines, for a large font needs a larger window.
-constexpr int FirstWidth = 92;
-constexpr int FirstHeight = 30;
+constexpr int FirstWidth = 110;
+constexpr int FirstHeight = 32;
 
 QByteArray ReadOrRaise(const CString& path)
 {

@@ -36,6 +36,42 @@ QString Resolved(const QString& fromPath, const QString& link)
     return QDir::cleanPath(QFileInfo(fromPath).path() + u'/' + target);
 }
 
+/// Whether a character is one that Chinese text is made of, which has no blanks between its words.
+bool IsChinese(QChar c)
+{
+    constexpr char16_t FirstIdeograph = 0x2e80;
+    constexpr char16_t LastIdeograph = 0x9fff;
+    constexpr char16_t FirstWideForm = 0xff00;
+    constexpr char16_t LastWideForm = 0xffef;
+    const char16_t code = c.unicode();
+    return (code >= FirstIdeograph && code <= LastIdeograph) ||
+           (code >= FirstWideForm && code <= LastWideForm) || QStringView(u"“”‘’…—").contains(c);
+}
+
+/// Markdown that means the same with no line broken between two Chinese characters: Markdown takes a break
+/// for a blank.
+QString WithoutBreaks(const QString& markdown)
+{
+    static const QRegularExpression noText(u"^(    |```|#|\\|)"_s); // code, headings, tables
+    constexpr qsizetype LargestIndent = 3;
+    QStringList lines;
+    bool isFenced = false;
+    bool mayJoin = false; // the line that comes goes on with the last one
+    for (const QString& line : markdown.split(u'\n')) {
+        const QString text = line.trimmed();
+        if (text.startsWith(u"```")) isFenced = !isFenced;
+        const bool goesOn =
+            mayJoin && !text.isEmpty() && IsChinese(text.front()) && line.indexOf(text) <= LargestIndent;
+        if (goesOn)
+            lines.last() += text;
+        else
+            lines.append(line);
+        const bool isText = goesOn || (!isFenced && !noText.match(line).hasMatch());
+        mayJoin = isText && !text.isEmpty() && IsChinese(text.back());
+    }
+    return lines.join(u'\n');
+}
+
 void CollectParts(const QTextBlock& block, ManualPage& page)
 {
     for (auto part = block.begin(); !part.atEnd(); ++part) {
@@ -134,7 +170,9 @@ void ManualPages::Fill(QTextDocument& document, const QString& markdown)
     static const QRegularExpression comments(u"^<!--.*-->$"_s, QRegularExpression::MultilineOption);
     QString text = markdown;
     text.remove(comments);
-    document.setMarkdown(text, QTextDocument::MarkdownDialectGitHub | QTextDocument::MarkdownNoHTML);
+    QTextDocument::MarkdownFeatures features = QTextDocument::MarkdownDialectGitHub;
+    features |= QTextDocument::MarkdownNoHTML;
+    document.setMarkdown(WithoutBreaks(text), features);
 }
 
 QImage ManualPages::PictureOf(const QString& fromPath, const QString& link)

@@ -35,6 +35,13 @@ qreal IndentOf(const QTextBlock& block, const QTextDocument& document)
     return document.indentWidth() * (lists + block.blockFormat().indent()) + block.blockFormat().leftMargin();
 }
 
+bool IsCode(const QTextBlock& block)
+{
+    const QTextBlockFormat format = block.blockFormat();
+    return format.hasProperty(QTextFormat::BlockCodeFence) || format.nonBreakableLines() ||
+           format.hasProperty(QTextFormat::BlockCodeLanguage);
+}
+
 /// Between the paper and the colour of what is selected.
 QColor PaleMark(const QPalette& palette)
 {
@@ -77,13 +84,10 @@ void ManualView::StyleText()
     for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
         QTextCursor cursor(block);
         QTextBlockFormat format;
-        const bool isCode = block.blockFormat().hasProperty(QTextFormat::BlockCodeFence) ||
-                            block.blockFormat().hasProperty(QTextFormat::BlockCodeLanguage);
-        if (isCode) {
+        if (IsCode(block))
             format.setBackground(palette().alternateBase());
-        } else {
+        else if (!block.text().contains(QChar::ObjectReplacementCharacter)) // a picture is high enough
             format.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
-        }
         cursor.mergeBlockFormat(format);
         SizeCode(block);
     }

@@ -59,10 +59,12 @@ void AddHeadings(QTreeWidgetItem& chapter, const ManualPage& page)
 
 } // namespace
 
-ManualWindow::ManualWindow()
-    : m_view(new ManualView), m_lists(new QStackedWidget), m_contents(MakeTree(u"目录"_s)),
-      m_hitList(MakeTree(u"查到的地方"_s)), m_words(new QLineEdit), m_count(new QLabel)
+ManualWindow::ManualWindow(std::function<void(const QUrl&)> browse)
+    : m_browse(std::move(browse)), m_view(new ManualView), m_lists(new QStackedWidget),
+      m_contents(MakeTree(u"目录"_s)), m_hitList(MakeTree(u"查到的地方"_s)), m_words(new QLineEdit),
+      m_count(new QLabel)
 {
+    if (!m_browse) m_browse = [](const QUrl& link) { QDesktopServices::openUrl(link); };
     setWindowTitle(u"手册"_s);
     setAttribute(Qt::WA_QuitOnClose, false);
     resize(fontMetrics().averageCharWidth() * FirstWidth, fontMetrics().lineSpacing() * FirstHeight);
@@ -240,7 +242,7 @@ void ManualWindow::FollowLink(const QUrl& link)
     if (const auto place = m_pages->Follow(m_path, text))
         GoTo(*place);
     else if (!link.scheme().isEmpty())
-        QDesktopServices::openUrl(link);
+        m_browse(link);
 }
 
 ManualWindow::Visit ManualWindow::Here() const
@@ -372,7 +374,10 @@ void ManualWindow::SelectInContents()
         if (item->data(0, AnchorData).toString() == m_anchor) return m_contents->setCurrentItem(item);
         if (chapter != nullptr) continue;
         chapter = item;
-        item->setExpanded(true);
+        if (item->isExpanded()) continue;
+        m_contents->collapseAll();
+        for (QTreeWidgetItem* around = item; around != nullptr; around = around->parent())
+            around->setExpanded(true);
     }
     if (chapter != nullptr) m_contents->setCurrentItem(chapter);
 }

@@ -28,8 +28,9 @@ class ManualView;
 class ManualWindow : public QWidget
 {
 public:
-    /// Reads the manual at its first showing.
-    ManualWindow();
+    /// Reads the manual at its first showing. `browse` opens links that leave the program, the user's browser
+    /// unless another is given.
+    explicit ManualWindow(std::function<void(const QUrl&)> browse = {});
     ~ManualWindow() override;
 
     /// Shows the window with a page and heading, see `ManualPages::PlaceOf`; with the first page for a topic
@@ -82,6 +83,7 @@ private:
     /// Lets the window be used beside the modal window that is open, if one is.
     void StandBesideModalWindow();
 
+    std::function<void(const QUrl&)> m_browse;
     std::optional<ManualPages> m_pages;
     ManualView* m_view;
     QStackedWidget* m_lists;

@@ -122,6 +122,7 @@ void Tour::Offer(const QString& title, const QString& text)
     Watch(nullptr);
     m_next->setText(u"开始(&N)"_s);
     m_next->setToolTip(u"开始（→）"_s);
+    m_end->setText(u"不用了(&E)"_s);
     m_back->hide();
     Show(title, text, {});
 }
@@ -135,6 +136,7 @@ void Tour::GoTo(qsizetype step)
     const bool isLast = step + 1 == m_steps.size();
     m_next->setText(isLast ? u"完成(&N)"_s : u"下一步(&N)"_s);
     m_next->setToolTip(isLast ? u"完成（→）"_s : u"下一步（→）"_s);
+    m_end->setText(u"结束(&E)"_s);
     m_end->setVisible(!isLast);
     m_back->show();
     m_back->setEnabled(step > 0);
