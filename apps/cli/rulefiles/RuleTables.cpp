@@ -290,7 +290,7 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const LibraryItems libraries(session);
     const rules::Configuration taken =
         rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
-    RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
+    RefuseFaults(faults, u"什么也没有导入，规则文件没有变"_s);
     rules::Configuration wanted = WithChanged(*read, *present, taken);
     try {
         QByteArray written = rules::WriteRules(bytes, wanted);

@@ -110,7 +110,8 @@ void ManualView::SizeCode(const QTextBlock& block)
 {
     QList<QTextFragment> parts;
     for (auto part = block.begin(); !part.atEnd(); ++part)
-        if (part.fragment().charFormat().fontFixedPitch()) parts.append(part.fragment());
+        if (part.fragment().charFormat().hasProperty(QTextFormat::FontPointSize))
+            parts.append(part.fragment());
     for (const QTextFragment& part : parts) {
         QTextCursor cursor(document());
         cursor.setPosition(part.position());

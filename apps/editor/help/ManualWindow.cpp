@@ -177,7 +177,7 @@ void ManualWindow::FillContents()
             continue;
         }
         if (beyond == nullptr) {
-            beyond = MakeItem(u"其他文档（英文）"_s, page.path, {});
+            beyond = MakeItem(u"其他文档（英文）"_s, {}, {});
             m_contents->addTopLevelItem(beyond);
         }
         beyond->addChild(chapter);
@@ -238,7 +238,7 @@ void ManualWindow::ShowPage(const QString& path)
 
 void ManualWindow::FollowLink(const QUrl& link)
 {
-    const QString text = link.toString(QUrl::FullyDecoded);
+    const QString text = link.toString();
     if (const auto place = m_pages->Follow(m_path, text))
         GoTo(*place);
     else if (!link.scheme().isEmpty())

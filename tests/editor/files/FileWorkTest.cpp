@@ -119,8 +119,8 @@ TEST_F(FileWork, ComparingShowsWhatDiffersAndTurnsAround)
     }});
     m_work->Run(FileCommand::Compare, Path(u"电气示例"_s));
     EXPECT_TRUE(user.Done());
-    EXPECT_TRUE(forth.contains(u"加了第")) << forth.left(200).toStdString();
-    EXPECT_TRUE(back.contains(u"删了第")) << back.left(200).toStdString();
+    EXPECT_TRUE(forth.contains(u"去掉条件 半周长(mm)≤500")) << forth.left(200).toStdString();
+    EXPECT_TRUE(back.contains(u"加上条件 半周长(mm)≤500")) << back.left(200).toStdString();
 }
 
 TEST_F(FileWork, MakingCurrentIsTold)

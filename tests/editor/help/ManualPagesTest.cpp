@@ -74,8 +74,9 @@ TEST(ManualPages, NoBlankComesBetweenChineseLines)
 {
     QTextDocument document;
     ManualPages::Fill(
-        document, u"# 标题\n\n一行，\n又一行 with words\nand more。\n- 点\n  接着\n\n    代码\n    代码\n"_s);
-    EXPECT_EQ(document.toPlainText(), u"标题\n一行，又一行 with words and more。\n点接着\n代码\n代码"_s);
+        document,
+        u"# 标题\n\n一行，\n又一行 with words\nand more。\n\n    代码\n    代码\n\n- 点\n  接着\n"_s);
+    EXPECT_EQ(document.toPlainText(), u"标题\n一行，又一行 with words and more。\n代码\n代码\n点接着"_s);
 }
 
 TEST(ManualPages, WhatTheDocumentsTellTheirTestsIsNotShown)
