@@ -69,7 +69,7 @@ CString WayBack(const CString& path, const embedded::History& history)
         return shared::ExamineRuleFile(entry.copy).IsSafe();
     });
     if (readable == entries.end()) return {};
-    return u"\n最近一份读得了的历史副本可以这样恢复：ktqdde history restore %1"_s.arg(readable->id);
+    return u"\n最近一份读得了的历史副本可以这样还原：ktqdde history restore %1"_s.arg(readable->id);
 }
 
 CString RepeatedText(const shared::RuleFileState& state)

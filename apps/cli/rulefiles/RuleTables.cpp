@@ -160,7 +160,7 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const shared::LibraryItems libraries(session.Host(), session.IsBillMode());
     const rules::Configuration taken =
         rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
-    RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
+    RefuseFaults(faults, u"什么也没有导入，规则文件没有变"_s);
     // All else stays as the file has it.
     rules::Configuration wanted = read->With(taken.Specialties(), [&](const rules::SmallCategoryPtr& small) {
         return present->Find(small->text) != small;

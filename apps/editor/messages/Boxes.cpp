@@ -54,7 +54,7 @@ std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& n
                                                const CString& state)
 {
     auto box = MakeBox(parent, u"%1\n%2"_s.arg(nativePath, state),
-                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会在历史中留一份。"_s);
+                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会留一份历史副本。"_s);
     box->addButton(u"仍然打开(&O)"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = box->addButton(u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(cancel);

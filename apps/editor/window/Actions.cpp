@@ -56,7 +56,7 @@ void Actions::MakeRuleMenu(QMainWindow& window)
     wizard = Add(menu, u"向导(&W)…"_s, Qt::Key_F3, u"以向导的一步编辑一个规则文件"_s);
     menu.addSeparator();
     refresh = Add(menu, u"刷新(&R)"_s, Qt::Key_F5, u"检查选中的规则文件，并把它设为当前配置"_s);
-    refreshOther = Add(menu, u"用其它文件刷新(&O)…"_s, {}, u"把规则文件夹以外的规则文件交给模块"_s);
+    refreshOther = Add(menu, u"用其他文件刷新(&O)…"_s, {}, u"把规则文件夹以外的规则文件交给模块"_s);
     attributes = Add(menu, u"重建属性(&A)"_s, Qt::Key_F6, u"按构件类别的属性重建属性配置文件"_s);
     writeHead = Add(menu, u"写文件头(&H)…"_s, Qt::Key_F7, u"完成选中的规则文件，以便交付；其后不能再编辑"_s);
     menu.addSeparator();

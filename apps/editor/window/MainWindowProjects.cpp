@@ -142,7 +142,7 @@ void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
         m_session.RefreshFacts();
     });
     ShowState();
-    if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
+    if (set) Tell(u"已换库。规则中属于其他库的清单、定额不再显示，但仍留在规则文件里"_s);
 }
 
 } // namespace editor
