@@ -37,8 +37,11 @@ public:
     /// Whether a category is another one than in the file.
     bool IsChanged(const CString& category) const;
     bool IsChanged() const;
-    /// The file holds this now, as after a save.
+    /// The file holds this now, as after a save. Categories that it alone has come in as it has them.
     void Rebase(ConfigurationPtr file);
+    /// What the draft is without any edit: the categories as the file has them, and those offered that it
+    /// lacks.
+    ConfigurationPtr Saved() const;
 
     /// Does an edit, or takes it back. Raises `std::logic_error`, with nothing done, when the rules that are
     /// to go are not those that stand there.

@@ -5,8 +5,6 @@
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/catalogue/CatalogueData.h"
-#include "embedded/data/catalogue/LibraryContents.h"
-#include "host/NvQdInfo.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -16,15 +14,13 @@
 #include "rules/document/RuleWriter.h"
 #include "rules/model/Snapshot.h"
 #include "rules/sheet/RuleSheet.h"
-#include "shared/BillNumbers.h"
+#include "shared/LibraryItems.h"
 #include "shared/PricingFacts.h"
 #include "store/RuleFile.h"
 #include "tables/CreateTable.h"
 #include "tables/Record.h"
 #include "tables/TableError.h"
 #include "xml/Error.h"
-
-#include <QtCore/QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -33,102 +29,6 @@ namespace cli {
 namespace {
 
 const CString SheetName = u"规则"_s;
-
-CString YesNo(int flag)
-{
-    return flag != 0 ? u"是"_s : u"否"_s;
-}
-
-/// The items of the project's libraries in use. The session outlives it.
-class LibraryItems
-{
-public:
-    explicit LibraryItems(const Session& session)
-        : m_isBillMode(session.IsBillMode()), m_catalogue(session.Host().CatalogueContents()),
-          m_billLibrary(session.Host().LibraryInUse(embedded::LibraryRole::Bill)),
-          m_quotaLibrary(session.Host().LibraryInUse(m_isBillMode ? embedded::LibraryRole::QuotaOfBills
-                                                                  : embedded::LibraryRole::Quota)),
-          m_bills(BillsOf(session)), m_measures(shared::MeasuresOf(m_catalogue))
-    {
-        for (const embedded::QuotaSection& section : session.Host().Contents().quotas)
-            for (const embedded::QuotaItem& item : section.items)
-                if (!m_quotas.contains(item.record.strNumber))
-                    m_quotas.insert(item.record.strNumber, item.record);
-    }
-
-    rules::SheetItems Items() const
-    {
-        const auto none = [](const CString&, const CString&) { return std::optional<DeStruct>(); };
-        const auto quota = [this](const CString& number, const CString& category) {
-            return Quota(number, category);
-        };
-        rules::SheetItems items;
-        items.bill = [this](const CString& number, const CString& category) {
-            return Bill(number, category);
-        };
-        items.quotaOfBills = none;
-        items.quota = none;
-        (m_isBillMode ? items.quotaOfBills : items.quota) = quota;
-        return items;
-    }
-
-private:
-    static shared::BillNumbers BillsOf(const Session& session)
-    {
-        int length = -1;
-        int suffixLength = -1;
-        NvQdInfo::IBillLib::GetEnCodeRule(length, suffixLength);
-        return {session.Host().Contents(), length, suffixLength};
-    }
-
-    /// The quantity of an item in a category, as the dialogs give it to a picked one: an item without a
-    /// calculation rule gets that of the category's first calculation item.
-    CString FormulaOf(const CString& ruleOfItem, const CString& category) const
-    {
-        if (!ruleOfItem.isEmpty()) return ruleOfItem;
-        const auto measure = m_measures.find(category);
-        return measure == m_measures.end() ? CString()
-                                           : m_catalogue.rules.value(measure->second.item).strRule;
-    }
-
-    std::optional<QdStruct> Bill(const CString& number, const CString& category) const
-    {
-        const SQdInfo* const found = m_bills.Find(number);
-        if (found == nullptr) return std::nullopt;
-        QdStruct record;
-        record.strQdId = number;
-        record.strName = found->strName;
-        record.strUnit = found->strUnit;
-        record.strUnitCode = CString::number(found->nUnitCode);
-        record.strQdCode = m_billLibrary;
-        record.strFormula = FormulaOf(found->strCalRule, category);
-        record.strAnnex = YesNo(found->nWithAnnex);
-        return record;
-    }
-
-    std::optional<DeStruct> Quota(const CString& number, const CString& category) const
-    {
-        const auto found = m_quotas.constFind(number);
-        if (found == m_quotas.constEnd()) return std::nullopt;
-        DeStruct record;
-        record.strDeId = number;
-        record.strName = found->strName;
-        record.strUnit = found->strUnit;
-        record.strUnitCode = CString::number(found->nUnitCode);
-        record.strDeCode = m_quotaLibrary;
-        record.strFormula = FormulaOf(found->strCalRule, category);
-        record.strAnnex = YesNo(found->nWithAnnex);
-        return record;
-    }
-
-    bool m_isBillMode;
-    const embedded::CatalogueData& m_catalogue;
-    CString m_billLibrary;
-    CString m_quotaLibrary;
-    shared::BillNumbers m_bills;
-    rules::Measures m_measures;
-    QHash<CString, SPickedDe> m_quotas;
-};
 
 rules::ConfigurationPtr Read(const QByteArray& bytes, const CString& path)
 {
@@ -287,7 +187,7 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const rules::ConfigurationPtr read = Read(bytes, path);
     const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();
     const rules::ConfigurationPtr present = shared::WithinCatalogue(*read, catalogue);
-    const LibraryItems libraries(session);
+    const shared::LibraryItems libraries(session.Host(), session.IsBillMode());
     const rules::Configuration taken =
         rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
     RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
@@ -354,7 +254,7 @@ void ExportRules(const Arguments& arguments)
     const rules::ConfigurationPtr read = Read(ReadBytes(file), file);
     const auto present = shared::WithinCatalogue(*read, catalogue);
     TellUnknown(*read, *present, arguments.Value(u"category"_s));
-    const LibraryItems libraries(session);
+    const shared::LibraryItems libraries(session.Host(), session.IsBillMode());
     std::vector<rules::SheetFault> faults;
     const rules::RuleSheet sheet =
         rules::MakeSheet(Selected(*present, arguments.Value(u"category"_s)),

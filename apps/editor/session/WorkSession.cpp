@@ -2,7 +2,6 @@
 
 #include "editor/project/Project.h"
 #include "platform/Files.h"
-#include "rules/draft/RuleEdits.h"
 
 #include <algorithm>
 #include <utility>
@@ -25,6 +24,16 @@ CStringArray CategoriesOf(const rules::Edit& edit)
     for (const rules::Splice& splice : edit.splices)
         if (!categories.contains(splice.category)) categories.append(splice.category);
     return categories;
+}
+
+/// Sorted, each once, and none that the category has not.
+void Trim(std::vector<std::size_t>& positions, const rules::SmallCategoryPtr& category)
+{
+    const std::size_t count = category ? category->rules.size() : 0;
+    std::sort(positions.begin(), positions.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+    while (!positions.empty() && positions.back() >= count)
+        positions.pop_back();
 }
 
 } // namespace
@@ -106,7 +115,7 @@ void WorkSession::TakeFile(std::unique_ptr<DraftFile> file)
     m_undo.clear();
     m_file = std::move(file);
     m_draft = std::move(draft);
-    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    BeginJournal();
     if (m_specialty.isEmpty()) m_specialty = m_project->Spec();
     KeepChoiceValid();
 }
@@ -129,24 +138,47 @@ DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
 {
     const DraftFile::SaveEnd end = m_file->Save(m_draft.Wanted(), answer);
     if (end == DraftFile::SaveEnd::Cancelled) return end;
-    m_draft.Rebase(m_file->Rules());
-    // The edits so far are in the file; what comes begins on that.
-    if (m_journal) m_journal->End();
-    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
-    m_journalFault.clear();
     m_undo.setClean();
-    if (end == DraftFile::SaveEnd::Merged) {
-        m_draft.Include(m_file->Rules());
-        Do(rules::Towards(m_draft, *m_file->Rules(), u"合并进来的修改"_s));
-        m_undo.setClean();
-    }
-    emit FileChanged();
+    FollowFile(u"合并进来的修改"_s);
     return end;
 }
 
 void WorkSession::Discard()
 {
-    Do(rules::Towards(m_draft, *rules::Draft(m_file->Rules(), m_facts->offered).Snapshot(), u"放弃修改"_s));
+    Do(rules::Towards(m_draft, *m_draft.Saved(), u"放弃修改"_s));
+}
+
+bool WorkSession::TakeOver()
+{
+    if (!m_file || IsChanged()) return false;
+    try {
+        m_file = std::make_unique<DraftFile>(*m_project, m_file->Path());
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+    FollowFile(u"文件里的修改"_s);
+    return true;
+}
+
+/// The edits so far are in the file; what it holds besides becomes one, and what comes begins on that.
+void WorkSession::FollowFile(const CString& text)
+{
+    m_draft.Rebase(m_file->Rules());
+    if (m_journal) m_journal->End();
+    m_journalFault.clear();
+    BeginJournal();
+    const rules::Edit others = rules::Towards(m_draft, *m_draft.Saved(), text);
+    if (!others.IsEmpty()) {
+        m_undo.push(new EditCommand(*this, others));
+        if (!m_draft.IsChanged()) m_journal->End();
+        m_undo.setClean();
+    }
+    emit FileChanged();
+}
+
+void WorkSession::BeginJournal()
+{
+    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
 }
 
 const rules::FileStructure& WorkSession::Structure() const noexcept
@@ -192,7 +224,6 @@ void WorkSession::ChooseInserted(const rules::Edit& edit)
                 positions.push_back(splice.position + i);
     if (positions.empty()) return;
     std::sort(positions.begin(), positions.end());
-    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
     ChooseRules(positions, positions.front());
 }
 
@@ -223,26 +254,52 @@ void WorkSession::ChooseCategory(const CString& text)
     m_lastCategories[m_specialty] = text;
     m_rules.clear();
     m_current.reset();
+    m_elsewhere.clear();
     KeepChoiceValid();
     if (isOtherSpecialty) emit SpecialtyChosen();
     emit CategoryChosen();
     emit RulesChosen();
 }
 
+rules::RulePlaces WorkSession::ChosenPlaces() const
+{
+    rules::RulePlaces places = m_elsewhere;
+    if (!m_rules.empty()) places[m_category] = m_rules;
+    return places;
+}
+
+void WorkSession::ChoosePlaces(rules::RulePlaces places, const CString& category, std::size_t position)
+{
+    ChooseCategory(category);
+    if (m_category != category) return;
+    auto own = std::move(places[category]);
+    places.erase(category);
+    const bool isOtherElsewhere = places != m_elsewhere;
+    m_elsewhere = std::move(places);
+    KeepChoiceValid();
+    const auto chosen = std::pair(m_rules, m_current);
+    ChooseInCategory(std::move(own), position);
+    if (isOtherElsewhere || chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
 void WorkSession::ChooseRules(std::vector<std::size_t> positions, std::optional<std::size_t> current)
 {
+    const auto chosen = std::pair(m_rules, m_current);
+    const bool hadOthers = !m_elsewhere.empty();
+    m_elsewhere.clear();
+    ChooseInCategory(std::move(positions), current);
+    if (hadOthers || chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
+/// Emits nothing.
+void WorkSession::ChooseInCategory(std::vector<std::size_t> positions, std::optional<std::size_t> current)
+{
     const rules::SmallCategoryPtr category = Category();
-    const std::size_t count = category ? category->rules.size() : 0;
-    std::sort(positions.begin(), positions.end());
-    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
-    while (!positions.empty() && positions.back() >= count)
-        positions.pop_back();
+    Trim(positions, category);
     if (current && !std::binary_search(positions.begin(), positions.end(), *current)) current.reset();
     if (!current && !positions.empty()) current = positions.front();
-    if (positions == m_rules && current == m_current) return;
     m_rules = std::move(positions);
     m_current = current;
-    emit RulesChosen();
 }
 
 void WorkSession::GoTo(const CString& category, std::size_t position)
@@ -276,12 +333,15 @@ void WorkSession::KeepChoiceValid()
         m_current.reset();
     }
     const rules::SmallCategoryPtr category = Category();
-    const std::size_t count = category ? category->rules.size() : 0;
-    while (!m_rules.empty() && m_rules.back() >= count)
-        m_rules.pop_back();
-    if (m_rules.empty() && count > 0) m_rules = {0};
+    Trim(m_rules, category);
+    if (m_rules.empty() && category && !category->rules.empty()) m_rules = {0};
     if (!m_current || !std::binary_search(m_rules.begin(), m_rules.end(), *m_current))
         m_current = m_rules.empty() ? std::nullopt : std::optional(m_rules.front());
+    m_elsewhere.erase(m_category);
+    std::erase_if(m_elsewhere, [this](auto& entry) {
+        Trim(entry.second, m_draft.Find(entry.first));
+        return entry.second.empty();
+    });
 }
 
 } // namespace editor

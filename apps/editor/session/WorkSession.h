@@ -4,6 +4,7 @@
 #include "editor/session/DraftJournal.h"
 #include "editor/session/ProjectFacts.h"
 #include "rules/draft/Draft.h"
+#include "rules/draft/RuleEdits.h"
 
 #include <QtCore/QObject>
 #include <QtGui/QUndoStack>
@@ -55,6 +56,10 @@ public:
     DraftFile::SaveEnd Save(const AnswerConflicts& answer);
     /// Goes back to what the file held when it was opened or saved last; can be undone.
     void Discard();
+    /// Takes over what the file holds now, as after the module's dialogs have written it or another program
+    /// has; it becomes an edit that can be undone. False, with nothing done, while the draft has changes of
+    /// its own, or when the file cannot be read any more.
+    bool TakeOver();
 
     // The draft
     const rules::Draft& Draft() const noexcept { return m_draft; }
@@ -79,6 +84,9 @@ public:
     const std::vector<std::size_t>& ChosenRules() const noexcept { return m_rules; }
     /// The one of them that has the cursor; nothing when none is chosen.
     std::optional<std::size_t> CurrentRule() const noexcept { return m_current; }
+    /// All chosen rules, those of other categories included, which a search brings together: what an edit of
+    /// several rules at once is about.
+    rules::RulePlaces ChosenPlaces() const;
 
     /// An unknown one changes nothing. The category that was last chosen there is chosen again, else its
     /// first one.
@@ -87,6 +95,9 @@ public:
     void ChooseCategory(const CString& text);
     /// Rules of the chosen category; positions that it has not are left out.
     void ChooseRules(std::vector<std::size_t> positions, std::optional<std::size_t> current);
+    /// Rules of several categories, as lines of a search; the cursor is on one of them. Places that the draft
+    /// has not are left out.
+    void ChoosePlaces(rules::RulePlaces places, const CString& category, std::size_t position);
     /// Goes to a rule wherever it stands.
     void GoTo(const CString& category, std::size_t position);
 
@@ -106,8 +117,11 @@ private:
     class EditCommand;
 
     void TakeFile(std::unique_ptr<DraftFile> file);
+    void BeginJournal();
+    void FollowFile(const CString& text);
     void Change(const rules::Edit& edit, bool isReverted);
     void ChooseInserted(const rules::Edit& edit);
+    void ChooseInCategory(std::vector<std::size_t> positions, std::optional<std::size_t> current);
     void KeepChoiceValid();
     CString UsualCategory() const;
 
@@ -123,6 +137,7 @@ private:
     std::map<CString, CString> m_lastCategories; ///< by specialty
     std::vector<std::size_t> m_rules;
     std::optional<std::size_t> m_current;
+    rules::RulePlaces m_elsewhere; ///< chosen rules of other categories
 };
 
 } // namespace editor
