@@ -81,8 +81,7 @@ int CAutoConfigDlg::OnDePicked(const SPickedDe* picked)
     const bool billMode = dialogs::IsBillMode();
     CPath path{};
     if (!(billMode ? GetBillPathOfFocus(path) : GetRulePath(path))) return 0;
-    const DeStruct record =
-        RecordOf(*picked, dialogs::QuotaLibraryCode(), FormulaFor(picked->strCalRule));
+    const DeStruct record = RecordOf(*picked, dialogs::QuotaLibraryCode(), FormulaFor(picked->strCalRule));
     m_rules.clear();
     const bool added = billMode ? m_presenter->AddDe2QdNode(record, path, m_rules)
                                 : m_presenter->AddDe2ConfigNode(record, path, m_rules);

@@ -73,8 +73,7 @@ void ConditionDelegate::setEditorData(QWidget* editor, const QModelIndex& index)
     const ConditionInput& input = m_table.InputAt(index.row());
     if (auto* combo = qobject_cast<QComboBox*>(editor)) {
         if (!combo->isEditable()) return;
-        combo->setEditText(index.column() == ConditionTable::AttributeColumn ? input.attribute
-                                                                             : input.first);
+        combo->setEditText(index.column() == ConditionTable::AttributeColumn ? input.attribute : input.first);
         combo->lineEdit()->selectAll();
     } else if (auto* field = qobject_cast<QLineEdit*>(editor)) {
         field->setText(input.second);

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "widgets/TipDelegate.h"
+#include "platform/Text.h"
+
+#include <QtWidgets/QStyledItemDelegate>
 
 class QComboBox;
 

@@ -1,6 +1,6 @@
 #include "editor/docks/details/ConditionInput.h"
 
-#include "rules/model/Decimal.h"
+#include "rules/match/CellText.h"
 #include "rules/sheet/ConditionCell.h"
 
 #include <algorithm>
@@ -32,20 +32,20 @@ const ConditionForm& FormOf(const ConditionInput& input)
     return ConditionForms().at(static_cast<std::size_t>(input.form));
 }
 
-CString FaultOfBound(const CString& bound)
+CString FaultOfBound(const CString& bound, const rules::NumberReader& numbers)
 {
     if (bound.isEmpty()) return u"没有数值"_s;
-    return rules::Decimal::Parse(bound) ? CString() : u"“%1”不是数"_s.arg(bound);
+    return numbers.Read(bound) ? CString() : u"“%1”不是数"_s.arg(bound);
 }
 
-CString FaultOfBounds(const ConditionInput& input)
+CString FaultOfBounds(const ConditionInput& input, const rules::NumberReader& numbers)
 {
     const ConditionForm& form = FormOf(input);
-    CString fault = FaultOfBound(input.first);
+    CString fault = FaultOfBound(input.first, numbers);
     if (!fault.isEmpty() || !form.HasTwoBounds()) return fault;
-    fault = FaultOfBound(input.second);
+    fault = FaultOfBound(input.second, numbers);
     if (!fault.isEmpty()) return u"上限："_s + fault;
-    const auto order = *rules::Decimal::Parse(input.first) <=> *rules::Decimal::Parse(input.second);
+    const auto order = *numbers.Read(input.first) <=> *numbers.Read(input.second);
     const bool holdsBoth = form.lower == u"≥" && form.upper == u"≤";
     return order < 0 || (order == 0 && holdsBoth) ? CString() : u"上限没有比下限大"_s;
 }
@@ -103,7 +103,7 @@ CString FaultOf(const ConditionInput& input, const rules::CategoryFacts& attribu
     if (input.form == NoForm) return u"没有选运算符"_s;
     if (FormOf(input).IsValue()) return input.first.isEmpty() ? u"没有值"_s : CString();
     if (facts != nullptr && !facts->allowsRange) return u"“%1”只能用 ＝ 或 ≠"_s.arg(input.attribute);
-    return FaultOfBounds(input);
+    return FaultOfBounds(input, rules::NumberReader(facts == nullptr ? CStringArray() : facts->valueList));
 }
 
 rules::Condition ConditionFrom(const ConditionInput& input)
@@ -177,7 +177,7 @@ CString Folded(const CString& typed)
     CString folded = text;
     for (QChar& c : folded)
         if (c >= u'！' && c <= u'～') c = QChar(static_cast<char16_t>(c.unicode() - FullWidthOffset));
-    return rules::Decimal::Parse(folded) ? folded : text;
+    return rules::PlainNumber(folded) ? folded : text;
 }
 
 } // namespace editor

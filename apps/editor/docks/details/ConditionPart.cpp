@@ -34,11 +34,10 @@ void ConditionPart::MakeCommands()
     auto* commands = new ViewCommands(*m_table);
     m_add = commands->Add(u"加条件"_s, u"加一个条件，再选属性、填值"_s, Qt::Key_Insert,
                           [this] { m_table->AddLine(); });
-    m_delete = commands->Add(u"删条件"_s, u"删除选中的条件"_s, Qt::Key_Delete,
-                             [this] { m_table->DeleteLines(); });
-    m_series =
-        commands->Add(u"系列…"_s, u"按一个属性的各个值，由这条规则生成一组规则"_s,
-                      QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { OpenSeries(); });
+    m_delete =
+        commands->Add(u"删条件"_s, u"删除选中的条件"_s, Qt::Key_Delete, [this] { m_table->DeleteLines(); });
+    m_series = commands->Add(u"系列…"_s, u"按一个属性的各个值，由这条规则生成一组规则"_s,
+                             QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { OpenSeries(); });
     static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeToolBar(u"条件的命令"_s));
 }
 
@@ -54,8 +53,8 @@ void ConditionPart::ShowState()
     const bool hasRows = m_table->rowCount() > 0;
     m_add->setEnabled(m_table->CanAdd());
     m_delete->setEnabled(hasRows && m_table->currentRow() >= 0);
-    m_series->setEnabled(view.IsSingle() && !view.IsDefaultAlone());
-    m_table->setEnabled(m_table->CanAdd() || hasRows);
+    m_series->setEnabled(view.IsSingle());
+    m_table->setEnabled(!view.IsEmpty());
     const CString fault = m_table->Fault();
     const bool canDrop = m_table->HasInput();
     CString text = fault;
@@ -71,11 +70,10 @@ void ConditionPart::OpenSeries()
 {
     m_table->Commit();
     const RulesInView view = m_chosen.Look();
-    if (!view.IsSingle() || view.IsDefaultAlone()) return;
-    SeriesDialog dialog(m_chosen.Session(), m_chosen.Category(), view.positions.front(),
+    if (!view.IsSingle()) return;
+    SeriesDialog dialog(m_chosen.Session(), view.Place(0).category->text, view.Place(0).position,
                         m_table->CurrentAttribute(), window());
-    if (dialog.exec() == QDialog::Accepted)
-        emit Told(u"生成了 %1 条规则，已选中"_s.arg(dialog.Count()));
+    if (dialog.exec() == QDialog::Accepted) emit Told(u"生成了 %1 条规则，已选中"_s.arg(dialog.Count()));
 }
 
 } // namespace editor

@@ -35,7 +35,7 @@ const rules::Condition* FindCondition(const rules::Rule& rule, const CString& at
 CStringArray AttributesOf(const RulesInView& view)
 {
     CStringArray names;
-    for (std::size_t i = 0; i < view.positions.size(); ++i)
+    for (std::size_t i = 0; i < view.Count(); ++i)
         for (const rules::Condition& condition : view.At(i).conditions)
             if (!names.contains(condition.attribute)) names.append(condition.attribute);
     return names;
@@ -52,8 +52,7 @@ ConditionTable::ConditionTable(const ChosenRules& chosen, QWidget* parent)
     : QTableWidget(0, ColumnCount, parent), m_chosen(chosen)
 {
     setHorizontalHeaderLabels({u"属性"_s, u"运算符"_s, u"值、下限"_s, u"上限"_s});
-    horizontalHeaderItem(ValueColumn)
-        ->setToolTip(u"值，或者界限；也可以写出整个条件：≠X、>50、50<..<=65"_s);
+    horizontalHeaderItem(ValueColumn)->setToolTip(u"值，或者界限；也可以写出整个条件：≠X、>50、50<..<=65"_s);
     setAccessibleName(u"条件"_s);
     setItemDelegate(new ConditionDelegate(*this));
     setSelectionBehavior(SelectRows);
@@ -101,13 +100,13 @@ std::vector<ConditionTable::Line> ConditionTable::LinesOfSeveral(const RulesInVi
         std::size_t with = 0;
         Line line;
         line.key = attribute;
-        for (std::size_t i = 0; i < view.positions.size(); ++i)
+        for (std::size_t i = 0; i < view.Count(); ++i)
             if (const rules::Condition* condition = FindCondition(view.At(i), attribute)) {
                 ++with;
                 texts.insert(condition->Text());
                 line.former = InputOf(*condition);
             }
-        const bool inAll = with == view.positions.size();
+        const bool inAll = with == view.Count();
         if (texts.size() > 1)
             line.differs = inAll ? u"各不相同"_s : u"%1 条有，各不相同"_s.arg(with);
         else if (!inAll)
@@ -126,8 +125,7 @@ void ConditionTable::AddInput(std::vector<Line>& lines)
     if (found == m_inputs.end()) return;
     for (auto entry = found->second.begin(); entry != found->second.end();) {
         const auto& [key, input] = *entry;
-        auto line =
-            std::find_if(lines.begin(), lines.end(), [&](const Line& one) { return one.key == key; });
+        auto line = std::find_if(lines.begin(), lines.end(), [&](const Line& one) { return one.key == key; });
         if (line == lines.end() && !key.startsWith(u'+')) {
             entry = found->second.erase(entry); // the condition has gone
             continue;
@@ -229,16 +227,18 @@ void ConditionTable::Put(const Line& line, const rules::Condition& condition)
     const RulesInView view = m_chosen.Look();
     if (view.IsEmpty()) return;
     if (!view.IsSingle()) {
-        const std::size_t changed = m_chosen.Do(rules::SetCondition(
-            m_chosen.Session().Draft(), m_chosen.Category(), view.positions, condition));
+        const std::size_t changed = DoEverywhere(
+            u"设条件 %1"_s.arg(condition.Text()), view, [&](const CString& category, const auto& positions) {
+                return rules::SetCondition(m_chosen.Session().Draft(), category, positions, condition);
+            });
         emit Told(u"已改 %1 条规则：%2"_s.arg(changed).arg(condition.Text()));
         return;
     }
     const CString text = (line.isNew ? u"加条件 %1"_s : u"修改条件 %1"_s).arg(condition.Text());
     m_chosen.Change(text, [&](rules::Rule& rule) {
         const auto lines = LinesOfOne(rule);
-        const auto at = std::find_if(lines.begin(), lines.end(),
-                                     [&](const Line& one) { return one.key == line.key; });
+        const auto at =
+            std::find_if(lines.begin(), lines.end(), [&](const Line& one) { return one.key == line.key; });
         if (at == lines.end()) {
             rule.conditions.push_back(condition);
             rule.conditions.back().id = 0;
@@ -249,6 +249,18 @@ void ConditionTable::Put(const Line& line, const rules::Condition& condition)
         former = condition;
         former.id = id;
     });
+}
+
+std::size_t ConditionTable::DoEverywhere(
+    const CString& text, const RulesInView& view,
+    const std::function<rules::Edit(const CString&, const std::vector<std::size_t>&)>& makeEdit)
+{
+    rules::Edit all{text, {}};
+    for (const auto& [category, positions] : view.Places()) {
+        const rules::Edit edit = makeEdit(category, positions);
+        all.splices.insert(all.splices.end(), edit.splices.begin(), edit.splices.end());
+    }
+    return m_chosen.Do(all);
 }
 
 bool ConditionTable::CanAdd() const
@@ -308,9 +320,11 @@ void ConditionTable::DeleteOf(const std::vector<Line>& lines)
     std::size_t changed = 0;
     if (lines.size() > 1) undo.beginMacro(text);
     for (const Line& line : lines)
-        changed = std::max(changed, m_chosen.Do(rules::RemoveConditions(m_chosen.Session().Draft(),
-                                                                        m_chosen.Category(), view.positions,
-                                                                        line.former.attribute)));
+        changed =
+            std::max(changed, DoEverywhere(text, view, [&](const CString& category, const auto& positions) {
+                         return rules::RemoveConditions(m_chosen.Session().Draft(), category, positions,
+                                                        line.former.attribute);
+                     }));
     if (lines.size() > 1) undo.endMacro();
     emit Told(u"已改 %1 条规则：%2"_s.arg(changed).arg(text));
 }

@@ -6,6 +6,7 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QTableWidget>
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -86,6 +87,11 @@ private:
     void Enter(const Line& line, const ConditionInput& input);
     void Put(const Line& line, const rules::Condition& condition);
     void DeleteOf(const std::vector<Line>& lines);
+    /// Does the edits that `makeEdit` gives for the rules of each category, as one. Gives how many rules have
+    /// changed.
+    std::size_t
+    DoEverywhere(const CString& text, const RulesInView& view,
+                 const std::function<rules::Edit(const CString&, const std::vector<std::size_t>&)>& makeEdit);
 
     const ChosenRules& m_chosen;
     std::vector<Line> m_lines;

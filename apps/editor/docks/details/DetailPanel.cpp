@@ -12,6 +12,8 @@
 #include <QtWidgets/QStackedWidget>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace editor {
@@ -51,7 +53,8 @@ DetailPanel::DetailPanel(WorkSession& session)
     connect(&session, &WorkSession::CategoryChosen, this, &DetailPanel::LookAgain);
     connect(&session, &WorkSession::RulesChosen, this, &DetailPanel::LookAgain);
     connect(&session, &WorkSession::Edited, this, [this](const CStringArray& categories) {
-        if (categories.contains(m_chosen.Category())) LookAgain();
+        const auto isShown = [&](const CString& category) { return m_chosen.Named().contains(category); };
+        if (std::any_of(categories.begin(), categories.end(), isShown)) LookAgain();
     });
     OnReopened();
 }
@@ -113,12 +116,15 @@ void DetailPanel::ShowHeading()
 {
     const RulesInView view = m_chosen.Look();
     if (view.IsEmpty()) return;
-    const std::size_t count = view.category->rules.size();
-    CString heading = u"选中 %1 条规则，共 %2 条"_s.arg(view.positions.size()).arg(count);
-    if (view.IsSingle()) heading = u"第 %1 条规则，共 %2 条"_s.arg(view.positions.front() + 1).arg(count);
+    const rules::SmallCategory& category = *view.Place(0).category;
+    CString heading = u"选中 %1 条规则"_s.arg(view.Count());
+    if (view.IsSingle())
+        heading = u"第 %1 条规则，共 %2 条"_s.arg(view.Place(0).position + 1).arg(category.rules.size());
     if (view.IsDefaultAlone()) heading += u"（其它）"_s;
     m_heading->setText(heading);
-    m_category->setText(CString(view.category->text).replace(u'\\', u" › "_s));
+    const std::size_t categories = view.Places().size();
+    m_category->setText(categories > 1 ? u"分属 %1 个小类"_s.arg(categories)
+                                       : CString(category.text).replace(u'\\', u" › "_s));
 }
 
 void DetailPanel::Tell(const CString& sentence)

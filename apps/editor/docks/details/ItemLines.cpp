@@ -69,7 +69,7 @@ SharedLine& Share(std::vector<SharedLine>& shared, const ItemLine& line, std::si
 std::vector<ItemLine> SharedLines(const RulesInView& view, const ProjectFacts& facts)
 {
     std::vector<SharedLine> shared;
-    for (std::size_t i = 0; i < view.positions.size(); ++i) {
+    for (std::size_t i = 0; i < view.Count(); ++i) {
         std::vector<ItemLine> lines;
         AddLines(lines, view.At(i), facts);
         SharedLine* bill = nullptr;
@@ -83,8 +83,8 @@ std::vector<ItemLine> SharedLines(const RulesInView& view, const ProjectFacts& f
     std::vector<ItemLine> lines;
     for (std::size_t i = 0; i < shared.size(); ++i) {
         ItemLine& line = lines.emplace_back(shared[i].line);
-        line.place = line.place.IsBill() ? ItemPlace{static_cast<int>(i), -1}
-                                         : ItemPlace{-1, static_cast<int>(i)};
+        line.place =
+            line.place.IsBill() ? ItemPlace{static_cast<int>(i), -1} : ItemPlace{-1, static_cast<int>(i)};
         for (std::size_t j = 0; j < shared[i].below.size(); ++j) {
             lines.push_back(shared[i].below[j].line);
             lines.back().place = {static_cast<int>(i), static_cast<int>(j)};

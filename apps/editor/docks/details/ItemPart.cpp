@@ -112,9 +112,9 @@ void ItemPart::BeginReplace()
     const auto line = m_tree->Current();
     if (!line || line->isForeign) return;
     m_replaced = Replaced{line->number, line->place.IsBill(), m_chosen.Named()};
-    m_replaceText->setText((line->place.IsBill() ? u"在选择窗口里选一条清单，替换 %1"_s
-                                                 : u"在选择窗口里选一条定额，替换 %1"_s)
-                               .arg(line->number));
+    m_replaceText->setText(
+        (line->place.IsBill() ? u"在选择窗口里选一条清单，替换 %1"_s : u"在选择窗口里选一条定额，替换 %1"_s)
+            .arg(line->number));
     m_replaceLine->show();
     m_pickers.Show(m_chosen.Facts().isBillMode, m_chosen.Category());
 }
@@ -154,9 +154,9 @@ CString ItemPart::FormulaFor(const CString& ruleOfItem)
     return formula.value_or(CString());
 }
 
-std::map<CString, std::vector<std::size_t>> ItemPart::Places() const
+rules::RulePlaces ItemPart::Places() const
 {
-    return {{m_chosen.Category(), m_chosen.Look().positions}};
+    return m_chosen.Look().Places();
 }
 
 void ItemPart::TellChanged(std::size_t rules, const CString& what)
@@ -171,7 +171,7 @@ void ItemPart::TakeBill(const CString& picked)
     if (view.IsEmpty() || (!m_replaced && !view.IsSingle()))
         return emit Told(u"没有加上：请只选一条规则；要替换用「换成…」"_s);
     std::vector<const rules::Rule*> rules;
-    for (std::size_t i = 0; i < view.positions.size(); ++i)
+    for (std::size_t i = 0; i < view.Count(); ++i)
         rules.push_back(&view.At(i));
     SQdInfo info;
     if (!NvQdInfo::IBillLib::GetQdInfo(picked, info)) return emit Told(u"清单库里没有 %1"_s.arg(picked));

@@ -59,7 +59,7 @@ private:
     void AddQuota(const DeStruct& record);
     std::optional<int> BillForQuotas(const RulesInView& view) const;
     CString FormulaFor(const CString& ruleOfItem);
-    std::map<CString, std::vector<std::size_t>> Places() const;
+    rules::RulePlaces Places() const;
     void TellChanged(std::size_t rules, const CString& what);
     void EditFormula();
 

@@ -67,7 +67,8 @@ void ItemTree::FitColumns()
     const std::array<CString, ColumnCount> samples{u"0310010010010"_s, u"镀锌钢管管道安装"_s, u"100m"_s,
                                                    u"管道长度+超高"_s, u"带管道配件"_s,       u"00/00"_s};
     for (int column = 0; column < ColumnCount; ++column)
-        setColumnWidth(column, widgets::ColumnWidth(fontMetrics(), samples[static_cast<std::size_t>(column)]));
+        setColumnWidth(column,
+                       widgets::ColumnWidth(fontMetrics(), samples[static_cast<std::size_t>(column)]));
 }
 
 // The module's grid shows the column for some categories only.
@@ -86,7 +87,7 @@ void ItemTree::Refresh()
                      isBillMode ? u"清单/定额名称"_s : u"定额名称"_s, u"单位"_s, u"计算结果编辑"_s,
                      u"带管道配件"_s, u"规则"_s});
     setColumnHidden(AnnexColumn, view.IsEmpty() || !HasAnnex());
-    setColumnHidden(RulesColumn, view.positions.size() < 2);
+    setColumnHidden(RulesColumn, view.Count() < 2);
     const std::vector<ItemLine> former = std::exchange(m_lines, LinesOf(view, m_chosen.Facts()));
     const bool isSameRule = std::exchange(m_shown, m_chosen.Named()) == m_chosen.Named();
     const bool isSameTree = isSameRule && std::equal(former.begin(), former.end(), m_lines.begin(),
@@ -121,14 +122,14 @@ void ItemTree::ShowLines()
 
 void ItemTree::ShowLine(QTreeWidgetItem& row, const ItemLine& line)
 {
-    const bool isSeveral = m_shown.ids.size() > 1;
+    const bool isSeveral = m_chosen.Count() > 1;
     const CString formula = line.formulasDiffer ? u"（各不相同）"_s : line.formula;
     const QStringList texts{line.isForeign ? u"%1（其它库）"_s.arg(line.number) : line.number,
                             line.name,
                             line.unit,
                             formula,
                             line.annex,
-                            u"%1/%2"_s.arg(line.rules).arg(m_shown.ids.size())};
+                            u"%1/%2"_s.arg(line.rules).arg(m_chosen.Count())};
     const CString hint =
         line.isForeign ? u"属于没有采用的库：配置对话框不显示它，套价时不算；可以移动、删除"_s : CString();
     for (int column = 0; column < ColumnCount; ++column) {
@@ -138,9 +139,8 @@ void ItemTree::ShowLine(QTreeWidgetItem& row, const ItemLine& line)
         row.setForeground(column, line.isForeign ? widgets::HintColour(palette()) : QBrush());
         row.setBackground(column, line.place.IsBill() ? QColor::fromRgba(BillColour) : QBrush());
     }
-    row.setFlags(line.isForeign || isSeveral
-                     ? Qt::ItemIsSelectable | Qt::ItemIsEnabled
-                     : Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
+    row.setFlags(line.isForeign || isSeveral ? Qt::ItemIsSelectable | Qt::ItemIsEnabled
+                                             : Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
 }
 
 QTreeWidgetItem* ItemTree::RowOf(const ItemPlace& place) const
@@ -193,10 +193,9 @@ void ItemTree::SetCell(const ItemLine& line, int column, const CString& text)
     const QScopedValueRollback entering(m_isEntering, true);
     RunGuarded([&] {
         const CString step =
-            u"修改 %1 的%2"_s.arg(line.number,
-                                  column == FormulaColumn ? u"计算结果编辑"_s
-                                  : column == NameColumn  ? u"名称"_s
-                                                          : headerItem()->text(column));
+            u"修改 %1 的%2"_s.arg(line.number, column == FormulaColumn ? u"计算结果编辑"_s
+                                               : column == NameColumn  ? u"名称"_s
+                                                                       : headerItem()->text(column));
         m_chosen.Change(step, [&](rules::Rule& rule) {
             rules::BillItem* const bill = line.place.IsBill() ? BillAt(rule, line.place) : nullptr;
             rules::QuotaItem* const quota = line.place.IsBill() ? nullptr : QuotaAt(rule, line.place);
@@ -230,7 +229,7 @@ void ItemTree::DeleteSelected()
 bool ItemTree::CanMove(bool down) const
 {
     const auto line = Current();
-    if (!line || m_shown.ids.size() != 1) return false;
+    if (!line || m_chosen.Count() != 1) return false;
     const QModelIndex index = currentIndex();
     return down ? index.row() + 1 < model()->rowCount(index.parent()) : index.row() > 0;
 }

@@ -1,10 +1,9 @@
 #include "editor/docks/details/SeriesDialog.h"
 
-#include "editor/dialogs/DialogParts.h"
 #include "editor/docks/details/ConditionInput.h"
 #include "editor/messages/Guard.h"
 #include "editor/session/WorkSession.h"
-#include "rules/model/Decimal.h"
+#include "rules/match/CellText.h"
 #include "widgets/FaultColour.h"
 
 #include <QtCore/QRegularExpression>
@@ -16,12 +15,14 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFormLayout>
+#include <QtWidgets/QGridLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <utility>
 
@@ -51,11 +52,12 @@ CString FirstAttribute(const CString& wanted, const rules::Rule& pattern,
 }
 
 /// The numbers in rising order, with what is no number behind them.
-void SortByNumber(CStringArray& values)
+void SortByNumber(CStringArray& values, const CStringArray& valueList)
 {
-    std::stable_sort(values.begin(), values.end(), [](const CString& a, const CString& b) {
-        const auto left = rules::Decimal::Parse(a);
-        const auto right = rules::Decimal::Parse(b);
+    const rules::NumberReader numbers(valueList);
+    std::stable_sort(values.begin(), values.end(), [&](const CString& a, const CString& b) {
+        const auto left = numbers.Read(a);
+        const auto right = numbers.Read(b);
         return left && right ? *left < *right : left.has_value() && !right;
     });
 }
@@ -86,7 +88,7 @@ SeriesDialog::SeriesDialog(WorkSession& session, CString category, std::size_t p
                            const CString& attribute, QWidget* parent)
     : QDialog(parent), m_session(session), m_category(std::move(category)), m_position(position),
       m_ruleId(Pattern().id), m_attribute(new QComboBox), m_form(new QComboBox), m_openEnds(new QCheckBox),
-      m_replaces(new QCheckBox(u"代替原来的规则(&R)"_s)), m_values(new QListWidget),
+      m_rest(new QCheckBox), m_replaces(new QCheckBox(u"代替原来的规则(&R)"_s)), m_values(new QListWidget),
       m_preview(new QListWidget), m_hint(new QLabel), m_fault(new QLabel), m_make(new QPushButton)
 {
     setWindowTitle(u"规则系列"_s);
@@ -103,14 +105,21 @@ SeriesDialog::SeriesDialog(WorkSession& session, CString category, std::size_t p
         label->setWordWrap(true);
         label->hide();
     }
-    column->addWidget(MakeButtons(*this, m_make));
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(m_make, QDialogButtonBox::AcceptRole);
+    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole);
+    m_make->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &SeriesDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &SeriesDialog::reject);
+    column->addWidget(buttons);
     const rules::CategoryFacts& attributes = session.Facts()->AttributesOf(m_category);
     for (const rules::AttributeFacts& facts : attributes)
         m_attribute->addItem(facts.name);
     m_attribute->setCurrentText(FirstAttribute(attribute, Pattern(), attributes));
     connect(m_attribute, &QComboBox::currentTextChanged, this, &SeriesDialog::ShowAttribute);
-    connect(m_form, &QComboBox::currentIndexChanged, this, &SeriesDialog::ShowForm);
-    connect(m_openEnds, &QCheckBox::toggled, this, &SeriesDialog::ShowPreview);
+    connect(m_form, &QComboBox::currentIndexChanged, this, &SeriesDialog::ShowPreview);
+    for (QCheckBox* ends : {m_openEnds, m_rest})
+        connect(ends, &QCheckBox::toggled, this, &SeriesDialog::ShowPreview);
     connect(m_values, &QListWidget::itemChanged, this, &SeriesDialog::ShowPreview);
     const int line = fontMetrics().height();
     resize(SizeInLines * line);
@@ -130,10 +139,12 @@ QWidget* SeriesDialog::MakeForm()
                     static_cast<int>(rules::SeriesForm::LowerClosed));
     m_openEnds->setChecked(true);
     m_replaces->setChecked(true);
+    m_replaces->setEnabled(!Pattern().isDefault); // a default rule stays behind its series
     m_replaces->setToolTip(u"不代替时，新的规则排在原来的规则之后"_s);
     form->addRow(u"属性(&A)："_s, m_attribute);
     form->addRow(u"形式(&F)："_s, m_form);
     form->addRow({}, m_openEnds);
+    form->addRow({}, m_rest);
     form->addRow({}, m_replaces);
     return place;
 }
@@ -189,10 +200,14 @@ const rules::Rule& SeriesDialog::Pattern() const
     return m_session.Draft().Find(m_category)->rules.at(m_position);
 }
 
+const rules::AttributeFacts* SeriesDialog::Facts() const
+{
+    return FindFacts(m_session.Facts()->AttributesOf(m_category), m_attribute->currentText());
+}
+
 void SeriesDialog::ShowAttribute()
 {
-    const rules::AttributeFacts* const facts =
-        FindFacts(m_session.Facts()->AttributesOf(m_category), m_attribute->currentText());
+    const rules::AttributeFacts* const facts = Facts();
     {
         const QSignalBlocker quiet(m_values);
         m_values->clear();
@@ -209,18 +224,23 @@ void SeriesDialog::ShowAttribute()
     m_hint->setText(m_values->count() > 0 ? CString()
                                           : u"目录里没有这个属性的值：粘贴，或用「加值」填写。"_s);
     m_hint->setVisible(m_values->count() == 0);
-    ShowForm();
+    ShowPreview();
 }
 
-void SeriesDialog::ShowForm()
+/// The ranges at the ends, as they would come.
+void SeriesDialog::ShowEnds()
 {
-    const auto form = static_cast<rules::SeriesForm>(m_form->currentData().toInt());
-    m_openEnds->setEnabled(form != rules::SeriesForm::Values);
-    m_openEnds->setText(form == rules::SeriesForm::LowerClosed
-                            ? u"最后一段不设上限(&E)"_s
-                            : u"第一段不设下限(&E)"_s);
-    m_openEnds->setToolTip(u"这样两端没有漏掉的值"_s);
-    ShowPreview();
+    const rules::SeriesPlan plan = Plan();
+    const bool isRange = plan.form != rules::SeriesForm::Values;
+    const bool isLower = plan.form == rules::SeriesForm::LowerClosed;
+    const CString first = plan.values.isEmpty() ? CString() : plan.values.first();
+    const CString last = plan.values.isEmpty() ? CString() : plan.values.last();
+    m_openEnds->setEnabled(isRange);
+    m_rest->setEnabled(isRange);
+    m_openEnds->setText(isLower ? u"最大的值以上也有一条（≥%1）(&E)"_s.arg(last)
+                                : u"最小的值以下也有一条（≤%1）(&E)"_s.arg(first));
+    m_rest->setText(isLower ? u"最小的值以下也有一条（＜%1）(&T)"_s.arg(first)
+                            : u"最大的值以上也有一条（＞%1）(&T)"_s.arg(last));
 }
 
 rules::SeriesPlan SeriesDialog::Plan() const
@@ -234,7 +254,10 @@ rules::SeriesPlan SeriesDialog::Plan() const
         if (value.checkState() == Qt::Checked && !value.text().trimmed().isEmpty())
             plan.values.append(Folded(value.text()));
     }
-    if (plan.form != rules::SeriesForm::Values) SortByNumber(plan.values);
+    plan.withRest = m_rest->isChecked();
+    const rules::AttributeFacts* const facts = Facts();
+    if (facts != nullptr) plan.valueList = facts->valueList;
+    if (plan.form != rules::SeriesForm::Values) SortByNumber(plan.values, plan.valueList);
     return plan;
 }
 
@@ -249,6 +272,7 @@ void SeriesDialog::ShowPreview()
         fault = QString::fromUtf8(error.what());
         m_preview->clear();
     }
+    ShowEnds();
     m_count = static_cast<std::size_t>(m_preview->count());
     m_fault->setText(fault);
     m_fault->setVisible(!fault.isEmpty());
@@ -332,8 +356,8 @@ void SeriesDialog::accept()
     if (m_count == 0) return;
     const bool isDone = RunGuarded([this] {
         if (Pattern().id != m_ruleId) throw std::runtime_error(u"原来的规则已经不在那里"_s.toStdString());
-        m_session.Do(rules::InsertSeries(m_session.Draft(), m_category, m_position, Plan(),
-                                         m_replaces->isChecked()));
+        m_session.Do(
+            rules::InsertSeries(m_session.Draft(), m_category, m_position, Plan(), m_replaces->isChecked()));
     });
     if (isDone) QDialog::accept();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/draft/Series.h"
+#include "rules/model/Facts.h"
 
 #include <QtWidgets/QDialog>
 
@@ -41,7 +42,7 @@ private:
     QWidget* MakeForm();
     QWidget* MakePreview();
     void ShowAttribute();
-    void ShowForm();
+    void ShowEnds();
     void ShowPreview();
     QListWidgetItem* AddValue(const CString& value, bool isChosen);
     void NewValue();
@@ -50,6 +51,7 @@ private:
     void ChooseAll(bool chosen);
     rules::SeriesPlan Plan() const;
     const rules::Rule& Pattern() const;
+    const rules::AttributeFacts* Facts() const;
 
     WorkSession& m_session;
     CString m_category;
@@ -59,6 +61,7 @@ private:
     QComboBox* m_attribute;
     QComboBox* m_form;
     QCheckBox* m_openEnds;
+    QCheckBox* m_rest;
     QCheckBox* m_replaces;
     QListWidget* m_values;
     QListWidget* m_preview;
