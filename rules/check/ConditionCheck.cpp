@@ -43,12 +43,6 @@ CStringArray ArrayOf(const Condition& condition)
             condition.lowerBound,    condition.upperBound};
 }
 
-bool Equals(const CString& a, const CString& b)
-{
-    const auto number = PlainNumber(a);
-    return Normalised(a) == Normalised(b) || (number && number == PlainNumber(b));
-}
-
 /// Something wrong with a condition, whatever rule it stands in.
 struct Fault
 {
@@ -213,7 +207,7 @@ private:
         if (fact.valueList.isEmpty() || WithoutBlanks(condition.value).isEmpty()) return;
         const bool isListed =
             std::any_of(fact.valueList.begin(), fact.valueList.end(),
-                        [&](const CString& value) { return Equals(value, condition.value); });
+                        [&](const CString& value) { return IsSameValue(value, condition.value); });
         if (!isListed)
             judgement.Add(FindingCode::ValueNotInList,
                           u"“%1”的值列表里没有“%2”"_s.arg(condition.attribute, condition.value));

@@ -34,23 +34,26 @@ public:
     Configuration Wanted() const;
     /// What the file held when it was read or last taken over by `Rebase`.
     const ConfigurationPtr& File() const noexcept { return m_file; }
-    /// Whether a category is another one than in the file.
-    bool IsChanged(const CString& category) const;
-    bool IsChanged() const;
-    /// The file holds this now, as after a save. Categories that it alone has come in as it has them.
+    /// Whether the rules of a category are others than in the file, ids included. One that the file has not
+    /// is unchanged as long as it holds nothing but a default rule without items.
+    bool IsChanged(const CString& category) const { return m_changed.contains(category); }
+    bool IsChanged() const noexcept { return !m_changed.empty(); }
+    /// The file holds this now, as after a save. Categories that were changed stay as they are, and are
+    /// changed where the file has them otherwise; the others become what the file has, so that nothing which
+    /// somebody else has written is taken back by the next save. May not be null.
     void Rebase(ConfigurationPtr file);
-    /// What the draft is without any edit: the categories as the file has them, and those offered that it
-    /// lacks.
-    ConfigurationPtr Saved() const;
 
-    /// Does an edit, or takes it back. Raises `std::logic_error`, with nothing done, when the rules that are
-    /// to go are not those that stand there.
+    /// Does an edit, or takes it back. Raises `std::logic_error`, with nothing done, when the draft has not
+    /// the category, or the rules that are to go are not those that stand there.
     void Apply(const Edit& edit);
     void Revert(const Edit& edit);
 
     /// An id for a new rule of the category: higher than that of any rule that has been in it since the draft
-    /// was made, and than 1, which default rules have. Ids are never given twice.
-    int FreshId(const CString& category) const;
+    /// was made, and than 1, which default rules have. Ids are never given twice, but where the highest one
+    /// there is has been given: then they are the lowest that no rule has at present.
+    int FreshId(const CString& category) const { return FreshIds(category, 1).front(); }
+    /// The same for that many rules.
+    std::vector<int> FreshIds(const CString& category, std::size_t count) const;
 
 private:
     struct Place
@@ -59,16 +62,25 @@ private:
         std::size_t big = 0;
         std::size_t small = 0;
     };
+    using Lists = std::map<CString, std::vector<Rule>>;
 
     SmallCategoryPtr& At(const Place& place);
     const SmallCategoryPtr& At(const Place& place) const;
+    void TakeFile(ConfigurationPtr file);
+    void AddCategories(const std::vector<Specialty>& specialties);
+    void Take(const CString& category, std::vector<Rule> rules);
+    void Note(const CString& category, const std::vector<Rule>& rules);
+    template <typename Splices>
+    void Change(const Splices& splices, std::vector<Rule> Splice::*removed,
+                std::vector<Rule> Splice::*inserted);
 
-    ConfigurationPtr m_file;
+    ConfigurationPtr m_file = std::make_shared<const Configuration>(std::vector<Specialty>());
     std::vector<Specialty> m_specialties;
-    std::map<CString, Place> m_places;   ///< by category text
-    std::set<CString> m_offered;         ///< texts
-    std::set<CString> m_touched;         ///< categories that an edit has ever concerned
-    std::map<CString, int> m_highestIds; ///< of rules, by category
+    std::map<CString, Place> m_places;           ///< by category text
+    std::map<CString, SmallCategoryPtr> m_basis; ///< what each category is as long as nobody changes it
+    std::set<CString> m_offered;                 ///< texts
+    std::set<CString> m_changed;                 ///< texts
+    std::map<CString, int> m_highestIds;         ///< of rules, by category
 };
 
 } // namespace rules

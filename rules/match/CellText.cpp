@@ -99,6 +99,13 @@ std::optional<Decimal> PlainNumber(QStringView text)
     return Decimal::Parse(Narrowed(text));
 }
 
+bool IsSameValue(const CString& a, const CString& b)
+{
+    if (Normalised(a) == Normalised(b)) return true;
+    const auto number = PlainNumber(a);
+    return number && number == PlainNumber(b);
+}
+
 NumberReader::NumberReader(const CStringArray& valueList)
 {
     for (const CString& value : valueList) {

@@ -25,6 +25,10 @@ KTQDDE_RULES_EXPORT CString WithUnit(const CString& name, const CString& unit);
 /// full-width forms count as the plain ones. Nothing for all else, "DN50" included.
 KTQDDE_RULES_EXPORT std::optional<Decimal> PlainNumber(QStringView text);
 
+/// Whether ＝ holds for a value and a cell: the same text without the blanks around, numbers of one value, or
+/// the same after compatibility normalisation.
+KTQDDE_RULES_EXPORT bool IsSameValue(const CString& a, const CString& b);
+
 /// How the numbers of one attribute are written, as far as its value list tells.
 class KTQDDE_RULES_EXPORT NumberReader
 {

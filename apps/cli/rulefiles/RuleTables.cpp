@@ -138,38 +138,6 @@ rules::RuleSheet ReadSheetFile(const CString& path, const CString& name,
     return sheet;
 }
 
-template <typename Part>
-Part& NamedPart(std::vector<Part>& parts, const Part& like)
-{
-    for (Part& part : parts)
-        if (part.name == like.name) return part;
-    parts.push_back({like.id, like.name, {}});
-    return parts.back();
-}
-
-/// The configuration with those categories of `changed` that are others than in `present`; all else stays as
-/// the file has it.
-rules::Configuration WithChanged(const rules::Configuration& configuration,
-                                 const rules::Configuration& present, const rules::Configuration& changed)
-{
-    std::vector<rules::Specialty> specialties = configuration.Specialties();
-    for (const rules::Specialty& specialty : changed.Specialties())
-        for (const rules::BigCategory& big : specialty.bigCategories)
-            for (const rules::SmallCategoryPtr& small : big.smallCategories) {
-                if (present.Find(small->text) == small) continue;
-                auto& list = NamedPart(NamedPart(specialties, specialty).bigCategories, big).smallCategories;
-                const auto former =
-                    std::find_if(list.begin(), list.end(), [&](const rules::SmallCategoryPtr& known) {
-                        return known->name == small->name;
-                    });
-                if (former == list.end())
-                    list.push_back(small);
-                else
-                    *former = small;
-            }
-    return rules::Configuration(std::move(specialties));
-}
-
 /// What the rule file becomes, and the bytes that it has and gets.
 struct Change
 {
@@ -191,7 +159,10 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const rules::Configuration taken =
         rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
     RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
-    rules::Configuration wanted = WithChanged(*read, *present, taken);
+    // All else stays as the file has it.
+    rules::Configuration wanted = read->With(taken.Specialties(), [&](const rules::SmallCategoryPtr& small) {
+        return present->Find(small->text) != small;
+    });
     try {
         QByteArray written = rules::WriteRules(bytes, wanted);
         return {read, std::move(wanted), std::move(written)};

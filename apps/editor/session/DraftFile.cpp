@@ -57,10 +57,7 @@ rules::ConfigurationPtr ReadOrRaise(const QByteArray& bytes, const CString& path
 
 } // namespace
 
-DraftFile::DraftFile(Project& project, CString path)
-    : DraftFile(project, path, BytesToWorkOn(path))
-{
-}
+DraftFile::DraftFile(Project& project, CString path) : DraftFile(project, path, BytesToWorkOn(path)) {}
 
 DraftFile::DraftFile(Project& project, CString path, const QByteArray& begunOn)
     : m_project(project), m_path(std::move(path))

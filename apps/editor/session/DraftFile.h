@@ -45,9 +45,9 @@ public:
         Merged,    ///< saved, together with what another program had saved meanwhile
         Cancelled, ///< by the user; the file is untouched
     };
-    /// Brings the rules into the file: a copy of what it holds goes into the history, what another program has
-    /// saved since it was read is merged, and the file is written with the host's version, as the module's
-    /// own save does. Afterwards `Rules` is what the file holds. Raises, with the file as it was,
+    /// Brings the rules into the file: a copy of what it holds goes into the history, what another program
+    /// has saved since it was read is merged, and the file is written with the host's version, as the
+    /// module's own save does. Afterwards `Rules` is what the file holds. Raises, with the file as it was,
     /// `embedded::Error` when another program does not give it back, `platform::FileError`, and `xml::Error`
     /// for texts that no file can hold.
     SaveEnd Save(const rules::Configuration& wanted, const AnswerConflicts& answer);

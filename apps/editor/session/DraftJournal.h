@@ -15,17 +15,17 @@ namespace editor {
 /// What a program that ended in the middle has left of a draft.
 struct LostDraft
 {
-    QString folder;    ///< native; names it
-    CString ruleFile;  ///< path text
-    QDateTime changed; ///< when the last edit was made
-    QByteArray base;   ///< what the rule file held when the draft was begun
+    QString folder;                 ///< native; names it
+    CString ruleFile;               ///< path text
+    QDateTime changed;              ///< when the last edit was made
+    QByteArray base;                ///< what the rule file held when the draft was begun
     std::vector<rules::Edit> edits; ///< in order, those that were undone and the undoing included
 };
 
 /// Writes down the edits of a draft as they are made, so that a program that dies between edit and save loses
 /// none of them. It lies in a folder of its own below "history/drafts" of the project: "base.xml", what the
-/// rule file held, "about.json" and "edits.jsonl", one edit a line (see rules/draft/EditLine.h), and a mark by
-/// which other programs see that its own one still runs. Nothing is made before the first edit. What is
+/// rule file held, "about.json" and "edits.jsonl", one edit a line (see rules/draft/EditLine.h), and a mark
+/// by which other programs see that its own one still runs. Nothing is made before the first edit. What is
 /// written is safe from the end of the program, not from that of the machine: it is not forced to the disk.
 class DraftJournal
 {

@@ -21,8 +21,8 @@ ProjectFactsPtr FactsOf(Project& project)
     facts->isBillMode = project.Mode() == SQdDeInfo::BillMode;
     facts->offered = shared::WithinCatalogue(rules::Configuration({}), catalogue);
     facts->attributes = shared::OfferedAttributesOf(catalogue);
-    facts->pricing =
-        shared::PricingFactsOf(host, facts->isBillMode ? rules::PricingMode::Bill : rules::PricingMode::Quota);
+    facts->pricing = shared::PricingFactsOf(host, facts->isBillMode ? rules::PricingMode::Bill
+                                                                    : rules::PricingMode::Quota);
     facts->measures = shared::MeasuresOf(catalogue);
     facts->checks = shared::CheckFactsOf(host, facts->isBillMode);
     return facts;

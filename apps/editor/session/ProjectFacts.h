@@ -16,7 +16,7 @@ class Project;
 struct ProjectFacts
 {
     bool isBillMode = true;
-    rules::ConfigurationPtr offered;  ///< the host's categories, without rules; see `rules::Draft`. Never null
+    rules::ConfigurationPtr offered; ///< the host's categories, without rules; see `rules::Draft`. Never null
     rules::CatalogueFacts attributes; ///< that the editor offers for each category
     rules::PricingFacts pricing;
     rules::Measures measures;

@@ -97,9 +97,8 @@ CString TableTextOf(const std::vector<rules::Rule>& rules, const WorkSession& se
 {
     const shared::LibraryItems libraries = LibrariesOf(session);
     std::vector<rules::SheetFault> faults;
-    const rules::RuleSheet sheet =
-        rules::MakeSheet({CategoryOnTheWay(rules)}, FactsOnTheWay(session),
-                         ItemsFor(libraries, session.CategoryText()), faults);
+    const rules::RuleSheet sheet = rules::MakeSheet({CategoryOnTheWay(rules)}, FactsOnTheWay(session),
+                                                    ItemsFor(libraries, session.CategoryText()), faults);
     CString text;
     if (!faults.empty()) {
         for (const rules::Rule& rule : rules)

@@ -79,11 +79,11 @@ void WorkSession::RefreshFacts()
         m_facts = FactsOf(*m_project);
     }
     if (m_file) {
-        // The edits stay: those of categories that the host offers no more go on as those of the file.
+        // The edits stay. What they are about may be offered no more, so they can no longer be taken back.
         const rules::ConfigurationPtr present = m_draft.Snapshot();
         m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
-        m_undo.clear();
         m_draft.Apply(rules::Towards(m_draft, *present, {}));
+        m_undo.clear();
     }
     KeepChoiceValid();
     emit Reopened();
@@ -145,7 +145,18 @@ DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
 
 void WorkSession::Discard()
 {
-    Do(rules::Towards(m_draft, *m_draft.Saved(), u"放弃修改"_s));
+    const rules::Draft saved(m_file->Rules(), m_facts->offered);
+    Do(rules::Towards(m_draft, *saved.Snapshot(), u"放弃修改"_s));
+}
+
+void WorkSession::Reset()
+{
+    m_undo.clear();
+    m_journal->End();
+    BeginJournal();
+    m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+    KeepChoiceValid();
+    emit Reopened();
 }
 
 bool WorkSession::TakeOver()
@@ -160,25 +171,25 @@ bool WorkSession::TakeOver()
     return true;
 }
 
-/// The edits so far are in the file; what it holds besides becomes one, and what comes begins on that.
+/// The edits so far are in the file; what it holds besides becomes one more, and what comes begins on that.
 void WorkSession::FollowFile(const CString& text)
 {
+    const rules::Edit others = rules::Towards(m_draft, *m_file->Rules(), text, true);
+    if (!others.IsEmpty()) m_undo.push(new EditCommand(*this, others));
     m_draft.Rebase(m_file->Rules());
-    if (m_journal) m_journal->End();
-    m_journalFault.clear();
+    m_journal->End();
     BeginJournal();
-    const rules::Edit others = rules::Towards(m_draft, *m_draft.Saved(), text);
-    if (!others.IsEmpty()) {
-        m_undo.push(new EditCommand(*this, others));
-        if (!m_draft.IsChanged()) m_journal->End();
-        m_undo.setClean();
-    }
+    m_undo.setClean();
+    KeepChoiceValid();
+    // Another program may have brought categories that nobody knew.
+    if (!others.IsEmpty()) emit Reopened();
     emit FileChanged();
 }
 
 void WorkSession::BeginJournal()
 {
     m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    m_journalFault.clear();
 }
 
 const rules::FileStructure& WorkSession::Structure() const noexcept

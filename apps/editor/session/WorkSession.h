@@ -56,6 +56,8 @@ public:
     DraftFile::SaveEnd Save(const AnswerConflicts& answer);
     /// Goes back to what the file held when it was opened or saved last; can be undone.
     void Discard();
+    /// The same for good: nothing can be undone afterwards.
+    void Reset();
     /// Takes over what the file holds now, as after the module's dialogs have written it or another program
     /// has; it becomes an edit that can be undone. False, with nothing done, while the draft has changes of
     /// its own, or when the file cannot be read any more.

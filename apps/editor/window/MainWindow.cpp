@@ -7,6 +7,7 @@
 #include "editor/window/AppIcon.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/window/WelcomePage.h"
+#include "editor/workbench/Workbench.h"
 #include "shared/RuleFileState.h"
 
 #include <QtCore/QDir>
@@ -32,7 +33,7 @@ namespace editor {
 
 namespace {
 
-constexpr QSize FirstSize(820, 560);
+constexpr QSize FirstSize(1240, 760);
 
 /// The project folder that is dragged onto the window: a folder itself, or a project file in it. Empty for
 /// anything else.
@@ -57,8 +58,9 @@ MainWindow::MainWindow(RecentProjects recent)
                     .setSpec = [this](const CString& name) { SetSpec(name); },
                     .setLibrary = [this](auto role, const CString& code) { SetLibrary(role, code); },
                     .selectionChanged = [this] { EnableActions(); }});
+    m_workbench = MakeWorkbench();
     m_pages->addWidget(m_welcome);
-    m_pages->addWidget(m_panel);
+    m_pages->addWidget(m_workbench);
     setCentralWidget(m_pages);
     Connect();
     Tell(u"准备好了"_s);
@@ -102,10 +104,10 @@ bool MainWindow::RunAlone(const std::function<void()>& step)
 
 void MainWindow::ShowState()
 {
-    setWindowTitle(m_project ? u"%1 - %2"_s.arg(m_project->Name(), ProgramName()) : ProgramName());
+    ShowTitle();
     if (m_project) {
         m_panel->ShowProject(*m_project);
-        m_pages->setCurrentWidget(m_panel);
+        m_pages->setCurrentWidget(m_workbench);
     } else {
         m_pages->setCurrentWidget(m_welcome);
     }
@@ -163,7 +165,9 @@ void MainWindow::About()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(!m_isBusy);
+    bool mayClose = false;
+    RunAlone([&] { mayClose = MayLeaveRules(); });
+    event->setAccepted(mayClose);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

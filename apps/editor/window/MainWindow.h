@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/project/RecentProjects.h"
+#include "editor/session/WorkSession.h"
 #include "editor/steps/LivelyWindows.h"
 #include "editor/window/Actions.h"
 #include "editor/window/ModuleSteps.h"
@@ -10,19 +11,22 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class QStackedWidget;
 
 namespace editor {
 
 class Project;
+struct OtherFile;
 class ProjectPanel;
+class Workbench;
 class WelcomePage;
 
 /// The host window: opens a project, shows its settings and rule files, and starts the module on them. What a
 /// command raises is shown in a box; the window and the project stay. Its sources: MainWindow.cpp holds the
-/// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowSteps.cpp what commands
-/// do with rule files and data.
+/// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowRules.cpp how the rules
+/// of a file come onto the workbench and back, MainWindowSteps.cpp what commands do with rule files and data.
 class MainWindow : public QMainWindow
 {
 public:
@@ -39,9 +43,12 @@ public:
     /// The open project; null when there is none.
     Project* OpenedProject() const { return m_project.get(); }
     const Actions& Commands() const { return m_actions; }
+    /// What the workbench works on.
+    WorkSession& Session() noexcept { return m_session; }
+    Workbench& Bench() noexcept { return *m_workbench; }
 
 protected:
-    /// Refused while a command is being worked on.
+    /// Refused while a command is being worked on, and when the user does not want to leave unsaved rules.
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -74,6 +81,25 @@ private:
     void SetSpec(const CString& name);
     void SetLibrary(embedded::LibraryRole role, const CString& code);
 
+    // Rules (MainWindowRules.cpp)
+    Workbench* MakeWorkbench();
+    /// Opens a rule file on the workbench, or shows there why it cannot be. Offers what a program that ended
+    /// in the middle has left of it.
+    void OpenRules(const CString& ruleFile);
+    /// The same where the user may want to save what is open first; false when he stays with that.
+    bool SwitchRules(const CString& ruleFile);
+    /// Brings onto the workbench what a step has written, or made the current configuration.
+    void FollowFiles();
+    /// False when the user did not save after all.
+    bool SaveRules();
+    /// Asks what is to become of changes that are not saved; false when the user stays with them.
+    bool MayLeaveRules();
+    void OfferLostDraft(const CString& ruleFile);
+    void GoToFile(const CString& path, const CString& category, std::size_t position);
+    std::vector<OtherFile> ReadOtherFiles();
+    void TakeSpecialty();
+    void ShowTitle();
+
     // Rule files and data (MainWindowSteps.cpp)
     void ExamineRuleFiles();
     /// Runs what may write rule files, and examines them afterwards unless it was cancelled: also when it
@@ -98,9 +124,11 @@ private:
     RecentProjects m_recent;
     Actions m_actions;
     std::unique_ptr<Project> m_project;
+    WorkSession m_session; ///< ends before the project
     QStackedWidget* m_pages;
     WelcomePage* m_welcome;
     ProjectPanel* m_panel;
+    Workbench* m_workbench;
     bool m_isBusy = false; ///< a command is being worked on
 };
 

@@ -89,21 +89,27 @@ void MainWindow::ChooseProject()
 
 bool MainWindow::Open(const QString& nativeFolder)
 {
+    if (!MayLeaveRules()) return false;
     auto project = OpenOrMend(this, nativeFolder);
     if (!project) return false;
+    m_session.SetProject(nullptr);
     m_project.reset();
     m_project = std::move(project);
     m_project->BecomeHost(this);
+    m_session.SetProject(m_project.get());
     m_recent.Add(m_project->Folder());
     ShowState();
-    m_panel->setFocus();
+    m_workbench->FocusRules();
     ExamineRuleFiles();
+    OpenRules(m_project->CurrentRuleFile());
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
     return true;
 }
 
 void MainWindow::CloseProject()
 {
+    if (!MayLeaveRules()) return;
+    m_session.SetProject(nullptr);
     m_project.reset();
     ShowState();
     Tell(u"工程已关闭"_s);
@@ -112,19 +118,28 @@ void MainWindow::CloseProject()
 // The panel shows the project's own answer also when the change was refused.
 void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
 {
-    RunAlone([&] { m_project->SetMode(mode); });
+    RunAlone([&] {
+        m_project->SetMode(mode);
+        m_session.RefreshFacts();
+    });
     ShowState();
 }
 
 void MainWindow::SetSpec(const CString& name)
 {
-    RunAlone([&] { m_project->SetSpec(name); });
+    RunAlone([&] {
+        m_project->SetSpec(name);
+        m_session.ChooseSpecialty(name);
+    });
     ShowState();
 }
 
 void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
 {
-    const bool set = RunAlone([&] { m_project->SetLibrary(role, code); });
+    const bool set = RunAlone([&] {
+        m_project->SetLibrary(role, code);
+        m_session.RefreshFacts();
+    });
     ShowState();
     if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
 }

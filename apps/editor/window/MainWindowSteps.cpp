@@ -7,6 +7,7 @@
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
+#include "editor/window/CategoryOpener.h"
 #include "editor/window/ProjectPanel.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
@@ -93,19 +94,25 @@ StepEnd MainWindow::RunAndExamine(const std::function<StepEnd()>& step)
         end = step();
     } catch (...) {
         ExamineRuleFiles();
+        FollowFiles();
         throw;
     }
-    if (end != StepEnd::Cancelled) ExamineRuleFiles();
+    if (end == StepEnd::Cancelled) return end;
+    ExamineRuleFiles();
+    FollowFiles();
     return end;
 }
 
 void MainWindow::Configure()
 {
+    if (!MayLeaveRules()) return;
+    const CategoryOpener atChosen(m_session.CategoryText());
     TellEnd(RunAndExamine([&] { return Steps().Configure(); }), u"配置已保存"_s);
 }
 
 void MainWindow::RunWizard()
 {
+    if (!MayLeaveRules()) return;
     ModuleSteps steps = Steps();
     const auto selected = m_panel->Selected();
     const CString file = selected ? selected->path : m_project->CurrentRuleFile();
@@ -132,6 +139,7 @@ void MainWindow::RefreshOther()
 
 void MainWindow::MakeCurrent(const CString& ruleFile)
 {
+    if (!MayLeaveRules()) return;
     const StepEnd end = RunAndExamine([&] { return Steps().Refresh(ruleFile); });
     TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(m_project->CurrentRuleFile())));
     if (end == StepEnd::Done) WarnUnlessCurrent(ruleFile);
@@ -153,6 +161,7 @@ void MainWindow::RebuildAttributes()
 
 void MainWindow::WriteHead()
 {
+    if (!MayLeaveRules()) return;
     TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_panel->Selected()->path); }), u"已写文件头"_s);
 }
 
@@ -160,12 +169,15 @@ void MainWindow::ShowHistory()
 {
     HistoryWindow window(this, *m_project, m_panel->Selected()->path);
     window.exec();
-    if (window.HasRestored()) ExamineRuleFiles();
+    if (!window.HasRestored()) return;
+    ExamineRuleFiles();
+    FollowFiles();
 }
 
 // The host keeps the catalogue in memory, so a changed one is opened anew.
 void MainWindow::ImportData()
 {
+    if (!MayLeaveRules()) return;
     TransferDialog dialog(this, TransferDialog::Direction::Import, *m_project);
     if (dialog.exec() != QDialog::Accepted) return;
     const auto kind = dialog.Kind();

@@ -222,10 +222,9 @@ void CategoryPanel::ShowCategory(const CString& category)
     font.setItalic(!isOffered);
     font.setBold(count > 0);
     item.setFont(font);
-    item.setToolTip(u"%1：%2 条规则%3%4%5"_s.arg(category)
-                        .arg(count)
-                        .arg(MarkText(severity), isChanged ? u"，有没有保存的修改"_s : QString(),
-                             isOffered ? QString() : u"；工程的类别里没有它，配置对话框会丢掉它的规则"_s));
+    item.setToolTip(u"%1：%2 条规则%3%4%5"_s.arg(category).arg(count).arg(
+        MarkText(severity), isChanged ? u"，有没有保存的修改"_s : QString(),
+        isOffered ? QString() : u"；工程的类别里没有它，配置对话框会丢掉它的规则"_s));
     item.setData(item.toolTip(), Qt::AccessibleTextRole);
     QStandardItem& counter = *item.parent()->child(item.row(), CountColumn);
     counter.setText(count > 0 ? CString::number(count) : CString());

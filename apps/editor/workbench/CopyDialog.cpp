@@ -88,7 +88,8 @@ void CopyDialog::Filter(const QString& text)
         (*it)->setHidden(!text.isEmpty());
     for (QTreeWidgetItemIterator it(m_tree); *it != nullptr; ++it) {
         QTreeWidgetItem* const item = *it;
-        if (text.isEmpty() || !item->data(0, TextRole).toString().contains(text, Qt::CaseInsensitive)) continue;
+        if (text.isEmpty() || !item->data(0, TextRole).toString().contains(text, Qt::CaseInsensitive))
+            continue;
         for (QTreeWidgetItem* shown = item; shown != nullptr; shown = shown->parent()) {
             shown->setHidden(false);
             if (shown != item) shown->setExpanded(true);

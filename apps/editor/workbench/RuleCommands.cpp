@@ -97,9 +97,9 @@ void RuleCommands::Paste()
         if (!faults.isEmpty()) return ShowWarning(u"没有粘贴：\n"_s + faults.join(u'\n'));
     }
     std::vector<rules::Misfit> misfits;
-    const rules::Edit edit = rules::PasteRules(m_session.Draft(), pasted, m_session.CategoryText(),
-                                               PlaceBehindCurrent(),
-                                               m_session.Facts()->AttributesOf(m_session.CategoryText()), misfits);
+    const rules::Edit edit =
+        rules::PasteRules(m_session.Draft(), pasted, m_session.CategoryText(), PlaceBehindCurrent(),
+                          m_session.Facts()->AttributesOf(m_session.CategoryText()), misfits);
     m_session.Do(edit);
     TellMisfits(misfits);
 }

@@ -148,7 +148,8 @@ void RuleTable::ShareWidth()
     }
     const int least = widgets::ChineseWidth(QFontMetrics(font()), 8);
     for (const auto& [column, share] : Shares)
-        if (!isColumnHidden(column)) setColumnWidth(column, std::max(least, free * share / std::max(shares, 1)));
+        if (!isColumnHidden(column))
+            setColumnWidth(column, std::max(least, free * share / std::max(shares, 1)));
 }
 
 void RuleTable::resizeEvent(QResizeEvent* event)

@@ -47,8 +47,8 @@ private:
     RuleTableModel& m_model;
     std::function<void()> m_chosen = [] {};
     std::function<void()> m_activated = [] {};
-    bool m_isQuiet = false;  ///< choosing from code
-    bool m_isSized = false;  ///< the user has given the columns widths of his own
+    bool m_isQuiet = false; ///< choosing from code
+    bool m_isSized = false; ///< the user has given the columns widths of his own
     bool m_isSizing = false;
 };
 

@@ -15,8 +15,8 @@ namespace {
 
 const QString MimeType = u"application/x-ktqdde-rule-places"_s;
 
-const std::array<QString, RuleTableModel::ColumnCount> Headings{
-    u"类别"_s, u"序号"_s, u"条件"_s, u"清单"_s, u"定额"_s, u"命中"_s, u"说明"_s};
+const std::array<QString, RuleTableModel::ColumnCount> Headings{u"类别"_s, u"序号"_s, u"条件"_s, u"清单"_s,
+                                                                u"定额"_s, u"命中"_s, u"说明"_s};
 
 CString ItemText(const CString& number, const CString& name)
 {
@@ -48,9 +48,8 @@ CStringArray QuotaTexts(const rules::Rule& rule, bool isBillMode)
 CString PlaceText(const RuleRow& row)
 {
     const CString place = row.category->text;
-    return row.file.isEmpty()
-               ? place
-               : platform::BeforeLastStop(platform::FileNameOf(row.file)) + u"："_s + place;
+    return row.file.isEmpty() ? place
+                              : platform::BeforeLastStop(platform::FileNameOf(row.file)) + u"："_s + place;
 }
 
 } // namespace
@@ -206,7 +205,8 @@ QMimeData* RuleTableModel::mimeData(const QModelIndexList&) const
     return data;
 }
 
-bool RuleTableModel::canDropMimeData(const QMimeData* data, Qt::DropAction, int, int, const QModelIndex&) const
+bool RuleTableModel::canDropMimeData(const QMimeData* data, Qt::DropAction, int, int,
+                                     const QModelIndex&) const
 {
     return data->data(MimeType) == QByteArray::number(reinterpret_cast<quintptr>(this)) && !m_rows.empty() &&
            m_rows.front().category == m_rows.back().category && m_rows.front().file.isEmpty();

@@ -39,7 +39,15 @@ struct RuleKnowledge
 class RuleTableModel : public QAbstractTableModel
 {
 public:
-    enum Column { PlaceColumn, PositionColumn, ConditionColumn, BillColumn, QuotaColumn, HitColumn, NoteColumn };
+    enum Column {
+        PlaceColumn,
+        PositionColumn,
+        ConditionColumn,
+        BillColumn,
+        QuotaColumn,
+        HitColumn,
+        NoteColumn
+    };
     static constexpr int ColumnCount = NoteColumn + 1;
 
     enum Role {

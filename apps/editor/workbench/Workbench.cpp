@@ -18,7 +18,9 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QToolBar>
+#include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -43,7 +45,7 @@ Workbench::Workbench(WorkSession& session, Wishes wishes)
       m_redo(session.Undo().createRedoAction(this, u"重做"_s)), m_commands(session, *this), m_search(session),
       m_model(new RuleTableModel(session, this)), m_table(new RuleTable(*m_model)),
       m_categories(new CategoryPanel(session)), m_text(new QLineEdit), m_scope(new QComboBox),
-      m_count(new QLabel), m_prepare(new QTimer(this))
+      m_count(new QLabel), m_heading(new QLabel), m_notice(new QLabel), m_prepare(new QTimer(this))
 {
     setWindowFlags(Qt::Widget); // a page, not a window
     Build();
@@ -62,15 +64,25 @@ void Workbench::Build()
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     m_undo->setShortcut(QKeySequence::Undo);
     m_undo->setIconText(u"撤销"_s);
-    m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    m_redo->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
     m_redo->setIconText(u"重做"_s);
     addToolBar(MakeTools());
     addToolBarBreak();
     addToolBar(MakeSearch());
-    setCentralWidget(m_table);
+    auto* middle = new QWidget;
+    auto* column = new QVBoxLayout(middle);
+    column->setContentsMargins({});
+    m_notice->setWordWrap(true);
+    m_notice->setTextFormat(Qt::PlainText);
+    m_notice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_notice->hide();
+    column->addWidget(m_notice);
+    column->addWidget(m_table, 1);
+    setCentralWidget(middle);
     setFocusProxy(m_table);
-    for (QAction* action : {m_actions.add, m_actions.remove, m_actions.up, m_actions.down, m_actions.copy,
-                            m_actions.paste})
+    for (QAction* action :
+         {m_actions.add, m_actions.remove, m_actions.up, m_actions.down, m_actions.copy, m_actions.paste})
         m_table->addAction(action);
     m_table->addAction(m_actions.copyTo);
     m_table->addAction(m_actions.series);
@@ -89,8 +101,8 @@ QToolBar* Workbench::MakeTools()
     tools->addSeparator();
     tools->addActions({m_undo, m_redo});
     tools->addSeparator();
-    tools->addActions({m_actions.add, m_actions.remove, m_actions.up, m_actions.down, m_actions.copyTo,
-                       m_actions.series});
+    tools->addActions(
+        {m_actions.add, m_actions.remove, m_actions.up, m_actions.down, m_actions.copyTo, m_actions.series});
     return tools;
 }
 
@@ -99,6 +111,7 @@ QToolBar* Workbench::MakeSearch()
     auto* bar = new QToolBar(u"查找"_s);
     bar->setObjectName(u"find"_s);
     m_text->setPlaceholderText(u"查找规则：条件、“公称直径 65”、清单或定额的编号、名称"_s);
+    m_text->setObjectName(u"find"_s);
     m_text->setAccessibleName(u"查找规则"_s);
     m_text->setToolTip(u"%1\n%2"_s.arg(
         u"多个词用空格隔开，都要有。属性名后面跟一个值，找对这个值成立的条件：公称直径 65 也找到 50＜公称直径≤65"_s,
@@ -108,14 +121,16 @@ QToolBar* Workbench::MakeSearch()
     QPalette colours = m_text->palette();
     colours.setColor(QPalette::PlaceholderText, widgets::HintColour(colours));
     m_text->setPalette(colours);
-    for (const auto& [text, scope] : {std::pair(u"本类别"_s, SearchScope::Category),
-                                      std::pair(u"本专业"_s, SearchScope::Specialty),
-                                      std::pair(u"整个文件"_s, SearchScope::File),
-                                      std::pair(u"工程的全部文件"_s, SearchScope::Project)})
+    for (const auto& [text, scope] :
+         {std::pair(u"本类别"_s, SearchScope::Category), std::pair(u"本专业"_s, SearchScope::Specialty),
+          std::pair(u"整个文件"_s, SearchScope::File), std::pair(u"工程的全部文件"_s, SearchScope::Project)})
         m_scope->addItem(text, static_cast<int>(scope));
     m_scope->setAccessibleName(u"查找范围"_s);
     m_scope->setToolTip(u"在哪里查找"_s);
     m_count->setContentsMargins(8, 0, 8, 0); // NOLINT(readability-magic-numbers): beside the fields
+    m_heading->setTextFormat(Qt::PlainText);
+    m_heading->setContentsMargins(4, 0, 8, 0); // NOLINT(readability-magic-numbers): beside the fields
+    bar->addWidget(m_heading);
     bar->addWidget(m_text);
     bar->addWidget(m_scope);
     bar->addWidget(m_count);
@@ -143,7 +158,8 @@ void Workbench::Connect()
     connect(m_actions.edit, &QAction::triggered, this, [this] { EditCurrent(); });
     m_model->OnMoved([this](std::size_t target) {
         // Once the drag has ended: the edit fills the list anew.
-        QTimer::singleShot(0, this, [this, target] { m_wishes.run([this, target] { m_commands.MoveTo(target); }); });
+        QTimer::singleShot(0, this,
+                           [this, target] { m_wishes.run([this, target] { m_commands.MoveTo(target); }); });
     });
     m_table->OnChosen([this] { TakeChoice(); });
     m_table->OnActivated([this] { EditCurrent(); });
@@ -219,7 +235,8 @@ void Workbench::ShowRows()
 void Workbench::ShowCount()
 {
     const auto count = static_cast<qulonglong>(m_model->Rows().size());
-    m_count->setText(m_text->text().trimmed().isEmpty() ? u"%1 条规则"_s.arg(count) : u"找到 %1 条"_s.arg(count));
+    m_count->setText(m_text->text().trimmed().isEmpty() ? u"%1 条规则"_s.arg(count)
+                                                        : u"找到 %1 条"_s.arg(count));
 }
 
 /// Chooses the lines of what is chosen in the session.
@@ -300,6 +317,20 @@ void Workbench::ScopeChosen()
     ShowRows();
 }
 
+void Workbench::SetHeading(const QString& configuration, bool isChanged)
+{
+    m_heading->setText(configuration.isEmpty()
+                           ? u"没有打开规则文件"_s
+                           : u"%1%2"_s.arg(configuration, isChanged ? u" *"_s : QString()));
+    m_heading->setToolTip(isChanged ? u"有没有保存的修改"_s : u"打开的规则文件"_s);
+}
+
+void Workbench::ShowNotice(const QString& text)
+{
+    m_notice->setText(text);
+    m_notice->setVisible(!text.isEmpty());
+}
+
 void Workbench::Find(const QString& text, SearchScope scope)
 {
     m_scope->setCurrentIndex(m_scope->findData(static_cast<int>(scope)));
@@ -314,7 +345,8 @@ void Workbench::FocusRules()
 /// Keys that move through the list go from the field to it.
 bool Workbench::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_text || event->type() != QEvent::KeyPress) return QMainWindow::eventFilter(watched, event);
+    if (watched != m_text || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
     switch (static_cast<const QKeyEvent&>(*event).key()) {
     case Qt::Key_Down:
     case Qt::Key_Return:

@@ -11,6 +11,7 @@
 #include <functional>
 
 class QComboBox;
+class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QTimer;
@@ -50,16 +51,23 @@ public:
     QAction* RedoAction() const noexcept { return m_redo; }
 
     /// What other parts know of rules and categories.
-    void SetKnowledge(RuleKnowledge knowledge, std::function<std::optional<rules::Severity>(const CString&)> severities);
+    void SetKnowledge(RuleKnowledge knowledge,
+                      std::function<std::optional<rules::Severity>(const CString&)> severities);
     /// What is known has changed: everywhere, or in these categories.
     void KnowledgeChanged(const QStringList& categories = {});
     /// Shows or hides the column of hits.
     void ShowHits(bool show);
 
     /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
-    QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content, Qt::DockWidgetArea area);
+    QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
+                         Qt::DockWidgetArea area);
     /// Where the user goes to work on the current rule.
     void SetEditor(QWidget* editor) { m_editor = editor; }
+
+    /// Names the open file; empty for none.
+    void SetHeading(const QString& configuration, bool isChanged);
+    /// Says in the place of the rules why there are none; empty takes it away.
+    void ShowNotice(const QString& text);
 
     /// Looks for this everywhere in a scope, as if it had been typed.
     void Find(const QString& text, SearchScope scope);
@@ -96,6 +104,8 @@ private:
     QLineEdit* m_text;
     QComboBox* m_scope;
     QLabel* m_count;
+    QLabel* m_heading;
+    QLabel* m_notice;
     QTimer* m_prepare; ///< the search, between events
     QWidget* m_editor = nullptr;
     bool m_isShowing = false;
