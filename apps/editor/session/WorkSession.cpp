@@ -349,10 +349,9 @@ void WorkSession::KeepChoiceValid()
     if (!m_current || !std::binary_search(m_rules.begin(), m_rules.end(), *m_current))
         m_current = m_rules.empty() ? std::nullopt : std::optional(m_rules.front());
     m_elsewhere.erase(m_category);
-    std::erase_if(m_elsewhere, [this](auto& entry) {
-        Trim(entry.second, m_draft.Find(entry.first));
-        return entry.second.empty();
-    });
+    for (auto& [text, positions] : m_elsewhere)
+        Trim(positions, m_draft.Find(text));
+    std::erase_if(m_elsewhere, [](const auto& entry) { return entry.second.empty(); });
 }
 
 } // namespace editor

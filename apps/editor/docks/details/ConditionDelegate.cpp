@@ -2,6 +2,7 @@
 
 #include "editor/docks/details/ConditionTable.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QCompleter>
 #include <QtWidgets/QLineEdit>
@@ -62,8 +63,11 @@ QWidget* ConditionDelegate::createEditor(QWidget* parent, const QStyleOptionView
         editor = new QLineEdit(parent);
     }
     editor->setAccessibleName(m_table.horizontalHeaderItem(index.column())->text());
+    // An entry may be chosen by the key that closes the editor anyway, so this comes after it.
     if (combo != nullptr)
-        connect(combo, &QComboBox::activated, &m_table, [this, combo] { m_table.Finish(combo); });
+        connect(
+            combo, &QComboBox::activated, &m_table,
+            [this, chosen = QPointer<QWidget>(combo)] { m_table.Finish(chosen); }, Qt::QueuedConnection);
     m_table.Opened(editor);
     return editor;
 }

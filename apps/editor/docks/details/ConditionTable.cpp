@@ -179,13 +179,14 @@ void ConditionTable::ShowLine(int row)
 
 void ConditionTable::Finish(QWidget* editor)
 {
+    if (editor == nullptr || !editor->isVisible() || state() != EditingState) return; // closed meanwhile
     commitData(editor);
     closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 void ConditionTable::Commit()
 {
-    if (!m_isEntering && m_editor != nullptr && state() == EditingState) Finish(m_editor);
+    if (!m_isEntering) Finish(m_editor);
 }
 
 void ConditionTable::ForgetInput()

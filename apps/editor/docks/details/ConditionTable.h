@@ -53,7 +53,8 @@ public:
     const rules::CategoryFacts& Attributes() const { return m_chosen.Attributes(); }
     /// Takes over the text of a cell: of the operators' column the index of the form.
     void SetCell(int row, int column, const CString& text);
-    /// Ends the editor with its text taken over, as when an entry has been chosen from its list.
+    /// Closes the editor with its text taken over, as when an entry has been chosen from its list. One that
+    /// is closed already stays so.
     void Finish(QWidget* editor);
     void Opened(QWidget* editor) { m_editor = editor; }
 

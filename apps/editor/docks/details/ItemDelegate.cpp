@@ -2,6 +2,7 @@
 
 #include "editor/docks/details/ItemTree.h"
 
+#include <QtCore/QPointer>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 
@@ -33,7 +34,10 @@ QWidget* ItemDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
         combo->setEditable(isUnit);
         combo->setInsertPolicy(QComboBox::NoInsert);
         combo->addItems(isUnit ? Units : CStringArray{u"是"_s, u"否"_s});
-        connect(combo, &QComboBox::activated, &m_tree, [this, combo] { m_tree.Finish(combo); });
+        // An entry may be chosen by the key that closes the editor anyway, so this comes after it.
+        connect(
+            combo, &QComboBox::activated, &m_tree,
+            [this, chosen = QPointer<QWidget>(combo)] { m_tree.Finish(chosen); }, Qt::QueuedConnection);
         editor = combo;
     }
     if (editor == nullptr) return nullptr;

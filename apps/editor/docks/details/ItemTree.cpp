@@ -117,7 +117,14 @@ void ItemTree::ShowLines()
     if (topLevelItemCount() == 0) return;
     QTreeWidgetItem* next = topLevelItem(std::min(above, topLevelItemCount() - 1));
     if (wasBelow && next->childCount() > 0) next = next->child(std::min(at, next->childCount() - 1));
-    setCurrentItem(next, column);
+    GoTo(*next, column);
+}
+
+// The toolkit's own way looks at the keys that are held, and those of a command are no wish to select more.
+void ItemTree::GoTo(const QTreeWidgetItem& row, int column)
+{
+    selectionModel()->setCurrentIndex(indexFromItem(&row, column),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void ItemTree::ShowLine(QTreeWidgetItem& row, const ItemLine& line)
@@ -173,18 +180,19 @@ std::vector<ItemPlace> ItemTree::Selected() const
 
 void ItemTree::Choose(const ItemPlace& place)
 {
-    if (QTreeWidgetItem* row = RowOf(place)) setCurrentItem(row, std::max(0, currentColumn()));
+    if (const QTreeWidgetItem* row = RowOf(place)) GoTo(*row, std::max(0, currentColumn()));
 }
 
 void ItemTree::Finish(QWidget* editor)
 {
+    if (editor == nullptr || !editor->isVisible() || state() != EditingState) return; // closed meanwhile
     commitData(editor);
     closeEditor(editor, QAbstractItemDelegate::NoHint);
 }
 
 void ItemTree::Commit()
 {
-    if (!m_isEntering && m_editor != nullptr && state() == EditingState) Finish(m_editor);
+    if (!m_isEntering) Finish(m_editor);
 }
 
 void ItemTree::SetCell(const ItemLine& line, int column, const CString& text)

@@ -80,6 +80,7 @@ public:
 
     const ItemLine& LineAt(const QModelIndex& index) const;
     void SetCell(const ItemLine& line, int column, const CString& text);
+    /// Closes the editor with its text taken over; one that is closed already stays so.
     void Finish(QWidget* editor);
     void Opened(QWidget* editor) { m_editor = editor; }
 
@@ -98,6 +99,7 @@ private:
     bool HasAnnex() const;
     void ShowLines();
     void ShowLine(QTreeWidgetItem& row, const ItemLine& line);
+    void GoTo(const QTreeWidgetItem& row, int column);
     void FitColumns();
     QTreeWidgetItem* RowOf(const ItemPlace& place) const;
 
