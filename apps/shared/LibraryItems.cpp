@@ -3,6 +3,7 @@
 #include "embedded/data/catalogue/CatalogueData.h"
 #include "embedded/data/catalogue/LibraryContents.h"
 #include "host/NvQdInfo.h"
+#include "presenter/PickedItems.h"
 #include "shared/PricingFacts.h"
 
 using namespace Qt::StringLiterals;
@@ -10,11 +11,6 @@ using namespace Qt::StringLiterals;
 namespace shared {
 
 namespace {
-
-CString YesNo(int flag)
-{
-    return flag != 0 ? u"是"_s : u"否"_s;
-}
 
 BillNumbers BillsOf(const embedded::EmbeddedHost& host)
 {
@@ -53,11 +49,9 @@ rules::SheetItems LibraryItems::Items() const
     return items;
 }
 
-/// The quantity of an item in a category, as the dialogs give it to a picked one: an item without a
-/// calculation rule gets that of the category's first calculation item.
-CString LibraryItems::FormulaOf(const CString& ruleOfItem, const CString& category) const
+/// As the dialogs give it to a picked item.
+CString LibraryItems::FormulaOf(const CString& category) const
 {
-    if (!ruleOfItem.isEmpty()) return ruleOfItem;
     const auto measure = m_measures.find(category);
     return measure == m_measures.end() ? CString() : m_catalogue.rules.value(measure->second.item).strRule;
 }
@@ -66,30 +60,14 @@ std::optional<QdStruct> LibraryItems::Bill(const CString& number, const CString&
 {
     const SQdInfo* const found = m_bills.Find(number);
     if (found == nullptr) return std::nullopt;
-    QdStruct record;
-    record.strQdId = number;
-    record.strName = found->strName;
-    record.strUnit = found->strUnit;
-    record.strUnitCode = CString::number(found->nUnitCode);
-    record.strQdCode = m_billLibrary;
-    record.strFormula = FormulaOf(found->strCalRule, category);
-    record.strAnnex = YesNo(found->nWithAnnex);
-    return record;
+    return RecordOf(*found, number, m_billLibrary, FormulaOf(category));
 }
 
 std::optional<DeStruct> LibraryItems::Quota(const CString& number, const CString& category) const
 {
     const auto found = m_quotas.constFind(number);
     if (found == m_quotas.constEnd()) return std::nullopt;
-    DeStruct record;
-    record.strDeId = number;
-    record.strName = found->strName;
-    record.strUnit = found->strUnit;
-    record.strUnitCode = CString::number(found->nUnitCode);
-    record.strDeCode = m_quotaLibrary;
-    record.strFormula = FormulaOf(found->strCalRule, category);
-    record.strAnnex = YesNo(found->nWithAnnex);
-    return record;
+    return RecordOf(*found, m_quotaLibrary, FormulaOf(category));
 }
 
 } // namespace shared

@@ -20,7 +20,7 @@ public:
     rules::SheetItems Items() const;
 
 private:
-    CString FormulaOf(const CString& ruleOfItem, const CString& category) const;
+    CString FormulaOf(const CString& category) const;
     std::optional<QdStruct> Bill(const CString& number, const CString& category) const;
     std::optional<DeStruct> Quota(const CString& number, const CString& category) const;
 
