@@ -31,6 +31,8 @@ QAction* Add(QMenu& menu, const QString& text, const QKeySequence& keys, const Q
 Actions::Actions(QMainWindow& window)
 {
     MakeProjectMenu(window);
+    edit = window.menuBar()->addMenu(u"编辑(&E)"_s);
+    view = window.menuBar()->addMenu(u"视图(&V)"_s);
     MakeRuleMenu(window);
     MakeDataMenu(window);
     MakeHelpMenu(window);
@@ -76,7 +78,10 @@ void Actions::MakeDataMenu(QMainWindow& window)
 void Actions::MakeHelpMenu(QMainWindow& window)
 {
     QMenu& menu = *window.menuBar()->addMenu(u"帮助(&H)"_s);
-    about = Add(menu, u"关于(&A)"_s, QKeySequence::HelpContents, u"程序的名称和版本"_s);
+    manual = Add(menu, u"手册(&M)"_s, {}, u"打开手册，翻到正在用的地方；任何窗口里按 F1 都可以"_s);
+    tour = Add(menu, u"导览(&T)"_s, {}, u"用四步认识这个窗口"_s);
+    menu.addSeparator();
+    about = Add(menu, u"关于(&A)"_s, {}, u"程序的名称和版本"_s);
 }
 
 void Actions::Enable(const Possible& possible) const
@@ -85,7 +90,7 @@ void Actions::Enable(const Possible& possible) const
         for (QAction* action : actions)
             action->setEnabled(on);
     };
-    enable({closeProject, configure, wizard, refreshOther, attributes, examine, importData, exportData},
+    enable({tour, closeProject, configure, wizard, refreshOther, attributes, examine, importData, exportData},
            possible.project);
     enable({history}, possible.file);
     enable({refresh}, possible.existing);

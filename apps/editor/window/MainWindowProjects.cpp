@@ -2,6 +2,9 @@
 
 #include "editor/dialogs/LibraryRepair.h"
 #include "editor/dialogs/NewProjectDialog.h"
+#include "editor/docks/takeoff/TakeoffHits.h"
+#include "editor/files/DiskWatch.h"
+#include "editor/files/OpenMark.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
@@ -15,6 +18,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +58,7 @@ bool MainWindow::OpenSample(const QString& nativeFolder)
         }
         opened = Open(nativeFolder);
     });
+    if (opened) StartTour(true);
     return opened;
 }
 
@@ -93,11 +98,10 @@ bool MainWindow::Open(const QString& nativeFolder)
     if (!MayLeaveRules()) return false;
     auto project = OpenOrMend(this, nativeFolder);
     if (!project) return false;
-    m_session.SetProject(nullptr);
-    m_project.reset();
+    LeaveProject();
     m_project = std::move(project);
     m_project->BecomeHost(this);
-    m_session.SetProject(m_project.get());
+    EnterProject();
     m_recent.Add(m_project->Folder());
     ShowState();
     m_workbench->FocusRules();
@@ -107,11 +111,33 @@ bool MainWindow::Open(const QString& nativeFolder)
     return true;
 }
 
+void MainWindow::EnterProject()
+{
+    m_openMark = std::make_unique<OpenMark>(embedded::ProjectFolder(m_project->Folder()));
+    m_disk = std::make_unique<DiskWatch>(m_project->RuleFolder(), [this](const QList<DiskChange>& changes) {
+        for (const DiskChange& change : changes)
+            m_diskNews.append(change.path);
+        if (!m_isBusy) AfterStep();
+    });
+    m_session.SetProject(m_project.get());
+    ShowOtherPrograms();
+}
+
+void MainWindow::LeaveProject()
+{
+    m_session.SetProject(nullptr);
+    m_hits->Close();
+    m_disk.reset();
+    m_openMark.reset();
+    m_project.reset();
+    m_diskNews.clear();
+    m_others->hide();
+}
+
 void MainWindow::CloseProject()
 {
     if (!MayLeaveRules()) return;
-    m_session.SetProject(nullptr);
-    m_project.reset();
+    LeaveProject();
     ShowState();
     Tell(u"工程已关闭"_s);
 }

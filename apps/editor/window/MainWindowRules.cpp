@@ -1,4 +1,4 @@
-#include "editor/dialogs/DialogParts.h"
+#include "editor/docks/details/DetailPanel.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
@@ -30,7 +30,6 @@ Workbench* MainWindow::MakeWorkbench()
          .readOthers = [this] { return ReadOtherFiles(); },
          .save = [this] { RunAlone([this] { SaveRules(); }); },
          .tell = [this](const QString& text) { Tell(text); }});
-    workbench->AddDock(u"project"_s, u"工程"_s, m_panel, Qt::LeftDockWidgetArea);
     connect(&m_session, &WorkSession::Reopened, this, [this] { ShowTitle(); });
     connect(&m_session, &WorkSession::FileChanged, this, [this] { ShowTitle(); });
     connect(&m_session, &WorkSession::Edited, this, [this] {
@@ -89,17 +88,30 @@ bool MainWindow::SwitchRules(const CString& ruleFile)
     return true;
 }
 
-void MainWindow::FollowFiles()
+void MainWindow::FollowFiles(const CString& formerCurrent)
 {
     const CString current = m_project->CurrentRuleFile();
-    if (!m_session.IsOpen() || m_session.File().Path() != current)
-        OpenRules(current);
-    else
-        m_session.TakeOver();
+    if (current != formerCurrent || !m_session.IsOpen()) return OpenRules(current);
+    const CString open = m_session.File().Path();
+    if (!m_session.TakeOver() && !m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+}
+
+void MainWindow::FollowDisk(const QStringList& changed)
+{
+    ExamineRuleFiles();
+    if (!m_session.IsOpen() || !changed.contains(m_session.File().Path())) return;
+    const CString name = m_session.File().Name();
+    if (m_session.IsChanged()) {
+        Tell(u"另一个程序改了 %1；保存时会与您的修改合并"_s.arg(name));
+    } else {
+        FollowFiles(m_project->CurrentRuleFile());
+        Tell(u"另一个程序改了 %1，已换成新的内容；可以撤销"_s.arg(name));
+    }
 }
 
 bool MainWindow::SaveRules()
 {
+    m_details->Commit();
     const CString name = m_session.File().Name();
     const DraftFile::SaveEnd end = m_session.Save([&](const std::vector<rules::Conflict>& conflicts) {
         return ConflictDialog::Ask(conflicts, name, this);
@@ -112,6 +124,7 @@ bool MainWindow::SaveRules()
 
 bool MainWindow::MayLeaveRules()
 {
+    m_details->Commit();
     if (!m_session.IsChanged()) return true;
     switch (AskLeave(this, m_session.File().Name())) {
     case LeaveAnswer::Save:

@@ -3,12 +3,12 @@
 #include "editor/dialogs/DialogParts.h"
 #include "editor/dialogs/HistoryWindow.h"
 #include "editor/dialogs/TransferDialog.h"
+#include "editor/files/FilePanel.h"
 #include "editor/messages/Boxes.h"
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
 #include "editor/window/CategoryOpener.h"
-#include "editor/window/ProjectPanel.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileState.h"
@@ -72,34 +72,35 @@ void MainWindow::TellEnd(StepEnd end, const QString& done)
 void MainWindow::ExamineRuleFiles()
 {
     const CStringArray paths = m_project->RuleFiles();
-    QList<shared::RuleFileState> states;
+    QList<RuleFileEntry> files;
     RunLongStep(this, u"正在检查规则文件…"_s, [&](StepControl& control) {
         for (const CString& path : paths) {
-            states.append(shared::ExamineRuleFile(path));
-            control.Report(states.size(), paths.size());
+            files.append(ExamineEntry(path));
+            control.Report(files.size(), paths.size());
             control.Check();
         }
     });
-    m_panel->ShowRuleFiles(states);
+    m_files->Show(files);
     const auto unsafe =
-        std::count_if(states.begin(), states.end(), [](const auto& s) { return !s.IsSafe(); });
-    Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(states.size())
-                     : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(states.size()).arg(unsafe));
+        std::count_if(files.begin(), files.end(), [](const auto& file) { return !file.state.IsSafe(); });
+    Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(files.size())
+                     : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(files.size()).arg(unsafe));
 }
 
 StepEnd MainWindow::RunAndExamine(const std::function<StepEnd()>& step)
 {
+    const CString current = m_project->CurrentRuleFile();
     StepEnd end = StepEnd::Refused;
     try {
         end = step();
     } catch (...) {
         ExamineRuleFiles();
-        FollowFiles();
+        FollowFiles(current);
         throw;
     }
     if (end == StepEnd::Cancelled) return end;
     ExamineRuleFiles();
-    FollowFiles();
+    FollowFiles(current);
     return end;
 }
 
@@ -114,8 +115,8 @@ void MainWindow::RunWizard()
 {
     if (!MayLeaveRules()) return;
     ModuleSteps steps = Steps();
-    const auto selected = m_panel->Selected();
-    const CString file = selected ? selected->path : m_project->CurrentRuleFile();
+    const auto selected = m_files->Selected();
+    const CString file = selected ? selected->state.path : m_project->CurrentRuleFile();
     WizardDialog dialog(this, steps.ProposedStart(file), m_project->RuleFiles());
     if (dialog.exec() != QDialog::Accepted) return;
     std::optional<WizardEnd> end;
@@ -128,7 +129,7 @@ void MainWindow::RunWizard()
 
 void MainWindow::Refresh()
 {
-    MakeCurrent(m_panel->Selected()->path);
+    MakeCurrent(m_files->Selected()->state.path);
 }
 
 void MainWindow::RefreshOther()
@@ -162,16 +163,17 @@ void MainWindow::RebuildAttributes()
 void MainWindow::WriteHead()
 {
     if (!MayLeaveRules()) return;
-    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_panel->Selected()->path); }), u"已写文件头"_s);
+    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_files->Selected()->state.path); }),
+            u"已写文件头"_s);
 }
 
 void MainWindow::ShowHistory()
 {
-    HistoryWindow window(this, *m_project, m_panel->Selected()->path);
+    HistoryWindow window(this, *m_project, m_files->Selected()->state.path);
     window.exec();
     if (!window.HasRestored()) return;
     ExamineRuleFiles();
-    FollowFiles();
+    FollowFiles(m_project->CurrentRuleFile());
 }
 
 // The host keeps the catalogue in memory, so a changed one is opened anew.

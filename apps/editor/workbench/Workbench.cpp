@@ -22,6 +22,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -195,11 +196,24 @@ QDockWidget* Workbench::AddDock(const QString& name, const QString& title, QWidg
     dock->setObjectName(name);
     dock->setWidget(content);
     QDockWidget* beside = nullptr;
-    for (QDockWidget* other : findChildren<QDockWidget*>())
-        if (other != dock && dockWidgetArea(other) == area) beside = other;
+    for (QDockWidget* other : m_docks)
+        if (dockWidgetArea(other) == area) beside = other;
+    m_docks.append(dock);
     addDockWidget(area, dock);
     if (beside != nullptr) tabifyDockWidget(beside, dock);
     return dock;
+}
+
+QList<QDockWidget*> Workbench::Docks() const
+{
+    return m_docks;
+}
+
+QDockWidget* Workbench::FindDock(const QString& name) const
+{
+    for (QDockWidget* dock : m_docks)
+        if (dock->objectName() == name) return dock;
+    throw std::out_of_range("no dock of that name");
 }
 
 void Workbench::SetKnowledge(RuleKnowledge knowledge,
@@ -342,6 +356,11 @@ void Workbench::Find(const QString& text, SearchScope scope)
 void Workbench::FocusRules()
 {
     m_table->setFocus();
+}
+
+QWidget* Workbench::RuleList() const
+{
+    return m_table;
 }
 
 /// Keys that move through the list go from the field to it.

@@ -61,6 +61,9 @@ public:
     /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
     QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
                          Qt::DockWidgetArea area);
+    /// All of them, and the one of that name, which must be there.
+    QList<QDockWidget*> Docks() const;
+    QDockWidget* FindDock(const QString& name) const;
     /// Where the user goes to work on the current rule.
     void SetEditor(QWidget* editor) { m_editor = editor; }
 
@@ -72,6 +75,7 @@ public:
     /// Looks for this everywhere in a scope, as if it had been typed.
     void Find(const QString& text, SearchScope scope);
     void FocusRules();
+    QWidget* RuleList() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -106,7 +110,8 @@ private:
     QLabel* m_count;
     QLabel* m_heading;
     QLabel* m_notice;
-    QTimer* m_prepare; ///< the search, between events
+    QTimer* m_prepare;           ///< the search, between events
+    QList<QDockWidget*> m_docks; ///< in the order in which they came
     QWidget* m_editor = nullptr;
     bool m_isShowing = false;
 };
