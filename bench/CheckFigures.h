@@ -9,7 +9,7 @@ namespace bench {
 /// files.
 
 /// One category of 5,000 rules on six attributes: 4,800 that share out all components among them, and 200
-/// behind them that six of these hide together.
+/// behind them that six of these hide together. Then this category alone, without reading it.
 bool Check(const QString& folder, const QString& project, int rounds);
 
 /// The three sample configurations that every project can be made with.

@@ -1,6 +1,7 @@
 #include "shared/BillFiles.h"
 
 #include "shared/BillLines.h"
+#include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 #include "tables/CreateTable.h"
 

@@ -125,25 +125,4 @@ CStringArray ToldOf(const rules::TakeoffRow& row, const rules::TakeoffComponent&
     return told;
 }
 
-CString OutcomeText(rules::Outcome outcome)
-{
-    switch (outcome) {
-    case rules::Outcome::Priced:
-        return u"已套价"_s;
-    case rules::Outcome::OnDefault:
-        return u"默认规则"_s;
-    case rules::Outcome::Refused:
-        return u"未套价"_s;
-    }
-    return {};
-}
-
-CString TotalsText(const rules::Totals& totals)
-{
-    return u"构件 %1 个 ＝ 已套价 %2 ＋ 默认规则 %3 ＋ 未套价 %4"_s.arg(totals.in)
-        .arg(totals.priced)
-        .arg(totals.onDefault)
-        .arg(totals.refused);
-}
-
 } // namespace shared

@@ -28,10 +28,4 @@ CString MissText(const rules::RuleTrace& miss, const rules::SmallCategory& categ
 CStringArray ToldOf(const rules::TakeoffRow& row, const rules::TakeoffComponent& component,
                     const rules::ComponentResult& result, rules::BillBuilder& builder);
 
-/// 已套价, 默认规则, 未套价.
-CString OutcomeText(rules::Outcome outcome);
-
-/// The totals in one line: components in = priced + on the default rule + refused.
-CString TotalsText(const rules::Totals& totals);
-
 } // namespace shared

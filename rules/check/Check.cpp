@@ -34,9 +34,7 @@ void Append(std::vector<Finding>& findings, std::vector<Finding> more)
                     std::make_move_iterator(more.end()));
 }
 
-} // namespace
-
-std::vector<Finding> CheckCategory(const SmallCategory& category, const CheckFacts& facts)
+std::vector<Finding> CheckOne(const SmallCategory& category, const CheckFacts& facts, ItemTexts& texts)
 {
     static const CategoryFacts None;
     const auto attributes = facts.attributes.find(category.text);
@@ -45,10 +43,18 @@ std::vector<Finding> CheckCategory(const SmallCategory& category, const CheckFac
     CheckList(category, findings);
     CheckApplication(category, space, facts, findings);
     CheckConditions(category, space, facts, findings);
-    CheckItems(category, facts, findings);
+    CheckItems(category, facts, texts, findings);
     std::stable_sort(findings.All().begin(), findings.All().end(),
                      [](const Finding& a, const Finding& b) { return a.position < b.position; });
     return std::move(findings.All());
+}
+
+} // namespace
+
+std::vector<Finding> CheckCategory(const SmallCategory& category, const CheckFacts& facts)
+{
+    ItemTexts texts(facts);
+    return CheckOne(category, facts, texts);
 }
 
 std::vector<Finding> Check(const Configuration& configuration, const FileStructure& structure,
@@ -57,10 +63,11 @@ std::vector<Finding> Check(const Configuration& configuration, const FileStructu
     FindingList list;
     CheckStructure(configuration, structure, facts, list);
     std::vector<Finding> findings = std::move(list.All());
+    ItemTexts texts(facts);
     for (const Specialty& specialty : configuration.Specialties())
         for (const BigCategory& big : specialty.bigCategories)
             for (const SmallCategoryPtr& small : big.smallCategories)
-                Append(findings, CheckCategory(*small, facts));
+                Append(findings, CheckOne(*small, facts, texts));
     Append(findings, CheckBillNumbers(configuration, facts));
     const std::map<CString, int> ranks = Ranks(configuration);
     const auto rankOf = [&](const Finding& finding) {

@@ -128,7 +128,8 @@ void WriteCategory(const IXMLDOMElement& element, const std::vector<Rule>& prese
     XmlVisitor::addatt(element, u"LastConfigId"_s, CString::number(highest));
 }
 
-/// Removes the named children of a kind that are not wanted any more; others are none of ours.
+/// Removes the named children of a kind that are not wanted any more; others are none of ours. All of a name
+/// go: what stands behind the first one, and is not read, would be read then.
 template <typename List, typename NameOf>
 void RemoveUnwanted(const IXMLDOMElement& parent, const List& present, const List& wanted, NameOf nameOf)
 {
@@ -137,7 +138,8 @@ void RemoveUnwanted(const IXMLDOMElement& parent, const List& present, const Lis
         names.insert(nameOf(part));
     for (const auto& part : present)
         if (!names.contains(nameOf(part)))
-            if (const IXMLDOMElement element = FindNamed(parent, nameOf(part))) parent.RemoveChild(element);
+            while (const IXMLDOMElement element = FindNamed(parent, nameOf(part)))
+                parent.RemoveChild(element);
 }
 
 CString NameOf(const Specialty& part)

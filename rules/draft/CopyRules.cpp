@@ -72,7 +72,7 @@ public:
     {
         const std::size_t index = m_count++;
         if (rule.isDefault) {
-            if (!TakeDefault(rule))
+            if (HasItems(rule) && !TakeDefault(rule))
                 m_misfits.push_back({index, u"%1已有默认规则，没有再复制"_s.arg(m_target.name)});
             return;
         }
@@ -103,7 +103,7 @@ public:
 private:
     bool TakeDefault(const Rule& rule)
     {
-        if (m_default || m_defaultPlace == m_target.rules.size() || !HasItems(rule)) return false;
+        if (m_default || m_defaultPlace == m_target.rules.size()) return false;
         const Rule& present = m_target.rules[m_defaultPlace];
         if (HasItems(present)) return false;
         m_default = present;

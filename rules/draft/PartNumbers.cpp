@@ -3,50 +3,52 @@
 #include "tree/Children.h"
 
 #include <algorithm>
-#include <set>
 
 namespace rules {
 
 namespace {
 
+/// Finds for each part of a rule what the former rule has of it.
 template <typename Part>
 class Numbering
 {
 public:
     /// `former` and `counter` must outlive this.
-    Numbering(const std::vector<Part>& former, int& counter) : m_former(former), m_counter(counter)
+    Numbering(const std::vector<Part>& former, int& counter)
+        : m_former(former), m_isTaken(former.size()), m_counter(counter)
     {
-        for (const Part& part : former)
-            m_ids.insert(part.id);
     }
 
     /// Gives the part its id. What the former rule has of it; null for a part that is new.
     const Part* Number(Part& part)
     {
-        const auto same = part.id != 0 ? FindId(part.id) : FindEqual(part);
-        const auto id = m_ids.find(part.id);
-        if (same != m_former.end() && id != m_ids.end()) {
-            m_ids.erase(id);
-            return &*same;
-        }
-        // A file may give its counters too low.
-        for (const Part& known : m_former)
+        // A file may have an id twice, or none: what has not changed goes first.
+        const Part* same = TakeFirst([&](const Part& known) { return known == part; });
+        if (same == nullptr && part.id != 0)
+            same = TakeFirst([&](const Part& known) { return known.id == part.id; });
+        if (same != nullptr) return same;
+        for (const Part& known : m_former) // the file may give the counter too low
             m_counter = std::max(m_counter, known.id);
         part.id = tree::NextId(m_counter);
         return nullptr;
     }
 
 private:
-    auto FindId(int id) const
+    /// The first one that is right and that no part has taken yet.
+    template <typename IsRight>
+    const Part* TakeFirst(IsRight isRight)
     {
-        return std::find_if(m_former.begin(), m_former.end(),
-                            [id](const Part& known) { return known.id == id; });
+        for (std::size_t i = 0; i < m_former.size(); ++i)
+            if (!m_isTaken[i] && isRight(m_former[i])) {
+                m_isTaken[i] = true;
+                return &m_former[i];
+            }
+        return nullptr;
     }
-    auto FindEqual(const Part& part) const { return std::find(m_former.begin(), m_former.end(), part); }
 
     const std::vector<Part>& m_former;
+    std::vector<bool> m_isTaken;
     int& m_counter;
-    std::multiset<int> m_ids; ///< those that no part has kept yet; a file may have one twice
 };
 
 template <typename Part>

@@ -65,6 +65,7 @@ Edit InsertRules(const Draft& draft, const CString& category, std::size_t positi
     const SmallCategoryPtr present = CategoryOf(draft, category);
     if (position > present->rules.size()) throw std::out_of_range("the list ends before that position");
     position = std::min(position, EndOf(*present));
+    std::erase_if(rules, [](const Rule& rule) { return rule.isDefault; });
     const std::vector<int> ids = draft.FreshIds(category, rules.size());
     ListChange change(*present);
     change.KeepRange(0, position);

@@ -13,7 +13,7 @@
 namespace rules {
 
 /// Rules to a place in the list; ids of rules and parts are given anew. `position` may be that behind the
-/// last.
+/// last. Default rules among them are left out.
 Edit InsertRules(const Draft& draft, const CString& category, std::size_t position, std::vector<Rule> rules,
                  const CString& text);
 
@@ -41,10 +41,10 @@ struct Misfit
 };
 
 /// Copies of rules into a category, the same one or another, in the order of the list. The first default rule
-/// among them gives its items to the target's where that has none yet; else default rules are left out, which
-/// is told. What the target's category does not know - attributes, ranges where only equality goes, values
-/// outside a list - is copied all the same and told. `facts` are those of the target; empty when nothing is
-/// known. Adds to `misfits`.
+/// among them that has items gives them to the target's where that has none yet; else they are left out,
+/// which is told. What the target's category does not know - attributes, ranges where only equality goes,
+/// values outside a list - is copied all the same and told. `facts` are those of the target; empty when
+/// nothing is known. Adds to `misfits`.
 Edit CopyRules(const Draft& draft, const CString& from, const std::vector<std::size_t>& positions,
                const CString& to, std::size_t position, const CategoryFacts& facts,
                std::vector<Misfit>& misfits);

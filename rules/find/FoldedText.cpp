@@ -1,11 +1,10 @@
 #include "rules/find/FoldedText.h"
 
+#include "rules/match/CellText.h"
+
 namespace rules {
 
 namespace {
-
-constexpr char16_t FullWidthFirst = u'！'; // U+FF01 to U+FF5E are ASCII's "!" to "~" in another width
-constexpr char16_t FullWidthLast = u'～';
 
 /// The character as a search sees it, where that can be told without its neighbours; 0 where not. Nearly all
 /// characters of rules are such.
@@ -14,7 +13,7 @@ char16_t Plain(char16_t c)
     constexpr char16_t FirstIdeograph = 0x4E00;
     constexpr char16_t LastIdeograph = 0x9FFF;
     if (c >= FirstIdeograph && c <= LastIdeograph) return c;
-    if (c >= FullWidthFirst && c <= FullWidthLast) c = static_cast<char16_t>(c - FullWidthFirst + u'!');
+    c = Narrow(c);
     if (c >= u'A' && c <= u'Z') return static_cast<char16_t>(c - u'A' + u'a');
     if (c < 0x80 || c == u'≤' || c == u'≥' || c == u'≠') return c;
     return 0;

@@ -3,13 +3,15 @@
 #include "rules/find/FoldedText.h"
 #include "rules/find/ValueReadings.h"
 
+#include <QtCore/QHashFunctions>
 #include <QtCore/QStringMatcher>
 
 #include <algorithm>
 #include <numeric>
 #include <set>
-
-using namespace Qt::StringLiterals;
+#include <tuple>
+#include <unordered_map>
+#include <utility>
 
 namespace rules {
 
@@ -18,14 +20,27 @@ namespace {
 /// Stands between the texts of a rule. Words have no blanks, so none reaches over it.
 constexpr QChar Separator = u'\n';
 
-/// All that conditions are told apart by.
-CStringArray KeyOf(const Condition& condition)
+/// All that a condition says, by which it is told apart from others.
+auto ContentOf(const Condition& condition)
 {
-    return {condition.attribute,     condition.isValueForm ? u"1"_s : CString(),
-            condition.equalOperator, condition.value,
-            condition.lowerOperator, condition.lowerBound,
-            condition.upperOperator, condition.upperBound};
+    return std::tie(condition.isValueForm, condition.attribute, condition.value, condition.lowerBound,
+                    condition.upperBound, condition.equalOperator, condition.lowerOperator,
+                    condition.upperOperator);
 }
+
+struct ContentHash
+{
+    std::size_t operator()(const Condition* condition) const noexcept
+    {
+        return std::apply([](const auto&... parts) { return qHashMulti(0, parts...); },
+                          ContentOf(*condition));
+    }
+};
+
+struct ContentEqual
+{
+    bool operator()(const Condition* a, const Condition* b) const { return ContentOf(*a) == ContentOf(*b); }
+};
 
 template <typename Do>
 void ForEachRule(const Configuration& configuration, Do act)
@@ -39,59 +54,88 @@ void ForEachRule(const Configuration& configuration, Do act)
 
 } // namespace
 
-RuleTexts::RuleTexts(SmallCategoryPtr category, const CategoryFacts& facts) : m_category(std::move(category))
+/// Fills one. Rules have few conditions that are not those of other rules, so each is looked at once.
+class RuleTexts::Maker
 {
-    for (const AttributeFacts& fact : facts)
-        m_numbers.try_emplace(Normalised(fact.name), fact.valueList);
-    std::map<CString, KnownPlaces> places;
-    const std::vector<Rule>& rules = m_category->rules;
-    m_ends.reserve(rules.size());
-    for (std::size_t i = 0; i < rules.size(); ++i) {
-        AddText(rules[i]);
-        m_ends.push_back(m_text.size());
-        // Those of a default rule are of no account.
-        if (!rules[i].isDefault) AddConditions(static_cast<std::uint32_t>(i), places);
+public:
+    Maker(RuleTexts& made, const CategoryFacts& facts) : m_made(made)
+    {
+        for (const AttributeFacts& fact : facts)
+            m_numbers.try_emplace(Normalised(fact.name),
+                                  std::make_shared<const NumberReader>(fact.valueList));
     }
-}
 
-void RuleTexts::AddText(const Rule& rule)
-{
-    const auto add = [this](const CString& text) {
-        AppendFolded(m_text, text);
-        m_text.append(Separator);
+    void Add(const Rule& rule, std::uint32_t index)
+    {
+        if (rule.isDefault)
+            Add(rule.Text()); // its conditions are of no account
+        else
+            for (const Condition& condition : rule.conditions)
+                Add(condition, index);
+        for (const BillItem& bill : rule.bills) {
+            Add(bill.record.strQdId);
+            Add(bill.record.strName);
+            Add(bill.quotas);
+        }
+        Add(rule.quotas);
+        m_made.m_ends.push_back(m_made.m_text.size());
+    }
+
+private:
+    /// Where the condition is among those that are known, and its folded text.
+    struct Place
+    {
+        std::vector<Known>* known = nullptr;
+        std::size_t index = 0;
+        CString text;
     };
-    if (rule.isDefault)
-        add(rule.Text());
-    else
-        for (const Condition& condition : rule.conditions)
-            add(condition.Text());
-    const auto addQuotas = [&](const std::vector<QuotaItem>& quotas) {
+
+    void Add(const CString& text)
+    {
+        AppendFolded(m_made.m_text, text);
+        m_made.m_text.append(Separator);
+    }
+
+    void Add(const std::vector<QuotaItem>& quotas)
+    {
         for (const QuotaItem& quota : quotas) {
-            add(quota.record.strDeId);
-            add(quota.record.strName);
+            Add(quota.record.strDeId);
+            Add(quota.record.strName);
         }
-    };
-    for (const BillItem& bill : rule.bills) {
-        add(bill.record.strQdId);
-        add(bill.record.strName);
-        addQuotas(bill.quotas);
     }
-    addQuotas(rule.quotas);
-}
 
-void RuleTexts::AddConditions(std::uint32_t index, std::map<CString, KnownPlaces>& places)
-{
-    for (const Condition& condition : m_category->rules[index].conditions) {
-        const CString attribute = Folded(condition.attribute);
-        std::vector<Known>& known = m_known[attribute];
-        const auto [place, isNew] = places[attribute].try_emplace(KeyOf(condition), known.size());
-        if (isNew) {
-            const auto numbers = m_numbers.try_emplace(Normalised(condition.attribute), CStringArray()).first;
-            known.push_back({&condition, &numbers->second, Folded(condition.value), {}});
-        }
-        std::vector<std::uint32_t>& rules = known[place->second].rules;
+    void Add(const Condition& condition, std::uint32_t index)
+    {
+        const Place& place = PlaceOf(condition);
+        m_made.m_text.append(place.text).append(Separator);
+        std::vector<std::uint32_t>& rules = (*place.known)[place.index].rules;
         if (rules.empty() || rules.back() != index) rules.push_back(index);
     }
+
+    const Place& PlaceOf(const Condition& condition)
+    {
+        Place& place = m_places[&condition];
+        if (place.known != nullptr) return place;
+        place.known = &m_made.m_known[Folded(condition.attribute)];
+        place.index = place.known->size();
+        AppendFolded(place.text, condition.Text());
+        auto& numbers = m_numbers[Normalised(condition.attribute)];
+        if (!numbers) numbers = std::make_shared<const NumberReader>(CStringArray());
+        place.known->push_back({&condition, numbers, Folded(condition.value), {}});
+        return place;
+    }
+
+    RuleTexts& m_made;
+    std::map<CString, std::shared_ptr<const NumberReader>> m_numbers; ///< by the attribute's name
+    std::unordered_map<const Condition*, Place, ContentHash, ContentEqual> m_places;
+};
+
+RuleTexts::RuleTexts(SmallCategoryPtr category, const CategoryFacts& facts) : m_category(std::move(category))
+{
+    m_ends.reserve(m_category->rules.size());
+    Maker maker(*this, facts);
+    for (const Rule& rule : m_category->rules)
+        maker.Add(rule, static_cast<std::uint32_t>(m_ends.size()));
 }
 
 QStringView RuleTexts::TextOf(std::size_t rule) const
@@ -144,7 +188,7 @@ std::vector<bool> RuleTexts::FindValue(const RuleQuery::AttributeValue& wanted) 
     std::map<const NumberReader*, ValueReadings> readings;
     for (const Known& one : known->second) {
         if (!wanted.value.isEmpty()) {
-            const auto reading = readings.try_emplace(one.numbers, wanted.value, *one.numbers).first;
+            const auto reading = readings.try_emplace(one.numbers.get(), wanted.value, *one.numbers).first;
             if (!reading->second.Finds(*one.condition, one.value)) continue;
         }
         for (const std::uint32_t rule : one.rules)

@@ -65,19 +65,17 @@ public:
     bool Holds(const RuleQuery& query) const { return !Find(query).empty(); }
 
 private:
+    class Maker;
+
     /// One condition and the rules that have it.
     struct Known
     {
         const Condition* condition = nullptr; ///< one of the category
-        const NumberReader* numbers = nullptr;
+        std::shared_ptr<const NumberReader> numbers;
         CString value; ///< folded
         std::vector<std::uint32_t> rules;
     };
-    /// Conditions by all their texts.
-    using KnownPlaces = std::map<CStringArray, std::size_t>;
 
-    void AddText(const Rule& rule);
-    void AddConditions(std::uint32_t index, std::map<CString, KnownPlaces>& places);
     QStringView TextOf(std::size_t rule) const;
     std::vector<std::size_t> FindWord(const CString& word) const;
     std::vector<bool> FindValue(const RuleQuery::AttributeValue& wanted) const;
@@ -85,7 +83,6 @@ private:
     SmallCategoryPtr m_category;
     CString m_text;                                ///< folded, of all rules
     std::vector<qsizetype> m_ends;                 ///< of each rule's piece of it
-    std::map<CString, NumberReader> m_numbers;     ///< by the name of the attribute
     std::map<CString, std::vector<Known>> m_known; ///< by the folded name of the attribute
 };
 

@@ -15,7 +15,7 @@
 #include "sample/SampleProject.h"
 #include "shared/BillFiles.h"
 #include "shared/ChangeText.h"
-#include "shared/PricingText.h"
+#include "shared/Outcomes.h"
 #include "store/RuleFile.h"
 
 #include <QtCore/QDir>

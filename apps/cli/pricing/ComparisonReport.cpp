@@ -178,6 +178,7 @@ void PutRows(JsonWriter& json, const std::vector<rules::RowChange>& rows, const 
         json.Key(u"unit").Text(row.unit);
         PutRowSide(json, u"before", change.before);
         PutRowSide(json, u"after", change.after);
+        json.Key(u"remark").Text(RemarkOf(change));
         json.Key(u"quotas");
         PutRows(json, change.quotas, {});
         json.EndObject();

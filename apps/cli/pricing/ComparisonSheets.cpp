@@ -1,6 +1,7 @@
 #include "cli/pricing/BillChange.h"
+#include "cli/pricing/PricingJson.h"
 #include "platform/Paths.h"
-#include "shared/PricingText.h"
+#include "shared/Outcomes.h"
 
 using namespace Qt::StringLiterals;
 
@@ -63,10 +64,7 @@ void PutTotals(JsonWriter& json, QStringView key, const CString& file, const rul
 {
     json.Key(key).BeginObject();
     json.Key(u"config").Text(file);
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    json.Key(u"priced").Number(static_cast<qint64>(totals.priced));
-    json.Key(u"default").Number(static_cast<qint64>(totals.onDefault));
-    json.Key(u"refused").Number(static_cast<qint64>(totals.refused));
+    PutTotals(json, totals);
     json.EndObject();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "shared/BillLines.h"
+#include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 
 using namespace Qt::StringLiterals;
@@ -9,29 +10,6 @@ using namespace Qt::StringLiterals;
 namespace cli {
 
 namespace {
-
-CString OutcomeWord(rules::Outcome outcome)
-{
-    switch (outcome) {
-    case rules::Outcome::Priced:
-        return u"priced"_s;
-    case rules::Outcome::OnDefault:
-        return u"default"_s;
-    case rules::Outcome::Refused:
-        return u"refused"_s;
-    }
-    return {};
-}
-
-void PutTotals(JsonWriter& json, const rules::Totals& totals)
-{
-    json.Key(u"totals").BeginObject();
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    json.Key(u"priced").Number(static_cast<qint64>(totals.priced));
-    json.Key(u"default").Number(static_cast<qint64>(totals.onDefault));
-    json.Key(u"refused").Number(static_cast<qint64>(totals.refused));
-    json.EndObject();
-}
 
 void PutRow(JsonWriter& json, const shared::BillLine& line, const rules::BillRow& top,
             const CStringArray& groupBy)
@@ -70,7 +48,7 @@ void PutTold(JsonWriter& json, const rules::PricedRow& priced)
     json.Key(u"line").Number(priced.row.line);
     json.Key(u"id").Text(priced.row.id);
     json.Key(u"category").Text(priced.row.category);
-    json.Key(u"outcome").Text(OutcomeWord(priced.result.outcome));
+    json.Key(u"outcome").Text(shared::OutcomeWord(priced.result.outcome));
     json.Key(u"told").BeginArray();
     for (const CString& text : told)
         json.Text(text);
@@ -122,6 +100,13 @@ void PutMisses(JsonWriter& json, const rules::Trace& trace, const rules::SmallCa
 
 } // namespace
 
+void PutTotals(JsonWriter& json, const rules::Totals& totals)
+{
+    json.Key(u"components").Number(static_cast<qint64>(totals.in));
+    for (const rules::Outcome outcome : shared::AllOutcomes())
+        json.Key(shared::OutcomeWord(outcome)).Number(static_cast<qint64>(shared::CountOf(totals, outcome)));
+}
+
 CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress)
 {
     const rules::Bill& bill = pricing.Result();
@@ -130,7 +115,9 @@ CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progr
     json.BeginObject();
     json.Key(u"table").Text(platform::ToNative(job.table));
     json.Key(u"mode").Text(job.facts.mode == rules::PricingMode::Bill ? u"bill"_s : u"quota"_s);
+    json.Key(u"totals").BeginObject();
     PutTotals(json, bill.totals);
+    json.EndObject();
     json.Key(u"rows").BeginArray();
     for (const shared::BillLine& line : shared::LinesOf(bill, job.facts.mode))
         PutRow(json, line, bill.rows[line.index], job.groupBy);
@@ -148,7 +135,7 @@ CString TrialJson(const rules::TakeoffComponent& component, const rules::Compone
     JsonWriter json(JsonWriter::Style::Indented);
     json.BeginObject();
     json.Key(u"category").Text(component.category);
-    json.Key(u"outcome").Text(OutcomeWord(result.outcome));
+    json.Key(u"outcome").Text(shared::OutcomeWord(result.outcome));
     if (result.rule != rules::NoRule) {
         json.Key(u"rule").Number(result.rule + 1);
         json.Key(u"text").Text(result.category->rules[static_cast<std::size_t>(result.rule)].Text());

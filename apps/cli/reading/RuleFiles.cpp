@@ -52,6 +52,15 @@ std::optional<embedded::History> HistoryOf(const Arguments& arguments, const CSt
     }
 }
 
+/// Says once on standard error for whom a file is waited for, unless it is for a moment only.
+embedded::RuleFileLock::GoOn TellOnce()
+{
+    return [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
+        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
+        return true;
+    };
+}
+
 /// How to get the newest copy of a rule file back that can be read; empty when there is none.
 CString WayBack(const CString& path, const embedded::History& history)
 {
@@ -188,21 +197,16 @@ CString CurrentFile()
 
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
 {
-    // Who has to wait for a moment only is not told.
-    const auto tellOnce = [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
-        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
-        return true;
-    };
-    return {history.Project(), paths, tellOnce};
+    return {history.Project(), paths, TellOnce()};
 }
 
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)
 {
     const bool isRuleFile = path.endsWith(u".xml"_s, Qt::CaseInsensitive) ||
                             shared::ExamineRuleFile(path).kind == shared::RuleFileKind::Rules;
-    if (!platform::Files().Exists(path) || !isRuleFile) return std::nullopt;
+    if (!isRuleFile) return std::nullopt;
     auto history = HistoryOf(arguments, path);
-    if (!history) return std::nullopt;
+    if (!history) return embedded::RuleFileLock({path}, TellOnce());
     auto lock = LockRuleFiles(*history, {path});
     history->Keep(path);
     return lock;

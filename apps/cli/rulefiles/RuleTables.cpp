@@ -22,6 +22,8 @@
 #include "tables/TableError.h"
 #include "xml/Error.h"
 
+#include <QtCore/QTemporaryDir>
+
 using namespace Qt::StringLiterals;
 
 namespace cli {
@@ -171,28 +173,18 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     }
 }
 
-/// A rule file that is there while this lives: one that was not is made, with default rules, and goes again
-/// unless it is kept.
-class MadeRuleFile
+/// What the rules are read into: the rule file or, where there is none, what the module makes of nothing,
+/// default rules for the project's specialty. That is made away from the rule files, so that a preview writes
+/// nothing among them and an import that is refused leaves nothing there.
+QByteArray PresentBytes(const CString& path)
 {
-public:
-    explicit MadeRuleFile(const CString& path) : m_path(path), m_goes(!platform::Files().Exists(path))
-    {
-        if (m_goes) const CQdDeConfigPresenter made(path); // writes it
-    }
-    ~MadeRuleFile()
-    {
-        if (m_goes) static_cast<void>(platform::Files().Remove(m_path));
-    }
-    MadeRuleFile(const MadeRuleFile&) = delete;
-    MadeRuleFile& operator=(const MadeRuleFile&) = delete;
-
-    void Keep() noexcept { m_goes = false; }
-
-private:
-    CString m_path;
-    bool m_goes;
-};
+    if (platform::Files().Exists(path)) return ReadBytes(path);
+    const QTemporaryDir folder;
+    if (!folder.isValid()) throw platform::FileError(path, folder.errorString());
+    const CString draft = platform::FromNative(folder.filePath(u"draft.xml"_s));
+    const CQdDeConfigPresenter made(draft); // writes it
+    return ReadBytes(draft);
+}
 
 void Tell(const Change& change)
 {
@@ -242,18 +234,16 @@ void ImportRules(const Arguments& arguments)
     Session session(arguments);
     const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
     if (arguments.Has(u"dry-run"_s)) {
-        const QByteArray empty = u"<%1/>"_s.arg(store::RootName()).toUtf8();
         CheckRuleFileIfThere(path);
-        Tell(ChangeOf(arguments, session, path, platform::Files().Exists(path) ? ReadBytes(path) : empty));
+        Tell(ChangeOf(arguments, session, path, PresentBytes(path)));
         return WriteText(u"只是预览，规则文件没有变。\n"_s);
     }
     const auto lock = LockRuleFiles(session.History(), {path});
     KeepAndCheck(path, session.History());
-    MadeRuleFile made(path);
-    const QByteArray bytes = ReadBytes(path);
+    const QByteArray bytes = PresentBytes(path);
     const Change change = ChangeOf(arguments, session, path, bytes);
-    if (change.bytes != bytes) platform::Files().Replace(path, change.bytes);
-    made.Keep();
+    if (change.bytes != bytes || !platform::Files().Exists(path))
+        platform::Files().Replace(path, change.bytes);
     Tell(change);
     WriteText(u"规则文件：%1\n"_s.arg(platform::ToNative(path)));
 }

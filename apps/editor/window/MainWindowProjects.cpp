@@ -7,6 +7,7 @@
 #include "editor/project/Settings.h"
 #include "editor/steps/LongStep.h"
 #include "editor/window/ProjectPanel.h"
+#include "editor/workbench/Workbench.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/DataFile.h"
 #include "sample/SampleProject.h"

@@ -3,9 +3,9 @@
 #include "editor/dialogs/LibraryCombo.h"
 #include "editor/window/Actions.h"
 #include "platform/Paths.h"
+#include "widgets/WheelGuard.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QEvent>
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
@@ -27,21 +27,6 @@ namespace editor {
 namespace {
 
 enum Column { NameColumn, StateColumn };
-
-/// Keeps the wheel from a closed combo box: what is chosen is stored at once, so nobody is to choose by
-/// scrolling past. An open list takes the wheel by a widget of its own.
-class WheelGuard : public QObject
-{
-public:
-    using QObject::QObject;
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() != QEvent::Wheel) return false;
-        event->ignore(); // whatever stands around the box may scroll
-        return true;
-    }
-};
 
 /// A text that may be longer than its place; it never makes the window wider.
 QLabel* ValueLabel()
@@ -112,7 +97,7 @@ QGroupBox* ProjectPanel::MakeSettings()
     m_guideHint->hide();
     form->addRow(QString(), m_guideHint);
     for (QComboBox* combo : {m_mode, m_spec, m_billLibrary, m_quotaLibrary})
-        combo->installEventFilter(new WheelGuard(combo));
+        widgets::KeepWheelFrom(*combo);
     ConnectSettings();
     return box;
 }

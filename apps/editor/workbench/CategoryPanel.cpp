@@ -4,6 +4,7 @@
 #include "widgets/LineColour.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"
+#include "widgets/WheelGuard.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
@@ -93,8 +94,7 @@ void CategoryPanel::Build()
     m_specialties->setAccessibleName(u"专业"_s);
     m_specialties->setToolTip(u"专业，括号里是这个文件中它的规则条数"_s);
     m_specialties->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_specialties->setFocusPolicy(Qt::StrongFocus);
-    m_specialties->installEventFilter(this);
+    widgets::KeepWheelFrom(*m_specialties);
     m_filter->setPlaceholderText(u"筛选类别"_s);
     m_filter->setAccessibleName(u"筛选类别"_s);
     m_filter->setToolTip(u"只留下名称里有这些字的类别；↓ 到列表"_s);
@@ -132,13 +132,9 @@ void CategoryPanel::Build()
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { TakeChoice(); });
 }
 
-/// Keys that move through a list go from the field to it; the wheel changes no closed combo box.
+/// Keys that move through a list go from the field to it.
 bool CategoryPanel::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_specialties && event->type() == QEvent::Wheel) {
-        event->ignore();
-        return true;
-    }
     if (watched != m_filter || event->type() != QEvent::KeyPress) return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() == Qt::Key_Down || key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {

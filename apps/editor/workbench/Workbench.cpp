@@ -3,6 +3,7 @@
 #include "editor/workbench/CategoryPanel.h"
 #include "editor/workbench/RuleTable.h"
 #include "widgets/LineColour.h"
+#include "widgets/WheelGuard.h"
 
 #include <QtCore/QScopedValueRollback>
 #include <QtCore/QSignalBlocker>
@@ -125,6 +126,7 @@ QToolBar* Workbench::MakeSearch()
          {std::pair(u"本类别"_s, SearchScope::Category), std::pair(u"本专业"_s, SearchScope::Specialty),
           std::pair(u"整个文件"_s, SearchScope::File), std::pair(u"工程的全部文件"_s, SearchScope::Project)})
         m_scope->addItem(text, static_cast<int>(scope));
+    widgets::KeepWheelFrom(*m_scope);
     m_scope->setAccessibleName(u"查找范围"_s);
     m_scope->setToolTip(u"在哪里查找"_s);
     m_count->setContentsMargins(8, 0, 8, 0); // NOLINT(readability-magic-numbers): beside the fields

@@ -36,6 +36,12 @@ protected:
     Cli m_cli;
 };
 
+/// What an import or its preview tells of the rules, without the line behind that.
+QString ToldChanges(const test::Outcome& outcome)
+{
+    return outcome.Out().section(u'\n', 0, -3);
+}
+
 } // namespace
 
 TEST_F(RuleTables, ExportedRulesComeBackUnchanged)
@@ -123,6 +129,8 @@ TEST_F(RuleTables, RuleFileThatIsNotThereIsMade)
     const test::Outcome outcome = Import(u"made.csv"_s, {u"--config"_s, u"新的"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(m_cli.Folder().ReadFile(Cli::RuleFile(u"新的"_s)).contains("031001001001"));
+    EXPECT_EQ(ToldChanges(preview), ToldChanges(outcome));
+    EXPECT_TRUE(Import(u"made.csv"_s, {u"--config"_s, u"新的"_s}).Out().startsWith(u"规则没有差别。\n"_s));
 }
 
 TEST_F(RuleTables, ItemWithoutARuleOfItsOwnGetsThatOfTheCategory)

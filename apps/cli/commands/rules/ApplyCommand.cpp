@@ -12,6 +12,7 @@
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
 #include "shared/BillFiles.h"
+#include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 
 #include <memory>

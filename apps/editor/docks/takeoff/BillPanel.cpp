@@ -7,7 +7,7 @@
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
 #include "shared/BillFiles.h"
-#include "shared/PricingText.h"
+#include "shared/Outcomes.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QBuffer>

@@ -1,6 +1,7 @@
 #include "editor/docks/takeoff/ComponentsModel.h"
 
 #include "rules/match/CellText.h"
+#include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 #include "widgets/CutTextTips.h"
 

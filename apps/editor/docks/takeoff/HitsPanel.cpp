@@ -3,7 +3,7 @@
 #include "editor/docks/takeoff/ComponentsModel.h"
 #include "editor/messages/Guard.h"
 #include "platform/Paths.h"
-#include "shared/PricingText.h"
+#include "shared/Outcomes.h"
 #include "widgets/FaultColour.h"
 #include "widgets/NotifyingStatic.h"
 #include "widgets/TipDelegate.h"
