@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <memory>
 #include <stdexcept>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using editor::BackgroundWork;
@@ -37,8 +37,8 @@ TEST(BackgroundWork, IsDoneOnAnotherThreadAndTakenOverOnThatOfTheWindows)
     });
     EXPECT_TRUE(work.IsBusy());
     WaitUntilIdle(work);
-    EXPECT_NE(worker, nullptr);
-    EXPECT_NE(worker, QThread::currentThread());
+    EXPECT_NE(worker.load(), nullptr);
+    EXPECT_NE(worker.load(), QThread::currentThread());
     EXPECT_EQ(taker, QThread::currentThread());
 }
 
@@ -57,7 +57,7 @@ TEST(BackgroundWork, OnlyTheNewestOutcomeCounts)
     go.release(3);
     WaitUntilIdle(work);
     EXPECT_EQ(taken, std::vector{2});
-    EXPECT_EQ(begun, 2); // the one in between was not even begun
+    EXPECT_EQ(begun.load(), 2); // the one in between was not even begun
 }
 
 TEST(BackgroundWork, WorkThatIsReplacedHearsThatItIsCancelled)
@@ -108,7 +108,7 @@ TEST(BackgroundWork, ItsEndWaitsForTheWorkAndTakesNothingOver)
         });
         begun.acquire();
     }
-    EXPECT_TRUE(isEnded);
+    EXPECT_TRUE(isEnded.load());
     QCoreApplication::processEvents();
 }
 
