@@ -316,7 +316,9 @@ void TrialPanel::showEvent(QShowEvent* event)
 void TrialPanel::hideEvent(QHideEvent* event)
 {
     QWidget::hideEvent(event);
-    Try();
+    if (!m_outcome) return;
+    ShowNothing(); // without the session, which may be gone: a window that ends hides what is in it last
+    emit OutcomeChanged();
 }
 
 void TrialPanel::resizeEvent(QResizeEvent* event)
