@@ -10,6 +10,9 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using editor::ItemTree;
@@ -94,9 +97,27 @@ TEST_F(DetailItems, ShowsBillItemsWithTheirQuotaItemsBelow)
 TEST_F(DetailItems, AnnexColumnIsThereForTheCategoriesThatHaveIt)
 {
     HaveItems();
-    m_session.ChooseCategory(u"电气\\配电箱柜\\照明配电箱"_s);
-    EXPECT_EQ(m_session.CategoryText(), u"电气\\配电箱柜\\照明配电箱"_s);
+    m_session.ChooseCategory(u"给排水\\阀门附件\\阀门"_s);
+    EXPECT_EQ(m_session.CategoryText(), u"给排水\\阀门附件\\阀门"_s);
     EXPECT_TRUE(Tree().isColumnHidden(ItemTree::AnnexColumn));
+}
+
+TEST_F(DetailItems, AllCommandsAreSeenInANarrowDock)
+{
+    HaveItems();
+    m_panel->resize(300, 600);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_panel->width(), 300);
+    for (const CString& text : {u"加条件"_s, u"系列…"_s, u"套清单…"_s, u"换成…"_s, u"下移"_s}) {
+        const auto buttons = m_panel->findChildren<QToolButton*>();
+        const auto found = std::find_if(buttons.begin(), buttons.end(),
+                                        [&](const QToolButton* button) { return button->text() == text; });
+        ASSERT_NE(found, buttons.end()) << text.toStdString();
+        const QToolButton& button = **found;
+        EXPECT_TRUE(m_panel->rect().contains(QRect(button.mapTo(m_panel.get(), QPoint(0, 0)), button.size())))
+            << text.toStdString();
+        EXPECT_GE(button.width(), button.sizeHint().width());
+    }
 }
 
 TEST_F(DetailItems, PickerComesBesideTheWindowTurnedToTheCategory)
