@@ -16,7 +16,6 @@
 
 using namespace Qt::StringLiterals;
 using editor::ItemTree;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -165,6 +164,41 @@ TEST_F(DetailItems, CancelledNumberDialogLeavesTheRule)
     m_windows.Bill().PickBill(&GalvanizedPipe);
     EXPECT_EQ(Rule().bills.size(), 2U);
     EXPECT_EQ(m_session.Undo().count(), 0);
+}
+
+TEST_F(DetailItems, NumberThatTheRuleHasIsNotTakenOnceMore)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    test::InModalWindows({[](QWidget& window) {
+                              Pressing(u"选用已有"_s)(window);
+                              Pressing(u"确定"_s)(window);
+                          },
+                          Pressing(u"取消"_s)});
+    m_windows.Bill().PickBill(&GalvanizedPipe);
+    EXPECT_THAT(m_messages.Texts().join(u'|').toStdString(), HasSubstr("同一构件不能多次套同一清单"));
+    EXPECT_EQ(m_session.Undo().count(), 0);
+}
+
+TEST_F(DetailItems, BillItemThatTheLibraryHasNotIsTold)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    const SPickedQd unknown{0, 1, 1, u"099999999"_s};
+    m_windows.Bill().PickBill(&unknown);
+    EXPECT_EQ(m_session.Undo().count(), 0);
+    EXPECT_THAT(Labels().toStdString(), HasSubstr("清单库里没有 099999999"));
+}
+
+TEST_F(DetailItems, PickerGoesWhenTheLibrariesMayBeOthers)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    ASSERT_TRUE(m_windows.Bill().IsVisible());
+    m_session.RefreshFacts();
+    EXPECT_FALSE(m_windows.Bill().IsCreated());
+    Command(u"套清单…"_s).trigger();
+    EXPECT_TRUE(m_windows.Bill().IsVisible());
 }
 
 TEST_F(DetailItems, PickedQuotaItemGoesBelowTheCurrentBillItem)
