@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace editor {
 
-ConditionDelegate::ConditionDelegate(ConditionTable& table) : QStyledItemDelegate(&table), m_table(table) {}
+ConditionDelegate::ConditionDelegate(ConditionTable& table) : LineDelegate(&table), m_table(table) {}
 
 QComboBox* ConditionDelegate::MakeForms(QWidget* parent, int row) const
 {

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/Text.h"
-
-#include <QtWidgets/QStyledItemDelegate>
+#include "widgets/LineDelegate.h"
 
 class QComboBox;
 
@@ -12,7 +11,7 @@ class ConditionTable;
 
 /// The editors of the cells of conditions: lists of attributes, operators and values that can be searched by
 /// typing, and a plain field for the upper bound.
-class ConditionDelegate : public QStyledItemDelegate
+class ConditionDelegate : public widgets::LineDelegate
 {
 public:
     /// The table owns this.

@@ -1,5 +1,6 @@
 #include "editor/docks/details/ConditionPart.h"
 
+#include "editor/docks/details/ConditionDelegate.h"
 #include "editor/docks/details/ConditionTable.h"
 #include "editor/docks/details/SeriesDialog.h"
 #include "editor/docks/details/ViewCommands.h"
@@ -7,7 +8,6 @@
 
 #include <QtGui/QAction>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QToolBar>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -17,6 +17,7 @@ namespace editor {
 ConditionPart::ConditionPart(const ChosenRules& chosen)
     : m_chosen(chosen), m_table(new ConditionTable(chosen)), m_fault(new QLabel)
 {
+    m_table->setItemDelegate(new ConditionDelegate(*m_table));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     m_fault->setTextFormat(Qt::PlainText);
@@ -38,7 +39,7 @@ void ConditionPart::MakeCommands()
         commands->Add(u"删条件"_s, u"删除选中的条件"_s, Qt::Key_Delete, [this] { m_table->DeleteLines(); });
     m_series = commands->Add(u"系列…"_s, u"按一个属性的各个值，由这条规则生成一组规则"_s,
                              QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { OpenSeries(); });
-    static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeToolBar(u"条件的命令"_s));
+    static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeButtons(u"条件的命令"_s));
 }
 
 void ConditionPart::Refresh()

@@ -1,9 +1,9 @@
 #include "editor/docks/details/ConditionTable.h"
 
-#include "editor/docks/details/ConditionDelegate.h"
 #include "editor/messages/Guard.h"
 #include "editor/session/WorkSession.h"
 #include "rules/draft/RuleEdits.h"
+#include "rules/sheet/ConditionCell.h"
 #include "widgets/ReadableColour.h"
 #include "widgets/TextMetrics.h"
 
@@ -54,7 +54,6 @@ ConditionTable::ConditionTable(const ChosenRules& chosen, QWidget* parent)
     setHorizontalHeaderLabels({u"属性"_s, u"运算符"_s, u"值、下限"_s, u"上限"_s});
     horizontalHeaderItem(ValueColumn)->setToolTip(u"值，或者界限；也可以写出整个条件：≠X、>50、50<..<=65"_s);
     setAccessibleName(u"条件"_s);
-    setItemDelegate(new ConditionDelegate(*this));
     setSelectionBehavior(SelectRows);
     setEditTriggers(DoubleClicked | SelectedClicked | EditKeyPressed | AnyKeyPressed);
     setTabKeyNavigation(false);
@@ -98,21 +97,23 @@ std::vector<ConditionTable::Line> ConditionTable::LinesOfSeveral(const RulesInVi
     for (const CString& attribute : AttributesOf(view)) {
         std::set<CString> texts;
         std::size_t with = 0;
+        CString shared; // what they say, where they say the same
         Line line;
         line.key = attribute;
         for (std::size_t i = 0; i < view.Count(); ++i)
             if (const rules::Condition* condition = FindCondition(view.At(i), attribute)) {
                 ++with;
                 texts.insert(condition->Text());
-                line.former = InputOf(*condition);
+                shared = rules::CellOf(*condition).value_or(condition->Text());
             }
         const bool inAll = with == view.Count();
         if (texts.size() > 1)
             line.differs = inAll ? u"各不相同"_s : u"%1 条有，各不相同"_s.arg(with);
         else if (!inAll)
-            line.differs = u"%1 条有 %2"_s.arg(with).arg(*texts.begin());
-        // Whatever is entered then is something new, and no field has it yet.
-        if (!line.differs.isEmpty()) line.former = {attribute, 0, {}, {}};
+            line.differs = u"%1 条有 %2"_s.arg(with).arg(shared);
+        // Whatever is entered where they differ is something new, and no field has it yet.
+        line.former = line.differs.isEmpty() ? InputOf(*FindCondition(view.At(0), attribute))
+                                             : ConditionInput{attribute, 0, {}, {}};
         line.input = line.former;
         lines.push_back(line);
     }

@@ -47,6 +47,7 @@ DetailPanel::DetailPanel(WorkSession& session)
     m_pages->addWidget(none);
     m_pages->addWidget(MakeRulePage());
     setAccessibleName(u"规则详情"_s);
+    setFocusProxy(m_conditions);
     connect(m_conditions, &ConditionPart::Told, this, &DetailPanel::Tell);
     connect(m_items, &ItemPart::Told, this, &DetailPanel::Tell);
     connect(&session, &WorkSession::Reopened, this, &DetailPanel::OnReopened);
@@ -132,16 +133,6 @@ void DetailPanel::Tell(const CString& sentence)
     m_told->setText(sentence);
     m_told->setVisible(!sentence.isEmpty());
     if (!sentence.isEmpty()) emit Told(sentence);
-}
-
-void DetailPanel::FocusConditions()
-{
-    m_conditions->Table().setFocus();
-}
-
-void DetailPanel::FocusItems()
-{
-    m_items->Tree().setFocus();
 }
 
 } // namespace editor

@@ -14,7 +14,7 @@ class ItemPart;
 
 /// The rule that is chosen in the session, to be edited: its conditions and its items. When several are
 /// chosen, what they share, and edits of all of them at once. Every edit goes through the session and is one
-/// step of its undo stack.
+/// step of its undo stack. Its focus is that of the conditions.
 class DetailPanel : public QWidget
 {
     Q_OBJECT
@@ -27,10 +27,6 @@ public:
     /// saved, undone, or asked whether it has changed: a cell that is still open is not in it. The panel does
     /// so itself when the focus or the choice moves.
     void Commit();
-    /// Goes to the table of conditions with the keyboard.
-    void FocusConditions();
-    /// Goes to the list of items.
-    void FocusItems();
 
 signals:
     /// Something that the user should know of what has just been done, as a sentence. The panel shows it

@@ -20,7 +20,7 @@ const CStringArray Units{u"m"_s,  u"m2"_s, u"m3"_s, u"吨"_s, u"千克"_s, u"个
 
 } // namespace
 
-ItemDelegate::ItemDelegate(ItemTree& tree) : QStyledItemDelegate(&tree), m_tree(tree) {}
+ItemDelegate::ItemDelegate(ItemTree& tree) : LineDelegate(&tree), m_tree(tree) {}
 
 QWidget* ItemDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                     const QModelIndex& index) const

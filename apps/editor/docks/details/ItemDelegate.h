@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtWidgets/QStyledItemDelegate>
+#include "widgets/LineDelegate.h"
 
 namespace editor {
 
@@ -8,7 +8,7 @@ class ItemTree;
 
 /// The editors of the cells of items: the name in a field, the unit in a list to which others can be typed,
 /// 带管道配件 in a list.
-class ItemDelegate : public QStyledItemDelegate
+class ItemDelegate : public widgets::LineDelegate
 {
 public:
     /// The tree owns this.

@@ -1,6 +1,9 @@
 #include "editor/docks/details/ItemLines.h"
 
-#include <algorithm>
+#include <QtCore/QHash>
+
+#include <memory>
+#include <utility>
 
 namespace editor {
 
@@ -46,48 +49,58 @@ void AddLines(std::vector<ItemLine>& lines, const rules::Rule& rule, const Proje
     }
 }
 
-/// One line of all that are of the same number below the same one.
-struct SharedLine
+/// Lines of several rules, one for all that are of the same number below the same one.
+struct SharedLines
 {
-    ItemLine line;
-    std::size_t lastRule = 0;
-    std::vector<SharedLine> below;
+    struct Shared
+    {
+        ItemLine line;
+        std::size_t lastRule = 0;
+        std::shared_ptr<SharedLines> below; ///< null for none
+    };
+
+    Shared& Add(const ItemLine& line, std::size_t rule)
+    {
+        const auto key = std::pair(line.number, line.isForeign);
+        const auto known = places.constFind(key);
+        if (known == places.constEnd()) {
+            places.insert(key, lines.size());
+            return lines.emplace_back(Shared{line, rule, nullptr});
+        }
+        Shared& shared = lines[*known];
+        shared.line.rules += shared.lastRule == rule ? 0 : 1;
+        shared.lastRule = rule;
+        shared.line.formulasDiffer |= shared.line.formula != line.formula;
+        return shared;
+    }
+
+    std::vector<Shared> lines;
+    QHash<std::pair<CString, bool>, std::size_t> places;
 };
 
-SharedLine& Share(std::vector<SharedLine>& shared, const ItemLine& line, std::size_t rule)
+std::vector<ItemLine> LinesOfSeveral(const RulesInView& view, const ProjectFacts& facts)
 {
-    const auto found = std::find_if(shared.begin(), shared.end(), [&](const SharedLine& one) {
-        return one.line.number == line.number && one.line.isForeign == line.isForeign;
-    });
-    if (found == shared.end()) return shared.emplace_back(SharedLine{line, rule, {}});
-    found->line.rules += found->lastRule == rule ? 0 : 1;
-    found->lastRule = rule;
-    found->line.formulasDiffer |= found->line.formula != line.formula;
-    return *found;
-}
-
-std::vector<ItemLine> SharedLines(const RulesInView& view, const ProjectFacts& facts)
-{
-    std::vector<SharedLine> shared;
+    SharedLines all;
     for (std::size_t i = 0; i < view.Count(); ++i) {
         std::vector<ItemLine> lines;
         AddLines(lines, view.At(i), facts);
-        SharedLine* bill = nullptr;
+        SharedLines* list = &all;
         for (const ItemLine& line : lines) {
-            if (line.place.IsBill())
-                bill = &Share(shared, line, i);
-            else
-                Share(bill == nullptr ? shared : bill->below, line, i);
+            SharedLines::Shared& shared = (line.place.IsBill() ? all : *list).Add(line, i);
+            if (!line.place.IsBill()) continue;
+            if (!shared.below) shared.below = std::make_shared<SharedLines>();
+            list = shared.below.get();
         }
     }
     std::vector<ItemLine> lines;
-    for (std::size_t i = 0; i < shared.size(); ++i) {
-        ItemLine& line = lines.emplace_back(shared[i].line);
-        line.place =
-            line.place.IsBill() ? ItemPlace{static_cast<int>(i), -1} : ItemPlace{-1, static_cast<int>(i)};
-        for (std::size_t j = 0; j < shared[i].below.size(); ++j) {
-            lines.push_back(shared[i].below[j].line);
-            lines.back().place = {static_cast<int>(i), static_cast<int>(j)};
+    for (std::size_t i = 0; i < all.lines.size(); ++i) {
+        const SharedLines::Shared& shared = all.lines[i];
+        const int place = static_cast<int>(i);
+        lines.push_back(shared.line);
+        lines.back().place = shared.below ? ItemPlace{place, -1} : ItemPlace{-1, place};
+        for (std::size_t j = 0; shared.below && j < shared.below->lines.size(); ++j) {
+            lines.push_back(shared.below->lines[j].line);
+            lines.back().place = {place, static_cast<int>(j)};
         }
     }
     return lines;
@@ -108,7 +121,7 @@ std::vector<ItemLine> LinesOf(const RulesInView& view, const ProjectFacts& facts
     if (view.IsSingle())
         AddLines(lines, view.At(0), facts);
     else if (!view.IsEmpty())
-        lines = SharedLines(view, facts);
+        lines = LinesOfSeveral(view, facts);
     return lines;
 }
 

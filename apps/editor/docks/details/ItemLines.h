@@ -1,8 +1,38 @@
 #pragma once
 
-#include "editor/docks/details/ItemTree.h"
+#include "editor/docks/details/ChosenRules.h"
+
+#include <compare>
+#include <vector>
 
 namespace editor {
+
+/// Where an item stands among those of a rule, or among the lines of several rules.
+struct ItemPlace
+{
+    int bill = -1;  ///< index of the bill item; -1 in quota mode
+    int quota = -1; ///< index of the quota item; -1 for the bill item itself
+
+    bool IsBill() const noexcept { return quota < 0; }
+    auto operator<=>(const ItemPlace&) const = default;
+};
+
+/// What the tree shows of an item.
+struct ItemLine
+{
+    ItemPlace place{};
+    int id = 0;
+    CString number{};
+    CString name{};
+    CString unit{};
+    CString formula{};
+    CString annex{};
+    bool isForeign = false;      ///< of a library that is not in use
+    std::size_t rules = 1;       ///< in how many of the chosen rules it is
+    bool formulasDiffer = false; ///< in these
+
+    bool operator==(const ItemLine&) const = default;
+};
 
 /// The lines of the chosen rules, each bill item's quota items behind it. Of several rules one line for each
 /// number.

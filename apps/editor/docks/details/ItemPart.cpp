@@ -1,6 +1,6 @@
 #include "editor/docks/details/ItemPart.h"
 
-#include "editor/docks/details/ItemLines.h"
+#include "editor/docks/details/ItemDelegate.h"
 #include "editor/docks/details/ViewCommands.h"
 #include "editor/messages/Guard.h"
 #include "editor/session/WorkSession.h"
@@ -15,7 +15,6 @@
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QToolBar>
 #include <QtWidgets/QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +24,7 @@ namespace editor {
 ItemPart::ItemPart(const ChosenRules& chosen)
     : m_chosen(chosen), m_pickers(*this), m_tree(new ItemTree(chosen))
 {
+    m_tree->setItemDelegate(new ItemDelegate(*m_tree));
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
     MakeCommands();
@@ -52,7 +52,7 @@ void ItemPart::MakeCommands()
                          [this] { m_tree->MoveCurrent(false); });
     m_down = commands->Add(u"下移"_s, u"与下面的一条交换"_s, QKeySequence(Qt::CTRL | Qt::Key_Down),
                            [this] { m_tree->MoveCurrent(true); });
-    static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeToolBar(u"清单和定额的命令"_s));
+    static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeButtons(u"清单和定额的命令"_s));
 }
 
 QWidget* ItemPart::MakeReplaceLine()
@@ -140,7 +140,7 @@ void ItemPart::Take(host::UserMessage& message)
     RunGuarded([&] {
         m_tree->Commit();
         if (message.Code() == host::QdPickedMessage)
-            TakeBill(static_cast<const SPickedQd*>(message.Record())->strNumber);
+            TakeBill(CString(static_cast<const SPickedQd*>(message.Record())->strNumber));
         if (message.Code() == host::DePickedMessage)
             TakeQuota(*static_cast<const SPickedDe*>(message.Record()));
     });

@@ -58,12 +58,6 @@ void ItemPickers::Follow(const CString& category)
     m_bills->SetTreePosition(PositionOf(category));
 }
 
-void ItemPickers::Hide()
-{
-    if (m_bills) m_bills->ShowWindow(false);
-    if (m_quotas) m_quotas->ShowWindow(false);
-}
-
 void ItemPickers::Forget()
 {
     m_bills.reset();

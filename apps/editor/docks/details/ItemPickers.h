@@ -26,7 +26,6 @@ public:
     void Show(bool isBillMode, const CString& category);
     /// Turns a picker that is up to another category.
     void Follow(const CString& category);
-    void Hide();
     /// Drops the windows, as when the project with its libraries goes.
     void Forget();
 

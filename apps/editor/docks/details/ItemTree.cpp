@@ -1,7 +1,5 @@
 #include "editor/docks/details/ItemTree.h"
 
-#include "editor/docks/details/ItemDelegate.h"
-#include "editor/docks/details/ItemLines.h"
 #include "editor/messages/Guard.h"
 #include "host/NvKtDataMng.h"
 #include "presenter/PickedItems.h"
@@ -51,7 +49,6 @@ ItemTree::ItemTree(const ChosenRules& chosen, QWidget* parent) : QTreeWidget(par
 {
     setColumnCount(ColumnCount);
     setAccessibleName(u"清单和定额"_s);
-    setItemDelegate(new ItemDelegate(*this));
     setSelectionMode(ExtendedSelection);
     setEditTriggers(DoubleClicked | SelectedClicked | EditKeyPressed);
     setItemsExpandable(false);
@@ -64,11 +61,23 @@ ItemTree::ItemTree(const ChosenRules& chosen, QWidget* parent) : QTreeWidget(par
 
 void ItemTree::FitColumns()
 {
-    const std::array<CString, ColumnCount> samples{u"0310010010010"_s, u"镀锌钢管管道安装"_s, u"100m"_s,
-                                                   u"管道长度+超高"_s, u"带管道配件"_s,       u"00/00"_s};
+    const std::array<CString, ColumnCount> samples{u"0310010010010"_s,    u"00/00"_s,
+                                                   u"镀锌钢管管道安装"_s, u"100m"_s,
+                                                   u"管道长度+超高"_s,    u"带管道配件"_s};
     for (int column = 0; column < ColumnCount; ++column)
         setColumnWidth(column,
                        widgets::ColumnWidth(fontMetrics(), samples[static_cast<std::size_t>(column)]));
+    FitName();
+}
+
+/// The name takes what room is left.
+void ItemTree::FitName()
+{
+    int others = 0;
+    for (int column = 0; column < ColumnCount; ++column)
+        if (column != NameColumn && !isColumnHidden(column)) others += columnWidth(column);
+    const int least = widgets::ColumnWidth(fontMetrics(), u"镀锌钢管管道安装"_s);
+    setColumnWidth(NameColumn, std::max(least, viewport()->width() - others));
 }
 
 // The module's grid shows the column for some categories only.
@@ -83,9 +92,9 @@ void ItemTree::Refresh()
 {
     const RulesInView view = m_chosen.Look();
     const bool isBillMode = m_chosen.Facts().isBillMode;
-    setHeaderLabels({isBillMode ? u"清单/定额编号"_s : u"定额编号"_s,
+    setHeaderLabels({isBillMode ? u"清单/定额编号"_s : u"定额编号"_s, u"规则"_s,
                      isBillMode ? u"清单/定额名称"_s : u"定额名称"_s, u"单位"_s, u"计算结果编辑"_s,
-                     u"带管道配件"_s, u"规则"_s});
+                     u"带管道配件"_s});
     setColumnHidden(AnnexColumn, view.IsEmpty() || !HasAnnex());
     setColumnHidden(RulesColumn, view.Count() < 2);
     const std::vector<ItemLine> former = std::exchange(m_lines, LinesOf(view, m_chosen.Facts()));
@@ -97,6 +106,10 @@ void ItemTree::Refresh()
     if (!isSameTree) ShowLines();
     for (const ItemLine& line : m_lines)
         ShowLine(*RowOf(line.place), line);
+    // The word behind the numbers of foreign items is not to be cut off.
+    if (!isSameTree && sizeHintForColumn(NumberColumn) > columnWidth(NumberColumn))
+        setColumnWidth(NumberColumn, sizeHintForColumn(NumberColumn));
+    FitName();
 }
 
 void ItemTree::ShowLines()
@@ -132,11 +145,11 @@ void ItemTree::ShowLine(QTreeWidgetItem& row, const ItemLine& line)
     const bool isSeveral = m_chosen.Count() > 1;
     const CString formula = line.formulasDiffer ? u"（各不相同）"_s : line.formula;
     const QStringList texts{line.isForeign ? u"%1（其它库）"_s.arg(line.number) : line.number,
+                            u"%1/%2"_s.arg(line.rules).arg(m_chosen.Count()),
                             line.name,
                             line.unit,
                             formula,
-                            line.annex,
-                            u"%1/%2"_s.arg(line.rules).arg(m_chosen.Count())};
+                            line.annex};
     const CString hint =
         line.isForeign ? u"属于没有采用的库：配置对话框不显示它，套价时不算；可以移动、删除"_s : CString();
     for (int column = 0; column < ColumnCount; ++column) {
@@ -290,6 +303,12 @@ void ItemTree::keyPressEvent(QKeyEvent* event)
         return;
     }
     QTreeWidget::keyPressEvent(event);
+}
+
+void ItemTree::resizeEvent(QResizeEvent* event)
+{
+    QTreeWidget::resizeEvent(event);
+    FitName();
 }
 
 void ItemTree::changeEvent(QEvent* event)

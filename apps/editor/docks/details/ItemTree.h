@@ -1,42 +1,14 @@
 #pragma once
 
-#include "editor/docks/details/ChosenRules.h"
+#include "editor/docks/details/ItemLines.h"
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QTreeWidget>
 
-#include <compare>
 #include <optional>
 #include <vector>
 
 namespace editor {
-
-/// Where an item stands among those of a rule, or among the lines of several rules.
-struct ItemPlace
-{
-    int bill = -1;  ///< index of the bill item; -1 in quota mode
-    int quota = -1; ///< index of the quota item; -1 for the bill item itself
-
-    bool IsBill() const noexcept { return quota < 0; }
-    auto operator<=>(const ItemPlace&) const = default;
-};
-
-/// What the tree shows of an item.
-struct ItemLine
-{
-    ItemPlace place{};
-    int id = 0;
-    CString number{};
-    CString name{};
-    CString unit{};
-    CString formula{};
-    CString annex{};
-    bool isForeign = false;      ///< of a library that is not in use
-    std::size_t rules = 1;       ///< in how many of the chosen rules it is
-    bool formulasDiffer = false; ///< in these
-
-    bool operator==(const ItemLine&) const = default;
-};
 
 /// The bill items of the chosen rules with their quota items below, or in quota mode the quota items, edited
 /// in place. Items of libraries that are not in use are shown pale, with a word, and can only be moved and
@@ -48,11 +20,11 @@ class ItemTree : public QTreeWidget
 public:
     enum Column : int {
         NumberColumn,
+        RulesColumn, ///< only of several rules
         NameColumn,
         UnitColumn,
         FormulaColumn,
         AnnexColumn,
-        RulesColumn, ///< only of several rules
         ColumnCount
     };
 
@@ -94,6 +66,7 @@ protected:
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     bool HasAnnex() const;
@@ -101,6 +74,7 @@ private:
     void ShowLine(QTreeWidgetItem& row, const ItemLine& line);
     void GoTo(const QTreeWidgetItem& row, int column);
     void FitColumns();
+    void FitName();
     QTreeWidgetItem* RowOf(const ItemPlace& place) const;
 
     const ChosenRules& m_chosen;

@@ -1,11 +1,12 @@
 #include "editor/docks/details/ViewCommands.h"
 
+#include "editor/docks/details/FlowLayout.h"
 #include "editor/messages/Guard.h"
 
 #include <QtGui/QAction>
 #include <QtGui/QKeyEvent>
 #include <QtWidgets/QAbstractItemView>
-#include <QtWidgets/QToolBar>
+#include <QtWidgets/QToolButton>
 
 #include <utility>
 
@@ -33,18 +34,24 @@ QAction* ViewCommands::Add(const CString& text, const CString& tip, const QKeySe
     return action;
 }
 
-QToolBar* ViewCommands::MakeToolBar(const CString& name) const
+QWidget* ViewCommands::MakeButtons(const CString& name) const
 {
-    auto* bar = new QToolBar;
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    bar->setAccessibleName(name);
+    auto* place = new QWidget;
+    place->setAccessibleName(name);
+    auto* flow = new FlowLayout(*place);
     for (const Command& command : m_commands) {
-        bar->addAction(command.action);
-        QWidget* const button = bar->widgetForAction(command.action);
+        auto* button = new QToolButton;
+        button->setDefaultAction(command.action);
+        button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+        button->setAutoRaise(true);
         button->setFocusPolicy(Qt::TabFocus);
         button->setAccessibleDescription(command.action->toolTip());
+        // The toolkit shows and hides the buttons of a tool bar with their actions, and no others.
+        connect(command.action, &QAction::visibleChanged, button,
+                [button, action = command.action] { button->setVisible(action->isVisible()); });
+        flow->addWidget(button);
     }
-    return bar;
+    return place;
 }
 
 QAction* ViewCommands::FindByKey(const QEvent& event) const

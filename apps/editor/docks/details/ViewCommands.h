@@ -10,7 +10,7 @@
 
 class QAbstractItemView;
 class QAction;
-class QToolBar;
+class QWidget;
 
 namespace editor {
 
@@ -25,8 +25,8 @@ public:
 
     /// `text` is that of the button, `tip` says what the command does.
     QAction* Add(const CString& text, const CString& tip, const QKeySequence& key, std::function<void()> run);
-    /// The buttons, for the owner to place. What does not fit is behind the button at its end.
-    QToolBar* MakeToolBar(const CString& name) const;
+    /// The buttons, for the owner to place, in as many lines as they need.
+    QWidget* MakeButtons(const CString& name) const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

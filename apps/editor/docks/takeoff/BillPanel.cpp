@@ -8,7 +8,6 @@
 #include "platform/ReplacedFile.h"
 #include "shared/BillFiles.h"
 #include "shared/Outcomes.h"
-#include "shared/PricingText.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QBuffer>

@@ -4,7 +4,6 @@
 #include "editor/messages/Guard.h"
 #include "platform/Paths.h"
 #include "shared/Outcomes.h"
-#include "shared/PricingText.h"
 #include "widgets/FaultColour.h"
 #include "widgets/NotifyingStatic.h"
 #include "widgets/TipDelegate.h"

@@ -151,6 +151,33 @@ TEST_F(DetailConditions, InputOfARuleIsThereAgainWhenTheUserComesBack)
     EXPECT_EQ(Cell(1, ConditionTable::ValueColumn), u"五十"_s);
 }
 
+TEST_F(DetailConditions, InputGoesWithItsFile)
+{
+    Enter(1, ConditionTable::ValueColumn, u"五十"_s);
+    m_session.RefreshFacts();
+    EXPECT_EQ(Cell(1, ConditionTable::ValueColumn), u"五十"_s) << "the file is the same";
+    const CString file = m_session.File().Path();
+    m_session.Open(m_project->RuleFolder() + u"\\other.xml"_s);
+    m_session.Open(file);
+    m_session.GoTo(Category, 0);
+    EXPECT_EQ(Cell(1, ConditionTable::ValueColumn), u"50"_s);
+}
+
+TEST_F(DetailConditions, WithoutARuleThePanelSaysSo)
+{
+    m_session.Close();
+    EXPECT_EQ(Labels(), u"没有选中规则"_s);
+    EXPECT_EQ(Conditions().rowCount(), 0);
+    EXPECT_EQ(Tree().topLevelItemCount(), 0);
+}
+
+TEST_F(DetailConditions, FocusOfThePanelIsThatOfTheConditions)
+{
+    Tree().setFocus();
+    m_panel->setFocus();
+    EXPECT_TRUE(Conditions().hasFocus());
+}
+
 TEST_F(DetailConditions, OpenEditorGoesIntoItsRuleWhenTheChoiceMoves)
 {
     GoTo(0, ConditionTable::ValueColumn);

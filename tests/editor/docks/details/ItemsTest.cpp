@@ -10,10 +10,12 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QToolButton>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using editor::ItemTree;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -94,9 +96,27 @@ TEST_F(DetailItems, ShowsBillItemsWithTheirQuotaItemsBelow)
 TEST_F(DetailItems, AnnexColumnIsThereForTheCategoriesThatHaveIt)
 {
     HaveItems();
-    m_session.ChooseCategory(u"电气\\配电箱柜\\照明配电箱"_s);
-    EXPECT_EQ(m_session.CategoryText(), u"电气\\配电箱柜\\照明配电箱"_s);
+    m_session.ChooseCategory(u"给排水\\阀门附件\\阀门"_s);
+    EXPECT_EQ(m_session.CategoryText(), u"给排水\\阀门附件\\阀门"_s);
     EXPECT_TRUE(Tree().isColumnHidden(ItemTree::AnnexColumn));
+}
+
+TEST_F(DetailItems, AllCommandsAreSeenInANarrowDock)
+{
+    HaveItems();
+    m_panel->resize(300, 600);
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_panel->width(), 300);
+    for (const CString& text : {u"加条件"_s, u"系列…"_s, u"套清单…"_s, u"换成…"_s, u"下移"_s}) {
+        const auto buttons = m_panel->findChildren<QToolButton*>();
+        const auto found = std::find_if(buttons.begin(), buttons.end(),
+                                        [&](const QToolButton* button) { return button->text() == text; });
+        ASSERT_NE(found, buttons.end()) << text.toStdString();
+        const QToolButton& button = **found;
+        EXPECT_TRUE(m_panel->rect().contains(QRect(button.mapTo(m_panel.get(), QPoint(0, 0)), button.size())))
+            << text.toStdString();
+        EXPECT_GE(button.width(), button.sizeHint().width());
+    }
 }
 
 TEST_F(DetailItems, PickerComesBesideTheWindowTurnedToTheCategory)
@@ -144,6 +164,41 @@ TEST_F(DetailItems, CancelledNumberDialogLeavesTheRule)
     m_windows.Bill().PickBill(&GalvanizedPipe);
     EXPECT_EQ(Rule().bills.size(), 2U);
     EXPECT_EQ(m_session.Undo().count(), 0);
+}
+
+TEST_F(DetailItems, NumberThatTheRuleHasIsNotTakenOnceMore)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    test::InModalWindows({[](QWidget& window) {
+                              Pressing(u"选用已有"_s)(window);
+                              Pressing(u"确定"_s)(window);
+                          },
+                          Pressing(u"取消"_s)});
+    m_windows.Bill().PickBill(&GalvanizedPipe);
+    EXPECT_THAT(m_messages.Texts().join(u'|').toStdString(), HasSubstr("同一构件不能多次套同一清单"));
+    EXPECT_EQ(m_session.Undo().count(), 0);
+}
+
+TEST_F(DetailItems, BillItemThatTheLibraryHasNotIsTold)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    const SPickedQd unknown{0, 1, 1, u"099999999"_s};
+    m_windows.Bill().PickBill(&unknown);
+    EXPECT_EQ(m_session.Undo().count(), 0);
+    EXPECT_THAT(Labels().toStdString(), HasSubstr("清单库里没有 099999999"));
+}
+
+TEST_F(DetailItems, PickerGoesWhenTheLibrariesMayBeOthers)
+{
+    HaveItems();
+    Command(u"套清单…"_s).trigger();
+    ASSERT_TRUE(m_windows.Bill().IsVisible());
+    m_session.RefreshFacts();
+    EXPECT_FALSE(m_windows.Bill().IsCreated());
+    Command(u"套清单…"_s).trigger();
+    EXPECT_TRUE(m_windows.Bill().IsVisible());
 }
 
 TEST_F(DetailItems, PickedQuotaItemGoesBelowTheCurrentBillItem)

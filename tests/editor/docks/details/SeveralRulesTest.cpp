@@ -46,8 +46,11 @@ TEST_F(DetailSeveral, ShowsWhatTheRulesShare)
     EXPECT_EQ(Tree().topLevelItem(0)->text(ItemTree::FormulaColumn), u"（各不相同）"_s);
     EXPECT_EQ(Tree().topLevelItem(0)->child(0)->text(ItemTree::RulesColumn), u"3/3"_s);
     EXPECT_EQ(Tree().topLevelItem(1)->text(ItemTree::RulesColumn), u"1/3"_s);
+    EXPECT_FALSE(Tree().isColumnHidden(ItemTree::RulesColumn));
     EXPECT_FALSE(Command(u"套清单…"_s).isEnabled());
     EXPECT_FALSE(Command(u"删除"_s).isEnabled());
+    Choose({0, 1});
+    EXPECT_EQ(Cell(1, ConditionTable::ValueColumn), u"（1 条有 50＜..≤65）"_s);
 }
 
 TEST_F(DetailSeveral, ValueIsSetInAllOfThemInOneStep)
