@@ -63,12 +63,17 @@ CArray<HistoryEntry> Listed(const History& history, const Arguments& arguments)
                             : history.List(ResolveRuleFile(config, history.Project().RuleFolder()));
 }
 
-/// The copy that a word of the command line names.
+/// The copy that a word of the command line names. Where a rule file is named, too, a copy from the time when
+/// that had another name is one of it, and not of the file that may have got the former name since.
 HistoryEntry Named(const History& history, const Arguments& arguments, qsizetype word)
 {
     const CString name = arguments.Positional()[word];
-    if (name != u"last") return history.Find(name);
     const auto entries = Listed(history, arguments);
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& entry) {
+        return entry.id.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    if (found != entries.end()) return *found;
+    if (name != u"last") return history.Find(name);
     if (entries.isEmpty()) throw Refusal(u"还没有历史副本"_s);
     return entries.first();
 }

@@ -55,9 +55,8 @@ ComparisonWindow::ComparisonWindow(QWidget* parent, const FileChoices& files, co
 void ComparisonWindow::Build()
 {
     auto* form = new QFormLayout;
-    int key = 1;
     for (QComboBox* combo : {m_before, m_after}) {
-        auto* other = new QPushButton(u"其他文件(&%1)…"_s.arg(key++));
+        auto* other = new QPushButton(combo == m_before ? u"其他文件(&1)…"_s : u"其他文件(&2)…"_s);
         other->setAutoDefault(false);
         other->setToolTip(u"选一个不在工程中的规则文件"_s);
         connect(other, &QPushButton::clicked, this,

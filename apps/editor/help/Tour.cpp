@@ -124,7 +124,7 @@ void Tour::Offer(const QString& title, const QString& text)
     m_next->setToolTip(u"开始（→）"_s);
     m_end->setText(u"不用了(&E)"_s);
     m_back->hide();
-    Show(title, text, {});
+    Present(title, text, {});
 }
 
 void Tour::GoTo(qsizetype step)
@@ -140,10 +140,10 @@ void Tour::GoTo(qsizetype step)
     m_end->setVisible(!isLast);
     m_back->show();
     m_back->setEnabled(step > 0);
-    Show(m_steps[step].title, m_steps[step].text, u"%1/%2"_s.arg(step + 1).arg(m_steps.size()));
+    Present(m_steps[step].title, m_steps[step].text, u"%1/%2"_s.arg(step + 1).arg(m_steps.size()));
 }
 
-void Tour::Show(const QString& title, const QString& text, const QString& count)
+void Tour::Present(const QString& title, const QString& text, const QString& count)
 {
     m_title->setText(title);
     m_text->setText(text);

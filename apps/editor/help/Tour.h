@@ -49,7 +49,7 @@ private:
 
     QPushButton* AddButton(const QString& text, const QString& tip, const std::function<void()>& step);
     void GoTo(qsizetype step);
-    void Show(const QString& title, const QString& text, const QString& count);
+    void Present(const QString& title, const QString& text, const QString& count);
     void Watch(QWidget* widget);
     void Place();
     void Colour();
