@@ -116,7 +116,7 @@ void TakeAll(const QJsonValue& array, std::vector<Part>& parts)
 {
     const QJsonArray values = array.toArray();
     parts.reserve(static_cast<std::size_t>(values.size()));
-    for (const QJsonValue& value : values)
+    for (const auto& value : values)
         Take(value.toObject(), parts.emplace_back());
 }
 
