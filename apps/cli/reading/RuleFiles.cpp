@@ -158,6 +158,12 @@ void CheckForReading(const CString& path)
     platform::WriteErr(RepeatedText(state) + u'\n');
 }
 
+void EnsureRuleFolderOf(const CString& path)
+{
+    if (platform::FolderOf(path).compare(store::RuleFolder(), Qt::CaseInsensitive) == 0)
+        embedded::EnsureFolder(store::RuleFolder());
+}
+
 void CheckReplaceable(const CString& path)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(path);

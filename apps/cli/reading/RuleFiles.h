@@ -59,6 +59,10 @@ embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CSt
 /// lies; where there is neither it is locked alone. Nothing for other files. Raises `embedded::Error`.
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path);
 
+/// Makes the project's rule folder when `path` lies in it: a project without rules has none yet, and files
+/// are written into folders that are there. Raises `embedded::Error`.
+void EnsureRuleFolderOf(const CString& path);
+
 /// Raises `Refusal` when something stands at the path that is no rule file, wrapped or not: a rule file must
 /// not take the place of notes, settings or databases.
 void CheckReplaceable(const CString& path);

@@ -242,8 +242,10 @@ void ImportRules(const Arguments& arguments)
     KeepAndCheck(path, session.History());
     const QByteArray bytes = PresentBytes(path);
     const Change change = ChangeOf(arguments, session, path, bytes);
-    if (change.bytes != bytes || !platform::Files().Exists(path))
+    if (change.bytes != bytes || !platform::Files().Exists(path)) {
+        EnsureRuleFolderOf(path);
         platform::Files().Replace(path, change.bytes);
+    }
     Tell(change);
     WriteText(u"规则文件：%1\n"_s.arg(platform::ToNative(path)));
 }

@@ -80,11 +80,11 @@ void MainWindow::MakeDocks()
     Workbench& bench = *m_workbench;
     bench.AddDock(u"project"_s, u"工程"_s, m_panel, Qt::LeftDockWidgetArea);
     QDockWidget* const details = bench.AddDock(u"details"_s, u"规则"_s, m_details, Qt::RightDockWidgetArea);
-    bench.AddDock(u"trial"_s, u"试算"_s, m_trial, Qt::RightDockWidgetArea);
+    bench.AddDock(u"trial"_s, u"试套"_s, m_trial, Qt::RightDockWidgetArea);
     QDockWidget* const findings =
-        bench.AddDock(u"findings"_s, u"检查"_s, m_findingsPanel, Qt::BottomDockWidgetArea);
+        bench.AddDock(u"findings"_s, u"问题"_s, m_findingsPanel, Qt::BottomDockWidgetArea);
     bench.AddDock(u"hits"_s, u"构件"_s, m_hitsPanel, Qt::BottomDockWidgetArea);
-    bench.AddDock(u"bill"_s, u"工程量清单"_s, m_bill, Qt::BottomDockWidgetArea);
+    bench.AddDock(u"bill"_s, u"清单"_s, m_bill, Qt::BottomDockWidgetArea);
     bench.FindDock(u"categories"_s)->raise();
     details->raise();
     findings->raise();

@@ -36,10 +36,10 @@ void MainWindow::MakeHelp()
     SetHelpTopic(*m_workbench, u"workbench.md"_s);
     SetHelpTopic(*m_panel, u"files.md"_s);
     SetHelpTopic(*m_details, u"workbench-details.md"_s);
-    SetHelpTopic(*m_trial, u"workbench-trial.md#试算"_s);
-    SetHelpTopic(*m_findingsPanel, u"workbench-trial.md#检查"_s);
+    SetHelpTopic(*m_trial, u"workbench-trial.md#试套"_s);
+    SetHelpTopic(*m_findingsPanel, u"workbench-trial.md#问题"_s);
     SetHelpTopic(*m_hitsPanel, u"workbench-trial.md#构件"_s);
-    SetHelpTopic(*m_bill, u"workbench-trial.md#工程量清单"_s);
+    SetHelpTopic(*m_bill, u"workbench-trial.md#清单"_s);
     connect(m_actions.manual, &QAction::triggered, this, [this] { m_help->ShowForFocus(); });
     connect(m_actions.tour, &QAction::triggered, this, [this] { StartTour(false); });
 }
@@ -66,7 +66,7 @@ void MainWindow::StartTour(bool isOffer)
                  "Ctrl+Z 撤销；Ctrl+F 查找，例如“公称直径 65”。"_s},
                 {dock(u"details"_s), u"条件、清单和定额"_s,
                  u"在这里改选中的规则：给它条件，再套清单和定额。改动先是草稿，按 Ctrl+S 才写进文件。"_s},
-                {dock(u"trial"_s), u"试算"_s,
+                {dock(u"trial"_s), u"试套"_s,
                  u"填一个构件的属性，起作用的规则会亮起来，其余的说明为什么不成立。F1 随时打开手册。"_s}});
     if (isOffer)
         m_tour->Offer(u"第一次使用？"_s, u"用四步认识这个窗口。以后可以从“帮助”菜单再看。"_s);

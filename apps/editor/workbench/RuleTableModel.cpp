@@ -97,7 +97,7 @@ std::optional<TrialMark> RuleTableModel::TrialOf(const RuleRow& row) const
 
 CString RuleTableModel::Note(const RuleRow& row) const
 {
-    if (const auto trial = TrialOf(row)) return trial->applies ? u"试算：就是这一条"_s : trial->reason;
+    if (const auto trial = TrialOf(row)) return trial->applies ? u"试套：就是这一条"_s : trial->reason;
     if (!m_knowledge.findings || !row.file.isEmpty()) return {};
     return m_knowledge.findings(row.category->text, row.position);
 }
