@@ -4,6 +4,7 @@
 #include "rules/sheet/ConditionCell.h"
 
 #include <algorithm>
+#include <compare>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -47,7 +48,7 @@ CString FaultOfBounds(const ConditionInput& input, const rules::NumberReader& nu
     if (!fault.isEmpty()) return u"上限："_s + fault;
     const auto order = *numbers.Read(input.first) <=> *numbers.Read(input.second);
     const bool holdsBoth = form.lower == u"≥" && form.upper == u"≤";
-    return order < 0 || (order == 0 && holdsBoth) ? CString() : u"上限没有比下限大"_s;
+    return std::is_lt(order) || (std::is_eq(order) && holdsBoth) ? CString() : u"上限没有比下限大"_s;
 }
 
 } // namespace

@@ -125,15 +125,15 @@ void ConditionTable::AddInput(std::vector<Line>& lines)
     const auto found = m_inputs.find(m_chosen.Named());
     if (found == m_inputs.end()) return;
     for (auto entry = found->second.begin(); entry != found->second.end();) {
-        const auto& [key, input] = *entry;
+        const CString& key = entry->first;
         auto line = std::find_if(lines.begin(), lines.end(), [&](const Line& one) { return one.key == key; });
         if (line == lines.end() && !key.startsWith(u'+')) {
             entry = found->second.erase(entry); // the condition has gone
             continue;
         }
         if (line == lines.end()) line = lines.insert(lines.end(), {.key = key, .isNew = true});
-        line->input = input;
-        line->fault = FaultOf(input, Attributes());
+        line->input = entry->second;
+        line->fault = FaultOf(line->input, Attributes());
         ++entry;
     }
 }
@@ -354,7 +354,7 @@ CString ConditionTable::Fault() const
         return line.fault.isEmpty() ? CString() : u"第 %1 行还不是条件：%2"_s.arg(row + 1).arg(line.fault);
     };
     if (currentRow() >= 0) {
-        const CString fault = inWords(static_cast<std::size_t>(currentRow()));
+        CString fault = inWords(static_cast<std::size_t>(currentRow()));
         if (!fault.isEmpty()) return fault;
     }
     for (std::size_t row = 0; row < m_lines.size(); ++row)
