@@ -16,6 +16,8 @@
 #include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -56,7 +58,10 @@ protected:
     /// shuts out does nothing.
     void ClickFirstChapter()
     {
-        const auto* contents = m_manual.findChildren<QTreeWidget*>().first();
+        const auto trees = m_manual.findChildren<QTreeWidget*>();
+        const auto* contents = *std::find_if(trees.begin(), trees.end(), [](const QTreeWidget* tree) {
+            return tree->accessibleName() == u"目录";
+        });
         test::WaitInLoopFor(u"the manual to be used"_s, [&] {
             const QPoint place = contents->visualItemRect(contents->topLevelItem(0)).center();
             QTest::mouseClick(m_manual.windowHandle(), Qt::LeftButton, {},
