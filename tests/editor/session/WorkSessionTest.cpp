@@ -27,6 +27,14 @@ std::vector<CString> TextsOf(const rules::SmallCategoryPtr& category)
     return texts;
 }
 
+std::vector<int> IdsOf(const rules::SmallCategoryPtr& category)
+{
+    std::vector<int> ids;
+    for (const rules::Rule& rule : category->rules)
+        ids.push_back(rule.id);
+    return ids;
+}
+
 } // namespace
 
 TEST_F(WorkSessionOnSample, OpensOnTheSpecialtyOfTheProjectWithAllCategoriesOfTheCatalogue)
@@ -83,14 +91,10 @@ TEST_F(WorkSessionOnSample, SaveKeepsACopyOfWhatTheFileHeld)
 TEST_F(WorkSessionOnSample, SavedRulesKeepTheirIds)
 {
     OpenAt(Pipes);
-    std::vector<int> ids;
-    for (const rules::Rule& rule : Saved()->Find(Pipes)->rules)
-        ids.push_back(rule.id);
+    const std::vector<int> ids = IdsOf(Saved()->Find(Pipes));
     Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
     m_session->Save(NoConflicts);
-    std::vector<int> saved;
-    for (const rules::Rule& rule : Saved()->Find(Pipes)->rules)
-        saved.push_back(rule.id);
+    const std::vector<int> saved = IdsOf(Saved()->Find(Pipes));
     ASSERT_EQ(saved.size(), ids.size() + 1);
     EXPECT_GT(saved.front(), *std::max_element(ids.begin(), ids.end()));
     EXPECT_EQ(std::vector<int>(saved.begin() + 1, saved.end()), ids);
