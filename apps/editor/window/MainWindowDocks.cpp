@@ -22,6 +22,7 @@
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStatusBar>
 
 using namespace Qt::StringLiterals;
@@ -34,6 +35,10 @@ namespace {
 
 /// Changes when docks come or go, so that a former arrangement is not forced on them.
 constexpr int LayoutVersion = 1;
+/// Of the docks at first, in pixels.
+constexpr int LeftWidth = 230;
+constexpr int RightWidth = 390;
+constexpr int BottomHeight = 200;
 constexpr QLatin1StringView GeometryKey("window/geometry");
 constexpr QLatin1StringView LayoutKey("window/layout");
 
@@ -78,7 +83,12 @@ void MainWindow::MakeDocks()
     m_trial = new TrialPanel(m_session);
     m_bill = new BillPanel(m_session, *m_hits);
     Workbench& bench = *m_workbench;
-    bench.AddDock(u"project"_s, u"工程"_s, m_panel, Qt::LeftDockWidgetArea);
+    auto* project = new QScrollArea; // its fields ask for more width than the list of categories
+    project->setWidget(m_panel);
+    project->setWidgetResizable(true);
+    project->setFrameShape(QFrame::NoFrame);
+    project->setFocusProxy(m_panel);
+    bench.AddDock(u"project"_s, u"工程"_s, project, Qt::LeftDockWidgetArea);
     QDockWidget* const details = bench.AddDock(u"details"_s, u"规则"_s, m_details, Qt::RightDockWidgetArea);
     bench.AddDock(u"trial"_s, u"试套"_s, m_trial, Qt::RightDockWidgetArea);
     QDockWidget* const findings =
@@ -88,6 +98,8 @@ void MainWindow::MakeDocks()
     bench.FindDock(u"categories"_s)->raise();
     details->raise();
     findings->raise();
+    bench.resizeDocks({bench.FindDock(u"categories"_s), details}, {LeftWidth, RightWidth}, Qt::Horizontal);
+    bench.resizeDocks({findings}, {BottomHeight}, Qt::Vertical);
     bench.SetEditor(m_details);
     ConnectDocks();
 }

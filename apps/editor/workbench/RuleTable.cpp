@@ -133,6 +133,16 @@ void RuleTable::SizeRows()
     setColumnWidth(RuleTableModel::PlaceColumn, widgets::ChineseWidth(metrics, 14));
 }
 
+void RuleTable::ShowColumn(int column, bool show)
+{
+    if (isColumnHidden(column) == !show) return;
+    {
+        const QScopedValueRollback<bool> sizing(m_isSizing, true);
+        setColumnHidden(column, !show);
+    }
+    ShareWidth();
+}
+
 /// What the narrow columns leave goes to the others, until the user has given them widths of his own.
 void RuleTable::ShareWidth()
 {

@@ -27,9 +27,9 @@ public:
     void ChooseLines(const std::vector<int>& lines, int current);
 
     /// Shows or hides what only some states have.
-    void ShowPlaces(bool show) { setColumnHidden(RuleTableModel::PlaceColumn, !show); }
-    void ShowHits(bool show) { setColumnHidden(RuleTableModel::HitColumn, !show); }
-    void ShowBills(bool show) { setColumnHidden(RuleTableModel::BillColumn, !show); }
+    void ShowPlaces(bool show) { ShowColumn(RuleTableModel::PlaceColumn, show); }
+    void ShowHits(bool show) { ShowColumn(RuleTableModel::HitColumn, show); }
+    void ShowBills(bool show) { ShowColumn(RuleTableModel::BillColumn, show); }
 
 protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -41,6 +41,7 @@ protected:
 
 private:
     void ChoiceChanged();
+    void ShowColumn(int column, bool show);
     void SizeRows();
     void ShareWidth();
 
