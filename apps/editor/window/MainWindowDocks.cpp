@@ -98,8 +98,8 @@ void MainWindow::MakeDocks()
     bench.FindDock(u"categories"_s)->raise();
     details->raise();
     findings->raise();
-    bench.resizeDocks({bench.FindDock(u"categories"_s), details}, {LeftWidth, RightWidth}, Qt::Horizontal);
-    bench.resizeDocks({findings}, {BottomHeight}, Qt::Vertical);
+    bench.SetFirstSizes({bench.FindDock(u"categories"_s), details, findings},
+                        {LeftWidth, RightWidth, BottomHeight});
     bench.SetEditor(m_details);
     ConnectDocks();
 }
@@ -167,7 +167,7 @@ void MainWindow::RestoreLayout()
 {
     const QSettings settings(m_recent.File(), QSettings::IniFormat);
     restoreGeometry(settings.value(GeometryKey).toByteArray());
-    m_workbench->restoreState(settings.value(LayoutKey).toByteArray(), LayoutVersion);
+    m_workbench->Restore(settings.value(LayoutKey).toByteArray(), LayoutVersion);
 }
 
 void MainWindow::StoreLayout() const

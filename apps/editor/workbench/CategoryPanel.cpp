@@ -1,5 +1,6 @@
 #include "editor/workbench/CategoryPanel.h"
 
+#include "editor/docks/findings/SeverityMark.h"
 #include "rules/compare/Content.h"
 #include "widgets/LineColour.h"
 #include "widgets/TextMetrics.h"
@@ -39,26 +40,6 @@ std::size_t CountOf(const rules::Specialty& specialty)
         for (const rules::SmallCategoryPtr& small : big.smallCategories)
             count += CountOf(*small);
     return count;
-}
-
-CString MarkOf(std::optional<rules::Severity> severity)
-{
-    if (!severity) return {};
-    switch (*severity) {
-    case rules::Severity::Error:
-        return u" ■"_s;
-    case rules::Severity::Warning:
-        return u" ●"_s;
-    default:
-        return {};
-    }
-}
-
-CString MarkText(std::optional<rules::Severity> severity)
-{
-    if (severity == rules::Severity::Error) return u"，检查发现错误"_s;
-    if (severity == rules::Severity::Warning) return u"，检查发现可疑之处"_s;
-    return {};
 }
 
 } // namespace
@@ -213,17 +194,19 @@ void CategoryPanel::ShowCategory(const CString& category)
     const bool isOffered = m_session.Draft().IsOffered(category);
     const auto severity = m_severities(category);
     const std::size_t count = CountOf(*present);
-    item.setText(present->name + (isChanged ? u" *"_s : QString()) + MarkOf(severity));
+    item.setText(present->name + (isChanged ? u" *"_s : QString()));
     QFont font = item.font();
     font.setItalic(!isOffered);
     font.setBold(count > 0);
     item.setFont(font);
     item.setToolTip(u"%1：%2 条规则%3%4%5"_s.arg(category).arg(count).arg(
-        MarkText(severity), isChanged ? u"，有没有保存的修改"_s : QString(),
+        severity ? u"，有问题："_s + SeverityText(*severity) : QString(),
+        isChanged ? u"，有没有保存的修改"_s : QString(),
         isOffered ? QString() : u"；工程的类别里没有它，配置对话框会丢掉它的规则"_s));
     item.setData(item.toolTip(), Qt::AccessibleTextRole);
     QStandardItem& counter = *item.parent()->child(item.row(), CountColumn);
     counter.setText(count > 0 ? CString::number(count) : CString());
+    counter.setIcon(severity ? SeverityIcon(*severity, palette()) : QIcon());
     counter.setToolTip(item.toolTip());
 }
 

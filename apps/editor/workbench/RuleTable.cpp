@@ -1,7 +1,5 @@
 #include "editor/workbench/RuleTable.h"
 
-#include "rules/check/Finding.h"
-#include "widgets/ReadableColour.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"
 
@@ -30,21 +28,7 @@ constexpr int RowSpace = 6; ///< pixels beside the text of a line, above and bel
 constexpr int BarOpacity = 90;
 constexpr int AppliesOpacity = 60;
 
-QColor ColourOf(rules::Severity severity, const QPalette& palette)
-{
-    const QColor background = palette.color(QPalette::Base);
-    switch (severity) {
-    case rules::Severity::Error:
-        return widgets::ReadableOn(background, QColor(192, 0, 0));
-    case rules::Severity::Warning:
-        return widgets::ReadableOn(background, QColor(176, 96, 0));
-    default:
-        return widgets::ReadableOn(background, QColor(0, 80, 176));
-    }
-}
-
-/// Draws the share of a rule as a bar behind its number, the trial's rule on a ground of its own, and a dot
-/// in the colour of the worst finding beside the position.
+/// Draws the share of a rule as a bar behind its number, and the trial's rule on a ground of its own.
 class RuleDelegate : public widgets::TipDelegate
 {
 public:
@@ -61,9 +45,6 @@ public:
         if (const QVariant share = index.data(RuleTableModel::ShareRole); share.isValid())
             PaintBar(*painter, option, share.toDouble());
         TipDelegate::paint(painter, option, index);
-        if (index.column() != RuleTableModel::PositionColumn) return;
-        if (const QVariant severity = index.data(RuleTableModel::SeverityRole); severity.isValid())
-            PaintMark(*painter, option, static_cast<rules::Severity>(severity.toInt()));
     }
 
 private:
@@ -74,21 +55,6 @@ private:
         QColor colour = option.palette.color(QPalette::Highlight);
         colour.setAlpha(BarOpacity);
         painter.fillRect(bar, colour);
-    }
-
-    static void PaintMark(QPainter& painter, const QStyleOptionViewItem& option, rules::Severity severity)
-    {
-        const int size = option.fontMetrics.height() / 2;
-        const QRect place(option.rect.left() + size / 2, option.rect.center().y() - size / 2, size, size);
-        painter.save();
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-        painter.setBrush(isSelected ? option.palette.color(QPalette::HighlightedText)
-                                    : ColourOf(severity, option.palette));
-        severity == rules::Severity::Error ? static_cast<void>(painter.drawRect(place))
-                                           : painter.drawEllipse(place);
-        painter.restore();
     }
 };
 

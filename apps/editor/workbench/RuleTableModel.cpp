@@ -1,9 +1,12 @@
 #include "editor/workbench/RuleTableModel.h"
 
+#include "editor/docks/findings/SeverityMark.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QFont>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
 
 #include <array>
 
@@ -166,10 +169,10 @@ QVariant RuleTableModel::data(const QModelIndex& index, int role) const
         const auto hits = index.column() == HitColumn ? HitsOf(row) : std::nullopt;
         return hits ? QVariant(hits->share) : QVariant();
     }
-    case SeverityRole: {
-        if (!m_knowledge.severity || !row.file.isEmpty()) return {};
+    case Qt::DecorationRole: {
+        if (index.column() != PositionColumn || !m_knowledge.severity || !row.file.isEmpty()) return {};
         const auto severity = m_knowledge.severity(row.category->text, row.position);
-        return severity ? QVariant(static_cast<int>(*severity)) : QVariant();
+        return severity ? QVariant(SeverityIcon(*severity, QGuiApplication::palette())) : QVariant();
     }
     case AppliesRole: {
         const auto trial = TrialOf(row);

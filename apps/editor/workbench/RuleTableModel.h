@@ -52,7 +52,6 @@ public:
 
     enum Role {
         ShareRole = Qt::UserRole, ///< of `HitColumn`: double, invalid for none
-        SeverityRole,             ///< int, a `rules::Severity`; invalid for none
         AppliesRole,              ///< bool: the trial's rule
     };
 

@@ -15,6 +15,7 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
+#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
@@ -214,6 +215,31 @@ QDockWidget* Workbench::FindDock(const QString& name) const
     for (QDockWidget* dock : m_docks)
         if (dock->objectName() == name) return dock;
     throw std::out_of_range("no dock of that name");
+}
+
+void Workbench::SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes)
+{
+    m_firstDocks = docks;
+    m_firstSizes = sizes;
+}
+
+bool Workbench::Restore(const QByteArray& layout, int version)
+{
+    if (layout.isEmpty() || !restoreState(layout, version)) return false;
+    m_firstDocks.clear();
+    return true;
+}
+
+/// Sizes count only once the page has its own.
+void Workbench::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    layout()->activate();
+    const QList<QDockWidget*> docks = std::exchange(m_firstDocks, {});
+    for (qsizetype i = 0; i < docks.size(); ++i) {
+        const bool isBottom = dockWidgetArea(docks[i]) == Qt::BottomDockWidgetArea;
+        resizeDocks({docks[i]}, {m_firstSizes[i]}, isBottom ? Qt::Vertical : Qt::Horizontal);
+    }
 }
 
 void Workbench::SetKnowledge(RuleKnowledge knowledge,

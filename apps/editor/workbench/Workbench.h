@@ -64,6 +64,10 @@ public:
     /// All of them, and the one of that name, which must be there.
     QList<QDockWidget*> Docks() const;
     QDockWidget* FindDock(const QString& name) const;
+    /// How wide, or at the bottom how high, docks are when the page is first seen, in pixels. A former arrangement
+    /// that is restored counts instead.
+    void SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes);
+    bool Restore(const QByteArray& layout, int version);
     /// Where the user goes to work on the current rule.
     void SetEditor(QWidget* editor) { m_editor = editor; }
 
@@ -78,6 +82,7 @@ public:
     QWidget* RuleList() const;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -112,6 +117,8 @@ private:
     QLabel* m_notice;
     QTimer* m_prepare;           ///< the search, between events
     QList<QDockWidget*> m_docks; ///< in the order in which they came
+    QList<QDockWidget*> m_firstDocks; ///< until they have their first sizes
+    QList<int> m_firstSizes;
     QWidget* m_editor = nullptr;
     bool m_isShowing = false;
 };
