@@ -15,6 +15,8 @@
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTreeView>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 using editor::BillPages;
 using editor::BillPanel;
@@ -97,10 +99,22 @@ public:
     Type type() const override { return User; }
     void drawTextItem(const QPointF& place, const QTextItem& item) override
     {
-        texts.push_back({item.text(), place, item.width()});
+        if (!texts.empty() && IsGoneOnWith(texts.back(), place)) {
+            texts.back().text += item.text();
+            texts.back().width += item.width();
+        } else
+            texts.push_back({item.text(), place, item.width()});
     }
 
     std::vector<Text> texts;
+
+private:
+    /// A text comes in pieces where it goes from one font to another.
+    static bool IsGoneOnWith(const Text& text, const QPointF& place)
+    {
+        return std::abs(text.place.y() - place.y()) < 1 &&
+               std::abs(text.place.x() + text.width - place.x()) < 1;
+    }
 };
 
 class TextPage : public QPaintDevice
@@ -214,8 +228,8 @@ TEST_F(BillPanelTest, TheCsvFileIsThatOfTheCommandLine)
 TEST_F(BillPanelTest, ATableThatHasChangedIsNotWrittenAsWhatIsShown)
 {
     const auto row = [&](int length) {
-        return QStringLiteral(
-                   "构件编号,类别,材质,公称直径,连接方式,水平管长度\n1,%1,镀锌钢管,65,螺纹连接,%2\n")
+        return QStringLiteral("构件编号,类别,材质,公称直径,连接方式,水平管长度,立管长度\n1,%1,镀锌钢管,65,"
+                              "螺纹连接,%2,0\n")
             .arg(m_pipe)
             .arg(length)
             .toUtf8();

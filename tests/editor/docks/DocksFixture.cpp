@@ -5,6 +5,7 @@
 #include "sample/SampleProject.h"
 #include "support/SourceTree.h"
 
+#include <stdexcept>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -67,6 +68,13 @@ rules::Rule DocksFixture::RuleLike(const CString& category, std::vector<rules::C
     rules::Rule rule = m_session.Draft().Find(category)->rules.front();
     rule.conditions = std::move(conditions);
     return rule;
+}
+
+widgets::NotifyingStatic& DocksFixture::LinkOf(const QWidget& panel)
+{
+    for (QLabel* const label : panel.findChildren<QLabel*>())
+        if (auto* const link = dynamic_cast<widgets::NotifyingStatic*>(label)) return *link;
+    throw std::out_of_range("the panel has no link");
 }
 
 } // namespace test

@@ -4,6 +4,7 @@
 #include "editor/session/WorkSession.h"
 #include "support/MessageRecorder.h"
 #include "support/TempFolder.h"
+#include "widgets/NotifyingStatic.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -31,6 +32,9 @@ protected:
     static rules::Condition Between(const CString& attribute, const CString& low, const CString& high);
     /// A rule with these conditions and the items of the category's first rule.
     rules::Rule RuleLike(const CString& category, std::vector<rules::Condition> conditions) const;
+
+    /// The one text of a panel that can be clicked. For `findChild` it is a label like any other.
+    static widgets::NotifyingStatic& LinkOf(const QWidget& panel);
 
     const CString m_pipe = QStringLiteral("给排水\\管道\\给水管");
     TempFolder m_folder;

@@ -100,6 +100,7 @@ TEST_F(FindingsPanelTest, EnterGoesToTheRuleOfAnotherCategory)
 TEST_F(FindingsPanelTest, OnlyTheWantedSeveritiesOfTheWantedPlaceAreListed)
 {
     InsertReversed();
+    Insert(m_pipe, RuleLike(m_pipe, {Equal(u"材质"_s, u"没有的管"_s)})); // a warning
     WaitUntilCurrent();
     const int all = List().model()->rowCount();
     Box(u"哪些级别的问题"_s).setCurrentIndex(2);
@@ -148,8 +149,9 @@ TEST_F(FindingsPanelTest, TheMendOfAFormerStateIsNotDone)
 
 TEST_F(FindingsPanelTest, AllMendsOfTheCategoryAreOneStep)
 {
-    InsertReversed();
-    Insert(m_pipe, RuleLike(m_pipe, {Between(u"公称直径"_s, u"300"_s, u"200"_s)}), 1);
+    // They take nothing from other rules when they are mended, so that there is nothing to mend then.
+    Insert(m_pipe, RuleLike(m_pipe, {Between(u"自造数"_s, u"80"_s, u"50"_s)}));
+    Insert(m_pipe, RuleLike(m_pipe, {Between(u"自造数"_s, u"300"_s, u"200"_s)}), 1);
     rules::Rule never = RuleLike(m_pipe, {});
     never.conditions = m_session.Draft().Find(m_pipe)->rules[2].conditions;
     Insert(m_pipe, never, 3); // the rule before takes all of it

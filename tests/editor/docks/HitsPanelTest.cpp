@@ -2,7 +2,6 @@
 
 #include "editor/docks/DocksFixture.h"
 #include "support/Patience.h"
-#include "widgets/NotifyingStatic.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets/QComboBox>
@@ -44,7 +43,7 @@ protected:
             if (label->accessibleName() == u"构件表"_s) return label->text();
         throw std::out_of_range("state");
     }
-    widgets::NotifyingStatic& Default() const { return *m_panel.findChild<widgets::NotifyingStatic*>(); }
+    widgets::NotifyingStatic& Default() const { return LinkOf(m_panel); }
     QPushButton& Button(const QString& text) const
     {
         for (QPushButton* button : m_panel.findChildren<QPushButton*>())

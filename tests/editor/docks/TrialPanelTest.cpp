@@ -4,7 +4,6 @@
 #include "editor/docks/trial/TrialFields.h"
 #include "rules/draft/RuleEdits.h"
 #include "shared/PricingText.h"
-#include "widgets/NotifyingStatic.h"
 
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
@@ -51,7 +50,7 @@ protected:
             if (button->text() == text) return *button;
         throw std::out_of_range(text.toStdString());
     }
-    QString Applies() const { return m_panel.findChild<widgets::NotifyingStatic*>()->text(); }
+    QString Applies() const { return LinkOf(m_panel).text(); }
     QTreeView& Misses() const
     {
         for (QTreeView* view : m_panel.findChildren<QTreeView*>())
@@ -169,7 +168,7 @@ TEST_F(TrialPanelTest, AClickOnAMissGoesToTheRule)
     const QModelIndex first = Misses().model()->index(0, 0);
     QTest::mouseClick(Misses().viewport(), Qt::LeftButton, {}, Misses().visualRect(first).center());
     EXPECT_EQ(first.data().toString(), u"第 %1 条"_s.arg(*m_session.CurrentRule() + 1));
-    m_panel.findChild<widgets::NotifyingStatic*>()->Click();
+    LinkOf(m_panel).Click();
     EXPECT_EQ(m_session.CurrentRule(), m_panel.Outcome()->Applies());
 }
 
