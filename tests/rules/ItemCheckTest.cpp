@@ -178,9 +178,8 @@ TEST(ItemCheck, OneNumberWithTwoNamesOrUnitsIsToldOfEveryRuleThatHasTheOtherOne)
         return finding.code != rules::FindingCode::NumberTwoNames &&
                finding.code != rules::FindingCode::NumberTwoUnits;
     });
-    EXPECT_EQ(test::Codes(findings),
-              (CStringArray{u"number-two-names@2"_s, u"number-two-units@2"_s, u"number-two-names@4"_s,
-                            u"number-two-units@4"_s}));
+    EXPECT_EQ(test::Codes(findings), (CStringArray{u"number-two-names@2"_s, u"number-two-units@2"_s,
+                                                   u"number-two-names@4"_s, u"number-two-units@4"_s}));
     for (const rules::Finding& finding : findings)
         EXPECT_EQ(finding.others, std::vector{1});
 }

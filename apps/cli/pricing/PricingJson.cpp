@@ -100,13 +100,6 @@ void PutMisses(JsonWriter& json, const rules::Trace& trace, const rules::SmallCa
 
 } // namespace
 
-void PutTotals(JsonWriter& json, const rules::Totals& totals)
-{
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    for (const rules::Outcome outcome : shared::AllOutcomes())
-        json.Key(shared::OutcomeWord(outcome)).Number(static_cast<qint64>(shared::CountOf(totals, outcome)));
-}
-
 CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress)
 {
     const rules::Bill& bill = pricing.Result();

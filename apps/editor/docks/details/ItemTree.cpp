@@ -144,7 +144,7 @@ void ItemTree::ShowLine(QTreeWidgetItem& row, const ItemLine& line)
 {
     const bool isSeveral = m_chosen.Count() > 1;
     const CString formula = line.formulasDiffer ? u"（各不相同）"_s : line.formula;
-    const QStringList texts{line.isForeign ? u"%1（其它库）"_s.arg(line.number) : line.number,
+    const QStringList texts{line.isForeign ? u"%1（其他库）"_s.arg(line.number) : line.number,
                             u"%1/%2"_s.arg(line.rules).arg(m_chosen.Count()),
                             line.name,
                             line.unit,

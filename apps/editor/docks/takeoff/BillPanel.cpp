@@ -65,7 +65,7 @@ void WriteBill(const CString& path, const TakeoffFigures& figures, StepControl& 
     pricing.Price(shared::WatchFor(progress));
     if (!IsSame(pricing.Result(), figures.bill))
         throw rules::TakeoffChanged(
-            u"%1 变了，没有写出，请先重新读入"_s.arg(platform::ToNative(figures.table->Path())));
+            u"%1 变了，没有写出，请先重新读取"_s.arg(platform::ToNative(figures.table->Path())));
     shared::WriteBillWorkbook(path, pricing, progress);
 }
 

@@ -51,7 +51,7 @@ QLabel* TextLabel()
 
 HitsPanel::HitsPanel(WorkSession& session, TakeoffHits& hits, QWidget* parent)
     : QWidget(parent), m_session(session), m_hits(hits), m_model(new ComponentsModel(this)),
-      m_open(new QPushButton(u"打开…"_s)), m_reload(new QPushButton(u"重新读入"_s)),
+      m_open(new QPushButton(u"打开…"_s)), m_reload(new QPushButton(u"重新读取"_s)),
       m_close(new QPushButton(u"关闭"_s)), m_try(new QPushButton(u"试套"_s)), m_scope(new QComboBox),
       m_state(TextLabel()), m_counts(TextLabel()), m_default(new widgets::NotifyingStatic(nullptr)),
       m_table(new QTableView)
@@ -82,7 +82,7 @@ HitsPanel::HitsPanel(WorkSession& session, TakeoffHits& hits, QWidget* parent)
 QWidget* HitsPanel::BuildButtons()
 {
     m_open->setToolTip(u"打开构件表：CSV、XLSX 或 ODS 文件，一行一个构件（Ctrl+Shift+O）"_s);
-    m_reload->setToolTip(u"构件表在别处改过以后，重新读入（Ctrl+Shift+R）"_s);
+    m_reload->setToolTip(u"构件表在别处改过以后，重新读取（Ctrl+Shift+R）"_s);
     m_close->setToolTip(u"关闭构件表，不再计算"_s);
     m_try->setToolTip(u"把选中的构件填到试套里（Ctrl+T）"_s);
     auto* buttons = new QWidget;

@@ -378,11 +378,11 @@ TEST_F(DetailItems, ItemsOfOtherLibrariesAreShownWithAWordAndCanBeDeleted)
     own.quotas = {test::Quota(u"补1"_s, u"DEMO-QDDE-2025"_s)};
     HaveRules({test::RuleOf({}, {foreign, own})});
     Show();
-    EXPECT_EQ(Row(0).text(ItemTree::NumberColumn), u"030801001001（其它库）"_s);
-    EXPECT_EQ(Row(0, 0).text(ItemTree::NumberColumn), u"示10-1-1（其它库）"_s)
+    EXPECT_EQ(Row(0).text(ItemTree::NumberColumn), u"030801001001（其他库）"_s);
+    EXPECT_EQ(Row(0, 0).text(ItemTree::NumberColumn), u"示10-1-1（其他库）"_s)
         << "the module leaves it out with its bill item";
     EXPECT_EQ(Row(1).text(ItemTree::NumberColumn), u"031001001001"_s) << "codes are alike in any case";
-    EXPECT_EQ(Row(1, 0).text(ItemTree::NumberColumn), u"补1（其它库）"_s);
+    EXPECT_EQ(Row(1, 0).text(ItemTree::NumberColumn), u"补1（其他库）"_s);
     EXPECT_NE(Row(0).foreground(0).color(), Row(1).foreground(0).color());
     GoTo(Row(0), ItemTree::NameColumn);
     EXPECT_FALSE(Command(u"计算…"_s).isEnabled());
