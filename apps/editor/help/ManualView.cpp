@@ -226,6 +226,13 @@ void ManualView::MarkPlaces(const QList<int>& places, int length, qsizetype curr
     // Seen with what stands before it.
     ScrollTo(places[current]);
     verticalScrollBar()->setValue(verticalScrollBar()->value() - viewport()->height() / 3);
+    // A place deep in a cell of a table lies far from where its block begins.
+    const QRect seen = cursorRect(marks[current].cursor);
+    const int below = seen.bottom() - viewport()->height();
+    const int beside = seen.right() - viewport()->width();
+    if (below > 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + below + seen.height());
+    if (seen.top() < 0) verticalScrollBar()->setValue(verticalScrollBar()->value() + seen.top());
+    if (beside > 0) horizontalScrollBar()->setValue(horizontalScrollBar()->value() + beside + seen.height());
 }
 
 void ManualView::KeepingTop(const std::function<void()>& change)
