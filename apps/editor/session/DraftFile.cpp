@@ -38,8 +38,8 @@ QByteArray NewBytes()
     return ReadOrRaise(path);
 }
 
-/// The bytes of a rule file that can be worked on, or that is missing. Read as a whole, while no other program
-/// writes it; nobody is kept away afterwards, for a save asks again what the file holds.
+/// The bytes of a rule file that can be worked on, or that is missing. Read as a whole, while no other
+/// program writes it; nobody is kept away afterwards, for a save asks again what the file holds.
 QByteArray BytesToWorkOn(Project& project, const CString& path)
 {
     const auto lock = project.Lock(path);
@@ -60,7 +60,9 @@ rules::ConfigurationPtr ReadOrRaise(const QByteArray& bytes, const CString& path
 
 } // namespace
 
-DraftFile::DraftFile(Project& project, CString path) : DraftFile(project, path, BytesToWorkOn(project, path)) {}
+DraftFile::DraftFile(Project& project, CString path) : DraftFile(project, path, BytesToWorkOn(project, path))
+{
+}
 
 DraftFile::DraftFile(Project& project, CString path, const QByteArray& begunOn)
     : m_project(project), m_path(std::move(path))

@@ -78,7 +78,8 @@ void DraftJournal::Begin()
     QDir().mkpath(folder);
     auto mark = std::make_unique<QLockFile>(QDir(folder).filePath(MarkName));
     mark->setStaleLockTime(0);
-    if (!mark->tryLock(0)) throw platform::FileError(PathIn(folder, MarkName), u"不能写"_s);
+    if (!mark->tryLock(0))
+        throw platform::FileError(PathIn(folder, MarkName), u"没有保存的修改的留底写不进去"_s);
     const QJsonObject about{{FileKey, StoredName(m_projectFolder, m_ruleFile)}};
     platform::FileSystem& files = platform::Files();
     files.WriteInPlace(PathIn(folder, BaseName), m_base);

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -202,11 +203,12 @@ void WorkSession::Do(const rules::Edit& edit)
 {
     if (edit.IsEmpty()) return;
     m_undo.push(new EditCommand(*this, edit));
-    ChooseInserted(edit);
 }
 
 void WorkSession::Change(const rules::Edit& edit, bool isReverted)
 {
+    const auto chosen = std::pair(m_rules, m_current);
+    const rules::SmallCategoryPtr former = Category();
     isReverted ? m_draft.Revert(edit) : m_draft.Apply(edit);
     if (m_journalFault.isEmpty()) {
         try {
@@ -215,7 +217,7 @@ void WorkSession::Change(const rules::Edit& edit, bool isReverted)
             m_journalFault = error.Message();
         }
     }
-    const auto chosen = std::pair(m_rules, m_current);
+    FollowRules(former);
     KeepChoiceValid();
     emit Edited(CategoriesOf(edit));
     if (chosen != std::pair(m_rules, m_current)) emit RulesChosen();
@@ -226,16 +228,34 @@ bool WorkSession::IsChanged() const
     return m_file && m_draft.IsChanged();
 }
 
-void WorkSession::ChooseInserted(const rules::Edit& edit)
+/// What the change has brought into the chosen category is chosen, else the same rules as before, wherever
+/// they stand now.
+void WorkSession::FollowRules(const rules::SmallCategoryPtr& former)
 {
-    std::vector<std::size_t> positions;
-    for (const rules::Splice& splice : edit.splices)
-        if (splice.category == m_category)
-            for (std::size_t i = 0; i < splice.inserted.size(); ++i)
-                positions.push_back(splice.position + i);
-    if (positions.empty()) return;
-    std::sort(positions.begin(), positions.end());
-    ChooseRules(positions, positions.front());
+    const rules::SmallCategoryPtr present = Category();
+    if (!former || !present || former == present) return;
+    std::set<int> known;
+    std::set<int> chosen;
+    for (std::size_t i = 0; i < former->rules.size(); ++i) {
+        known.insert(former->rules[i].id);
+        if (std::binary_search(m_rules.begin(), m_rules.end(), i)) chosen.insert(former->rules[i].id);
+    }
+    const std::optional<int> current = m_current ? std::optional(former->rules[*m_current].id) : std::nullopt;
+    std::vector<std::size_t> made;
+    std::vector<std::size_t> kept;
+    std::optional<std::size_t> cursor;
+    for (std::size_t i = 0; i < present->rules.size(); ++i) {
+        const int id = present->rules[i].id;
+        if (!known.contains(id)) made.push_back(i);
+        if (chosen.contains(id)) kept.push_back(i);
+        if (id == current) cursor = i;
+    }
+    if (!made.empty())
+        ChooseInCategory(made, made.front());
+    else if (!kept.empty())
+        ChooseInCategory(kept, cursor);
+    else if (m_current) // those that were chosen are gone: the one that stands there now
+        ChooseInCategory({std::min(*m_current, present->rules.size() - 1)}, std::nullopt);
 }
 
 rules::SmallCategoryPtr WorkSession::Category() const

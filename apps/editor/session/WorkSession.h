@@ -67,8 +67,9 @@ public:
     const rules::Draft& Draft() const noexcept { return m_draft; }
     /// How the file was built when it was read, for the checks.
     const rules::FileStructure& Structure() const noexcept;
-    /// Does an edit, which can be undone from then on, and chooses what it has put in where that is in the
-    /// chosen category. An empty one does nothing. Raises `std::logic_error` for one of another state.
+    /// Does an edit, which can be undone from then on. What it has put into the chosen category is chosen,
+    /// else the same rules as before; undoing and redoing do so, too. An empty one does nothing. Raises
+    /// `std::logic_error` for one of another state.
     void Do(const rules::Edit& edit);
     QUndoStack& Undo() noexcept { return m_undo; }
     /// Whether the draft differs from the file.
@@ -122,7 +123,7 @@ private:
     void BeginJournal();
     void FollowFile(const CString& text);
     void Change(const rules::Edit& edit, bool isReverted);
-    void ChooseInserted(const rules::Edit& edit);
+    void FollowRules(const rules::SmallCategoryPtr& former);
     void ChooseInCategory(std::vector<std::size_t> positions, std::optional<std::size_t> current);
     void KeepChoiceValid();
     CString UsualCategory() const;
