@@ -6,9 +6,6 @@
 /// What pricing gives as JSON; docs/json.md has the shapes. Quantities are texts, so that no digit is lost.
 namespace cli {
 
-/// The totals as members of the object that is being written: all components, then those of each outcome.
-void PutTotals(JsonWriter& json, const rules::Totals& totals);
-
 /// The bill and what somebody should look at. Reads the table again and raises what `TakeoffPricing`
 /// raises.
 CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress);
