@@ -86,6 +86,8 @@ QByteArray RuleText(int index)
     return text;
 }
 
+} // namespace
+
 QByteArray ManyRules()
 {
     QByteArray text =
@@ -98,6 +100,8 @@ QByteArray ManyRules()
                   "LastDeId=\"0\"/>\n</Config>\n"
                   "</SMember>\n</LMember>\n</给排水>\n</自动套清单定额配置信息>\n";
 }
+
+namespace {
 
 struct Input
 {

@@ -3,6 +3,7 @@
 #include "bench/CheckFigures.h"
 #include "bench/Measure.h"
 #include "bench/RuleFileGenerator.h"
+#include "editor/docks/findings/FindingsWatch.h"
 #include "editor/project/Project.h"
 #include "editor/workbench/Workbench.h"
 #include "platform/Files.h"
@@ -22,7 +23,7 @@ namespace bench {
 namespace {
 
 constexpr qsizetype FileSize = 9'400'000;
-constexpr int ManyRules = 20'000;
+constexpr int RulesToSearch = 20'000;
 constexpr double TenthOfASecond = 100.0;
 constexpr double FrameOf60Hz = 1000.0 / 60.0;
 constexpr QSize WindowSize(1200, 760);
@@ -131,7 +132,7 @@ bool WorkbenchFilter(const QString& project, int rounds)
     OpenWorkbench open(project);
     open.Open();
     std::vector<rules::Rule> rules;
-    for (int i = 0; i < ManyRules; ++i)
+    for (int i = 0; i < RulesToSearch; ++i)
         rules.push_back(RuleOf(i));
     open.Session().ChooseCategory(Pipes);
     open.Session().Do(rules::InsertRules(open.Session().Draft(), Pipes, 0, rules, {}));
@@ -147,6 +148,40 @@ bool WorkbenchFilter(const QString& project, int rounds)
     });
     if (open.Lines() == 0) throw std::runtime_error("the search of the measurement finds nothing");
     return Report({"workbench_filter", "frame_of_60_hz", 1.0}, spent, FrameOf60Hz, spent / FrameOf60Hz);
+}
+
+bool WorkbenchEdit(const QString& project, int rounds)
+{
+    OpenWorkbench open(project);
+    open.Write(ManyRules());
+    open.Open();
+    editor::WorkSession& session = open.Session();
+    session.ChooseCategory(Pipes);
+    editor::FindingsWatch findings(session);
+    QObject::connect(&findings, &editor::FindingsWatch::FindingsChanged, &findings,
+                     [&](const QStringList& categories) { open.Window().KnowledgeChanged(categories); });
+    open.Window().SetKnowledge({.severity = [&](const CString& category,
+                                                std::size_t place) { return findings.WorstOf(category, place); },
+                                .findings = [&](const CString& category,
+                                                std::size_t place) { return findings.TextOf(category, place); }},
+                               [&](const CString& category) { return findings.WorstOf(category); });
+    const auto wait = [&] {
+        while (!findings.IsCurrent(Pipes))
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        Paint();
+    };
+    wait();
+    int round = 0;
+    const double spent = MedianOf(rounds, [&] {
+        rules::Condition condition;
+        condition.attribute = u"材质"_s;
+        condition.equalOperator = u"＝"_s;
+        condition.value = u"管材%1"_s.arg(++round % 7);
+        session.Do(rules::SetCondition(session.Draft(), Pipes, {3}, condition));
+        wait();
+    });
+    if (findings.Of(Pipes).empty()) throw std::runtime_error("the findings of the measurement are missing");
+    return Report({"workbench_edit", "tenth_of_a_second", 1.0}, spent, TenthOfASecond, spent / TenthOfASecond);
 }
 
 } // namespace bench
