@@ -241,6 +241,19 @@ TEST_F(BillPanelTest, ATableThatHasChangedIsNotWrittenAsWhatIsShown)
     EXPECT_EQ(m_folder.ReadFile(u"bill.xlsx"_s), "former");
 }
 
+TEST_F(BillPanelTest, ATableThatGivesOtherFeaturesHasChangedToo)
+{
+    Insert(m_pipe, RuleLike(m_pipe, {Equal(u"材质"_s, u"甲"_s)}));
+    Insert(m_pipe, RuleLike(m_pipe, {Equal(u"材质"_s, u"乙"_s)}));
+    const auto row = [&](const QString& material) {
+        return u"构件编号,类别,材质,水平管长度,立管长度\n1,%1,%2,5,0\n"_s.arg(m_pipe, material).toUtf8();
+    };
+    OpenTable(m_folder.WriteFile(u"t.csv"_s, row(u"甲"_s)));
+    m_folder.WriteFile(u"t.csv"_s, row(u"乙"_s));
+    EXPECT_THROW(m_panel.Export(m_folder.Path(u"bill.xlsx"_s)), rules::TakeoffChanged);
+    EXPECT_FALSE(m_folder.Exists(u"bill.xlsx"_s));
+}
+
 TEST_F(BillPanelTest, NothingIsWrittenWhileThePricesAreOfAFormerState)
 {
     OpenTable();

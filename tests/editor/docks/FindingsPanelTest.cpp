@@ -192,3 +192,16 @@ TEST_F(FindingsPanelTest, ACategoryWithoutFindingsSaysSo)
                 }
     FAIL() << "every category has findings";
 }
+
+TEST_F(FindingsPanelTest, WhatSavingAloneMendsIsNoEditThatIsOffered)
+{
+    const CString without = u"<自动套清单定额配置信息 Version=\"1.0.0\"><给排水 id=\"1\" name=\"给排水\">"
+                            "<LMember id=\"101\" name=\"管道\"><SMember id=\"10101\" name=\"给水管\"/>"
+                            "</LMember></给排水></自动套清单定额配置信息>"_s;
+    m_session.Open(m_folder.WriteFile(u"bare.xml"_s, without.toUtf8()));
+    m_session.ChooseCategory(m_pipe);
+    WaitUntilCurrent();
+    ASSERT_EQ(m_watch.Of(m_pipe).size(), 1U);
+    ASSERT_EQ(m_watch.Of(m_pipe).front().code, rules::FindingCode::NoDefault);
+    EXPECT_FALSE(Button(u"全部按建议修改"_s).isEnabled());
+}

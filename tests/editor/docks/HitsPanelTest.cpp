@@ -170,3 +170,11 @@ TEST_F(HitsPanelTest, TheStateOfTheTableIsSaid)
     QTest::mouseClick(&Button(u"关闭"_s), Qt::LeftButton);
     EXPECT_EQ(State(), u"没有打开构件表"_s);
 }
+
+TEST_F(HitsPanelTest, ItFitsIntoANarrowDock)
+{
+    OpenTable();
+    constexpr int Narrow = 300;
+    m_panel.resize(Narrow, m_panel.height());
+    EXPECT_EQ(m_panel.width(), Narrow);
+}

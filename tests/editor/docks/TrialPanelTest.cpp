@@ -9,8 +9,10 @@
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QTreeWidget>
 
@@ -240,4 +242,34 @@ TEST_F(TrialPanelTest, TheWheelScrollsTheFormAndChangesNoValue)
                       Qt::NoScrollPhase, false);
     QApplication::sendEvent(&box, &wheel);
     EXPECT_EQ(box.currentText(), u"65"_s);
+}
+
+TEST_F(TrialPanelTest, AFieldHasItsUnitBehindItsNameWhereItHasOne)
+{
+    EXPECT_EQ(Box(u"材质"_s).accessibleName(), u"材质"_s);
+    EXPECT_EQ(Box(u"公称直径"_s).accessibleName(), u"公称直径(mm)"_s);
+}
+
+TEST_F(TrialPanelTest, FormAndResultShareTheRoomBothInANarrowAndInAWideDock)
+{
+    const auto* const splitter = m_panel.findChild<QSplitter*>();
+    for (const QSize& size : {QSize(300, 640), QSize(1000, 400)}) {
+        m_panel.resize(size);
+        const QList<int> sizes = splitter->sizes();
+        EXPECT_GT(3 * sizes[0], sizes[1]) << size.width();
+        EXPECT_GT(3 * sizes[1], sizes[0]) << size.width();
+    }
+    EXPECT_EQ(splitter->orientation(), Qt::Horizontal);
+}
+
+TEST_F(TrialPanelTest, AMissingQuantityLeavesRoomForTheNameOfTheItem)
+{
+    m_panel.resize(300, 700);
+    Type(u"材质"_s, u"镀锌钢管"_s);
+    Type(u"连接方式"_s, u"螺纹连接"_s);
+    Type(u"公称直径"_s, u"65"_s);
+    const auto* const items = m_panel.findChild<QTreeWidget*>();
+    ASSERT_GT(items->topLevelItemCount(), 0);
+    ASSERT_TRUE(items->topLevelItem(0)->text(3).startsWith(u"缺："_s));
+    EXPECT_LE(items->header()->length(), items->viewport()->width());
 }

@@ -200,7 +200,7 @@ void FindingsPanel::ShowState()
     else if (!isKnown)
         text = counts.isEmpty() ? u"正在检查…"_s : text + u"，正在检查…"_s;
     m_state->setText(text);
-    m_mendAll->setEnabled(!Mendable().empty());
+    m_mendAll->setEnabled(CanMendAny());
 }
 
 std::optional<rules::Finding> FindingsPanel::Chosen() const
@@ -255,6 +255,15 @@ std::vector<rules::Finding> FindingsPanel::Mendable() const
             finding.mend && m_watch.IsCurrent(finding.category))
             findings.push_back(finding);
     return findings;
+}
+
+/// Saving alone mends some, and that is no edit.
+bool FindingsPanel::CanMendAny() const
+{
+    const std::vector<rules::Finding> findings = Mendable();
+    return std::any_of(findings.begin(), findings.end(), [this](const rules::Finding& finding) {
+        return !rules::MendEdit(m_session.Draft(), finding).IsEmpty();
+    });
 }
 
 void FindingsPanel::MendAll()

@@ -47,6 +47,7 @@ private:
     bool IsOfFile() const;
     std::optional<rules::Finding> Chosen() const;
     std::vector<rules::Finding> Mendable() const;
+    bool CanMendAny() const;
 
     WorkSession& m_session;
     FindingsWatch& m_watch;

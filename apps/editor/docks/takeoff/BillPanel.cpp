@@ -39,8 +39,9 @@ constexpr QMarginsF PageMargins(15, 15, 15, 12);
 
 bool IsSame(const rules::BillRow& a, const rules::BillRow& b)
 {
-    return a.number == b.number && a.name == b.name && a.unit == b.unit && a.sum == b.sum &&
-           a.components == b.components && a.missing == b.missing &&
+    return a.specialty == b.specialty && a.number == b.number && a.name == b.name && a.unit == b.unit &&
+           a.features == b.features && a.sum == b.sum && a.components == b.components &&
+           a.missing == b.missing && a.withFittings == b.withFittings &&
            std::equal(a.quotas.begin(), a.quotas.end(), b.quotas.begin(), b.quotas.end(), IsSame);
 }
 

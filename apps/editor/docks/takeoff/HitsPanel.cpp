@@ -68,11 +68,14 @@ HitsPanel::HitsPanel(WorkSession& session, TakeoffHits& hits, QWidget* parent)
     auto* share = new QHBoxLayout;
     share->addWidget(m_counts, 1);
     share->addWidget(m_default);
+    auto* listing = new QHBoxLayout;
+    listing->addWidget(m_scope, 1);
+    listing->addWidget(m_try);
     auto* column = new QVBoxLayout(this);
     column->addWidget(BuildButtons());
     column->addWidget(m_state);
     column->addLayout(share);
-    column->addWidget(m_scope);
+    column->addLayout(listing);
     column->addWidget(m_table, 1);
     Connect();
     ShowState();
@@ -88,10 +91,10 @@ QWidget* HitsPanel::BuildButtons()
     auto* buttons = new QWidget;
     auto* row = new QHBoxLayout(buttons);
     row->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton* const button : {m_open, m_reload, m_close, m_try}) {
-        button->setAutoDefault(false);
+    for (QPushButton* const button : {m_open, m_reload, m_close})
         row->addWidget(button);
-    }
+    for (QPushButton* const button : {m_open, m_reload, m_close, m_try})
+        button->setAutoDefault(false);
     row->addStretch(1);
     return buttons;
 }

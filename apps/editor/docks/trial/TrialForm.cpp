@@ -127,7 +127,7 @@ void TrialForm::AddHeading(QFormLayout& form, const QString& text) const
 void TrialForm::AddField(QFormLayout& form, const TrialField& field)
 {
     auto* box = new ValueBox(field.choices);
-    const CString label = rules::WithUnit(field.name, field.unit);
+    const CString label = field.unit.isEmpty() ? field.name : rules::WithUnit(field.name, field.unit);
     box->setAccessibleName(label);
     box->setObjectName(field.name);
     box->setToolTip(TipOf(field));

@@ -17,6 +17,7 @@
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QTreeWidget>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,8 @@ namespace {
 
 /// From this width on, in characters, form and result stand side by side.
 constexpr int WideFrom = 90;
+/// How wide a quantity is at the most, in characters: one that is missing says why.
+constexpr int WidestQuantity = 10;
 enum ItemColumn { NumberColumn, NameColumn, UnitColumn, QuantityColumn };
 
 CString QuantityText(const rules::Quantity& quantity, const CString& unit)
@@ -101,6 +104,7 @@ QWidget* TrialPanel::BuildResult()
     m_items->header()->setStretchLastSection(false);
     m_items->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_items->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    m_items->header()->setSectionResizeMode(QuantityColumn, QHeaderView::Interactive);
     m_missesView->setModel(m_misses);
     m_missesView->setRootIsDecorated(false);
     m_missesView->setUniformRowHeights(true);
@@ -304,6 +308,9 @@ void TrialPanel::ShowItems(const rules::ComponentResult& result)
         m_items->addTopLevelItem(item);
     }
     m_items->expandAll();
+    m_items->resizeColumnToContents(QuantityColumn);
+    m_items->setColumnWidth(QuantityColumn, std::min(m_items->columnWidth(QuantityColumn),
+                                                     WidestQuantity * fontMetrics().averageCharWidth()));
     m_items->setVisible(!result.lines.empty());
 }
 
@@ -325,7 +332,12 @@ void TrialPanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const bool isWide = width() > WideFrom * fontMetrics().averageCharWidth();
-    m_splitter->setOrientation(isWide ? Qt::Horizontal : Qt::Vertical);
+    const Qt::Orientation orientation = isWide ? Qt::Horizontal : Qt::Vertical;
+    if (m_isLaidOut && m_splitter->orientation() == orientation) return;
+    m_isLaidOut = true;
+    m_splitter->setOrientation(orientation);
+    const int half = (isWide ? width() : height()) / 2;
+    m_splitter->setSizes({half, half});
 }
 
 } // namespace editor

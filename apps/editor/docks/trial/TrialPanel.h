@@ -87,6 +87,7 @@ private:
     QPushButton* m_clear;
     QPushButton* m_take;
     QSplitter* m_splitter;
+    bool m_isLaidOut = false; ///< the splitter has had room to share
     widgets::NotifyingStatic* m_applies;
     QLabel* m_remarks;
     QTreeWidget* m_items;
