@@ -5,6 +5,7 @@
 #include "bench/Figures.h"
 #include "bench/MatchFigures.h"
 #include "bench/RuleFileGenerator.h"
+#include "bench/WorkbenchFigures.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "embedded/data/project/CreateProject.h"
 #include "embedded/windows/EmbeddedWindows.h"
@@ -107,6 +108,19 @@ int WithNewProject(const std::function<int(const QTemporaryDir&)>& work)
     return WithHost(folder.filePath(Project), [&] { return work(folder); });
 }
 
+/// As the editor opens projects, one after another.
+bool RunWorkbenchFigures()
+{
+    const auto onNewProject = [](bool (*figure)(const QString&, int), int rounds) {
+        const QTemporaryDir folder;
+        embedded::CreateProject(folder.filePath(Project), {});
+        return figure(folder.filePath(Project), rounds);
+    };
+    bool met = onNewProject(&bench::WorkbenchOpen, 9);
+    met = onNewProject(&bench::WorkbenchFilter, 60) && met;
+    return onNewProject(&bench::WorkbenchEdit, 15) && met;
+}
+
 /// A process of its own for one piece of work.
 int RunChild(int& argc, char** argv)
 {
@@ -139,15 +153,18 @@ int main(int argc, char** argv)
         if (argc > 3 && std::string_view(argv[1]) == "--child") return RunChild(argc, argv);
         const QApplication application(argc, argv);
         const QStringList arguments = QCoreApplication::arguments();
+        const QString only = arguments.value(1);
+        bool met = true;
+        if (only.isEmpty() || only == u"workbench") met = RunWorkbenchFigures();
+        if (only == u"workbench") return met ? 0 : 1;
         return WithNewProject([&](const QTemporaryDir& folder) {
             if (arguments.value(1) == u"--generate"_s) {
                 platform::Files().WriteInPlace(platform::FromNative(arguments.value(2)),
                                                bench::GenerateRuleFile(SmallSize));
                 return 0;
             }
-            const QString only = arguments.value(1);
             const auto isWanted = [&](const QString& part) { return only.isEmpty() || only == part; };
-            bool met = !isWanted(u"stores"_s) || RunStoreFigures(folder);
+            met = (!isWanted(u"stores"_s) || RunStoreFigures(folder)) && met;
             met = (!isWanted(u"compare"_s) || RunCompareFigure(folder)) && met;
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
             met = (!isWanted(u"check"_s) || RunCheckFigures(folder)) && met;

@@ -4,8 +4,16 @@
 
 namespace shared {
 
+rules::BillNumberForm BillNumberFormOf(int codeLength, int suffixLength)
+{
+    const auto numbering = host::BillNumbering::Of(codeLength, suffixLength);
+    if (!numbering) return {};
+    // A picked number is a base, or brings the suffix that is to be replaced.
+    return {numbering->BaseOf(CString(codeLength, u'0')).size(), suffixLength, numbering->KeepsFreeSuffix()};
+}
+
 BillNumbers::BillNumbers(const embedded::LibraryContents& contents, int codeLength, int suffixLength)
-    : m_codeLength(codeLength), m_suffixLength(suffixLength)
+    : m_form(BillNumberFormOf(codeLength, suffixLength))
 {
     const auto numbering = host::BillNumbering::Of(codeLength, suffixLength);
     const auto putFirst = [](QHash<CString, const SQdInfo*>& items, const CString& key, const SQdInfo& item) {
@@ -18,25 +26,11 @@ BillNumbers::BillNumbers(const embedded::LibraryContents& contents, int codeLeng
         }
 }
 
-CString BillNumbers::BaseOf(const CString& number) const
-{
-    const auto numbering = host::BillNumbering::Of(m_codeLength, m_suffixLength);
-    if (!numbering) return {};
-    // What a picked number brings as its suffix is replaced; to one without a suffix one is added.
-    const bool bringsSuffix = !numbering->SuffixOf(number).isEmpty();
-    if (!bringsSuffix)
-        return number.size() == m_codeLength + m_suffixLength ? number.left(m_codeLength) : CString();
-    // A suffix that is counted up past 999 has one digit more.
-    const qsizetype longest = m_codeLength + (numbering->KeepsFreeSuffix() ? 1 : 0);
-    return number.size() >= m_codeLength && number.size() <= longest ? numbering->BaseOf(number) : CString();
-}
-
 const SQdInfo* BillNumbers::Find(const CString& number) const
 {
     const SQdInfo* const item = m_byNumber.value(number);
     if (item != nullptr) return item;
-    const CString base = BaseOf(number);
-    return base.isEmpty() ? nullptr : m_byBase.value(base);
+    return m_form.HasLength(number) ? m_byBase.value(m_form.BaseOf(number)) : nullptr;
 }
 
 } // namespace shared

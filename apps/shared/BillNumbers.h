@@ -1,10 +1,14 @@
 #pragma once
 
 #include "embedded/data/catalogue/LibraryContents.h"
+#include "rules/check/BillNumberForm.h"
 
 #include <QtCore/QHash>
 
 namespace shared {
+
+/// How rules number the items of a library with that coding rule.
+rules::BillNumberForm BillNumberFormOf(int codeLength, int suffixLength);
 
 /// The items of a bill library by the numbers that rules give them: a rule's number is that of a library's
 /// item, or has another suffix, as the library's coding rule makes them.
@@ -19,11 +23,7 @@ public:
     const SQdInfo* Find(const CString& number) const;
 
 private:
-    /// The base of a number as rules have it; empty for one that the coding rule cannot have made.
-    CString BaseOf(const CString& number) const;
-
-    int m_codeLength;
-    int m_suffixLength;
+    rules::BillNumberForm m_form;
     QHash<CString, const SQdInfo*> m_byNumber;
     QHash<CString, const SQdInfo*> m_byBase;
 };

@@ -2,6 +2,7 @@
 
 #include "embedded/data/catalogue/AttributeUnits.h"
 #include "host/BillNumbering.h"
+#include "shared/BillNumbers.h"
 #include "shared/PricingFacts.h"
 #include "store/CXmlAttrConfig.h"
 
@@ -65,9 +66,7 @@ void TakeItems(embedded::EmbeddedHost& host, rules::CheckFacts& facts)
     host.Roles().libraries->GetEnCodeRule(codeLength, suffixLength);
     const auto numbering = host::BillNumbering::Of(codeLength, suffixLength);
     const auto baseOf = [&](const CString& number) { return numbering ? numbering->BaseOf(number) : number; };
-    if (numbering)
-        facts.bills.form = {baseOf(CString(codeLength, u'0')).size(), suffixLength,
-                            numbering->KeepsFreeSuffix()};
+    facts.bills.form = BillNumberFormOf(codeLength, suffixLength);
     const embedded::LibraryContents& contents = host.Contents();
     for (const embedded::BillSection& section : contents.bills)
         for (const SQdInfo& item : section.items)

@@ -43,19 +43,6 @@ RuleFileState ExamineRules(const CString& path, const xml::Node& root)
     return {path, RuleFileKind::Repeated, {.line = 0, .column = 0, .text = text}};
 }
 
-RuleFileState ExamineBytes(const CString& path, const QByteArray& bytes)
-{
-    const xml::Document document = xml::Document::Create();
-    if (document.LoadBytes(bytes)) {
-        if (const xml::Node root = document.SelectSingleNode(store::RootName()))
-            return ExamineRules(path, root);
-        const CString text = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
-        return {path, RuleFileKind::Foreign, {.line = 0, .column = 0, .text = text}};
-    }
-    const RuleFileKind kind = store::ParseWrapped(bytes) ? RuleFileKind::Wrapped : RuleFileKind::Unreadable;
-    return {path, kind, document.Reason()};
-}
-
 } // namespace
 
 CString RuleFileState::Name() const
@@ -89,8 +76,21 @@ RuleFileState ExamineRuleFile(const CString& path)
     const embedded::Look look;
     CString reason;
     const auto bytes = platform::Files().Read(path, &reason);
-    if (bytes) return ExamineBytes(path, *bytes);
+    if (bytes) return ExamineRuleBytes(path, *bytes);
     return {path, RuleFileKind::Unreadable, {.line = 0, .column = 0, .text = reason}};
+}
+
+RuleFileState ExamineRuleBytes(const CString& path, const QByteArray& bytes)
+{
+    const xml::Document document = xml::Document::Create();
+    if (document.LoadBytes(bytes)) {
+        if (const xml::Node root = document.SelectSingleNode(store::RootName()))
+            return ExamineRules(path, root);
+        const CString text = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
+        return {path, RuleFileKind::Foreign, {.line = 0, .column = 0, .text = text}};
+    }
+    const RuleFileKind kind = store::ParseWrapped(bytes) ? RuleFileKind::Wrapped : RuleFileKind::Unreadable;
+    return {path, kind, document.Reason()};
 }
 
 void KeepFirstSpecialties(const CString& path)

@@ -42,6 +42,9 @@ void KeepFirstSpecialties(const CString& path);
 /// file holds.
 RuleFileState ExamineRuleFile(const CString& path);
 
+/// The same of bytes that have been read already; `path` is told with the state.
+RuleFileState ExamineRuleBytes(const CString& path, const QByteArray& bytes);
+
 /// How many bytes a file holds; 0 when there is none.
 qint64 FileSize(const CString& path);
 

@@ -12,15 +12,15 @@ namespace rules {
 namespace {
 
 using Test = CategoryMatcher::Test;
+using Writing = CategoryMatcher::Writing;
 
-/// Conditions as keys: equal in all but their id.
+/// Conditions as keys: equal in all but their id. Operators tell few of them apart.
 struct ConditionHash
 {
     std::size_t operator()(const Condition* condition) const noexcept
     {
-        return qHashMulti(0, condition->attribute, condition->isValueForm, condition->equalOperator,
-                          condition->value, condition->lowerOperator, condition->lowerBound,
-                          condition->upperOperator, condition->upperBound);
+        return qHashMulti(0, condition->attribute, condition->value, condition->lowerBound,
+                          condition->upperBound);
     }
 };
 struct ConditionEqual
@@ -45,16 +45,8 @@ struct KindHash
 /// A number between two, or one below or above.
 Decimal Between(const Decimal& low, const Decimal& high)
 {
-    return (low + high) * *Decimal::Parse(u"0.5");
-}
-
-const AttributeFacts* FactsOf(const CString& name, const CategoryFacts& facts)
-{
-    const CString wanted = Normalised(name);
-    const auto found = std::find_if(facts.begin(), facts.end(), [&](const AttributeFacts& fact) {
-        return Normalised(fact.name) == wanted;
-    });
-    return found == facts.end() ? nullptr : &*found;
+    static const Decimal Half = *Decimal::Parse(u"0.5");
+    return (low + high) * Half;
 }
 
 } // namespace
@@ -82,20 +74,32 @@ public:
 private:
     const CategoryMatcher& Matcher() const { return *m_space.m_matcher; }
 
+    /// A value that a condition names, or the value list.
+    struct Named
+    {
+        CString text;
+        std::optional<Decimal> number; ///< that ranges take it for
+        bool isListed = false;
+    };
+
     /// A rule of its own for each distinct condition, so that it is compiled once, and for every condition
     /// the index of that rule.
     void CollectConditions()
     {
         auto distinct = std::make_shared<rules::SmallCategory>();
         std::unordered_map<const Condition*, std::uint32_t, ConditionHash, ConditionEqual> known;
-        for (const Rule& rule : m_category.rules)
+        std::vector<std::uint32_t>& conditions = m_space.m_conditions;
+        for (const Rule& rule : m_category.rules) {
+            m_space.m_firstCondition.push_back(conditions.size());
+            if (rule.isDefault) continue;
             for (const Condition& condition : rule.conditions) {
-                if (rule.isDefault) continue;
                 const auto [place, isNew] =
                     known.try_emplace(&condition, static_cast<std::uint32_t>(distinct->rules.size()));
                 if (isNew) distinct->rules.emplace_back().conditions.push_back(condition);
-                m_conditions.push_back(place->second);
+                conditions.push_back(place->second);
             }
+        }
+        m_space.m_firstCondition.push_back(conditions.size());
         m_distinct = std::move(distinct);
     }
 
@@ -112,8 +116,9 @@ private:
             const auto place = indexes.find(Normalised(condition.attribute));
             if (place == indexes.end()) continue;
             if (condition.isValueForm) {
+                const CString normalised = Normalised(condition.value);
                 AddText(place->second, condition.value);
-                AddText(place->second, Normalised(condition.value));
+                if (normalised != condition.value) AddText(place->second, normalised);
             } else {
                 AddPoint(place->second, condition.lowerBound);
                 AddPoint(place->second, condition.upperBound);
@@ -123,21 +128,21 @@ private:
             const AttributeFacts* const fact = FactsOf(Matcher().Attributes()[i].name, m_facts);
             if (fact == nullptr) continue;
             for (const CString& value : fact->valueList)
-                AddText(i, value);
+                AddText(i, value, true);
         }
     }
 
-    void AddText(std::size_t attribute, const CString& text)
+    void AddText(std::size_t attribute, const CString& text, bool isListed = false)
     {
         if (WithoutBlanks(text).isEmpty()) return;
-        m_values[attribute].push_back(text);
-        AddPoint(attribute, text);
+        m_values[attribute].push_back({text, AddPoint(attribute, text), isListed});
     }
 
-    void AddPoint(std::size_t attribute, const CString& text)
+    std::optional<Decimal> AddPoint(std::size_t attribute, const CString& text)
     {
-        if (const auto number = Matcher().Attributes()[attribute].numbers.Read(text))
-            m_points[attribute].insert(*number);
+        std::optional<Decimal> number = m_space.Numbers(attribute).Read(text);
+        if (number) m_points[attribute].push_back(*number);
+        return number;
     }
 
     /// The cell of a text, which is made when it is of a kind that was not there before.
@@ -153,57 +158,38 @@ private:
         return place->second;
     }
 
-    /// A text that begins like that and that no condition names.
-    CString Unnamed(std::size_t attribute, CString text, const CString& more) const
-    {
-        while (m_names.contains(Normalised(text)) || Matcher().Attributes()[attribute].numbers.Read(text))
-            text += more;
-        return text;
-    }
-
-    /// The number written so that no condition names the writing: 50, 50.0, 50.00.
-    CString Unnamed(const Decimal& number, const CString& before, const CString& behind) const
-    {
-        CString digits = number.ToText();
-        if (m_names.contains(Normalised(before + digits + behind)))
-            digits += digits.contains(u'.') ? u"0"_s : u".0"_s;
-        while (m_names.contains(Normalised(before + digits + behind)))
-            digits += u'0';
-        return before + digits + behind;
-    }
-
     void MakeCells(std::size_t attribute)
     {
         Attribute& made = m_space.m_attributes[attribute];
         made.name = Matcher().Attributes()[attribute].name;
         m_cellByKind.clear();
-        m_names.clear();
         CellOf(attribute, CellKind{});
-        for (const CString& value : m_values[attribute])
-            m_names.insert(Normalised(value));
         std::set<CString> seen;
-        for (const CString& value : m_values[attribute]) {
-            const CString text = WithoutBlanks(value).toString();
-            const Cell cell = CellOf(attribute, text);
-            if (!PlainNumber(text) && seen.insert(Normalised(text)).second)
-                made.texts.emplace_back(text, cell);
+        std::map<Decimal, Cell> listed;
+        for (const Named& value : m_values[attribute]) {
+            const Cell cell = CellOf(attribute, value.text);
+            if (value.isListed && value.number) listed.try_emplace(*value.number, cell);
+            if (!PlainNumber(value.text) && seen.insert(Normalised(value.text)).second)
+                made.texts.emplace_back(WithoutBlanks(value.text).toString(), cell);
         }
-        made.other = CellOf(attribute, Unnamed(attribute, u"别的"_s, u"别的"_s));
+        made.other = CellOf(attribute, CellKind{.text = CellKind::None});
         MakeNumbers(attribute);
         made.count = m_space.m_cellKinds[attribute].size();
         made.filled = CellSet::AllOf(made.count);
         made.filled.Remove(Missing);
-        MakeLine(attribute);
+        MakeLine(made, listed);
     }
 
     /// The numbers that conditions and list name, and those between. Where nobody names one, a range without
     /// bounds still tells numbers from texts, and all numbers are one step.
     void MakeNumbers(std::size_t attribute)
     {
-        const std::vector<Decimal> points(m_points[attribute].begin(), m_points[attribute].end());
+        std::vector<Decimal>& points = m_points[attribute];
+        std::sort(points.begin(), points.end());
+        points.erase(std::unique(points.begin(), points.end()), points.end());
         std::vector<Step>& numbers = m_space.m_attributes[attribute].numbers;
         if (points.empty()) {
-            const Cell any = CellOf(attribute, u"0"_s);
+            const Cell any = CellOf(attribute, Matcher().Classify(attribute, Decimal(), Writing::Shortest));
             if (any != m_space.m_attributes[attribute].other)
                 numbers.push_back({any, {}, {}, false, true, true});
             return;
@@ -221,29 +207,23 @@ private:
         }
     }
 
-    /// The cells of all writings of a number; that of the plain one.
+    /// The cells of all writings of a number; that of the shortest one.
     Cell AddNumber(std::size_t attribute, const Decimal& number)
     {
-        const Cell plain = CellOf(attribute, number.ToText());
-        CellOf(attribute, Unnamed(number, {}, {}));
-        const auto& forms = Matcher().Attributes()[attribute].numbers.Forms();
-        if (!forms.empty()) CellOf(attribute, Unnamed(number, forms.begin()->first, forms.begin()->second));
-        return plain;
+        const Cell shortest = CellOf(attribute, Matcher().Classify(attribute, number, Writing::Shortest));
+        CellOf(attribute, Matcher().Classify(attribute, number, Writing::OtherPlain));
+        if (!m_space.Numbers(attribute).Forms().empty())
+            CellOf(attribute, Matcher().Classify(attribute, number, Writing::OtherListed));
+        return shortest;
     }
 
-    void MakeLine(std::size_t attribute)
+    static void MakeLine(Attribute& made, const std::map<Decimal, Cell>& listed)
     {
-        Attribute& made = m_space.m_attributes[attribute];
-        made.line = made.numbers;
-        const AttributeFacts* const fact = FactsOf(made.name, m_facts);
-        if (fact == nullptr) return;
-        std::map<Decimal, Cell> listed;
-        for (const CString& value : fact->valueList)
-            if (const auto number = Matcher().Attributes()[attribute].numbers.Read(value))
-                listed.try_emplace(*number, CellOf(attribute, value));
-        if (listed.size() < 2) return;
-        made.hasList = true;
-        made.line.clear();
+        made.hasList = listed.size() >= 2;
+        if (!made.hasList) {
+            made.line = made.numbers;
+            return;
+        }
         for (const auto& [number, cell] : listed)
             made.line.push_back({cell, number, number, true, false, false});
     }
@@ -285,14 +265,10 @@ private:
         m_space.m_isPossible.assign(m_category.rules.size(), true);
         m_space.m_setOf.assign(m_category.rules.size() * attributes, All);
         m_space.m_kinds.assign(m_category.rules.size() * attributes, 0);
-        auto condition = m_conditions.begin();
         for (std::size_t rule = 0; rule < m_category.rules.size(); ++rule) {
-            if (m_category.rules[rule].isDefault) {
-                m_space.m_isPossible[rule] = false;
-                continue;
-            }
-            for (std::size_t i = 0; i < m_category.rules[rule].conditions.size(); ++i, ++condition)
-                Join(rule, *condition);
+            m_space.m_isPossible[rule] = !m_category.rules[rule].isDefault;
+            for (const std::uint32_t condition : m_space.ConditionsOf(rule))
+                Join(rule, condition);
         }
     }
 
@@ -306,7 +282,7 @@ private:
         }
         const std::size_t attribute = m_attributeOfCondition[condition];
         const std::size_t place = rule * m_space.m_attributes.size() + attribute;
-        const Condition& told = m_distinct->rules[condition].conditions.front();
+        const Condition& told = m_space.ConditionAt(condition);
         if (!told.isValueForm)
             m_space.m_kinds[place] |= RangeKind;
         else if (told.equalOperator == u"＝"_s)
@@ -328,15 +304,13 @@ private:
     const rules::SmallCategory& m_category;
     const CategoryFacts& m_facts;
     SmallCategoryPtr m_distinct;
-    std::vector<std::uint32_t> m_conditions;         ///< of all rules, one behind the other
     std::vector<std::uint32_t> m_setOfCondition;     ///< `All` for one that never holds
     std::vector<std::size_t> m_attributeOfCondition; ///< beside it
     std::vector<std::map<CellSet, std::uint32_t>> m_numberOfSet;
-    std::vector<std::vector<CString>> m_values; ///< by attribute
-    std::vector<std::set<Decimal>> m_points;    ///< by attribute
+    std::vector<std::vector<Named>> m_values;   ///< by attribute
+    std::vector<std::vector<Decimal>> m_points; ///< by attribute
     // of the attribute whose cells are being made
     std::unordered_map<CellKind, Cell, KindHash> m_cellByKind;
-    std::set<CString> m_names;
 };
 
 CellSpace::CellSpace(const SmallCategory& category, const CategoryFacts& facts)

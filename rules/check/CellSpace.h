@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace rules {
@@ -70,6 +71,25 @@ public:
     {
         return m_sets[attribute][SetOf(rule, attribute)];
     }
+    /// The conditions of all rules but default rules, by number; those that differ in nothing but their id
+    /// are one.
+    std::size_t Conditions() const { return m_matcher->Category().rules.size(); }
+    const Condition& ConditionAt(std::uint32_t number) const
+    {
+        return m_matcher->Category().rules[number].conditions.front();
+    }
+    /// The numbers of a rule's conditions, in their order; none of a default rule's.
+    std::span<const std::uint32_t> ConditionsOf(std::size_t rule) const
+    {
+        return std::span(m_conditions)
+            .subspan(m_firstCondition[rule], m_firstCondition[rule + 1] - m_firstCondition[rule]);
+    }
+    /// How the numbers of an attribute are read.
+    const NumberReader& Numbers(std::size_t attribute) const
+    {
+        return m_matcher->Attributes()[attribute].numbers;
+    }
+
     /// All that the rule holds for by its conditions.
     Region RegionOf(std::size_t rule) const;
     /// Whether the rule has a range on the attribute, or the sign ＝.
@@ -99,6 +119,8 @@ private:
     }
 
     std::shared_ptr<const CategoryMatcher> m_matcher; ///< of the distinct conditions, each a rule of its own
+    std::vector<std::uint32_t> m_conditions;          ///< of all rules, one behind the other
+    std::vector<std::size_t> m_firstCondition; ///< by rule: its first place in them; one more at the end
     std::vector<Attribute> m_attributes;
     std::vector<std::vector<CellKind>> m_cellKinds; ///< by attribute and cell
     std::vector<std::vector<CellSet>> m_sets;       ///< by attribute

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "rules/bill/QuantityTable.h"
+#include "rules/check/BillNumberForm.h"
 #include "rules/check/Cover.h"
 #include "rules/model/Facts.h"
 
 #include <map>
 #include <set>
+#include <unordered_map>
 
 namespace rules {
 
@@ -22,24 +24,13 @@ struct LibraryItem
     CStringArray bills{};
 };
 
-/// How a bill number of a rule is built: a base of letters and digits, and a suffix that tells the items of
-/// one base apart.
-struct BillNumberForm
-{
-    qsizetype base = 0;   ///< characters of the base; 0 when the library has no rule that is known
-    qsizetype suffix = 0; ///< characters of the suffix
-    /// Whether the library's own numbers end in a suffix that stays while it is free. It may then hold
-    /// letters, and one that is counted up past the last has a digit more. Else it is made of digits.
-    bool keepsSuffix = false;
-};
-
 /// A library in use.
 struct LibraryFacts
 {
     CString code{};
     BillNumberForm form{}; ///< of a bill library
     /// By number, those of a bill library without a suffix; empty when the library cannot be looked at.
-    std::map<CString, LibraryItem> items{};
+    std::unordered_map<CString, LibraryItem> items{};
 };
 
 /// What the checks go by besides the rules, as plain values, handed in by whoever has a catalogue. What is

@@ -3,6 +3,7 @@
 #include "rules/check/CellSpace.h"
 #include "rules/check/CheckFacts.h"
 #include "rules/check/FindingList.h"
+#include "rules/check/ItemTexts.h"
 #include "rules/model/Structure.h"
 
 /// The checks by what they look at. Each appends what it finds.
@@ -17,10 +18,8 @@ void CheckConditions(const SmallCategory& category, const CellSpace& space, cons
                      FindingList& findings);
 
 /// The items of each rule.
-void CheckItems(const SmallCategory& category, const CheckFacts& facts, FindingList& findings);
-
-/// Bill numbers that stand for different things in different rules.
-void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, FindingList& findings);
+void CheckItems(const SmallCategory& category, const CheckFacts& facts, ItemTexts& texts,
+                FindingList& findings);
 
 /// Default rules and ids of a category.
 void CheckList(const SmallCategory& category, FindingList& findings);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <optional>
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -27,11 +29,15 @@ CString OperatorMeantBy(const CString& text)
     return found == meant.end() ? text : found->second;
 }
 
+bool IsFullWidth(QChar c)
+{
+    return c >= FullWidthZero && c <= FullWidthNine;
+}
+
 CString WithPlainDigits(CString text)
 {
     for (QChar& c : text)
-        if (c >= FullWidthZero && c <= FullWidthNine)
-            c = QChar(static_cast<char16_t>(c.unicode() - FullWidthZero + u'0'));
+        if (IsFullWidth(c)) c = QChar(static_cast<char16_t>(c.unicode() - FullWidthZero + u'0'));
     return text;
 }
 
@@ -43,10 +49,12 @@ CStringArray ArrayOf(const Condition& condition)
             condition.lowerBound,    condition.upperBound};
 }
 
-bool Equals(const CString& a, const CString& b)
+/// Whether one of the values is what ＝ takes for this text.
+bool IsListed(const CString& text, const CStringArray& values)
 {
-    const auto number = PlainNumber(a);
-    return Normalised(a) == Normalised(b) || (number && number == PlainNumber(b));
+    return values.contains(text) || // as nearly all are
+           std::any_of(values.begin(), values.end(),
+                       [&](const CString& value) { return IsSameValue(value, text); });
 }
 
 /// Something wrong with a condition, whatever rule it stands in.
@@ -72,32 +80,35 @@ struct Judgement
     }
 };
 
-/// Judges the conditions of one category. Equal conditions are judged once.
+/// What is known of an attribute.
+struct KnownAttribute
+{
+    const NumberReader* numbers = nullptr;   ///< how conditions on it are read
+    const AttributeFacts* offered = nullptr; ///< what the editor offers; null when it does not offer it
+};
+
+/// Judges the conditions of one category, equal ones once.
 class ConditionJudge
 {
 public:
-    ConditionJudge(const SmallCategory& category, const CheckFacts& facts)
+    /// All must stay.
+    ConditionJudge(const SmallCategory& category, const CellSpace& space, const CheckFacts& facts)
+        : m_space(space), m_judgements(space.Conditions())
     {
-        const auto matching = facts.attributes.find(category.text);
-        if (matching != facts.attributes.end())
-            for (const AttributeFacts& fact : matching->second)
-                m_readers.try_emplace(Normalised(fact.name), fact.valueList);
         const auto own = facts.categories.find(category.text);
-        m_isKnown = own != facts.categories.end();
-        if (m_isKnown)
-            for (const AttributeFacts& fact : own->second)
-                m_own.try_emplace(Normalised(fact.name), &fact);
+        if (own != facts.categories.end()) m_offered = &own->second;
     }
 
-    const Judgement& Of(const Condition& condition)
+    /// By the number of the condition in the space.
+    const Judgement& Of(std::uint32_t number)
     {
-        const auto [place, isNew] = m_known.try_emplace(ArrayOf(condition));
-        if (isNew) place->second = Judge(condition);
-        return place->second;
+        std::optional<Judgement>& judgement = m_judgements[number];
+        if (!judgement) judgement = Judge(m_space.ConditionAt(number));
+        return *judgement;
     }
 
 private:
-    Judgement Judge(const Condition& condition) const
+    Judgement Judge(const Condition& condition)
     {
         Judgement judgement;
         judgement.mended = condition;
@@ -105,33 +116,53 @@ private:
             judgement.Add(FindingCode::NoAttribute, u"有一个条件没有写属性，这条规则因此永远不会适用"_s);
             return judgement;
         }
+        const KnownAttribute& attribute = Known(condition.attribute);
         JudgeDigits(condition, judgement);
         if (condition.isValueForm)
             JudgeValue(condition, judgement);
         else
-            JudgeRange(condition, judgement);
-        JudgeAttribute(condition, judgement);
+            JudgeRange(condition, *attribute.numbers, judgement);
+        if (m_offered != nullptr) JudgeAttribute(condition, attribute.offered, judgement);
         return judgement;
+    }
+
+    const KnownAttribute& Known(const CString& name)
+    {
+        const auto [place, isNew] = m_attributes.try_emplace(name);
+        if (isNew) {
+            // An attribute that a condition tests is one of the space, unless it has no name.
+            place->second.numbers = &m_space.Numbers(*m_space.AttributeOf(name));
+            if (m_offered != nullptr) place->second.offered = FactsOf(name, *m_offered);
+        }
+        return place->second;
     }
 
     static void JudgeDigits(const Condition& condition, Judgement& judgement)
     {
-        Condition& mended = judgement.mended;
+        bool isFound = false;
         for (CString Condition::*const text :
-             {&Condition::value, &Condition::lowerBound, &Condition::upperBound})
-            mended.*text = WithPlainDigits(condition.*text);
-        if (mended == condition) return;
+             {&Condition::value, &Condition::lowerBound, &Condition::upperBound}) {
+            const CString& told = condition.*text;
+            if (std::none_of(told.begin(), told.end(), IsFullWidth)) continue;
+            judgement.mended.*text = WithPlainDigits(told);
+            isFound = true;
+        }
+        if (!isFound) return;
         judgement.Add(FindingCode::FullWidthDigits,
                       u"条件“%1”里的数字是全角的，写成半角才不会看错"_s.arg(condition.Text()), true);
     }
 
-    static void JudgeOperator(const CString& sign, CString& mended, const CStringArray& known,
-                              const CString& told, Judgement& judgement)
+    /// One of the condition's operators, of which there are two at its place.
+    static void JudgeOperator(const Condition& condition, CString Condition::*place,
+                              const std::array<QStringView, 2>& known, Judgement& judgement)
     {
-        if (known.contains(sign)) return;
+        const auto isKnown = [&](QStringView sign) { return sign == known[0] || sign == known[1]; };
+        const CString& sign = condition.*place;
+        if (isKnown(sign)) return;
         const CString meant = OperatorMeantBy(sign);
-        const bool isClear = known.contains(meant);
-        if (isClear) mended = meant;
+        const bool isClear = isKnown(meant);
+        const CString told = condition.Text();
+        if (isClear) judgement.mended.*place = meant;
         judgement.Add(FindingCode::UnknownOperator,
                       sign.isEmpty() ? u"条件“%1”没有运算符，永远不成立"_s.arg(told)
                                      : u"条件“%1”的运算符“%2”不能识别，永远不成立"_s.arg(told, sign),
@@ -140,8 +171,7 @@ private:
 
     static void JudgeValue(const Condition& condition, Judgement& judgement)
     {
-        JudgeOperator(condition.equalOperator, judgement.mended.equalOperator, {u"＝"_s, u"≠"_s},
-                      condition.Text(), judgement);
+        JudgeOperator(condition, &Condition::equalOperator, {u"＝", u"≠"}, judgement);
         if (!WithoutBlanks(condition.value).isEmpty()) return;
         judgement.Add(FindingCode::EmptyValue,
                       condition.equalOperator == u"≠"_s
@@ -149,40 +179,30 @@ private:
                           : u"条件“%1”没有写值，永远不成立"_s.arg(condition.Text()));
     }
 
-    std::optional<Decimal> Read(const Condition& condition, const CString& bound) const
-    {
-        const auto reader = m_readers.find(Normalised(condition.attribute));
-        return reader == m_readers.end() ? PlainNumber(bound) : reader->second.Read(bound);
-    }
-
-    void JudgeRange(const Condition& condition, Judgement& judgement) const
+    static void JudgeRange(const Condition& condition, const NumberReader& numbers, Judgement& judgement)
     {
         const bool hasLower = !condition.lowerBound.isEmpty();
         const bool hasUpper = !condition.upperBound.isEmpty();
-        const CString told = condition.Text();
         if (!hasLower && !hasUpper)
             judgement.Add(FindingCode::NoBounds,
                           u"“%1”的范围没有写数，凡是数字都满足"_s.arg(condition.attribute));
-        if (hasLower)
-            JudgeOperator(condition.lowerOperator, judgement.mended.lowerOperator, {u"＞"_s, u"≥"_s}, told,
-                          judgement);
-        if (hasUpper)
-            JudgeOperator(condition.upperOperator, judgement.mended.upperOperator, {u"＜"_s, u"≤"_s}, told,
-                          judgement);
-        bool areNumbers = hasLower && hasUpper;
-        for (const CString& bound : {condition.lowerBound, condition.upperBound}) {
-            if (bound.isEmpty() || Read(condition, bound)) continue;
-            areNumbers = false;
-            judgement.Add(FindingCode::BoundNotANumber,
-                          u"条件“%1”的“%2”不是数字，永远不成立"_s.arg(told, bound));
-        }
-        if (areNumbers) JudgeOrder(condition, judgement);
+        if (hasLower) JudgeOperator(condition, &Condition::lowerOperator, {u"＞", u"≥"}, judgement);
+        if (hasUpper) JudgeOperator(condition, &Condition::upperOperator, {u"＜", u"≤"}, judgement);
+        const auto read = [&](const CString& bound) {
+            std::optional<Decimal> number = numbers.Read(bound);
+            if (!number && !bound.isEmpty())
+                judgement.Add(FindingCode::BoundNotANumber,
+                              u"条件“%1”的“%2”不是数字，永远不成立"_s.arg(condition.Text(), bound));
+            return number;
+        };
+        const std::optional<Decimal> lower = read(condition.lowerBound);
+        const std::optional<Decimal> upper = read(condition.upperBound);
+        if (lower && upper) JudgeOrder(condition, *lower, *upper, judgement);
     }
 
-    void JudgeOrder(const Condition& condition, Judgement& judgement) const
+    static void JudgeOrder(const Condition& condition, const Decimal& lower, const Decimal& upper,
+                           Judgement& judgement)
     {
-        const Decimal lower = *Read(condition, condition.lowerBound);
-        const Decimal upper = *Read(condition, condition.upperBound);
         const bool isOpen = condition.lowerOperator != u"≥"_s || condition.upperOperator != u"≤"_s;
         if (lower < upper || (lower == upper && !isOpen)) return;
         if (lower == upper) {
@@ -195,42 +215,30 @@ private:
                       u"条件“%1”的下限比上限大，永远不成立"_s.arg(condition.Text()), true);
     }
 
-    void JudgeAttribute(const Condition& condition, Judgement& judgement) const
+    /// `offered` is null for an attribute that the category has not.
+    static void JudgeAttribute(const Condition& condition, const AttributeFacts* offered,
+                               Judgement& judgement)
     {
-        if (!m_isKnown) return;
-        const auto place = m_own.find(Normalised(condition.attribute));
-        if (place == m_own.end()) {
+        if (offered == nullptr) {
             judgement.Add(FindingCode::UnknownAttribute, u"这个小类没有属性“%1”"_s.arg(condition.attribute));
             return;
         }
-        const AttributeFacts& fact = *place->second;
         if (!condition.isValueForm) {
-            if (!fact.allowsRange)
+            if (!offered->allowsRange)
                 judgement.Add(FindingCode::RangeNotAllowed,
                               u"“%1”只能取值，不能写范围：%2"_s.arg(condition.attribute, condition.Text()));
             return;
         }
-        if (fact.valueList.isEmpty() || WithoutBlanks(condition.value).isEmpty()) return;
-        const bool isListed =
-            std::any_of(fact.valueList.begin(), fact.valueList.end(),
-                        [&](const CString& value) { return Equals(value, condition.value); });
-        if (!isListed)
+        if (offered->valueList.isEmpty() || WithoutBlanks(condition.value).isEmpty()) return;
+        if (!IsListed(condition.value, offered->valueList))
             judgement.Add(FindingCode::ValueNotInList,
                           u"“%1”的值列表里没有“%2”"_s.arg(condition.attribute, condition.value));
     }
 
-    struct ArrayHash
-    {
-        std::size_t operator()(const CStringArray& texts) const noexcept
-        {
-            return qHashRange(texts.begin(), texts.end());
-        }
-    };
-
-    std::map<CString, NumberReader> m_readers;
-    std::map<CString, const AttributeFacts*> m_own;
-    bool m_isKnown = false;
-    std::unordered_map<CStringArray, Judgement, ArrayHash> m_known;
+    const CellSpace& m_space;
+    const CategoryFacts* m_offered = nullptr;                 ///< null for a category that nobody knows
+    std::unordered_map<CString, KnownAttribute> m_attributes; ///< by name as conditions write it
+    std::vector<std::optional<Judgement>> m_judgements;       ///< by the number of the condition
 };
 
 bool IsDefective(FindingCode code)
@@ -245,7 +253,7 @@ bool IsDefective(FindingCode code)
 void CheckConditions(const SmallCategory& category, const CellSpace& space, const CheckFacts& facts,
                      FindingList& findings)
 {
-    ConditionJudge judge(category, facts);
+    ConditionJudge judge(category, space, facts);
     for (std::size_t index = 0; index < category.rules.size(); ++index) {
         const Rule& rule = category.rules[index];
         if (rule.isDefault) continue; // its conditions are of no account
@@ -253,17 +261,18 @@ void CheckConditions(const SmallCategory& category, const CellSpace& space, cons
             findings.Add(FindingCode::NoConditions, category, index,
                          u"这条规则没有条件，前面的规则剩下的构件全归它"_s);
         bool hasDefect = false;
-        for (const Condition& condition : rule.conditions) {
-            const Judgement& judgement = judge.Of(condition);
+        const std::span<const std::uint32_t> numbers = space.ConditionsOf(index);
+        for (std::size_t place = 0; place < numbers.size(); ++place) {
+            const Judgement& judgement = judge.Of(numbers[place]);
             for (std::size_t i = 0; i < judgement.faults.size(); ++i) {
                 hasDefect = hasDefect || IsDefective(judgement.faults[i].code);
                 Finding& finding =
                     findings.Add(judgement.faults[i].code, category, index, judgement.faults[i].text);
-                if (judgement.mends[i] && IsReached(category, index) &&
-                    CountOfId(rule.conditions, condition.id) == 1)
+                const int id = rule.conditions[place].id;
+                if (judgement.mends[i] && IsReached(category, index) && CountOfId(rule.conditions, id) == 1)
                     finding.mend = Mend{.op = u"ResetCondition"_s,
                                         .configId = rule.id,
-                                        .conditionId = condition.id,
+                                        .conditionId = id,
                                         .array = ArrayOf(judgement.mended)};
             }
         }

@@ -1,11 +1,9 @@
 #include "rules/check/Checks.h"
 
 #include "platform/Numbers.h"
-#include "rules/bill/Units.h"
-#include "rules/match/CellText.h"
+#include "rules/match/CategoryMatcher.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -16,36 +14,7 @@ namespace {
 
 bool IsSameCode(const CString& a, const CString& b)
 {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-/// The unit without the number that it begins with, in plain letters.
-CString BaseOf(const CString& unit)
-{
-    CString text = unit.trimmed().normalized(CString::NormalizationForm_KC);
-    while (!text.isEmpty() && text.front() >= u'0' && text.front() <= u'9')
-        text.remove(0, 1);
-    return text.trimmed().toLower();
-}
-
-/// What a unit counts; `Unknown` for those that count anything, such as 项.
-Dimension DimensionOf(const CString& unit)
-{
-    struct Known
-    {
-        QStringView base;
-        Dimension dimension;
-    };
-    constexpr std::array Units{
-        Known{u"m", Dimension::Length},   Known{u"km", Dimension::Length},    Known{u"米", Dimension::Length},
-        Known{u"m2", Dimension::Area},    Known{u"m3", Dimension::Volume},    Known{u"kg", Dimension::Weight},
-        Known{u"t", Dimension::Weight},   Known{u"吨", Dimension::Weight},    Known{u"", Dimension::Unknown},
-        Known{u"项", Dimension::Unknown}, Known{u"系统", Dimension::Unknown},
-    };
-    const CString base = BaseOf(unit);
-    const auto found =
-        std::find_if(Units.begin(), Units.end(), [&](const Known& known) { return known.base == base; });
-    return found == Units.end() ? Dimension::Count : found->dimension;
+    return a == b || a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 CString DimensionText(Dimension dimension)
@@ -135,19 +104,11 @@ bool IsOfOtherLibrary(const Item& item, const LibraryFacts& library)
     return !library.code.isEmpty() && !IsSameCode(item.library, library.code);
 }
 
-/// The number without its suffix, by the library's rule.
-CString BaseNumber(const CString& number, const BillNumberForm& form)
-{
-    return form.base > 0 ? number.left(form.base) : number;
-}
-
 bool IsOfForm(const CString& number, const BillNumberForm& form)
 {
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
-    const qsizetype least = form.base + form.suffix;
-    const qsizetype most = least + (form.keepsSuffix ? 1 : 0);
-    const qsizetype letters = form.keepsSuffix ? most : form.base;
-    return number.size() >= least && number.size() <= most &&
+    const qsizetype letters = form.keepsSuffix ? form.Longest() : form.base;
+    return form.HasLength(number) &&
            std::all_of(number.begin(), number.end(),
                        [](QChar c) { return c.unicode() < 0x80 && c.isLetterOrNumber(); }) &&
            std::all_of(number.begin() + std::min(letters, number.size()), number.end(), isDigit);
@@ -156,24 +117,17 @@ bool IsOfForm(const CString& number, const BillNumberForm& form)
 /// "12 位数字或字母，末 3 位是数字".
 CString FormText(const BillNumberForm& form)
 {
-    const qsizetype length = form.base + form.suffix;
-    if (form.keepsSuffix) return u"%1 位或 %2 位数字或字母"_s.arg(length).arg(length + 1);
-    return u"%1 位数字或字母，末 %2 位是数字"_s.arg(length).arg(form.suffix);
+    if (form.keepsSuffix) return u"%1 位或 %2 位数字或字母"_s.arg(form.Shortest()).arg(form.Longest());
+    return u"%1 位数字或字母，末 %2 位是数字"_s.arg(form.Shortest()).arg(form.suffix);
 }
 
 /// The checks of the items of one category.
 class ItemCheck
 {
 public:
-    ItemCheck(const SmallCategory& category, const CheckFacts& facts, FindingList& findings)
-        : m_category(category), m_facts(facts), m_findings(findings)
+    ItemCheck(const SmallCategory& category, const CheckFacts& facts, ItemTexts& texts, FindingList& findings)
+        : m_category(category), m_facts(facts), m_texts(texts), m_findings(findings)
     {
-        for (const CatalogueFacts* const catalogue : {&facts.attributes, &facts.categories}) {
-            const auto own = catalogue->find(category.text);
-            if (own == catalogue->end()) continue;
-            for (const AttributeFacts& fact : own->second)
-                m_attributes.insert(Normalised(fact.name));
-        }
     }
 
     void Look(std::size_t index)
@@ -268,19 +222,19 @@ private:
 
     void LookAtNumber(const Item& item, const LibraryFacts& library)
     {
-        if (item.isBill && library.form.base > 0 && !IsOfForm(item.number, library.form)) {
+        if (item.isBill && library.form.IsKnown() && !IsOfForm(item.number, library.form)) {
             Add(FindingCode::BadNumber,
                 u"清单编号“%1”不合规定：应是 %2"_s.arg(item.number, FormText(library.form)));
             return;
         }
         if (library.items.empty() || item.number.isEmpty()) return;
-        if (!library.items.contains(item.isBill ? BaseNumber(item.number, library.form) : item.number))
+        if (!library.items.contains(item.isBill ? library.form.BaseOf(item.number) : item.number))
             Add(FindingCode::UnknownItem, u"库“%1”里没有%2"_s.arg(library.code, item.Told()));
     }
 
     void LookAtMultiple(const Item& item, const BillItem* bill, const QuotaItem* quota)
     {
-        const Decimal multiple = UnitOfMeasure::Of(item.unit).multiple;
+        const Decimal& multiple = m_texts.UnitOf(item.unit).multiple;
         if (item.unitCode.isEmpty() && multiple == Decimal(1)) return;
         if (Decimal(platform::_wtoi(item.unitCode)) == multiple) return;
         Finding& finding =
@@ -310,50 +264,41 @@ private:
 
     void LookAtFormula(const Item& item)
     {
-        if (item.formula.trimmed().isEmpty()) {
+        using State = ItemTexts::FormulaText::State;
+        const ItemTexts::FormulaText& formula = m_texts.FormulaOf(item.formula);
+        if (formula.state == State::Missing) {
             Add(FindingCode::NoFormula, u"%1没有计算式，算不出工程量"_s.arg(item.Told()));
             return;
         }
-        const std::optional<Formula> formula = Formula::Parse(item.formula);
-        if (!formula) {
+        if (formula.state == State::Bad) {
             Add(FindingCode::BadFormula, u"%1的计算式“%2”写得不对"_s.arg(item.Told(), item.formula));
             return;
         }
-        for (const CString& name : formula->Names())
-            if (!IsName(name))
+        for (const CString& name : formula.furtherNames)
+            if (!IsAttribute(name))
                 Add(FindingCode::UnknownName, u"%1的计算式“%2”里，“%3”既不是计算项目，也不是属性"_s.arg(
                                                   item.Told(), item.formula, name));
-        LookAtUnit(item);
+        LookAtUnit(item, formula.dimension);
     }
 
-    bool IsName(const CString& name) const
+    /// Whether the category has the attribute. Where nothing is known that formulas may use, any name is one.
+    bool IsAttribute(const CString& name) const
     {
         if (m_facts.calculationItems.empty() && m_facts.names.empty()) return true;
-        return m_facts.calculationItems.contains(name) || m_facts.names.contains(name) ||
-               m_attributes.contains(Normalised(name));
+        const auto isIn = [&](const CatalogueFacts& catalogue) {
+            const auto own = catalogue.find(m_category.text);
+            return own != catalogue.end() && FactsOf(name, own->second) != nullptr;
+        };
+        return isIn(m_facts.attributes) || isIn(m_facts.categories);
     }
 
     /// A formula that is a calculation item, or written out what one comes from, counts what that counts.
-    void LookAtUnit(const Item& item)
+    void LookAtUnit(const Item& item, Dimension counted)
     {
-        const CString formula = item.formula.trimmed();
-        CString name = formula;
-        if (!m_facts.dimensions.contains(name)) {
-            const auto written =
-                std::find_if(m_facts.calculationItems.begin(), m_facts.calculationItems.end(),
-                             [&](const auto& entry) { return entry.second == formula; });
-            if (written == m_facts.calculationItems.end()) return;
-            name = written->first;
-        }
-        const auto counted = m_facts.dimensions.find(name);
-        if (counted == m_facts.dimensions.end()) return;
-        const Dimension wanted = DimensionOf(item.unit);
-        if (wanted == counted->second || wanted == Dimension::Unknown ||
-            counted->second == Dimension::Unknown)
-            return;
-        Add(FindingCode::UnfitUnit,
-            u"%1的单位是“%2”，计算式“%3”算的却是%4"_s.arg(item.Told(), item.unit, item.formula,
-                                                          DimensionText(counted->second)));
+        const Dimension wanted = m_texts.UnitOf(item.unit).dimension;
+        if (wanted == counted || wanted == Dimension::Unknown || counted == Dimension::Unknown) return;
+        Add(FindingCode::UnfitUnit, u"%1的单位是“%2”，计算式“%3”算的却是%4"_s.arg(
+                                        item.Told(), item.unit, item.formula, DimensionText(counted)));
     }
 
     void LookAtGuide(const BillItem& bill, const QuotaItem& quota)
@@ -363,23 +308,24 @@ private:
             return;
         const auto known = m_facts.quotas.items.find(quota.record.strDeId);
         if (known == m_facts.quotas.items.end() || known->second.bills.isEmpty()) return;
-        if (known->second.bills.contains(BaseNumber(bill.record.strQdId, m_facts.bills.form))) return;
+        if (known->second.bills.contains(m_facts.bills.form.BaseOf(bill.record.strQdId))) return;
         Add(FindingCode::QuotaNotOnBill,
             u"指引没有把定额 %1 挂在清单 %2 下"_s.arg(quota.record.strDeId, bill.record.strQdId));
     }
 
     const SmallCategory& m_category;
     const CheckFacts& m_facts;
+    ItemTexts& m_texts;
     FindingList& m_findings;
-    std::set<CString> m_attributes;
     std::size_t m_index = 0;
 };
 
 } // namespace
 
-void CheckItems(const SmallCategory& category, const CheckFacts& facts, FindingList& findings)
+void CheckItems(const SmallCategory& category, const CheckFacts& facts, ItemTexts& texts,
+                FindingList& findings)
 {
-    ItemCheck check(category, facts, findings);
+    ItemCheck check(category, facts, texts, findings);
     for (std::size_t rule = 0; rule < category.rules.size(); ++rule)
         check.Look(rule);
 }

@@ -1,12 +1,13 @@
-#include "rules/check/Checks.h"
-
+#include "rules/check/Check.h"
+#include "rules/check/FindingList.h"
 #include "rules/match/CellText.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
-#include <tuple>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -20,17 +21,12 @@ struct Place
     const SmallCategory* category = nullptr;
     std::size_t rule = 0;
 
+    bool operator==(const Place&) const = default;
     CString Text() const { return u"%1 第 %2 条"_s.arg(category->text, QString::number(rule + 1)); }
 };
 
-/// What the first rule that gave a bill number said of it.
-struct First
-{
-    Place place;
-    CString name;
-    CString unit;
-    std::set<CString> told; ///< names and units that were told already
-};
+/// What a rule asks for by ＝, by normalised name of the attribute; of several values the first.
+using Values = std::map<CString, CString>;
 
 /// The value that the first rule to do so asks an attribute for.
 struct Asked
@@ -44,24 +40,38 @@ struct Asked
 /// normalised name of the attribute. Most rows come of one rule alone.
 struct Row
 {
+    CString specialty;
+    CString name;
+    CString unit;
     Place first;
     std::map<CString, Asked> features{};
     bool hasFeatures = false;
 };
 
-std::map<CString, CString> ValuesOf(const Rule& rule)
+/// A bill number of a library: what the first rule that gives it says of it, and the rows that bear it.
+struct Number
 {
-    std::map<CString, CString> values;
+    Place first;
+    CString name;
+    CString unit;
+    Place toldAt{};          ///< the last rule that says something else
+    CStringArray told{};     ///< the names and units of that one
+    std::vector<Row> rows{}; ///< nearly always one
+};
+
+Values ValuesOf(const Rule& rule)
+{
+    Values values;
     for (const Condition& condition : rule.conditions)
         if (condition.isValueForm && condition.equalOperator == u"＝"_s)
-            values.try_emplace(Normalised(condition.attribute), WithoutBlanks(condition.value).toString());
+            values.try_emplace(Normalised(condition.attribute), condition.value.trimmed());
     return values;
 }
 
 /// Whether ＝ takes one for the other.
 bool IsSameValue(const CString& a, const CString& b)
 {
-    if (Normalised(a) == Normalised(b)) return true;
+    if (a == b || Normalised(a) == Normalised(b)) return true;
     const std::optional<Decimal> number = PlainNumber(a);
     return number && number == PlainNumber(b);
 }
@@ -71,88 +81,118 @@ class NumberCheck
 {
 public:
     NumberCheck(const CheckFacts& facts, FindingList& findings)
-        : m_library(facts.bills.code.toLower()), m_findings(findings)
+        : m_library(facts.bills.code), m_findings(findings)
     {
     }
 
-    void Look(const Place& place)
+    void Look(const SmallCategory& category)
     {
-        const Rule& rule = place.category->rules[place.rule];
-        if (rule.bills.empty()) return;
-        const CString specialty = place.category->text.section(u'\\', 0, 0);
-        for (const BillItem& bill : rule.bills) {
-            const QdStruct& record = bill.record;
-            const CString library = record.strQdCode.toLower();
-            const bool isOther = !m_library.isEmpty() && library != m_library;
-            if (record.strQdId.isEmpty() || isOther) continue;
-            const CString name = record.strName.trimmed();
-            const CString unit = record.strUnit.trimmed();
-            const auto [first, isNew] =
-                m_first.try_emplace({record.strQdId, library}, First{place, name, unit, {}});
-            if (!isNew) Compare(place, record.strQdId, name, unit, first->second);
-            const auto [row, isNewRow] =
-                m_rows.try_emplace({record.strQdId, specialty, library, name, unit}, Row{place});
-            if (!isNewRow) CompareFeatures(place, record.strQdId, row->second);
+        m_specialty = category.text.section(u'\\', 0, 0);
+        for (m_place = {&category, 0}; m_place.rule < category.rules.size(); ++m_place.rule) {
+            m_values.reset();
+            for (const BillItem& bill : category.rules[m_place.rule].bills)
+                Look(bill.record);
         }
     }
 
 private:
-    void Compare(const Place& place, const CString& number, const CString& name, const CString& unit,
-                 First& first)
+    /// An item of the current rule.
+    void Look(const QdStruct& record)
     {
-        if (name != first.name && first.told.insert(u"name "_s + name).second)
-            Add(FindingCode::NumberTwoNames, place, first.place,
-                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(number, name, first.place.Text(),
-                                                                      first.name));
-        if (Normalised(unit) != Normalised(first.unit) && first.told.insert(u"unit "_s + unit).second)
-            Add(FindingCode::NumberTwoUnits, place, first.place,
-                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(number, unit, first.place.Text(),
-                                                                      first.unit));
+        const CString& library = record.strQdCode;
+        const bool isOther = !m_library.isEmpty() && library != m_library &&
+                             library.compare(m_library, Qt::CaseInsensitive) != 0;
+        if (record.strQdId.isEmpty() || isOther) return;
+        const CString name = record.strName.trimmed();
+        const CString unit = record.strUnit.trimmed();
+        const auto [place, isNew] =
+            m_numbers.try_emplace({record.strQdId, m_library.isEmpty() ? library.toLower() : CString()},
+                                  Number{m_place, name, unit});
+        Number& number = place->second;
+        if (!isNew) Compare(record.strQdId, name, unit, number);
+        const auto row = std::find_if(number.rows.begin(), number.rows.end(), [&](const Row& other) {
+            return other.name == name && other.unit == unit && other.specialty == m_specialty;
+        });
+        if (row == number.rows.end())
+            number.rows.push_back({m_specialty, name, unit, m_place});
+        else
+            CompareFeatures(record.strQdId, *row);
+    }
+
+    void Compare(const CString& text, const CString& name, const CString& unit, Number& number)
+    {
+        if (name != number.name && IsNews(u"name "_s + name, number))
+            Add(FindingCode::NumberTwoNames, number.first,
+                u"清单编号 %1 有两个名称：这里是“%2”，%3是“%4”"_s.arg(text, name, number.first.Text(),
+                                                                      number.name));
+        if (Normalised(unit) != Normalised(number.unit) && IsNews(u"unit "_s + unit, number))
+            Add(FindingCode::NumberTwoUnits, number.first,
+                u"清单编号 %1 有两个单位：这里是“%2”，%3是“%4”"_s.arg(text, unit, number.first.Text(),
+                                                                      number.unit));
+    }
+
+    /// Whether the current rule has not been told to say so: it may give the number more than once.
+    bool IsNews(const CString& what, Number& number) const
+    {
+        if (number.toldAt != m_place) number.told.clear();
+        number.toldAt = m_place;
+        if (number.told.contains(what)) return false;
+        number.told.append(what);
+        return true;
     }
 
     /// Where any two rules differ in an attribute, one of them differs from the first that asks for it.
-    void CompareFeatures(const Place& place, const CString& number, Row& row)
+    void CompareFeatures(const CString& text, Row& row)
     {
         if (!std::exchange(row.hasFeatures, true))
-            for (const auto& [attribute, value] : ValuesOf(RuleAt(row.first)))
+            for (const auto& [attribute, value] : ValuesOf(row.first.category->rules[row.first.rule]))
                 row.features.try_emplace(attribute, Asked{row.first, value});
-        for (const auto& [attribute, value] : ValuesOf(RuleAt(place))) {
-            Asked& asked = row.features.try_emplace(attribute, Asked{place, value}).first->second;
+        if (!m_values) m_values = ValuesOf(m_place.category->rules[m_place.rule]);
+        for (const auto& [attribute, value] : *m_values) {
+            Asked& asked = row.features.try_emplace(attribute, Asked{m_place, value}).first->second;
             if (asked.isTold || IsSameValue(asked.value, value)) continue;
             asked.isTold = true;
-            Add(FindingCode::NumberTwoFeatures, place, asked.place,
-                u"清单编号 %1 用于两种特征：这里 %2＝%3，%4 %2＝%5"_s.arg(number, attribute, value,
+            Add(FindingCode::NumberTwoFeatures, asked.place,
+                u"清单编号 %1 用于两种特征：这里 %2＝%3，%4 %2＝%5"_s.arg(text, attribute, value,
                                                                           asked.place.Text(), asked.value));
         }
     }
 
-    static const Rule& RuleAt(const Place& place) { return place.category->rules[place.rule]; }
-
-    void Add(FindingCode code, const Place& place, const Place& other, const CString& text)
+    /// About the current rule, compared with another one.
+    void Add(FindingCode code, const Place& other, const CString& text)
     {
-        Finding& finding = m_findings.Add(code, *place.category, place.rule, text);
-        if (other.category == place.category && other.rule != place.rule)
+        Finding& finding = m_findings.Add(code, *m_place.category, m_place.rule, text);
+        if (other.category == m_place.category && other.rule != m_place.rule)
             finding.others = {static_cast<int>(other.rule) + 1};
     }
 
+    using Key = std::pair<CString, CString>; ///< number and, where that tells it apart, library
+    struct KeyHash
+    {
+        std::size_t operator()(const Key& key) const noexcept { return qHashMulti(0, key.first, key.second); }
+    };
+
     CString m_library; ///< in use; empty for any
     FindingList& m_findings;
-    std::map<std::pair<CString, CString>, First> m_first; ///< by number and library
-    /// By what tells rows of the bill apart: number, specialty, library, name and unit.
-    std::map<std::tuple<CString, CString, CString, CString, CString>, Row> m_rows;
+    std::unordered_map<Key, Number, KeyHash> m_numbers;
+    // of the current rule
+    Place m_place{};
+    CString m_specialty;
+    std::optional<Values> m_values; ///< once they are asked for
 };
 
 } // namespace
 
-void CheckNumbers(const Configuration& configuration, const CheckFacts& facts, FindingList& findings)
+std::vector<Finding> CheckBillNumbers(const Configuration& configuration, const CheckFacts& facts)
 {
-    if (!facts.isBillMode) return;
+    if (!facts.isBillMode) return {};
+    FindingList findings;
     NumberCheck check(facts, findings);
     for (const Specialty& specialty : configuration.Specialties())
         for (const BigCategory& big : specialty.bigCategories)
             for (const SmallCategoryPtr& small : big.smallCategories)
-                for (std::size_t rule = 0; rule < small->rules.size(); ++rule)
-                    check.Look({small.get(), rule});
+                check.Look(*small);
+    return std::move(findings.All());
 }
 
 } // namespace rules

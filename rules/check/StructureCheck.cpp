@@ -133,6 +133,7 @@ void TellUnknown(const Configuration& configuration, const CheckFacts& facts, Fi
 template <typename Entry, typename Tell>
 void EachRepeated(const std::vector<Entry>& entries, Tell tell)
 {
+    if (entries.size() < 2) return;
     std::map<int, std::size_t> first;
     for (std::size_t i = 0; i < entries.size(); ++i)
         if (const auto [place, isNew] = first.try_emplace(entries[i].id, i); !isNew) tell(i, place->second);

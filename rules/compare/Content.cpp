@@ -8,13 +8,6 @@ namespace rules {
 
 namespace {
 
-template <typename Record, std::size_t N>
-bool HasSameFields(const Record& a, const Record& b, const std::array<RecordField<Record>, N>& fields)
-{
-    return std::all_of(fields.begin(), fields.end(),
-                       [&](const auto& field) { return a.*field.field == b.*field.field; });
-}
-
 template <typename Part>
 bool HaveSameContent(const std::vector<Part>& a, const std::vector<Part>& b)
 {
@@ -34,12 +27,12 @@ bool HasSameContent(const Condition& a, const Condition& b)
 
 bool HasSameContent(const QuotaItem& a, const QuotaItem& b)
 {
-    return HasSameFields(a.record, b.record, DeFields);
+    return a.record == b.record;
 }
 
 bool HasSameContent(const BillItem& a, const BillItem& b)
 {
-    return HasSameFields(a.record, b.record, QdFields) && HaveSameContent(a.quotas, b.quotas);
+    return a.record == b.record && HaveSameContent(a.quotas, b.quotas);
 }
 
 bool HasSameContent(const Rule& a, const Rule& b)
@@ -69,6 +62,14 @@ std::size_t ContentHash(const Rule& rule)
     for (const QuotaItem& item : rule.quotas)
         hash = qHashMulti(hash, item.record.strDeId, item.record.strName);
     return hash;
+}
+
+Rule BareDefault()
+{
+    Rule rule;
+    rule.id = 1;
+    rule.isDefault = true;
+    return rule;
 }
 
 bool IsBareDefault(const Rule& rule)

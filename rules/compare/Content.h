@@ -19,6 +19,8 @@ CString ConditionsKey(const Rule& rule);
 /// The same for all rules of the same content.
 std::size_t ContentHash(const Rule& rule);
 
+/// A default rule without items, as programs make it where a category has none.
+Rule BareDefault();
 /// Whether it is a default rule without items, as programs make it where a category has none.
 bool IsBareDefault(const Rule& rule);
 /// Whether it is all that the category has.

@@ -17,45 +17,6 @@ namespace rules {
 
 namespace {
 
-template <typename Record, std::size_t N>
-bool HasSameFields(const Record& a, const Record& b, const std::array<RecordField<Record>, N>& fields)
-{
-    return std::all_of(fields.begin(), fields.end(),
-                       [&](const auto& field) { return a.*field.field == b.*field.field; });
-}
-
-bool IsSame(const QuotaItem& a, const QuotaItem& b)
-{
-    return a.id == b.id && HasSameFields(a.record, b.record, DeFields);
-}
-
-bool AreSame(const std::vector<QuotaItem>& a, const std::vector<QuotaItem>& b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const QuotaItem& one, const QuotaItem& other) { return IsSame(one, other); });
-}
-
-bool IsSame(const BillItem& a, const BillItem& b)
-{
-    return a.id == b.id && HasSameFields(a.record, b.record, QdFields) && AreSame(a.quotas, b.quotas);
-}
-
-/// Whether two rules are the same in all that is read of their elements.
-bool IsSame(const Rule& a, const Rule& b)
-{
-    return a.id == b.id && a.isDefault == b.isDefault && a.counters == b.counters &&
-           a.conditions == b.conditions &&
-           std::equal(a.bills.begin(), a.bills.end(), b.bills.begin(), b.bills.end(),
-                      [](const BillItem& one, const BillItem& other) { return IsSame(one, other); }) &&
-           AreSame(a.quotas, b.quotas);
-}
-
-bool AreSame(const std::vector<Rule>& a, const std::vector<Rule>& b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](const Rule& one, const Rule& other) { return IsSame(one, other); });
-}
-
 std::unique_ptr<DeNode> NodeOf(const QuotaItem& item)
 {
     auto node = std::make_unique<DeNode>();
@@ -153,7 +114,7 @@ void WriteCategory(const IXMLDOMElement& element, const std::vector<Rule>& prese
         highest = std::max(highest, rule.id);
         const auto [begin, end] = byId.equal_range(rule.id);
         const auto same = std::find_if(begin, end, [&](const auto& entry) {
-            return !kept.contains(entry.second) && IsSame(present[entry.second], rule);
+            return !kept.contains(entry.second) && present[entry.second] == rule;
         });
         if (same == end) {
             AppendRule(container, rule);
@@ -167,7 +128,8 @@ void WriteCategory(const IXMLDOMElement& element, const std::vector<Rule>& prese
     XmlVisitor::addatt(element, u"LastConfigId"_s, CString::number(highest));
 }
 
-/// Removes the named children of a kind that are not wanted any more; others are none of ours.
+/// Removes the named children of a kind that are not wanted any more; others are none of ours. All of a name
+/// go: what stands behind the first one, and is not read, would be read then.
 template <typename List, typename NameOf>
 void RemoveUnwanted(const IXMLDOMElement& parent, const List& present, const List& wanted, NameOf nameOf)
 {
@@ -176,7 +138,8 @@ void RemoveUnwanted(const IXMLDOMElement& parent, const List& present, const Lis
         names.insert(nameOf(part));
     for (const auto& part : present)
         if (!names.contains(nameOf(part)))
-            if (const IXMLDOMElement element = FindNamed(parent, nameOf(part))) parent.RemoveChild(element);
+            while (const IXMLDOMElement element = FindNamed(parent, nameOf(part)))
+                parent.RemoveChild(element);
 }
 
 CString NameOf(const Specialty& part)
@@ -226,7 +189,7 @@ private:
 
     static bool IsAsItWas(const SmallCategoryPtr& former, const SmallCategoryPtr& wanted)
     {
-        return AreSame(former->rules, wanted->rules);
+        return former->rules == wanted->rules;
     }
     static bool IsAsItWas(const BigCategory& former, const BigCategory& wanted)
     {

@@ -9,16 +9,6 @@ namespace rules {
 
 namespace {
 
-/// The facts whose name is that, or null. Names are compared as columns' headers are.
-const AttributeFacts* FactsOf(const CString& name, const CategoryFacts& facts)
-{
-    const CString wanted = Normalised(name);
-    const auto found = std::find_if(facts.begin(), facts.end(), [&](const AttributeFacts& fact) {
-        return Normalised(fact.name) == wanted;
-    });
-    return found == facts.end() ? nullptr : &*found;
-}
-
 bool IsLowerOperator(const CString& text)
 {
     return text == u"＞"_s || text == u"≥"_s;
@@ -30,6 +20,15 @@ bool IsUpperOperator(const CString& text)
 }
 
 } // namespace
+
+const AttributeFacts* FactsOf(const CString& name, const CategoryFacts& facts)
+{
+    const CString wanted = Normalised(name);
+    const auto found = std::find_if(facts.begin(), facts.end(), [&](const AttributeFacts& fact) {
+        return Normalised(fact.name) == wanted;
+    });
+    return found == facts.end() ? nullptr : &*found;
+}
 
 Defect DefectOf(const Condition& condition, const NumberReader& numbers)
 {
@@ -214,6 +213,19 @@ CellKind CategoryMatcher::Classify(std::size_t attribute, QStringView cell) cons
         if (const auto number = m_attributes[attribute].numbers.Read(cell))
             kind.range = RangeOf(known, *number);
     }
+    return kind;
+}
+
+CellKind CategoryMatcher::Classify(std::size_t attribute, const Decimal& number, Writing writing) const
+{
+    const Known& known = m_known[attribute];
+    if (writing == Writing::Shortest && !known.texts.empty()) return Classify(attribute, number.ToText());
+    CellKind kind{.text = CellKind::None};
+    if (writing != Writing::OtherListed) {
+        const auto found = known.numbers.find(number);
+        if (found != known.numbers.end()) kind.number = found->second;
+    }
+    if (known.hasRanges) kind.range = RangeOf(known, number);
     return kind;
 }
 

@@ -67,6 +67,13 @@ public:
         bool Holds(const CellKind& kind) const noexcept;
     };
 
+    /// How a cell may have a number.
+    enum class Writing {
+        Shortest,    ///< as `Decimal::ToText` has it, which a condition may name
+        OtherPlain,  ///< as a plain number that no condition names, such as with one more 0 behind the point
+        OtherListed, ///< in another way of those that the value list knows, and that no condition names
+    };
+
     /// `facts` are needed during the call only. Raises nothing but lack of memory.
     CategoryMatcher(SmallCategoryPtr category, const CategoryFacts& facts);
 
@@ -83,6 +90,8 @@ public:
 
     /// What a cell means to an attribute. A blank cell is a missing one.
     CellKind Classify(std::size_t attribute, QStringView cell) const;
+    /// What a number means to an attribute, by the way in which a cell has it.
+    CellKind Classify(std::size_t attribute, const Decimal& number, Writing writing) const;
 
     /// The compiled conditions of a rule; nothing for a default rule and for one that can apply to no
     /// component, whatever its cells. Lives as long as this.
@@ -118,6 +127,10 @@ private:
     std::vector<Test> m_tests;           ///< those of the candidates, rule by rule
     RuleIndex m_default = NoRule;
 };
+
+/// The facts of the attribute of that name, of several the first; null when there are none. Names are
+/// compared as columns' headers are.
+KTQDDE_RULES_EXPORT const AttributeFacts* FactsOf(const CString& name, const CategoryFacts& facts);
 
 /// Whether the fields of a condition are such that it can hold at all: known operators at each place, bounds
 /// that are numbers, a name. Shared with the trace, which tells what is wrong.

@@ -6,22 +6,25 @@ namespace rules {
 
 namespace {
 
-constexpr char16_t FullWidthFirst = u'！'; // U+FF01 to U+FF5E are ASCII's "!" to "~" in another width
-constexpr char16_t FullWidthLast = u'～';
-
 /// Full-width forms as plain ones, nothing else: of "5²" must not become 52.
 CString Narrowed(QStringView text)
 {
     CString result = WithoutBlanks(text).toString();
     for (QChar& c : result)
-        if (c >= FullWidthFirst && c <= FullWidthLast)
-            c = QChar(static_cast<char16_t>(c.unicode() - FullWidthFirst + u'!'));
+        c = QChar(Narrow(c.unicode()));
     return result;
 }
 
 bool IsDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
+}
+
+/// Whether there is a digit in the text, of either width.
+bool HasDigit(QStringView text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar c) { return IsDigit(c) || (c >= u'０' && c <= u'９'); });
 }
 
 /// Whether a character is the same in compatibility normalisation, beside any of its kind: ASCII and the
@@ -36,7 +39,7 @@ bool IsSettled(QChar c)
 /// Whether a character can be part of a plain number, in either width.
 bool MayBeOfNumber(QChar c)
 {
-    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || (c >= FullWidthFirst && c <= FullWidthLast);
+    return IsDigit(c) || c == u'.' || c == u'+' || c == u'-' || Narrow(c.unicode()) != c.unicode();
 }
 
 /// A text cut at its first number. The tail holds no digit, or the text has no such parts.
@@ -80,9 +83,14 @@ QStringView WithoutBlanks(QStringView text)
 
 CString Normalised(QStringView text)
 {
-    text = WithoutBlanks(text);
-    if (std::all_of(text.begin(), text.end(), IsSettled)) return text.toString();
-    return text.toString().normalized(CString::NormalizationForm_KC);
+    return Normalised(WithoutBlanks(text).toString());
+}
+
+CString Normalised(const CString& text)
+{
+    if (WithoutBlanks(text).size() != text.size()) return Normalised(QStringView(text));
+    if (std::all_of(text.begin(), text.end(), IsSettled)) return text;
+    return text.normalized(CString::NormalizationForm_KC);
 }
 
 CString WithUnit(const CString& name, const CString& unit)
@@ -99,9 +107,17 @@ std::optional<Decimal> PlainNumber(QStringView text)
     return Decimal::Parse(Narrowed(text));
 }
 
+bool IsSameValue(const CString& a, const CString& b)
+{
+    if (Normalised(a) == Normalised(b)) return true;
+    const auto number = PlainNumber(a);
+    return number && number == PlainNumber(b);
+}
+
 NumberReader::NumberReader(const CStringArray& valueList)
 {
     for (const CString& value : valueList) {
+        if (!HasDigit(value)) continue;
         const CString text = Narrowed(value);
         const std::optional<Parts> parts = Cut(text);
         if (parts && !(parts->before.isEmpty() && parts->behind.isEmpty()))
@@ -112,6 +128,7 @@ NumberReader::NumberReader(const CStringArray& valueList)
 std::optional<Decimal> NumberReader::Read(QStringView cell) const
 {
     if (std::optional<Decimal> plain = PlainNumber(cell)) return plain;
+    if (m_forms.empty() || !HasDigit(cell)) return std::nullopt;
     const CString text = Narrowed(cell);
     const std::optional<Parts> parts = Cut(text);
     if (!parts || !m_forms.contains({parts->before.toString(), parts->behind.toString()}))

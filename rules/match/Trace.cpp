@@ -158,4 +158,9 @@ Trace Explain(const CategoryMatcher& matcher, std::span<const Cell> cells)
     return trace;
 }
 
+RuleTrace ExplainRule(const CategoryMatcher& matcher, std::span<const Cell> cells, RuleIndex rule)
+{
+    return Teller(matcher, cells).Tell(matcher.Category().rules[static_cast<std::size_t>(rule)], rule);
+}
+
 } // namespace rules

@@ -62,4 +62,9 @@ struct Trace
 /// rules themselves and not what was compiled; `applies` is always what `CategoryMatcher::Match` gives.
 KTQDDE_RULES_EXPORT Trace Explain(const CategoryMatcher& matcher, std::span<const Cell> cells);
 
+/// The part of one rule in it, whether it was tried or stands behind the one that applies. The rule must be
+/// one of the category's.
+KTQDDE_RULES_EXPORT RuleTrace ExplainRule(const CategoryMatcher& matcher, std::span<const Cell> cells,
+                                          RuleIndex rule);
+
 } // namespace rules

@@ -3,6 +3,7 @@
 #include "rules/Export.h"
 #include "tree/QdDeRecords.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -35,6 +36,8 @@ struct QuotaItem
 {
     int id = 0;
     DeStruct record;
+
+    bool operator==(const QuotaItem&) const = default;
 };
 
 struct BillItem
@@ -42,6 +45,8 @@ struct BillItem
     int id = 0;
     QdStruct record;
     std::vector<QuotaItem> quotas; ///< those of bill mode
+
+    bool operator==(const BillItem&) const = default;
 };
 
 /// The highest ids that a rule has given to its children so far. They only grow, so that an id is never given
@@ -66,6 +71,9 @@ struct Rule
 
     /// As the rule list shows it: "其它" for a default rule, else each condition followed by ";".
     KTQDDE_RULES_EXPORT CString Text() const;
+
+    /// Whether two rules are the same in all that a rule file has of them, ids and counters included.
+    bool operator==(const Rule&) const = default;
 };
 
 struct SmallCategory
@@ -105,6 +113,11 @@ public:
     const std::vector<Specialty>& Specialties() const noexcept { return m_specialties; }
     /// The small category of that text (see `SmallCategory::text`), exactly; null when there is none.
     SmallCategoryPtr Find(const CString& categoryText) const;
+    /// This one with those small categories of `others` for which `isTaken` says so: each takes the place of
+    /// the one of its name, or comes behind those that are there, with the parts above it where these are
+    /// missing. All else stays as it is.
+    Configuration With(const std::vector<Specialty>& others,
+                       const std::function<bool(const SmallCategoryPtr&)>& isTaken) const;
 
 private:
     std::vector<Specialty> m_specialties;

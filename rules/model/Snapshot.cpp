@@ -15,6 +15,21 @@ namespace rules {
 
 namespace {
 
+QuotaItem Copy(const DeNode& node);
+Condition Copy(const ConditionNode& node);
+BillItem Copy(const QdNode& node);
+Rule Copy(const ConfigNode& node);
+
+template <typename Node>
+auto CopyAll(const std::vector<Node*>& nodes)
+{
+    std::vector<decltype(Copy(*nodes.front()))> copies;
+    copies.reserve(nodes.size());
+    for (const Node* node : nodes)
+        copies.push_back(Copy(*node));
+    return copies;
+}
+
 QuotaItem Copy(const DeNode& node)
 {
     return {node.GetId(), node.GetRecord()};
@@ -37,10 +52,7 @@ Condition Copy(const ConditionNode& node)
 
 BillItem Copy(const QdNode& node)
 {
-    BillItem item{node.GetId(), node.GetRecord(), {}};
-    for (const DeNode* quota : node.GetDe())
-        item.quotas.push_back(Copy(*quota));
-    return item;
+    return {node.GetId(), node.GetRecord(), CopyAll(node.GetDe())};
 }
 
 Rule Copy(const ConfigNode& node)
@@ -49,12 +61,9 @@ Rule Copy(const ConfigNode& node)
     rule.id = node.GetId();
     rule.isDefault = node.IfDefault();
     rule.counters = {node.GetLastConditionId(), node.GetLastQdId(), node.GetLastDeId()};
-    for (const ConditionNode* condition : node.GetCondition())
-        rule.conditions.push_back(Copy(*condition));
-    for (const QdNode* bill : node.GetQd())
-        rule.bills.push_back(Copy(*bill));
-    for (const DeNode* quota : node.GetDe())
-        rule.quotas.push_back(Copy(*quota));
+    rule.conditions = CopyAll(node.GetCondition());
+    rule.bills = CopyAll(node.GetQd());
+    rule.quotas = CopyAll(node.GetDe());
     return rule;
 }
 
@@ -64,8 +73,7 @@ std::shared_ptr<SmallCategory> Copy(const SMember& node, const CString& textAbov
     category->id = node.GetId();
     category->name = node.GetName();
     category->text = textAbove + u'\\' + category->name;
-    for (const ConfigNode* rule : node.GetAllConfig())
-        category->rules.push_back(Copy(*rule));
+    category->rules = CopyAll(node.GetAllConfig());
     return category;
 }
 
@@ -151,7 +159,7 @@ ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason, 
 
 /// No message box where there is no engine: the caller gets the reason.
 template <typename Load>
-ConfigurationPtr ReadBy(Load load, CString& reason, FileStructure* structure = nullptr)
+ConfigurationPtr ReadBy(Load load, CString& reason, FileStructure* structure)
 {
     const IXMLDOMDocument document = xml::Document::Create();
     if (document.IsNull()) {
@@ -170,9 +178,10 @@ ConfigurationPtr ReadRuleFile(const CString& path, CString& reason, FileStructur
     return ReadBy([&](const IXMLDOMDocument& document) { return document.Load(path); }, reason, structure);
 }
 
-ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason)
+ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason, FileStructure* structure)
 {
-    return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason);
+    return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason,
+                  structure);
 }
 
 } // namespace rules

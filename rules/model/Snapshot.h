@@ -22,6 +22,7 @@ KTQDDE_RULES_EXPORT ConfigurationPtr ReadRuleFile(const CString& path, CString& 
                                                   FileStructure* structure = nullptr);
 
 /// The same of the bytes of a rule file.
-KTQDDE_RULES_EXPORT ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason);
+KTQDDE_RULES_EXPORT ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason,
+                                               FileStructure* structure = nullptr);
 
 } // namespace rules

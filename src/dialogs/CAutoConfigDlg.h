@@ -224,17 +224,15 @@ private:
     void AppendQuotas(const std::vector<DeNode*>& quotas);
     /// Selects the last row with that number.
     void SelectItem(const CString& number);
-    /// `rule`, or the first calculation rule of the category. Warns when the category has none.
-    CString ResolveCalRule(const CString& categoryText, const CString& rule) const;
+    /// `ruleOfItem`, or where it is empty the formula of the category. Warns when the category has none.
+    CString FormulaFor(const CString& ruleOfItem) const;
     /// Message of a picker. Gives -1 for a null record, otherwise 0.
     int OnQdPicked(const SPickedQd* picked);
     /// Asks for the number under which a picked bill item enters the rule; nothing when the user cancels or
     /// no rule is selected.
     std::optional<CString> AskForNumber(const CString& picked);
-    QdStruct BillRecord(const CString& number, const SQdInfo& info) const;
     /// Message of a picker. Gives -1 for a null record, otherwise 0.
     int OnDePicked(const SPickedDe* picked);
-    DeStruct QuotaRecord(const SPickedDe& picked) const;
     void OnDeleteItems();
     void DeleteFromBills(const CPath& path, const std::vector<int>& rows);
     void DeleteFromRule(const CPath& path, const std::vector<int>& rows);

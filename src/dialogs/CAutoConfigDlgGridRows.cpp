@@ -2,10 +2,9 @@
 
 #include "dialogs/ProjectMode.h"
 #include "host/NvKtDataMng.h"
-#include "platform/Numbers.h"
+#include "presenter/PickedItems.h"
 #include "widgets/TreeControl.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <variant>
 #include <vector>
@@ -20,12 +19,6 @@ constexpr std::uint32_t BillColour = 0xFFFF80;
 bool SameCode(const CString& a, const CString& b)
 {
     return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-/// The leading number of a unit such as "10m", at least 1.
-CString UnitCodeOf(const CString& unit)
-{
-    return CString::number(std::max(platform::_wtol(unit.trimmed()), 1));
 }
 
 } // namespace

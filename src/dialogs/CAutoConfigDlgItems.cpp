@@ -4,8 +4,8 @@
 #include "dialogs/secondary/CDlgGetQdNum.h"
 #include "host/HostWindows.h"
 #include "host/NvQdInfo.h"
-#include "host/NvSysRuleData.h"
 #include "platform/Messages.h"
+#include "presenter/PickedItems.h"
 #include "widgets/TreeControl.h"
 
 #include <QtWidgets/QTreeWidget>
@@ -25,24 +25,14 @@ namespace {
 /// The part of a bill number that the items of one kind share.
 constexpr qsizetype BaseNumberLength = 9;
 
-CString YesNo(int flag)
-{
-    return flag != 0 ? u"是"_s : u"否"_s;
-}
-
 } // namespace
 
-CString CAutoConfigDlg::ResolveCalRule(const CString& categoryText, const CString& rule) const
+CString CAutoConfigDlg::FormulaFor(const CString& ruleOfItem) const
 {
-    CStringArray items;
-    CStringArray other;
-    NvSysRuleData::CFaceSysRule::GetCalItems(categoryText, items, other);
-    if (items.isEmpty()) {
-        platform::ShowWarning(u"计算规则不对应"_s);
-        return rule;
-    }
-    RuleCodeStruct info;
-    return NvSysRuleData::CFaceSysRule::GetCalItemInfo(items.first(), info) ? info.strRule : rule;
+    if (!ruleOfItem.isEmpty()) return ruleOfItem;
+    const std::optional<CString> formula = CategoryFormula(GetCategoryText());
+    if (!formula) platform::ShowWarning(u"计算规则不对应"_s);
+    return formula.value_or(CString());
 }
 
 // Silent wherever it stops, in contrast to `OnDePicked`.
@@ -53,7 +43,8 @@ int CAutoConfigDlg::OnQdPicked(const SPickedQd* picked)
     const std::optional<CString> number = AskForNumber(pickedNumber);
     SQdInfo info;
     if (!number || !NvQdInfo::IBillLib::GetQdInfo(pickedNumber, info)) return 0;
-    const QdStruct record = BillRecord(*number, info);
+    const QdStruct record =
+        RecordOf(info, *number, NvKtDataMng::CAtt().GetQdCode(), FormulaFor(info.strCalRule));
     CPath path{};
     if (!GetRulePath(path)) return 0;
     m_rules.clear();
@@ -84,27 +75,13 @@ std::optional<CString> CAutoConfigDlg::AskForNumber(const CString& picked)
     return dialog.GetNumber();
 }
 
-QdStruct CAutoConfigDlg::BillRecord(const CString& number, const SQdInfo& info) const
-{
-    QdStruct record;
-    record.strQdId = number;
-    record.strName = info.strName;
-    record.strUnit = info.strUnit;
-    record.strUnitCode = CString::number(info.nUnitCode);
-    record.strQdCode = NvKtDataMng::CAtt().GetQdCode();
-    record.strFormula =
-        info.strCalRule.isEmpty() ? ResolveCalRule(GetCategoryText(), CString()) : info.strCalRule;
-    record.strAnnex = YesNo(info.nWithAnnex);
-    return record;
-}
-
 int CAutoConfigDlg::OnDePicked(const SPickedDe* picked)
 {
     if (picked == nullptr) return -1;
     const bool billMode = dialogs::IsBillMode();
     CPath path{};
     if (!(billMode ? GetBillPathOfFocus(path) : GetRulePath(path))) return 0;
-    const DeStruct record = QuotaRecord(*picked);
+    const DeStruct record = RecordOf(*picked, dialogs::QuotaLibraryCode(), FormulaFor(picked->strCalRule));
     m_rules.clear();
     const bool added = billMode ? m_presenter->AddDe2QdNode(record, path, m_rules)
                                 : m_presenter->AddDe2ConfigNode(record, path, m_rules);
@@ -115,20 +92,6 @@ int CAutoConfigDlg::OnDePicked(const SPickedDe* picked)
     FillGrid(m_rules);
     SelectItem(record.strDeId);
     return 0;
-}
-
-DeStruct CAutoConfigDlg::QuotaRecord(const SPickedDe& picked) const
-{
-    DeStruct record;
-    record.strDeId = picked.strNumber;
-    record.strName = picked.strName;
-    record.strDeCode = dialogs::QuotaLibraryCode();
-    record.strUnit = picked.strUnit;
-    record.strUnitCode = CString::number(picked.nUnitCode);
-    record.strFormula =
-        picked.strCalRule.isEmpty() ? ResolveCalRule(GetCategoryText(), CString()) : picked.strCalRule;
-    record.strAnnex = YesNo(picked.nWithAnnex);
-    return record;
 }
 
 void CAutoConfigDlg::OnDeleteItems()

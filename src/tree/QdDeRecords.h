@@ -18,6 +18,8 @@ struct QdStruct
     CString strFormula;  ///< the quantity formula
     CString
         strAnnex; ///< "是" or "否": with pipe fittings; empty when read back from a grid without that column
+
+    bool operator==(const QdStruct&) const = default;
 };
 
 /// The values of a quota item, all as text. Mind that the order differs from `QdStruct`: the number comes
@@ -31,6 +33,8 @@ struct DeStruct
     CString strDeCode;  ///< code of the quota library that the item comes from; others are kept but not shown
     CString strFormula; ///< the quantity formula
     CString strAnnex;   ///< as in `QdStruct`
+
+    bool operator==(const DeStruct&) const = default;
 };
 
 /// One field of a record under the name that it has in files.

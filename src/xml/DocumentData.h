@@ -80,6 +80,8 @@ public:
     const KnownName& NameOf(const CString& name) { return m_names.Find(name); }
     /// The value of an attribute.
     CString ValueOf(pugi::xml_attribute attribute) { return m_texts.Text(attribute.value()); }
+    /// The name of an element; empty for a node that has none.
+    CString TagOf(pugi::xml_node node) { return m_texts.Text(node.name()); }
     /// The attribute of that name, made behind the others when there is none. On an element that has just
     /// been made most names need no search.
     pugi::xml_attribute AttributeToSet(pugi::xml_node element, const KnownName& name);
@@ -190,7 +192,7 @@ private:
     pugi::xml_node m_askedElement;       ///< the element of the last attribute asked for
     pugi::xml_attribute m_nextAttribute; ///< the one behind it: where the next search begins
     NamePool m_names;                    ///< of attributes
-    TextPool m_texts;                    ///< of attribute values
+    TextPool m_texts;                    ///< of attribute values and names of elements
     std::unordered_map<const void*, Outlined>
         m_outlined; ///< the children that came from the source, by their node
 };

@@ -105,7 +105,7 @@ NodeKind Node::Kind() const
 CString Node::Name() const
 {
     if (Access::HasMoved(*this)) return Access::Follow(*this).Name();
-    return CString::fromUtf8(Access::Require(*this, u"Name").name());
+    return m_document->TagOf(Access::Require(*this, u"Name"));
 }
 
 Element Node::ToElement() const

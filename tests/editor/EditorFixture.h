@@ -16,6 +16,7 @@
 
 #include <functional>
 #include <optional>
+#include <stdexcept>
 #include <vector>
 
 namespace test {
@@ -73,6 +74,15 @@ private:
 
 /// Presses the button with that text (mnemonics left out) in a window.
 void PressButton(QWidget& window, const QString& text);
+
+/// The part of that class in a window, which must have one.
+template <typename Part>
+Part& PartOf(const QWidget& window)
+{
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        if (auto* part = dynamic_cast<Part*>(widget)) return *part;
+    throw std::runtime_error("the window has no such part");
+}
 
 /// The main window without a project, and a folder for projects and settings.
 class EditorWindow : public ::testing::Test

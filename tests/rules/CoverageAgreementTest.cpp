@@ -4,203 +4,39 @@
 #include "rules/check/Coverage.h"
 #include "rules/check/Gaps.h"
 
-#include "rules/RulesTesting.h"
-#include "tests/rules/reference/ReferenceMatcher.h"
+#include "rules/BruteForce.h"
+#include "rules/CoverageLists.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <bit>
 #include <cstdio>
-#include <map>
 #include <random>
 #include <set>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
+using test::Mask;
 
 namespace {
-
-class Dice
-{
-public:
-    explicit Dice(unsigned seed) : m_random(seed) {}
-
-    std::size_t Below(std::size_t limit) { return m_random() % limit; }
-    bool OneIn(std::size_t count) { return Below(count) == 0; }
-    template <typename T>
-    const T& Of(const std::vector<T>& stock)
-    {
-        return stock[Below(stock.size())];
-    }
-
-private:
-    std::mt19937 m_random;
-};
-
-const std::vector<CString> Names{u"材质"_s, u"公称直径"_s, u"壁厚"_s};
-const std::vector<CString> Texts{u"甲"_s, u"乙"_s, u"丙"_s};
-const std::vector<CString> Numbers{u"10"_s, u"20"_s, u"20.0"_s, u"３０"_s, u"40"_s};
-const std::vector<CString> Written{u"DN10"_s, u"DN20"_s, u"DN30"_s, u"DN40"_s, u"20"_s};
-
-/// A rule list of a kind: how its values are written, and the list that the catalogue has.
-struct Kind
-{
-    std::vector<CString> numbers = Numbers;
-    CStringArray list{};
-};
-
-rules::Condition RandomCondition(Dice& dice, const Kind& kind)
-{
-    const CString& name = dice.Of(Names);
-    if (name == Names[0]) return test::Value(name, dice.OneIn(4) ? u"≠"_s : u"＝"_s, dice.Of(Texts));
-    if (dice.OneIn(3)) return test::Value(name, dice.OneIn(4) ? u"≠"_s : u"＝"_s, dice.Of(kind.numbers));
-    const CString lower = dice.OneIn(5) ? CString() : dice.Of(kind.numbers);
-    const CString upper = dice.OneIn(5) ? CString() : dice.Of(kind.numbers);
-    return test::Range(name, dice.OneIn(2) ? u"＞"_s : u"≥"_s, lower,
-                       dice.OneIn(40)  ? u"<"_s
-                       : dice.OneIn(2) ? u"＜"_s
-                                       : u"≤"_s,
-                       upper);
-}
-
-std::vector<rules::Rule> RandomRules(Dice& dice, const Kind& kind)
-{
-    std::vector<rules::Rule> list;
-    for (std::size_t count = 2 + dice.Below(7); count > 0; --count) {
-        std::vector<rules::Condition> conditions;
-        for (std::size_t i = dice.OneIn(30) ? 0 : 1 + dice.Below(3); i > 0; --i)
-            conditions.push_back(RandomCondition(dice, kind));
-        list.push_back(test::RuleOf(std::move(conditions), dice.OneIn(40)));
-    }
-    return list;
-}
-
-using Mask = unsigned; // of rules, one bit each
-
-/// Whether a condition holds for a value, asked of the slow matcher once.
-bool HoldsFor(const rules::Condition& condition, const rules::Cell& value, const rules::CategoryFacts& facts)
-{
-    static std::map<std::tuple<CString, CString, bool>, bool> known;
-    const bool hasList = !facts.front().valueList.isEmpty();
-    const CString told = condition.Text() + condition.upperOperator;
-    const auto [place, isNew] = known.try_emplace({told, value.value_or(u"-"_s), hasList}, false);
-    if (isNew) {
-        test::Component component;
-        if (value) component.cells[condition.attribute] = *value;
-        place->second = test::ReferenceMatch({test::RuleOf({condition})}, facts, component) == 0;
-    }
-    return place->second;
-}
-
-/// Everything gone through: which rules hold for which combination of elementary values.
-class Brute
-{
-public:
-    Brute(const std::vector<rules::Rule>& list, const Kind& kind, const rules::CategoryFacts& facts)
-    {
-        for (std::size_t attribute = 0; attribute < Names.size(); ++attribute) {
-            CollectValues(attribute, kind);
-            Evaluate(attribute, list, facts);
-        }
-        std::vector<std::size_t> place(Names.size());
-        do {
-            m_places.push_back(place);
-            m_holding.push_back(HoldingAt(place));
-        } while (Next(place));
-    }
-
-    const std::vector<std::vector<std::size_t>>& Places() const { return m_places; }
-    const std::vector<rules::Cell>& Values(std::size_t attribute) const { return m_values[attribute]; }
-    /// The rules that hold at each place.
-    const std::vector<Mask>& Holding() const { return m_holding; }
-
-    Mask HoldingAt(const std::vector<std::size_t>& place) const
-    {
-        Mask holding = ~Mask{0};
-        for (std::size_t attribute = 0; attribute < place.size(); ++attribute)
-            holding &= m_masks[attribute][place[attribute]];
-        return holding;
-    }
-
-    /// The numbers of an attribute that components may have, ascending, as indexes of its values.
-    const std::vector<std::size_t>& Line(std::size_t attribute) const { return m_lines[attribute]; }
-
-private:
-    /// Nothing, a text that nobody names, and what the stocks have; between and around the numbers one each.
-    void CollectValues(std::size_t attribute, const Kind& kind)
-    {
-        std::vector<rules::Cell>& values = m_values.emplace_back();
-        std::vector<std::size_t>& line = m_lines.emplace_back();
-        values = {rules::Cell(), u"谁也不说的"_s};
-        if (attribute == 0) {
-            for (const CString& text : Texts)
-                values.emplace_back(text);
-            return;
-        }
-        for (int number = 5; number <= 45; number += 5) {
-            const CString written = u"DN%1"_s.arg(number);
-            if (!kind.list.isEmpty()) {
-                if (kind.list.contains(written)) line.push_back(values.size());
-                values.emplace_back(written);
-                if (kind.list.contains(written)) values.emplace_back(written + u".0"_s);
-            } else {
-                line.push_back(values.size());
-            }
-            values.emplace_back(QString::number(number));
-        }
-    }
-
-    void Evaluate(std::size_t attribute, const std::vector<rules::Rule>& list,
-                  const rules::CategoryFacts& facts)
-    {
-        std::vector<Mask>& masks = m_masks.emplace_back();
-        for (const rules::Cell& value : m_values[attribute]) {
-            Mask& mask = masks.emplace_back(0);
-            for (std::size_t rule = 0; rule < list.size(); ++rule) {
-                const auto& conditions = list[rule].conditions;
-                const bool holds =
-                    !list[rule].isDefault &&
-                    std::all_of(conditions.begin(), conditions.end(), [&](const auto& condition) {
-                        return condition.attribute != Names[attribute] || HoldsFor(condition, value, facts);
-                    });
-                if (holds) mask |= Mask{1} << rule;
-            }
-        }
-    }
-
-    bool Next(std::vector<std::size_t>& place) const
-    {
-        for (std::size_t attribute = 0; attribute < place.size(); ++attribute) {
-            if (++place[attribute] < m_values[attribute].size()) return true;
-            place[attribute] = 0;
-        }
-        return false;
-    }
-
-    std::vector<std::vector<rules::Cell>> m_values;
-    std::vector<std::vector<std::size_t>> m_lines;
-    std::vector<std::vector<Mask>> m_masks; ///< by attribute and value
-    std::vector<std::vector<std::size_t>> m_places;
-    std::vector<Mask> m_holding; ///< by place
-};
 
 /// One random category, judged both ways.
 class Trial
 {
 public:
-    explicit Trial(Dice& dice)
-        : m_kind(dice.OneIn(3) ? Kind{Written, {u"DN10"_s, u"DN20"_s, u"DN30"_s, u"DN40"_s}} : Kind{}),
-          m_facts(Facts()), m_list(RandomRules(dice, m_kind)), m_category(test::CategoryOf(m_list)),
+    explicit Trial(test::Dice& dice)
+        : m_kind(test::RandomKind(dice)), m_facts(test::FactsOf(m_kind)),
+          m_list(test::RandomRules(dice, m_kind)), m_category(test::CategoryOf(m_list)),
           m_space(*m_category, m_facts), m_index(m_space, m_list.size()), m_brute(m_list, m_kind, m_facts)
     {
-        for (std::size_t i = 0; i < Names.size(); ++i) {
-            m_attributes.push_back(m_space.AttributeOf(Names[i]));
+        for (std::size_t i = 0; i < test::CoverageNames.size(); ++i) {
+            m_attributes.push_back(m_space.AttributeOf(test::CoverageNames[i]));
             m_cells.emplace_back();
             for (const rules::Cell& value : m_brute.Values(i))
                 m_cells[i].push_back(m_attributes[i] ? m_space.Find(*m_attributes[i], value) : std::nullopt);
         }
-        for (std::size_t i = 0; i < Names.size(); ++i) {
+        for (std::size_t i = 0; i < test::CoverageNames.size(); ++i) {
             m_naming.push_back(Naming(i, false));
             m_ranging.push_back(Naming(i, true));
         }
@@ -223,17 +59,9 @@ public:
     }
 
 private:
-    rules::CategoryFacts Facts() const
-    {
-        rules::CategoryFacts facts;
-        for (std::size_t i = 1; i < Names.size(); ++i)
-            facts.push_back({.name = Names[i], .valueList = m_kind.list});
-        return facts;
-    }
-
     bool IsIn(const rules::Region& region, std::size_t place, std::optional<std::size_t> without = {}) const
     {
-        for (std::size_t i = 0; i < Names.size(); ++i) {
+        for (std::size_t i = 0; i < test::CoverageNames.size(); ++i) {
             if (!m_attributes[i] || without == i) continue;
             const auto cell = m_cells[i][m_brute.Places()[place][i]];
             if (!cell || !region[*m_attributes[i]].Has(*cell)) return false;
@@ -324,7 +152,7 @@ private:
         bool isAll = true;
         for (std::size_t place = 0; place < m_brute.Places().size() && isAll; ++place) {
             bool isFilled = true;
-            for (std::size_t i = 0; i < Names.size(); ++i)
+            for (std::size_t i = 0; i < test::CoverageNames.size(); ++i)
                 isFilled = isFilled && (!m_attributes[i] || m_brute.Places()[place][i] != 0);
             isAll = !isFilled || m_brute.Holding()[place] != 0;
         }
@@ -342,7 +170,7 @@ private:
         Mask naming = 0;
         for (std::size_t rule = 0; rule < m_list.size(); ++rule)
             for (const rules::Condition& condition : m_list[rule].conditions)
-                if (condition.attribute == Names[attribute] &&
+                if (condition.attribute == test::CoverageNames[attribute] &&
                     (!condition.isValueForm || (!rangeOnly && condition.equalOperator == u"＝")))
                     naming |= BitOf(rule);
         return naming;
@@ -386,7 +214,7 @@ private:
         std::set<Seen> found;
         const rules::GapsFound gaps = rules::GapsOf(m_index);
         EXPECT_TRUE(gaps.isDecided);
-        for (std::size_t attribute = 1; attribute < Names.size(); ++attribute) {
+        for (std::size_t attribute = 1; attribute < test::CoverageNames.size(); ++attribute) {
             for (std::size_t start = 0; start < m_brute.Places().size(); ++start) {
                 if (m_brute.Places()[start][attribute] != 0) continue; // the other attributes are what counts
                 FindGaps(attribute, start, expected);
@@ -426,13 +254,13 @@ private:
         return ends;
     }
 
-    Kind m_kind;
+    test::ListKind m_kind;
     rules::CategoryFacts m_facts;
     std::vector<rules::Rule> m_list;
     rules::SmallCategoryPtr m_category;
     rules::CellSpace m_space;
     rules::RegionIndex m_index;
-    Brute m_brute;
+    test::BruteForce m_brute;
     std::vector<std::optional<std::size_t>> m_attributes;
     std::vector<std::vector<std::optional<rules::CellSpace::Cell>>> m_cells; ///< of the values, by attribute
     std::vector<Mask> m_naming;                                              ///< by attribute
@@ -451,7 +279,7 @@ TEST(CoverageAgreement, HiddenRulesRestsAndGapsAreThoseOfAllCombinationsOfElemen
                               ? qEnvironmentVariable("KTQDDE_CHECK_SEED").toUInt()
                               : std::random_device{}();
     std::printf("seed %u\n", seed);
-    Dice dice(seed);
+    test::Dice dice(seed);
     for (std::size_t list = 0; list < lists && !HasFailure(); ++list) {
         const Trial trial(dice);
         SCOPED_TRACE("seed " + std::to_string(seed) + ", list " + std::to_string(list + 1) + "\n" +

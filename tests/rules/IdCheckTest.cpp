@@ -1,6 +1,8 @@
 #include "rules/bill/IdCheck.h"
 
+#include "platform/Files.h"
 #include "support/PrintText.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +37,19 @@ TEST(HashedIds, FindsThoseThatComeTwiceInMemoryAndOnDisk)
     EXPECT_EQ(Found(1'000, 10'000, 10), 1'000U) << "in eleven runs of a temporary file";
     EXPECT_EQ(Found(1, 300, 3), 100U) << "a run for each";
     EXPECT_EQ(rules::HashedIds().Repeated().size(), 0U);
+}
+
+TEST(HashedIds, TemporaryFileThatCannotBeMadeIsAFileError)
+{
+    const test::TempFolder folder;
+    const bool wasSet = qEnvironmentVariableIsSet("TMPDIR");
+    const QByteArray before = qgetenv("TMPDIR");
+    folder.WriteFile(u"file"_s, {});
+    qputenv("TMPDIR", folder.Native(u"file"_s).toUtf8());
+    rules::HashedIds ids(1);
+    EXPECT_TRUE(ids.IsNew(u"a"));
+    EXPECT_THROW(ids.IsNew(u"b"), platform::FileError);
+    wasSet ? qputenv("TMPDIR", before) : qunsetenv("TMPDIR");
 }
 
 TEST(SuspectedIds, RefusesTheSecondOfThoseAloneThatCameTwice)

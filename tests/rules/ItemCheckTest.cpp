@@ -166,6 +166,24 @@ TEST(ItemCheck, OneNumberWithTwoNamesOrUnitsIsTold)
     EXPECT_FALSE(CodesOf({good, other}).contains(u"number-two-units@2"_s));
 }
 
+TEST(ItemCheck, OneNumberWithTwoNamesOrUnitsIsToldOfEveryRuleThatHasTheOtherOne)
+{
+    const rules::Rule good = test::PricedRule({Copper()});
+    rules::Rule other = good;
+    other.bills[0].record.strName = u"铜管"_s;
+    other.bills[0].record.strUnit = u"km"_s;
+    other.bills.push_back(other.bills[0]);
+    std::vector<rules::Finding> findings = FindingsOf({good, other, good, other});
+    std::erase_if(findings, [](const rules::Finding& finding) {
+        return finding.code != rules::FindingCode::NumberTwoNames &&
+               finding.code != rules::FindingCode::NumberTwoUnits;
+    });
+    EXPECT_EQ(test::Codes(findings), (CStringArray{u"number-two-names@2"_s, u"number-two-units@2"_s,
+                                                   u"number-two-names@4"_s, u"number-two-units@4"_s}));
+    for (const rules::Finding& finding : findings)
+        EXPECT_EQ(finding.others, std::vector{1});
+}
+
 TEST(ItemCheck, OneNumberForTwoFeaturesIsTold)
 {
     const rules::Rule copper = test::PricedRule({Copper()});

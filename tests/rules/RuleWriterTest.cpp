@@ -106,6 +106,23 @@ TEST(RuleWriter, MakesWhatTheFileHasNotAndTakesOutWhatIsNotWanted)
     EXPECT_TRUE(Read(emptied)->Specialties().empty()) << emptied.toStdString();
 }
 
+TEST(RuleWriter, CategoryThatStandsTwiceDoesNotComeBackWhenItIsTakenOut)
+{
+    QByteArray twice = File;
+    const QByteArray small = "</SMember>\n";
+    twice.insert(twice.indexOf(small) + small.size(),
+                 "<SMember id=\"111\" name=\"给水管\"><Config/></SMember><SMember id=\"112\" "
+                 "name=\"排水管\"><Config/></SMember>");
+    std::vector<rules::Specialty> specialties = Read(twice)->Specialties();
+    for (rules::Specialty& specialty : specialties)
+        for (rules::BigCategory& big : specialty.bigCategories)
+            std::erase_if(big.smallCategories,
+                          [](const rules::SmallCategoryPtr& kept) { return kept->name == u"给水管"; });
+    const auto written = Read(rules::WriteRules(twice, rules::Configuration(std::move(specialties))));
+    EXPECT_EQ(written->Find(test::PipeCategory), nullptr);
+    EXPECT_NE(written->Find(u"给排水\\管道\\排水管"_s), nullptr);
+}
+
 TEST(RuleWriter, RefusesWhatIsNoRuleFileAndTextsThatXmlForbids)
 {
     EXPECT_THROW(rules::WriteRules("<a/>", rules::Configuration({})), xml::Error);

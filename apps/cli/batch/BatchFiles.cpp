@@ -2,7 +2,6 @@
 
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
-#include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "store/RuleFile.h"
@@ -22,13 +21,6 @@ bool IsSameFile(const CString& left, const CString& right)
 {
     return left.compare(right, Qt::CaseInsensitive) == 0 ||
            QFileInfo(platform::ToNative(left)) == QFileInfo(platform::ToNative(right));
-}
-
-/// A project without rules has no rule folder yet, and the store writes into folders that are there.
-void EnsureRuleFolderOf(const CString& path)
-{
-    if (platform::FolderOf(path).compare(store::RuleFolder(), Qt::CaseInsensitive) == 0)
-        embedded::EnsureFolder(store::RuleFolder());
 }
 
 /// Whether the operation writes the rules that are open back to the file they come from.

@@ -3,8 +3,7 @@
 #include "cli/reading/Catalogue.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvQdInfo.h"
-#include "host/NvSysRuleData.h"
-#include "platform/Numbers.h"
+#include "presenter/PickedItems.h"
 
 #include <algorithm>
 
@@ -34,17 +33,6 @@ LibraryItem ItemOf(const SPickedDe& quota)
     return {quota.strName, quota.strUnit, quota.nUnitCode, quota.nWithAnnex != 0, quota.strCalRule};
 }
 
-/// The rule of the category's first calculation item, which an item without one gets.
-CString RuleOfCategory(const CPath& path)
-{
-    CStringArray items;
-    CStringArray other;
-    NvSysRuleData::CFaceSysRule::GetCalItems(CategoryText(path), items, other);
-    RuleCodeStruct info;
-    return !items.isEmpty() && NvSysRuleData::CFaceSysRule::GetCalItemInfo(items.first(), info) ? info.strRule
-                                                                                                : CString();
-}
-
 /// Sets the fields that bill and quota items have in common. A unit that the line names has the code of its
 /// leading number, as after an edit.
 template <typename Record>
@@ -54,10 +42,12 @@ void CompleteFields(BatchRequest& request, Record& record, const LibraryItem& it
     if (lacks(u"strName")) record.strName = item.name;
     if (lacks(u"strUnit")) record.strUnit = item.unit;
     if (lacks(u"strUnitCode"))
-        record.strUnitCode = CString::number(
-            record.strUnit == item.unit ? item.unitCode : std::max(1, platform::_wtol(record.strUnit)));
+        record.strUnitCode =
+            record.strUnit == item.unit ? CString::number(item.unitCode) : UnitCodeOf(record.strUnit);
     if (lacks(u"strFormula"))
-        record.strFormula = item.calRule.isEmpty() ? RuleOfCategory(request.path) : item.calRule;
+        record.strFormula = item.calRule.isEmpty()
+                                ? CategoryFormula(CategoryText(request.path)).value_or(CString())
+                                : item.calRule;
     if (lacks(u"strAnnex")) record.strAnnex = item.withAnnex ? u"是"_s : u"否"_s;
 }
 

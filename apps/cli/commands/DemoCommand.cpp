@@ -1,10 +1,8 @@
 #include "cli/commands/DemoCommand.h"
 
 #include "cli/commands/DemoEdit.h"
-#include "cli/pricing/BillFiles.h"
-#include "cli/pricing/BillLines.h"
+#include "cli/pricing/BillTable.h"
 #include "cli/pricing/PricingRules.h"
-#include "cli/pricing/PricingText.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/RuleText.h"
 #include "cli/reading/Failure.h"
@@ -15,7 +13,10 @@
 #include "host/NvKtDataMng.h"
 #include "platform/Paths.h"
 #include "sample/SampleProject.h"
+#include "shared/BillFiles.h"
 #include "shared/ChangeText.h"
+#include "shared/Outcomes.h"
+#include "shared/PricingText.h"
 #include "store/RuleFile.h"
 
 #include <QtCore/QDir>
@@ -119,12 +120,13 @@ void PriceSample(const QString& folder, const Session& session)
     sample::WriteSampleTakeoff(table);
     rules::TakeoffPricing pricing(JobFor(table, rules, session));
     const rules::Bill& bill = pricing.Price();
-    WriteBillWorkbook(target, pricing, {});
+    shared::WriteBillWorkbook(target, pricing, {});
     WriteText(
         Heading(u"六、按规则给构件表套价"_s,
                 u"每个构件套一条规则；工程量由计算式得出，同一编码的合计成一行。"_s) +
         u"  构件表：%1\n  规则文件：%2\n\n"_s.arg(platform::ToNative(table), platform::ToNative(rules)) +
-        BillTable(bill, pricing.Job().facts.mode, {}, BillLinesShown) + u'\n' + TotalsText(bill.totals) +
+        BillTable(bill, pricing.Job().facts.mode, {}, BillLinesShown) + u'\n' +
+        shared::TotalsText(bill.totals) +
         u"\n工程量清单（连同每个构件的规则、未套价的原因）：%1\n"_s.arg(platform::ToNative(target)));
 }
 

@@ -37,7 +37,7 @@ CommandInfo Describe()
     info.description =
         u"名称以 .xlsx 结尾的文件写成工作簿，其他的写成 UTF-8（带字节序标记）的 CSV 文件，表格软件可以\n"
         "直接打开。各列见手册 docs/data.md。\n"
-        "未经修改的文件再用 ktqdde import 读入，什么也不变。“-”表示标准输出，写出的是 CSV，没有字节序标记。\n"
+        "未经修改的文件再用 ktqdde import 导入，什么也不变。“-”表示标准输出，写出的是 CSV，没有字节序标记。\n"
         "Ctrl+C 取消，已有的文件不变。\n"
         "rules 写出规则文件中的规则，一行一条，见手册 docs/rule-sheets.md；只能写到文件。\n"
         "rules-sql 把规则写成一条 SELECT，数据库用它给构件表的每个构件找出规则和清单、定额，结果与 apply\n"

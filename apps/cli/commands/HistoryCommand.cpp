@@ -31,7 +31,7 @@ CommandInfo Describe()
     CommandInfo info;
     info.name = u"history"_s;
     info.syntax = u"list|show 编号|diff 编号 [编号]|restore 编号|limit [个数] [--config FILE] [--xml]"_s;
-    info.summary = u"规则文件的历史副本：列出、显示、比较、恢复"_s;
+    info.summary = u"规则文件的历史副本：列出、显示、比较、还原"_s;
     info.description =
         u"每个会改写规则文件的命令事先都把原文件留一份副本，放在工程的 history 文件夹中。\n"
         "  list            列出副本，新的在前\n"
@@ -63,12 +63,17 @@ CArray<HistoryEntry> Listed(const History& history, const Arguments& arguments)
                             : history.List(ResolveRuleFile(config, history.Project().RuleFolder()));
 }
 
-/// The copy that a word of the command line names.
+/// The copy that a word of the command line names. Where a rule file is named, too, a copy from the time when
+/// that had another name is one of it, and not of the file that may have got the former name since.
 HistoryEntry Named(const History& history, const Arguments& arguments, qsizetype word)
 {
     const CString name = arguments.Positional()[word];
-    if (name != u"last") return history.Find(name);
     const auto entries = Listed(history, arguments);
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const HistoryEntry& entry) {
+        return entry.id.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    if (found != entries.end()) return *found;
+    if (name != u"last") return history.Find(name);
     if (entries.isEmpty()) throw Refusal(u"还没有历史副本"_s);
     return entries.first();
 }
@@ -129,7 +134,7 @@ void Restore(History& history, const Arguments& arguments)
     const auto lock = LockRuleFiles(history, {entry.path});
     const auto replaced = history.Restore(entry);
     WriteText(
-        u"已恢复为 %1 的内容：%2\n"_s.arg(shared::TimeText(entry.time), platform::ToNative(entry.path)));
+        u"已还原为 %1 的内容：%2\n"_s.arg(shared::TimeText(entry.time), platform::ToNative(entry.path)));
     if (replaced) WriteText(u"被替换的内容留有副本，编号 %1\n"_s.arg(replaced->id));
 }
 

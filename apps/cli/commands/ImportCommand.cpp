@@ -22,7 +22,7 @@ CommandInfo Describe()
     info.name = u"import"_s;
     info.syntax = TableKindWords() +
                   u"|rules FILE [--sheet NAME] [--library CODE] [--replace] [--config FILE] [--dry-run]"_s;
-    info.summary = u"把自己的类别、属性、清单、定额等读入工程"_s;
+    info.summary = u"把自己的类别、属性、清单、定额等导入工程"_s;
     info.description =
         u"FILE 是 UTF-8 或 GB18030 的 CSV 文件，或者 .xlsx、.ods 工作簿，第一行是列名，\n"
         "各列见手册 docs/data.md：\n"
@@ -37,15 +37,15 @@ CommandInfo Describe()
         "docs/rule-sheets.md：表中出现的小类，规则改成表里的各行；列出\n"
         "              哪些规则变了，--dry-run 只列出会变的、不写入\n"
         "同一编号（名称、代码）的行被修改，新的加在后面；--replace 则以文件代替整个表。\n"
-        "有一行被拒绝就什么也不读入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
-        "改了哪些原有的行、去掉了哪些，一一写出来；--dry-run 只写这些，什么也不读入。\n"
+        "有一行被拒绝就什么也不导入，被拒绝的各行连同原因写在标准错误上。Ctrl+C 取消，原数据不变。\n"
+        "改了哪些原有的行、去掉了哪些，一一写出来；--dry-run 只写这些，什么也不导入。\n"
         "想先留一份原数据，用 ktqdde export。"_s;
     info.minPositional = info.maxPositional = 2;
     info.options = {{u"sheet"_s, u"NAME"_s, u"工作簿中的工作表；不写时为第一个"_s, {}},
                     LibraryOption(),
                     {u"replace"_s, {}, u"以文件代替整个表"_s, {}},
                     RuleFileOption(),
-                    {u"dry-run"_s, {}, u"只说会怎样，什么也不读入"_s, {}}};
+                    {u"dry-run"_s, {}, u"只说会怎样，什么也不导入"_s, {}}};
     return info;
 }
 
@@ -70,8 +70,8 @@ CString Complaint(const embedded::RefusedRow& row)
 CString Summary(const embedded::ImportReport& report)
 {
     const CString text = report.stored
-                             ? u"已读入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s
-                             : u"只是试读，什么也没有改。会读入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s;
+                             ? u"已导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s
+                             : u"只是试导入，什么也没有改。会导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s;
     return text.arg(report.rows).arg(report.added).arg(report.changed).arg(report.removed);
 }
 
@@ -88,7 +88,7 @@ void ImportCommand::Run(const Arguments& arguments) const
     for (const embedded::RefusedRow& row : report.refused)
         platform::WriteErr(Complaint(row));
     if (!report.refused.isEmpty())
-        throw Refusal(u"共 %1 处被拒绝，什么也没有读入，原数据没有变"_s.arg(report.refused.size()));
+        throw Refusal(u"共 %1 处被拒绝，什么也没有导入，原数据没有变"_s.arg(report.refused.size()));
     CString text = Summary(report);
     if (!report.library.code.isEmpty())
         text += u"库：%1 %2\n"_s.arg(report.library.code, report.library.name);

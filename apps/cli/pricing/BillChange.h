@@ -12,7 +12,7 @@ namespace cli {
 /// The second configuration and what came of it.
 struct BillChange
 {
-    BillChange(const TakeoffJob& job, rules::ConfigurationPtr other, CString first, CString second)
+    BillChange(const rules::TakeoffJob& job, rules::ConfigurationPtr other, CString first, CString second)
         : comparison(std::move(other), job.facts), beforeFile(std::move(first)), afterFile(std::move(second))
     {
     }
@@ -28,7 +28,7 @@ struct BillChange
 
 /// Prices the table by both. Raises what `rules::TakeoffPricing` raises.
 void PriceBoth(rules::TakeoffPricing& pricing, BillChange& change, const embedded::Progress& progress,
-               const std::function<void(const PricedRow&)>& take = {},
+               const std::function<void(const rules::PricedRow&)>& take = {},
                const std::function<void()>& begin = {});
 
 /// Which components and rows change, as a terminal shows it; that nothing does, where that is so.

@@ -1,6 +1,6 @@
 #include "cli/pricing/ComparisonReport.h"
 
-#include "cli/pricing/PricingText.h"
+#include "shared/PricingText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -49,7 +49,7 @@ void PutSide(JsonWriter& json, const rules::ComparedSide& side)
     json.BeginObject();
     json.Key(u"rule").Number(side.rule + 1);
     json.Key(u"text").Text(side.ruleText);
-    json.Key(u"refusal").Text(RefusalText(side.refusal));
+    json.Key(u"refusal").Text(shared::RefusalText(side.refusal));
     json.Key(u"items").BeginArray();
     for (const rules::ComparedItem& item : side.items) {
         json.BeginObject();
@@ -57,8 +57,8 @@ void PutSide(JsonWriter& json, const rules::ComparedSide& side)
         json.Key(u"number").Text(item.number);
         json.Key(u"name").Text(item.name);
         json.Key(u"unit").Text(item.unit);
-        json.Key(u"quantity").Text(QuantityIn(item.quantity, item.unit));
-        json.Key(u"fault").Text(FaultText(item.quantity));
+        json.Key(u"quantity").Text(shared::QuantityIn(item.quantity, item.unit));
+        json.Key(u"fault").Text(shared::FaultText(item.quantity));
         json.EndObject();
     }
     json.EndArray().EndObject();
@@ -82,22 +82,25 @@ void PutRowSide(JsonWriter& json, QStringView key, const std::optional<rules::Bi
 
 CString RuleOf(const rules::ComparedSide& side)
 {
-    if (side.refusal != rules::Refusal::None && side.rule == rules::NoRule) return RefusalText(side.refusal);
+    if (side.refusal != rules::Refusal::None && side.rule == rules::NoRule)
+        return shared::RefusalText(side.refusal);
     const CString rule = u"第 %1 条 %2"_s.arg(side.rule + 1).arg(side.ruleText);
-    return side.refusal == rules::Refusal::None ? rule : rule + u'（' + RefusalText(side.refusal) + u'）';
+    return side.refusal == rules::Refusal::None ? rule
+                                                : rule + u'（' + shared::RefusalText(side.refusal) + u'）';
 }
 
 CString ItemsOf(const rules::ComparedSide& side)
 {
     CStringArray items;
     for (const rules::ComparedItem& item : side.items)
-        items.append(
-            item.number + u' ' +
-            (item.quantity.IsKnown() ? QuantityIn(item.quantity, item.unit) + u' ' + item.unit : u"缺"_s));
+        items.append(item.number + u' ' +
+                     (item.quantity.IsKnown()
+                          ? shared::QuantityIn(item.quantity, item.unit) + u' ' + item.unit
+                          : u"缺"_s));
     return items.isEmpty() ? u"没有项"_s : items.join(u'；');
 }
 
-void ChangedComponents::Take(const PricedRow& priced, const rules::ComponentChange& change)
+void ChangedComponents::Take(const rules::PricedRow& priced, const rules::ComponentChange& change)
 {
     if (m_count++ >= ChangesShown) return;
     const CString place = u"第 %1 行"_s.arg(priced.row.line);
@@ -145,7 +148,7 @@ CString ChangedRowsText(const std::vector<rules::RowChange>& rows, const CString
     return u"变化的清单行：\n"_s + table.ToText(2) + u'\n';
 }
 
-void PutChange(JsonWriter& json, const PricedRow& priced, const rules::ComponentChange& change)
+void PutChange(JsonWriter& json, const rules::PricedRow& priced, const rules::ComponentChange& change)
 {
     json.BeginObject();
     json.Key(u"line").Number(priced.row.line);
@@ -175,6 +178,7 @@ void PutRows(JsonWriter& json, const std::vector<rules::RowChange>& rows, const 
         json.Key(u"unit").Text(row.unit);
         PutRowSide(json, u"before", change.before);
         PutRowSide(json, u"after", change.after);
+        json.Key(u"remark").Text(RemarkOf(change));
         json.Key(u"quotas");
         PutRows(json, change.quotas, {});
         json.EndObject();

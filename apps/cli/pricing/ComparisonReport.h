@@ -1,9 +1,9 @@
 #pragma once
 
-#include "cli/pricing/TakeoffRun.h"
 #include "cli/printing/JsonWriter.h"
 #include "cli/printing/TextTable.h"
 #include "rules/bill/BillComparison.h"
+#include "shared/TakeoffRun.h"
 
 /// What two configurations make of one table, for people and programs.
 namespace cli {
@@ -19,7 +19,7 @@ class ChangedComponents
 {
 public:
     void Clear() { *this = {}; }
-    void Take(const PricedRow& priced, const rules::ComponentChange& change);
+    void Take(const rules::PricedRow& priced, const rules::ComponentChange& change);
     CString Text() const;
 
 private:
@@ -37,7 +37,7 @@ CString KindOf(const rules::RowChange& row);
 CString RemarkOf(const rules::RowChange& row);
 
 /// One changed component as a JSON object.
-void PutChange(JsonWriter& json, const PricedRow& priced, const rules::ComponentChange& change);
+void PutChange(JsonWriter& json, const rules::PricedRow& priced, const rules::ComponentChange& change);
 /// The changed rows as a JSON list.
 void PutRows(JsonWriter& json, const std::vector<rules::RowChange>& rows, const CStringArray& groupBy);
 

@@ -1,6 +1,8 @@
 #include "cli/pricing/BillChange.h"
-#include "cli/pricing/PricingText.h"
+#include "cli/pricing/PricingJson.h"
 #include "platform/Paths.h"
+#include "shared/Outcomes.h"
+#include "shared/PricingText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,10 +14,10 @@ using tables::ColumnKind;
 
 /// The components once more, with what changes for each.
 void PriceBothAgain(rules::TakeoffPricing& pricing, BillChange& change, const embedded::Progress& progress,
-                    const std::function<void(const PricedRow&, const rules::ComponentChange&)>& take)
+                    const std::function<void(const rules::PricedRow&, const rules::ComponentChange&)>& take)
 {
     change.comparison.Begin();
-    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) {
+    pricing.PriceAgain(shared::WatchFor(progress, [&](const rules::PricedRow& priced) {
         if (const auto changed = change.comparison.Take(priced)) take(priced, *changed);
     }));
 }
@@ -63,19 +65,16 @@ void PutTotals(JsonWriter& json, QStringView key, const CString& file, const rul
 {
     json.Key(key).BeginObject();
     json.Key(u"config").Text(file);
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    json.Key(u"priced").Number(static_cast<qint64>(totals.priced));
-    json.Key(u"default").Number(static_cast<qint64>(totals.onDefault));
-    json.Key(u"refused").Number(static_cast<qint64>(totals.refused));
+    PutTotals(json, totals);
     json.EndObject();
 }
 
 } // namespace
 
 void PriceBoth(rules::TakeoffPricing& pricing, BillChange& change, const embedded::Progress& progress,
-               const std::function<void(const PricedRow&)>& take, const std::function<void()>& begin)
+               const std::function<void(const rules::PricedRow&)>& take, const std::function<void()>& begin)
 {
-    const auto both = [&](const PricedRow& priced) {
+    const auto both = [&](const rules::PricedRow& priced) {
         if (take) take(priced);
         if (const auto changed = change.comparison.Take(priced)) change.components.Take(priced, *changed);
     };
@@ -84,7 +83,7 @@ void PriceBoth(rules::TakeoffPricing& pricing, BillChange& change, const embedde
         change.comparison.Begin();
         change.components.Clear();
     };
-    pricing.Price(WatchFor(progress, both, anew));
+    pricing.Price(shared::WatchFor(progress, both, anew));
     change.componentsCount = change.comparison.ChangedComponents();
     change.after = change.comparison.After();
     change.rows = change.comparison.Rows(pricing.Result(), change.after);
@@ -100,7 +99,7 @@ CString ChangeText(const BillChange& change, const rules::TakeoffPricing& pricin
     return files + ChangedRowsText(change.rows, pricing.Job().groupBy) + change.components.Text() +
            u"变化的构件 %1 个，变化的清单行 %2 行\n原：%3\n改：%4\n"_s.arg(
                CString::number(change.componentsCount), CString::number(change.rows.size()),
-               TotalsText(before), TotalsText(change.after.totals));
+               shared::TotalsText(before), shared::TotalsText(change.after.totals));
 }
 
 void PutBillChange(JsonWriter& json, BillChange& change, rules::TakeoffPricing& pricing,
@@ -114,8 +113,9 @@ void PutBillChange(JsonWriter& json, BillChange& change, rules::TakeoffPricing& 
     json.Key(u"rows");
     PutRows(json, change.rows, pricing.Job().groupBy);
     json.Key(u"components").BeginArray();
-    PriceBothAgain(pricing, change, progress,
-                   [&](const PricedRow& priced, const auto& changed) { PutChange(json, priced, changed); });
+    PriceBothAgain(pricing, change, progress, [&](const rules::PricedRow& priced, const auto& changed) {
+        PutChange(json, priced, changed);
+    });
     json.EndArray().EndObject();
 }
 
@@ -153,7 +153,7 @@ void PutChangeSheets(tables::TableWriter& writer, BillChange& change, rules::Tak
                                       {.heading = u"新规则"_s, .width = 40},
                                       {.heading = u"原套项"_s, .width = 40},
                                       {.heading = u"新套项"_s, .width = 40}});
-    PriceBothAgain(pricing, change, progress, [&](const PricedRow& priced, const auto& changed) {
+    PriceBothAgain(pricing, change, progress, [&](const rules::PricedRow& priced, const auto& changed) {
         writer.Number(CString::number(priced.row.line));
         writer.Text(priced.row.id);
         writer.Text(priced.row.category);

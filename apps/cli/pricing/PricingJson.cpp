@@ -1,8 +1,9 @@
 #include "cli/pricing/PricingJson.h"
 
-#include "cli/pricing/BillLines.h"
-#include "cli/pricing/PricingText.h"
 #include "platform/Paths.h"
+#include "shared/BillLines.h"
+#include "shared/Outcomes.h"
+#include "shared/PricingText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -10,30 +11,8 @@ namespace cli {
 
 namespace {
 
-CString OutcomeWord(rules::Outcome outcome)
-{
-    switch (outcome) {
-    case rules::Outcome::Priced:
-        return u"priced"_s;
-    case rules::Outcome::OnDefault:
-        return u"default"_s;
-    case rules::Outcome::Refused:
-        return u"refused"_s;
-    }
-    return {};
-}
-
-void PutTotals(JsonWriter& json, const rules::Totals& totals)
-{
-    json.Key(u"totals").BeginObject();
-    json.Key(u"components").Number(static_cast<qint64>(totals.in));
-    json.Key(u"priced").Number(static_cast<qint64>(totals.priced));
-    json.Key(u"default").Number(static_cast<qint64>(totals.onDefault));
-    json.Key(u"refused").Number(static_cast<qint64>(totals.refused));
-    json.EndObject();
-}
-
-void PutRow(JsonWriter& json, const BillLine& line, const rules::BillRow& top, const CStringArray& groupBy)
+void PutRow(JsonWriter& json, const shared::BillLine& line, const rules::BillRow& top,
+            const CStringArray& groupBy)
 {
     const rules::BillRow& row = *line.row;
     json.BeginObject();
@@ -61,15 +40,15 @@ void PutRow(JsonWriter& json, const BillLine& line, const rules::BillRow& top, c
     json.EndObject();
 }
 
-void PutTold(JsonWriter& json, const PricedRow& priced)
+void PutTold(JsonWriter& json, const rules::PricedRow& priced)
 {
-    const CStringArray told = ToldOf(priced.row, priced.component, priced.result, priced.builder);
+    const CStringArray told = shared::ToldOf(priced.row, priced.component, priced.result, priced.builder);
     if (told.isEmpty()) return;
     json.BeginObject();
     json.Key(u"line").Number(priced.row.line);
     json.Key(u"id").Text(priced.row.id);
     json.Key(u"category").Text(priced.row.category);
-    json.Key(u"outcome").Text(OutcomeWord(priced.result.outcome));
+    json.Key(u"outcome").Text(shared::OutcomeWord(priced.result.outcome));
     json.Key(u"told").BeginArray();
     for (const CString& text : told)
         json.Text(text);
@@ -81,8 +60,8 @@ void PutQuantity(JsonWriter& json, const rules::BillRow& row, const rules::Quant
     json.Key(u"number").Text(row.number);
     json.Key(u"name").Text(row.name);
     json.Key(u"unit").Text(row.unit);
-    json.Key(u"quantity").Text(QuantityIn(quantity, row.unit));
-    json.Key(u"fault").Text(FaultText(quantity));
+    json.Key(u"quantity").Text(shared::QuantityIn(quantity, row.unit));
+    json.Key(u"fault").Text(shared::FaultText(quantity));
 }
 
 void PutItems(JsonWriter& json, const rules::ComponentResult& result, const rules::Bill& bill)
@@ -106,14 +85,14 @@ void PutItems(JsonWriter& json, const rules::ComponentResult& result, const rule
 void PutMisses(JsonWriter& json, const rules::Trace& trace, const rules::SmallCategory& category)
 {
     json.Key(u"before").BeginArray();
-    for (const rules::RuleTrace* const miss : NearestFirst(trace, category)) {
+    for (const rules::RuleTrace* const miss : shared::NearestFirst(trace, category)) {
         const rules::Rule& rule = category.rules[static_cast<std::size_t>(miss->rule)];
         json.BeginObject();
         json.Key(u"rule").Number(miss->rule + 1);
         json.Key(u"text").Text(rule.Text());
         json.Key(u"holding").Number(miss->holding);
         json.Key(u"conditions").Number(static_cast<qint64>(rule.conditions.size()));
-        json.Key(u"why").Text(MissText(*miss, category));
+        json.Key(u"why").Text(shared::MissText(*miss, category));
         json.EndObject();
     }
     json.EndArray();
@@ -124,18 +103,21 @@ void PutMisses(JsonWriter& json, const rules::Trace& trace, const rules::SmallCa
 CString BillJson(rules::TakeoffPricing& pricing, const embedded::Progress& progress)
 {
     const rules::Bill& bill = pricing.Result();
-    const TakeoffJob& job = pricing.Job();
+    const rules::TakeoffJob& job = pricing.Job();
     JsonWriter json(JsonWriter::Style::Indented);
     json.BeginObject();
     json.Key(u"table").Text(platform::ToNative(job.table));
     json.Key(u"mode").Text(job.facts.mode == rules::PricingMode::Bill ? u"bill"_s : u"quota"_s);
+    json.Key(u"totals").BeginObject();
     PutTotals(json, bill.totals);
+    json.EndObject();
     json.Key(u"rows").BeginArray();
-    for (const BillLine& line : LinesOf(bill, job.facts.mode))
+    for (const shared::BillLine& line : shared::LinesOf(bill, job.facts.mode))
         PutRow(json, line, bill.rows[line.index], job.groupBy);
     json.EndArray();
     json.Key(u"told").BeginArray();
-    pricing.PriceAgain(WatchFor(progress, [&](const PricedRow& priced) { PutTold(json, priced); }));
+    pricing.PriceAgain(
+        shared::WatchFor(progress, [&](const rules::PricedRow& priced) { PutTold(json, priced); }));
     json.EndArray().EndObject();
     return json.Result();
 }
@@ -146,12 +128,12 @@ CString TrialJson(const rules::TakeoffComponent& component, const rules::Compone
     JsonWriter json(JsonWriter::Style::Indented);
     json.BeginObject();
     json.Key(u"category").Text(component.category);
-    json.Key(u"outcome").Text(OutcomeWord(result.outcome));
+    json.Key(u"outcome").Text(shared::OutcomeWord(result.outcome));
     if (result.rule != rules::NoRule) {
         json.Key(u"rule").Number(result.rule + 1);
         json.Key(u"text").Text(result.category->rules[static_cast<std::size_t>(result.rule)].Text());
     }
-    json.Key(u"refusal").Text(RefusalText(result.refusal));
+    json.Key(u"refusal").Text(shared::RefusalText(result.refusal));
     PutItems(json, result, bill);
     json.Key(u"told").BeginArray();
     for (const rules::Remark& remark : result.remarks)
@@ -160,6 +142,13 @@ CString TrialJson(const rules::TakeoffComponent& component, const rules::Compone
     PutMisses(json, trace, *result.category);
     json.EndObject();
     return json.Result();
+}
+
+void PutTotals(JsonWriter& json, const rules::Totals& totals)
+{
+    json.Key(u"components").Number(static_cast<qint64>(totals.in));
+    for (const shared::OutcomeCount& outcome : shared::CountsOf(totals))
+        json.Key(outcome.word).Number(static_cast<qint64>(outcome.count));
 }
 
 } // namespace cli

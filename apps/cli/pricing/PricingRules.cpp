@@ -81,16 +81,16 @@ rules::ConfigurationPtr PricingRulesOf(const rules::Configuration& read, const S
     return shared::WithinCatalogue(read, session.Host().CatalogueContents());
 }
 
-TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session)
+rules::TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session)
 {
-    TakeoffJob job;
+    rules::TakeoffJob job;
     job.table = table;
     job.configuration = std::move(configuration);
     job.facts = shared::PricingFactsOf(session.Host(), ModeOf(session));
     return job;
 }
 
-TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)
+rules::TakeoffJob JobFor(const CString& table, const CString& file, const Session& session)
 {
     return JobFor(table, ReadPricingRules(file, session), session);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "cli/pricing/TakeoffRun.h"
 #include "cli/reading/Arguments.h"
 #include "cli/reading/Session.h"
 #include "rules/bill/BillBuilder.h"
+#include "shared/TakeoffRun.h"
 
 namespace cli {
 
@@ -35,8 +35,8 @@ rules::ConfigurationPtr ReadPricingRules(const CString& file, const Session& ses
 rules::ConfigurationPtr PricingRulesOf(const rules::Configuration& read, const Session& session);
 
 /// A take-off table and all that it is priced by: rules of all categories of the catalogue, and the project.
-TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session);
+rules::TakeoffJob JobFor(const CString& table, rules::ConfigurationPtr configuration, const Session& session);
 /// The same with the rules of a file. Raises as `ReadPricingRules`.
-TakeoffJob JobFor(const CString& table, const CString& file, const Session& session);
+rules::TakeoffJob JobFor(const CString& table, const CString& file, const Session& session);
 
 } // namespace cli

@@ -52,6 +52,15 @@ std::optional<embedded::History> HistoryOf(const Arguments& arguments, const CSt
     }
 }
 
+/// Says once on standard error for whom a file is waited for, unless it is for a moment only.
+embedded::RuleFileLock::GoOn TellOnce()
+{
+    return [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
+        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
+        return true;
+    };
+}
+
 /// How to get the newest copy of a rule file back that can be read; empty when there is none.
 CString WayBack(const CString& path, const embedded::History& history)
 {
@@ -60,7 +69,7 @@ CString WayBack(const CString& path, const embedded::History& history)
         return shared::ExamineRuleFile(entry.copy).IsSafe();
     });
     if (readable == entries.end()) return {};
-    return u"\n最近一份读得了的历史副本可以这样恢复：ktqdde history restore %1"_s.arg(readable->id);
+    return u"\n最近一份读得了的历史副本可以这样还原：ktqdde history restore %1"_s.arg(readable->id);
 }
 
 CString RepeatedText(const shared::RuleFileState& state)
@@ -149,6 +158,12 @@ void CheckForReading(const CString& path)
     platform::WriteErr(RepeatedText(state) + u'\n');
 }
 
+void EnsureRuleFolderOf(const CString& path)
+{
+    if (platform::FolderOf(path).compare(store::RuleFolder(), Qt::CaseInsensitive) == 0)
+        embedded::EnsureFolder(store::RuleFolder());
+}
+
 void CheckReplaceable(const CString& path)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(path);
@@ -188,21 +203,16 @@ CString CurrentFile()
 
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
 {
-    // Who has to wait for a moment only is not told.
-    const auto tellOnce = [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
-        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
-        return true;
-    };
-    return {history.Project(), paths, tellOnce};
+    return {history.Project(), paths, TellOnce()};
 }
 
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)
 {
     const bool isRuleFile = path.endsWith(u".xml"_s, Qt::CaseInsensitive) ||
                             shared::ExamineRuleFile(path).kind == shared::RuleFileKind::Rules;
-    if (!platform::Files().Exists(path) || !isRuleFile) return std::nullopt;
+    if (!isRuleFile) return std::nullopt;
     auto history = HistoryOf(arguments, path);
-    if (!history) return std::nullopt;
+    if (!history) return embedded::RuleFileLock({path}, TellOnce());
     auto lock = LockRuleFiles(*history, {path});
     history->Keep(path);
     return lock;

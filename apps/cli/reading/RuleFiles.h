@@ -54,10 +54,14 @@ void CheckForReading(const CString& path);
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths);
 
 /// To be called before a command writes something else than its rules over a file, and held until that is
-/// written: a rule file (any that can be read as one, and what ends in ".xml") is locked and kept in the
-/// history of the project that `--project` or the environment names, else of the one in which it lies.
-/// Nothing where there is neither, and for other files. Raises `embedded::Error`.
+/// written: a rule file (any that can be read as one, and what ends in ".xml") is locked and, if it is there,
+/// kept in the history of the project that `--project` or the environment names, else of the one in which it
+/// lies; where there is neither it is locked alone. Nothing for other files. Raises `embedded::Error`.
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path);
+
+/// Makes the project's rule folder when `path` lies in it: a project without rules has none yet, and files
+/// are written into folders that are there. Raises `embedded::Error`.
+void EnsureRuleFolderOf(const CString& path);
 
 /// Raises `Refusal` when something stands at the path that is no rule file, wrapped or not: a rule file must
 /// not take the place of notes, settings or databases.

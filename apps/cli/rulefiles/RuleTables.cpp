@@ -5,8 +5,6 @@
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/catalogue/CatalogueData.h"
-#include "embedded/data/catalogue/LibraryContents.h"
-#include "host/NvQdInfo.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -16,7 +14,7 @@
 #include "rules/document/RuleWriter.h"
 #include "rules/model/Snapshot.h"
 #include "rules/sheet/RuleSheet.h"
-#include "shared/BillNumbers.h"
+#include "shared/LibraryItems.h"
 #include "shared/PricingFacts.h"
 #include "store/RuleFile.h"
 #include "tables/CreateTable.h"
@@ -24,7 +22,7 @@
 #include "tables/TableError.h"
 #include "xml/Error.h"
 
-#include <QtCore/QHash>
+#include <QtCore/QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -33,102 +31,6 @@ namespace cli {
 namespace {
 
 const CString SheetName = u"规则"_s;
-
-CString YesNo(int flag)
-{
-    return flag != 0 ? u"是"_s : u"否"_s;
-}
-
-/// The items of the project's libraries in use. The session outlives it.
-class LibraryItems
-{
-public:
-    explicit LibraryItems(const Session& session)
-        : m_isBillMode(session.IsBillMode()), m_catalogue(session.Host().CatalogueContents()),
-          m_billLibrary(session.Host().LibraryInUse(embedded::LibraryRole::Bill)),
-          m_quotaLibrary(session.Host().LibraryInUse(m_isBillMode ? embedded::LibraryRole::QuotaOfBills
-                                                                  : embedded::LibraryRole::Quota)),
-          m_bills(BillsOf(session)), m_measures(shared::MeasuresOf(m_catalogue))
-    {
-        for (const embedded::QuotaSection& section : session.Host().Contents().quotas)
-            for (const embedded::QuotaItem& item : section.items)
-                if (!m_quotas.contains(item.record.strNumber))
-                    m_quotas.insert(item.record.strNumber, item.record);
-    }
-
-    rules::SheetItems Items() const
-    {
-        const auto none = [](const CString&, const CString&) { return std::optional<DeStruct>(); };
-        const auto quota = [this](const CString& number, const CString& category) {
-            return Quota(number, category);
-        };
-        rules::SheetItems items;
-        items.bill = [this](const CString& number, const CString& category) {
-            return Bill(number, category);
-        };
-        items.quotaOfBills = none;
-        items.quota = none;
-        (m_isBillMode ? items.quotaOfBills : items.quota) = quota;
-        return items;
-    }
-
-private:
-    static shared::BillNumbers BillsOf(const Session& session)
-    {
-        int length = -1;
-        int suffixLength = -1;
-        NvQdInfo::IBillLib::GetEnCodeRule(length, suffixLength);
-        return {session.Host().Contents(), length, suffixLength};
-    }
-
-    /// The quantity of an item in a category, as the dialogs give it to a picked one: an item without a
-    /// calculation rule gets that of the category's first calculation item.
-    CString FormulaOf(const CString& ruleOfItem, const CString& category) const
-    {
-        if (!ruleOfItem.isEmpty()) return ruleOfItem;
-        const auto measure = m_measures.find(category);
-        return measure == m_measures.end() ? CString()
-                                           : m_catalogue.rules.value(measure->second.item).strRule;
-    }
-
-    std::optional<QdStruct> Bill(const CString& number, const CString& category) const
-    {
-        const SQdInfo* const found = m_bills.Find(number);
-        if (found == nullptr) return std::nullopt;
-        QdStruct record;
-        record.strQdId = number;
-        record.strName = found->strName;
-        record.strUnit = found->strUnit;
-        record.strUnitCode = CString::number(found->nUnitCode);
-        record.strQdCode = m_billLibrary;
-        record.strFormula = FormulaOf(found->strCalRule, category);
-        record.strAnnex = YesNo(found->nWithAnnex);
-        return record;
-    }
-
-    std::optional<DeStruct> Quota(const CString& number, const CString& category) const
-    {
-        const auto found = m_quotas.constFind(number);
-        if (found == m_quotas.constEnd()) return std::nullopt;
-        DeStruct record;
-        record.strDeId = number;
-        record.strName = found->strName;
-        record.strUnit = found->strUnit;
-        record.strUnitCode = CString::number(found->nUnitCode);
-        record.strDeCode = m_quotaLibrary;
-        record.strFormula = FormulaOf(found->strCalRule, category);
-        record.strAnnex = YesNo(found->nWithAnnex);
-        return record;
-    }
-
-    bool m_isBillMode;
-    const embedded::CatalogueData& m_catalogue;
-    CString m_billLibrary;
-    CString m_quotaLibrary;
-    shared::BillNumbers m_bills;
-    rules::Measures m_measures;
-    QHash<CString, SPickedDe> m_quotas;
-};
 
 rules::ConfigurationPtr Read(const QByteArray& bytes, const CString& path)
 {
@@ -238,38 +140,6 @@ rules::RuleSheet ReadSheetFile(const CString& path, const CString& name,
     return sheet;
 }
 
-template <typename Part>
-Part& NamedPart(std::vector<Part>& parts, const Part& like)
-{
-    for (Part& part : parts)
-        if (part.name == like.name) return part;
-    parts.push_back({like.id, like.name, {}});
-    return parts.back();
-}
-
-/// The configuration with those categories of `changed` that are others than in `present`; all else stays as
-/// the file has it.
-rules::Configuration WithChanged(const rules::Configuration& configuration,
-                                 const rules::Configuration& present, const rules::Configuration& changed)
-{
-    std::vector<rules::Specialty> specialties = configuration.Specialties();
-    for (const rules::Specialty& specialty : changed.Specialties())
-        for (const rules::BigCategory& big : specialty.bigCategories)
-            for (const rules::SmallCategoryPtr& small : big.smallCategories) {
-                if (present.Find(small->text) == small) continue;
-                auto& list = NamedPart(NamedPart(specialties, specialty).bigCategories, big).smallCategories;
-                const auto former =
-                    std::find_if(list.begin(), list.end(), [&](const rules::SmallCategoryPtr& known) {
-                        return known->name == small->name;
-                    });
-                if (former == list.end())
-                    list.push_back(small);
-                else
-                    *former = small;
-            }
-    return rules::Configuration(std::move(specialties));
-}
-
 /// What the rule file becomes, and the bytes that it has and gets.
 struct Change
 {
@@ -287,11 +157,14 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     const rules::ConfigurationPtr read = Read(bytes, path);
     const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();
     const rules::ConfigurationPtr present = shared::WithinCatalogue(*read, catalogue);
-    const LibraryItems libraries(session);
+    const shared::LibraryItems libraries(session.Host(), session.IsBillMode());
     const rules::Configuration taken =
         rules::ReadSheet(sheet, *present, shared::OfferedAttributesOf(catalogue), libraries.Items(), faults);
-    RefuseFaults(faults, u"什么也没有读入，规则文件没有变"_s);
-    rules::Configuration wanted = WithChanged(*read, *present, taken);
+    RefuseFaults(faults, u"什么也没有导入，规则文件没有变"_s);
+    // All else stays as the file has it.
+    rules::Configuration wanted = read->With(taken.Specialties(), [&](const rules::SmallCategoryPtr& small) {
+        return present->Find(small->text) != small;
+    });
     try {
         QByteArray written = rules::WriteRules(bytes, wanted);
         return {read, std::move(wanted), std::move(written)};
@@ -300,28 +173,18 @@ Change ChangeOf(const Arguments& arguments, const Session& session, const CStrin
     }
 }
 
-/// A rule file that is there while this lives: one that was not is made, with default rules, and goes again
-/// unless it is kept.
-class MadeRuleFile
+/// What the rules are read into: the rule file or, where there is none, what the module makes of nothing,
+/// default rules for the project's specialty. That is made away from the rule files, so that a preview writes
+/// nothing among them and an import that is refused leaves nothing there.
+QByteArray PresentBytes(const CString& path)
 {
-public:
-    explicit MadeRuleFile(const CString& path) : m_path(path), m_goes(!platform::Files().Exists(path))
-    {
-        if (m_goes) const CQdDeConfigPresenter made(path); // writes it
-    }
-    ~MadeRuleFile()
-    {
-        if (m_goes) static_cast<void>(platform::Files().Remove(m_path));
-    }
-    MadeRuleFile(const MadeRuleFile&) = delete;
-    MadeRuleFile& operator=(const MadeRuleFile&) = delete;
-
-    void Keep() noexcept { m_goes = false; }
-
-private:
-    CString m_path;
-    bool m_goes;
-};
+    if (platform::Files().Exists(path)) return ReadBytes(path);
+    const QTemporaryDir folder;
+    if (!folder.isValid()) throw platform::FileError(path, folder.errorString());
+    const CString draft = platform::FromNative(folder.filePath(u"draft.xml"_s));
+    const CQdDeConfigPresenter made(draft); // writes it
+    return ReadBytes(draft);
+}
 
 void Tell(const Change& change)
 {
@@ -354,7 +217,7 @@ void ExportRules(const Arguments& arguments)
     const rules::ConfigurationPtr read = Read(ReadBytes(file), file);
     const auto present = shared::WithinCatalogue(*read, catalogue);
     TellUnknown(*read, *present, arguments.Value(u"category"_s));
-    const LibraryItems libraries(session);
+    const shared::LibraryItems libraries(session.Host(), session.IsBillMode());
     std::vector<rules::SheetFault> faults;
     const rules::RuleSheet sheet =
         rules::MakeSheet(Selected(*present, arguments.Value(u"category"_s)),
@@ -371,18 +234,18 @@ void ImportRules(const Arguments& arguments)
     Session session(arguments);
     const CString path = ChooseRuleFile(arguments.Value(u"config"_s));
     if (arguments.Has(u"dry-run"_s)) {
-        const QByteArray empty = u"<%1/>"_s.arg(store::RootName()).toUtf8();
         CheckRuleFileIfThere(path);
-        Tell(ChangeOf(arguments, session, path, platform::Files().Exists(path) ? ReadBytes(path) : empty));
+        Tell(ChangeOf(arguments, session, path, PresentBytes(path)));
         return WriteText(u"只是预览，规则文件没有变。\n"_s);
     }
     const auto lock = LockRuleFiles(session.History(), {path});
     KeepAndCheck(path, session.History());
-    MadeRuleFile made(path);
-    const QByteArray bytes = ReadBytes(path);
+    const QByteArray bytes = PresentBytes(path);
     const Change change = ChangeOf(arguments, session, path, bytes);
-    if (change.bytes != bytes) platform::Files().Replace(path, change.bytes);
-    made.Keep();
+    if (change.bytes != bytes || !platform::Files().Exists(path)) {
+        EnsureRuleFolderOf(path);
+        platform::Files().Replace(path, change.bytes);
+    }
     Tell(change);
     WriteText(u"规则文件：%1\n"_s.arg(platform::ToNative(path)));
 }

@@ -1,5 +1,6 @@
 #include "editor/dialogs/HistoryWindow.h"
 
+#include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
@@ -15,14 +16,12 @@
 
 #include <QtCore/QLocale>
 #include <QtCore/QSignalBlocker>
-#include <QtGui/QFontDatabase>
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeWidget>
@@ -46,14 +45,6 @@ enum Column { TimeColumn, SizeColumn, IdColumn };
 QSize InPixels(const QFontMetrics& metrics, const QSize& characters)
 {
     return {characters.width() * metrics.averageCharWidth(), characters.height() * metrics.lineSpacing()};
-}
-
-/// Letters of one width, as large as those of the window.
-QFont FixedFont(const QFont& font)
-{
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixed.setPointSizeF(font.pointSizeF());
-    return fixed;
 }
 
 QTreeWidgetItem* MakeRow(const embedded::HistoryEntry& entry)
@@ -81,7 +72,7 @@ QWidget* Titled(const QString& title, QWidget* content)
 
 HistoryWindow::HistoryWindow(QWidget* parent, Project& project, const CString& ruleFile)
     : QDialog(parent), m_project(project), m_history(embedded::ProjectFolder(project.Folder())),
-      m_files(new QComboBox), m_list(new QTreeWidget), m_difference(new QPlainTextEdit),
+      m_files(new QComboBox), m_list(new QTreeWidget), m_difference(new DifferenceView),
       m_asXml(new QCheckBox(u"显示 XML(&X)"_s)), m_restore(new QPushButton(u"还原(&R)"_s))
 {
     setWindowTitle(u"历史"_s);
@@ -98,17 +89,9 @@ void HistoryWindow::Build()
     m_list->setMinimumSize(InPixels(fontMetrics(), LeastListSize));
     m_list->setItemDelegate(new widgets::TipDelegate(m_list));
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_difference->setReadOnly(true);
-    m_difference->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_difference->setFont(FixedFont(font()));
-    // Rule files are indented with tabs, a dozen deep, which at the toolkit's width push the text out of
-    // sight.
-    constexpr int TabInBlanks = 2;
-    m_difference->setTabStopDistance(TabInBlanks *
-                                     QFontMetricsF(m_difference->font()).horizontalAdvance(u' '));
     auto* splitter = new QSplitter;
-    splitter->addWidget(Titled(u"留存的文件(&L)"_s, m_list));
-    splitter->addWidget(Titled(u"从留存的文件到现在的文件，变了什么(&D)"_s, m_difference));
+    splitter->addWidget(Titled(u"历史副本(&L)"_s, m_list));
+    splitter->addWidget(Titled(u"从历史副本到现在的文件，变了什么(&D)"_s, m_difference));
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
     const int listWidth = InPixels(fontMetrics(), {ListWidth, 0}).width();
@@ -160,7 +143,7 @@ void HistoryWindow::ShowDifference()
 {
     const embedded::HistoryEntry* entry = Selected();
     m_restore->setEnabled(entry != nullptr);
-    m_difference->setPlainText(u"还没有留存。每次打开配置或向导之前会留一份。"_s);
+    m_difference->setPlainText(u"还没有历史副本。每次打开配置或向导之前会留一份副本。"_s);
     if (entry == nullptr) return;
     CString text;
     const bool asXml = m_asXml->isChecked();
@@ -179,7 +162,7 @@ void HistoryWindow::Restore()
     const embedded::HistoryEntry entry = *Selected();
     const QString time = shared::TimeText(entry.time);
     if (!AskYesNo(
-            u"把 %1 还原成 %2 的样子（现在的内容会留在历史中）"_s.arg(platform::ToNative(entry.path), time)))
+            u"把 %1 还原成 %2 的样子（现在的内容会留一份副本）"_s.arg(platform::ToNative(entry.path), time)))
         return;
     // On this thread: what keeps a copy of a file before it is written may have to ask.
     if (!RunWatched(this, m_project.Roles(),

@@ -6,12 +6,12 @@
 
 class QCheckBox;
 class QComboBox;
-class QPlainTextEdit;
 class QPushButton;
 class QTreeWidget;
 
 namespace editor {
 
+class DifferenceView;
 class Project;
 
 /// The window over a project's history: lists the dated copies of a rule file, shows what differs between a
@@ -40,7 +40,7 @@ private:
     CArray<embedded::HistoryEntry> m_copies;
     QComboBox* m_files;
     QTreeWidget* m_list;
-    QPlainTextEdit* m_difference;
+    DifferenceView* m_difference;
     QCheckBox* m_asXml;
     QPushButton* m_restore;
     bool m_restored = false;

@@ -54,7 +54,7 @@ std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& n
                                                const CString& state)
 {
     auto box = MakeBox(parent, u"%1\n%2"_s.arg(nativePath, state),
-                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会在历史中留一份。"_s);
+                       u"打开后第一次保存就会替换这个文件原有的内容。打开之前会留一份历史副本。"_s);
     box->addButton(u"仍然打开(&O)"_s, QMessageBox::AcceptRole);
     QPushButton* cancel = box->addButton(u"取消"_s, QMessageBox::RejectRole);
     box->setDefaultButton(cancel);
@@ -65,6 +65,48 @@ std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& n
 bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& state)
 {
     return Ask(*MakeOpenAnywayBox(parent, nativePath, state)) == QMessageBox::AcceptRole;
+}
+
+std::unique_ptr<QMessageBox> MakeLeaveBox(QWidget* parent, const CString& configuration)
+{
+    auto box = MakeBox(parent, u"“%1”的规则有没有保存的修改，要保存吗？"_s.arg(configuration), {});
+    box->setDefaultButton(box->addButton(u"保存(&S)"_s, QMessageBox::AcceptRole));
+    box->addButton(u"放弃修改(&D)"_s, QMessageBox::DestructiveRole);
+    box->setEscapeButton(box->addButton(u"取消"_s, QMessageBox::RejectRole));
+    return box;
+}
+
+LeaveAnswer AskLeave(QWidget* parent, const CString& configuration)
+{
+    switch (Ask(*MakeLeaveBox(parent, configuration))) {
+    case QMessageBox::AcceptRole:
+        return LeaveAnswer::Save;
+    case QMessageBox::DestructiveRole:
+        return LeaveAnswer::Discard;
+    default:
+        return LeaveAnswer::Stay;
+    }
+}
+
+std::unique_ptr<QMessageBox> MakeRecoverBox(QWidget* parent, const CString& text)
+{
+    auto box = MakeBox(parent, text, u"接着改以后仍可以撤销；不丢弃的话，下次打开这个文件时会再问。"_s);
+    box->setDefaultButton(box->addButton(u"接着改(&R)"_s, QMessageBox::AcceptRole));
+    box->addButton(u"丢弃(&D)"_s, QMessageBox::DestructiveRole);
+    box->setEscapeButton(box->addButton(u"以后再说"_s, QMessageBox::RejectRole));
+    return box;
+}
+
+RecoverAnswer AskRecover(QWidget* parent, const CString& text)
+{
+    switch (Ask(*MakeRecoverBox(parent, text))) {
+    case QMessageBox::AcceptRole:
+        return RecoverAnswer::Recover;
+    case QMessageBox::DestructiveRole:
+        return RecoverAnswer::Discard;
+    default:
+        return RecoverAnswer::Later;
+    }
 }
 
 std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath)

@@ -25,6 +25,18 @@ bool AskOpenAnyway(QWidget* parent, const CString& nativePath, const CString& st
 std::unique_ptr<QMessageBox> MakeOpenAnywayBox(QWidget* parent, const CString& nativePath,
                                                const CString& state);
 
+/// Rules have changes that are not saved, and whatever comes next would lose them: what is to be done.
+enum class LeaveAnswer { Save, Discard, Stay };
+LeaveAnswer AskLeave(QWidget* parent, const CString& configuration);
+/// Its box, not yet shown.
+std::unique_ptr<QMessageBox> MakeLeaveBox(QWidget* parent, const CString& configuration);
+
+/// A program that ended in the middle has left edits behind, told in `text`: what is to be done with them.
+enum class RecoverAnswer { Recover, Discard, Later };
+RecoverAnswer AskRecover(QWidget* parent, const CString& text);
+/// Its box, not yet shown.
+std::unique_ptr<QMessageBox> MakeRecoverBox(QWidget* parent, const CString& text);
+
 enum class HeadTarget { None, Copy, Original };
 
 /// A file with a head is no XML and cannot be edited: asks whether it is to be written to a copy, to the file

@@ -21,7 +21,7 @@ namespace {
 
 bool GoOnWithoutCopy(const embedded::Error& error)
 {
-    return AskYesNo(u"历史中留不了一份：%1\n仍然继续"_s.arg(error.Message()));
+    return AskYesNo(u"留不了历史副本：%1\n仍然继续"_s.arg(error.Message()));
 }
 
 } // namespace

@@ -25,6 +25,8 @@ public:
 
     /// All roles of this host.
     host::Roles Roles();
+    /// The host itself, for what it knows besides.
+    embedded::EmbeddedHost& Host() noexcept { return m_host; }
 
     /// Keeps a copy of a rule file in the history now. False when none could be kept and the user does not go
     /// on without. Waits as `WaitInWindow` tells while another program holds the file, and raises

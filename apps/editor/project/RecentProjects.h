@@ -20,6 +20,8 @@ public:
 
     explicit RecentProjects(QString settingsFile);
 
+    /// The settings file, native.
+    const QString& File() const noexcept { return m_settingsFile; }
     QList<Entry> Entries() const;
     /// The newest one that still stands; empty when there is none.
     QString Last() const;

@@ -1,5 +1,6 @@
 #include "editor/project/Settings.h"
 
+#include <QtCore/QSettings>
 #include <QtCore/QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -7,6 +8,8 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
+
+constexpr QLatin1StringView TourKey("tour/offered");
 
 QString Below(QStandardPaths::StandardLocation location, const QString& name)
 {
@@ -19,6 +22,16 @@ QString SettingsFile()
 {
     const QString named = qEnvironmentVariable("KTQDDE_EDITOR_SETTINGS");
     return named.isEmpty() ? Below(QStandardPaths::GenericConfigLocation, u"editor.ini"_s) : named;
+}
+
+bool WasTourOffered(const QString& settingsFile)
+{
+    return QSettings(settingsFile, QSettings::IniFormat).value(TourKey, false).toBool();
+}
+
+void RememberTourOffered(const QString& settingsFile)
+{
+    QSettings(settingsFile, QSettings::IniFormat).setValue(TourKey, true);
 }
 
 QString SampleFolder()

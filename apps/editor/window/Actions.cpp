@@ -31,6 +31,8 @@ QAction* Add(QMenu& menu, const QString& text, const QKeySequence& keys, const Q
 Actions::Actions(QMainWindow& window)
 {
     MakeProjectMenu(window);
+    edit = window.menuBar()->addMenu(u"编辑(&E)"_s);
+    view = window.menuBar()->addMenu(u"视图(&V)"_s);
     MakeRuleMenu(window);
     MakeDataMenu(window);
     MakeHelpMenu(window);
@@ -56,7 +58,7 @@ void Actions::MakeRuleMenu(QMainWindow& window)
     wizard = Add(menu, u"向导(&W)…"_s, Qt::Key_F3, u"以向导的一步编辑一个规则文件"_s);
     menu.addSeparator();
     refresh = Add(menu, u"刷新(&R)"_s, Qt::Key_F5, u"检查选中的规则文件，并把它设为当前配置"_s);
-    refreshOther = Add(menu, u"用其它文件刷新(&O)…"_s, {}, u"把规则文件夹以外的规则文件交给模块"_s);
+    refreshOther = Add(menu, u"用其他文件刷新(&O)…"_s, {}, u"把规则文件夹以外的规则文件交给模块"_s);
     attributes = Add(menu, u"重建属性(&A)"_s, Qt::Key_F6, u"按构件类别的属性重建属性配置文件"_s);
     writeHead = Add(menu, u"写文件头(&H)…"_s, Qt::Key_F7, u"完成选中的规则文件，以便交付；其后不能再编辑"_s);
     menu.addSeparator();
@@ -76,7 +78,10 @@ void Actions::MakeDataMenu(QMainWindow& window)
 void Actions::MakeHelpMenu(QMainWindow& window)
 {
     QMenu& menu = *window.menuBar()->addMenu(u"帮助(&H)"_s);
-    about = Add(menu, u"关于(&A)"_s, QKeySequence::HelpContents, u"程序的名称和版本"_s);
+    manual = Add(menu, u"手册(&M)"_s, {}, u"打开手册，翻到正在用的地方；任何窗口里按 F1 都可以"_s);
+    tour = Add(menu, u"导览(&T)"_s, {}, u"用四步认识这个窗口"_s);
+    menu.addSeparator();
+    about = Add(menu, u"关于(&A)"_s, {}, u"程序的名称和版本"_s);
 }
 
 void Actions::Enable(const Possible& possible) const
@@ -85,7 +90,7 @@ void Actions::Enable(const Possible& possible) const
         for (QAction* action : actions)
             action->setEnabled(on);
     };
-    enable({closeProject, configure, wizard, refreshOther, attributes, examine, importData, exportData},
+    enable({tour, closeProject, configure, wizard, refreshOther, attributes, examine, importData, exportData},
            possible.project);
     enable({history}, possible.file);
     enable({refresh}, possible.existing);

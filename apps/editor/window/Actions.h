@@ -31,6 +31,9 @@ struct Actions
     QAction* closeProject;
     QAction* quit;
 
+    QMenu* edit; ///< filled by whoever edits
+    QMenu* view; ///< the same
+
     QAction* configure;
     QAction* wizard;
     QAction* refresh;
@@ -43,6 +46,8 @@ struct Actions
     QAction* importData;
     QAction* exportData;
 
+    QAction* manual;
+    QAction* tour;
     QAction* about;
 
 private:

@@ -1,5 +1,10 @@
 #include "editor/window/MainWindow.h"
 
+#include "editor/files/DiskWatch.h"
+#include "editor/files/FilePanel.h"
+#include "editor/files/OpenMark.h"
+#include "editor/help/HelpTopics.h"
+#include "editor/help/ManualWindow.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
@@ -7,6 +12,7 @@
 #include "editor/window/AppIcon.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/window/WelcomePage.h"
+#include "editor/workbench/Workbench.h"
 #include "shared/RuleFileState.h"
 
 #include <QtCore/QDir>
@@ -17,6 +23,7 @@
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
 #include <QtWidgets/QPushButton>
@@ -32,7 +39,7 @@ namespace editor {
 
 namespace {
 
-constexpr QSize FirstSize(820, 560);
+constexpr QSize FirstSize(1240, 760);
 
 /// The project folder that is dragged onto the window: a folder itself, or a project file in it. Empty for
 /// anything else.
@@ -47,20 +54,21 @@ QString DraggedFolder(const QMimeData& data)
 } // namespace
 
 MainWindow::MainWindow(RecentProjects recent)
-    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget)
+    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel)
 {
     setAcceptDrops(true);
     resize(FirstSize);
     m_welcome = new WelcomePage(m_actions, [this](const QString& folder) { OpenProject(folder); });
-    m_panel = new ProjectPanel(
-        m_actions, {.setMode = [this](auto mode) { SetMode(mode); },
-                    .setSpec = [this](const CString& name) { SetSpec(name); },
-                    .setLibrary = [this](auto role, const CString& code) { SetLibrary(role, code); },
-                    .selectionChanged = [this] { EnableActions(); }});
+    m_panel = MakeProjectPanel();
+    m_workbench = MakeWorkbench();
+    MakeDocks();
+    MakeMenus();
+    MakeHelp();
     m_pages->addWidget(m_welcome);
-    m_pages->addWidget(m_panel);
+    m_pages->addWidget(m_workbench);
     setCentralWidget(m_pages);
     Connect();
+    RestoreLayout();
     Tell(u"准备好了"_s);
     ShowState();
 }
@@ -96,16 +104,28 @@ void MainWindow::On(QAction* action, void (MainWindow::*step)())
 bool MainWindow::RunAlone(const std::function<void()>& step)
 {
     if (m_isBusy) return false;
-    const QScopedValueRollback<bool> busy(m_isBusy, true);
-    return RunGuarded(step);
+    bool done = false;
+    {
+        const QScopedValueRollback<bool> busy(m_isBusy, true);
+        done = RunGuarded(step);
+    }
+    AfterStep();
+    return done;
+}
+
+/// What other programs did while a command was being worked on.
+void MainWindow::AfterStep()
+{
+    const QStringList news = std::exchange(m_diskNews, {});
+    if (!news.isEmpty() && m_project) RunAlone([&] { FollowDisk(news); });
 }
 
 void MainWindow::ShowState()
 {
-    setWindowTitle(m_project ? u"%1 - %2"_s.arg(m_project->Name(), ProgramName()) : ProgramName());
+    ShowTitle();
     if (m_project) {
         m_panel->ShowProject(*m_project);
-        m_pages->setCurrentWidget(m_panel);
+        m_pages->setCurrentWidget(m_workbench);
     } else {
         m_pages->setCurrentWidget(m_welcome);
     }
@@ -138,11 +158,11 @@ void MainWindow::ShowRecent()
 
 void MainWindow::EnableActions()
 {
-    const auto file = m_project ? m_panel->Selected() : std::nullopt;
+    const auto file = m_project ? m_files->Selected() : std::nullopt;
     m_actions.Enable({.project = m_project != nullptr,
                       .file = file.has_value(),
-                      .existing = file && file->kind != shared::RuleFileKind::Missing,
-                      .rules = file && file->kind == shared::RuleFileKind::Rules});
+                      .existing = file && file->state.kind != shared::RuleFileKind::Missing,
+                      .rules = file && file->state.kind == shared::RuleFileKind::Rules});
 }
 
 void MainWindow::Tell(const QString& text)
@@ -163,20 +183,27 @@ void MainWindow::About()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    event->setAccepted(!m_isBusy);
+    bool mayClose = false;
+    RunAlone([&] { mayClose = MayLeaveRules(); });
+    event->setAccepted(mayClose);
+    if (!mayClose) return;
+    StoreLayout();
+    m_manual->close();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!DraggedFolder(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    const bool isRules = m_project && !DraggedRuleFiles(*event->mimeData()).isEmpty();
+    if (isRules || !DraggedFolder(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
     const QString folder = DraggedFolder(*event->mimeData());
-    if (folder.isEmpty()) return;
+    const QStringList files = m_project ? DraggedRuleFiles(*event->mimeData()) : QStringList();
+    if (folder.isEmpty() && files.isEmpty()) return;
     event->acceptProposedAction();
-    OpenProject(folder);
+    folder.isEmpty() ? TakeInFiles(files) : static_cast<void>(OpenProject(folder));
 }
 
 } // namespace editor

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/project/RecentProjects.h"
+#include "editor/session/WorkSession.h"
 #include "editor/steps/LivelyWindows.h"
 #include "editor/window/Actions.h"
 #include "editor/window/ModuleSteps.h"
@@ -10,19 +11,39 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
+class QLabel;
 class QStackedWidget;
 
 namespace editor {
 
 class Project;
+class BillPanel;
+class DetailPanel;
+class DiskWatch;
+class FilePanel;
+class FindingsPanel;
+class FindingsWatch;
+class HelpTopics;
+class HitsPanel;
+class ManualWindow;
+class OpenMark;
 class ProjectPanel;
+class TakeoffHits;
+class Tour;
+class TrialPanel;
+class Workbench;
+enum class FileCommand;
+struct OtherFile;
 class WelcomePage;
 
 /// The host window: opens a project, shows its settings and rule files, and starts the module on them. What a
 /// command raises is shown in a box; the window and the project stay. Its sources: MainWindow.cpp holds the
-/// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowSteps.cpp what commands
-/// do with rule files and data.
+/// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowRules.cpp how the rules
+/// of a file come onto the workbench and back, MainWindowDocks.cpp what stands around the workbench,
+/// MainWindowSteps.cpp what commands do with rule files and data, MainWindowHelp.cpp how a user gets to the
+/// manual and through the tour.
 class MainWindow : public QMainWindow
 {
 public:
@@ -39,9 +60,12 @@ public:
     /// The open project; null when there is none.
     Project* OpenedProject() const { return m_project.get(); }
     const Actions& Commands() const { return m_actions; }
+    /// What the workbench works on.
+    WorkSession& Session() noexcept { return m_session; }
+    Workbench& Bench() noexcept { return *m_workbench; }
 
 protected:
-    /// Refused while a command is being worked on.
+    /// Refused while a command is being worked on, and when the user does not want to leave unsaved rules.
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -59,6 +83,7 @@ private:
     void ShowState();
     void ShowRecent();
     void EnableActions();
+    void AfterStep();
     void Tell(const QString& text);
     void About();
 
@@ -70,9 +95,49 @@ private:
     /// False when the project cannot be opened as it is and the user leaves it so.
     bool Open(const QString& nativeFolder);
     void CloseProject();
+    /// What goes with the open project, and has to end before it.
+    void EnterProject();
+    void LeaveProject();
     void SetMode(SQdDeInfo::EQdDeMode mode);
     void SetSpec(const CString& name);
     void SetLibrary(embedded::LibraryRole role, const CString& code);
+
+    // Rules (MainWindowRules.cpp)
+    Workbench* MakeWorkbench();
+    /// Opens a rule file on the workbench, or shows there why it cannot be. Offers what a program that ended
+    /// in the middle has left of it.
+    void OpenRules(const CString& ruleFile);
+    /// The same where the user may want to save what is open first; false when he stays with that.
+    bool SwitchRules(const CString& ruleFile);
+    /// Brings onto the workbench what a step has written, or made the current configuration instead of
+    /// `formerCurrent`.
+    void FollowFiles(const CString& formerCurrent);
+    /// False when the user did not save after all.
+    bool SaveRules();
+    /// Asks what is to become of changes that are not saved; false when the user stays with them.
+    bool MayLeaveRules();
+    void OfferLostDraft(const CString& ruleFile);
+    void GoToFile(const CString& path, const CString& category, std::size_t position);
+    std::vector<OtherFile> ReadOtherFiles();
+    void TakeSpecialty();
+    void ShowTitle();
+    /// What other programs have done to the rule files.
+    void FollowDisk(const QStringList& changed);
+
+    // Docks (MainWindowDocks.cpp)
+    ProjectPanel* MakeProjectPanel();
+    void MakeDocks();
+    void ConnectDocks();
+    void MakeMenus();
+    void RestoreLayout();
+    void StoreLayout() const;
+    void RunFileCommand(FileCommand command, const CString& path);
+    void TakeInFiles(const QStringList& files);
+    void ShowOtherPrograms();
+
+    // Help (MainWindowHelp.cpp)
+    void MakeHelp();
+    void StartTour(bool isOffer);
 
     // Rule files and data (MainWindowSteps.cpp)
     void ExamineRuleFiles();
@@ -98,9 +163,26 @@ private:
     RecentProjects m_recent;
     Actions m_actions;
     std::unique_ptr<Project> m_project;
+    WorkSession m_session; ///< ends before the project
     QStackedWidget* m_pages;
     WelcomePage* m_welcome;
+    FilePanel* m_files;
     ProjectPanel* m_panel;
+    Workbench* m_workbench;
+    DetailPanel* m_details = nullptr;
+    FindingsWatch* m_findings = nullptr;
+    FindingsPanel* m_findingsPanel = nullptr;
+    TrialPanel* m_trial = nullptr;
+    TakeoffHits* m_hits = nullptr;
+    HitsPanel* m_hitsPanel = nullptr;
+    BillPanel* m_bill = nullptr;
+    QLabel* m_others; ///< who else has the project open
+    std::unique_ptr<OpenMark> m_openMark;
+    std::unique_ptr<DiskWatch> m_disk;
+    QStringList m_diskNews; ///< path texts that wait until no command is being worked on
+    std::unique_ptr<ManualWindow> m_manual;
+    std::unique_ptr<HelpTopics> m_help;
+    Tour* m_tour = nullptr;
     bool m_isBusy = false; ///< a command is being worked on
 };
 

@@ -2,11 +2,15 @@
 
 #include "editor/dialogs/LibraryRepair.h"
 #include "editor/dialogs/NewProjectDialog.h"
+#include "editor/docks/takeoff/TakeoffHits.h"
+#include "editor/files/DiskWatch.h"
+#include "editor/files/OpenMark.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/steps/LongStep.h"
 #include "editor/window/ProjectPanel.h"
+#include "editor/workbench/Workbench.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "embedded/data/sqlite/DataFile.h"
 #include "sample/SampleProject.h"
@@ -14,6 +18,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -53,6 +58,7 @@ bool MainWindow::OpenSample(const QString& nativeFolder)
         }
         opened = Open(nativeFolder);
     });
+    if (opened) StartTour(true);
     return opened;
 }
 
@@ -89,22 +95,49 @@ void MainWindow::ChooseProject()
 
 bool MainWindow::Open(const QString& nativeFolder)
 {
+    if (!MayLeaveRules()) return false;
     auto project = OpenOrMend(this, nativeFolder);
     if (!project) return false;
-    m_project.reset();
+    LeaveProject();
     m_project = std::move(project);
     m_project->BecomeHost(this);
+    EnterProject();
     m_recent.Add(m_project->Folder());
     ShowState();
-    m_panel->setFocus();
+    m_workbench->FocusRules();
     ExamineRuleFiles();
+    OpenRules(m_project->CurrentRuleFile());
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
     return true;
 }
 
+void MainWindow::EnterProject()
+{
+    m_openMark = std::make_unique<OpenMark>(embedded::ProjectFolder(m_project->Folder()));
+    m_disk = std::make_unique<DiskWatch>(m_project->RuleFolder(), [this](const QList<DiskChange>& changes) {
+        for (const DiskChange& change : changes)
+            m_diskNews.append(change.path);
+        if (!m_isBusy) AfterStep();
+    });
+    m_session.SetProject(m_project.get());
+    ShowOtherPrograms();
+}
+
+void MainWindow::LeaveProject()
+{
+    m_session.SetProject(nullptr);
+    m_hits->Close();
+    m_disk.reset();
+    m_openMark.reset();
+    m_project.reset();
+    m_diskNews.clear();
+    m_others->hide();
+}
+
 void MainWindow::CloseProject()
 {
-    m_project.reset();
+    if (!MayLeaveRules()) return;
+    LeaveProject();
     ShowState();
     Tell(u"工程已关闭"_s);
 }
@@ -112,21 +145,30 @@ void MainWindow::CloseProject()
 // The panel shows the project's own answer also when the change was refused.
 void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
 {
-    RunAlone([&] { m_project->SetMode(mode); });
+    RunAlone([&] {
+        m_project->SetMode(mode);
+        m_session.RefreshFacts();
+    });
     ShowState();
 }
 
 void MainWindow::SetSpec(const CString& name)
 {
-    RunAlone([&] { m_project->SetSpec(name); });
+    RunAlone([&] {
+        m_project->SetSpec(name);
+        m_session.ChooseSpecialty(name);
+    });
     ShowState();
 }
 
 void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
 {
-    const bool set = RunAlone([&] { m_project->SetLibrary(role, code); });
+    const bool set = RunAlone([&] {
+        m_project->SetLibrary(role, code);
+        m_session.RefreshFacts();
+    });
     ShowState();
-    if (set) Tell(u"已换库。规则中属于其它库的清单、定额不再显示，但仍留在规则文件里"_s);
+    if (set) Tell(u"已换库。规则中属于其他库的清单、定额不再显示，但仍留在规则文件里"_s);
 }
 
 } // namespace editor

@@ -3,11 +3,12 @@
 #include "editor/dialogs/DialogParts.h"
 #include "editor/dialogs/HistoryWindow.h"
 #include "editor/dialogs/TransferDialog.h"
+#include "editor/files/FilePanel.h"
 #include "editor/messages/Boxes.h"
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
-#include "editor/window/ProjectPanel.h"
+#include "editor/window/CategoryOpener.h"
 #include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileState.h"
@@ -71,44 +72,51 @@ void MainWindow::TellEnd(StepEnd end, const QString& done)
 void MainWindow::ExamineRuleFiles()
 {
     const CStringArray paths = m_project->RuleFiles();
-    QList<shared::RuleFileState> states;
+    QList<RuleFileEntry> files;
     RunLongStep(this, u"正在检查规则文件…"_s, [&](StepControl& control) {
         for (const CString& path : paths) {
-            states.append(shared::ExamineRuleFile(path));
-            control.Report(states.size(), paths.size());
+            files.append(ExamineEntry(path));
+            control.Report(files.size(), paths.size());
             control.Check();
         }
     });
-    m_panel->ShowRuleFiles(states);
+    m_files->Show(files);
     const auto unsafe =
-        std::count_if(states.begin(), states.end(), [](const auto& s) { return !s.IsSafe(); });
-    Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(states.size())
-                     : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(states.size()).arg(unsafe));
+        std::count_if(files.begin(), files.end(), [](const auto& file) { return !file.state.IsSafe(); });
+    Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(files.size())
+                     : u"%1 个规则文件，其中 %2 个不能编辑"_s.arg(files.size()).arg(unsafe));
 }
 
 StepEnd MainWindow::RunAndExamine(const std::function<StepEnd()>& step)
 {
+    const CString current = m_project->CurrentRuleFile();
     StepEnd end = StepEnd::Refused;
     try {
         end = step();
     } catch (...) {
         ExamineRuleFiles();
+        FollowFiles(current);
         throw;
     }
-    if (end != StepEnd::Cancelled) ExamineRuleFiles();
+    if (end == StepEnd::Cancelled) return end;
+    ExamineRuleFiles();
+    FollowFiles(current);
     return end;
 }
 
 void MainWindow::Configure()
 {
+    if (!MayLeaveRules()) return;
+    const CategoryOpener atChosen(m_session.CategoryText());
     TellEnd(RunAndExamine([&] { return Steps().Configure(); }), u"配置已保存"_s);
 }
 
 void MainWindow::RunWizard()
 {
+    if (!MayLeaveRules()) return;
     ModuleSteps steps = Steps();
-    const auto selected = m_panel->Selected();
-    const CString file = selected ? selected->path : m_project->CurrentRuleFile();
+    const auto selected = m_files->Selected();
+    const CString file = selected ? selected->state.path : m_project->CurrentRuleFile();
     WizardDialog dialog(this, steps.ProposedStart(file), m_project->RuleFiles());
     if (dialog.exec() != QDialog::Accepted) return;
     std::optional<WizardEnd> end;
@@ -121,7 +129,7 @@ void MainWindow::RunWizard()
 
 void MainWindow::Refresh()
 {
-    MakeCurrent(m_panel->Selected()->path);
+    MakeCurrent(m_files->Selected()->state.path);
 }
 
 void MainWindow::RefreshOther()
@@ -132,6 +140,7 @@ void MainWindow::RefreshOther()
 
 void MainWindow::MakeCurrent(const CString& ruleFile)
 {
+    if (!MayLeaveRules()) return;
     const StepEnd end = RunAndExamine([&] { return Steps().Refresh(ruleFile); });
     TellEnd(end, u"已设为当前配置：%1"_s.arg(platform::ToNative(m_project->CurrentRuleFile())));
     if (end == StepEnd::Done) WarnUnlessCurrent(ruleFile);
@@ -153,19 +162,24 @@ void MainWindow::RebuildAttributes()
 
 void MainWindow::WriteHead()
 {
-    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_panel->Selected()->path); }), u"已写文件头"_s);
+    if (!MayLeaveRules()) return;
+    TellEnd(RunAndExamine([&] { return Steps().WriteHead(m_files->Selected()->state.path); }),
+            u"已写文件头"_s);
 }
 
 void MainWindow::ShowHistory()
 {
-    HistoryWindow window(this, *m_project, m_panel->Selected()->path);
+    HistoryWindow window(this, *m_project, m_files->Selected()->state.path);
     window.exec();
-    if (window.HasRestored()) ExamineRuleFiles();
+    if (!window.HasRestored()) return;
+    ExamineRuleFiles();
+    FollowFiles(m_project->CurrentRuleFile());
 }
 
 // The host keeps the catalogue in memory, so a changed one is opened anew.
 void MainWindow::ImportData()
 {
+    if (!MayLeaveRules()) return;
     TransferDialog dialog(this, TransferDialog::Direction::Import, *m_project);
     if (dialog.exec() != QDialog::Accepted) return;
     const auto kind = dialog.Kind();

@@ -1,21 +1,14 @@
 #include "editor/window/ProjectPanel.h"
 
 #include "editor/dialogs/LibraryCombo.h"
-#include "editor/window/Actions.h"
-#include "platform/Paths.h"
+#include "widgets/WheelGuard.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QEvent>
 #include <QtCore/QSignalBlocker>
-#include <QtGui/QAction>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFormLayout>
 #include <QtWidgets/QGroupBox>
-#include <QtWidgets/QHBoxLayout>
-#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QToolButton>
-#include <QtWidgets/QTreeWidget>
 #include <QtWidgets/QVBoxLayout>
 
 #include <utility>
@@ -25,23 +18,6 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
-
-enum Column { NameColumn, StateColumn };
-
-/// Keeps the wheel from a closed combo box: what is chosen is stored at once, so nobody is to choose by
-/// scrolling past. An open list takes the wheel by a widget of its own.
-class WheelGuard : public QObject
-{
-public:
-    using QObject::QObject;
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() != QEvent::Wheel) return false;
-        event->ignore(); // whatever stands around the box may scroll
-        return true;
-    }
-};
 
 /// A text that may be longer than its place; it never makes the window wider.
 QLabel* ValueLabel()
@@ -53,39 +29,19 @@ QLabel* ValueLabel()
     return label;
 }
 
-QToolButton* ButtonFor(QAction& action)
-{
-    auto* button = new QToolButton;
-    button->setDefaultAction(&action);
-    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    button->setFocusPolicy(Qt::StrongFocus);
-    return button;
-}
-
-QTreeWidgetItem* MakeRow(const shared::RuleFileState& state, bool isCurrent)
-{
-    auto* row = new QTreeWidgetItem;
-    row->setText(NameColumn, isCurrent ? state.Name() + u"（当前配置）"_s : state.Name());
-    row->setText(StateColumn, state.Describe());
-    QFont font;
-    font.setBold(isCurrent);
-    row->setFont(NameColumn, font);
-    for (const int column : {NameColumn, StateColumn})
-        row->setToolTip(column, platform::ToNative(state.path) + u'\n' + state.Describe());
-    return row;
-}
-
 } // namespace
 
-ProjectPanel::ProjectPanel(const Actions& actions, Wishes wishes)
+ProjectPanel::ProjectPanel(QWidget* files, Wishes wishes)
     : m_wishes(std::move(wishes)), m_folder(ValueLabel()), m_mode(new QComboBox), m_spec(new QComboBox),
-      m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()), m_guideHint(new QLabel),
-      m_files(new QTreeWidget)
+      m_billLibrary(MakeLibraryCombo()), m_quotaLibrary(MakeLibraryCombo()), m_guideHint(new QLabel)
 {
     auto* column = new QVBoxLayout(this);
     column->addWidget(MakeSettings());
-    column->addWidget(MakeRuleFiles(actions), 1);
+    auto* box = new QGroupBox(u"规则文件"_s);
+    auto* list = new QVBoxLayout(box);
+    list->addWidget(files);
+    column->addWidget(box, 1);
+    setFocusProxy(files);
 }
 
 QGroupBox* ProjectPanel::MakeSettings()
@@ -112,7 +68,7 @@ QGroupBox* ProjectPanel::MakeSettings()
     m_guideHint->hide();
     form->addRow(QString(), m_guideHint);
     for (QComboBox* combo : {m_mode, m_spec, m_billLibrary, m_quotaLibrary})
-        combo->installEventFilter(new WheelGuard(combo));
+        widgets::KeepWheelFrom(*combo);
     ConnectSettings();
     return box;
 }
@@ -127,27 +83,6 @@ void ProjectPanel::ConnectSettings()
             [this] { m_wishes.setLibrary(embedded::LibraryRole::Bill, ChosenLibrary(*m_billLibrary)); });
     connect(m_quotaLibrary, &QComboBox::currentIndexChanged, this,
             [this] { m_wishes.setLibrary(m_quotaRole, ChosenLibrary(*m_quotaLibrary)); });
-}
-
-QWidget* ProjectPanel::MakeRuleFiles(const Actions& actions)
-{
-    auto* box = new QGroupBox(u"规则文件"_s);
-    auto* row = new QHBoxLayout(box);
-    m_files->setHeaderLabels({u"配置"_s, u"状态"_s});
-    m_files->setRootIsDecorated(false);
-    m_files->setUniformRowHeights(true);
-    m_files->setAccessibleName(u"规则文件"_s);
-    setFocusProxy(m_files);
-    m_files->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
-    connect(m_files, &QTreeWidget::currentItemChanged, this, [this] { m_wishes.selectionChanged(); });
-    row->addWidget(m_files, 1);
-    auto* buttons = new QVBoxLayout;
-    for (QAction* action : {actions.configure, actions.wizard, actions.refresh, actions.attributes,
-                            actions.writeHead, actions.history})
-        buttons->addWidget(ButtonFor(*action));
-    buttons->addStretch();
-    row->addLayout(buttons);
-    return box;
 }
 
 void ProjectPanel::ShowProject(Project& project)
@@ -167,32 +102,6 @@ void ProjectPanel::ShowProject(Project& project)
     const CString hint = project.GuideHint();
     m_guideHint->setText(u"提示：%1。"_s.arg(hint));
     m_guideHint->setVisible(!hint.isEmpty());
-}
-
-void ProjectPanel::ShowRuleFiles(const QList<shared::RuleFileState>& files)
-{
-    const auto selected = Selected();
-    const CString former = selected ? selected->path : CString();
-    m_states = files;
-    {
-        const QSignalBlocker quiet(m_files);
-        m_files->clear();
-        for (const shared::RuleFileState& state : m_states)
-            m_files->addTopLevelItem(MakeRow(state, m_files->topLevelItemCount() == 0));
-        for (int i = m_files->topLevelItemCount() - 1; i >= 0; --i)
-            if (i == 0 || m_states[i].path == former) {
-                m_files->setCurrentItem(m_files->topLevelItem(i));
-                break;
-            }
-    }
-    m_wishes.selectionChanged();
-}
-
-std::optional<shared::RuleFileState> ProjectPanel::Selected() const
-{
-    const int row = m_files->indexOfTopLevelItem(m_files->currentItem());
-    if (row < 0) return std::nullopt;
-    return m_states[row];
 }
 
 } // namespace editor

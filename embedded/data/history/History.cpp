@@ -9,6 +9,7 @@
 #include <QtCore/QCryptographicHash>
 
 #include <algorithm>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -21,6 +22,7 @@ namespace {
 const CString CopyEnding = u".xml"_s;
 const CString PartEnding = u".part"_s;
 const CString PathFile = u"\\path.txt"_s;
+const CString FormerFile = u"\\former.txt"_s;
 const CString DateForm = u"yyyyMMdd"_s;
 const CString ClockForm = u"HHmmss-zzz"_s;
 const CString InProject = u".\\"_s;
@@ -163,7 +165,61 @@ CArray<HistoryEntry> History::ListFolder(const CString& folder) const
 
 CArray<HistoryEntry> History::List(const CString& path) const
 {
-    return ListFolder(FolderOf(path));
+    CArray<HistoryEntry> entries;
+    for (const auto& [name, lastNumber] : AllNames(path)) {
+        for (HistoryEntry& entry : ListFolder(FolderOf(name))) {
+            if (entry.number > lastNumber) continue;
+            entry.path = path;
+            entries.append(entry);
+        }
+    }
+    std::sort(entries.begin(), entries.end(), IsNewer);
+    return entries;
+}
+
+// What cannot be read as a line is passed over: the copies are there all the same, under the former name.
+CArray<History::FormerName> History::FormerNames(const CString& path) const
+{
+    CArray<FormerName> names;
+    const QByteArray bytes = platform::Files().Read(FolderOf(path) + FormerFile).value_or(QByteArray());
+    for (const CString& line : CString::fromUtf8(bytes).split(u'\n')) {
+        bool isNumber = false;
+        const qint64 number = line.section(u' ', 0, 0).toLongLong(&isNumber);
+        const CString stored = line.section(u' ', 1);
+        if (isNumber && !stored.isEmpty()) names.append({Actual(stored), number});
+    }
+    return names;
+}
+
+// A file may get an earlier name back, so names are gone through until none counts for more than is known.
+std::map<CString, qint64> History::AllNames(const CString& path) const
+{
+    std::map<CString, qint64> names;
+    CArray<FormerName> found{{path, std::numeric_limits<qint64>::max()}};
+    while (!found.isEmpty()) {
+        const FormerName name = found.takeLast();
+        const auto known = names.find(name.path);
+        if (known != names.end() && known->second >= name.lastNumber) continue;
+        names[name.path] = name.lastNumber;
+        for (const FormerName& former : FormerNames(name.path))
+            found.append({former.path, std::min(former.lastNumber, name.lastNumber)});
+    }
+    return names;
+}
+
+void History::Follow(const CString& from, const CString& to)
+{
+    const CArray<HistoryEntry> copies = List(from);
+    if (copies.isEmpty() || from == to) return;
+    MakeFolder(to);
+    const CString file = FolderOf(to) + FormerFile;
+    QByteArray bytes = platform::Files().Read(file).value_or(QByteArray());
+    bytes += QByteArray::number(copies.first().number) + ' ' + Stored(from).toUtf8() + '\n';
+    try {
+        platform::Files().Replace(file, bytes);
+    } catch (const platform::FileError& error) {
+        throw Error(u"历史副本写不成："_s + error.Message());
+    }
 }
 
 CArray<HistoryEntry> History::ListAll() const
@@ -212,13 +268,18 @@ std::optional<HistoryEntry> History::Store(const CString& path)
     const CArray<HistoryEntry> former = List(path);
     if (!former.isEmpty() && platform::Files().Read(former.first().copy) == bytes) return std::nullopt;
 
+    MakeFolder(path);
+    RemoveLeftParts(FolderOf(path), m_clock());
+    return StoreNext(path, bytes);
+}
+
+void History::MakeFolder(const CString& path) const
+{
     const CString folder = FolderOf(path);
     EnsureFolder(m_root);
     EnsureFolder(folder);
-    RemoveLeftParts(folder, m_clock());
     if (!platform::Files().Exists(folder + PathFile))
         WriteNew(folder + PathFile, Stored(path).toUtf8() + '\n');
-    return StoreNext(path, bytes);
 }
 
 /// Stores under the next number of the project. Another program may have taken it for the same file since,
@@ -256,7 +317,7 @@ std::optional<HistoryEntry> History::Restore(const HistoryEntry& entry)
         files.WriteInPlace(entry.path, bytes);
     } catch (const platform::FileError& error) {
         former ? files.PutBack(entry.path, *former) : static_cast<void>(files.Remove(entry.path));
-        throw Error(u"恢复不了："_s + error.Message());
+        throw Error(u"还原不了："_s + error.Message());
     }
     if (const int limit = Limit(); limit > 0) Prune(entry.path, limit);
     return replaced;

@@ -7,6 +7,7 @@
 #include <QtCore/QDateTime>
 
 #include <functional>
+#include <map>
 #include <optional>
 
 namespace embedded {
@@ -30,7 +31,9 @@ struct HistoryEntry
 /// whatever happened. Several programs may keep copies at once. The copies of a project are ordered by a
 /// number that the name bears behind the time, one higher than any that is there: a clock may tick coarsely,
 /// stand or be set back. Copies of before, which have none, are older than those that do, and stand among
-/// themselves by their time. All paths are path texts. Failures raise `Error`.
+/// themselves by their time. A file that has been renamed has "former.txt" in its folder, a line for each
+/// name before: the number of the last copy that counts, a blank and the path as in "path.txt". All paths are
+/// path texts. Failures raise `Error`.
 class History
 {
 public:
@@ -67,6 +70,12 @@ public:
     /// Removes one copy; whether it could.
     bool Forget(const HistoryEntry& entry);
 
+    /// To be called when the rule file `from` has got the name `to`: from then on the copies that `List`
+    /// gives of the former name by now are listed as copies of the new one, too, and so can be compared with
+    /// it and written back to it. `ListAll` and `Find` go on telling them by the name under which they were
+    /// made.
+    void Follow(const CString& from, const CString& to);
+
     /// How many copies of each file stay: "Copies" in section "History" of the project's ini, else
     /// `DefaultLimit`. 0 keeps no more copies and leaves those alone that are there.
     int Limit() const;
@@ -76,7 +85,18 @@ private:
     CString Stored(const CString& path) const;
     CString Actual(const CString& stored) const;
     CString FolderOf(const CString& path) const;
+    /// A name that a rule file had before, and the last of the copies that it had by then.
+    struct FormerName
+    {
+        CString path;
+        qint64 lastNumber;
+    };
+
     CArray<HistoryEntry> ListFolder(const CString& name) const;
+    CArray<FormerName> FormerNames(const CString& path) const;
+    /// All names that a file has had, its own included.
+    std::map<CString, qint64> AllNames(const CString& path) const;
+    void MakeFolder(const CString& path) const;
     std::optional<HistoryEntry> Store(const CString& path);
     HistoryEntry StoreNext(const CString& path, const QByteArray& bytes);
     void Prune(const CString& path, int limit);

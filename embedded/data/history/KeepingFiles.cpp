@@ -132,6 +132,20 @@ bool KeepingFiles::Remove(const CString& path)
     return removed;
 }
 
+// Whoever is refused here writes in place instead, and is told the reason there.
+bool KeepingFiles::MoveOver(const CString& from, const CString& to)
+{
+    if (!IsWatched(to)) return Target().MoveOver(from, to);
+    try {
+        Prepare(to);
+    } catch (const platform::FileError&) {
+        return false;
+    }
+    const bool moved = Target().MoveOver(from, to);
+    if (moved) AfterWriting(to);
+    return moved;
+}
+
 bool KeepingFiles::IsWatched(const CString& path) const
 {
     return !m_keeping && !Look::IsUnderWay() && QThread::currentThread() == m_loop.thread() &&

@@ -79,6 +79,7 @@ public:
     std::unique_ptr<platform::OutputFile> OpenForWriting(const CString& path) override;
     /// False, with the file untouched, in the same cases.
     bool Remove(const CString& path) override;
+    bool MoveOver(const CString& from, const CString& to) override;
 
 private:
     class Output;

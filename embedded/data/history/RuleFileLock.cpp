@@ -56,16 +56,22 @@ QString MarkInProject(const QDir& project, const QString& name)
     return project.filePath(u"history/locks/%1.lock"_s.arg(QLatin1StringView(hash.left(HashLength))));
 }
 
+/// Where the mark of a rule file stands that belongs to no project; empty where none can.
+QString MarkBeside(const QString& file)
+{
+    const QFileInfo info(file);
+    if (!QFileInfo(info.absolutePath()).isWritable()) return {};
+    return info.absolutePath() + u"/."_s + info.fileName().toCaseFolded() + u".lock"_s;
+}
+
 /// Where the mark of a rule file stands.
 QString MarkOf(const QDir& project, const QString& file)
 {
     // Named from the project on, which other machines may see under another path.
     const QString inside = project.relativeFilePath(file);
     if (!inside.startsWith(u"../"_s) && QDir::isRelativePath(inside)) return MarkInProject(project, inside);
-    const QFileInfo info(file);
-    if (QFileInfo(info.absolutePath()).isWritable())
-        return info.absolutePath() + u"/."_s + info.fileName().toCaseFolded() + u".lock"_s;
-    return MarkInProject(project, file);
+    const QString beside = MarkBeside(file);
+    return beside.isEmpty() ? MarkInProject(project, file) : beside;
 }
 
 CString Holder(const QLockFile& mark)
@@ -134,12 +140,27 @@ WaitEnded::~WaitEnded() = default;
 RuleFileLock::RuleFileLock(const ProjectFolder& project, const CStringArray& paths, GoOn goOn)
 {
     const QDir folder(Resolved(platform::ToNative(project.Path())));
-    // In one order in every program, so that no two of them wait for each other.
-    std::map<QString, CString> marks;
+    Marks marks;
     for (const CString& path : paths) {
         const QString native = platform::ToNative(path);
         marks.emplace(MarkOf(folder, Resolved(native)), native);
     }
+    Take(marks, std::move(goOn));
+}
+
+RuleFileLock::RuleFileLock(const CStringArray& paths, GoOn goOn)
+{
+    Marks marks;
+    for (const CString& path : paths) {
+        const QString native = platform::ToNative(path);
+        if (const QString mark = MarkBeside(Resolved(native)); !mark.isEmpty()) marks.emplace(mark, native);
+    }
+    Take(marks, std::move(goOn));
+}
+
+/// In one order in every program, so that no two of them wait for each other.
+void RuleFileLock::Take(const Marks& marks, GoOn goOn)
+{
     Wait wait(std::move(goOn));
     for (const auto& [file, shown] : marks)
         m_marks.push_back(wait.Take(file, shown));

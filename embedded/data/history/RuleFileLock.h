@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <functional>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -49,11 +50,19 @@ public:
     /// environment variable KTQDDE_LOCK_WAIT says. Raises `Occupied` when that is over, `WaitEnded` when
     /// `goOn` has ended it, and another `Error` at once where no mark can be written; nothing is held then.
     RuleFileLock(const ProjectFolder& project, const CStringArray& paths, GoOn goOn = {});
+    /// The same for whoever works on files without a project: the marks stand beside the files, where the
+    /// programs of projects that these do not belong to look for them. Where none can stand, none is taken.
+    explicit RuleFileLock(const CStringArray& paths, GoOn goOn = {});
     ~RuleFileLock();
     RuleFileLock(RuleFileLock&&) noexcept;
     RuleFileLock& operator=(RuleFileLock&&) noexcept;
 
 private:
+    /// The marks and what they stand for, as native paths.
+    using Marks = std::map<QString, CString>;
+
+    void Take(const Marks& marks, GoOn goOn);
+
     std::vector<std::shared_ptr<QLockFile>> m_marks;
 };
 

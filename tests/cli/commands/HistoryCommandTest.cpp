@@ -1,5 +1,9 @@
 #include "cli/CliTesting.h"
 
+#include "embedded/data/history/History.h"
+#include "embedded/data/project/ProjectFolder.h"
+#include "platform/Files.h"
+
 #include <QtCore/QFile>
 
 #include <gtest/gtest.h>
@@ -244,4 +248,19 @@ TEST_F(HistoryVerb, SpecialtyThatStandsTwiceIsRefusedForWorkAndShownWithAWord)
     const test::Outcome shown = m_cli.RunInProject({u"show"_s});
     EXPECT_EQ(shown.status, 0);
     EXPECT_TRUE(shown.Err().contains(u"不止一段"_s));
+}
+
+TEST_F(HistoryVerb, ACopyFromBeforeARenamingIsWrittenToTheFileAsItIsCalledNow)
+{
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    const CString renamed = CString(Cli::RuleFile()).replace(u"DefaultConfig"_s, u"改名"_s);
+    const CString from = m_cli.Folder().Path(Cli::RuleFile());
+    const CString to = m_cli.Folder().Path(renamed);
+    ASSERT_TRUE(platform::Files().Rename(from, to));
+    embedded::History(embedded::ProjectFolder(m_cli.Folder().Native(u"project"_s))).Follow(from, to);
+    const QStringList ids = Ids({u"--config"_s, u"改名"_s});
+    ASSERT_EQ(ids.size(), 1);
+    EXPECT_EQ(History({u"restore"_s, ids[0], u"--config"_s, u"改名"_s}).status, 0);
+    EXPECT_EQ(m_cli.Folder().ReadFile(renamed), Cli::Sample());
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile()));
 }

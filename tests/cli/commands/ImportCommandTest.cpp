@@ -106,7 +106,7 @@ TEST_F(ImportVerb, SaysWhatItDid)
     const test::Outcome outcome = Import(u"bill"_s, OwnBill);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.err.isEmpty()) << "progress is for terminals only";
-    EXPECT_TRUE(outcome.Out().contains(u"已读入 1 行：新增 1，修改 0，去掉 0"_s))
+    EXPECT_TRUE(outcome.Out().contains(u"已导入 1 行：新增 1，修改 0，去掉 0"_s))
         << outcome.out.toStdString();
     EXPECT_TRUE(
         Exported(u"bill"_s).contains("099901001,自有项目,10m,10,否,,0999\\099901,自有章\\自有节\r\n"));
@@ -119,7 +119,7 @@ TEST_F(ImportVerb, NamesTheRowsThatBecomeOthersOrGoAndADryRunLeavesThemAlone)
                             "031001001,自有,km,0310\\031001\n";
     const test::Outcome trial = Import(u"bill"_s, rows, {u"--dry-run"_s});
     EXPECT_EQ(trial.status, 0) << trial.err.toStdString();
-    EXPECT_TRUE(trial.Out().startsWith(u"只是试读，什么也没有改。会读入 1 行：新增 0，修改 1，去掉 0\n"_s))
+    EXPECT_TRUE(trial.Out().startsWith(u"只是试导入，什么也没有改。会导入 1 行：新增 0，修改 1，去掉 0\n"_s))
         << trial.out.toStdString();
     const QString change = u"\n修改 031001001 镀锌钢管：名称“镀锌钢管”改为“自有”，单位“m”改为“km”\n"_s;
     EXPECT_TRUE(trial.Out().contains(change)) << trial.out.toStdString();

@@ -36,6 +36,12 @@ protected:
     Cli m_cli;
 };
 
+/// What an import or its preview tells of the rules, without the line behind that.
+QString ToldChanges(const test::Outcome& outcome)
+{
+    return outcome.Out().section(u'\n', 0, -3);
+}
+
 } // namespace
 
 TEST_F(RuleTables, ExportedRulesComeBackUnchanged)
@@ -115,14 +121,31 @@ TEST_F(RuleTables, WrongUseIsRefused)
 
 TEST_F(RuleTables, RuleFileThatIsNotThereIsMade)
 {
-    m_cli.Folder().WriteFile(u"made.csv"_s,
-                             "类别,材质,清单,定额\n" + Pipes.toUtf8() + ",铜管,031001001001,\n");
+    m_cli.Folder().WriteFile(u"made.csv"_s, "类别,默认规则,材质,清单,定额\n" + Pipes.toUtf8() +
+                                                ",,铜管,031001001001,\n" + Pipes.toUtf8() +
+                                                ",是,,031001001002,\n");
     const test::Outcome preview = Import(u"made.csv"_s, {u"--config"_s, u"新的"_s, u"--dry-run"_s});
     EXPECT_EQ(preview.status, 0) << preview.err.toStdString();
     EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"新的"_s)));
     const test::Outcome outcome = Import(u"made.csv"_s, {u"--config"_s, u"新的"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(m_cli.Folder().ReadFile(Cli::RuleFile(u"新的"_s)).contains("031001001001"));
+    EXPECT_EQ(ToldChanges(preview), ToldChanges(outcome));
+    EXPECT_TRUE(Import(u"made.csv"_s, {u"--config"_s, u"新的"_s}).Out().startsWith(u"规则没有差别。\n"_s));
+}
+
+TEST(RuleTablesOfANewProject, ImportMakesTheFolderOfRuleFiles)
+{
+    const Cli cli(u"bill"_s);
+    cli.Folder().WriteFile(u"made.csv"_s, "类别,材质,清单,定额\n" + Pipes.toUtf8() + ",铜管,031001001001,\n");
+    const QStringList words{u"import"_s, u"rules"_s, u"made.csv"_s};
+    ASSERT_FALSE(cli.Folder().Exists(u"project\\app\\自动套配置"_s));
+    const test::Outcome preview = cli.RunInProject(words + QStringList{u"--dry-run"_s});
+    EXPECT_EQ(preview.status, 0) << preview.err.toStdString();
+    EXPECT_FALSE(cli.Folder().Exists(u"project\\app\\自动套配置"_s));
+    const test::Outcome outcome = cli.RunInProject(words);
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("031001001001"));
 }
 
 TEST_F(RuleTables, ItemWithoutARuleOfItsOwnGetsThatOfTheCategory)

@@ -1,6 +1,9 @@
 #include "editor/EditorFixture.h"
 
+#include "editor/files/FilePanel.h"
 #include "editor/project/Project.h"
+#include "editor/window/ProjectPanel.h"
+#include "editor/workbench/CategoryPanel.h"
 #include "platform/Files.h"
 #include "shared/RuleFileState.h"
 #include "support/WindowWaits.h"
@@ -68,7 +71,8 @@ protected:
     editor::Project& Project() const { return *m_window.OpenedProject(); }
     QString Told() const { return m_window.statusBar()->currentMessage(); }
     void Press(Qt::Key key) { QTest::keyClick(&m_window, key); }
-    QTreeWidget& List() const { return *m_window.findChild<QTreeWidget*>(); }
+    QTreeWidget& List() const { return *test::PartOf<editor::FilePanel>(m_window).findChild<QTreeWidget*>(); }
+    static CString State(const QTreeWidgetItem& file) { return file.text(2); }
     void Select(const CString& configuration) const
     {
         List().setCurrentItem(List().findItems(configuration, Qt::MatchStartsWith).value(0));
@@ -119,12 +123,12 @@ TEST_F(MainWindowSteps, RefreshByAFileOutsideTellsWhichFileIsCurrentInstead)
 
 TEST_F(MainWindowSteps, PanelShowsWhatARefreshHasWrittenBeforeItRaised)
 {
-    ASSERT_EQ(List().topLevelItem(0)->text(1), u"可用"_s);
+    ASSERT_EQ(State(*List().topLevelItem(0)), u"可用"_s);
     ThrowingFiles files(m_folder.Path(CurrentFile));
     Select(u"给排水示例"_s);
     m_window.Commands().refresh->trigger();
     ASSERT_FALSE(m_messages.Texts().isEmpty());
-    EXPECT_TRUE(List().topLevelItem(0)->text(1).startsWith(u"读不了"_s));
+    EXPECT_TRUE(State(*List().topLevelItem(0)).startsWith(u"读不了"_s));
 }
 
 TEST_F(MainWindowSteps, CommandsAndClosingWaitUntilTheCommandBeforeHasEnded)
@@ -145,7 +149,10 @@ TEST_F(MainWindowSteps, CommandsAndClosingWaitUntilTheCommandBeforeHasEnded)
 
 TEST_F(MainWindowSteps, WheelOverASettingChangesNothing)
 {
-    for (QComboBox* combo : m_window.findChildren<QComboBox*>()) {
+    QList<QComboBox*> settings = test::PartOf<editor::ProjectPanel>(m_window).findChildren<QComboBox*>();
+    settings += test::PartOf<editor::CategoryPanel>(m_window).findChildren<QComboBox*>();
+    ASSERT_EQ(settings.size(), 5);
+    for (QComboBox* combo : settings) {
         const int chosen = combo->currentIndex();
         for (const int turn : {-120, 120}) {
             QWheelEvent wheel(QPointF(1, 1), combo->mapToGlobal(QPointF(1, 1)), QPoint(), QPoint(0, turn),

@@ -1,6 +1,8 @@
 #include "editor/EditorFixture.h"
 
 #include "editor/project/Project.h"
+#include "editor/window/ProjectPanel.h"
+#include "editor/workbench/RuleTable.h"
 #include "shared/RuleFileState.h"
 
 #include <QtCore/QDir>
@@ -115,7 +117,7 @@ TEST_F(EditorWindow, ChosenModeAndSpecialtyAreStoredInTheProject)
 {
     const QString folder = MakeProject(u"project"_s);
     ASSERT_TRUE(m_window.OpenProject(folder));
-    for (QComboBox* combo : m_window.findChildren<QComboBox*>())
+    for (QComboBox* combo : test::PartOf<editor::ProjectPanel>(m_window).findChildren<QComboBox*>())
         combo->setCurrentText(combo->findText(u"电气"_s) < 0 ? u"定额模式"_s : u"电气"_s);
     editor::Project reopened(folder);
     EXPECT_EQ(reopened.Mode(), SQdDeInfo::QuotaMode);
@@ -147,11 +149,11 @@ TEST_F(EditorWindow, EmptyListOfRecentProjectsTellsWhatItIsForAndOpensNothing)
     EXPECT_TRUE(list.item(0)->flags().testFlag(Qt::ItemIsEnabled));
 }
 
-TEST_F(EditorWindow, OpenedProjectHasTheFocusOnItsRuleFiles)
+TEST_F(EditorWindow, OpenedProjectHasTheFocusOnItsRules)
 {
     m_window.activateWindow();
     ASSERT_TRUE(m_window.OpenProject(MakeProject(u"project"_s)));
-    EXPECT_EQ(m_window.focusWidget(), m_window.findChild<QTreeWidget*>());
+    EXPECT_EQ(m_window.focusWidget(), &test::PartOf<editor::RuleTable>(m_window));
 }
 
 TEST_F(EditorWindow, FolderDroppedOnTheWindowIsOpened)

@@ -1,10 +1,9 @@
 #include "cli/commands/rules/ApplyCommand.h"
 
-#include "cli/pricing/BillFiles.h"
-#include "cli/pricing/BillLines.h"
+#include "cli/pricing/BillChange.h"
+#include "cli/pricing/BillTable.h"
 #include "cli/pricing/PricingJson.h"
 #include "cli/pricing/PricingRules.h"
-#include "cli/pricing/PricingText.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/TextTable.h"
 #include "cli/printing/WatchedWork.h"
@@ -12,6 +11,9 @@
 #include "cli/reading/RuleFiles.h"
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
+#include "shared/BillFiles.h"
+#include "shared/Outcomes.h"
+#include "shared/PricingText.h"
 
 #include <memory>
 
@@ -64,9 +66,9 @@ Form FormOf(const Arguments& arguments)
     return Form::Csv;
 }
 
-TakeoffJob JobOf(const Arguments& arguments, const CString& file, const Session& session)
+rules::TakeoffJob JobOf(const Arguments& arguments, const CString& file, const Session& session)
 {
-    TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), file, session);
+    rules::TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), file, session);
     job.sheet = arguments.Value(u"sheet"_s);
     job.groupBy = arguments.Value(u"by"_s).split(u',', Qt::SkipEmptyParts);
     return job;
@@ -76,16 +78,16 @@ TakeoffJob JobOf(const Arguments& arguments, const CString& file, const Session&
 class ToldTable
 {
 public:
-    void Take(const PricedRow& priced)
+    void Take(const rules::PricedRow& priced)
     {
         if (m_count >= ToldShown && priced.result.outcome == rules::Outcome::OnDefault) {
             ++m_count; // why it is there is not worked out any more
             return;
         }
-        const CStringArray told = ToldOf(priced.row, priced.component, priced.result, priced.builder);
+        const CStringArray told = shared::ToldOf(priced.row, priced.component, priced.result, priced.builder);
         if (told.isEmpty() || m_count++ >= ToldShown) return;
         m_table.AddRow({u"第 %1 行"_s.arg(priced.row.line), priced.row.id.toString(),
-                        OutcomeText(priced.result.outcome), told.join(u'；')});
+                        shared::OutcomeText(priced.result.outcome), told.join(u'；')});
     }
 
     CString Text() const
@@ -115,7 +117,7 @@ CString TerminalText(const rules::TakeoffPricing& pricing, const ToldTable& told
     if (change != nullptr) return ChangeText(*change, pricing);
     const rules::Bill& bill = pricing.Result();
     return BillTable(bill, pricing.Job().facts.mode, pricing.Job().groupBy) + told.Text() + u'\n' +
-           TotalsText(bill.totals) + u'\n';
+           shared::TotalsText(bill.totals) + u'\n';
 }
 
 CString JsonText(rules::TakeoffPricing& pricing, BillChange* change, const embedded::Progress& progress)
@@ -124,19 +126,19 @@ CString JsonText(rules::TakeoffPricing& pricing, BillChange* change, const embed
 }
 
 /// Prices the table and writes what was asked for; gives what the terminal shows.
-CString Work(const TakeoffJob& job, Form form, const CString& target, BillChange* change)
+CString Work(const rules::TakeoffJob& job, Form form, const CString& target, BillChange* change)
 {
     WatchedWork work;
     const embedded::Progress progress = work.Progress();
     rules::TakeoffPricing pricing(job);
     ToldTable told;
-    const auto take = [&](const PricedRow& priced) { told.Take(priced); };
+    const auto take = [&](const rules::PricedRow& priced) { told.Take(priced); };
     const auto begin = [&] { told = {}; };
     if (change != nullptr)
         PriceBoth(pricing, *change, progress, take, begin);
     else
-        pricing.Price(WatchFor(progress, take, begin));
-    const CString totals = TotalsText(pricing.Result().totals) + u'\n';
+        pricing.Price(shared::WatchFor(progress, take, begin));
+    const CString totals = shared::TotalsText(pricing.Result().totals) + u'\n';
     const CString written = u"已写出：%1\n"_s.arg(platform::ToNative(target));
     switch (form) {
     case Form::Terminal:
@@ -144,10 +146,12 @@ CString Work(const TakeoffJob& job, Form form, const CString& target, BillChange
     case Form::TerminalJson:
         return JsonText(pricing, change, progress);
     case Form::Csv:
-        WriteBillCsv(target, pricing.Result(), job);
+        shared::WriteBillCsv(target, pricing.Result(), job);
         return told.Text() + totals + written;
     case Form::Workbook:
-        WriteBillWorkbook(target, pricing, progress, change);
+        shared::WriteBillWorkbook(target, pricing, progress, [&](tables::TableWriter& writer) {
+            if (change != nullptr) PutChangeSheets(writer, *change, pricing, progress);
+        });
         break;
     case Form::Json:
         WriteJsonFile(target, JsonText(pricing, change, progress));
@@ -158,8 +162,8 @@ CString Work(const TakeoffJob& job, Form form, const CString& target, BillChange
 }
 
 /// The second configuration; nothing when there is nothing to compare with.
-std::unique_ptr<BillChange> ChangeOf(const Arguments& arguments, const CString& file, const TakeoffJob& job,
-                                     const Session& session)
+std::unique_ptr<BillChange> ChangeOf(const Arguments& arguments, const CString& file,
+                                     const rules::TakeoffJob& job, const Session& session)
 {
     if (!arguments.Has(u"compare"_s)) return nullptr;
     const CString other = ChooseRuleFile(arguments.Value(u"compare"_s));
@@ -178,7 +182,7 @@ void ApplyCommand::Run(const Arguments& arguments) const
     const CString target = OutputFile(arguments);
     const Session session(arguments);
     const CString file = PricingFile(arguments);
-    const TakeoffJob job = JobOf(arguments, file, session);
+    const rules::TakeoffJob job = JobOf(arguments, file, session);
     const std::unique_ptr<BillChange> change = ChangeOf(arguments, file, job, session);
     CString text;
     try {

@@ -76,9 +76,9 @@ public:
     void Put(JsonWriter& json) { PutBillChange(json, m_change, m_pricing, m_work.Progress()); }
 
 private:
-    static TakeoffJob JobOf(const Arguments& arguments, const ReadFile& before, const Session& session)
+    static rules::TakeoffJob JobOf(const Arguments& arguments, const ReadFile& before, const Session& session)
     {
-        TakeoffJob job =
+        rules::TakeoffJob job =
             JobFor(ResolvePath(arguments.Value(u"on"_s)), PricingRulesOf(*before.rules, session), session);
         job.sheet = arguments.Value(u"sheet"_s);
         return job;
@@ -86,7 +86,7 @@ private:
 
     Session m_session;
     WatchedWork m_work;
-    TakeoffJob m_job;
+    rules::TakeoffJob m_job;
     rules::TakeoffPricing m_pricing;
     BillChange m_change;
 };

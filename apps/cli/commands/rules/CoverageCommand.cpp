@@ -49,15 +49,16 @@ void CheckForm(const CString& path)
     if (!isKnown) throw UsageError(u"-o 的文件名要以 .svg 或 .png 结尾：%1"_s.arg(path));
 }
 
-rules::Coverage CoverageOf(const TakeoffJob& job, rules::Measures measures)
+rules::Coverage CoverageOf(const rules::TakeoffJob& job, rules::Measures measures)
 {
     rules::CoverageBuilder builder(job.configuration, job.facts, std::move(measures));
     rules::TakeoffPricing pricing(job);
     WatchedWork work;
     const embedded::Progress progress = work.Progress();
     try {
-        pricing.Price(WatchFor(
-            progress, [&](const PricedRow& priced) { builder.Take(priced); }, [&] { builder.Begin(); }));
+        pricing.Price(shared::WatchFor(
+            progress, [&](const rules::PricedRow& priced) { builder.Take(priced); },
+            [&] { builder.Begin(); }));
     } catch (const embedded::Cancelled&) {
         throw Refusal(u"已取消，没有写出"_s);
     }
@@ -107,7 +108,7 @@ void CoverageCommand::Run(const Arguments& arguments) const
     const CString target = OutputFile(arguments);
     const Session session(arguments);
     const CString file = PricingFile(arguments);
-    TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), file, session);
+    rules::TakeoffJob job = JobFor(ResolvePath(arguments.Positional()[0]), file, session);
     job.sheet = arguments.Value(u"sheet"_s);
     CoverageReport report;
     report.table = platform::ToNative(job.table);

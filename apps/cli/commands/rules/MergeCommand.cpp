@@ -14,6 +14,7 @@
 
 #include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -56,11 +57,12 @@ struct State
     CString path;
     QByteArray bytes;
     rules::ConfigurationPtr rules;
+    rules::FileStructure structure;
 };
 
 State ReadState(const Arguments& arguments, qsizetype word, bool mayBeEmpty)
 {
-    State state{NamedRuleFile(arguments, arguments.Positional()[word]), {}, nullptr};
+    State state{NamedRuleFile(arguments, arguments.Positional()[word]), {}, nullptr, {}};
     const CString name = platform::ToNative(state.path);
     CString reason;
     const auto bytes = platform::Files().Read(state.path, &reason);
@@ -72,7 +74,7 @@ State ReadState(const Arguments& arguments, qsizetype word, bool mayBeEmpty)
         return state;
     }
     CheckRuleFile(state.path);
-    state.rules = rules::ReadRules(state.bytes, reason);
+    state.rules = rules::ReadRules(state.bytes, reason, &state.structure);
     if (!state.rules) throw Refusal(u"%1：%2"_s.arg(name, reason));
     return state;
 }
@@ -115,12 +117,41 @@ std::vector<Side> Answers(const std::vector<rules::Conflict>& conflicts, std::op
         conflicts.size() - answers.size()));
 }
 
+/// The side that the result is to the byte, since the other one has done nothing, or the same; null where it
+/// has to be made of both.
+const State* WholeResult(const State& base, const State& mine, const State& theirs)
+{
+    if (mine.bytes == base.bytes) return &theirs;
+    if (theirs.bytes == base.bytes || theirs.bytes == mine.bytes) return &mine;
+    return nullptr;
+}
+
+/// What stands twice, as a person finds it.
+CString PlaceOf(const rules::StructureNote& note)
+{
+    if (note.level == rules::FileLevel::Rule || note.level == rules::FileLevel::Bill)
+        return u"“%1”第 %2 条规则的“%3”"_s.arg(note.category, QString::number(note.position), note.element);
+    return u"“%1”"_s.arg(note.category.isEmpty() ? note.element : note.category + u'\\' + note.element);
+}
+
+/// Raises `Refusal` when something stands twice in the file, of which the first is read alone: the other one
+/// would be lost, or come back in the place of a first one that went.
+void RefuseRepeated(const State& state)
+{
+    const auto repeated =
+        std::find_if(state.structure.begin(), state.structure.end(), [](const rules::StructureNote& note) {
+            return note.kind == rules::StructureNote::Kind::Repeated;
+        });
+    if (repeated == state.structure.end()) return;
+    throw Refusal(u"%1：%2在文件中不止一段，只有第一段会被读到，合并会丢掉别的段；什么也没有写。"
+                  "请在编辑器中打开并保存这个专业，只留第一段，或者手工删去多余的段"_s.arg(
+                      platform::ToNative(state.path), PlaceOf(*repeated)));
+}
+
 QByteArray MergedBytes(const State& base, const State& mine, const State& theirs,
                        const rules::Configuration& merged)
 {
-    // Where one side has done nothing, the other one's file is what is wanted, to the byte.
-    if (mine.bytes == base.bytes) return theirs.bytes;
-    if (theirs.bytes == base.bytes || theirs.bytes == mine.bytes) return mine.bytes;
+    if (const State* const whole = WholeResult(base, mine, theirs)) return whole->bytes;
     try {
         return rules::WriteRules(mine.bytes, merged);
     } catch (const xml::Error& error) {
@@ -166,7 +197,8 @@ void CheckUnchanged(const CString& path, const std::optional<QByteArray>& bytes)
 void WriteMerged(const Arguments& arguments, const Target& target, const std::vector<const State*>& states,
                  const QByteArray& bytes)
 {
-    // Version control merges in files of passing names, of which a history would be of no use to anybody.
+    // Version control merges in files of passing names, which no other program works on, and of which a
+    // history would be of no use to anybody.
     const bool isNamedSo = target.path.endsWith(u".xml"_s, Qt::CaseInsensitive);
     const auto kept = isNamedSo ? KeepBeforeReplacing(arguments, target.path) : std::nullopt;
     for (const State* const state : states)
@@ -186,6 +218,9 @@ void MergeCommand::Run(const Arguments& arguments) const
     const State base = ReadState(arguments, 0, true);
     const State mine = ReadState(arguments, 1, false);
     const State theirs = ReadState(arguments, 2, false);
+    if (WholeResult(base, mine, theirs) == nullptr)
+        for (const State* const side : {&mine, &theirs})
+            RefuseRepeated(*side);
     const Target target = ReadTarget(arguments, mine.path);
     const rules::Merge merge(*base.rules, *mine.rules, *theirs.rules);
     const rules::Configuration merged = merge.Result(Answers(merge.Conflicts(), preferred));

@@ -2,13 +2,13 @@
 
 #include "cli/pricing/PricingJson.h"
 #include "cli/pricing/PricingRules.h"
-#include "cli/pricing/PricingText.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/TextTable.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/Session.h"
 #include "rules/match/CellText.h"
 #include "shared/PricingFacts.h"
+#include "shared/PricingText.h"
 
 #include <limits>
 
@@ -59,7 +59,7 @@ Trial TrialOf(const CStringArray& words)
 
 CString QuantityText(const rules::Quantity& quantity, const CString& unit)
 {
-    return quantity.IsKnown() ? QuantityIn(quantity, unit) : u"缺："_s + FaultText(quantity);
+    return quantity.IsKnown() ? shared::QuantityIn(quantity, unit) : u"缺："_s + shared::FaultText(quantity);
 }
 
 CString ItemsText(const rules::ComponentResult& result, const rules::Bill& bill)
@@ -82,11 +82,11 @@ CString ItemsText(const rules::ComponentResult& result, const rules::Bill& bill)
 CString MissesText(const rules::Trace& trace, const rules::SmallCategory& category)
 {
     TextTable table;
-    for (const rules::RuleTrace* const miss : NearestFirst(trace, category)) {
+    for (const rules::RuleTrace* const miss : shared::NearestFirst(trace, category)) {
         const rules::Rule& rule = category.rules[static_cast<std::size_t>(miss->rule)];
         table.AddRow({u"第 %1 条"_s.arg(miss->rule + 1),
                       u"%1/%2"_s.arg(miss->holding).arg(rule.conditions.size()), rule.Text(),
-                      MissText(*miss, category)});
+                      shared::MissText(*miss, category)});
     }
     return table.IsEmpty() ? CString()
                            : u"\n不适用的规则，最接近的在前（满足的条件数/条件数）：\n"_s + table.ToText(2);
@@ -106,7 +106,7 @@ CString TrialText(const rules::TakeoffComponent& component, const rules::Compone
     CString text = u"类别：%1\n"_s.arg(component.category) + RuleText(result);
     const bool isBare = result.outcome == rules::Outcome::OnDefault && result.lines.empty();
     if (result.refusal != rules::Refusal::None)
-        text += RefusalText(result.refusal) + u'\n';
+        text += shared::RefusalText(result.refusal) + u'\n';
     else if (isBare)
         text += u"默认规则没有清单或定额项\n"_s;
     text += ItemsText(result, bill);

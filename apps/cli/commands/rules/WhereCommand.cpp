@@ -7,12 +7,11 @@
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "platform/Console.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/check/Where.h"
 #include "rules/model/Snapshot.h"
 #include "store/RuleFile.h"
-
-#include <QtCore/QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -55,10 +54,12 @@ FileUses UsesIn(const CString& file, const CString& item)
 std::vector<FileUses> UsesEverywhere(const CString& item)
 {
     std::vector<FileUses> all;
-    const QDir folder(platform::ToNative(store::RuleFolder()));
-    for (const QString& name : folder.entryList({u"*.xml"_s}, QDir::Files, QDir::Name)) {
+    const CString folder = store::RuleFolder();
+    CStringArray names = platform::Files().FindFiles(folder, u".xml"_s);
+    names.sort();
+    for (const CString& name : names) {
         try {
-            all.push_back(UsesIn(platform::FromNative(folder.filePath(name)), item));
+            all.push_back(UsesIn(folder + u'\\' + name, item));
         } catch (const Refusal& refusal) {
             platform::WriteErr(CString::fromUtf8(refusal.what()) + u'\n');
         }

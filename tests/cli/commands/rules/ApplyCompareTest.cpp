@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using test::Cli;
 
@@ -178,6 +180,25 @@ TEST_F(ApplyCompare, RowThatLosesAQuantitySaysHowManyComponents)
     m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
     const test::Outcome outcome = Run();
     EXPECT_TRUE(outcome.Out().contains(u"缺工程量的构件：0→2"_s)) << outcome.out.toStdString();
+}
+
+TEST_F(ApplyCompare, RowThatDiffersBeforeRoundingOnlySaysSo)
+{
+    QByteArray rules = m_cli.Folder().ReadFile(Cli::RuleFile(u"乙"_s));
+    rules.replace("strFormula=\"管道长度\"", "strFormula=\"管道长度+0.001\"");
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
+    const QString remark = u"取位前的工程量不同"_s;
+    EXPECT_TRUE(Run().Out().contains(remark));
+    const QJsonObject row = Run({u"--json"_s}).Json().value(u"rows").toArray().at(0).toObject();
+    EXPECT_EQ(row.value(u"before").toObject().value(u"quantity"),
+              row.value(u"after").toObject().value(u"quantity"));
+    EXPECT_EQ(row.value(u"remark").toString(), remark);
+    ChangeSecond();
+    const QJsonArray rows = Run({u"--json"_s}).Json().value(u"rows").toArray();
+    EXPECT_TRUE(std::any_of(rows.begin(), rows.end(), [](const QJsonValue& added) {
+        return !added[u"before"_s].isObject() && added[u"remark"_s].isString() &&
+               added[u"remark"_s].toString().isEmpty();
+    }));
 }
 
 TEST_F(ApplyCompare, CannotGoIntoCsvAndNeedsAFileThatIsThere)

@@ -1,6 +1,7 @@
 #include "cli/CliTesting.h"
 #include "support/SourceTree.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSet>
@@ -331,4 +332,25 @@ TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
     EXPECT_TRUE(m_cli.RunInProject({u"where"_s, u"示9-9"_s}).Out().contains(u"没有规则套用"_s));
     EXPECT_EQ(m_cli.RunInProject({u"where"_s}).status, 2);
     EXPECT_EQ(m_cli.RunInProject({u"where"_s, u"1"_s, u"--config"_s, u"none.xml"_s}).status, 1);
+}
+
+TEST_F(Check, WhereLooksIntoTheFilesThatTheModuleSees)
+{
+    const QString folder = u"project\\app\\自动套配置"_s;
+    m_cli.Folder().MakeFolder(folder);
+    const QByteArray rules = File(Rule(2, {}, "001") + Default);
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), rules);
+    // Not a name that a path text can hold.
+    QFile odd(m_cli.Folder().Native(folder) + u"/a\\b.xml"_s);
+    ASSERT_TRUE(odd.open(QIODevice::WriteOnly));
+    odd.write(rules);
+    odd.close();
+    const test::Outcome outcome = m_cli.RunInProject({u"where"_s, u"031001001"_s, u"--json"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.err.isEmpty()) << outcome.err.toStdString();
+    QStringList files;
+    for (const QJsonValue& use : outcome.Json()[u"uses"_s].toArray())
+        files.append(use[u"file"_s].toString().section(u'/', -1));
+    EXPECT_EQ(files, (QStringList{u"乙.xml"_s, u"甲.xml"_s})) << "by name";
 }

@@ -2,6 +2,7 @@
 
 #include "cli/CliTesting.h"
 #include "cli/InterruptingReads.h"
+#include "cli/commands/rules/PipeFile.h"
 #include "cli/reading/Failure.h"
 #include "embedded/TestProject.h"
 #include "support/SourceTree.h"
@@ -13,32 +14,10 @@
 
 using namespace Qt::StringLiterals;
 using test::Cli;
+using test::PipeElement;
+using test::PipeFile;
 
 namespace {
-
-const QByteArray Head =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"1\">\n";
-const QByteArray Tail = "</自动套清单定额配置信息>\n";
-
-QByteArray Pipe(int id, const QByteArray& material, const QByteArray& formula = "管道长度")
-{
-    return "<Config id=\"" + QByteArray::number(id) +
-           "\" bDefault=\"0\"><Condition><condition id=\"1\" strCFType=\"材质\" bEqual=\"true\" "
-           "strEqualoperator=\"＝\" "
-           "strValue=\"" +
-           material +
-           "\"/></Condition><Qd><qd id=\"1\" strQdId=\"031001001\" strName=\"镀锌钢管\" strUnit=\"m\" "
-           "strFormula=\"" +
-           formula + "\"/></Qd></Config>\n";
-}
-
-QByteArray File(const QByteArray& rules)
-{
-    return Head +
-           "<给排水 id=\"1\" name=\"给排水\"><LMember id=\"1\" name=\"管道\"><SMember id=\"1\" "
-           "name=\"给水管\"><Config>\n" +
-           rules + "<Config id=\"1\" bDefault=\"1\"/></Config></SMember></LMember></给排水>\n" + Tail;
-}
 
 class CompareVerb : public testing::Test
 {
@@ -60,7 +39,8 @@ protected:
 
 TEST_F(CompareVerb, TellsRulesWithoutAProject)
 {
-    Write(File(Pipe(2, "钢管") + Pipe(3, "铜管")), File(Pipe(3, "铜管") + Pipe(2, "钢管", "个数")));
+    Write(PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管")),
+          PipeFile(PipeElement(3, "铜管") + PipeElement(2, "钢管", "个数")));
     const test::Outcome outcome = Compare();
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.Out().startsWith(u"给排水\\管道\\给水管\n"_s)) << outcome.out.toStdString();
@@ -71,13 +51,14 @@ TEST_F(CompareVerb, TellsRulesWithoutAProject)
 
 TEST_F(CompareVerb, SaysSoWhenNothingDiffers)
 {
-    Write(File(Pipe(2, "钢管")), File(Pipe(2, "钢管")));
+    Write(PipeFile(PipeElement(2, "钢管")), PipeFile(PipeElement(2, "钢管")));
     EXPECT_EQ(Compare().Out(), u"规则没有差别。\n"_s);
 }
 
 TEST_F(CompareVerb, JsonHasCountsCategoriesAndDetails)
 {
-    Write(File(Pipe(2, "钢管")), File(Pipe(2, "钢管", "个数") + Pipe(5, "铜管")));
+    Write(PipeFile(PipeElement(2, "钢管")),
+          PipeFile(PipeElement(2, "钢管", "个数") + PipeElement(5, "铜管")));
     const test::Outcome outcome = Compare({u"--json"_s});
     EXPECT_EQ(outcome.status, 0);
     const QJsonObject json = outcome.Json();
@@ -99,10 +80,10 @@ TEST_F(CompareVerb, JsonHasCountsCategoriesAndDetails)
 
 TEST_F(CompareVerb, BadInputIsRefusedWithItsPlace)
 {
-    Write(File({}), "<a>\n<b></a>");
+    Write(PipeFile({}), "<a>\n<b></a>");
     EXPECT_EQ(Compare().status, 1);
     EXPECT_TRUE(Compare().Err().contains(u"第 2 行"_s)) << Compare().err.toStdString();
-    Write(File({}), "<other/>");
+    Write(PipeFile({}), "<other/>");
     EXPECT_EQ(Compare().status, 1);
     EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s, u"none.xml"_s}).status, 1);
     EXPECT_EQ(m_cli.Run({u"compare"_s, u"a.xml"_s}).status, 2);
@@ -116,8 +97,8 @@ TEST_F(CompareVerb, DefaultRulesThatAnEditorCompletesAreOneLine)
 {
     const Cli cli(u"bill"_s);
     cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
-    cli.Folder().WriteFile(Cli::RuleFile(), File(Pipe(2, "钢管")));
-    cli.Folder().WriteFile(u"a.xml"_s, File(Pipe(2, "钢管")));
+    cli.Folder().WriteFile(Cli::RuleFile(), PipeFile(PipeElement(2, "钢管")));
+    cli.Folder().WriteFile(u"a.xml"_s, PipeFile(PipeElement(2, "钢管")));
     ASSERT_EQ(cli.Batch("{\"op\":\"Save\"}\n").status, 0);
     const test::Outcome outcome = cli.RunInProject({u"compare"_s, u"./a.xml"_s, u"DefaultConfig"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();

@@ -1,50 +1,36 @@
 #include "cli/commands/rules/MergeCommand.h"
 
 #include "cli/CliTesting.h"
+#include "cli/commands/rules/PipeFile.h"
 #include "cli/reading/Failure.h"
+#include "embedded/data/history/RuleFileLock.h"
 #include "platform/Files.h"
 #include "support/Patience.h"
 #include "support/SourceTree.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using test::Cli;
+using test::PipeElement;
 
 namespace {
 
-const QByteArray Head =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"1\">\n";
-const QByteArray Tail = "</自动套清单定额配置信息>\n";
-/// Written as no program would, so that any writing shows.
+/// A specialty that no merge touches.
 const QByteArray Electric = "  <电气  id='2' name='电气'><LMember name='灯具'/>  </电气>\n";
-
-QByteArray Pipe(int id, const QByteArray& material, const QByteArray& formula = "管道长度")
-{
-    return "<Config id=\"" + QByteArray::number(id) +
-           "\" bDefault=\"0\"><Condition><condition id=\"1\" strCFType=\"材质\" bEqual=\"true\" "
-           "strEqualoperator=\"＝\" "
-           "strValue=\"" +
-           material +
-           "\"/></Condition><Qd><qd id=\"1\" strQdId=\"031001001\" strName=\"镀锌钢管\" strUnit=\"m\" "
-           "strFormula=\"" +
-           formula + "\"/></Qd></Config>\n";
-}
 
 QByteArray File(const QByteArray& rules)
 {
-    return Head + Electric +
-           "<给排水 id=\"1\" name=\"给排水\"><LMember id=\"1\" name=\"管道\"><SMember id=\"1\" "
-           "name=\"给水管\"><Config>\n" +
-           rules + "<Config id=\"1\" bDefault=\"1\"/></Config></SMember></LMember></给排水>\n" + Tail;
+    return test::PipeFile(rules, Electric);
 }
 
-const QByteArray Base = File(Pipe(2, "钢管") + Pipe(3, "铜管"));
-const QByteArray Mine = File(Pipe(2, "钢管", "个数") + Pipe(3, "铜管"));
-const QByteArray Theirs = File(Pipe(2, "钢管") + Pipe(3, "铜管") + Pipe(4, "PE管"));
-const QByteArray Against = File(Pipe(2, "钢管", "长度") + Pipe(3, "铜管"));
+const QByteArray Base = File(PipeElement(2, "钢管") + PipeElement(3, "铜管"));
+const QByteArray Mine = File(PipeElement(2, "钢管", "个数") + PipeElement(3, "铜管"));
+const QByteArray Theirs = File(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "PE管"));
+const QByteArray Against = File(PipeElement(2, "钢管", "长度") + PipeElement(3, "铜管"));
 
 class MergeVerb : public testing::Test
 {
@@ -132,7 +118,7 @@ TEST_F(MergeVerb, PreferAnswersEveryConflict)
 
 TEST_F(MergeVerb, EmptyBaseIsAFileThatBothMade)
 {
-    ASSERT_EQ(Merge({}, File(Pipe(2, "钢管")), File(Pipe(2, "铜管"))).status, 0);
+    ASSERT_EQ(Merge({}, File(PipeElement(2, "钢管")), File(PipeElement(2, "铜管"))).status, 0);
     EXPECT_TRUE(Shown().contains(u"材质＝钢管;"_s));
     EXPECT_TRUE(Shown().contains(u"材质＝铜管;"_s));
     EXPECT_TRUE(Out().contains("<Config id=\"3\"")) << "two rules of one id";
@@ -169,7 +155,7 @@ TEST(MergedMeanwhile, FileThatAnotherProgramHasSavedIsNotWrittenOver)
                                         temp.Native(u"theirs.xml"_s), u"-o"_s, temp.Native(u"out.xml"_s),
                                         u"--force"_s},
                                        options);
-        const QByteArray other = File(Pipe(9, "别的"));
+        const QByteArray other = File(PipeElement(9, "别的"));
         const SavedMeanwhile files(temp, saved, other);
         CString told;
         try {
@@ -198,6 +184,51 @@ TEST_F(MergeVerb, BadInputIsRefusedAndWritesNothing)
     m_cli.Folder().WriteFile(u"out.xml"_s, "notes");
     EXPECT_EQ(Merge(Base, Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 1) << "no rule file";
     EXPECT_EQ(Out(), "notes");
+}
+
+TEST_F(MergeVerb, SideInWhichSomethingStandsTwiceIsRefusedUnlessItIsTheResult)
+{
+    const QByteArray big = "<LMember id=\"1\" name=\"管道\">";
+    const QByteArray small =
+        "<SMember id=\"1\" name=\"给水管\"><Config>" + PipeElement(9, "旧管") + "</Config></SMember>";
+    const auto withTwo = [](QByteArray file, const QByteArray& before, const QByteArray& second) {
+        return file.insert(file.indexOf(before), second);
+    };
+    const QByteArray end = "</LMember></给排水>";
+    const QByteArray mine = withTwo(Mine, end, small);
+    const QByteArray theirs = withTwo(Theirs, end, small);
+    const auto isRefused = [&](const test::Outcome& outcome, const QString& file, const QString& place) {
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_FALSE(m_cli.Folder().Exists(u"out.xml"_s));
+        EXPECT_TRUE(outcome.Err().contains(file + u"：“"_s + place)) << outcome.err.toStdString();
+    };
+    isRefused(Merge(Base, mine, Theirs), u"mine.xml"_s, u"给排水\\管道\\给水管”在文件中不止一段"_s);
+    isRefused(Merge(Base, Mine, theirs), u"theirs.xml"_s, u"给排水\\管道\\给水管”在文件中不止一段"_s);
+    isRefused(Merge(Base, withTwo(Mine, "</给排水>", big + small + "</LMember>"), Theirs), u"mine.xml"_s,
+              u"给排水\\管道”在文件中不止一段"_s);
+    isRefused(Merge(Base, Mine, withTwo(Theirs, "<Qd>", "<Condition/>")), u"theirs.xml"_s,
+              u"给排水\\管道\\给水管”第 1 条规则的“Condition”在文件中不止一段"_s);
+    EXPECT_EQ(Merge(Base, Base, theirs).status, 0);
+    EXPECT_EQ(Out(), theirs) << "to the byte, so that nothing is lost";
+    EXPECT_EQ(Merge(withTwo(Base, end, small), Mine, Theirs, {u"-o"_s, u"out.xml"_s, u"--force"_s}).status, 0)
+        << "nothing of the base is written";
+}
+
+TEST_F(MergeVerb, RuleFileThatAnotherProgramHoldsIsNotWrittenOutsideAProjectEither)
+{
+    m_cli.Folder().WriteFile(u"out.xml"_s, Base);
+    m_cli.SetVariable(u"KTQDDE_LOCK_WAIT"_s, u"0"_s);
+    const QStringList over{u"-o"_s, u"out.xml"_s, u"--force"_s};
+    {
+        const embedded::RuleFileLock held(CStringArray{m_cli.Folder().Path(u"out.xml"_s)});
+        const test::Outcome outcome = Merge(Base, Mine, Theirs, over);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.Err().contains(u"（进程 %1，机器 "_s.arg(QCoreApplication::applicationPid())))
+            << outcome.err.toStdString();
+        EXPECT_EQ(Out(), Base);
+    }
+    EXPECT_EQ(Merge(Base, Mine, Theirs, over).status, 0);
+    EXPECT_FALSE(QFile::exists(m_cli.Folder().Native(u".out.xml.lock"_s)));
 }
 
 TEST_F(MergeVerb, RuleFileOfAProjectIsKeptFirst)
@@ -280,7 +311,7 @@ protected:
 
 TEST_F(Git, MergesRuleFilesByRule)
 {
-    Diverge(Mine, File(Pipe(2, "钢管") + Pipe(3, "铜管") + Pipe(4, "PE管")));
+    Diverge(Mine, File(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "PE管")));
     Run({u"merge"_s, u"-q"_s, u"theirs"_s});
     EXPECT_TRUE(Rules().contains("PE管")) << Rules().toStdString();
     EXPECT_TRUE(Rules().contains("strFormula=\"个数\""));
@@ -290,8 +321,8 @@ TEST_F(Git, MergesRuleFilesByRule)
 
 TEST_F(Git, MergesRulesThatBothSidesAddedAtOnePlace)
 {
-    Diverge(File(Pipe(2, "钢管") + Pipe(3, "铜管") + Pipe(4, "PE管")),
-            File(Pipe(2, "钢管") + Pipe(3, "铜管") + Pipe(4, "PPR管")));
+    Diverge(File(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "PE管")),
+            File(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "PPR管")));
     Run({u"merge"_s, u"-q"_s, u"theirs"_s});
     EXPECT_TRUE(Rules().contains("PE管"));
     EXPECT_TRUE(Rules().contains("PPR管"));

@@ -310,3 +310,86 @@ TEST_F(HistoryTest, HostHasIt)
     EXPECT_TRUE(host.History().Keep(Path()).has_value());
     EXPECT_EQ(Kept(), QList<QByteArray>{"1"});
 }
+
+namespace {
+
+/// A rule file that has been renamed, with a copy before and none since.
+class RenamedFile : public HistoryTest
+{
+protected:
+    RenamedFile()
+    {
+        WriteAndKeep("old");
+        Rename(RuleFile, u"app\\新名.xml"_s);
+    }
+
+    void Rename(const CString& from, const CString& to)
+    {
+        platform::Files().Rename(m_project.Path(from), m_project.Path(to));
+        Open().Follow(m_project.Path(from), m_project.Path(to));
+    }
+    QList<QByteArray> KeptOf(const CString& file) const
+    {
+        QList<QByteArray> contents;
+        for (const HistoryEntry& entry : Open().List(m_project.Path(file)))
+            contents.append(Open().Read(entry));
+        return contents;
+    }
+    void KeepAs(const CString& file, const QByteArray& bytes) const { KeepAt(Noon, file, bytes); }
+};
+
+const CString NewName = u"app\\新名.xml"_s;
+
+} // namespace
+
+TEST_F(RenamedFile, ListsTheCopiesUnderItsNewNameAndWritesThemBackThere)
+{
+    KeepAs(NewName, "new");
+    EXPECT_EQ(KeptOf(NewName), QList<QByteArray>({"new", "old"}));
+    Open().Restore(Open().List(m_project.Path(NewName)).last());
+    EXPECT_EQ(platform::Files().Read(m_project.Path(NewName)), "old");
+    EXPECT_FALSE(platform::Files().Exists(Path()));
+}
+
+TEST_F(RenamedFile, GetsNoNewCopyForWhatTheLastOneHolds)
+{
+    EXPECT_EQ(Open().Keep(m_project.Path(NewName)), std::nullopt);
+    EXPECT_EQ(Open().KeepInAnyCase(m_project.Path(NewName))->path, m_project.Path(NewName));
+}
+
+TEST_F(RenamedFile, CopiesOfAnotherFileUnderTheFormerNameAreNotItsOwn)
+{
+    KeepAs(RuleFile, "another");
+    EXPECT_EQ(KeptOf(NewName), QList<QByteArray>({"old"}));
+    EXPECT_EQ(Open().ListAll().size(), 2);
+}
+
+TEST_F(RenamedFile, IsFollowedThroughSeveralNamesAndBack)
+{
+    KeepAs(NewName, "second");
+    Rename(NewName, u"app\\三.xml"_s);
+    KeepAs(u"app\\三.xml"_s, "third");
+    EXPECT_EQ(KeptOf(u"app\\三.xml"_s), QList<QByteArray>({"third", "second", "old"}));
+    Rename(u"app\\三.xml"_s, RuleFile);
+    EXPECT_EQ(KeptOf(RuleFile), QList<QByteArray>({"third", "second", "old"}));
+}
+
+TEST_F(RenamedFile, TheFormerNameIsWrittenFromTheProjectOn)
+{
+    QByteArray found;
+    for (const CString& folder : platform::Files().FindFolders(m_project.Path(u"history"_s)))
+        found += platform::Files()
+                     .Read(m_project.Path(u"history\\"_s + folder + u"\\former.txt"_s))
+                     .value_or(QByteArray());
+    EXPECT_EQ(QString::fromUtf8(found), u"1 .\\app\\规则.xml\n"_s);
+}
+
+TEST_F(RenamedFile, LinesThatAreNoneArePassedOver)
+{
+    for (const CString& folder : platform::Files().FindFolders(m_project.Path(u"history"_s))) {
+        const CString file = m_project.Path(u"history\\"_s + folder + u"\\former.txt"_s);
+        if (const auto former = platform::Files().Read(file))
+            platform::Files().WriteInPlace(file, "nonsense\n\n12\n" + *former);
+    }
+    EXPECT_EQ(KeptOf(NewName), QList<QByteArray>({"old"}));
+}

@@ -1,0 +1,40 @@
+#include "cli/pricing/BillTable.h"
+
+#include "cli/printing/TextTable.h"
+#include "shared/BillLines.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace cli {
+
+CString BillTable(const rules::Bill& bill, rules::PricingMode mode, const CStringArray& groupBy,
+                  std::size_t most)
+{
+    std::vector<shared::BillLine> lines = shared::LinesOf(bill, mode);
+    const std::size_t left = lines.size() - std::min(lines.size(), most);
+    lines.resize(lines.size() - left);
+    TextTable table;
+    table.AddRow(groupBy + CStringArray{u"序号"_s, u"项目编码"_s, u"项目名称"_s, u"项目特征描述"_s,
+                                        u"计量单位"_s, u"工程量"_s, u"备注"_s});
+    for (const shared::BillLine& line : lines) {
+        const rules::BillRow& row = *line.row;
+        CStringArray cells;
+        for (const CString& cell : bill.rows[line.index].group)
+            cells.append(cell);
+        const bool isBelow = line.serial == 0;
+        cells += {isBelow ? CString() : CString::number(line.serial),
+                  isBelow ? u"  "_s + row.number : row.number,
+                  row.name,
+                  row.FeatureText(),
+                  row.unit,
+                  row.quantity.isEmpty() ? u"缺"_s : row.quantity,
+                  line.note};
+        table.AddRow(cells);
+    }
+    const CString rest = left == 0 ? CString() : u"……另有 %1 行\n"_s.arg(left);
+    return table.ToText(0) + rest;
+}
+
+} // namespace cli

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Text.h"
+#include "widgets/LineDelegate.h"
+
+class QComboBox;
+
+namespace editor {
+
+class ConditionTable;
+
+/// The editors of the cells of conditions: lists of attributes, operators and values that can be searched by
+/// typing, and a plain field for the upper bound.
+class ConditionDelegate : public widgets::LineDelegate
+{
+public:
+    /// The table owns this.
+    explicit ConditionDelegate(ConditionTable& table);
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
+private:
+    QComboBox* MakeForms(QWidget* parent, int row) const;
+    QComboBox* MakeList(QWidget* parent, const CStringArray& entries) const;
+
+    ConditionTable& m_table;
+};
+
+} // namespace editor

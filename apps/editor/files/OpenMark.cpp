@@ -1,0 +1,70 @@
+#include "editor/files/OpenMark.h"
+
+#include "platform/Paths.h"
+#include "shared/TimeText.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLockFile>
+#include <QtCore/QSysInfo>
+#include <QtCore/QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+/// Whether a program of another machine still runs cannot be seen from here.
+constexpr int LongestOpenDays = 7;
+
+QDir MarkFolder(const embedded::ProjectFolder& project)
+{
+    return QDir(platform::ToNative(project.Path())).filePath(u"history/locks"_s);
+}
+
+/// Who has made a mark; nothing when it is gone, was made by this process, or its program is no more. The
+/// mark of a program that has died goes.
+std::optional<CString> HolderOf(const QString& file)
+{
+    QLockFile mark(file);
+    mark.setStaleLockTime(0); // never by its age
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (!mark.getLockInfo(&process, &host, &program)) return std::nullopt;
+    const bool isHere = host == QSysInfo::machineHostName();
+    if (isHere && process == QCoreApplication::applicationPid()) return std::nullopt;
+    const QDateTime since = QFileInfo(file).lastModified();
+    if (!isHere && since.daysTo(QDateTime::currentDateTime()) > LongestOpenDays) return std::nullopt;
+    if (mark.tryLock(0)) return std::nullopt;
+    return u"%1（进程 %2，机器 %3，%4 打开）"_s.arg(program).arg(process).arg(host, shared::TimeText(since));
+}
+
+} // namespace
+
+OpenMark::OpenMark(const embedded::ProjectFolder& project)
+{
+    const QDir folder = MarkFolder(project);
+    if (!QDir(platform::ToNative(project.Path())).exists() || !folder.mkpath(u"."_s)) return;
+    const QString name = QUuid::createUuid().toString(QUuid::Id128);
+    m_mark = std::make_unique<QLockFile>(folder.filePath(u"open-%1.lock"_s.arg(name)));
+    m_mark->setStaleLockTime(0);
+    if (!m_mark->tryLock(0)) m_mark.reset();
+}
+
+OpenMark::~OpenMark() = default;
+
+std::optional<CString> OtherProgramWithProject(const embedded::ProjectFolder& project)
+{
+    const QDir folder = MarkFolder(project);
+    CStringArray holders;
+    for (const QString& name : folder.entryList({u"open-*.lock"_s}, QDir::Files, QDir::Time | QDir::Reversed))
+        if (const auto holder = HolderOf(folder.filePath(name))) holders.append(*holder);
+    if (holders.isEmpty()) return std::nullopt;
+    return holders.join(u"、"_s);
+}
+
+} // namespace editor

@@ -1,0 +1,41 @@
+#include "editor/files/RuleFileEntry.h"
+
+#include "embedded/data/project/Look.h"
+#include "rules/model/Snapshot.h"
+
+namespace editor {
+
+namespace {
+
+qsizetype CountRules(const rules::Specialty& specialty)
+{
+    std::size_t count = 0;
+    for (const rules::BigCategory& big : specialty.bigCategories)
+        for (const rules::SmallCategoryPtr& small : big.smallCategories)
+            count += small->rules.size();
+    return static_cast<qsizetype>(count);
+}
+
+} // namespace
+
+qsizetype RuleFileEntry::Rules() const
+{
+    qsizetype sum = 0;
+    for (const SpecialtyCount& count : counts)
+        sum += count.rules;
+    return sum;
+}
+
+RuleFileEntry ExamineEntry(const CString& path)
+{
+    RuleFileEntry entry{shared::ExamineRuleFile(path)};
+    if (entry.state.kind != shared::RuleFileKind::Rules) return entry;
+    const embedded::Look look;
+    CString reason;
+    if (const rules::ConfigurationPtr configuration = rules::ReadRuleFile(path, reason))
+        for (const rules::Specialty& specialty : configuration->Specialties())
+            entry.counts.append({specialty.name, CountRules(specialty)});
+    return entry;
+}
+
+} // namespace editor

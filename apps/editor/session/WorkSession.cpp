@@ -1,0 +1,377 @@
+#include "editor/session/WorkSession.h"
+
+#include "editor/project/Project.h"
+#include "platform/Files.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+/// A category's specialty: the first level of its text.
+CString SpecialtyOf(const CString& category)
+{
+    return category.section(u'\\', 0, 0);
+}
+
+CStringArray CategoriesOf(const rules::Edit& edit)
+{
+    CStringArray categories;
+    for (const rules::Splice& splice : edit.splices)
+        if (!categories.contains(splice.category)) categories.append(splice.category);
+    return categories;
+}
+
+/// Sorted, each once, and none that the category has not.
+void Trim(std::vector<std::size_t>& positions, const rules::SmallCategoryPtr& category)
+{
+    const std::size_t count = category ? category->rules.size() : 0;
+    std::sort(positions.begin(), positions.end());
+    positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+    while (!positions.empty() && positions.back() >= count)
+        positions.pop_back();
+}
+
+} // namespace
+
+/// One edit on the undo stack.
+class WorkSession::EditCommand : public QUndoCommand
+{
+public:
+    EditCommand(WorkSession& session, rules::Edit edit)
+        : QUndoCommand(edit.text), m_session(session), m_edit(std::move(edit))
+    {
+    }
+
+    void undo() override { m_session.Change(m_edit, true); }
+    void redo() override { m_session.Change(m_edit, false); }
+
+private:
+    WorkSession& m_session;
+    rules::Edit m_edit;
+};
+
+WorkSession::WorkSession(QObject* parent) : QObject(parent)
+{
+    SetProject(nullptr);
+}
+
+WorkSession::~WorkSession() = default;
+
+void WorkSession::SetProject(Project* project)
+{
+    Close();
+    m_project = project;
+    RefreshFacts();
+}
+
+void WorkSession::RefreshFacts()
+{
+    if (m_project == nullptr) {
+        auto none = std::make_shared<ProjectFacts>();
+        none->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+        m_facts = std::move(none);
+    } else {
+        m_facts = FactsOf(*m_project);
+    }
+    if (m_file) {
+        // The edits stay. What they are about may be offered no more, so they can no longer be taken back.
+        const rules::ConfigurationPtr present = m_draft.Snapshot();
+        m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+        m_draft.Apply(rules::Towards(m_draft, *present, {}));
+        m_undo.clear();
+    }
+    KeepChoiceValid();
+    emit Reopened();
+}
+
+void WorkSession::Open(const CString& path)
+{
+    TakeFile(std::make_unique<DraftFile>(*m_project, path));
+    emit Reopened();
+}
+
+void WorkSession::Recover(const LostDraft& lost)
+{
+    TakeFile(std::make_unique<DraftFile>(*m_project, lost.ruleFile, lost.base));
+    rules::Draft recovered = m_draft;
+    for (const rules::Edit& edit : lost.edits)
+        recovered.Apply(edit);
+    const rules::Edit all = rules::Towards(m_draft, *recovered.Snapshot(), u"没有保存的修改"_s);
+    emit Reopened();
+    Do(all);
+    if (m_journalFault.isEmpty()) DraftJournal::Remove(lost);
+}
+
+void WorkSession::TakeFile(std::unique_ptr<DraftFile> file)
+{
+    rules::Draft draft(file->Rules(), m_facts->offered);
+    if (m_journal) m_journal->End();
+    m_journalFault.clear();
+    m_undo.clear();
+    m_file = std::move(file);
+    m_draft = std::move(draft);
+    BeginJournal();
+    if (m_specialty.isEmpty()) m_specialty = m_project->Spec();
+    KeepChoiceValid();
+}
+
+void WorkSession::Close()
+{
+    if (m_journal) m_journal->End();
+    m_journal.reset();
+    m_journalFault.clear();
+    m_undo.clear();
+    m_file.reset();
+    m_draft = rules::Draft();
+    m_specialty.clear();
+    m_lastCategories.clear();
+    KeepChoiceValid();
+    emit Reopened();
+}
+
+DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
+{
+    const DraftFile::SaveEnd end = m_file->Save(m_draft.Wanted(), answer);
+    if (end == DraftFile::SaveEnd::Cancelled) return end;
+    m_undo.setClean();
+    FollowFile(u"合并进来的修改"_s);
+    return end;
+}
+
+void WorkSession::Discard()
+{
+    const rules::Draft saved(m_file->Rules(), m_facts->offered);
+    Do(rules::Towards(m_draft, *saved.Snapshot(), u"放弃修改"_s));
+}
+
+void WorkSession::Reset()
+{
+    m_undo.clear();
+    m_journal->End();
+    BeginJournal();
+    m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+    KeepChoiceValid();
+    emit Reopened();
+}
+
+bool WorkSession::TakeOver()
+{
+    if (!m_file || IsChanged()) return false;
+    try {
+        m_file = std::make_unique<DraftFile>(*m_project, m_file->Path());
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+    FollowFile(u"文件里的修改"_s);
+    return true;
+}
+
+/// The edits so far are in the file; what it holds besides becomes one more, and what comes begins on that.
+void WorkSession::FollowFile(const CString& text)
+{
+    const rules::Edit others = rules::Towards(m_draft, *m_file->Rules(), text, true);
+    if (!others.IsEmpty()) m_undo.push(new EditCommand(*this, others));
+    m_draft.Rebase(m_file->Rules());
+    m_journal->End();
+    BeginJournal();
+    m_undo.setClean();
+    KeepChoiceValid();
+    // Another program may have brought categories that nobody knew.
+    if (!others.IsEmpty()) emit Reopened();
+    emit FileChanged();
+}
+
+void WorkSession::BeginJournal()
+{
+    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    m_journalFault.clear();
+}
+
+const rules::FileStructure& WorkSession::Structure() const noexcept
+{
+    static const rules::FileStructure None;
+    return m_file ? m_file->Structure() : None;
+}
+
+void WorkSession::Do(const rules::Edit& edit)
+{
+    if (edit.IsEmpty()) return;
+    m_undo.push(new EditCommand(*this, edit));
+}
+
+void WorkSession::Change(const rules::Edit& edit, bool isReverted)
+{
+    const auto chosen = std::pair(m_rules, m_current);
+    const rules::SmallCategoryPtr former = Category();
+    isReverted ? m_draft.Revert(edit) : m_draft.Apply(edit);
+    if (m_journalFault.isEmpty()) {
+        try {
+            m_journal->Add(isReverted ? edit.Inverse() : edit);
+        } catch (const platform::FileError& error) {
+            m_journalFault = error.Message();
+        }
+    }
+    FollowRules(former);
+    KeepChoiceValid();
+    emit Edited(CategoriesOf(edit));
+    if (chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
+bool WorkSession::IsChanged() const
+{
+    return m_file && m_draft.IsChanged();
+}
+
+/// What the change has brought into the chosen category is chosen, else the same rules as before, wherever
+/// they stand now.
+void WorkSession::FollowRules(const rules::SmallCategoryPtr& former)
+{
+    const rules::SmallCategoryPtr present = Category();
+    if (!former || !present || former == present) return;
+    std::set<int> known;
+    std::set<int> chosen;
+    for (std::size_t i = 0; i < former->rules.size(); ++i) {
+        known.insert(former->rules[i].id);
+        if (std::binary_search(m_rules.begin(), m_rules.end(), i)) chosen.insert(former->rules[i].id);
+    }
+    const std::optional<int> current = m_current ? std::optional(former->rules[*m_current].id) : std::nullopt;
+    std::vector<std::size_t> made;
+    std::vector<std::size_t> kept;
+    std::optional<std::size_t> cursor;
+    for (std::size_t i = 0; i < present->rules.size(); ++i) {
+        const int id = present->rules[i].id;
+        if (!known.contains(id)) made.push_back(i);
+        if (chosen.contains(id)) kept.push_back(i);
+        if (id == current) cursor = i;
+    }
+    if (!made.empty())
+        ChooseInCategory(made, made.front());
+    else if (!kept.empty())
+        ChooseInCategory(kept, cursor);
+    else if (m_current) // those that were chosen are gone: the one that stands there now
+        ChooseInCategory({std::min(*m_current, present->rules.size() - 1)}, std::nullopt);
+}
+
+rules::SmallCategoryPtr WorkSession::Category() const
+{
+    return m_draft.Find(m_category);
+}
+
+void WorkSession::ChooseSpecialty(const CString& name)
+{
+    if (name == m_specialty) return;
+    const auto& all = m_draft.Specialties();
+    if (std::none_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; })) return;
+    m_specialty = name;
+    m_category.clear();
+    KeepChoiceValid();
+    emit SpecialtyChosen();
+    emit CategoryChosen();
+    emit RulesChosen();
+}
+
+void WorkSession::ChooseCategory(const CString& text)
+{
+    if (text == m_category || !m_draft.Find(text)) return;
+    const bool isOtherSpecialty = SpecialtyOf(text) != m_specialty;
+    m_specialty = SpecialtyOf(text);
+    m_category = text;
+    m_lastCategories[m_specialty] = text;
+    m_rules.clear();
+    m_current.reset();
+    m_elsewhere.clear();
+    KeepChoiceValid();
+    if (isOtherSpecialty) emit SpecialtyChosen();
+    emit CategoryChosen();
+    emit RulesChosen();
+}
+
+rules::RulePlaces WorkSession::ChosenPlaces() const
+{
+    rules::RulePlaces places = m_elsewhere;
+    if (!m_rules.empty()) places[m_category] = m_rules;
+    return places;
+}
+
+void WorkSession::ChoosePlaces(rules::RulePlaces places, const CString& category, std::size_t position)
+{
+    ChooseCategory(category);
+    if (m_category != category) return;
+    auto own = std::move(places[category]);
+    places.erase(category);
+    const bool isOtherElsewhere = places != m_elsewhere;
+    m_elsewhere = std::move(places);
+    KeepChoiceValid();
+    const auto chosen = std::pair(m_rules, m_current);
+    ChooseInCategory(std::move(own), position);
+    if (isOtherElsewhere || chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
+void WorkSession::ChooseRules(std::vector<std::size_t> positions, std::optional<std::size_t> current)
+{
+    const auto chosen = std::pair(m_rules, m_current);
+    const bool hadOthers = !m_elsewhere.empty();
+    m_elsewhere.clear();
+    ChooseInCategory(std::move(positions), current);
+    if (hadOthers || chosen != std::pair(m_rules, m_current)) emit RulesChosen();
+}
+
+/// Emits nothing.
+void WorkSession::ChooseInCategory(std::vector<std::size_t> positions, std::optional<std::size_t> current)
+{
+    const rules::SmallCategoryPtr category = Category();
+    Trim(positions, category);
+    if (current && !std::binary_search(positions.begin(), positions.end(), *current)) current.reset();
+    if (!current && !positions.empty()) current = positions.front();
+    m_rules = std::move(positions);
+    m_current = current;
+}
+
+void WorkSession::GoTo(const CString& category, std::size_t position)
+{
+    ChooseCategory(category);
+    if (category == m_category) ChooseRules({position}, position);
+}
+
+/// The category that was last chosen in the specialty, else its first one; none where it has none.
+CString WorkSession::UsualCategory() const
+{
+    const auto last = m_lastCategories.find(m_specialty);
+    if (last != m_lastCategories.end() && m_draft.Find(last->second)) return last->second;
+    for (const rules::Specialty& specialty : m_draft.Specialties())
+        if (specialty.name == m_specialty)
+            for (const rules::BigCategory& big : specialty.bigCategories)
+                if (!big.smallCategories.empty()) return big.smallCategories.front()->text;
+    return {};
+}
+
+/// Emits nothing: whoever changes the draft says so itself.
+void WorkSession::KeepChoiceValid()
+{
+    const auto& all = m_draft.Specialties();
+    const auto isChosen = [&](const auto& one) { return one.name == m_specialty; };
+    if (std::none_of(all.begin(), all.end(), isChosen))
+        m_specialty = all.empty() ? CString() : all.front().name;
+    if (!m_draft.Find(m_category) || SpecialtyOf(m_category) != m_specialty) {
+        m_category = UsualCategory();
+        m_rules.clear();
+        m_current.reset();
+    }
+    const rules::SmallCategoryPtr category = Category();
+    Trim(m_rules, category);
+    if (m_rules.empty() && category && !category->rules.empty()) m_rules = {0};
+    if (!m_current || !std::binary_search(m_rules.begin(), m_rules.end(), *m_current))
+        m_current = m_rules.empty() ? std::nullopt : std::optional(m_rules.front());
+    m_elsewhere.erase(m_category);
+    for (auto& [text, positions] : m_elsewhere)
+        Trim(positions, m_draft.Find(text));
+    std::erase_if(m_elsewhere, [](const auto& entry) { return entry.second.empty(); });
+}
+
+} // namespace editor

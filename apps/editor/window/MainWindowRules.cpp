@@ -1,0 +1,176 @@
+#include "editor/docks/details/DetailPanel.h"
+#include "editor/messages/Boxes.h"
+#include "editor/messages/Guard.h"
+#include "editor/project/Project.h"
+#include "editor/steps/BusyCursor.h"
+#include "editor/steps/LongStep.h"
+#include "editor/window/MainWindow.h"
+#include "editor/window/ProjectPanel.h"
+#include "editor/workbench/ConflictDialog.h"
+#include "editor/workbench/Workbench.h"
+#include "platform/Paths.h"
+#include "rules/model/Snapshot.h"
+#include "shared/TimeText.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+// How the rules of a file come onto the workbench, and back into their file.
+
+namespace editor {
+
+Workbench* MainWindow::MakeWorkbench()
+{
+    auto* workbench = new Workbench(
+        m_session,
+        {.run = [this](const auto& step) { RunAlone(step); },
+         .openFile = [this](const CString& path, const CString& category,
+                            std::size_t position) { RunAlone([&] { GoToFile(path, category, position); }); },
+         .readOthers = [this] { return ReadOtherFiles(); },
+         .save = [this] { RunAlone([this] { SaveRules(); }); },
+         .tell = [this](const QString& text) { Tell(text); }});
+    connect(&m_session, &WorkSession::Reopened, this, [this] { ShowTitle(); });
+    connect(&m_session, &WorkSession::FileChanged, this, [this] { ShowTitle(); });
+    connect(&m_session, &WorkSession::Edited, this, [this] {
+        ShowTitle();
+        if (!m_session.JournalFault().isEmpty())
+            Tell(u"修改没有留底，程序意外结束会丢失，请及早保存：%1"_s.arg(m_session.JournalFault()));
+    });
+    connect(&m_session, &WorkSession::SpecialtyChosen, this, [this] { TakeSpecialty(); });
+    return workbench;
+}
+
+void MainWindow::ShowTitle()
+{
+    QString title = ProgramName();
+    if (m_project) title = u"%1 - %2"_s.arg(m_project->Name(), title);
+    setWindowTitle(title);
+    setWindowModified(m_session.IsChanged());
+    m_workbench->SetHeading(m_session.IsOpen() ? m_session.File().Name() : QString(), m_session.IsChanged());
+}
+
+void MainWindow::OpenRules(const CString& ruleFile)
+{
+    const BusyCursor busy;
+    try {
+        m_session.Open(ruleFile);
+        m_workbench->ShowNotice({});
+    } catch (const std::runtime_error& error) {
+        m_session.Close();
+        m_workbench->ShowNotice(
+            u"%1 不能在这里编辑：%2"_s.arg(platform::ToNative(ruleFile), CString::fromUtf8(error.what())));
+        return;
+    }
+    OfferLostDraft(ruleFile);
+}
+
+void MainWindow::OfferLostDraft(const CString& ruleFile)
+{
+    for (const LostDraft& lost : DraftJournal::FindLost(m_project->Folder(), ruleFile)) {
+        const CString text = u"程序上一次没有保存就结束了，“%1”的修改还在：%2 处，最后一处改于 %3"_s
+                                 .arg(m_session.File().Name())
+                                 .arg(lost.edits.size())
+                                 .arg(shared::TimeText(lost.changed));
+        const RecoverAnswer answer = AskRecover(this, text);
+        if (answer == RecoverAnswer::Discard) DraftJournal::Remove(lost);
+        if (answer != RecoverAnswer::Recover) continue;
+        m_session.Recover(lost);
+        return; // the others are offered the next time
+    }
+}
+
+bool MainWindow::SwitchRules(const CString& ruleFile)
+{
+    if (m_session.IsOpen() && m_session.File().Path() == ruleFile) return true;
+    if (!MayLeaveRules()) return false;
+    OpenRules(ruleFile);
+    return true;
+}
+
+void MainWindow::FollowFiles(const CString& formerCurrent)
+{
+    const CString current = m_project->CurrentRuleFile();
+    if (current != formerCurrent || !m_session.IsOpen()) return OpenRules(current);
+    const CString open = m_session.File().Path();
+    if (!m_session.TakeOver() && !m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+}
+
+void MainWindow::FollowDisk(const QStringList& changed)
+{
+    ExamineRuleFiles();
+    if (!m_session.IsOpen() || !changed.contains(m_session.File().Path())) return;
+    const CString name = m_session.File().Name();
+    if (m_session.IsChanged()) {
+        Tell(u"另一个程序改了 %1；保存时会与您的修改合并"_s.arg(name));
+    } else {
+        FollowFiles(m_project->CurrentRuleFile());
+        Tell(u"另一个程序改了 %1，已换成新的内容；可以撤销"_s.arg(name));
+    }
+}
+
+bool MainWindow::SaveRules()
+{
+    m_details->Commit();
+    const CString name = m_session.File().Name();
+    const DraftFile::SaveEnd end = m_session.Save([&](const std::vector<rules::Conflict>& conflicts) {
+        return ConflictDialog::Ask(conflicts, name, this);
+    });
+    if (end == DraftFile::SaveEnd::Cancelled) return false;
+    Tell(end == DraftFile::SaveEnd::Merged ? u"已保存 %1，并与另一个程序其间保存的修改合并"_s.arg(name)
+                                           : u"已保存 %1"_s.arg(name));
+    return true;
+}
+
+bool MainWindow::MayLeaveRules()
+{
+    m_details->Commit();
+    if (!m_session.IsChanged()) return true;
+    switch (AskLeave(this, m_session.File().Name())) {
+    case LeaveAnswer::Save:
+        return SaveRules();
+    case LeaveAnswer::Discard:
+        m_session.Reset();
+        return true;
+    case LeaveAnswer::Stay:
+        break;
+    }
+    return false;
+}
+
+void MainWindow::GoToFile(const CString& path, const CString& category, std::size_t position)
+{
+    if (SwitchRules(path)) m_session.GoTo(category, position);
+}
+
+/// Those that can be read; the others say so in the list of files.
+std::vector<OtherFile> MainWindow::ReadOtherFiles()
+{
+    CStringArray paths = m_project->RuleFiles();
+    if (m_session.IsOpen()) paths.removeAll(m_session.File().Path());
+    std::vector<OtherFile> files;
+    RunLongStep(this, u"正在读规则文件…"_s, [&](StepControl& control) {
+        qint64 done = 0;
+        for (const CString& path : paths) {
+            CString reason;
+            if (auto read = rules::ReadRuleFile(path, reason)) files.push_back({path, std::move(read)});
+            control.Report(++done, paths.size());
+            control.Check();
+        }
+    });
+    return files;
+}
+
+/// The module's dialogs open on the specialty of the project.
+void MainWindow::TakeSpecialty()
+{
+    if (!m_project || m_session.Specialty().isEmpty() || m_project->Spec() == m_session.Specialty()) return;
+    try {
+        m_project->SetSpec(m_session.Specialty());
+        m_panel->ShowProject(*m_project);
+    } catch (const std::exception& error) {
+        Tell(u"工程没有记住专业“%1”：%2"_s.arg(m_session.Specialty(), CString::fromUtf8(error.what())));
+    }
+}
+
+} // namespace editor

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "editor/session/WorkSession.h"
+#include "editor/workbench/RuleCommands.h"
+#include "editor/workbench/RuleSearch.h"
+#include "editor/workbench/RuleTableModel.h"
+#include "editor/workbench/WorkbenchActions.h"
+
+#include <QtWidgets/QMainWindow>
+
+#include <functional>
+
+class QComboBox;
+class QDockWidget;
+class QLabel;
+class QLineEdit;
+class QTimer;
+class QToolBar;
+
+namespace editor {
+
+class CategoryPanel;
+class RuleTable;
+
+/// The page on which the rules of a file are worked on: categories at the left, the rules of the chosen one,
+/// or those that a search finds, in the middle, and around them docks that the user arranges. It shows what
+/// the session holds and gives it what the user does.
+class Workbench : public QMainWindow
+{
+public:
+    /// What the window around it does.
+    struct Wishes
+    {
+        /// Runs a step of a command: guarded, and alone.
+        std::function<void(const std::function<void()>&)> run;
+        /// Opens another rule file of the project at a rule. May be refused by the user.
+        std::function<void(const CString& path, const CString& category, std::size_t position)> openFile;
+        /// Reads the other rule files of the project, for a search in all of them.
+        std::function<std::vector<OtherFile>()> readOthers;
+        std::function<void()> save;
+        /// Says something in the status bar.
+        std::function<void(const QString&)> tell;
+    };
+
+    /// `session` must outlive this.
+    Workbench(WorkSession& session, Wishes wishes);
+    ~Workbench() override;
+
+    const WorkbenchActions& Commands() const noexcept { return m_actions; }
+    QAction* UndoAction() const noexcept { return m_undo; }
+    QAction* RedoAction() const noexcept { return m_redo; }
+
+    /// What other parts know of rules and categories.
+    void SetKnowledge(RuleKnowledge knowledge,
+                      std::function<std::optional<rules::Severity>(const CString&)> severities);
+    /// What is known has changed: everywhere, or in these categories.
+    void KnowledgeChanged(const QStringList& categories = {});
+    /// Shows or hides the column of hits.
+    void ShowHits(bool show);
+
+    /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
+    QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
+                         Qt::DockWidgetArea area);
+    /// All of them, and the one of that name, which must be there.
+    QList<QDockWidget*> Docks() const;
+    QDockWidget* FindDock(const QString& name) const;
+    /// How wide, or at the bottom how high, docks are when the page is first seen, in pixels. A former arrangement
+    /// that is restored counts instead.
+    void SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes);
+    bool Restore(const QByteArray& layout, int version);
+    /// Where the user goes to work on the current rule.
+    void SetEditor(QWidget* editor) { m_editor = editor; }
+
+    /// Names the open file; empty for none.
+    void SetHeading(const QString& configuration, bool isChanged);
+    /// Says in the place of the rules why there are none; empty takes it away.
+    void ShowNotice(const QString& text);
+
+    /// Looks for this everywhere in a scope, as if it had been typed.
+    void Find(const QString& text, SearchScope scope);
+    void FocusRules();
+    QWidget* RuleList() const;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Build();
+    QToolBar* MakeTools();
+    QToolBar* MakeSearch();
+    void Connect();
+    void ShowRows();
+    void ShowChoice();
+    void TakeChoice();
+    void GoToLine(int line);
+    void EnableActions();
+    void ShowCount();
+    void PrepareSearch();
+    void ScopeChosen();
+    void EditCurrent();
+
+    WorkSession& m_session;
+    Wishes m_wishes;
+    WorkbenchActions m_actions;
+    QAction* m_undo;
+    QAction* m_redo;
+    RuleCommands m_commands;
+    RuleSearch m_search;
+    RuleTableModel* m_model;
+    RuleTable* m_table;
+    CategoryPanel* m_categories;
+    QLineEdit* m_text;
+    QComboBox* m_scope;
+    QLabel* m_count;
+    QLabel* m_heading;
+    QLabel* m_notice;
+    QTimer* m_prepare;           ///< the search, between events
+    QList<QDockWidget*> m_docks; ///< in the order in which they came
+    QList<QDockWidget*> m_firstDocks; ///< until they have their first sizes
+    QList<int> m_firstSizes;
+    QWidget* m_editor = nullptr;
+    bool m_isShowing = false;
+};
+
+} // namespace editor
