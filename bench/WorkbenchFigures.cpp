@@ -160,11 +160,12 @@ bool WorkbenchEdit(const QString& project, int rounds)
     editor::FindingsWatch findings(session);
     QObject::connect(&findings, &editor::FindingsWatch::FindingsChanged, &findings,
                      [&](const QStringList& categories) { open.Window().KnowledgeChanged(categories); });
-    open.Window().SetKnowledge({.severity = [&](const CString& category,
-                                                std::size_t place) { return findings.WorstOf(category, place); },
-                                .findings = [&](const CString& category,
-                                                std::size_t place) { return findings.TextOf(category, place); }},
-                               [&](const CString& category) { return findings.WorstOf(category); });
+    open.Window().SetKnowledge(
+        {.severity = [&](const CString& category,
+                         std::size_t place) { return findings.WorstOf(category, place); },
+         .findings = [&](const CString& category,
+                         std::size_t place) { return findings.TextOf(category, place); }},
+        [&](const CString& category) { return findings.WorstOf(category); });
     const auto wait = [&] {
         while (!findings.IsCurrent(Pipes))
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -181,7 +182,8 @@ bool WorkbenchEdit(const QString& project, int rounds)
         wait();
     });
     if (findings.Of(Pipes).empty()) throw std::runtime_error("the findings of the measurement are missing");
-    return Report({"workbench_edit", "tenth_of_a_second", 1.0}, spent, TenthOfASecond, spent / TenthOfASecond);
+    return Report({"workbench_edit", "tenth_of_a_second", 1.0}, spent, TenthOfASecond,
+                  spent / TenthOfASecond);
 }
 
 } // namespace bench

@@ -240,7 +240,7 @@ void WorkSession::FollowRules(const rules::SmallCategoryPtr& former)
         known.insert(former->rules[i].id);
         if (std::binary_search(m_rules.begin(), m_rules.end(), i)) chosen.insert(former->rules[i].id);
     }
-    const std::optional<int> current = m_current ? std::optional(former->rules[*m_current].id) : std::nullopt;
+    const rules::Rule* const current = m_current ? &former->rules[*m_current] : nullptr;
     std::vector<std::size_t> made;
     std::vector<std::size_t> kept;
     std::optional<std::size_t> cursor;
@@ -248,7 +248,7 @@ void WorkSession::FollowRules(const rules::SmallCategoryPtr& former)
         const int id = present->rules[i].id;
         if (!known.contains(id)) made.push_back(i);
         if (chosen.contains(id)) kept.push_back(i);
-        if (id == current) cursor = i;
+        if (current != nullptr && id == current->id) cursor = i;
     }
     if (!made.empty())
         ChooseInCategory(made, made.front());

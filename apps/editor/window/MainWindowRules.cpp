@@ -46,7 +46,6 @@ void MainWindow::ShowTitle()
     QString title = ProgramName();
     if (m_project) title = u"%1 - %2"_s.arg(m_project->Name(), title);
     setWindowTitle(title);
-    setWindowModified(m_session.IsChanged());
     m_workbench->SetHeading(m_session.IsOpen() ? m_session.File().Name() : QString(), m_session.IsChanged());
 }
 

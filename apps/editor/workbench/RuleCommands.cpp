@@ -112,7 +112,7 @@ void RuleCommands::TellMisfits(const std::vector<rules::Misfit>& misfits) const
         if (lines.size() < MostLines) lines.append(u"第 %1 条：%2"_s.arg(misfit.rule + 1).arg(misfit.text));
     const auto rest = static_cast<qsizetype>(misfits.size()) - lines.size();
     if (rest > 0) lines.append(u"还有 %1 处"_s.arg(rest));
-    ShowWarning(u"已照样加上，但与这个类别不合适：\n"_s + lines.join(u'\n'));
+    ShowWarning(u"已粘贴，但有些地方与这个类别不合适：\n"_s + lines.join(u'\n'));
 }
 
 void RuleCommands::CopyToOthers()

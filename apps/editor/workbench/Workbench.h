@@ -64,8 +64,8 @@ public:
     /// All of them, and the one of that name, which must be there.
     QList<QDockWidget*> Docks() const;
     QDockWidget* FindDock(const QString& name) const;
-    /// How wide, or at the bottom how high, docks are when the page is first seen, in pixels. A former arrangement
-    /// that is restored counts instead.
+    /// How wide, or at the bottom how high, docks are when the page is first seen, in pixels. A former
+    /// arrangement that is restored counts instead.
     void SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes);
     bool Restore(const QByteArray& layout, int version);
     /// Where the user goes to work on the current rule.
@@ -115,8 +115,8 @@ private:
     QLabel* m_count;
     QLabel* m_heading;
     QLabel* m_notice;
-    QTimer* m_prepare;           ///< the search, between events
-    QList<QDockWidget*> m_docks; ///< in the order in which they came
+    QTimer* m_prepare;                ///< the search, between events
+    QList<QDockWidget*> m_docks;      ///< in the order in which they came
     QList<QDockWidget*> m_firstDocks; ///< until they have their first sizes
     QList<int> m_firstSizes;
     QWidget* m_editor = nullptr;
