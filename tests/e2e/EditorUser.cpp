@@ -90,14 +90,15 @@ void EditorTest::StartOnProject()
     m_desktop.Focus(ProjectTitle);
 }
 
-// The main window hears nothing while it is busy with the command before, and a user would press once more.
-void EditorTest::PressUntil(const QString& key, const QString& what, const std::function<bool()>& holds)
+// A window hears nothing while it is busy with the command before, and a user would press once more.
+void EditorTest::PressUntil(const QString& title, const QString& key, const QString& what,
+                            const std::function<bool()>& holds)
 {
-    m_desktop.Focus(ProjectTitle);
+    m_desktop.Focus(title);
     QDeadlineTimer untilNext(0);
     WaitFor(what, [&] {
         if (holds()) return true;
-        if (untilNext.hasExpired() && m_desktop.HasFocus(ProjectTitle)) {
+        if (untilNext.hasExpired() && m_desktop.HasFocus(title)) {
             m_desktop.Press({key});
             untilNext.setRemainingTime(UntilNextPress);
         }
@@ -107,7 +108,7 @@ void EditorTest::PressUntil(const QString& key, const QString& what, const std::
 
 void EditorTest::Command(const QString& key, const QString& title)
 {
-    PressUntil(key, title, [&] { return m_desktop.Shows(title); });
+    PressUntil(ProjectTitle, key, title, [&] { return m_desktop.Shows(title); });
     m_desktop.Focus(title);
 }
 
@@ -132,7 +133,7 @@ void EditorTest::CloseConfig()
 
 void EditorTest::Quit()
 {
-    PressUntil(u"ctrl+q"_s, u"end of the editor"_s, [&] {
+    PressUntil(ProjectTitle, u"ctrl+q"_s, u"end of the editor"_s, [&] {
         m_editor.waitForFinished(0);
         return m_editor.state() == QProcess::NotRunning;
     });
