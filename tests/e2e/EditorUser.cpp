@@ -90,16 +90,23 @@ void EditorTest::StartOnProject()
     m_desktop.Focus(ProjectTitle);
 }
 
-// A window hears nothing while it is busy with the command before, and a user would press once more.
 void EditorTest::PressUntil(const QString& title, const QString& key, const QString& what,
                             const std::function<bool()>& holds)
+{
+    DoUntil(
+        title, [&] { m_desktop.Press({key}); }, what, holds);
+}
+
+// A window hears nothing while it is busy with the command before, and a user would press once more.
+void EditorTest::DoUntil(const QString& title, const std::function<void()>& act, const QString& what,
+                         const std::function<bool()>& holds)
 {
     m_desktop.Focus(title);
     QDeadlineTimer untilNext(0);
     WaitFor(what, [&] {
         if (holds()) return true;
         if (untilNext.hasExpired() && m_desktop.HasFocus(title)) {
-            m_desktop.Press({key});
+            act();
             untilNext.setRemainingTime(UntilNextPress);
         }
         return false;
