@@ -90,15 +90,23 @@ void EditorTest::StartOnProject()
     m_desktop.Focus(ProjectTitle);
 }
 
-// The main window hears nothing while it is busy with the command before, and a user would press once more.
-void EditorTest::PressUntil(const QString& key, const QString& what, const std::function<bool()>& holds)
+void EditorTest::PressUntil(const QString& title, const QString& key, const QString& what,
+                            const std::function<bool()>& holds)
 {
-    m_desktop.Focus(ProjectTitle);
+    DoUntil(
+        title, [&] { m_desktop.Press({key}); }, what, holds);
+}
+
+// A window hears nothing while it is busy with the command before, and a user would press once more.
+void EditorTest::DoUntil(const QString& title, const std::function<void()>& act, const QString& what,
+                         const std::function<bool()>& holds)
+{
+    m_desktop.Focus(title);
     QDeadlineTimer untilNext(0);
     WaitFor(what, [&] {
         if (holds()) return true;
-        if (untilNext.hasExpired() && m_desktop.HasFocus(ProjectTitle)) {
-            m_desktop.Press({key});
+        if (untilNext.hasExpired() && m_desktop.HasFocus(title)) {
+            act();
             untilNext.setRemainingTime(UntilNextPress);
         }
         return false;
@@ -107,7 +115,7 @@ void EditorTest::PressUntil(const QString& key, const QString& what, const std::
 
 void EditorTest::Command(const QString& key, const QString& title)
 {
-    PressUntil(key, title, [&] { return m_desktop.Shows(title); });
+    PressUntil(ProjectTitle, key, title, [&] { return m_desktop.Shows(title); });
     m_desktop.Focus(title);
 }
 
@@ -132,7 +140,7 @@ void EditorTest::CloseConfig()
 
 void EditorTest::Quit()
 {
-    PressUntil(u"ctrl+q"_s, u"end of the editor"_s, [&] {
+    PressUntil(ProjectTitle, u"ctrl+q"_s, u"end of the editor"_s, [&] {
         m_editor.waitForFinished(0);
         return m_editor.state() == QProcess::NotRunning;
     });

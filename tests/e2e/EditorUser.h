@@ -86,8 +86,12 @@ protected:
 
     static CString RuleFileName(const CString& configuration = u"DefaultConfig"_s);
     QByteArray RuleFile(const CString& configuration = u"DefaultConfig"_s) const;
-    /// Presses keys in the main window until something comes of it.
-    void PressUntil(const QString& key, const QString& what, const std::function<bool()>& holds);
+    /// Presses a key in the window of that title until something comes of it.
+    void PressUntil(const QString& title, const QString& key, const QString& what,
+                    const std::function<bool()>& holds);
+    /// The same with whatever else a user does there.
+    void DoUntil(const QString& title, const std::function<void()>& act, const QString& what,
+                 const std::function<bool()>& holds);
     /// Makes the rule file "Other", which differs from the first one, and gives what it holds.
     QByteArray MakeOtherFile();
     /// Compares the rule file with what it was at first, with `rule` (XML) added to 给水管.

@@ -3,6 +3,7 @@
 #include "support/StrictXml.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace test {
 
@@ -69,11 +70,17 @@ QByteArray WithNote(QByteArray file, const QByteArray& note)
 
 QByteArray WithRule(QByteArray file, const QByteArray& rule)
 {
+    return WithRules(std::move(file), rule, 2);
+}
+
+QByteArray WithRules(QByteArray file, const QByteArray& rules, int lastRuleId)
+{
     const QByteArray lastId = R"(LastConfigId="1")";
-    const QByteArray rules = "<Config>";
+    const QByteArray firstRule = "<Config>";
     const qsizetype category = Find(file, R"(<SMember id="10101")", 0);
-    file.insert(Find(file, rules, category) + rules.size(), rule);
-    return file.replace(Find(file, lastId, category), lastId.size(), R"(LastConfigId="2")");
+    file.insert(Find(file, firstRule, category) + firstRule.size(), rules);
+    return file.replace(Find(file, lastId, category), lastId.size(),
+                        "LastConfigId=\"" + QByteArray::number(lastRuleId) + '"');
 }
 
 void ExpectSameXml(const QByteArray& found, const QByteArray& expected)

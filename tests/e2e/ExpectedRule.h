@@ -16,6 +16,8 @@ QByteArray WithNote(QByteArray file, const QByteArray& note);
 
 /// A rule file with a second rule of 给水管 added before its default rule.
 QByteArray WithRule(QByteArray file, const QByteArray& rule);
+/// The same with several rules, the last of which has that id.
+QByteArray WithRules(QByteArray file, const QByteArray& rules, int lastRuleId);
 
 /// Expects that two rule files say the same. A failure shows the lines that differ, not the whole files.
 void ExpectSameXml(const QByteArray& found, const QByteArray& expected);

@@ -2,12 +2,14 @@
 
 #include "editor/docks/details/ConditionTable.h"
 
-#include <QtCore/QPointer>
+#include <QtCore/QCoreApplication>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QCompleter>
 #include <QtWidgets/QLineEdit>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -65,9 +67,11 @@ QWidget* ConditionDelegate::createEditor(QWidget* parent, const QStyleOptionView
     editor->setAccessibleName(m_table.horizontalHeaderItem(index.column())->text());
     // An entry may be chosen by the key that closes the editor anyway, so this comes after it.
     if (combo != nullptr)
-        connect(
-            combo, &QComboBox::activated, &m_table,
-            [this, chosen = QPointer<QWidget>(combo)] { m_table.Finish(chosen); }, Qt::QueuedConnection);
+        connect(combo, &QComboBox::activated, &m_table, [this, combo] {
+            m_done = combo;
+            QMetaObject::invokeMethod(
+                &m_table, [this, chosen = m_done] { m_table.Finish(chosen); }, Qt::QueuedConnection);
+        });
     m_table.Opened(editor);
     return editor;
 }
@@ -105,6 +109,20 @@ void ConditionDelegate::updateEditorGeometry(QWidget* editor, const QStyleOption
     place.setWidth(std::min(std::max(place.width(), editor->minimumSizeHint().width()), whole.width()));
     if (place.right() > whole.right()) place.moveRight(whole.right());
     editor->setGeometry(place);
+}
+
+// Who types fast, or ahead of a busy program, means the table with whatever comes after the choice.
+bool ConditionDelegate::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress) return LineDelegate::eventFilter(watched, event);
+    if (watched == m_done) {
+        m_table.Finish(std::exchange(m_done, nullptr));
+        QCoreApplication::sendEvent(&m_table, event);
+        return true;
+    }
+    const int key = static_cast<const QKeyEvent&>(*event).key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) m_done = qobject_cast<QWidget*>(watched);
+    return LineDelegate::eventFilter(watched, event);
 }
 
 } // namespace editor

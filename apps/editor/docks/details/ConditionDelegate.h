@@ -3,6 +3,8 @@
 #include "platform/Text.h"
 #include "widgets/LineDelegate.h"
 
+#include <QtCore/QPointer>
+
 class QComboBox;
 
 namespace editor {
@@ -24,11 +26,15 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     QComboBox* MakeForms(QWidget* parent, int row) const;
     QComboBox* MakeList(QWidget* parent, const CStringArray& entries) const;
 
     ConditionTable& m_table;
+    mutable QPointer<QWidget> m_done; ///< an editor that closes as soon as the window comes to it
 };
 
 } // namespace editor

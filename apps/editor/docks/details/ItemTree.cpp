@@ -97,13 +97,16 @@ void ItemTree::Refresh()
                      u"带管道配件"_s});
     setColumnHidden(AnnexColumn, view.IsEmpty() || !HasAnnex());
     setColumnHidden(RulesColumn, view.Count() < 2);
-    const std::vector<ItemLine> former = std::exchange(m_lines, LinesOf(view, m_chosen.Facts()));
+    std::vector<ItemLine> lines = LinesOf(view, m_chosen.Facts());
     const bool isSameRule = std::exchange(m_shown, m_chosen.Named()) == m_chosen.Named();
-    const bool isSameTree = isSameRule && std::equal(former.begin(), former.end(), m_lines.begin(),
-                                                     m_lines.end(), [](const auto& a, const auto& b) {
+    const bool isSameTree = isSameRule && std::equal(m_lines.begin(), m_lines.end(), lines.begin(),
+                                                     lines.end(), [](const auto& a, const auto& b) {
                                                          return a.place == b.place && a.id == b.id;
                                                      });
-    if (!isSameTree) ShowLines();
+    if (isSameTree)
+        m_lines = std::move(lines);
+    else
+        ShowLines(std::move(lines));
     for (const ItemLine& line : m_lines)
         ShowLine(*RowOf(line.place), line);
     // The word behind the numbers of foreign items is not to be cut off.
@@ -112,14 +115,15 @@ void ItemTree::Refresh()
     FitName();
 }
 
-void ItemTree::ShowLines()
+void ItemTree::ShowLines(std::vector<ItemLine> lines)
 {
     const int column = std::max(0, currentColumn());
     const QModelIndex former = currentIndex();
     const int at = former.isValid() ? former.row() : 0;
     const bool wasBelow = former.isValid() && former.parent().isValid();
     const int above = wasBelow ? former.parent().row() : at;
-    clear();
+    clear(); // whoever is told of it still finds the lines of the rows that go
+    m_lines = std::move(lines);
     for (const ItemLine& line : m_lines) {
         QTreeWidgetItem* const parent =
             line.place.bill >= 0 && !line.place.IsBill() ? topLevelItem(line.place.bill) : nullptr;

@@ -70,7 +70,7 @@ protected:
 
 private:
     bool HasAnnex() const;
-    void ShowLines();
+    void ShowLines(std::vector<ItemLine> lines);
     void ShowLine(QTreeWidgetItem& row, const ItemLine& line);
     void GoTo(const QTreeWidgetItem& row, int column);
     void FitColumns();

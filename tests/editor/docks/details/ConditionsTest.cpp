@@ -294,3 +294,16 @@ TEST_F(DetailConditions, ConditionsThatAFileHasInAnotherWayAreShownAsTheyAre)
     EXPECT_EQ(Cell(0, ConditionTable::ValueColumn), u"红"_s);
     EXPECT_THAT(Labels().toStdString(), Not(HasSubstr("还不是条件")));
 }
+
+TEST_F(DetailConditions, KeysAfterEnterGoToTheTableThoughTheEditorIsStillOpen)
+{
+    GoTo(0, ConditionTable::ValueColumn);
+    Press(Qt::Key_F2);
+    Type(u"PPR管"_s);
+    QWidget* const field = QApplication::focusWidget();
+    QTest::keyClick(field, Qt::Key_Return); // the program is too busy to close the editor
+    QTest::keyClick(field, Qt::Key_Left);
+    EXPECT_EQ(Conditions().currentColumn(), ConditionTable::FormColumn);
+    EXPECT_EQ(Rule().conditions.front().value, u"PPR管"_s);
+    EXPECT_EQ(m_session.Undo().count(), 1);
+}

@@ -93,6 +93,16 @@ TEST_F(DetailItems, ShowsBillItemsWithTheirQuotaItemsBelow)
     EXPECT_FALSE(Tree().isColumnHidden(ItemTree::AnnexColumn));
 }
 
+TEST_F(DetailItems, RuleWithoutItemsLeavesNoneOfTheRuleBefore)
+{
+    HaveRules({test::RuleOf({}, {test::Bill(u"031001001001"_s)}), test::RuleOf({})});
+    GoTo(Row(0), ItemTree::NumberColumn);
+    Choose({1});
+    EXPECT_EQ(Tree().topLevelItemCount(), 0);
+    EXPECT_FALSE(Command(u"换成…"_s).isEnabled());
+    EXPECT_TRUE(m_messages.Texts().isEmpty());
+}
+
 TEST_F(DetailItems, AnnexColumnIsThereForTheCategoriesThatHaveIt)
 {
     HaveItems();
