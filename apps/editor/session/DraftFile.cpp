@@ -96,6 +96,7 @@ DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const Ans
 {
     // Held from the reading to the writing, whatever events a question handles in between.
     const auto held = m_project.HoldFiles();
+    const auto lock = m_project.Lock(m_path);
     if (!platform::Files().Exists(m_path)) {
         Write(rules::WriteRules(m_bytes, wanted));
         return SaveEnd::Saved;
@@ -124,8 +125,9 @@ void DraftFile::Write(const QByteArray& bytes)
 {
     static_cast<void>(platform::Files().CreateFolder(platform::FolderOf(m_path)));
     platform::Files().Replace(m_path, bytes);
+    Take(bytes); // what stands there from now on, whatever comes of the version
     NvKtXmlVertion::SetXmlVersion(store::VersionText(), m_path);
-    Take(ReadOrRaise(m_path));
+    if (const auto written = platform::Files().Read(m_path)) Take(*written);
 }
 
 } // namespace editor

@@ -9,6 +9,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QLockFile>
+#include <QtCore/QScopeGuard>
 #include <QtCore/QUuid>
 
 #include <algorithm>
@@ -76,6 +77,7 @@ void DraftJournal::Begin()
     const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
     const QString folder = QDir(m_projectFolder).filePath(DraftsFolder + u'/' + name);
     QDir().mkpath(folder);
+    auto unfinished = qScopeGuard([&] { QDir(folder).removeRecursively(); });
     auto mark = std::make_unique<QLockFile>(QDir(folder).filePath(MarkName));
     mark->setStaleLockTime(0);
     if (!mark->tryLock(0))
@@ -84,6 +86,7 @@ void DraftJournal::Begin()
     platform::FileSystem& files = platform::Files();
     files.WriteInPlace(PathIn(folder, BaseName), m_base);
     files.WriteInPlace(PathIn(folder, AboutName), QJsonDocument(about).toJson());
+    unfinished.dismiss();
     m_mark = std::move(mark);
     m_folder = folder;
 }

@@ -98,14 +98,17 @@ void WorkSession::Open(const CString& path)
 
 void WorkSession::Recover(const LostDraft& lost)
 {
-    TakeFile(std::make_unique<DraftFile>(*m_project, lost.ruleFile, lost.base));
-    rules::Draft recovered = m_draft;
+    auto file = std::make_unique<DraftFile>(*m_project, lost.ruleFile, lost.base);
+    const rules::Draft begun(file->Rules(), m_facts->offered);
+    rules::Draft recovered = begun;
     for (const rules::Edit& edit : lost.edits)
         recovered.Apply(edit);
-    const rules::Edit all = rules::Towards(m_draft, *recovered.Snapshot(), u"没有保存的修改"_s);
+    const rules::Edit all = rules::Towards(begun, *recovered.Snapshot(), u"没有保存的修改"_s);
+    TakeFile(std::move(file));
     emit Reopened();
     Do(all);
     if (m_journalFault.isEmpty()) DraftJournal::Remove(lost);
+    if (!IsChanged()) TakeOver(); // the edits came to nothing: what counts is what the file holds
 }
 
 void WorkSession::TakeFile(std::unique_ptr<DraftFile> file)
@@ -147,7 +150,7 @@ DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
 void WorkSession::Discard()
 {
     const rules::Draft saved(m_file->Rules(), m_facts->offered);
-    Do(rules::Towards(m_draft, *saved.Snapshot(), u"放弃修改"_s));
+    Do(rules::Towards(m_draft, *saved.Snapshot(), u"放弃修改"_s, true));
 }
 
 void WorkSession::Reset()
@@ -218,6 +221,9 @@ void WorkSession::Change(const rules::Edit& edit, bool isReverted)
         }
     }
     FollowRules(former);
+    // Positions there may be others now, and nobody is to work on what he has not chosen.
+    for (const CString& category : CategoriesOf(edit))
+        m_elsewhere.erase(category);
     KeepChoiceValid();
     emit Edited(CategoriesOf(edit));
     if (chosen != std::pair(m_rules, m_current)) emit RulesChosen();

@@ -44,7 +44,8 @@ public:
     /// its edits lost. Raises what `DraftFile` raises; what was open stays then. Needs a project.
     void Open(const CString& path);
     /// The same with the edits that a former program has left behind, which become one edit that can be
-    /// undone. They are written down anew, and the former ones removed.
+    /// undone. They are written down anew, and the former ones removed. Raises `std::logic_error`, too, for
+    /// edits that do not go with what the draft was begun on; nothing has changed then.
     void Recover(const LostDraft& lost);
     /// Closes what is open, with its edits lost.
     void Close();

@@ -19,10 +19,12 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QMimeData>
 #include <QtCore/QScopedValueRollback>
+#include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMessageBox>
@@ -39,6 +41,8 @@ namespace editor {
 
 namespace {
 
+/// Until somebody looks again whether a modal window is still open, in milliseconds.
+constexpr int NewsPause = 300;
 constexpr QSize FirstSize(1240, 760);
 
 /// The project folder that is dragged onto the window: a folder itself, or a project file in it. Empty for
@@ -109,15 +113,20 @@ bool MainWindow::RunAlone(const std::function<void()>& step)
         const QScopedValueRollback<bool> busy(m_isBusy, true);
         done = RunGuarded(step);
     }
-    AfterStep();
+    FollowNews();
     return done;
 }
 
-/// What other programs did while a command was being worked on.
-void MainWindow::AfterStep()
+void MainWindow::FollowNews()
 {
+    if (m_diskNews.isEmpty() || m_isBusy || !m_project) return;
+    if (QApplication::activeModalWidget() != nullptr) {
+        // Whatever that asks is about the rules as they stand.
+        QTimer::singleShot(NewsPause, this, [this] { FollowNews(); });
+        return;
+    }
     const QStringList news = std::exchange(m_diskNews, {});
-    if (!news.isEmpty() && m_project) RunAlone([&] { FollowDisk(news); });
+    RunAlone([&] { FollowDisk(news); });
 }
 
 void MainWindow::ShowState()
@@ -184,10 +193,13 @@ void MainWindow::About()
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     bool mayClose = false;
+    // A modal window keeps only the user's mouse and keys from this one.
+    if (QApplication::activeModalWidget() != nullptr) return event->ignore();
     RunAlone([&] { mayClose = MayLeaveRules(); });
     event->setAccepted(mayClose);
     if (!mayClose) return;
     StoreLayout();
+    m_session.Close(); // nothing is left to be offered again
     m_manual->close();
 }
 

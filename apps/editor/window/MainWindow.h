@@ -83,7 +83,9 @@ private:
     void ShowState();
     void ShowRecent();
     void EnableActions();
-    void AfterStep();
+    /// Follows what other programs have done to the rule files, as soon as nobody is in the middle of
+    /// something.
+    void FollowNews();
     void Tell(const QString& text);
     void About();
 
@@ -110,8 +112,8 @@ private:
     /// The same where the user may want to save what is open first; false when he stays with that.
     bool SwitchRules(const CString& ruleFile);
     /// Brings onto the workbench what a step has written, or made the current configuration instead of
-    /// `formerCurrent`.
-    void FollowFiles(const CString& formerCurrent);
+    /// `formerCurrent`. Whether the open file was taken over as it is now.
+    bool FollowFiles(const CString& formerCurrent);
     /// False when the user did not save after all.
     bool SaveRules();
     /// Asks what is to become of changes that are not saved; false when the user stays with them.

@@ -101,7 +101,13 @@ bool MainWindow::Open(const QString& nativeFolder)
     LeaveProject();
     m_project = std::move(project);
     m_project->BecomeHost(this);
-    EnterProject();
+    try {
+        EnterProject();
+    } catch (...) {
+        LeaveProject();
+        ShowState();
+        throw;
+    }
     m_recent.Add(m_project->Folder());
     ShowState();
     m_workbench->FocusRules();
@@ -117,7 +123,7 @@ void MainWindow::EnterProject()
     m_disk = std::make_unique<DiskWatch>(m_project->RuleFolder(), [this](const QList<DiskChange>& changes) {
         for (const DiskChange& change : changes)
             m_diskNews.append(change.path);
-        if (!m_isBusy) AfterStep();
+        FollowNews();
     });
     m_session.SetProject(m_project.get());
     ShowOtherPrograms();

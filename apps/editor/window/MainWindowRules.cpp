@@ -8,6 +8,7 @@
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/ConflictDialog.h"
 #include "editor/workbench/Workbench.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/model/Snapshot.h"
 #include "shared/TimeText.h"
@@ -24,7 +25,13 @@ Workbench* MainWindow::MakeWorkbench()
 {
     auto* workbench = new Workbench(
         m_session,
-        {.run = [this](const auto& step) { RunAlone(step); },
+        {.run =
+             [this](const auto& step) {
+                 RunAlone([&] {
+                     m_details->Commit(); // what is being typed comes before what is commanded
+                     step();
+                 });
+             },
          .openFile = [this](const CString& path, const CString& category,
                             std::size_t position) { RunAlone([&] { GoToFile(path, category, position); }); },
          .readOthers = [this] { return ReadOtherFiles(); },
@@ -74,7 +81,11 @@ void MainWindow::OfferLostDraft(const CString& ruleFile)
         const RecoverAnswer answer = AskRecover(this, text);
         if (answer == RecoverAnswer::Discard) DraftJournal::Remove(lost);
         if (answer != RecoverAnswer::Recover) continue;
-        m_session.Recover(lost);
+        try {
+            m_session.Recover(lost);
+        } catch (const std::logic_error&) {
+            ShowWarning(u"没有保存的修改与文件接不上，没有接着改；它们仍留着"_s);
+        }
         return; // the others are offered the next time
     }
 }
@@ -87,23 +98,30 @@ bool MainWindow::SwitchRules(const CString& ruleFile)
     return true;
 }
 
-void MainWindow::FollowFiles(const CString& formerCurrent)
+bool MainWindow::FollowFiles(const CString& formerCurrent)
 {
     const CString current = m_project->CurrentRuleFile();
-    if (current != formerCurrent || !m_session.IsOpen()) return OpenRules(current);
+    if (current != formerCurrent || !m_session.IsOpen()) {
+        OpenRules(current);
+        return false;
+    }
     const CString open = m_session.File().Path();
-    if (!m_session.TakeOver() && !m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+    if (m_session.TakeOver()) return true;
+    if (!m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+    return false;
 }
 
 void MainWindow::FollowDisk(const QStringList& changed)
 {
     ExamineRuleFiles();
     if (!m_session.IsOpen() || !changed.contains(m_session.File().Path())) return;
+    m_details->Commit();
     const CString name = m_session.File().Name();
-    if (m_session.IsChanged()) {
+    if (!platform::Files().Exists(m_session.File().Path())) {
+        Tell(u"另一个程序删除了 %1，或者给它换了名称；保存会重新写出它"_s.arg(name));
+    } else if (m_session.IsChanged()) {
         Tell(u"另一个程序改了 %1；保存时会与您的修改合并"_s.arg(name));
-    } else {
-        FollowFiles(m_project->CurrentRuleFile());
+    } else if (FollowFiles(m_project->CurrentRuleFile())) {
         Tell(u"另一个程序改了 %1，已换成新的内容；可以撤销"_s.arg(name));
     }
 }

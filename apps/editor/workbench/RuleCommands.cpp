@@ -32,9 +32,9 @@ std::size_t RuleCommands::PlaceBehindCurrent() const
 std::vector<rules::Rule> RuleCommands::ChosenOnes() const
 {
     std::vector<rules::Rule> chosen;
-    const rules::SmallCategoryPtr category = m_session.Category();
-    for (const std::size_t position : m_session.ChosenRules())
-        chosen.push_back(category->rules[position]);
+    for (const auto& [category, positions] : m_session.ChosenPlaces())
+        for (const std::size_t position : positions)
+            chosen.push_back(m_session.Draft().Find(category)->rules[position]);
     return chosen;
 }
 
@@ -118,14 +118,14 @@ void RuleCommands::TellMisfits(const std::vector<rules::Misfit>& misfits) const
 void RuleCommands::CopyToOthers()
 {
     const CString from = m_session.CategoryText();
-    const std::vector<std::size_t> positions = m_session.ChosenRules();
+    const std::vector<rules::Rule> chosenRules = ChosenOnes();
     const auto copyTo = [&](const CString& category, std::vector<rules::Misfit>& misfits) {
-        return rules::CopyRules(m_session.Draft(), from, positions, category,
-                                m_session.Draft().Find(category)->rules.size(),
-                                m_session.Facts()->AttributesOf(category), misfits);
+        return rules::PasteRules(m_session.Draft(), chosenRules, category,
+                                 m_session.Draft().Find(category)->rules.size(),
+                                 m_session.Facts()->AttributesOf(category), misfits);
     };
     CopyDialog dialog(
-        m_session.Draft(), from, positions.size(),
+        m_session.Draft(), from, chosenRules.size(),
         [&](const CString& category) {
             std::vector<rules::Misfit> misfits;
             copyTo(category, misfits);
@@ -140,7 +140,7 @@ void RuleCommands::CopyToOthers()
         for (rules::Splice& splice : copyTo(category, misfits).splices)
             all.splices.push_back(std::move(splice));
     }
-    all.text = u"复制 %1 条规则到 %2 个类别"_s.arg(positions.size()).arg(chosen.size());
+    all.text = u"复制 %1 条规则到 %2 个类别"_s.arg(chosenRules.size()).arg(chosen.size());
     m_session.Do(all);
 }
 

@@ -147,6 +147,11 @@ void Workbench::Connect()
         connect(action, &QAction::triggered, this, [this, step] { m_wishes.run(step); });
     };
     connect(m_actions.save, &QAction::triggered, this, [this] { m_wishes.save(); });
+    // What is being typed comes first; the stack's own connection would pass that by.
+    disconnect(m_undo, nullptr, &m_session.Undo(), nullptr);
+    disconnect(m_redo, nullptr, &m_session.Undo(), nullptr);
+    on(m_undo, [this] { m_session.Undo().undo(); });
+    on(m_redo, [this] { m_session.Undo().redo(); });
     on(m_actions.discard, [this] { m_session.Discard(); });
     on(m_actions.add, [this] { m_commands.Add(); });
     on(m_actions.remove, [this] { m_commands.Remove(); });
@@ -176,6 +181,9 @@ void Workbench::Connect()
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { EnableActions(); });
     connect(&m_session, &WorkSession::Reopened, this, [this] {
         m_search.Forget();
+        m_search.SetOtherFiles({}); // those of another project, or without the one that was open
+        if (m_search.Scope() == SearchScope::Project)
+            m_scope->setCurrentIndex(m_scope->findData(static_cast<int>(SearchScope::File)));
         m_table->ShowBills(m_session.Facts()->isBillMode);
         ShowRows();
     });
