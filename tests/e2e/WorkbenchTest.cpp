@@ -58,11 +58,9 @@ TEST_F(WorkbenchJourney, RuleFromNothingReachesTheBill)
     SaveRules(ProjectTitle);
     EXPECT_THAT(RulesInFile(), ElementsAre(u"公称直径≤50;"_s, u"其它"_s));
 
-    CloseDock(4); // 问题, in front of 构件 and 清单
-    CommandBelow(u"ctrl+shift+o"_s, TableTitle);
+    CommandBehind(4, u"ctrl+shift+o"_s, TableTitle); // behind 问题
     NameFile(TableTitle, m_desktop.Home().Native(u"table.csv"_s));
-    CloseDock(5);
-    CommandBelow(u"ctrl+shift+e"_s, ExportTitle);
+    CommandBehind(5, u"ctrl+shift+e"_s, ExportTitle); // behind 构件
     NameFile(ExportTitle, m_desktop.Home().Native(u"bill.csv"_s));
     Desktop::WaitFor(u"bill"_s, [this] { return m_desktop.Home().Exists(u"bill.csv"_s); });
     Quit();

@@ -119,18 +119,16 @@ void WorkbenchTest::ClosePicker()
     m_desktop.WaitUntilGone(BillPickerTitle);
 }
 
-void WorkbenchTest::CloseDock(int line)
+// Nothing tells whether the panel in front has gone. When the command is not heard, the panel comes back and
+// goes again, until the menu, the click and the command have all been heard.
+void WorkbenchTest::CommandBehind(int line, const QString& key, const QString& title)
 {
-    m_desktop.Focus(ProjectTitle);
-    QStringList keys{u"alt+v"_s};
+    QStringList toggle{u"alt+v"_s};
     for (int i = 0; i < line; ++i)
-        keys.append(u"Down"_s);
-    m_desktop.Press(keys + QStringList{u"Return"_s});
-}
-
-void WorkbenchTest::CommandBelow(const QString& key, const QString& title)
-{
+        toggle.append(u"Down"_s);
+    toggle.append(u"Return"_s);
     const auto act = [&] {
+        m_desktop.Press(toggle);
         m_desktop.Click(ProjectTitle, {0.43, 0.88});
         m_desktop.Press({key});
     };

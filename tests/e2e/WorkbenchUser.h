@@ -44,10 +44,9 @@ protected:
     /// Picks a bill item by its number in the picker that comes up, and takes the proposed suffix.
     void PickBill(const QString& number);
     void ClosePicker();
-    /// Closes the panel that stands on that line of the menu of panels, counted from 0.
-    void CloseDock(int line);
-    /// Gives a command of the panel that is seen below the rules, and waits for the window that comes up.
-    void CommandBelow(const QString& key, const QString& title);
+    /// Closes the panel below the rules that stands on that line of the menu of panels, counted from 0, gives
+    /// a command of the one behind it, and waits for the window that comes up.
+    void CommandBehind(int line, const QString& key, const QString& title);
     /// Names a file in the window that asks for it.
     void NameFile(const QString& title, const QString& file);
     /// Decides each conflict for what the own window shows, and lets the merged rules be saved.
