@@ -58,9 +58,9 @@ TEST_F(WorkbenchJourney, RuleFromNothingReachesTheBill)
     SaveRules(ProjectTitle);
     EXPECT_THAT(RulesInFile(), ElementsAre(u"公称直径≤50;"_s, u"其它"_s));
 
-    CommandBehind(4, u"ctrl+shift+o"_s, TableTitle); // behind 问题
+    CommandIn(6, u"ctrl+shift+o"_s, TableTitle); // 构件
     NameFile(TableTitle, m_desktop.Home().Native(u"table.csv"_s));
-    CommandBehind(5, u"ctrl+shift+e"_s, ExportTitle); // behind 构件
+    CommandIn(7, u"ctrl+shift+e"_s, ExportTitle); // 清单
     NameFile(ExportTitle, m_desktop.Home().Native(u"bill.csv"_s));
     Desktop::WaitFor(u"bill"_s, [this] { return m_desktop.Home().Exists(u"bill.csv"_s); });
     Quit();

@@ -119,19 +119,9 @@ void WorkbenchTest::ClosePicker()
     m_desktop.WaitUntilGone(BillPickerTitle);
 }
 
-// Nothing tells whether the panel in front has gone. When the command is not heard, the panel comes back and
-// goes again, until the menu, the click and the command have all been heard.
-void WorkbenchTest::CommandBehind(int line, const QString& key, const QString& title)
+void WorkbenchTest::CommandIn(int panel, const QString& key, const QString& title)
 {
-    QStringList toggle{u"alt+v"_s};
-    for (int i = 0; i < line; ++i)
-        toggle.append(u"Down"_s);
-    toggle.append(u"Return"_s);
-    const auto act = [&] {
-        m_desktop.Press(toggle);
-        m_desktop.Click(ProjectTitle, {0.43, 0.88});
-        m_desktop.Press({key});
-    };
+    const auto act = [&] { m_desktop.Press({u"ctrl+%1"_s.arg(panel), key}); };
     DoUntil(ProjectTitle, act, title, [&] { return m_desktop.Shows(title); });
     m_desktop.Focus(title);
 }

@@ -44,9 +44,9 @@ protected:
     /// Picks a bill item by its number in the picker that comes up, and takes the proposed suffix.
     void PickBill(const QString& number);
     void ClosePicker();
-    /// Closes the panel below the rules that stands on that line of the menu of panels, counted from 0, gives
-    /// a command of the one behind it, and waits for the window that comes up.
-    void CommandBehind(int line, const QString& key, const QString& title);
+    /// Goes to the panel of that number, counted from 1 as its key is, gives a command there by a key, and
+    /// waits for the window of that title that the command brings up.
+    void CommandIn(int panel, const QString& key, const QString& title);
     /// Names a file in the window that asks for it.
     void NameFile(const QString& title, const QString& file);
     /// Decides each conflict for what the own window shows, and lets the merged rules be saved.

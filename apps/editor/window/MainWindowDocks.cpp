@@ -156,8 +156,11 @@ void MainWindow::MakeMenus()
     edit.addActions({commands.copy, commands.paste, commands.copyTo, commands.series});
     edit.addSeparator();
     edit.addActions({commands.find, commands.edit});
+    m_actions.view->addActions(m_workbench->DockCommands());
+    m_actions.view->addSeparator();
+    QMenu& shown = *m_actions.view->addMenu(u"显示的面板(&S)"_s);
     for (QDockWidget* dock : m_workbench->Docks())
-        m_actions.view->addAction(dock->toggleViewAction());
+        shown.addAction(dock->toggleViewAction());
     statusBar()->addPermanentWidget(m_others);
     m_others->setTextFormat(Qt::PlainText);
     m_others->hide();

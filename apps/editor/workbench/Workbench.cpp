@@ -40,6 +40,16 @@ bool HasOther(const rules::RulePlaces& places, const rules::Draft& draft)
     return false;
 }
 
+/// Where the keyboard goes in a panel: its own choice, else the first field that can be used.
+QWidget& FirstField(QWidget& panel)
+{
+    if (panel.focusProxy() != nullptr) return panel;
+    for (QWidget* field : panel.findChildren<QWidget*>())
+        if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(&panel))
+            return *field;
+    return panel;
+}
+
 } // namespace
 
 Workbench::Workbench(WorkSession& session, Wishes wishes)
@@ -210,7 +220,21 @@ QDockWidget* Workbench::AddDock(const QString& name, const QString& title, QWidg
     m_docks.append(dock);
     addDockWidget(area, dock);
     if (beside != nullptr) tabifyDockWidget(beside, dock);
+    AddDockCommand(*dock);
     return dock;
+}
+
+void Workbench::AddDockCommand(QDockWidget& dock)
+{
+    auto* command = new QAction(dock.windowTitle(), this);
+    command->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + m_docks.size()));
+    command->setStatusTip(u"到面板“%1”"_s.arg(dock.windowTitle()));
+    connect(command, &QAction::triggered, &dock, [&dock] {
+        dock.show();
+        dock.raise();
+        FirstField(*dock.widget()).setFocus(Qt::ShortcutFocusReason);
+    });
+    m_dockCommands.append(command);
 }
 
 QList<QDockWidget*> Workbench::Docks() const

@@ -61,6 +61,8 @@ public:
     /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
     QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
                          Qt::DockWidgetArea area);
+    /// The commands that go to a dock, whether it is closed or stands behind another, each with a key.
+    const QList<QAction*>& DockCommands() const noexcept { return m_dockCommands; }
     /// All of them, and the one of that name, which must be there.
     QList<QDockWidget*> Docks() const;
     QDockWidget* FindDock(const QString& name) const;
@@ -99,6 +101,7 @@ private:
     void PrepareSearch();
     void ScopeChosen();
     void EditCurrent();
+    void AddDockCommand(QDockWidget& dock);
 
     WorkSession& m_session;
     Wishes m_wishes;
@@ -115,7 +118,8 @@ private:
     QLabel* m_count;
     QLabel* m_heading;
     QLabel* m_notice;
-    QTimer* m_prepare;                ///< the search, between events
+    QTimer* m_prepare; ///< the search, between events
+    QList<QAction*> m_dockCommands;
     QList<QDockWidget*> m_docks;      ///< in the order in which they came
     QList<QDockWidget*> m_firstDocks; ///< until they have their first sizes
     QList<int> m_firstSizes;
