@@ -57,7 +57,11 @@ public:
     OpenWorkbench& operator=(const OpenWorkbench&) = delete;
 
     CString Path() const { return m_project.CurrentRuleFile(); }
-    void Write(const QByteArray& bytes) const { platform::Files().Replace(Path(), bytes); }
+    void Write(const QByteArray& bytes) const
+    {
+        static_cast<void>(platform::Files().CreateFolder(m_project.RuleFolder()));
+        platform::Files().Replace(Path(), bytes);
+    }
     void Open()
     {
         m_session.Open(Path());
