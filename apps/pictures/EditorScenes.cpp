@@ -8,9 +8,9 @@
 #include "editor/messages/Boxes.h"
 #include "editor/steps/ProgressWindow.h"
 #include "editor/window/MainWindow.h"
+#include "embedded/data/engine/DataFile.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

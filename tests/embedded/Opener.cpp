@@ -1,7 +1,7 @@
 #include "embedded/data/host/EmbeddedHost.h"
 
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/CreateProject.h"
-#include "embedded/data/sqlite/Error.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -8,8 +8,8 @@
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
 #include "cli/rulefiles/RuleTables.h"
+#include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "embedded/data/sqlite/Progress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

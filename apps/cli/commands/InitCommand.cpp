@@ -5,8 +5,8 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
+#include "embedded/data/engine/Progress.h"
 #include "embedded/data/project/CreateProject.h"
-#include "embedded/data/sqlite/Progress.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 
 using namespace Qt::StringLiterals;

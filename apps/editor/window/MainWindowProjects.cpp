@@ -11,8 +11,8 @@
 #include "editor/steps/LongStep.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/Workbench.h"
+#include "embedded/data/engine/DataFile.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
 #include "sample/SampleProject.h"
 
 #include <QtCore/QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "embedded/data/sqlite/Database.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Database.h"
+#include "embedded/data/engine/Progress.h"
 
 namespace embedded {
 
@@ -10,5 +10,17 @@ namespace embedded {
 /// locked, newer or not writable while it has to be written, and `Cancelled` when `progress` asks for it
 /// while an empty one is being filled; it is empty again then.
 void EnsureCatalogue(Database& database, const Progress& progress = {});
+
+/// Creates the tables of a catalogue in a database that has none of them and fills them with what is shipped.
+/// To be called in a write transaction, by whoever keeps the version of the schema.
+void FillCatalogue(Database& database, const Progress& progress = {});
+
+/// The names of a catalogue's tables, in the order in which they are filled; without the one of
+/// `EnsureGivenIds`.
+CStringArray CatalogueTables();
+
+/// Makes the table of the highest ids that were ever given to categories unless it is there. Whoever does not
+/// import needs none, so not every catalogue has it.
+void EnsureGivenIds(Database& database);
 
 } // namespace embedded

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/ImportReport.h"
 #include "embedded/data/exchange/TableKind.h"
-#include "embedded/data/sqlite/Progress.h"
 
 /// Data of one's own: tables of a project's catalogue as CSV files or workbooks. docs/data.md tells the
 /// columns.

@@ -5,12 +5,12 @@
 #include "embedded/data/catalogue/Catalogue.h"
 #include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/host/Profile.h"
 #include "embedded/data/host/XmlTools.h"
 #include "embedded/data/project/Libraries.h"
 #include "embedded/data/project/Project.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 
 namespace embedded {
 

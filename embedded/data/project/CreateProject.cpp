@@ -4,10 +4,10 @@
 #include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

@@ -1,7 +1,7 @@
 #include "embedded/data/project/Libraries.h"
 
 #include "embedded/data/catalogue/LibraryDatabase.h"
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 #include <QtCore/QSet>
 

@@ -2,8 +2,8 @@
 
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
-#include "embedded/data/sqlite/DataFile.h"
-#include "embedded/data/sqlite/Schema.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Schema.h"
 
 namespace embedded {
 
@@ -96,7 +96,9 @@ void ProjectDatabase::WriteLibrary(LibraryRole role, const CString& code)
 void ProjectDatabase::Write(const CString& name, const CString& value)
 {
     Transaction transaction(m_database);
-    m_database.Execute(u"INSERT OR REPLACE INTO settings (name, value) VALUES (?, ?)"_s, {name, value});
+    m_database.Execute(u"INSERT INTO settings (name, value) VALUES (?, ?) "
+                       "ON CONFLICT (name) DO UPDATE SET value = excluded.value"_s,
+                       {name, value});
     transaction.Commit();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/data/catalogue/LibraryName.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 #include "host/Records.h"
 
 #include <map>

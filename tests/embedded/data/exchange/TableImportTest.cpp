@@ -1,5 +1,5 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "support/FaultyFileSystem.h"

@@ -1,6 +1,6 @@
 #include "embedded/TestProject.h"
+#include "embedded/data/engine/Database.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Database.h"
 #include "platform/Files.h"
 
 #include <gtest/gtest.h>

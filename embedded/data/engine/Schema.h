@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 #include <functional>
 

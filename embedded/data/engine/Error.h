@@ -17,12 +17,29 @@ public:
     CString Message() const;
 };
 
-/// A database had to be written and its file or folder is read-only.
+/// A database had to be written and its file or folder, or the server, is read-only.
 class ReadOnlyError : public Error
 {
 public:
     using Error::Error;
     ~ReadOnlyError() override;
+};
+
+/// A server could not be reached, or has gone in the middle: what was asked for is not done, except for a
+/// commit, which may be.
+class UnreachableError : public Error
+{
+public:
+    using Error::Error;
+    ~UnreachableError() override;
+};
+
+/// The server refuses what the connected user has no right to.
+class RightsError : public Error
+{
+public:
+    using Error::Error;
+    ~RightsError() override;
 };
 
 } // namespace embedded

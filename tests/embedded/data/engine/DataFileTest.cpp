@@ -1,4 +1,4 @@
-#include "embedded/data/sqlite/DataFile.h"
+#include "embedded/data/engine/DataFile.h"
 #include "embedded/TestProject.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "embedded/data/sqlite/DataFile.h"
+#include "embedded/data/engine/DataFile.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 #include <QtCore/QResource>
 

@@ -1,6 +1,6 @@
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 #include "embedded/TestProject.h"
-#include "embedded/data/sqlite/Schema.h"
+#include "embedded/data/engine/Schema.h"
 
 #include <gtest/gtest.h>
 

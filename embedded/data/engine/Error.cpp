@@ -1,4 +1,4 @@
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 namespace embedded {
 
@@ -7,6 +7,10 @@ Error::Error(const CString& message) : std::runtime_error(message.toStdString())
 Error::~Error() = default;
 
 ReadOnlyError::~ReadOnlyError() = default;
+
+UnreachableError::~UnreachableError() = default;
+
+RightsError::~RightsError() = default;
 
 CString Error::Message() const
 {

@@ -1,6 +1,6 @@
-#include "embedded/data/sqlite/Schema.h"
+#include "embedded/data/engine/Schema.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 namespace embedded {
 
