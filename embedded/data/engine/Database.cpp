@@ -76,6 +76,10 @@ CString Database::Name() const
 void Database::Run(QSqlQuery& query, const CString& sql, const QVariantList& values) const
 {
     query.setForwardOnly(m_engine->ReadsRowByRow());
+    if (values.isEmpty()) { // a server prepares no more than statements with rows
+        if (!query.exec(sql)) m_engine->Raise(query.lastError());
+        return;
+    }
     if (!query.prepare(sql)) m_engine->Raise(query.lastError());
     for (const QVariant& value : values)
         query.addBindValue(value);
