@@ -11,7 +11,8 @@
 #include "editor/steps/LongStep.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/Workbench.h"
-#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Service.h"
+#include "embedded/data/office/Office.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "sample/SampleProject.h"
 
@@ -27,6 +28,26 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
+
+CStringArray KnownOffices()
+{
+    CStringArray names;
+    for (const embedded::Service& service : embedded::ReadServices())
+        if (embedded::Service::NameFault(service.name).isEmpty()) names.append(service.name);
+    return names;
+}
+
+std::optional<embedded::ProjectChoice> ReadOfficeChoice(QWidget* parent, const CString& office)
+{
+    std::optional<embedded::ProjectChoice> choice;
+    RunGuarded([&] {
+        RunLongStep(parent, u"正在连接办公室“%1”…"_s.arg(office), [&](StepControl&) {
+            embedded::Office open(office);
+            choice = embedded::ReadChoice(open.Connection());
+        });
+    });
+    return choice;
+}
 
 /// A folder of a new project that does not exist yet.
 QString ProposedFolder()
@@ -64,8 +85,8 @@ bool MainWindow::OpenSample(const QString& nativeFolder)
 
 void MainWindow::NewProject()
 {
-    NewProjectDialog dialog(this, ProposedFolder(),
-                            embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
+    NewProjectDialog dialog(this, ProposedFolder(), KnownOffices(),
+                            [this](const CString& office) { return ReadOfficeChoice(this, office); });
     // What was refused comes back, with what the user had entered.
     for (bool refused = true; refused;) {
         if (dialog.exec() != QDialog::Accepted) return;

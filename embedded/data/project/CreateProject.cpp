@@ -1,11 +1,9 @@
 #include "embedded/data/project/CreateProject.h"
 
-#include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"
-#include "embedded/data/catalogue/LibraryDatabase.h"
-#include "embedded/data/catalogue/ShippedLibraries.h"
 #include "embedded/data/engine/DataFile.h"
 #include "embedded/data/engine/Error.h"
+#include "embedded/data/project/ProjectChoice.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
@@ -30,27 +28,12 @@ constexpr int Filled = 90;
     throw Error(platform::ToNative(folder.Path()) + u"：此文件夹中已有工程"_s);
 }
 
-/// What a new project can choose from.
-struct Choice
-{
-    CArray<Library> libraries;
-    CStringArray specs;
-};
-
-Choice ShippedChoice()
-{
-    return {AllShippedLibraries(), DataFile::Shipped(u"specialties"_s).Column(u"name"_s)};
-}
-
 /// What a catalogue offers, which is made first unless it stands there.
-Choice ChoiceOf(const ProjectFolder& folder, const Progress& progress)
+ProjectChoice ChoiceOf(const ProjectFolder& folder, const Progress& progress)
 {
     Database catalogue(folder.CatalogueFile());
     EnsureCatalogue(catalogue, progress);
-    Choice choice{ReadLibraries(catalogue), {}};
-    for (const Specialty& specialty : ReadCatalogue(catalogue).specialties)
-        choice.specs.append(specialty.name);
-    return choice;
+    return ReadChoice(catalogue);
 }
 
 /// The name of the specialty that the options ask for.
@@ -64,7 +47,7 @@ CString SpecialtyOf(const ProjectOptions& options, const CStringArray& names)
 
 /// What the project is to be set to. Which library is the first of a role may change with the catalogue, so
 /// every role gets its code.
-ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const Choice& choice)
+ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const ProjectChoice& choice)
 {
     ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options, choice.specs)};
     const CString bill = RequireLibrary(choice.libraries, LibraryRole::Bill, options.billLibrary).name.code;
@@ -140,7 +123,7 @@ void FillDatabases(const ProjectFolder& folder, Database& database, const Projec
                    const Progress& progress)
 {
     Tell(progress, Locked);
-    const Choice choice = ChoiceOf(folder, [&](int percent) {
+    const ProjectChoice choice = ChoiceOf(folder, [&](int percent) {
         return !progress || progress(Locked + (Catalogued - Locked) * percent / 100);
     });
     Tell(progress, Catalogued);
