@@ -1,4 +1,4 @@
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
 #include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"

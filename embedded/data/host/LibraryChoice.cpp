@@ -1,4 +1,4 @@
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 #include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
