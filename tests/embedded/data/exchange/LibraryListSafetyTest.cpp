@@ -1,5 +1,5 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
