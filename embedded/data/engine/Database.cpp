@@ -76,7 +76,8 @@ CString Database::Name() const
 void Database::Run(QSqlQuery& query, const CString& sql, const QVariantList& values) const
 {
     query.setForwardOnly(m_engine->ReadsRowByRow());
-    if (values.isEmpty()) { // a server prepares no more than statements with rows
+    // As it is: a server prepares no definitions, and a question mark without values is no mark.
+    if (values.isEmpty()) {
         if (!query.exec(sql)) m_engine->Raise(query.lastError());
         return;
     }
@@ -95,6 +96,14 @@ void Database::Execute(const CString& sql, const QVariantList& values)
 void Database::ExecuteScript(const CString& script)
 {
     for (const CString& statement : script.split(u';')) {
+        if (!statement.trimmed().isEmpty()) Execute(statement);
+    }
+}
+
+void Database::ExecuteWholeStatements(const CString& script)
+{
+    static const QRegularExpression separator(u"^;\\s*$"_s, QRegularExpression::MultilineOption);
+    for (const CString& statement : script.split(separator)) {
         if (!statement.trimmed().isEmpty()) Execute(statement);
     }
 }
