@@ -58,7 +58,8 @@ QString DraggedFolder(const QMimeData& data)
 } // namespace
 
 MainWindow::MainWindow(RecentProjects recent)
-    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel)
+    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel),
+      m_office(new QLabel)
 {
     setAcceptDrops(true);
     resize(FirstSize);
@@ -97,6 +98,7 @@ void MainWindow::Connect()
     On(m_actions.examine, &MainWindow::ExamineRuleFiles);
     On(m_actions.importData, &MainWindow::ImportData);
     On(m_actions.exportData, &MainWindow::ExportData);
+    On(m_actions.office, &MainWindow::ShowOffice);
     On(m_actions.about, &MainWindow::About);
 }
 
@@ -171,7 +173,8 @@ void MainWindow::EnableActions()
     m_actions.Enable({.project = m_project != nullptr,
                       .file = file.has_value(),
                       .existing = file && file->state.kind != shared::RuleFileKind::Missing,
-                      .rules = file && file->state.kind == shared::RuleFileKind::Rules});
+                      .rules = file && file->state.kind == shared::RuleFileKind::Rules,
+                      .office = m_project && m_project->Host().Office() != nullptr});
 }
 
 void MainWindow::Tell(const QString& text)

@@ -18,6 +18,7 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 
@@ -122,6 +123,12 @@ bool MainWindow::Open(const QString& nativeFolder)
     LeaveProject();
     m_project = std::move(project);
     m_project->BecomeHost(this);
+    if (m_project->Host().Office() != nullptr) {
+        m_project->SetNetDisk([this] {
+            bool hasChanged = false; // the module's own steps look at the files anyway
+            RunOfficeWindow(QApplication::activeWindow(), hasChanged);
+        });
+    }
     try {
         EnterProject();
     } catch (...) {
@@ -148,6 +155,7 @@ void MainWindow::EnterProject()
     });
     m_session.SetProject(m_project.get());
     ShowOtherPrograms();
+    ShowOfficeMark();
 }
 
 void MainWindow::LeaveProject()
@@ -159,6 +167,7 @@ void MainWindow::LeaveProject()
     m_project.reset();
     m_diskNews.clear();
     m_others->hide();
+    m_office->hide();
 }
 
 void MainWindow::CloseProject()
