@@ -1,7 +1,7 @@
 #include "embedded/data/host/EmbeddedHost.h"
 
 #include "embedded/data/engine/Error.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -7,7 +7,7 @@
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/engine/Progress.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 
 using namespace Qt::StringLiterals;
