@@ -1,0 +1,110 @@
+#include "office/OfficeSetting.h"
+
+#include "embedded/data/host/CreateProject.h"
+#include "embedded/data/office/Office.h"
+#include "platform/Paths.h"
+#include "support/PostgresServer.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace test {
+
+namespace {
+
+/// Roles belong to the whole server, so those of an earlier office are still there.
+void EnsureRole(const QString& name)
+{
+    const PostgresServer& server = SharedServer();
+    if (server.Ask(server.Database(), u"SELECT 1 FROM pg_roles WHERE rolname = '%1'"_s.arg(name)).isEmpty())
+        server.Ask(server.Database(), u"CREATE ROLE %1 LOGIN"_s.arg(name));
+}
+
+} // namespace
+
+OfficeSetting::OfficeSetting() : m_database(NewDatabaseName())
+{
+    const PostgresServer& server = SharedServer();
+    server.CreateDatabase(m_database);
+    m_services.Add(u"wang"_s, server, m_database, server.User());
+    m_services.Add(u"li"_s, server, m_database, u"li"_s);
+    m_services.Add(u"gast"_s, server, m_database, u"gast"_s);
+    embedded::Office::Create(u"wang"_s);
+    EnsureRole(u"li"_s);
+    EnsureRole(u"gast"_s);
+    server.Ask(m_database, u"GRANT %1_editor TO li; GRANT %1_reader TO gast"_s.arg(m_database));
+}
+
+OfficeProject::OfficeProject(const OfficeSetting& setting, const QString& name, const CString& service)
+    : m_folder(setting.Folder(name))
+{
+    embedded::ProjectOptions options;
+    options.office = service;
+    embedded::CreateProject(m_folder, options);
+    Reopen();
+}
+
+void OfficeProject::Reopen()
+{
+    m_files.reset();
+    m_host.reset();
+    m_host = std::make_unique<embedded::EmbeddedHost>(m_folder);
+    m_files = std::make_unique<shared::OfficeFiles>(*m_host);
+}
+
+void OfficeProject::Write(const QByteArray& bytes) const
+{
+    const QString native = platform::ToNative(m_files->FileOf(Configuration));
+    QDir().mkpath(QFileInfo(native).path());
+    QFile file(native);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        throw std::runtime_error("cannot write the rule file");
+}
+
+QByteArray OfficeProject::Read() const
+{
+    QFile file(platform::ToNative(m_files->FileOf(Configuration)));
+    if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error("cannot read the rule file");
+    return file.readAll();
+}
+
+bool OfficeProject::HasFile() const
+{
+    return QFileInfo::exists(platform::ToNative(m_files->FileOf(Configuration)));
+}
+
+shared::PublishEnd OfficeProject::Publish(const CString& note, const shared::AnswerConflicts& answer)
+{
+    return m_files->Publish(Configuration, note, answer);
+}
+
+shared::FetchEnd OfficeProject::Fetch(const shared::AnswerConflicts& answer)
+{
+    return m_files->Fetch(Configuration, answer);
+}
+
+shared::OfficeEntry OfficeProject::Entry()
+{
+    for (const shared::OfficeEntry& entry : m_files->List())
+        if (entry.configuration == Configuration) return entry;
+    throw std::runtime_error("the configuration is not listed");
+}
+
+QByteArray OfficeProject::Last()
+{
+    return m_files->Content(Configuration, m_files->LastVersion(Configuration));
+}
+
+shared::AnswerConflicts AnswerAll(rules::Side side)
+{
+    return [side](const std::vector<rules::Conflict>& conflicts) {
+        return std::optional(std::vector<rules::Side>(conflicts.size(), side));
+    };
+}
+
+} // namespace test
