@@ -38,7 +38,10 @@ protected:
 
     static CString Administrator() { return OfficeDatabase::Administrator(); }
     /// Runs statements on the office.
-    QString Ask(const QString& sql) const { return m_database.Ask(QStringLiteral("SET search_path TO ktqdde; ") + sql); }
+    QString Ask(const QString& sql) const
+    {
+        return m_database.Ask(QStringLiteral("SET search_path TO ktqdde; ") + sql);
+    }
     /// Gives the office another bill library, without items.
     void AddLibrary(const QString& code) const
     {

@@ -76,6 +76,11 @@ CString Database::Name() const
 void Database::Run(QSqlQuery& query, const CString& sql, const QVariantList& values) const
 {
     query.setForwardOnly(m_engine->ReadsRowByRow());
+    // As it is: a server prepares no definitions, and a question mark without values is no mark.
+    if (values.isEmpty()) {
+        if (!query.exec(sql)) m_engine->Raise(query.lastError());
+        return;
+    }
     if (!query.prepare(sql)) m_engine->Raise(query.lastError());
     for (const QVariant& value : values)
         query.addBindValue(value);
@@ -91,6 +96,14 @@ void Database::Execute(const CString& sql, const QVariantList& values)
 void Database::ExecuteScript(const CString& script)
 {
     for (const CString& statement : script.split(u';')) {
+        if (!statement.trimmed().isEmpty()) Execute(statement);
+    }
+}
+
+void Database::ExecuteWholeStatements(const CString& script)
+{
+    static const QRegularExpression separator(u"^;\\s*$"_s, QRegularExpression::MultilineOption);
+    for (const CString& statement : script.split(separator)) {
         if (!statement.trimmed().isEmpty()) Execute(statement);
     }
 }

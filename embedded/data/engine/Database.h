@@ -55,6 +55,9 @@ public:
     void Execute(const CString& sql, const QVariantList& values = {});
     /// Runs a script of statements that end in semicolons; a semicolon must not stand inside a statement.
     void ExecuteScript(const CString& script);
+    /// Runs a script whose statements are separated by lines that hold a semicolon alone, as functions need
+    /// that hold semicolons themselves.
+    void ExecuteWholeStatements(const CString& script);
     /// Inserts rows into a table, each with one value per column.
     void Insert(const CString& table, const CStringArray& columns, const QList<CStringArray>& rows);
     /// Makes `rows` the rows of a table or of a part of it, in that order, each with one value per column.

@@ -55,13 +55,16 @@ struct PublishOutcome
 {
     enum End {
         Published,
-        Unchanged, ///< the last version has this content already, or is this very publication sent again
+        Unchanged, ///< a version since the base has this content already: it is this publication sent again,
+                   ///< or somebody has come to the same
         Newer,     ///< somebody has published since: `version` is the last one; nothing has changed
         Missing,   ///< no such configuration, and the user may create none; or it has been removed
         Collides,  ///< see `collisions`; nothing has changed
     };
     End end = Published;
-    int version = 0; ///< the last version now
+    /// The version that has the content, after `Published` and `Unchanged`: the base of what is made of the
+    /// content from now on. Somebody may have published since. Else the last version; 0 when there is none.
+    int version = 0;
     CArray<NumberCollision> collisions{};
 };
 
@@ -70,6 +73,9 @@ struct PublishOutcome
 class PublishedConfigurations
 {
 public:
+    /// The largest rule file that is published, in bytes.
+    static constexpr qint64 LargestContent = qint64{256} << 20;
+
     explicit PublishedConfigurations(Office& office) : m_office(office) {}
 
     /// The last version of each configuration, in the order of the names; removed ones only when asked for.
@@ -93,6 +99,8 @@ public:
     void BringBack(const CString& configuration);
 
 private:
+    void SetRemoved(const CString& configuration, bool removed);
+
     Office& m_office;
 };
 

@@ -78,8 +78,7 @@ TEST_F(CatalogueCopy, OfAnOlderSchemaIsMadeAnew)
 TEST_F(CatalogueCopy, NeverReplacesWhatANewerProgramOrAnotherOneHasMade)
 {
     m_to.Execute(u"CREATE TABLE mine (a)"_s);
-    EXPECT_TRUE(
-        test::ErrorOf([&] { CopyCatalogue(m_from, m_to, First); }).contains(u"不是本程序的数据库"_s));
+    EXPECT_TRUE(test::ErrorOf([&] { CopyCatalogue(m_from, m_to, First); }).contains(u"不是本程序的数据库"_s));
     m_to.SetSchemaVersion(embedded::CatalogueSchemaVersion + 1);
     EXPECT_TRUE(test::ErrorOf([&] { CopyCatalogue(m_from, m_to, First); }).contains(u"更新版本"_s));
     EXPECT_TRUE(m_to.HasTable(u"mine"_s));

@@ -121,8 +121,9 @@ TEST_F(OfficeImport, LibraryInUseHereStaysWhileOtherProjectsAreToldByThemselves)
 TEST_F(OfficeImport, RecordsOnlyTheRowsThatHaveChanged)
 {
     const QString before = Ask(u"SELECT count(*) FROM changes"_s);
-    EXPECT_TRUE(Import(m_project, TableKind::Bill, u"number,name,unit,section\n"
-                                                   "031001001,改名,m,0310\\031001\n"_s)
+    EXPECT_TRUE(Import(m_project, TableKind::Bill,
+                       u"number,name,unit,section\n"
+                       "031001001,改名,m,0310\\031001\n"_s)
                     .stored);
     EXPECT_EQ(Ask(u"SELECT count(*) - %1 FROM changes"_s.arg(before)), u"1"_s);
     EXPECT_EQ(Ask(u"SELECT operation || new_row ->> 'name' FROM changes ORDER BY id DESC LIMIT 1"_s),

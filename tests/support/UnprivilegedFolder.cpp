@@ -1,9 +1,8 @@
-#include "rules/sql/PostgresServer.h"
+#include "support/UnprivilegedFolder.h"
 
 #include "support/Patience.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFileInfo>
+#include <QtCore/QProcess>
 
 #include <stdexcept>
 
@@ -12,17 +11,6 @@ using namespace Qt::StringLiterals;
 namespace test {
 
 namespace {
-
-/// The folder of the newest server, with a slash at its end; empty when there is none.
-QString ProgramFolder()
-{
-    const QDir versions(u"/usr/lib/postgresql"_s);
-    QString found;
-    for (const QString& version : versions.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        if (QFileInfo(versions.filePath(version + u"/bin/initdb"_s)).isExecutable())
-            found = versions.filePath(version + u"/bin/"_s);
-    return found;
-}
 
 bool IsAdministrator()
 {
@@ -45,7 +33,8 @@ QString EndOf(const QProcess& process)
     return u"exit code %1"_s.arg(process.exitCode());
 }
 
-/// Why a program could not do its work, and what it said.
+} // namespace
+
 std::runtime_error Complaint(QProcess& process)
 {
     const QString command = (QStringList(process.program()) + process.arguments()).join(u' ');
@@ -59,8 +48,6 @@ void RequireSuccess(QProcess& process)
     WaitForEnd(process);
     if (!HasSucceeded(process)) throw Complaint(process);
 }
-
-} // namespace
 
 UnprivilegedFolder::UnprivilegedFolder() : m_isForNobody(IsAdministrator())
 {
@@ -89,48 +76,6 @@ void UnprivilegedFolder::SetUp(QProcess& process, const QString& program, const 
     process.setArguments(words + QStringList{u"--"_s, program} + arguments);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setWorkingDirectory(Native({}));
-}
-
-bool PostgresServer::IsInstalled()
-{
-    return !ProgramFolder().isEmpty();
-}
-
-PostgresServer::PostgresServer()
-{
-    MakeCluster();
-    Start();
-}
-
-PostgresServer::~PostgresServer()
-{
-    if (HasEnded()) return;
-    m_process.terminate(); // it waits for its clients, who have gone by now
-    if (!m_process.waitForFinished(static_cast<int>(Patience().count()))) Kill(m_process);
-}
-
-void PostgresServer::MakeCluster()
-{
-    QProcess initdb;
-    m_folder.SetUp(initdb, ProgramFolder() + u"initdb"_s,
-                   {u"--pgdata"_s, m_folder.Native(u"data"_s), u"--username"_s, User(), u"--auth"_s,
-                    u"trust"_s, u"--encoding"_s, u"UTF8"_s, u"--locale"_s, u"C"_s, u"--locale-provider"_s,
-                    u"icu"_s, u"--icu-locale"_s, u"zh-CN-u-kn-true"_s, u"--no-sync"_s});
-    RequireSuccess(initdb);
-}
-
-void PostgresServer::Start()
-{
-    const QString socket = m_folder.Native(u".s.PGSQL.5432"_s);
-    m_folder.SetUp(m_process, ProgramFolder() + u"postgres"_s,
-                   {u"-D"_s, m_folder.Native(u"data"_s), u"-k"_s, SocketFolder(), u"-c"_s,
-                    u"listen_addresses="_s, u"-c"_s, u"fsync=off"_s, u"-c"_s, u"jit=off"_s, u"-p"_s,
-                    u"5432"_s});
-    m_process.start();
-    WaitFor(u"the PostgreSQL server's socket"_s, [&] {
-        if (m_process.waitForFinished(0) || HasEnded()) throw Complaint(m_process);
-        return QFileInfo::exists(socket);
-    });
 }
 
 } // namespace test
