@@ -22,9 +22,11 @@ QString OfficeDatabase::User(const CString& service) const
 
 void OfficeDatabase::AddUser(const CString& service, const QString& role)
 {
-    Ask(u"CREATE ROLE \"%1\" LOGIN"_s.arg(User(service)));
-    if (!role.isEmpty()) Ask(u"GRANT \"%1_%2\" TO \"%3\""_s.arg(m_name, role, User(service)));
-    m_services.Add(service, SharedServer(), m_name, User(service));
+    const QString user = User(service);
+    QString sql = u"CREATE ROLE \"%1\" LOGIN;"_s.arg(user);
+    if (!role.isEmpty()) sql += u"GRANT \"%1_%2\" TO \"%3\""_s.arg(m_name, role, user);
+    Ask(sql);
+    m_services.Add(service, SharedServer(), m_name, user);
 }
 
 PsqlAnswer OfficeDatabase::Psql(const CString& service, const QString& sql) const

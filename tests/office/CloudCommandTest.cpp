@@ -89,7 +89,7 @@ TEST_F(CloudVerb, ListsAndLogsAsTableAndAsJson)
     EXPECT_EQ(entry[u"state"_s].toString(), u"edited"_s);
     EXPECT_EQ(entry[u"base"_s].toInt(), 1);
     EXPECT_EQ(entry[u"last"_s][u"note"_s].toString(), u"第一版"_s);
-    EXPECT_EQ(entry[u"last"_s][u"author"_s].toString(), test::PostgresServer::User());
+    EXPECT_EQ(entry[u"last"_s][u"author"_s].toString(), m_setting.User(u"wang"_s));
     EXPECT_TRUE(Cloud(u"li"_s, {u"log"_s, test::Configuration}).Out().contains(u"第一版"_s));
     const QJsonObject log = Cloud(u"li"_s, {u"log"_s, test::Configuration, u"--json"_s}).Json();
     EXPECT_EQ(log[u"versions"_s].toArray().size(), 1);

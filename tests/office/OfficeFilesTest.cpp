@@ -208,7 +208,9 @@ TEST_F(OfficeFiles, EarlierVersionIsFetchedAndDoesNotReplaceTheLastWhenPublished
     EXPECT_EQ(m_li.Entry().state, OfficeState::Older);
     EXPECT_EQ(m_li.Publish().end, PublishEnd::Unchanged);
     EXPECT_EQ(m_li.Last(), WithCopper);
-    EXPECT_EQ(m_li.Read(), WithCopper);
+    m_li.Write(WithPlastic);
+    EXPECT_TRUE(m_li.Publish().isMerged);
+    EXPECT_TRUE(Holds(m_li.Last(), "铜管") && Holds(m_li.Last(), "PE管"));
 }
 
 TEST_F(OfficeFiles, PublicationWaitsForTheServerAndIsSentThen)

@@ -3,7 +3,6 @@
 #include "embedded/data/host/CreateProject.h"
 #include "embedded/data/office/Office.h"
 #include "platform/Paths.h"
-#include "support/PostgresServer.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -15,29 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace test {
 
-namespace {
-
-/// Roles belong to the whole server, so those of an earlier office are still there.
-void EnsureRole(const QString& name)
+OfficeSetting::OfficeSetting()
 {
-    const PostgresServer& server = SharedServer();
-    if (server.Ask(server.Database(), u"SELECT 1 FROM pg_roles WHERE rolname = '%1'"_s.arg(name)).isEmpty())
-        server.Ask(server.Database(), u"CREATE ROLE %1 LOGIN"_s.arg(name));
-}
-
-} // namespace
-
-OfficeSetting::OfficeSetting() : m_database(NewDatabaseName())
-{
-    const PostgresServer& server = SharedServer();
-    server.CreateDatabase(m_database);
-    m_services.Add(u"wang"_s, server, m_database, server.User());
-    m_services.Add(u"li"_s, server, m_database, u"li"_s);
-    m_services.Add(u"gast"_s, server, m_database, u"gast"_s);
-    embedded::Office::Create(u"wang"_s);
-    EnsureRole(u"li"_s);
-    EnsureRole(u"gast"_s);
-    server.Ask(m_database, u"GRANT %1_editor TO li; GRANT %1_reader TO gast"_s.arg(m_database));
+    embedded::Office::Create(OfficeDatabase::Administrator());
+    m_database.AddUser(u"wang"_s, u"keeper"_s);
+    m_database.AddUser(u"li"_s, u"editor"_s);
+    m_database.AddUser(u"gast"_s, u"reader"_s);
 }
 
 OfficeProject::OfficeProject(const OfficeSetting& setting, const QString& name, const CString& service)

@@ -1,31 +1,28 @@
 #pragma once
 
 #include "cli/commands/rules/PipeFile.h"
+#include "embedded/OfficeDatabase.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "shared/OfficeFiles.h"
-#include "support/ServiceFile.h"
 #include "support/TempFolder.h"
 
 #include <memory>
 
 namespace test {
 
-/// An office in a database of its own on the server of the tests, for three people whose services bear their
-/// names: 王 (wang), who has created it, 李 (li), who may publish, and a guest (gast), who may read. Projects
-/// are in a folder that goes with this.
+/// An office for three people whose services bear their names: Wang, who keeps it, Li, who publishes, and a
+/// guest, who reads. Projects are in a folder that goes with this.
 class OfficeSetting
 {
 public:
     OfficeSetting();
 
     QString Folder(const QString& project) const { return m_folder.Native(project); }
-    const TempFolder& Temp() const noexcept { return m_folder; }
-    const ServiceFile& Services() const noexcept { return m_services; }
-    const QString& Database() const noexcept { return m_database; }
+    /// The user of a service.
+    QString User(const CString& service) const { return m_database.User(service); }
 
 private:
-    QString m_database;
-    ServiceFile m_services;
+    OfficeDatabase m_database;
     TempFolder m_folder;
 };
 

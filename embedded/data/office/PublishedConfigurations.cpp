@@ -82,10 +82,11 @@ PublishOutcome::End EndOf(const CString& word)
     return PublishOutcome::Missing;
 }
 
-/// A text that the server takes. It refuses one character of all, as does every file name and rule file.
+/// A text as the server takes it: one that is null would become SQL's NULL, and one character it has none
+/// for.
 CString Text(CString text)
 {
-    return text.remove(QChar::Null);
+    return text.isNull() ? u""_s : text.remove(QChar::Null);
 }
 
 } // namespace
