@@ -148,6 +148,8 @@ QWidget* OfficeWindow::MakeLists()
 {
     SetUp(*m_list, {u"名称"_s, u"本机"_s, u"版本"_s, u"发布的人"_s, u"时间"_s});
     SetUp(*m_versionList, {u"版本"_s, u"发布的人"_s, u"时间"_s, u"说明"_s, u"来自工程"_s});
+    m_list->setAccessibleName(u"配置"_s);
+    m_versionList->setAccessibleName(u"版本"_s);
     auto* left = new QSplitter(Qt::Vertical);
     left->addWidget(Titled(u"配置(&L)"_s, m_list));
     left->addWidget(Titled(u"选中配置的版本(&V)"_s, m_versionList));
