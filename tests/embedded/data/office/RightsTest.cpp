@@ -76,6 +76,8 @@ protected:
             u"DELETE FROM ktqdde.%1"_s.arg(table),
             u"MERGE INTO ktqdde.%1 AS t USING ktqdde.%1 AS s ON false WHEN MATCHED THEN DELETE"_s.arg(table),
             u"COPY ktqdde.%1 FROM STDIN"_s.arg(table),
+            // With more than the right to read; it comes with the one to write.
+            u"DO 'BEGIN LOCK TABLE ktqdde.%1 IN ACCESS EXCLUSIVE MODE; END'"_s.arg(table),
             u"SELECT * FROM ktqdde.%1 FOR UPDATE"_s.arg(table)};
     }
     /// Statements that take away all rows or change what the table is.
@@ -84,7 +86,6 @@ protected:
         const QString column = ColumnOf(table);
         const QStringList forms{
             u"TRUNCATE ktqdde.%1 CASCADE"_s,
-            u"DO 'BEGIN LOCK TABLE ktqdde.%1 IN ACCESS EXCLUSIVE MODE; END'"_s,
             u"DROP TABLE ktqdde.%1 CASCADE"_s,
             u"ALTER TABLE ktqdde.%1 RENAME TO other"_s,
             u"ALTER TABLE ktqdde.%1 ADD COLUMN more text"_s,
