@@ -8,7 +8,7 @@ CREATE TABLE numbers (
     project text COLLATE "C" NOT NULL,
     name text NOT NULL,
     unit text NOT NULL,
-    version integer NOT NULL, -- the last one in which it stood
+    version integer NOT NULL DEFAULT 0, -- the last one in which it stood
     PRIMARY KEY (configuration, library, number, project)
 )
 ;
