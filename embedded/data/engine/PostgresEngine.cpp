@@ -34,11 +34,13 @@ CString StateOf(const QSqlError& error)
 }
 
 /// Whether the server is not there, or not there any more: connection exceptions, and what it says when it
-/// shuts down, starts up or has recovered from a crash.
+/// shuts down, starts up or has recovered from a crash. The toolkit, which notices a broken connection also
+/// while it tidies up, says nothing at all from then on.
 bool IsGone(const QSqlError& error)
 {
     const CString state = StateOf(error);
-    const bool isOfClient = state.isEmpty() && !error.databaseText().isEmpty();
+    const bool isOfClient =
+        state.isEmpty() && (!error.databaseText().isEmpty() || error.driverText().isEmpty());
     return error.type() == QSqlError::ConnectionError || isOfClient || state.startsWith(u"08") ||
            state.startsWith(u"57P");
 }
@@ -195,7 +197,10 @@ void PostgresEngine::Raise(const QSqlError& error) const
     const CString text = error.databaseText().trimmed();
     const auto say = [this](const CString& reason) { return Name() + u"："_s + reason; };
     const CString state = StateOf(error);
-    if (IsGone(error)) throw UnreachableError(say(u"连不上服务器（%1）"_s.arg(text)));
+    if (IsGone(error)) {
+        throw UnreachableError(text.isEmpty() ? say(u"与服务器的连接已断开"_s)
+                                              : say(u"连不上服务器（%1）"_s.arg(text)));
+    }
     if (state == u"42501") throw RightsError(say(u"连接的用户没有做这件事的权限（%1）"_s.arg(text)));
     if (state == u"25006") throw ReadOnlyError(say(u"服务器只读，不能写入"_s));
     if (state == u"55P03" || state == u"40P01" || state == u"40001")
