@@ -1,7 +1,7 @@
 #include "HostContract.h"
 
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 
 using namespace Qt::StringLiterals;
 

@@ -6,7 +6,7 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/catalogue/Library.h"
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,22 +1,18 @@
 #pragma once
 
-#include "rules/merge/Merge.h"
 #include "rules/model/Structure.h"
+#include "shared/RuleFileMerge.h"
 
 #include <QtCore/QByteArray>
 
-#include <functional>
 #include <optional>
-#include <vector>
 
 namespace editor {
 
 class Project;
 
-/// Asked when a file cannot be merged without an answer for each of these: the sides that are to count, in
-/// the same order; nothing when the user does not save after all. `Mine` is the draft, `Theirs` the file.
-using AnswerConflicts =
-    std::function<std::optional<std::vector<rules::Side>>(const std::vector<rules::Conflict>& conflicts)>;
+/// Asked when a draft and its file are merged: `Mine` is the draft, `Theirs` the file.
+using shared::AnswerConflicts;
 
 /// The rule file that a draft belongs to: what it held when it was read, and how the draft gets into it.
 /// Other programs may write it at any time; nothing of theirs is written over.

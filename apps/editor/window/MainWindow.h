@@ -5,7 +5,7 @@
 #include "editor/steps/LivelyWindows.h"
 #include "editor/window/Actions.h"
 #include "editor/window/ModuleSteps.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
 #include <QtWidgets/QMainWindow>
 

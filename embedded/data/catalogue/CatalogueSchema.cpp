@@ -14,15 +14,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SchemaVersion = 3;
-
 /// The tables of catalogue.sql and those of libraries.sql; each is filled from the shipped table of its name.
 const CStringArray CategoryTables{u"specialties"_s,       u"big_categories"_s,   u"small_categories"_s,
                                   u"attributes"_s,        u"cell_data"_s,        u"drop_lists"_s,
                                   u"calculation_rules"_s, u"calculation_items"_s};
 const CStringArray ItemTables{u"bill_sections"_s, u"bill_items"_s, u"quota_sections"_s, u"quota_items"_s};
 const CStringArray LibraryTables = CStringArray{u"libraries"_s} + ItemTables;
-const CString GivenIdsTable = u"given_ids"_s;
 
 CString ShippedScript(const CString& name)
 {
@@ -123,10 +120,21 @@ CStringArray CatalogueTables()
     return CategoryTables + LibraryTables;
 }
 
-void FillCatalogue(Database& database, const Progress& progress)
+void RequireCatalogue(Database& database)
+{
+    const int found = database.SchemaVersion();
+    if (found < 1 || found > CatalogueSchemaVersion) RequireSchema(database, CatalogueSchemaVersion);
+}
+
+void CreateCatalogueTables(Database& database)
 {
     database.CreateTables(ShippedScript(u"catalogue.sql"_s));
     database.CreateTables(ShippedScript(u"libraries.sql"_s));
+}
+
+void FillCatalogue(Database& database, const Progress& progress)
+{
+    CreateCatalogueTables(database);
     const CStringArray tables = CatalogueTables();
     for (qsizetype table = 0; table < tables.size(); ++table) {
         Tell(progress, static_cast<int>(100 * table / tables.size()));
@@ -134,15 +142,21 @@ void FillCatalogue(Database& database, const Progress& progress)
     }
 }
 
+CString GivenIdsTable()
+{
+    return u"given_ids"_s;
+}
+
 void EnsureGivenIds(Database& database)
 {
-    if (!database.HasTable(GivenIdsTable)) database.CreateTables(ShippedScript(u"given-ids.sql"_s));
+    if (!database.HasTable(GivenIdsTable())) database.CreateTables(ShippedScript(u"given-ids.sql"_s));
 }
 
 void EnsureCatalogue(Database& database, const Progress& progress)
 {
     EnsureSchema(
-        database, SchemaVersion, [&] { FillCatalogue(database, progress); }, [&] { Upgrade(database); });
+        database, CatalogueSchemaVersion, [&] { FillCatalogue(database, progress); },
+        [&] { Upgrade(database); });
 }
 
 } // namespace embedded

@@ -23,8 +23,9 @@ public:
     /// `path` is the path text of the file.
     explicit OfficeMemory(const CString& path);
 
-    /// The revision of the office's catalogue that the local copy holds, and when that was last found to be
-    /// the office's own; nothing before the first time.
+    /// The revision of the office's catalogue that the local copy was last found to hold as the office did,
+    /// and when that was; nothing before the first time. The copy itself knows better which one it holds: see
+    /// `StateOfCopy`.
     struct Seen
     {
         qint64 revision = 0;

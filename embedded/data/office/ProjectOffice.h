@@ -1,5 +1,7 @@
 #pragma once
 
+#include "embedded/data/catalogue/CatalogueCopy.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/office/Office.h"
 #include "embedded/data/office/OfficeMemory.h"
 #include "embedded/data/project/ProjectFolder.h"
@@ -35,16 +37,35 @@ public:
 
     OfficeMemory& Memory() noexcept { return m_memory; }
 
+    /// What others know the project by, such as beside what it publishes: the name of its folder and the
+    /// machine on which it lies.
+    const CString& ProjectName() const noexcept { return m_projectName; }
+
     /// Brings the local copy of the catalogue to the office's state, in one transaction, when it is another
     /// one. Does nothing while the office cannot be reached. Whether the copy has changed. Raises `Error`.
     bool BringUpToDate(Database& copy);
+    /// The same in a write transaction of the caller's, who commits it.
+    bool BringUpToDateWithin(Database& copy);
+    /// Raises `Error` when a database is no copy of this office's catalogue.
+    void RequireCopy(Database& copy);
 
     /// For status bar and command line, without final mark: "办公室“NAME”", or with the time of the last
     /// state and the reason where it was not reached.
     CString InWords();
 
 private:
+    /// The office's state, with rows unless `held` is that state; nothing while the office cannot be reached.
+    struct Present
+    {
+        CopiedState state;
+        CatalogueRows rows;
+    };
+    std::optional<Present> Read(const std::optional<CopiedState>& held);
+    /// Notes that the copy holds the office's present state.
+    void Confirm(qint64 revision);
+
     CString m_name;
+    CString m_projectName;
     OfficeMemory m_memory;
     std::unique_ptr<Office> m_office;
     CString m_fault;

@@ -18,7 +18,7 @@ public:
     /// Claims numbers for this project, all or none; gives up what it had claimed and not kept before. False
     /// when another project has one of them: `Find` tells it then. True when the register cannot be reached.
     virtual bool Claim(const CString& library, const CArray<SQdInfo>& items) = 0;
-    /// Keeps a claimed number for good.
+    /// Keeps a claimed number for good, and gives up the other claims.
     virtual void Keep(const CString& library, const SQdInfo& item) = 0;
     /// Gives up every claim that was not kept.
     virtual void Release() = 0;

@@ -33,6 +33,11 @@ CString ProjectFolder::CatalogueFile() const
     return AppFolder() + u"\\catalogue.db"_s;
 }
 
+CString ProjectFolder::OfficeFile() const
+{
+    return AppFolder() + u"\\office.db"_s;
+}
+
 CString ProjectFolder::ProjectFile() const
 {
     return m_path + u"\\project.ktqd"_s;

@@ -17,6 +17,8 @@ public:
     /// The folder of the rule files, below the application folder. Not created here.
     CString RuleFolder() const;
     CString CatalogueFile() const;
+    /// What the project remembers of its office.
+    CString OfficeFile() const;
     CString ProjectFile() const;
     CString ProfileFile() const;
 

@@ -1,7 +1,7 @@
 #include "embedded/TestProject.h"
 #include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/project/ProjectFolder.h"
 
 #include <QtCore/QDirIterator>

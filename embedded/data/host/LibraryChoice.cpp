@@ -1,8 +1,8 @@
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
-#include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/engine/Error.h"
+#include "embedded/data/office/ProjectCatalogue.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 
@@ -62,19 +62,16 @@ CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
-    Database catalogue(folder.CatalogueFile());
-    EnsureCatalogue(catalogue);
-    return Entries(catalogue, settings);
+    return Entries(ProjectCatalogue(folder, settings.office).Local(), settings);
 }
 
 LibraryEntry UseLibrary(const QString& nativeProject, const CString& code)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     ProjectDatabase project(folder.ProjectFile());
-    Database catalogue(folder.CatalogueFile());
-    EnsureCatalogue(catalogue);
-    const Transaction catalogueStays(catalogue);
-    LibraryEntry used = Find(Entries(catalogue, {}), code);
+    ProjectCatalogue catalogue(folder, project.ReadSettings().office);
+    const Transaction catalogueStays(catalogue.Local());
+    LibraryEntry used = Find(Entries(catalogue.Local(), {}), code);
     project.WriteLibrary(used.role, code);
     used.isInUse = true;
     return used;

@@ -1,8 +1,8 @@
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 #include "embedded/TestProject.h"
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "platform/Files.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "embedded/ShippedTable.h"
 #include "embedded/TestProject.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "support/FaultyFileSystem.h"
 #include "support/SourceTree.h"

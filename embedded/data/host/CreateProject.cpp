@@ -1,17 +1,22 @@
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
+#include "embedded/data/catalogue/CatalogueCopy.h"
 #include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
 #include "embedded/data/engine/DataFile.h"
 #include "embedded/data/engine/Error.h"
+#include "embedded/data/office/Office.h"
+#include "embedded/data/office/OfficeMemory.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QDir>
+
+#include <optional>
 
 namespace embedded {
 
@@ -42,15 +47,40 @@ Choice ShippedChoice()
     return {AllShippedLibraries(), DataFile::Shipped(u"specialties"_s).Column(u"name"_s)};
 }
 
-/// What a catalogue offers, which is made first unless it stands there.
-Choice ChoiceOf(const ProjectFolder& folder, const Progress& progress)
+Choice ChoiceOf(Database& catalogue)
 {
-    Database catalogue(folder.CatalogueFile());
-    EnsureCatalogue(catalogue, progress);
     Choice choice{ReadLibraries(catalogue), {}};
     for (const Specialty& specialty : ReadCatalogue(catalogue).specialties)
         choice.specs.append(specialty.name);
     return choice;
+}
+
+/// What the catalogue in a folder offers, which is made first unless it stands there.
+Choice EnsuredChoice(const ProjectFolder& folder, const Progress& progress)
+{
+    Database catalogue(folder.CatalogueFile());
+    EnsureCatalogue(catalogue, progress);
+    return ChoiceOf(catalogue);
+}
+
+/// The state of an office's catalogue from which a project begins.
+struct OfficeStart
+{
+    CopiedState state;
+    CatalogueRows rows;
+    Choice choice;
+};
+
+OfficeStart ReadOffice(const CString& name)
+{
+    Office office(name);
+    Database& connection = office.Connection();
+    const Snapshot snapshot(connection);
+    OfficeStart start;
+    start.state = {name, office.CatalogueRevision()};
+    start.rows = ReadCatalogueRows(connection);
+    start.choice = ChoiceOf(connection);
+    return start;
 }
 
 /// The name of the specialty that the options ask for.
@@ -67,6 +97,7 @@ CString SpecialtyOf(const ProjectOptions& options, const CStringArray& names)
 ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const Choice& choice)
 {
     ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options, choice.specs)};
+    settings.office = options.office;
     const CString bill = RequireLibrary(choice.libraries, LibraryRole::Bill, options.billLibrary).name.code;
     settings.libraries.emplace(LibraryRole::Bill, bill);
     for (const LibraryRole role : {LibraryRole::QuotaOfBills, LibraryRole::Quota}) {
@@ -78,13 +109,28 @@ ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const Choice
     return settings;
 }
 
-/// Raises `Error` when the options name what the new project will not have. A catalogue that was left in the
-/// folder stays the catalogue; an empty file is what an interrupted creation leaves.
-void CheckOptions(const ProjectFolder& folder, const ProjectOptions& options)
+/// Whether a catalogue was left in the folder; an empty file is what an interrupted creation leaves.
+bool HoldsCatalogue(const ProjectFolder& folder)
 {
     const auto head = platform::Files().ReadHead(folder.CatalogueFile(), 1);
-    const bool stands = head.has_value() && !head->isEmpty();
-    SettingsOf(options, stands ? ChoiceOf(folder, {}) : ShippedChoice());
+    return head.has_value() && !head->isEmpty();
+}
+
+/// Raises `Error` when the options name what the new project will not have. A catalogue that was left in the
+/// folder stays the catalogue.
+void CheckOptions(const ProjectFolder& folder, const ProjectOptions& options)
+{
+    SettingsOf(options, HoldsCatalogue(folder) ? EnsuredChoice(folder, {}) : ShippedChoice());
+}
+
+/// The same for a project on an office. Somebody's own data are not replaced by the office's.
+void CheckOptions(const ProjectFolder& folder, const ProjectOptions& options, const OfficeStart& start)
+{
+    SettingsOf(options, start.choice);
+    if (!HoldsCatalogue(folder)) return;
+    Database left(folder.CatalogueFile());
+    if (!left.IsEmpty() && !StateOfCopy(left))
+        left.Fail(u"文件夹中已有自己的数据，不会用办公室的数据代替它；请移走它，或另选文件夹"_s);
 }
 
 /// Writes the profile unless one stands there, which may hold entries of others. A piece of one would be
@@ -135,32 +181,60 @@ void WriteFiles(const ProjectFolder& folder)
     }
 }
 
-/// Fills the catalogue and then the project's database.
-void FillDatabases(const ProjectFolder& folder, Database& database, const ProjectOptions& options,
-                   const Progress& progress)
+/// Makes the folder's catalogue a copy of the office's.
+void FillCopy(const ProjectFolder& folder, const OfficeStart& start)
 {
-    Tell(progress, Locked);
-    const Choice choice = ChoiceOf(folder, [&](int percent) {
-        return !progress || progress(Locked + (Catalogued - Locked) * percent / 100);
+    Database copy(folder.CatalogueFile());
+    Transaction transaction(copy);
+    WriteCatalogueCopy(copy, start.rows, start.state);
+    transaction.Commit();
+    OfficeMemory(folder.OfficeFile()).RememberSeen(start.state.revision, QDateTime::currentDateTimeUtc());
+}
+
+/// What a new project is made from.
+struct Creation
+{
+    const ProjectFolder& folder;
+    const ProjectOptions& options;
+    const std::optional<OfficeStart>& office;
+    const Progress& progress;
+};
+
+/// Fills the catalogue; gives what it offers.
+Choice FillCatalogueOf(const Creation& creation)
+{
+    if (creation.office) {
+        FillCopy(creation.folder, *creation.office);
+        return creation.office->choice;
+    }
+    return EnsuredChoice(creation.folder, [&](int percent) {
+        return !creation.progress || creation.progress(Locked + (Catalogued - Locked) * percent / 100);
     });
-    Tell(progress, Catalogued);
-    ProjectDatabase::Fill(database, SettingsOf(options, choice));
-    Tell(progress, Filled);
+}
+
+/// Fills the catalogue and then the project's database.
+void FillDatabases(const Creation& creation, Database& database)
+{
+    Tell(creation.progress, Locked);
+    const Choice choice = FillCatalogueOf(creation);
+    Tell(creation.progress, Catalogued);
+    ProjectDatabase::Fill(database, SettingsOf(creation.options, choice));
+    Tell(creation.progress, Filled);
 }
 
 /// The write lock on the project file keeps others out until everything stands, and the file becomes a
 /// project only by the commit. Whoever cancels removes it under the lock: nobody else can have begun then.
 /// The files come last, for they take the place of what stood there; after that nobody can cancel.
-void FillFolder(const ProjectFolder& folder, const ProjectOptions& options, const Progress& progress,
-                NewPlaces& places)
+void FillFolder(const Creation& creation, NewPlaces& places)
 {
+    const ProjectFolder& folder = creation.folder;
     Database database(folder.ProjectFile());
     Transaction transaction(database);
     if (!database.IsEmpty()) RefuseSecondProject(folder);
     if (!platform::Files().Exists(folder.ProjectFile()))
         database.Fail(u"另一个程序刚刚取消了在此新建，请再试一次"_s);
     try {
-        FillDatabases(folder, database, options, progress);
+        FillDatabases(creation, database);
     } catch (const Cancelled&) {
         places.Remove();
         throw;
@@ -175,13 +249,16 @@ void CreateProject(const QString& nativeFolder, const ProjectOptions& options, c
 {
     const ProjectFolder folder(nativeFolder);
     if (folder.HoldsProject()) RefuseSecondProject(folder);
-    CheckOptions(folder, options);
+    std::optional<OfficeStart> office;
+    if (!options.office.isEmpty()) office = ReadOffice(options.office);
+    office ? CheckOptions(folder, options, *office) : CheckOptions(folder, options);
     Tell(progress, Begun);
-    NewPlaces places({folder.Path(), folder.AppFolder(), folder.ProjectFile(), folder.CatalogueFile()});
+    NewPlaces places({folder.Path(), folder.AppFolder(), folder.ProjectFile(), folder.CatalogueFile(),
+                      folder.OfficeFile()});
     try {
         EnsureFolder(folder.Path());
         EnsureFolder(folder.AppFolder());
-        FillFolder(folder, options, progress, places);
+        FillFolder({folder, options, office, progress}, places);
     } catch (const Cancelled&) {
         // Where the platform removes no file that is open; without the lock another program may have begun.
         if (!folder.HoldsProject()) places.Remove();
