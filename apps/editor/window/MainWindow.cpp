@@ -22,6 +22,7 @@
 #include <QtCore/QTimer>
 #include <QtGui/QAction>
 #include <QtGui/QCloseEvent>
+#include <QtGui/QScreen>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
 #include <QtWidgets/QApplication>
@@ -44,6 +45,8 @@ namespace {
 /// Until somebody looks again whether a modal window is still open, in milliseconds.
 constexpr int NewsPause = 300;
 constexpr QSize FirstSize(1240, 760);
+/// What a frame takes at most, so that all of the window is seen on a small screen, too.
+constexpr QSize FrameRoom(16, 48);
 
 /// The project folder that is dragged onto the window: a folder itself, or a project file in it. Empty for
 /// anything else.
@@ -62,7 +65,7 @@ MainWindow::MainWindow(RecentProjects recent)
       m_office(new QLabel)
 {
     setAcceptDrops(true);
-    resize(FirstSize);
+    resize(FirstSize.boundedTo(screen()->availableSize() - FrameRoom));
     m_welcome = new WelcomePage(m_actions, [this](const QString& folder) { OpenProject(folder); });
     m_panel = MakeProjectPanel();
     m_workbench = MakeWorkbench();
