@@ -85,6 +85,8 @@ public:
     /// Whether the database holds no table yet.
     bool IsEmpty();
     bool HasTable(const CString& table);
+    /// The columns of a table in their order, without the one that keeps the order of insertion.
+    CStringArray ColumnsOf(const CString& table);
 
     /// Raises `Error` with the name and `reason`.
     [[noreturn]] void Fail(const CString& reason) const;
