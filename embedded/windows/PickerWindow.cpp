@@ -99,11 +99,10 @@ void PickerWindow::EnableContent(bool enable)
 
 void PickerWindow::PlaceBesideWindow(QWidget& neighbour)
 {
-    const QMargins beside = widgets::FrameOf(neighbour);
-    // A window that is just coming up does not know its frame yet. It will be like that of its neighbour; to
-    // place it once more when the frame is known would make it jump under the user's mouse.
+    create(); // before that the window has no frame that could be waited for
+    // A window that is just coming up does not know its frame yet. It will be like that of its neighbour.
     const QMargins known = widgets::FrameOf(*this);
-    const QMargins frame = known.isNull() ? beside : known;
+    const QMargins frame = known.isNull() ? widgets::FrameOf(neighbour) : known;
     // A size that a former place allowed is not the one that was wanted.
     if (size() != m_placed) m_wanted = size();
     const int narrowest = std::max(NarrowestInLines * fontMetrics().height(), minimumSizeHint().width());
@@ -114,9 +113,20 @@ void PickerWindow::PlaceBesideWindow(QWidget& neighbour)
     const QPoint way = places.neighbour.topLeft() - stands.topLeft();
     if (QWindow* window = neighbour.window()->windowHandle(); window != nullptr && !way.isNull())
         window->setPosition(window->position() + way);
-    resize(places.window.size().shrunkBy(frame));
+    m_place = places.window;
+    TakePlace(frame);
+    // While the frame was being made the window system may have taken the place for that of the inside. The
+    // window is brought back where it then stands elsewhere, but never under the user's mouse.
+    widgets::WhenFrameIsKnown(*this, [this] {
+        if (widgets::OuterGeometry(*this) != m_place) TakePlace(widgets::FrameOf(*this));
+    });
+}
+
+void PickerWindow::TakePlace(const QMargins& frame)
+{
+    resize(m_place.size().shrunkBy(frame));
     m_placed = size();
-    widgets::MoveFrameTo(*this, places.window.topLeft());
+    widgets::MoveFrameTo(*this, m_place.topLeft());
 }
 
 void PickerWindow::hideEvent(QHideEvent* event)

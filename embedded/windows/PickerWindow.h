@@ -67,6 +67,8 @@ protected:
 
 private:
     void ShowChapter();
+    /// Brings the window with its frame to `m_place`.
+    void TakePlace(const QMargins& frame);
     void Remember();
 
     const LibraryContents& m_contents;
@@ -80,6 +82,7 @@ private:
     QHBoxLayout* m_buttonLine;
     QSize m_wanted; ///< as it was before it was placed
     QSize m_placed; ///< as the last place allowed
+    QRect m_place;  ///< the last one, frame included
 };
 
 } // namespace embedded

@@ -12,7 +12,7 @@ namespace {
 
 /// Bytes of a cell's text in UTF-8 while it is gathered: more than spreadsheets can hold, for other writers.
 constexpr qsizetype MostCellBytes = qsizetype{1} << 22;
-/// Characters of all texts of a row.
+/// Of all texts of a row: a small file may inflate to columns that are each as long as a cell may be.
 constexpr qsizetype LongestRow = qsizetype{1} << 24;
 
 } // namespace
@@ -126,6 +126,7 @@ void WorkbookReader::AddText(std::string_view text, QByteArray& to, qsizetype co
 {
     if (to.size() + static_cast<qsizetype>(text.size()) > MostCellBytes)
         Fail(u"单元格的文字过长"_s, m_line, column);
+    if (m_cells.Length() + to.size() > LongestRow) Fail(u"一行的文字过长"_s, m_line, column);
     to.append(text.data(), static_cast<qsizetype>(text.size()));
 }
 

@@ -25,6 +25,8 @@ public:
     /// Sets a cell to a text that outlives the row.
     void SetLasting(qsizetype column, CellKind kind, bool isFormula, QStringView text);
     bool IsEmpty() const noexcept { return m_slots.empty(); }
+    /// Characters of all texts that were copied.
+    qsizetype Length() const noexcept { return m_texts.size(); }
     /// The row, with at least `width` cells.
     const Row* Finish(qint64 line, qsizetype width);
 
@@ -70,7 +72,8 @@ protected:
     /// Called at the end of the part; raises what then is found to be wrong.
     virtual void AtEnd();
 
-    /// Adds text to what a cell holds. Raises `TableError` when it gets too long for one.
+    /// Adds text to what a cell holds. Raises `TableError` when it gets too long for one, or with the cells
+    /// before it for a row.
     void AddText(std::string_view text, QByteArray& to, qsizetype column) const;
     [[noreturn]] void FailMerged(qint64 top, qint64 bottom, qsizetype left, qsizetype right) const;
     /// `line` and `column` as of `Place`.

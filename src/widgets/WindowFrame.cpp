@@ -51,14 +51,16 @@ private:
 
 } // namespace
 
+bool IsMadeFrame(const QMargins& margins)
+{
+    return margins.left() >= 0 && margins.top() > 0 && margins.right() >= 0 && margins.bottom() >= 0;
+}
+
 QMargins FrameOf(const QWidget& widget)
 {
     const QWindow* window = widget.window()->windowHandle();
     const QMargins frame = window == nullptr ? QMargins() : window->frameMargins();
-    // A window manager that does not tell makes the toolkit measure, and a frame that is only being made is
-    // smaller than what it is to hold.
-    const bool isMade = frame.left() >= 0 && frame.top() >= 0 && frame.right() >= 0 && frame.bottom() >= 0;
-    return isMade ? frame : QMargins();
+    return IsMadeFrame(frame) ? frame : QMargins();
 }
 
 QRect OuterGeometry(const QWidget& widget)

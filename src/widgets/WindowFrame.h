@@ -11,6 +11,11 @@ class QWidget;
 /// What the window system puts around windows.
 namespace widgets {
 
+/// Whether margins can be those of a frame that stands. Where a window manager has not told yet, the toolkit
+/// measures, and a frame that is only being made is smaller than what it is to hold, or has no bar for the
+/// title yet.
+bool IsMadeFrame(const QMargins& margins);
+
 /// The frame around the window of `widget`, as the window system tells it now; none while there is none yet.
 /// The toolkit's `QWidget::frameGeometry` will not do: it keeps the frame of the last time that the window
 /// was moved, and a window manager may tell of its frame only after that.

@@ -46,10 +46,13 @@ TEST_F(BillModeJourney, DialogStandsInTheMiddleOfTheMainWindow)
     StartOnProject();
     // Their frames differ: only a window that can be resized has a border to grip at below.
     OpenConfig();
-    const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
-    const QRect own = m_desktop.FrameGeometry(ConfigTitle);
-    EXPECT_EQ(own.topLeft(), QPoint(outer.width() / 2 - own.width() / 2 + outer.x(),
-                                    outer.height() / 2 - own.height() / 2 + outer.y()));
+    // The window manager shows the dialog first and then moves it.
+    Desktop::WaitFor(u"the dialog in the middle"_s, [this] {
+        const QRect outer = m_desktop.FrameGeometry(ProjectTitle);
+        const QRect own = m_desktop.FrameGeometry(ConfigTitle);
+        return own.topLeft() == QPoint(outer.width() / 2 - own.width() / 2 + outer.x(),
+                                       outer.height() / 2 - own.height() / 2 + outer.y());
+    });
     CloseConfig();
     Quit();
 }

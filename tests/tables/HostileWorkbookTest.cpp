@@ -108,6 +108,13 @@ TEST(HostileWorkbook, EndlessTextOfACellIsRefused)
             .contains(u"文字过长"_s));
 }
 
+TEST(HostileWorkbook, EndlessTextOfARowIsRefusedThoughEachCellIsShort)
+{
+    const QByteArray cell = "<c t=\"inlineStr\"><is><t>" + QByteArray(1 << 20, 'a') + "</t></is></c>";
+    const CString refusal = RefusalOf(Bomb("<worksheet><sheetData><row>", cell, 32), Name);
+    EXPECT_TRUE(refusal.contains(u"一行的文字过长"_s)) << refusal.toStdString();
+}
+
 TEST(HostileWorkbook, DeepNestingIsRefused)
 {
     EXPECT_TRUE(RefusalOf(Bomb("<worksheet>", "<a>", 100000), Name).contains(u"嵌套太深"_s));

@@ -110,6 +110,15 @@ TEST(LineColour, HintIsReadInLightAndDarkPalettes)
     }
 }
 
+TEST(WindowFrame, FrameThatIsOnlyBeingMadeIsNone)
+{
+    EXPECT_TRUE(widgets::IsMadeFrame({1, 20, 1, 5}));
+    EXPECT_TRUE(widgets::IsMadeFrame({0, 20, 0, 0}));
+    EXPECT_FALSE(widgets::IsMadeFrame({0, 0, 1, 25})) << "the window stands in its corner";
+    EXPECT_FALSE(widgets::IsMadeFrame({1, 20, -3, 5})) << "the window sticks out";
+    EXPECT_FALSE(widgets::IsMadeFrame({}));
+}
+
 TEST(WindowFrame, WhoWaitsForTheFrameHearsOfItOnce)
 {
     QWidget window;

@@ -33,13 +33,31 @@ CString StateOf(const QSqlError& error)
     return error.nativeErrorCode();
 }
 
+/// What the server says, in its first line and without the word for how severe it is.
+CString SaidIn(const QSqlError& error)
+{
+    const CString line = error.databaseText().trimmed().section(u'\n', 0, 0);
+    const qsizetype severity = line.indexOf(u":  "_s);
+    return severity < 0 ? line : line.sliced(severity + 3);
+}
+
+/// Whether the client library has no entry of a service's name.
+bool IsUnknown(const Service& service, const QSqlError& error)
+{
+    const CString text = error.databaseText();
+    return !service.isRead && error.type() == QSqlError::ConnectionError &&
+           (text.contains(u"service"_s) || text.contains(u"服务"_s));
+}
+
 /// Whether the server is not there, or not there any more: connection exceptions, and what it says when it
 /// shuts down, starts up or has recovered from a crash.
 bool IsGone(const QSqlError& error)
 {
     const CString state = StateOf(error);
     const bool isOfClient = state.isEmpty() && !error.databaseText().isEmpty();
-    return error.type() == QSqlError::ConnectionError || isOfClient || state.startsWith(u"08") ||
+    // The toolkit asks nothing of a connection that it knows to be broken, and tells no error either.
+    const bool isBroken = error.type() == QSqlError::NoError;
+    return isBroken || error.type() == QSqlError::ConnectionError || isOfClient || state.startsWith(u"08") ||
            state.startsWith(u"57P");
 }
 
@@ -87,7 +105,7 @@ qsizetype PostgresEngine::RowsPerInsertion() const
 CStringArray PostgresEngine::Greeting() const
 {
     return {u"SET search_path TO %1"_s.arg(SchemaName()),
-            u"SET lock_timeout TO %1"_s.arg(m_busyTimeout.count()), u"SET client_min_messages TO warning"_s,
+            u"SET lock_timeout TO %1"_s.arg(m_busyTimeout.count()), u"SET client_min_messages TO error"_s,
             u"SET standard_conforming_strings TO on"_s};
 }
 
@@ -192,11 +210,15 @@ void PostgresEngine::ReplaceRows(Database& database, const TablePart& part, cons
 
 void PostgresEngine::Raise(const QSqlError& error) const
 {
-    const CString text = error.databaseText().trimmed();
+    const CString text = SaidIn(error);
     const auto say = [this](const CString& reason) { return Name() + u"："_s + reason; };
+    const auto because = [&](const CString& what) {
+        return say(text.isEmpty() ? what : what + u"（%1）"_s.arg(text));
+    };
+    if (IsUnknown(m_service, error)) throw Error(say(u"连接服务文件（pg_service.conf）中没有这个名称"_s));
     const CString state = StateOf(error);
-    if (IsGone(error)) throw UnreachableError(say(u"连不上服务器（%1）"_s.arg(text)));
-    if (state == u"42501") throw RightsError(say(u"连接的用户没有做这件事的权限（%1）"_s.arg(text)));
+    if (IsGone(error)) throw UnreachableError(because(u"连不上服务器"_s));
+    if (state == u"42501") throw RightsError(because(u"连接的用户没有做这件事的权限"_s));
     if (state == u"25006") throw ReadOnlyError(say(u"服务器只读，不能写入"_s));
     if (state == u"55P03" || state == u"40P01" || state == u"40001")
         throw Error(say(u"数据库被其他程序占用"_s));

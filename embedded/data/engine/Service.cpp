@@ -4,6 +4,7 @@
 #include "platform/Paths.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 
@@ -62,10 +63,17 @@ CArray<Service> Parse(const CString& text)
     return services;
 }
 
+/// Whether a text is an address of the net 127.0.0.0/8, which never leaves the machine.
+bool IsLoopback(const CString& host)
+{
+    static const QRegularExpression form(u"^127(\\.\\d{1,3}){3}$"_s);
+    return form.match(host).hasMatch();
+}
+
 bool IsLocalHost(const CString& host)
 {
     return host.isEmpty() || host.startsWith(u'/') || host.startsWith(u'@') ||
-           host.compare(u"localhost", Qt::CaseInsensitive) == 0 || host == u"::1" || host.startsWith(u"127.");
+           host.compare(u"localhost", Qt::CaseInsensitive) == 0 || host == u"::1" || IsLoopback(host);
 }
 
 } // namespace

@@ -7,9 +7,11 @@
 #include "platform/Paths.h"
 #include "support/Patience.h"
 #include "support/Pixels.h"
+#include "widgets/WindowFrame.h"
 
 #include <QtGui/QImage>
 #include <QtGui/QScreen>
+#include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLabel>
@@ -222,5 +224,24 @@ TEST_F(WindowLooks, RowsOfTheCalculatorAreAsHighAsTheirText)
             EXPECT_LE(items.rowHeight(0), line + line / 2) << points;
         }
         Close(window);
+    });
+}
+
+// A window manager that is still making the frame may take the place of the frame for that of the inside.
+TEST_F(WindowLooks, PickerThatCameToStandElsewhereBeforeItsFrameWasKnownIsBroughtBack)
+{
+    const QRect screen = m_parent.screen()->availableGeometry();
+    m_parent.show();
+    m_parent.resize(100, 100);
+    m_parent.move(screen.topLeft() + QPoint(10, 20));
+    test::WaitInLoopFor(u"the frame of the neighbour"_s,
+                        [this] { return !widgets::FrameOf(m_parent).isNull(); });
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.MoveWndToRight(&m_parent);
+    const QRect beside = widgets::OuterGeometry(m_parent);
+    Window().windowHandle()->setPosition(Window().pos() + QPoint(40, 40));
+    picker.ShowWindow(true);
+    test::WaitInLoopFor(u"the picker beside its neighbour"_s, [&] {
+        return widgets::OuterGeometry(Window()).topLeft() == beside.topRight() + QPoint(1, 0);
     });
 }
