@@ -222,8 +222,6 @@ void PostgresEngine::Raise(const QSqlError& error) const
     if (state == u"25006") throw ReadOnlyError(say(u"服务器只读，不能写入"_s));
     if (state == u"55P03" || state == u"40P01" || state == u"40001")
         throw Error(say(u"数据库被其他程序占用"_s));
-    // What functions of ours say is said to people: without the kind before it and the place behind it.
-    if (state == u"P0001") throw Error(say(text.section(u'\n', 0, 0).section(u":  "_s, 1)));
     throw Error(say(text.isEmpty() ? error.text().trimmed() : text));
 }
 

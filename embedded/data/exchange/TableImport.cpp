@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 namespace embedded {
 
@@ -288,6 +289,8 @@ public:
     Target(ProjectCatalogue& catalogue, bool isTrial) : m_catalogue(catalogue), m_isTrial(isTrial)
     {
         if (catalogue.Office() != nullptr) RequireKeeper(*catalogue.Office());
+        // Nobody is to choose a library from the copy that is about to go.
+        if (OnOffice()) m_copyStays.emplace(catalogue.Local());
     }
 
     Database& Ground()
@@ -301,7 +304,8 @@ public:
         if (!OnOffice()) return;
         CString fault;
         try {
-            m_catalogue.Office()->BringUpToDate(m_catalogue.Local());
+            m_catalogue.Office()->BringUpToDateWithin(m_catalogue.Local());
+            m_copyStays->Commit();
             fault = m_catalogue.Office()->Fault();
         } catch (const Error& error) {
             fault = error.Message();
@@ -325,6 +329,7 @@ private:
 
     ProjectCatalogue& m_catalogue;
     bool m_isTrial;
+    std::optional<Transaction> m_copyStays;
 };
 
 } // namespace

@@ -86,6 +86,7 @@ int UpgradeOfficeSchema(Database& database)
 void RequireOffice(Database& database)
 {
     const int found = database.SchemaVersion();
+    if (found == Office::SchemaVersion) return;
     if (found == 0) FailWithoutOffice(database);
     if (found < Office::SchemaVersion)
         database.Fail(u"由旧版程序建立（结构版本 %1），请用 ktqdde office upgrade 升级"_s.arg(found));

@@ -1,7 +1,5 @@
 #include "embedded/data/office/ProjectOffice.h"
 
-#include "embedded/data/catalogue/CatalogueCopy.h"
-#include "embedded/data/engine/Error.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QSysInfo>
@@ -49,36 +47,49 @@ void ProjectOffice::Lose(const UnreachableError& error)
     m_fault = error.Message().simplified();
 }
 
-bool ProjectOffice::BringUpToDate(Database& copy)
+std::optional<ProjectOffice::Present> ProjectOffice::Read(const std::optional<CopiedState>& held)
 {
-    if (!m_office) return false;
-    const std::optional<CopiedState> held = StateOfCopy(copy);
-    CopiedState state{m_name, 0};
-    CatalogueRows rows;
+    if (!m_office) return std::nullopt;
     try {
         Database& office = m_office->Connection();
-        state.revision = m_office->CatalogueRevision();
-        if (held != state) {
-            const Snapshot snapshot(office);
-            state.revision = m_office->CatalogueRevision();
-            rows = ReadCatalogueRows(office);
-        }
+        Present present{{m_name, m_office->CatalogueRevision()}, {}};
+        if (held == present.state) return present;
+        const Snapshot snapshot(office);
+        present.state.revision = m_office->CatalogueRevision();
+        present.rows = ReadCatalogueRows(office);
+        return present;
     } catch (const UnreachableError& error) {
         Lose(error);
-        return false;
+        return std::nullopt;
     }
-    if (held != state) {
+}
+
+bool ProjectOffice::BringUpToDate(Database& copy)
+{
+    const std::optional<CopiedState> held = StateOfCopy(copy);
+    const std::optional<Present> present = Read(held);
+    if (!present) return false;
+    if (held != present->state) {
         Transaction transaction(copy);
         // Another program may have been here since, with a later state.
         const std::optional<CopiedState> found = StateOfCopy(copy);
         const bool isLater =
-            found != held && found && found->office == m_name && found->revision > state.revision;
+            found != held && found && found->office == m_name && found->revision > present->state.revision;
         if (isLater) return true;
-        WriteCatalogueCopy(copy, rows, state);
+        WriteCatalogueCopy(copy, present->rows, present->state);
         transaction.Commit();
     }
-    Confirm(state.revision);
-    return held != state;
+    Confirm(present->state.revision);
+    return held != present->state;
+}
+
+bool ProjectOffice::BringUpToDateWithin(Database& copy)
+{
+    const std::optional<CopiedState> held = StateOfCopy(copy);
+    const std::optional<Present> present = Read(held);
+    if (!present || held == present->state) return false;
+    WriteCatalogueCopy(copy, present->rows, present->state);
+    return true;
 }
 
 void ProjectOffice::RequireCopy(Database& copy)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "embedded/data/catalogue/CatalogueCopy.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/office/Office.h"
 #include "embedded/data/office/OfficeMemory.h"
@@ -43,6 +44,8 @@ public:
     /// Brings the local copy of the catalogue to the office's state, in one transaction, when it is another
     /// one. Does nothing while the office cannot be reached. Whether the copy has changed. Raises `Error`.
     bool BringUpToDate(Database& copy);
+    /// The same in a write transaction of the caller's, who commits it.
+    bool BringUpToDateWithin(Database& copy);
     /// Raises `Error` when a database is no copy of this office's catalogue.
     void RequireCopy(Database& copy);
 
@@ -51,6 +54,13 @@ public:
     CString InWords();
 
 private:
+    /// The office's state, with rows unless `held` is that state; nothing while the office cannot be reached.
+    struct Present
+    {
+        CopiedState state;
+        CatalogueRows rows;
+    };
+    std::optional<Present> Read(const std::optional<CopiedState>& held);
     /// Notes that the copy holds the office's present state.
     void Confirm(qint64 revision);
 

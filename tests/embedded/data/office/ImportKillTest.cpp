@@ -114,10 +114,11 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
         const int state = State();
         ASSERT_GE(state, 0) << "kill " << kill << " of seed " << m_seed;
         EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
-        if (m_program.exitCode() == 0)
+        if (m_program.exitCode() == 0) {
             EXPECT_EQ(state, wanted) << "it was reported as stored";
-        else
+        } else {
             EXPECT_EQ(m_program.exitCode(), 4) << m_program.readAllStandardError().toStdString();
+        }
         stored += state != before ? 1 : 0;
         before = state;
     }

@@ -126,7 +126,7 @@ TEST_F(OfficeImport, RecordsOnlyTheRowsThatHaveChanged)
                        "031001001,改名,m,0310\\031001\n"_s)
                     .stored);
     EXPECT_EQ(Ask(u"SELECT count(*) - %1 FROM changes"_s.arg(before)), u"1"_s);
-    EXPECT_EQ(Ask(u"SELECT operation || new_row ->> 'name' FROM changes ORDER BY id DESC LIMIT 1"_s),
+    EXPECT_EQ(Ask(u"SELECT operation || (new_row ->> 'name') FROM changes ORDER BY id DESC LIMIT 1"_s),
               u"UPDATE改名"_s);
 }
 

@@ -255,8 +255,8 @@ TEST_F(OfficeNumbers, OfTwoProgramsThatTakeManyAtOnceAreAllDifferent)
     for (QProcess& program : programs) {
         test::WaitForEnd(program);
         EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
-        for (const QByteArray& line : program.readAllStandardOutput().split('\n'))
-            if (!line.isEmpty()) EXPECT_TRUE(numbers.insert(line).second) << line.toStdString();
+        for (const QByteArray& line : program.readAllStandardOutput().trimmed().split('\n'))
+            EXPECT_TRUE(numbers.insert(line).second) << line.toStdString();
     }
     EXPECT_EQ(numbers.size(), std::size_t{2 * Each});
     EXPECT_EQ(Count(u"claimed_until IS NULL"_s), QString::number(2 * Each));
