@@ -2,6 +2,7 @@
 
 #include "support/Patience.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -60,9 +61,10 @@ bool PostgresServer::IsInstalled()
     return !ProgramFolder().isEmpty();
 }
 
-PostgresServer::PostgresServer()
+PostgresServer::PostgresServer(Access access) : m_access(access)
 {
     MakeCluster();
+    if (m_access == Access::Encrypted) MakeCertificate();
     Start();
 }
 
@@ -83,12 +85,31 @@ void PostgresServer::MakeCluster()
     RequireSuccess(initdb);
 }
 
+/// In the places where the server looks for them.
+void PostgresServer::MakeCertificate()
+{
+    QProcess openssl;
+    m_folder.SetUp(openssl, u"openssl"_s,
+                   {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-subj"_s, u"/CN=test"_s,
+                    u"-keyout"_s, m_folder.Native(u"data\\server.key"_s), u"-out"_s,
+                    m_folder.Native(u"data\\server.crt"_s)});
+    RequireSuccess(openssl);
+}
+
+QString PostgresServer::Address()
+{
+    const qint64 id = QCoreApplication::applicationPid();
+    return u"127.%1.%2.%3"_s.arg(id >> 16 & 0x7f).arg(id >> 8 & 0xff).arg(id & 0xff);
+}
+
 void PostgresServer::Start()
 {
+    const QString address = m_access == Access::Socket ? QString() : Address();
     m_folder.SetUp(m_process, ProgramFolder() + u"postgres"_s,
                    {u"-D"_s, m_folder.Native(u"data"_s), u"-k"_s, SocketFolder(), u"-c"_s,
-                    u"listen_addresses="_s, u"-c"_s, u"fsync=off"_s, u"-c"_s, u"jit=off"_s, u"-c"_s,
-                    u"log_min_error_statement=panic"_s, u"-p"_s, Port()});
+                    u"listen_addresses="_s + address, u"-c"_s,
+                    m_access == Access::Encrypted ? u"ssl=on"_s : u"ssl=off"_s, u"-c"_s, u"fsync=off"_s,
+                    u"-c"_s, u"jit=off"_s, u"-c"_s, u"log_min_error_statement=panic"_s, u"-p"_s, Port()});
     // Not into a pipe, which nobody empties while a test is busy.
     m_process.setStandardOutputFile(m_folder.Native(Log), QIODevice::Append);
     m_process.start();
@@ -144,19 +165,38 @@ void PostgresServer::StartAgain()
     Start();
 }
 
-PsqlAnswer PostgresServer::Psql(const QString& database, const QString& user, const QString& sql) const
+PsqlAnswer PostgresServer::RunPsql(const QString& database, const QString& user,
+                                   const QStringList& arguments) const
 {
     QProcess psql;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"PGCLIENTENCODING"_s, u"UTF8"_s);
     psql.setProcessEnvironment(environment);
     psql.start(ProgramFolder() + u"psql"_s,
-               {u"-X"_s, u"-q"_s, u"-A"_s, u"-t"_s, u"-w"_s, u"-1"_s, u"-v"_s, u"ON_ERROR_STOP=1"_s, u"-h"_s,
-                SocketFolder(), u"-p"_s, Port(), u"-U"_s, user, u"-d"_s, database, u"-c"_s, sql});
+               QStringList{u"-X"_s, u"-q"_s, u"-A"_s, u"-t"_s, u"-w"_s, u"-h"_s, SocketFolder(), u"-p"_s,
+                           Port(), u"-U"_s, user, u"-d"_s, database} +
+                   arguments);
     WaitForEnd(psql);
     return {psql.error() != QProcess::FailedToStart && psql.exitStatus() == QProcess::NormalExit &&
                 psql.exitCode() == 0,
             QString::fromUtf8(psql.readAllStandardOutput()), QString::fromUtf8(psql.readAllStandardError())};
+}
+
+PsqlAnswer PostgresServer::Psql(const QString& database, const QString& user, const QString& sql) const
+{
+    return RunPsql(database, user, {u"-1"_s, u"-v"_s, u"ON_ERROR_STOP=1"_s, u"-c"_s, sql});
+}
+
+QStringList PostgresServer::PsqlEach(const QString& database, const QString& user,
+                                     const QStringList& statements) const
+{
+    QStringList arguments{u"-o"_s, u"/dev/null"_s}; // the rows
+    for (const QString& statement : statements)
+        arguments += {u"-c"_s, statement, u"-c"_s, u"\\echo :SQLSTATE"_s};
+    const PsqlAnswer answer = RunPsql(database, user, arguments);
+    const QStringList states = answer.rows.split(u'\n', Qt::SkipEmptyParts);
+    if (states.size() != statements.size()) throw std::runtime_error(answer.fault.toStdString());
+    return states;
 }
 
 QString PostgresServer::Ask(const QString& database, const QString& sql) const

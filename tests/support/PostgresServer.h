@@ -3,6 +3,7 @@
 #include "support/UnprivilegedFolder.h"
 
 #include <QtCore/QProcess>
+#include <QtCore/QStringList>
 
 namespace test {
 
@@ -14,9 +15,16 @@ struct PsqlAnswer
     QString fault;       ///< what it complained of
 };
 
-/// A PostgreSQL server of its own for as long as it lives: in a temporary folder, on a socket in there, with
-/// no port. An administrator's tests run it as nobody, since it refuses to be run by an administrator. It
-/// ends with this object, and when the process dies before that, too. It trusts whoever reaches the socket.
+/// By which ways a server can be reached.
+enum class Access {
+    Socket,    ///< a socket in its folder alone
+    Plain,     ///< an address of this machine as well
+    Encrypted, ///< the same, where connections may be encrypted
+};
+
+/// A PostgreSQL server of its own for as long as it lives: in a temporary folder, on a socket in there. An
+/// administrator's tests run it as nobody, since it refuses to be run by an administrator. It ends with this
+/// object, and when the process dies before that, too. It trusts whoever reaches the socket.
 ///
 /// Its texts are in the order of the Chinese language with digits as the numbers that they make, not of their
 /// bytes, so that a query which relies on the order of bytes without saying so is found out.
@@ -28,7 +36,7 @@ class PostgresServer
 {
 public:
     /// Raises `std::runtime_error` with what its programs said when it does not come up.
-    PostgresServer();
+    explicit PostgresServer(Access access = Access::Socket);
     ~PostgresServer();
     PostgresServer(const PostgresServer&) = delete;
     PostgresServer& operator=(const PostgresServer&) = delete;
@@ -40,6 +48,8 @@ public:
     QString SocketFolder() const { return m_folder.Native({}); }
     static QString Port() { return QStringLiteral("5432"); }
     static QString Database() { return QStringLiteral("postgres"); }
+    /// An address of this machine that no other server uses.
+    static QString Address();
     /// Who may do everything.
     static QString User() { return QStringLiteral("tester"); }
 
@@ -56,8 +66,12 @@ public:
 
     /// Runs statements, one transaction, as a user of a database.
     PsqlAnswer Psql(const QString& database, const QString& user, const QString& sql) const;
-    /// The same as the user who may do everything. Raises `std::runtime_error` unless it is done; gives the
-    /// rows, without the last end of line.
+    /// Runs statements one by one, each whatever became of those before it, as a user of a database. Gives
+    /// what the server calls the end of each, five characters: "00000" when it was done. Raises
+    /// `std::runtime_error` when the user does not get in.
+    QStringList PsqlEach(const QString& database, const QString& user, const QStringList& statements) const;
+    /// The same as `Psql` as the user who may do everything. Raises `std::runtime_error` unless it is done;
+    /// gives the rows, without the last end of line.
     QString Ask(const QString& database, const QString& sql) const;
     /// Creates a database. Everything of it goes with the server.
     void CreateDatabase(const QString& name) const;
@@ -66,9 +80,13 @@ private:
     void MakeCluster();
     void Start();
     bool TakesConnections() const;
+    PsqlAnswer RunPsql(const QString& database, const QString& user, const QStringList& arguments) const;
     void Signal(const QString& script);
 
+    void MakeCertificate();
+
     UnprivilegedFolder m_folder;
+    Access m_access;
     QProcess m_process;
 };
 

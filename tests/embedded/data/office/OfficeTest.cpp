@@ -34,6 +34,15 @@ QString Traces(const OfficeDatabase& database)
                         "SELECT rolname FROM pg_roles WHERE rolname LIKE '%1\\_%'"_s.arg(database.Name()));
 }
 
+/// The servers' address on this machine, in a form that is not taken for one.
+CString NotKnownAsLocal()
+{
+    quint32 number = 0;
+    for (const CString& part : test::PostgresServer::Address().split(u'.'))
+        number = number << 8 | part.toUInt();
+    return CString::number(number);
+}
+
 } // namespace
 
 TEST(OfficeCreation, FillsTheCatalogueWithWhatIsShipped)
@@ -299,6 +308,32 @@ TEST(OfficeStatusTest, UserWithoutARoleIsToldSo)
     const OfficeStatus status = Office::Status(TestOffice::Stranger());
     EXPECT_EQ(status.right, OfficeRight::None);
     EXPECT_EQ(status.schema, Office::SchemaVersion);
+}
+
+TEST(OfficeStatusTest, TellsAddressAndEncryptionOfAServer)
+{
+    const test::PostgresServer server(test::Access::Encrypted);
+    test::ServiceFile services;
+    const auto add = [&](const CString& name, const CString& host, const CString& more) {
+        services.AddText(u"[%1]\nhost=%2\nport=%3\ndbname=postgres\nuser=%4\n%5\n"_s.arg(
+            name, host, server.Port(), server.User(), more));
+    };
+    add(u"plain"_s, server.Address(), u"sslmode=disable"_s);
+    add(u"encrypted"_s, server.Address(), u"sslmode=require"_s);
+    add(u"far"_s, NotKnownAsLocal(), u"sslmode=disable"_s);
+    EXPECT_EQ(Office::Status(u"plain"_s).server, u"%1:%2/postgres"_s.arg(server.Address(), server.Port()));
+    EXPECT_FALSE(Office::Status(u"plain"_s).isEncrypted);
+    EXPECT_TRUE(Office::Status(u"encrypted"_s).isEncrypted);
+    EXPECT_TRUE(Office::Status(u"far"_s).isEncrypted) << "whatever the entry says";
+}
+
+TEST(OfficeStatusTest, ServerElsewhereThatDoesNotEncryptIsNotUsed)
+{
+    const test::PostgresServer server(test::Access::Plain);
+    test::ServiceFile services;
+    services.AddText(u"[far]\nhost=%1\nport=%2\ndbname=postgres\nuser=%3\nsslmode=disable\n"_s.arg(
+        NotKnownAsLocal(), server.Port(), server.User()));
+    EXPECT_THROW(Office::Status(u"far"_s), embedded::UnreachableError);
 }
 
 TEST(OfficeStatusTest, RightsHaveWords)
