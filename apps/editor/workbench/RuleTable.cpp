@@ -23,7 +23,6 @@ constexpr std::array<std::pair<int, int>, 4> Shares{{{RuleTableModel::ConditionC
                                                      {RuleTableModel::BillColumn, 26},
                                                      {RuleTableModel::QuotaColumn, 22},
                                                      {RuleTableModel::NoteColumn, 18}}};
-constexpr int Whole = 100;
 constexpr int RowSpace = 6; ///< pixels beside the text of a line, above and below together
 constexpr int BarOpacity = 90;
 constexpr int AppliesOpacity = 60;
