@@ -38,7 +38,7 @@ struct PublishEnd
 {
     enum End {
         Published,
-        Unchanged, ///< the last version holds the same already
+        Unchanged, ///< `version` holds the same already
         Waits,     ///< the office cannot be reached; it is sent when it can
         Conflicts, ///< somebody has published against it, and there was no answer
         Collides,  ///< another project has given one of its bill numbers to something else
@@ -46,12 +46,12 @@ struct PublishEnd
     };
     End end = Published;
     CString configuration{};
-    int version = 0;       ///< the last one now, as far as it is known
+    int version = 0;       ///< the one that holds the file, or else the last one as far as it is known
     bool isMerged = false; ///< with what others had published meanwhile, in the project's file, too
     CArray<embedded::NumberCollision> collisions{};
     CString fault{}; ///< of one that waits: why, in words
 
-    /// Whether what was to be published is in the last version now.
+    /// Whether what was to be published is in a version now.
     bool IsDone() const { return end == Published || end == Unchanged; }
 };
 

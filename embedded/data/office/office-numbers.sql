@@ -110,6 +110,9 @@ $$
 -- while the configuration's row is locked. Gives those that another project has for something else, an array
 -- of {"library", "number", "name", "unit", "their_name", "their_unit", "project"}; when there are any, nothing
 -- has been recorded. A number that others merely claim becomes the publication's: it is in use now.
+--
+-- Whoever publishes has the last version before him. A number that stood in it, and stands in the new one for
+-- something else alone, has been given another name on purpose: that is no collision.
 CREATE FUNCTION record_numbers(
     the_configuration text, the_project text, the_version integer, the_numbers jsonb) RETURNS jsonb
 LANGUAGE plpgsql SET search_path = ktqdde, pg_temp AS $$
@@ -128,7 +131,12 @@ BEGIN
         JOIN numbers AS theirs ON theirs.configuration = the_configuration AND
             theirs.library = mine.library AND theirs.number = mine.number AND
             theirs.project <> the_project AND theirs.claimed_until IS NULL AND
-            (theirs.name <> mine.name OR theirs.unit <> mine.unit);
+            (theirs.name <> mine.name OR theirs.unit <> mine.unit) AND
+            (theirs.version = 0 OR theirs.version <> the_version - 1 OR EXISTS (
+                SELECT FROM jsonb_to_recordset(the_numbers) AS also (
+                    library text, number text, name text, unit text)
+                WHERE also.library = theirs.library AND also.number = theirs.number AND
+                    also.name = theirs.name AND also.unit = theirs.unit));
     IF collisions = '[]' THEN
         INSERT INTO numbers AS known (configuration, library, number, project, name, unit, version)
             SELECT DISTINCT ON (library, number)

@@ -240,13 +240,14 @@ TEST_F(Publish, OnlyKeepersRemoveAndBringBack)
         ErrorOf([this] { keeper.published.BringBack(u"没有的"_s); }).contains(u"没有名为“没有的”的配置"_s));
 }
 
-TEST_F(Publish, NumberOfAnotherProjectForSomethingElseCollidesAndChangesNothing)
+TEST_F(Publish, NumberThatStandsForAnotherProjectsItemAsWellCollidesAndChangesNothing)
 {
     const NumberUse theirs{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
     const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
     ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {theirs}}).end,
               PublishOutcome::Published);
-    const PublishOutcome outcome = keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {mine}});
+    // Both, as a merge of what the two have done brings them together.
+    const PublishOutcome outcome = keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {mine, theirs}});
     EXPECT_EQ(outcome.end, PublishOutcome::Collides);
     EXPECT_EQ(outcome.version, 2);
     ASSERT_EQ(outcome.collisions.size(), 1);
@@ -255,6 +256,31 @@ TEST_F(Publish, NumberOfAnotherProjectForSomethingElseCollidesAndChangesNothing)
     EXPECT_EQ(outcome.collisions[0].theirs.name, u"水泵"_s);
     EXPECT_EQ(outcome.collisions[0].project, u"一"_s);
     EXPECT_EQ(editor.published.Log(Name).size(), 2);
+}
+
+TEST_F(Publish, ItemOfTheLastVersionGetsAnotherNameFromAnyProject)
+{
+    const NumberUse former{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
+    const NumberUse renamed{u"Q"_s, u"030101001001"_s, u"离心水泵"_s, u"台"_s};
+    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {former}}).end,
+              PublishOutcome::Published);
+    EXPECT_EQ(keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {renamed}}).end,
+              PublishOutcome::Published);
+    EXPECT_EQ(editor.published.Publish({Name, 3, "<d/>", {}, u"一"_s, {renamed}}).end,
+              PublishOutcome::Published);
+}
+
+TEST_F(Publish, NumberThatIsUsedNoMoreStaysWithItsItem)
+{
+    const NumberUse former{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
+    const NumberUse other{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
+    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {former}}).end,
+              PublishOutcome::Published);
+    ASSERT_EQ(editor.published.Publish({Name, 2, "<c/>", {}, u"一"_s, {}}).end, PublishOutcome::Published);
+    EXPECT_EQ(keeper.published.Publish({Name, 3, "<d/>", {}, u"二"_s, {other}}).end,
+              PublishOutcome::Collides);
+    EXPECT_EQ(keeper.published.Publish({Name, 3, "<d/>", {}, u"二"_s, {former}}).end,
+              PublishOutcome::Published);
 }
 
 TEST_F(Publish, NewConfigurationWhoseNumbersCollideLeavesNoTrace)
