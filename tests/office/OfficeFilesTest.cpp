@@ -337,12 +337,16 @@ TEST_F(OfficeFiles, ForgottenBaseIsFoundAgainByTheContent)
     m_wang.Fetch();
     m_wang.Write(PipeFile(PipeElement(2, "钢管", "净长")));
     m_wang.Publish();
-    m_li.Host().Office()->Memory().RememberBase(Configuration, 1);
+    embedded::OfficeMemory& memory = m_li.Host().Office()->Memory();
+    memory.RememberBase(Configuration, 1);
+    EXPECT_EQ(m_li.Entry().state, OfficeState::Older);
+    EXPECT_EQ(memory.Base(Configuration), 2);
+    memory.RememberBase(Configuration, 1);
     EXPECT_EQ(m_li.Publish().end, PublishEnd::Unchanged);
+    EXPECT_EQ(memory.Base(Configuration), 2);
+    memory.RememberBase(Configuration, 1);
+    EXPECT_EQ(m_li.Fetch().end, FetchEnd::Fetched);
     EXPECT_EQ(m_li.Read(), m_wang.Read());
-    m_li.Host().Office()->Memory().RememberBase(Configuration, 1);
-    EXPECT_EQ(m_li.Entry().state, OfficeState::Same);
-    EXPECT_EQ(m_li.Host().Office()->Memory().Base(Configuration), 3);
 }
 
 TEST_F(OfficeFiles, WhatIsNoRuleFileIsNeitherPublishedNorReplaced)
