@@ -12,6 +12,9 @@ class OfficeDatabase
 public:
     /// One without an office, and its administrator, who owns it and may create roles.
     OfficeDatabase();
+    ~OfficeDatabase();
+    OfficeDatabase(const OfficeDatabase&) = delete;
+    OfficeDatabase& operator=(const OfficeDatabase&) = delete;
 
     /// The service of the administrator.
     static CString Administrator() { return QStringLiteral("buero"); }
@@ -28,6 +31,7 @@ public:
 
 private:
     QString m_name;
+    QStringList m_users;
     ServiceFile m_services;
 };
 

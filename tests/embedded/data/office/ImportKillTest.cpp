@@ -1,12 +1,12 @@
 #include "embedded/OfficeFixture.h"
 #include "embedded/data/exchange/TableImport.h"
+#include "support/Kills.h"
 #include "support/Patience.h"
 
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 
 #include <iostream>
-#include <random>
 
 using namespace Qt::StringLiterals;
 using embedded::TableKind;
@@ -14,23 +14,14 @@ using test::TestProject;
 
 namespace {
 
-/// How often a program or the server is killed; the environment variable sets another number.
-int Kills()
-{
-    constexpr int few = 10;
-    const int asked = qEnvironmentVariableIntValue("KTQDDE_KILLS");
-    return asked > 0 ? asked : few;
-}
+constexpr int UsualKills = 10;
 
 /// A project whose bill table goes back and forth between two states, each by the import of a file.
 class ImportKill : public test::OfficeFixture
 {
 protected:
-    ImportKill() : m_random(std::random_device()())
+    ImportKill()
     {
-        m_seed = m_random();
-        std::cout << "seed " << m_seed << '\n';
-        m_random.seed(m_seed);
         m_other.Create(test::On(Administrator()));
         m_states[0] = Exported(m_project);
         m_states[1] = m_states[0].section(u'\n', 0, 0) + u'\n';
@@ -60,7 +51,7 @@ protected:
         ASSERT_TRUE(m_program.waitForStarted(-1));
     }
     /// Waits for some part of the time that an import takes.
-    void WaitSome() { m_program.waitForFinished(static_cast<int>(m_random() % (m_duration * 5 / 4 + 1))); }
+    void WaitSome() { test::PassTime(m_moments, m_duration * 5 / 4 + 1); }
     /// The state of the office, for whoever asks; -1 for something in between.
     int State() const
     {
@@ -72,8 +63,7 @@ protected:
 
     static constexpr int Rows = 3000;
 
-    std::mt19937 m_random;
-    unsigned m_seed = 0;
+    QRandomGenerator m_moments = test::MomentsOfRun();
     TestProject m_other;
     CString m_states[2];
     int m_duration = 0;
@@ -87,16 +77,16 @@ TEST_F(ImportKill, OfTheProgramAtAnyMomentLeavesTheOldOrTheNewState)
     int stored = 0;
     int before = State();
     ASSERT_EQ(before, 1);
-    for (int kill = 0; kill < Kills(); ++kill) {
+    for (int kill = 0; kill < test::KillsOfRun(UsualKills); ++kill) {
         Begin(1 - before);
         WaitSome();
         test::Kill(m_program);
         const int state = State();
-        ASSERT_GE(state, 0) << "kill " << kill << " of seed " << m_seed;
+        ASSERT_GE(state, 0) << "kill " << kill;
         stored += state != before ? 1 : 0;
         before = state;
     }
-    std::cout << stored << " of " << Kills() << " imports were stored\n";
+    std::cout << stored << " of " << test::KillsOfRun(UsualKills) << " imports were stored\n";
 }
 
 TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseReport)
@@ -104,7 +94,7 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
     int stored = 0;
     int before = State();
     ASSERT_EQ(before, 1);
-    for (int kill = 0; kill < Kills(); ++kill) {
+    for (int kill = 0; kill < test::KillsOfRun(UsualKills); ++kill) {
         const int wanted = 1 - before;
         Begin(wanted);
         WaitSome();
@@ -112,7 +102,7 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
         test::WaitForEnd(m_program);
         test::SharedServer().StartAgain();
         const int state = State();
-        ASSERT_GE(state, 0) << "kill " << kill << " of seed " << m_seed;
+        ASSERT_GE(state, 0) << "kill " << kill;
         EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
         if (m_program.exitCode() == 0) {
             EXPECT_EQ(state, wanted) << "it was reported as stored";
@@ -122,5 +112,5 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
         stored += state != before ? 1 : 0;
         before = state;
     }
-    std::cout << stored << " of " << Kills() << " imports were stored\n";
+    std::cout << stored << " of " << test::KillsOfRun(UsualKills) << " imports were stored\n";
 }
