@@ -161,9 +161,11 @@ void MainWindow::MakeMenus()
     QMenu& shown = *m_actions.view->addMenu(u"显示的面板(&S)"_s);
     for (QDockWidget* dock : m_workbench->Docks())
         shown.addAction(dock->toggleViewAction());
-    statusBar()->addPermanentWidget(m_others);
-    m_others->setTextFormat(Qt::PlainText);
-    m_others->hide();
+    for (QLabel* label : {m_office, m_others}) {
+        statusBar()->addPermanentWidget(label);
+        label->setTextFormat(Qt::PlainText);
+        label->hide();
+    }
 }
 
 void MainWindow::RestoreLayout()

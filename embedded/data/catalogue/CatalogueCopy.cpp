@@ -2,8 +2,6 @@
 
 #include "embedded/data/catalogue/CatalogueSchema.h"
 
-#include <QtSql/QSqlRecord>
-
 namespace embedded {
 
 using namespace Qt::StringLiterals;
@@ -14,24 +12,17 @@ const CString StateTable = u"office_copy"_s;
 
 CatalogueRows::Table ReadTable(Database& catalogue, const CString& name)
 {
-    CatalogueRows::Table table{name, {}, {}};
-    QList<int> fields;
-    const auto begin = [&](const QSqlRecord& record) {
-        for (int field = 0; field < record.count(); ++field) {
-            if (record.fieldName(field) == catalogue.InsertionOrder()) continue;
-            table.columns.append(record.fieldName(field));
-            fields.append(field);
-        }
-    };
-    catalogue.ForEach(u"SELECT * FROM %1 ORDER BY %2"_s.arg(name, catalogue.InsertionOrder()), {},
-                      [&](const QSqlQuery& query) {
-                          if (fields.isEmpty()) begin(query.record());
-                          CStringArray row;
-                          row.reserve(fields.size());
-                          for (const int field : fields)
-                              row.append(query.value(field).toString());
-                          table.rows.append(row);
-                      });
+    CatalogueRows::Table table{name, catalogue.ColumnsOf(name), {}};
+    const auto count = static_cast<int>(table.columns.size());
+    const CString sql =
+        u"SELECT %1 FROM %2 ORDER BY %3"_s.arg(table.columns.join(u','), name, catalogue.InsertionOrder());
+    catalogue.ForEach(sql, {}, [&](const QSqlQuery& query) {
+        CStringArray row;
+        row.reserve(count);
+        for (int column = 0; column < count; ++column)
+            row.append(query.value(column).toString());
+        table.rows.append(row);
+    });
     return table;
 }
 

@@ -7,6 +7,7 @@
 
 #include <QtCore/QRegularExpression>
 #include <QtSql/QSqlError>
+#include <QtSql/QSqlRecord>
 
 #include <algorithm>
 #include <atomic>
@@ -194,6 +195,17 @@ bool Database::IsEmpty()
 bool Database::HasTable(const CString& table)
 {
     return m_engine->HasTable(*this, table);
+}
+
+CStringArray Database::ColumnsOf(const CString& table)
+{
+    QSqlQuery query(m_database);
+    Run(query, u"SELECT * FROM %1 LIMIT 0"_s.arg(table), {});
+    const QSqlRecord record = query.record();
+    CStringArray columns;
+    for (int field = 0; field < record.count(); ++field)
+        if (record.fieldName(field) != InsertionOrder()) columns.append(record.fieldName(field));
+    return columns;
 }
 
 void Database::Fail(const CString& reason) const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "embedded/data/engine/Statements.h"
 
 #include <QtCore/QVariant>
 #include <QtSql/QSqlDatabase>
@@ -15,16 +15,6 @@ namespace embedded {
 class Engine;
 struct Service;
 
-/// The rows of a table, or of the part of it where one column has one value.
-struct TablePart
-{
-    CString table;
-    CStringArray columns; ///< those that the rows give, the keys first; without `partColumn`
-    int keys = 1;         ///< how many columns tell a row from the others of the part
-    CString partColumn{}; ///< empty for the whole table
-    CString partValue{};
-};
-
 /// One connection to one database, closed and forgotten by the destructor. To be used on the thread that
 /// made it, after the application object has been made. Whatever goes wrong raises `Error`: a write to a
 /// read-only file or server `ReadOnlyError`, one for which the connected user has no right `RightsError`, a
@@ -34,7 +24,7 @@ struct TablePart
 /// alone. Marks for values are "?" for both. Several programs may use one database: whoever finds it locked
 /// waits for the busy timeout. The journal of a file is the rollback journal, which leaves nothing beside the
 /// file and works on network drives.
-class Database
+class Database final : public Statements
 {
 public:
     static constexpr std::chrono::milliseconds DefaultBusyTimeout{5000};
@@ -44,34 +34,29 @@ public:
     /// Connects to a server. Tables are those of the schema "ktqdde" there, which may be missing. Unless the
     /// server is on this machine the connection is encrypted or is none.
     explicit Database(const Service& service, std::chrono::milliseconds busyTimeout = DefaultBusyTimeout);
-    ~Database();
+    ~Database() override;
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
     /// What people call the database: the native path of a file, the name of a service.
     CString Name() const;
 
-    /// Runs one statement that gives no rows.
-    void Execute(const CString& sql, const QVariantList& values = {});
+    void Execute(const CString& sql, const QVariantList& values = {}) override;
     /// Runs a script of statements that end in semicolons; a semicolon must not stand inside a statement.
     void ExecuteScript(const CString& script);
     /// Runs a script whose statements are separated by lines that hold a semicolon alone, as functions need
     /// that hold semicolons themselves.
     void ExecuteWholeStatements(const CString& script);
-    /// Inserts rows into a table, each with one value per column.
-    void Insert(const CString& table, const CStringArray& columns, const QList<CStringArray>& rows);
+    void Insert(const CString& table, const CStringArray& columns, const QList<CStringArray>& rows) override;
     /// Makes `rows` the rows of a table or of a part of it, in that order, each with one value per column.
     /// Calls `step` for each row; what it raises travels on. Keys must differ. On a server rows that stay
     /// what they were are not touched, so that its record of changes tells only those. To be called in a
     /// write transaction.
     void ReplaceRows(const TablePart& part, const QList<CStringArray>& rows,
                      const std::function<void()>& step = {});
-    /// Calls `row` for each row of a query, in order. What `row` raises ends the query and travels on. `row`
-    /// must not use this database.
     void ForEach(const CString& sql, const QVariantList& values,
-                 const std::function<void(const QSqlQuery&)>& row);
-    /// The first value of a query's last row; invalid when it gives none.
-    QVariant Single(const CString& sql, const QVariantList& values = {});
+                 const std::function<void(const QSqlQuery&)>& row) override;
+    QVariant Single(const CString& sql, const QVariantList& values = {}) override;
 
     /// Creates the tables of a script of "CREATE TABLE NAME (" statements. `InsertionOrder()` of such tables
     /// tells the order of their rows.
@@ -85,6 +70,8 @@ public:
     /// Whether the database holds no table yet.
     bool IsEmpty();
     bool HasTable(const CString& table);
+    /// The columns of a table in their order, without the one that keeps the order of insertion.
+    CStringArray ColumnsOf(const CString& table);
 
     /// Raises `Error` with the name and `reason`.
     [[noreturn]] void Fail(const CString& reason) const;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Text.h"
+#include "embedded/data/engine/Statements.h"
 
 #include <QtSql/QSqlDatabase>
 #include <QtSql/QSqlError>
@@ -9,9 +9,6 @@
 #include <functional>
 
 namespace embedded {
-
-class Database;
-struct TablePart;
 
 /// What differs between the database engines: how a connection is made, how a writing begins, where the
 /// version of a schema stands, in what order rows were inserted, how many rows are replaced, and what a
@@ -40,18 +37,18 @@ public:
     /// The statement that begins a transaction that only reads, and sees one state throughout.
     virtual CString BeginReading() const = 0;
 
-    virtual int SchemaVersion(Database& database) const = 0;
-    virtual void SetSchemaVersion(Database& database, int version) const = 0;
-    virtual bool IsEmpty(Database& database) const = 0;
-    virtual bool HasTable(Database& database, const CString& table) const = 0;
+    virtual int SchemaVersion(Statements& database) const = 0;
+    virtual void SetSchemaVersion(Statements& database, int version) const = 0;
+    virtual bool IsEmpty(Statements& database) const = 0;
+    virtual bool HasTable(Statements& database, const CString& table) const = 0;
 
     /// The column that tells in which order rows were inserted.
     virtual CString InsertionOrder() const = 0;
     /// Gives that column to tables that were just created, where the engine has none of its own, and lets a
     /// transaction break their keys on the way to its end.
-    virtual void KeepInsertionOrder(Database& database, const CStringArray& tables) const = 0;
+    virtual void KeepInsertionOrder(Statements& database, const CStringArray& tables) const = 0;
     /// See `Database::ReplaceRows`.
-    virtual void ReplaceRows(Database& database, const TablePart& part, const QList<CStringArray>& rows,
+    virtual void ReplaceRows(Statements& database, const TablePart& part, const QList<CStringArray>& rows,
                              const std::function<void()>& step) const = 0;
 
     /// Raises the `Error` that a failure means; the text begins with `Name()`.

@@ -1,6 +1,5 @@
 #include "embedded/data/engine/PostgresEngine.h"
 
-#include "embedded/data/engine/Database.h"
 #include "embedded/data/engine/Error.h"
 
 #include <utility>
@@ -119,26 +118,26 @@ CString PostgresEngine::BeginReading() const
     return u"BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"_s;
 }
 
-int PostgresEngine::SchemaVersion(Database& database) const
+int PostgresEngine::SchemaVersion(Statements& database) const
 {
     if (!HasTable(database, u"schema_version"_s)) return 0;
     return database.Single(u"SELECT version FROM schema_version"_s).toInt();
 }
 
-void PostgresEngine::SetSchemaVersion(Database& database, int version) const
+void PostgresEngine::SetSchemaVersion(Statements& database, int version) const
 {
     database.Execute(u"CREATE TABLE IF NOT EXISTS schema_version (version INTEGER NOT NULL)"_s);
     database.Execute(u"DELETE FROM schema_version"_s);
     database.Execute(u"INSERT INTO schema_version VALUES (?)"_s, {version});
 }
 
-bool PostgresEngine::IsEmpty(Database& database) const
+bool PostgresEngine::IsEmpty(Statements& database) const
 {
     return database.Single(u"SELECT count(*) FROM pg_tables WHERE schemaname = ?"_s, {SchemaName()})
                .toInt() == 0;
 }
 
-bool PostgresEngine::HasTable(Database& database, const CString& table) const
+bool PostgresEngine::HasTable(Statements& database, const CString& table) const
 {
     return database
                .Single(u"SELECT count(*) FROM pg_tables WHERE schemaname = ? AND tablename = ?"_s,
@@ -151,7 +150,7 @@ CString PostgresEngine::InsertionOrder() const
     return Place;
 }
 
-void PostgresEngine::KeepInsertionOrder(Database& database, const CStringArray& tables) const
+void PostgresEngine::KeepInsertionOrder(Statements& database, const CStringArray& tables) const
 {
     for (const CString& table : tables) {
         database.Execute(
@@ -168,7 +167,7 @@ void PostgresEngine::KeepInsertionOrder(Database& database, const CStringArray& 
     }
 }
 
-void PostgresEngine::ReplaceRows(Database& database, const TablePart& part, const QList<CStringArray>& rows,
+void PostgresEngine::ReplaceRows(Statements& database, const TablePart& part, const QList<CStringArray>& rows,
                                  const std::function<void()>& step) const
 {
     const CString& table = part.table;

@@ -1,6 +1,5 @@
 #include "embedded/data/engine/SqliteEngine.h"
 
-#include "embedded/data/engine/Database.h"
 #include "embedded/data/engine/Error.h"
 #include "platform/Paths.h"
 
@@ -48,22 +47,22 @@ CString SqliteEngine::BeginReading() const
     return u"BEGIN"_s;
 }
 
-int SqliteEngine::SchemaVersion(Database& database) const
+int SqliteEngine::SchemaVersion(Statements& database) const
 {
     return database.Single(u"PRAGMA user_version"_s).toInt();
 }
 
-void SqliteEngine::SetSchemaVersion(Database& database, int version) const
+void SqliteEngine::SetSchemaVersion(Statements& database, int version) const
 {
     database.Execute(u"PRAGMA user_version = %1"_s.arg(version));
 }
 
-bool SqliteEngine::IsEmpty(Database& database) const
+bool SqliteEngine::IsEmpty(Statements& database) const
 {
     return database.Single(u"SELECT count(*) FROM sqlite_master"_s).toInt() == 0;
 }
 
-bool SqliteEngine::HasTable(Database& database, const CString& table) const
+bool SqliteEngine::HasTable(Statements& database, const CString& table) const
 {
     return database.Single(u"SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = ?"_s, {table})
                .toInt() > 0;
@@ -74,12 +73,12 @@ CString SqliteEngine::InsertionOrder() const
     return u"rowid"_s;
 }
 
-void SqliteEngine::KeepInsertionOrder(Database&, const CStringArray&) const
+void SqliteEngine::KeepInsertionOrder(Statements&, const CStringArray&) const
 {
     // Every table has its rowid, and what stands in the way of a key is deleted before it is inserted.
 }
 
-void SqliteEngine::ReplaceRows(Database& database, const TablePart& part, const QList<CStringArray>& rows,
+void SqliteEngine::ReplaceRows(Statements& database, const TablePart& part, const QList<CStringArray>& rows,
                                const std::function<void()>& step) const
 {
     const bool isWhole = part.partColumn.isEmpty();

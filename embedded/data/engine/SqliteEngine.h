@@ -19,13 +19,13 @@ public:
     CStringArray Greeting() const override { return {}; }
     CStringArray BeginWriting() const override;
     CString BeginReading() const override;
-    int SchemaVersion(Database& database) const override;
-    void SetSchemaVersion(Database& database, int version) const override;
-    bool IsEmpty(Database& database) const override;
-    bool HasTable(Database& database, const CString& table) const override;
+    int SchemaVersion(Statements& database) const override;
+    void SetSchemaVersion(Statements& database, int version) const override;
+    bool IsEmpty(Statements& database) const override;
+    bool HasTable(Statements& database, const CString& table) const override;
     CString InsertionOrder() const override;
-    void KeepInsertionOrder(Database& database, const CStringArray& tables) const override;
-    void ReplaceRows(Database& database, const TablePart& part, const QList<CStringArray>& rows,
+    void KeepInsertionOrder(Statements& database, const CStringArray& tables) const override;
+    void ReplaceRows(Statements& database, const TablePart& part, const QList<CStringArray>& rows,
                      const std::function<void()>& step) const override;
     [[noreturn]] void Raise(const QSqlError& error) const override;
 

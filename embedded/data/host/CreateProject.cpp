@@ -1,14 +1,12 @@
 #include "embedded/data/host/CreateProject.h"
 
 #include "embedded/data/catalogue/CatalogueCopy.h"
-#include "embedded/data/catalogue/CatalogueDatabase.h"
 #include "embedded/data/catalogue/CatalogueSchema.h"
-#include "embedded/data/catalogue/LibraryDatabase.h"
-#include "embedded/data/catalogue/ShippedLibraries.h"
 #include "embedded/data/engine/DataFile.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/office/Office.h"
 #include "embedded/data/office/OfficeMemory.h"
+#include "embedded/data/project/ProjectChoice.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
@@ -35,32 +33,12 @@ constexpr int Filled = 90;
     throw Error(platform::ToNative(folder.Path()) + u"：此文件夹中已有工程"_s);
 }
 
-/// What a new project can choose from.
-struct Choice
-{
-    CArray<Library> libraries;
-    CStringArray specs;
-};
-
-Choice ShippedChoice()
-{
-    return {AllShippedLibraries(), DataFile::Shipped(u"specialties"_s).Column(u"name"_s)};
-}
-
-Choice ChoiceOf(Database& catalogue)
-{
-    Choice choice{ReadLibraries(catalogue), {}};
-    for (const Specialty& specialty : ReadCatalogue(catalogue).specialties)
-        choice.specs.append(specialty.name);
-    return choice;
-}
-
 /// What the catalogue in a folder offers, which is made first unless it stands there.
-Choice EnsuredChoice(const ProjectFolder& folder, const Progress& progress)
+ProjectChoice EnsuredChoice(const ProjectFolder& folder, const Progress& progress)
 {
     Database catalogue(folder.CatalogueFile());
     EnsureCatalogue(catalogue, progress);
-    return ChoiceOf(catalogue);
+    return ReadChoice(catalogue);
 }
 
 /// The state of an office's catalogue from which a project begins.
@@ -68,7 +46,7 @@ struct OfficeStart
 {
     CopiedState state;
     CatalogueRows rows;
-    Choice choice;
+    ProjectChoice choice;
 };
 
 OfficeStart ReadOffice(const CString& name)
@@ -79,7 +57,7 @@ OfficeStart ReadOffice(const CString& name)
     OfficeStart start;
     start.state = {name, office.CatalogueRevision()};
     start.rows = ReadCatalogueRows(connection);
-    start.choice = ChoiceOf(connection);
+    start.choice = ReadChoice(connection);
     return start;
 }
 
@@ -94,7 +72,7 @@ CString SpecialtyOf(const ProjectOptions& options, const CStringArray& names)
 
 /// What the project is to be set to. Which library is the first of a role may change with the catalogue, so
 /// every role gets its code.
-ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const Choice& choice)
+ProjectDatabase::Settings SettingsOf(const ProjectOptions& options, const ProjectChoice& choice)
 {
     ProjectDatabase::Settings settings{options.mode, SpecialtyOf(options, choice.specs)};
     settings.office = options.office;
@@ -201,7 +179,7 @@ struct Creation
 };
 
 /// Fills the catalogue; gives what it offers.
-Choice FillCatalogueOf(const Creation& creation)
+ProjectChoice FillCatalogueOf(const Creation& creation)
 {
     if (creation.office) {
         FillCopy(creation.folder, *creation.office);
@@ -216,7 +194,7 @@ Choice FillCatalogueOf(const Creation& creation)
 void FillDatabases(const Creation& creation, Database& database)
 {
     Tell(creation.progress, Locked);
-    const Choice choice = FillCatalogueOf(creation);
+    const ProjectChoice choice = FillCatalogueOf(creation);
     Tell(creation.progress, Catalogued);
     ProjectDatabase::Fill(database, SettingsOf(creation.options, choice));
     Tell(creation.progress, Filled);

@@ -2,6 +2,7 @@
 
 #include "embedded/data/engine/Database.h"
 #include "embedded/data/engine/Progress.h"
+#include "embedded/data/office/OfficeSchema.h"
 
 namespace embedded {
 
@@ -20,7 +21,7 @@ CString RightWord(OfficeRight right);
 struct OfficeStatus
 {
     CString name;   ///< of the service
-    CString server; ///< "HOST:PORT/DATABASE"; "本机" for a socket
+    CString server; ///< "HOST:PORT/DATABASE"; "本机/DATABASE" for a socket
     CString user;   ///< of the connection
     OfficeRight right = OfficeRight::None;
     bool isEncrypted = false;
@@ -42,7 +43,7 @@ class Office
 {
 public:
     /// The schema version of this program.
-    static constexpr int SchemaVersion = 1;
+    static constexpr int SchemaVersion = OfficeSchemaVersion;
 
     /// Connects. Raises `UnreachableError`, `RightsError` for a user without any of the roles, and `Error`
     /// where no office has been created, or by a newer program.

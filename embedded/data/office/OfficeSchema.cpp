@@ -4,7 +4,6 @@
 #include "embedded/data/engine/DataFile.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/engine/Schema.h"
-#include "embedded/data/office/Office.h"
 
 namespace embedded {
 
@@ -30,7 +29,7 @@ void Create(Database& database, const Progress& progress)
     FillCatalogue(database, progress);
     EnsureGivenIds(database);
     // The rights concern its table, too.
-    database.SetSchemaVersion(Office::SchemaVersion);
+    database.SetSchemaVersion(OfficeSchemaVersion);
     RunShipped(database, u"office.sql"_s);
     RunShipped(database, u"office-numbers.sql"_s);
     for (const CString& table : CatalogueTables() + CStringArray{u"given_ids"_s})
@@ -54,7 +53,7 @@ void CreateOfficeSchema(Database& database, const Progress& progress)
     };
     const auto refuse = [&] { database.Fail(u"数据库中已有办公室，由旧版程序建立"_s); };
     try {
-        EnsureSchema(database, Office::SchemaVersion, create, refuse);
+        EnsureSchema(database, OfficeSchemaVersion, create, refuse);
     } catch (const RightsError& error) {
         throw RightsError(error.Message() + u"。建立办公室的用户要有在数据库中建立模式的权限（CREATE）和"
                                             "建立角色的权限（CREATEROLE）"_s);
@@ -86,11 +85,11 @@ int UpgradeOfficeSchema(Database& database)
 void RequireOffice(Database& database)
 {
     const int found = database.SchemaVersion();
-    if (found == Office::SchemaVersion) return;
+    if (found == OfficeSchemaVersion) return;
     if (found == 0) FailWithoutOffice(database);
-    if (found < Office::SchemaVersion)
+    if (found < OfficeSchemaVersion)
         database.Fail(u"由旧版程序建立（结构版本 %1），请用 ktqdde office upgrade 升级"_s.arg(found));
-    RequireSchema(database, Office::SchemaVersion);
+    RequireSchema(database, OfficeSchemaVersion);
 }
 
 } // namespace embedded

@@ -7,6 +7,9 @@
 
 namespace embedded {
 
+/// The version of an office's schema that this program makes and knows.
+constexpr int OfficeSchemaVersion = 1;
+
 /// What brings an office from one schema version to the next one.
 using OfficeStep = std::function<void(Database&)>;
 
@@ -20,7 +23,7 @@ void CreateOfficeSchema(Database& database, const Progress& progress = {});
 /// `Error` when there is no office or one of a newer version, and what the steps raise; nothing has changed
 /// then.
 int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps);
-/// The same with the steps that this program knows, to `Office::SchemaVersion`.
+/// The same with the steps that this program knows, to `OfficeSchemaVersion`.
 int UpgradeOfficeSchema(Database& database);
 
 /// Raises `Error` unless an office of this program's version stands there, and tells what to do about it.

@@ -257,6 +257,19 @@ TEST_F(Publish, NumberOfAnotherProjectForSomethingElseCollidesAndChangesNothing)
     EXPECT_EQ(editor.published.Log(Name).size(), 2);
 }
 
+TEST_F(Publish, NewConfigurationWhoseNumbersCollideLeavesNoTrace)
+{
+    office.Ask(u"INSERT INTO ktqdde.numbers (configuration, library, number, name, unit, project) "
+               "VALUES ('新配置', 'Q', '030101001001', '水泵', '台', '一')"_s);
+    const QString changes = office.Ask(u"SELECT count(*) FROM ktqdde.changes"_s);
+    const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
+    const PublishOutcome outcome = keeper.published.Publish({u"新配置"_s, 0, "<c/>", {}, u"二"_s, {mine}});
+    EXPECT_EQ(outcome.end, PublishOutcome::Collides);
+    EXPECT_EQ(outcome.version, 0);
+    EXPECT_EQ(office.Ask(u"SELECT count(*) FROM ktqdde.configurations"_s), u"1"_s);
+    EXPECT_EQ(office.Ask(u"SELECT count(*) FROM ktqdde.changes"_s), changes);
+}
+
 TEST_F(Publish, DamagedContentIsNotGivenOut)
 {
     editor.Publish(1, "<b/>");
@@ -269,13 +282,16 @@ TEST_F(Publish, DamagedContentIsNotGivenOut)
 
 TEST_F(Publish, OfManyWhoPublishFromOneVersionAtOnceExactlyOneDoes)
 {
-    constexpr int People = 8;
+    constexpr std::size_t People = 8;
     std::vector<PublishOutcome> outcomes(People);
+    std::vector<CString> errors(People);
     std::vector<std::thread> threads;
-    for (int i = 0; i < People; ++i) {
-        threads.emplace_back([i, &outcomes] {
-            Person person(TestOffice::Editor());
-            outcomes[static_cast<std::size_t>(i)] = person.Publish(1, "<b" + QByteArray::number(i) + "/>");
+    for (std::size_t i = 0; i < People; ++i) {
+        threads.emplace_back([&, i] {
+            errors[i] = ErrorOf([&] {
+                Person person(TestOffice::Editor());
+                outcomes[i] = person.Publish(1, "<b" + QByteArray::number(static_cast<int>(i)) + "/>");
+            });
         });
     }
     for (std::thread& thread : threads)
@@ -287,5 +303,6 @@ TEST_F(Publish, OfManyWhoPublishFromOneVersionAtOnceExactlyOneDoes)
         EXPECT_TRUE(outcome.end == PublishOutcome::Published || outcome.end == PublishOutcome::Newer);
     }
     EXPECT_EQ(count, 1);
+    EXPECT_EQ(errors, std::vector<CString>(People, u"no error"_s));
     EXPECT_EQ(editor.published.Log(Name).size(), 2);
 }

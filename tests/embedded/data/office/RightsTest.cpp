@@ -72,8 +72,7 @@ protected:
         return {
             u"INSERT INTO ktqdde.%1 DEFAULT VALUES"_s.arg(table),
             u"INSERT INTO ktqdde.%1 OVERRIDING SYSTEM VALUE SELECT * FROM ktqdde.%1"_s.arg(table),
-            u"UPDATE ktqdde.%1 SET %2 = %2"_s.arg(table, column),
-            u"DELETE FROM ktqdde.%1"_s.arg(table),
+            u"UPDATE ktqdde.%1 SET %2 = %2"_s.arg(table, column), u"DELETE FROM ktqdde.%1"_s.arg(table),
             u"MERGE INTO ktqdde.%1 AS t USING ktqdde.%1 AS s ON false WHEN MATCHED THEN DELETE"_s.arg(table),
             u"COPY ktqdde.%1 FROM STDIN"_s.arg(table),
             // With more than the right to read; it comes with the one to write.
