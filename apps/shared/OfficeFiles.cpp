@@ -102,20 +102,21 @@ auto OfficeFiles::WithOffice(const Work& work)
 QByteArray OfficeFiles::ContentAt(embedded::Office& office, const CString& configuration, int version) const
 {
     auto content = PublishedConfigurations(office).Content(configuration, version);
-    if (!content) throw Error(u"办公室“%1”里没有配置“%2”的第 %3 版"_s.arg(m_office.Name(), configuration, CString::number(version)));
+    if (!content)
+        throw Error(u"办公室“%1”里没有配置“%2”的第 %3 版"_s.arg(m_office.Name(), configuration,
+                                                                CString::number(version)));
     return *std::move(content);
 }
 
-/// A program may have ended before it could remember a version that it had brought into the file or published:
-/// what is the same as a later version comes from that.
+/// A program may have ended before it could remember a version that it had brought into the file or
+/// published: what is the same as a later version comes from that.
 OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& configuration, int base,
                                        const QByteArray& content)
 {
-    PublishedConfigurations published(office);
-    for (const PublishedVersion& version : published.Log(configuration)) {
+    const QByteArray digest = embedded::DigestOf(content);
+    for (const PublishedVersion& version : PublishedConfigurations(office).Log(configuration)) {
         if (version.number < base) break;
-        if (version.size != content.size()) continue;
-        if (published.Content(configuration, version.number) != content) continue;
+        if (version.digest != digest) continue;
         if (version.number != base) m_office.Memory().RememberBase(configuration, version.number);
         return {version.number, false};
     }
@@ -186,15 +187,15 @@ CArray<PublishedVersion> OfficeFiles::Log(const CString& configuration)
 {
     return WithOffice([&](embedded::Office& office) {
         CArray<PublishedVersion> versions = PublishedConfigurations(office).Log(configuration);
-        if (versions.isEmpty()) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
+        if (versions.isEmpty())
+            throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
         return versions;
     });
 }
 
 QByteArray OfficeFiles::Content(const CString& configuration, int version)
 {
-    return WithOffice(
-        [&](embedded::Office& office) { return ContentAt(office, configuration, version); });
+    return WithOffice([&](embedded::Office& office) { return ContentAt(office, configuration, version); });
 }
 
 int OfficeFiles::LastVersion(const CString& configuration)
@@ -360,8 +361,8 @@ bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& pub
     return true;
 }
 
-/// Brings into the project's file what `from`, which it held once, has become, with what has been edited in it
-/// since then. False when there was no answer.
+/// Brings into the project's file what `from`, which it held once, has become, with what has been edited in
+/// it since then. False when there was no answer.
 bool OfficeFiles::BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
                               const AnswerConflicts& answer)
 {
@@ -415,8 +416,7 @@ SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::W
 
 PublishEnd OfficeFiles::Restore(const CString& configuration, int version)
 {
-    return WithOffice(
-        [&](embedded::Office& office) { return PublishAgain(office, configuration, version); });
+    return WithOffice([&](embedded::Office& office) { return PublishAgain(office, configuration, version); });
 }
 
 PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& configuration, int version)
@@ -426,7 +426,8 @@ PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& co
     const bool isThere = platform::Files().Exists(path);
     if (isThere &&
         Trace(office, configuration, m_office.Memory().Base(configuration), RulesAt(path)).isEdited)
-        throw Error(u"配置“%1”有还没有发布的修改，没有还原；请先发布，或先取来最新的一版"_s.arg(configuration));
+        throw Error(
+            u"配置“%1”有还没有发布的修改，没有还原；请先发布，或先取来最新的一版"_s.arg(configuration));
     const auto last = PublishedConfigurations(office).Last(configuration);
     if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
     embedded::Publication publication;

@@ -58,7 +58,7 @@ CString EndText(const PublishEnd& end, const CString& office)
         return u"配置“%1”与第 %2 版相同，没有发布新的"_s.arg(end.configuration, version);
     case PublishEnd::Waits:
         return u"办公室“%1”连不上，配置“%2”还没有发布，连上以后再发：%3"_s.arg(office, end.configuration,
-                                                                                end.fault);
+                                                                               end.fault);
     case PublishEnd::Conflicts:
         return u"配置“%1”没有发布：与办公室“%2”里的第 %3 版冲突"_s.arg(end.configuration, office, version);
     case PublishEnd::Collides: {
@@ -86,7 +86,7 @@ CString EndText(const FetchEnd& end, const CString& configuration, const CString
         return u"已取来配置“%1”的第 %2 版，与本地的修改合并"_s.arg(configuration, version);
     case FetchEnd::Conflicts:
         return u"配置“%1”没有取来：本地的修改与办公室“%2”里的第 %3 版冲突"_s.arg(configuration, office,
-                                                                                   version);
+                                                                                 version);
     }
     return {};
 }

@@ -34,7 +34,8 @@ void RefuseRepeated(const CString& name, const State& state)
 {
     const CString place = RepeatedPlace(state.structure);
     if (place.isEmpty()) return;
-    throw embedded::Error(u"配置“%1”：%2在文件中不止一段，只有第一段会被读到，合并会丢掉别的段"_s.arg(name, place));
+    throw embedded::Error(
+        u"配置“%1”：%2在文件中不止一段，只有第一段会被读到，合并会丢掉别的段"_s.arg(name, place));
 }
 
 bool HasSameRules(const rules::Configuration& one, const rules::Configuration& other)

@@ -55,10 +55,7 @@ public:
         QFile::copy(QStringLiteral(KTQDDE_PROGRAM), m_home.Native(u"ktqdde"_s));
         QFile::setPermissions(m_home.Native(u"ktqdde"_s), Everybody | QFile::ExeOwner | QFile::ExeOther);
     }
-    ~Administrator()
-    {
-        Run(u"pg_ctl stop --mode=immediate --wait --pgdata=$HOME/office/data"_s);
-    }
+    ~Administrator() { Run(u"pg_ctl stop --mode=immediate --wait --pgdata=$HOME/office/data"_s); }
 
     void Write(const test::ShownFile& shown) const
     {
@@ -116,8 +113,8 @@ TEST(OfficeDocument, SetsAnOfficeUpInTenCommands)
 {
     const QStringList lines = ShellLines(SectionOf(test::Document(OfficeDocument).Text(), u"Ten commands"_s));
     const QStringList before = lines.mid(0, lines.indexOf(u"ktqdde office status office"_s));
-    EXPECT_EQ(std::count_if(before.begin(), before.end(), [](const QString& line) { return !IsExport(line); }),
-              10);
+    EXPECT_EQ(
+        std::count_if(before.begin(), before.end(), [](const QString& line) { return !IsExport(line); }), 10);
     EXPECT_TRUE(before.last().contains(u"PGUSER=li"_s));
 }
 

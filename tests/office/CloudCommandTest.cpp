@@ -151,7 +151,13 @@ TEST_F(CloudVerb, WithoutTheServerEveryVerbSaysSoAndPublishingWaits)
     const Outcome published = Cloud(u"li"_s, {u"publish"_s, test::Configuration});
     const Outcome listed = Cloud(u"li"_s, {u"list"_s, u"--json"_s});
     const Outcome fetched = Cloud(u"li"_s, {u"fetch"_s, test::Configuration});
+    const Outcome libraries = Run({u"--project"_s, u"li"_s, u"library"_s});
+    const Outcome exported = Run({u"--project"_s, u"li"_s, u"export"_s, u"catalog"_s, u"-"_s});
     test::SharedServer().StartAgain();
+    for (const Outcome& outcome : {libraries, exported}) {
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(outcome.Err().contains(u"用的是"_s)) << outcome.err.toStdString();
+    }
     EXPECT_EQ(shown.status, 0);
     EXPECT_TRUE(shown.Out().contains(u"铜管"_s));
     EXPECT_TRUE(shown.Err().contains(u"用的是"_s)) << shown.err.toStdString();

@@ -313,9 +313,8 @@ TEST_F(OfficeFiles, NumberThatAnotherProjectHasGivenToSomethingElseIsRefusedWith
     const QByteArray number = "strQdId=\"031001001001\" strQdCode=\"GB50856-2013\" strName=";
     const auto numbered = [&](const QByteArray& material, const QByteArray& name) {
         QByteArray rule = PipeElement(3, material);
-        return PipeFile(PipeElement(2, "钢管") +
-                        rule.replace("strQdId=\"031001001\" strName=\"镀锌钢管\"",
-                                     number + '"' + name + '"'));
+        return PipeFile(PipeElement(2, "钢管") + rule.replace("strQdId=\"031001001\" strName=\"镀锌钢管\"",
+                                                              number + '"' + name + '"'));
     };
     m_wang.Write(numbered("铜管", "铜管"));
     EXPECT_EQ(m_wang.Publish().version, 2);

@@ -28,9 +28,9 @@ public:
         for (int i = 0; i < count; ++i) {
             m_workers.push_back(std::make_unique<QProcess>());
             const QString name = u"人-%1"_s.arg(i);
-            m_workers.back()->start(QString::fromUtf8(KTQDDE_OFFICE_WORKER),
-                                    {setting.Folder(u"工程%1"_s.arg(i)), u"li"_s, name,
-                                     QString::number(configurations)});
+            m_workers.back()->start(
+                QString::fromUtf8(KTQDDE_OFFICE_WORKER),
+                {setting.Folder(u"工程%1"_s.arg(i)), u"li"_s, name, QString::number(configurations)});
         }
     }
 

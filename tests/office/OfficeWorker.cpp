@@ -12,9 +12,9 @@
 
 /// office_worker FOLDER SERVICE NAME COUNT: makes a project in FOLDER on the office, and then fetches each of
 /// its COUNT configurations, gives it a rule for the material "NAME配置I", and publishes it. Every fourth
-/// worker, by the number at the end of its NAME, also changes a rule that all of them change. Prints a line for
-/// each: "published MATERIAL", or "conflict MATERIAL" when it was refused because of the rule that all change.
-/// Begins when a line comes on standard input.
+/// worker, by the number at the end of its NAME, also changes a rule that all of them change. Prints a line
+/// for each: "published MATERIAL", or "conflict MATERIAL" when it was refused because of the rule that all
+/// change. Begins when a line comes on standard input.
 
 using namespace Qt::StringLiterals;
 

@@ -4,6 +4,7 @@
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Offices.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
@@ -81,6 +82,7 @@ void ExportCommand::Run(const Arguments& arguments) const
     RefuseOptions(arguments, RulesOptions(), u"rules 和 "_s + RulesSqlWord);
     const embedded::TableKind kind = NamedTableKind(arguments);
     const CString library = arguments.Value(u"library"_s);
+    TellIfWithoutOffice(NamedProject(arguments));
     if (arguments.Positional()[1] == u"-")
         return WriteText(embedded::ExportText(NamedProject(arguments), kind, library));
     const CString path = ResolvePath(arguments.Positional()[1]);

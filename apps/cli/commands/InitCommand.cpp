@@ -20,7 +20,8 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"init"_s;
-    info.syntax = u"DIR [--mode bill|quota] [--spec NAME] [--bill-library CODE] [--quota-library CODE] [--office NAME]"_s;
+    info.syntax =
+        u"DIR [--mode bill|quota] [--spec NAME] [--bill-library CODE] [--quota-library CODE] [--office NAME]"_s;
     info.summary = u"新建工程"_s;
     info.description =
         u"在文件夹 DIR 中建立工程：应用文件夹、工程文件 project.ktqd 和 ini 文件。DIR 不存在时新建。\n"

@@ -18,7 +18,7 @@ namespace {
 
 const CString VersionColumns =
     u"configuration, number, base, (extract(epoch FROM at) * 1000)::bigint, author, project, note, "
-    "octet_length(content), is_removed"_s;
+    "octet_length(content), is_removed, digest"_s;
 const CString Versions =
     u"SELECT %1 FROM versions JOIN configurations ON configuration = name "_s.arg(VersionColumns);
 
@@ -34,6 +34,7 @@ PublishedVersion VersionOf(const QSqlQuery& row)
     version.note = row.value(6).toString();
     version.size = row.value(7).toLongLong();
     version.isRemoved = row.value(8).toBool();
+    version.digest = row.value(9).toByteArray();
     return version;
 }
 
@@ -42,11 +43,6 @@ CArray<PublishedVersion> VersionsOf(Database& database, const CString& query, co
     CArray<PublishedVersion> versions;
     database.ForEach(query, values, [&](const QSqlQuery& row) { versions.append(VersionOf(row)); });
     return versions;
-}
-
-QByteArray Digest(const QByteArray& content)
-{
-    return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
 }
 
 CString ToJson(const CArray<NumberUse>& numbers)
@@ -91,6 +87,11 @@ CString Text(CString text)
 
 } // namespace
 
+QByteArray DigestOf(const QByteArray& content)
+{
+    return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
+}
+
 CArray<PublishedVersion> PublishedConfigurations::Latest(bool withRemoved)
 {
     return VersionsOf(m_office.Connection(),
@@ -124,7 +125,7 @@ std::optional<QByteArray> PublishedConfigurations::Content(const CString& config
             content = row.value(0).toByteArray();
             digest = row.value(1).toByteArray();
         });
-    if (content && Digest(*content) != digest) {
+    if (content && DigestOf(*content) != digest) {
         m_office.Connection().Fail(
             u"配置“%1”的版本 %2 已损坏：内容与它的摘要不符"_s.arg(configuration).arg(version));
     }
@@ -143,7 +144,7 @@ PublishOutcome PublishedConfigurations::Publish(const Publication& publication)
     PublishOutcome outcome;
     database.ForEach(u"SELECT ending, version, collisions FROM publish(?, ?, ?, ?, ?, ?, ?)"_s,
                      {publication.configuration, publication.base, publication.content,
-                      Digest(publication.content), Text(publication.note), Text(publication.project),
+                      DigestOf(publication.content), Text(publication.note), Text(publication.project),
                       ToJson(publication.numbers)},
                      [&](const QSqlQuery& row) {
                          outcome.end = EndOf(row.value(0).toString());

@@ -21,6 +21,7 @@ struct PublishedVersion
     CString project; ///< where it came from: the name of the project's folder
     CString note;
     qint64 size = 0;        ///< of the rule file, in bytes
+    QByteArray digest;      ///< of the rule file (see `DigestOf`), to compare with a file without its content
     bool isRemoved = false; ///< whether the configuration has been removed since
 };
 
@@ -50,6 +51,9 @@ struct Publication
     CString project{};
     CArray<NumberUse> numbers{};
 };
+
+/// By what the office tells contents apart (SHA-256).
+QByteArray DigestOf(const QByteArray& content);
 
 struct PublishOutcome
 {

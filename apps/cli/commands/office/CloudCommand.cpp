@@ -45,7 +45,8 @@ CommandInfo Describe()
         "  restore NAME --version N  把第 N 版作为新的一版发布并取来\n"
         "  remove NAME       从办公室的列表中移除，版本都留着；--back 收回\n"
         "NAME 是配置名；fetch 和 publish 不写时是当前配置。本地文件改动以前先留历史副本。\n"
-        "冲突写在标准错误上，由 --prefer 回答，在终端上逐个询问；没有答案就什么也不发布、不改动，退出状态为 3。\n"
+        "冲突写在标准错误上，由 --prefer 回答，在终端上逐个询问；没有答案就什么也不发布、不改动，退出状态为 "
+        "3。\n"
         "办公室连不上时，publish 留着等连上再发，退出状态为 4；以后任何一个 cloud 命令都先发等着的。\n"
         "没有办公室的工程，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用。"_s;
     info.minPositional = 1;
@@ -98,8 +99,7 @@ void Log(const Run& run)
 
 void Fetch(const Run& run)
 {
-    const shared::FetchEnd end =
-        run.files.Fetch(run.configuration, run.answer, NamedVersion(run.arguments));
+    const shared::FetchEnd end = run.files.Fetch(run.configuration, run.answer, NamedVersion(run.arguments));
     const CString text = shared::EndText(end, run.configuration, run.OfficeName());
     if (end.end == shared::FetchEnd::Conflicts) throw Refusal(text, InConflict);
     WriteText(text + u'\n');
@@ -223,8 +223,8 @@ void CheckOptions(const Action& action, const Arguments& arguments)
 /// Tells conflicts and asks, unless one side is preferred.
 shared::AnswerConflicts AnswerWith(std::optional<rules::Side> preferred)
 {
-    return [preferred](const std::vector<rules::Conflict>& conflicts)
-               -> std::optional<std::vector<rules::Side>> {
+    return [preferred](
+               const std::vector<rules::Conflict>& conflicts) -> std::optional<std::vector<rules::Side>> {
         std::vector<rules::Side> answers = TellAndAnswer(conflicts, preferred);
         if (answers.size() != conflicts.size()) return std::nullopt;
         return answers;
@@ -257,8 +257,9 @@ void CloudCommand::Run(const Arguments& arguments) const
     const auto preferred = PreferredSide(arguments);
     Session session(arguments);
     if (session.Host().Office() == nullptr)
-        throw Refusal(u"这个工程不在办公室中。没有办公室时，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用；\n"
-                      "怎样设立办公室见手册 docs/office.md，工程用 ktqdde init --office 加入"_s);
+        throw Refusal(
+            u"这个工程不在办公室中。没有办公室时，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用；\n"
+            "怎样设立办公室见手册 docs/office.md，工程用 ktqdde init --office 加入"_s);
     OfficeFiles files(session.Host(), TellWhoHolds());
     SendWaiting(files);
     action.run({arguments, files, NamedConfiguration(words), AnswerWith(preferred)});

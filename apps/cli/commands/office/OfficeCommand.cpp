@@ -54,7 +54,7 @@ void Upgrade(const CString& name)
     WriteText(former == Office::SchemaVersion
                   ? u"办公室“%1”已经是结构版本 %2\n"_s.arg(name, CString::number(former))
                   : u"办公室“%1”已从结构版本 %2 升级到 %3\n"_s.arg(name, CString::number(former),
-                                                                  CString::number(Office::SchemaVersion)));
+                                                                   CString::number(Office::SchemaVersion)));
 }
 
 CString RightKey(OfficeRight right)
