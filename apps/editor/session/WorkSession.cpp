@@ -1,7 +1,11 @@
 #include "editor/session/WorkSession.h"
 
+#include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
 #include "platform/Files.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
 
 #include <algorithm>
 #include <set>
@@ -12,6 +16,9 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
+
+/// The rules of the other categories are to be read.
+const auto OthersWanted = static_cast<QEvent::Type>(QEvent::registerEventType());
 
 /// A category's specialty: the first level of its text.
 CString SpecialtyOf(const CString& category)
@@ -81,7 +88,7 @@ void WorkSession::RefreshFacts()
     }
     if (m_file) {
         // The edits stay. What they are about may be offered no more, so they can no longer be taken back.
-        const rules::ConfigurationPtr present = m_draft.Snapshot();
+        const rules::ConfigurationPtr present = Draft().Snapshot();
         m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
         m_draft.Apply(rules::Towards(m_draft, *present, {}));
         m_undo.clear();
@@ -92,8 +99,35 @@ void WorkSession::RefreshFacts()
 
 void WorkSession::Open(const CString& path)
 {
-    TakeFile(std::make_unique<DraftFile>(*m_project, path));
+    TakeFile(std::make_unique<DraftFile>(*m_project, path, FirstCategory()));
     emit Reopened();
+    // Not before the windows have painted: on a machine of few cores the thread would hold them up.
+    if (!m_isWhole) QCoreApplication::postEvent(this, new QEvent(OthersWanted), Qt::LowEventPriority - 1);
+}
+
+bool WorkSession::event(QEvent* event)
+{
+    if (event->type() != OthersWanted) return QObject::event(event);
+    if (!m_file) return true;
+    if (m_isWhole) TellCompleted(); // somebody has asked for them before
+    m_file->ReadOthers([this, opened = m_opened] {
+        QMetaObject::invokeMethod(
+            this, [this, opened] { TakeOthers(opened); }, Qt::QueuedConnection);
+    });
+    return true;
+}
+
+/// Those of the file that was opened as that one, if it is still open.
+void WorkSession::TakeOthers(int opened)
+{
+    if (opened != m_opened || !m_file) return;
+    if (RunGuarded([this] { TakeRest(); })) TellCompleted();
+}
+
+/// Once for each file.
+void WorkSession::TellCompleted()
+{
+    if (std::exchange(m_completed, m_opened) != m_opened) emit Completed();
 }
 
 void WorkSession::Recover(const LostDraft& lost)
@@ -113,15 +147,64 @@ void WorkSession::Recover(const LostDraft& lost)
 
 void WorkSession::TakeFile(std::unique_ptr<DraftFile> file)
 {
-    rules::Draft draft(file->Rules(), m_facts->offered);
+    rules::Draft draft(file->RulesSoFar(), m_facts->offered);
     if (m_journal) m_journal->End();
     m_journalFault.clear();
     m_undo.clear();
     m_file = std::move(file);
     m_draft = std::move(draft);
+    m_isWhole = m_file->IsWhole();
+    ++m_opened;
+    ForgetProposedNumbers();
     BeginJournal();
+    m_elsewhere.clear();
     if (m_specialty.isEmpty()) m_specialty = m_project->Spec();
+    const CString first = FirstCategory();
+    if (first.isEmpty()) TakeRest();
     KeepChoiceValid();
+    if (m_category != first) TakeRest();
+}
+
+/// The category that will be chosen when a file is opened. Empty when only the file can tell: the catalogue
+/// does not know it.
+CString WorkSession::FirstCategory() const
+{
+    const CString specialty = m_specialty.isEmpty() ? m_project->Spec() : m_specialty;
+    const auto last = m_lastCategories.find(specialty);
+    CString wanted = SpecialtyOf(m_category) == specialty ? m_category : CString();
+    if (wanted.isEmpty() && last != m_lastCategories.end()) wanted = last->second;
+    if (!wanted.isEmpty()) return m_facts->offered->Find(wanted) ? wanted : CString();
+    for (const rules::Specialty& one : m_facts->offered->Specialties())
+        if (one.name == specialty)
+            for (const rules::BigCategory& big : one.bigCategories)
+                if (!big.smallCategories.empty()) return big.smallCategories.front()->text;
+    return {};
+}
+
+const rules::Draft& WorkSession::Draft() const
+{
+    TakeRest();
+    return m_draft;
+}
+
+/// Nothing has been edited before: whoever edits asks for the whole draft.
+void WorkSession::TakeRest() const
+{
+    if (m_isWhole) return;
+    m_draft.Rebase(m_file->Rules());
+    m_isWhole = true;
+}
+
+/// To be called before another category is chosen, or something in it.
+void WorkSession::NeedCategory(const CString& text) const
+{
+    if (text != m_category) TakeRest();
+}
+
+/// The bill numbers that were proposed for rules which the file holds by now, or which nobody will write.
+void WorkSession::ForgetProposedNumbers()
+{
+    if (m_project != nullptr) m_project->ForgetProposedNumbers();
 }
 
 void WorkSession::Close()
@@ -132,16 +215,19 @@ void WorkSession::Close()
     m_undo.clear();
     m_file.reset();
     m_draft = rules::Draft();
+    m_isWhole = true;
+    ForgetProposedNumbers();
     m_specialty.clear();
     m_lastCategories.clear();
     KeepChoiceValid();
     emit Reopened();
 }
 
-DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
+DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer, const AskWhetherAnew& mayWriteAnew)
 {
-    const DraftFile::SaveEnd end = m_file->Save(m_draft.Wanted(), answer);
+    const DraftFile::SaveEnd end = m_file->Save(Draft().Wanted(), answer, mayWriteAnew);
     if (end == DraftFile::SaveEnd::Cancelled) return end;
+    ForgetProposedNumbers();
     m_undo.setClean();
     FollowFile(u"合并进来的修改"_s);
     return end;
@@ -150,7 +236,7 @@ DraftFile::SaveEnd WorkSession::Save(const AnswerConflicts& answer)
 void WorkSession::Discard()
 {
     const rules::Draft saved(m_file->Rules(), m_facts->offered);
-    Do(rules::Towards(m_draft, *saved.Snapshot(), u"放弃修改"_s, true));
+    Do(rules::Towards(Draft(), *saved.Snapshot(), u"放弃修改"_s, true));
 }
 
 void WorkSession::Reset()
@@ -159,6 +245,8 @@ void WorkSession::Reset()
     m_journal->End();
     BeginJournal();
     m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
+    m_isWhole = true;
+    ForgetProposedNumbers();
     KeepChoiceValid();
     emit Reopened();
 }
@@ -167,6 +255,7 @@ bool WorkSession::TakeOver()
 {
     if (!m_file || IsChanged()) return false;
     try {
+        TakeRest();
         m_file = std::make_unique<DraftFile>(*m_project, m_file->Path());
     } catch (const std::runtime_error&) {
         return false;
@@ -196,7 +285,7 @@ void WorkSession::BeginJournal()
     m_journalFault.clear();
 }
 
-const rules::FileStructure& WorkSession::Structure() const noexcept
+const rules::FileStructure& WorkSession::Structure() const
 {
     static const rules::FileStructure None;
     return m_file ? m_file->Structure() : None;
@@ -205,6 +294,7 @@ const rules::FileStructure& WorkSession::Structure() const noexcept
 void WorkSession::Do(const rules::Edit& edit)
 {
     if (edit.IsEmpty()) return;
+    TakeRest();
     m_undo.push(new EditCommand(*this, edit));
 }
 
@@ -272,6 +362,7 @@ rules::SmallCategoryPtr WorkSession::Category() const
 void WorkSession::ChooseSpecialty(const CString& name)
 {
     if (name == m_specialty) return;
+    TakeRest();
     const auto& all = m_draft.Specialties();
     if (std::none_of(all.begin(), all.end(), [&](const auto& one) { return one.name == name; })) return;
     m_specialty = name;
@@ -284,6 +375,7 @@ void WorkSession::ChooseSpecialty(const CString& name)
 
 void WorkSession::ChooseCategory(const CString& text)
 {
+    NeedCategory(text);
     if (text == m_category || !m_draft.Find(text)) return;
     const bool isOtherSpecialty = SpecialtyOf(text) != m_specialty;
     m_specialty = SpecialtyOf(text);
@@ -307,6 +399,8 @@ rules::RulePlaces WorkSession::ChosenPlaces() const
 
 void WorkSession::ChoosePlaces(rules::RulePlaces places, const CString& category, std::size_t position)
 {
+    for (const auto& [text, positions] : places)
+        NeedCategory(text);
     ChooseCategory(category);
     if (m_category != category) return;
     auto own = std::move(places[category]);

@@ -75,7 +75,7 @@ ProjectPanel* MainWindow::MakeProjectPanel()
 
 void MainWindow::MakeDocks()
 {
-    m_details = new DetailPanel(m_session);
+    m_details = new DetailPanel(m_session, [this](const auto& step) { return RunAlone(step); });
     m_findings = new FindingsWatch(m_session, this);
     m_findingsPanel = new FindingsPanel(m_session, *m_findings);
     m_hits = new TakeoffHits(m_session, this);

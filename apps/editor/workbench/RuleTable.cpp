@@ -93,7 +93,7 @@ void RuleTable::SizeRows()
     const QFontMetrics metrics(font());
     verticalHeader()->setDefaultSectionSize(
         std::max(metrics.height(), metrics.boundingRect(widgets::ChineseLine()).height()) + RowSpace);
-    setColumnWidth(RuleTableModel::PositionColumn, widgets::ColumnWidth(metrics, u"● 序号 00"_s));
+    setColumnWidth(RuleTableModel::PositionColumn, widgets::ColumnWidth(metrics, u"● 00000"_s));
     setColumnWidth(RuleTableModel::HitColumn, widgets::ColumnWidth(metrics, u"100000（100.0%）"_s));
     setColumnWidth(RuleTableModel::PlaceColumn, widgets::ChineseWidth(metrics, 14));
 }

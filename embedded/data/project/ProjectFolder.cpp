@@ -53,7 +53,9 @@ bool ProjectFolder::IsRuleFile(const CString& path) const
     const auto isBelow = [&path](const CString& folder) {
         return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
     };
-    return path.endsWith(u".xml"_s, Qt::CaseInsensitive) && (isBelow(RuleFolder()) || !isBelow(AppFolder()));
+    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u"\\history\\drafts"_s))
+        return false;
+    return isBelow(RuleFolder()) || !isBelow(AppFolder());
 }
 
 bool ProjectFolder::HoldsProject() const
