@@ -138,8 +138,17 @@ private:
     };
 
     embedded::Office& Reached();
+    /// Does the work with the connection, which is given up when it turns out to be gone.
     template <typename Work>
-    auto WithOffice(const Work& work);
+    auto WithOffice(const Work& work)
+    {
+        try {
+            return work(Reached());
+        } catch (const embedded::UnreachableError& error) {
+            m_office.Lose(error);
+            throw;
+        }
+    }
     QByteArray ContentAt(embedded::Office& office, const CString& configuration, int version) const;
     Origin Trace(embedded::Office& office, const CString& configuration, int base, const QByteArray& content);
     OfficeState StateOf(embedded::Office& office, const embedded::PublishedVersion& last, int& base);
@@ -156,6 +165,9 @@ private:
     void StopWaiting(const CString& configuration);
     PublishEnd PublishAgain(embedded::Office& office, const CString& configuration, int version);
 
+    /// The bytes of a rule file that can be worked on. Raises `embedded::Error` for any other, and for one
+    /// that is missing.
+    static QByteArray RulesAt(const CString& path);
     embedded::RuleFileLock Lock(const CString& path);
     void Write(const CString& path, const QByteArray& bytes);
     bool BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
