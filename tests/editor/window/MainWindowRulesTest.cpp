@@ -9,11 +9,11 @@
 #include "support/Patience.h"
 #include "support/WindowWaits.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtGui/QAction>
 #include <QtTest/QTest>
-#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QStatusBar>
@@ -77,9 +77,10 @@ TEST_F(MainWindowRules, WhatIsBeingTypedIsInTheDraftBeforeSomethingIsUndone)
     auto& table = test::PartOf<ConditionTable>(m_window);
     table.setFocus();
     table.setCurrentCell(0, ConditionTable::ValueColumn);
-    QTest::keyClick(&table, Qt::Key_F2);
-    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    if (auto* combo = qobject_cast<QComboBox*>(QApplication::focusWidget())) field = combo->lineEdit();
+    QTest::keyClick(&table, Qt::Key_F2); // a command of the window elsewhere
+    QLineEdit* field = nullptr;
+    for (auto* combo : table.viewport()->findChildren<QComboBox*>())
+        field = combo->lineEdit();
     ASSERT_NE(field, nullptr);
     field->selectAll();
     field->insert(u"金管"_s);

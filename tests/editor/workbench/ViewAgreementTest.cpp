@@ -7,6 +7,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtGui/QAction>
+#include <QtTest/QSignalSpy>
 
 using namespace Qt::StringLiterals;
 using editor::DraftFile;
@@ -112,7 +113,7 @@ private:
         const auto some = m_drawing->Some(m_plain.In(category).size());
         if (!some.empty()) m_session->ChooseRules({some.begin(), some.end()}, *some.begin());
         const PlainRules::Positions chosen(m_session->ChosenRules().begin(), m_session->ChosenRules().end());
-        const PlainRules::Lists before = m_plain.All();
+        const QSignalSpy edited(m_session.get(), &editor::WorkSession::Edited);
         const editor::WorkbenchActions& commands = m_window.Commands();
         switch (dice.Below(4)) {
         case 0:
@@ -131,7 +132,8 @@ private:
             commands.down->trigger();
             m_plain.Shift(category, chosen, true);
         }
-        if (m_plain.All() != before) Done();
+        // Rules that are alike in all may have changed places.
+        if (edited.count() > 0) Done();
     }
 
     void UndoOrRedo()

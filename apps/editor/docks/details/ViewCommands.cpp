@@ -65,11 +65,18 @@ QAction* ViewCommands::FindByKey(const QEvent& event) const
     return nullptr;
 }
 
+/// F2 is a command of the window, too, and means the cell here.
+bool ViewCommands::OpensCell(const QEvent& event) const
+{
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F2 && key.modifiers() == Qt::NoModifier && m_view.currentIndex().isValid();
+}
+
 bool ViewCommands::eventFilter(QObject* watched, QEvent* event)
 {
     // What is typed into a cell is the cell's.
     if (watched != &m_view || !m_view.hasFocus()) return false;
-    if (event->type() == QEvent::ShortcutOverride && FindByKey(*event) != nullptr) {
+    if (event->type() == QEvent::ShortcutOverride && (FindByKey(*event) != nullptr || OpensCell(*event))) {
         event->accept();
         return true;
     }
