@@ -51,7 +51,7 @@ embedded::Publication OfficeFiles::FromFile(const CString& configuration, const 
     return publication;
 }
 
-/// The numbers of bill items that are not those of the bill library in use, each once.
+/// The numbers of bill items that are not those of the bill library in use, once for each item that has one.
 CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
                                                    const QByteArray& content) const
 {
@@ -65,7 +65,8 @@ CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
     ForEachBill(*rules, [&](const QdStruct& bill) {
         const CString library = bill.strQdCode.isEmpty() ? inUse : bill.strQdCode;
         const bool isInUse = library.compare(inUse, Qt::CaseInsensitive) == 0;
-        const CString key = library.toLower() + u'\n' + bill.strQdId;
+        const CString key =
+            CStringArray{library.toLower(), bill.strQdId, bill.strName, bill.strUnit}.join(u'\n');
         if (bill.strQdId.isEmpty() || (isInUse && known.contains(bill.strQdId)) || seen.contains(key)) return;
         seen.insert(key);
         numbers.append({library, bill.strQdId, bill.strName, bill.strUnit});

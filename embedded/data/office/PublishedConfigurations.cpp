@@ -60,8 +60,10 @@ CString ToJson(const CArray<NumberUse>& numbers)
 CArray<NumberCollision> CollisionsOf(const CString& json)
 {
     CArray<NumberCollision> collisions;
-    for (const QJsonValue& value : QJsonDocument::fromJson(json.toUtf8()).array()) {
-        const auto text = [&](const CString& key) { return value[key].toString(); };
+    const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
+    for (const auto& value : array) {
+        const QJsonObject object = value.toObject();
+        const auto text = [&](const CString& key) { return object.value(key).toString(); };
         const NumberUse mine{text(u"library"_s), text(u"number"_s), text(u"name"_s), text(u"unit"_s)};
         const NumberUse theirs{mine.library, mine.number, text(u"their_name"_s), text(u"their_unit"_s)};
         collisions.append({mine, theirs, text(u"project"_s)});

@@ -111,35 +111,44 @@ $$
 -- of {"library", "number", "name", "unit", "their_name", "their_unit", "project"}; when there are any, nothing
 -- has been recorded. A number that others merely claim becomes the publication's: it is in use now.
 --
--- Whoever publishes has the last version before him. A number that stood in it, and stands in the new one for
--- something else alone, has been given another name on purpose: that is no collision.
+-- Whoever publishes has the last version before him. What stood in it already is nobody's collision, and a number
+-- that stood in it and stands for something else alone now has been given another name on purpose.
 CREATE FUNCTION record_numbers(
     the_configuration text, the_project text, the_version integer, the_numbers jsonb) RETURNS jsonb
 LANGUAGE plpgsql SET search_path = ktqdde, pg_temp AS $$
 DECLARE
     collisions jsonb;
+    last_numbers jsonb := coalesce((
+        SELECT numbers FROM versions WHERE configuration = the_configuration AND number = the_version - 1), '[]');
 BEGIN
     PERFORM lock_numbers(the_configuration, library) FROM (
         SELECT DISTINCT library COLLATE "C" AS library
         FROM jsonb_to_recordset(the_numbers) AS mine (library text) ORDER BY 1) AS libraries;
+    WITH these AS (
+        SELECT library, number, name, unit FROM jsonb_to_recordset(the_numbers) AS mine (
+            library text, number text, name text, unit text)
+    ), former AS (
+        SELECT library, number, name, unit FROM jsonb_to_recordset(last_numbers) AS mine (
+            library text, number text, name text, unit text)
+    ), mine AS (
+        SELECT * FROM these EXCEPT SELECT * FROM former
+    ), given_up AS (
+        SELECT * FROM former EXCEPT SELECT * FROM these
+    )
     SELECT coalesce(jsonb_agg(jsonb_build_object(
             'library', mine.library, 'number', mine.number, 'name', mine.name, 'unit', mine.unit,
             'their_name', theirs.name, 'their_unit', theirs.unit, 'project', theirs.project)
             ORDER BY mine.library COLLATE "C", mine.number COLLATE "C"), '[]')
         INTO collisions
-        FROM jsonb_to_recordset(the_numbers) AS mine (library text, number text, name text, unit text)
+        FROM mine
         JOIN numbers AS theirs ON theirs.configuration = the_configuration AND
             theirs.library = mine.library AND theirs.number = mine.number AND
             theirs.project <> the_project AND theirs.claimed_until IS NULL AND
             (theirs.name <> mine.name OR theirs.unit <> mine.unit) AND
-            (theirs.version = 0 OR theirs.version <> the_version - 1 OR EXISTS (
-                SELECT FROM jsonb_to_recordset(the_numbers) AS also (
-                    library text, number text, name text, unit text)
-                WHERE also.library = theirs.library AND also.number = theirs.number AND
-                    also.name = theirs.name AND also.unit = theirs.unit));
+            (theirs.library, theirs.number, theirs.name, theirs.unit) NOT IN (SELECT * FROM given_up);
     IF collisions = '[]' THEN
         INSERT INTO numbers AS known (configuration, library, number, project, name, unit, version)
-            SELECT DISTINCT ON (library, number)
+            SELECT DISTINCT ON (library, number) -- one of them where several items share it
                 the_configuration, library, number, the_project, name, unit, the_version
             FROM jsonb_to_recordset(the_numbers) AS mine (library text, number text, name text, unit text)
             ON CONFLICT (configuration, library, number) DO UPDATE

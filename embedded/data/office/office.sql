@@ -151,6 +151,7 @@ CREATE TABLE versions (
     author text NOT NULL,
     project text NOT NULL,
     note text NOT NULL,
+    numbers jsonb NOT NULL, -- the bill numbers in it that are projects' own, see record_numbers()
     digest bytea NOT NULL,
     content bytea NOT NULL,
     PRIMARY KEY (configuration, number),
@@ -227,7 +228,7 @@ BEGIN
         END IF;
         INSERT INTO versions VALUES (
             the_configuration, newest + 1, newest, clock_timestamp(), session_user, the_project, the_note,
-            the_digest, the_content);
+            the_numbers, the_digest, the_content);
         ending := 'published';
         version := newest + 1;
     END IF;

@@ -270,6 +270,16 @@ TEST_F(Publish, ItemOfTheLastVersionGetsAnotherNameFromAnyProject)
               PublishOutcome::Published);
 }
 
+TEST_F(Publish, NumberThatStoodForSeveralItemsAlreadyIsNobodysCollision)
+{
+    const NumberUse one{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
+    const NumberUse other{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
+    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {one, other}}).end,
+              PublishOutcome::Published);
+    EXPECT_EQ(keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {one, other}}).end,
+              PublishOutcome::Published);
+}
+
 TEST_F(Publish, NumberThatIsUsedNoMoreStaysWithItsItem)
 {
     const NumberUse former{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
