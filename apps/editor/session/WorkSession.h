@@ -21,7 +21,7 @@ class Project;
 /// What the parts of the workbench work on together: the draft of one rule file, what is chosen in it, and
 /// what the project knows. Its owner opens files and ends it; every part of the workbench reads it, asks it
 /// for edits, and looks again when it signals. To be used on the thread of the windows; every signal comes
-/// when the new state stands.
+/// when the new state stands. WorkSessionChoice.cpp holds what is chosen, WorkSession.cpp the rest.
 class WorkSession : public QObject
 {
     Q_OBJECT

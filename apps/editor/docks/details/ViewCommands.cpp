@@ -51,13 +51,14 @@ QWidget* ViewCommands::MakeButtons(const CString& name) const
                 [button, action = command.action] { button->setVisible(action->isVisible()); });
         flow->addWidget(button);
     }
-    return place;
+    return place; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the layout belongs to it
 }
 
 QAction* ViewCommands::FindByKey(const QEvent& event) const
 {
     const auto& key = static_cast<const QKeyEvent&>(event);
-    const QKeySequence pressed(key.key() | (key.modifiers() & ~Qt::KeypadModifier));
+    const QKeySequence pressed(
+        QKeyCombination(key.modifiers() & ~Qt::KeypadModifier, static_cast<Qt::Key>(key.key())));
     for (const Command& command : m_commands)
         if (!command.key.isEmpty() && command.key == pressed && command.action->isEnabled() &&
             command.action->isVisible())
