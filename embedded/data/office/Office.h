@@ -27,7 +27,7 @@ struct OfficeStatus
     bool isEncrypted = false;
     int schema = 0;      ///< 0 where no office has been created
     int knownSchema = 0; ///< the one of this program
-    qint64 revision = 0; ///< counts the changes of the catalogue
+    qint64 revision = 0; ///< grows with every change of the catalogue
     int configurations = 0;
     int libraries = 0;
 };
@@ -67,7 +67,7 @@ public:
 
     OfficeRight Right();
     CString User();
-    /// Counts the changes of the catalogue; another number means that it is another one.
+    /// Grows with every change of the catalogue; another number means that it is another one.
     qint64 CatalogueRevision();
 
     /// The open connection, for the catalogue's tables.

@@ -49,7 +49,7 @@ CREATE TABLE office_state (
     created_by text NOT NULL DEFAULT session_user
 )
 ;
-INSERT INTO office_state (revision) VALUES (1)
+INSERT INTO office_state (revision) VALUES ((extract(epoch FROM clock_timestamp()) * 1000000)::bigint)
 ;
 CREATE UNIQUE INDEX office_state_has_one_row ON office_state ((true))
 ;
@@ -90,7 +90,10 @@ BEGIN
             RETURN NULL;
         END IF;
     END IF;
-    UPDATE office_state SET revision = revision + 1;
+    -- By the clock where that is ahead: an office that was put back from a copy comes to no number that a
+    -- project has seen with another content.
+    UPDATE office_state SET revision = greatest(
+        revision + 1, (extract(epoch FROM clock_timestamp()) * 1000000)::bigint);
     RETURN NULL;
 END
 $$
