@@ -1,8 +1,8 @@
 #include "bench/ApplyFigures.h"
 
 #include "bench/Measure.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "platform/Paths.h"
 #include "platform/Process.h"
 #include "rules/bill/PriceTakeoff.h"

@@ -4,10 +4,11 @@
 #include "bench/DialogFigures.h"
 #include "bench/Figures.h"
 #include "bench/MatchFigures.h"
+#include "bench/OfficeFigures.h"
 #include "bench/RuleFileGenerator.h"
 #include "bench/WorkbenchFigures.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "embedded/windows/EmbeddedWindows.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -80,6 +81,13 @@ bool RunApplyFigures(const QTemporaryDir& folder)
     return bench::ApplyMemory(folder.path(), QCoreApplication::applicationFilePath()) && met;
 }
 
+bool RunOfficeFigures()
+{
+    const QTemporaryDir folder;
+    const bool met = bench::OfficeOpen(folder.path(), 31);
+    return bench::OfficePublish(folder.path(), QCoreApplication::applicationFilePath()) && met;
+}
+
 bool RunWindowFigures(const QTemporaryDir& folder)
 {
     bool met = bench::CategoryChange(folder.filePath(u"change.xml"_s), 31);
@@ -140,6 +148,7 @@ int RunChild(int& argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     const QString native = arguments.value(3);
+    if (work == "office-publish") return bench::RunOfficeChild(arguments.mid(3));
     if (work == "peak-apply") return bench::RunApplyChild(native);
     const bench::Input input{native.toUtf8(), platform::FromNative(native), arguments.value(4)};
     return WithNewProject([&](const QTemporaryDir&) { return bench::RunChild(arguments.value(2), input); });
@@ -169,6 +178,7 @@ int main(int argc, char** argv)
             met = (!isWanted(u"match"_s) || RunMatchFigures()) && met;
             met = (!isWanted(u"check"_s) || RunCheckFigures(folder)) && met;
             met = (!isWanted(u"apply"_s) || RunApplyFigures(folder)) && met;
+            met = (!isWanted(u"office"_s) || RunOfficeFigures()) && met;
             met = (!isWanted(u"windows"_s) || RunWindowFigures(folder)) && met;
             return met ? 0 : 1;
         });

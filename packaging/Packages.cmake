@@ -27,6 +27,8 @@ set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS libqt6sql6-sqlite)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_RECOMMENDS "fonts-noto-cjk, qt6-translations-l10n")
+# The driver for offices on a server, which most people work without.
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS "libqt6sql6-psql")
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "rule editor that prices building installations
 Cost engineers take off the components of plumbing, electrical, HVAC, fire
 protection and low-voltage installations and price them with items of a bill

@@ -16,6 +16,8 @@
 #include "cli/commands/ShowCommand.h"
 #include "cli/commands/UnwrapCommand.h"
 #include "cli/commands/WriteHeadCommand.h"
+#include "cli/commands/office/CloudCommand.h"
+#include "cli/commands/office/OfficeCommand.h"
 #include "cli/commands/rules/ApplyCommand.h"
 #include "cli/commands/rules/CheckCommand.h"
 #include "cli/commands/rules/CompareCommand.h"
@@ -52,6 +54,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<LibraryCommand>());
     commands.push_back(std::make_unique<ImportCommand>());
     commands.push_back(std::make_unique<ExportCommand>());
+    commands.push_back(std::make_unique<OfficeCommand>());
+    commands.push_back(std::make_unique<CloudCommand>());
     return commands;
 }
 

@@ -15,8 +15,6 @@ namespace cli {
 
 namespace {
 
-enum ExitStatus { Done = 0, Refused = 1, WrongUsage = 2 };
-
 CArray<Option> CommonOptions()
 {
     return {{u"project"_s, u"DIR"_s, u"工程文件夹；不写时取环境变量 KTQDDE_PROJECT"_s, {}},
@@ -61,7 +59,7 @@ CString GeneralHelp(const std::vector<std::unique_ptr<Command>>& commands)
     return GeneralUsageLine() + u"\n维护构件自动套清单、定额的规则。\n\n命令：\n"_s + table.ToText(2) +
            u"\n选项：\n"_s +
            OptionLines(CommonOptions() + CArray<Option>{{u"version"_s, {}, u"显示版本"_s, {}}}) +
-           u"\n“ktqdde 命令 --help”显示该命令的说明。退出状态：0 完成，1 被拒绝或失败（原因见标准错误），2 用法不对。\n"_s;
+           u"\n“ktqdde 命令 --help”显示该命令的说明。退出状态：0 完成，1 被拒绝或失败（原因见标准错误），2 用法不对，\n3 与办公室里的版本冲突，没有发布，4 办公室连不上，等着发布。\n"_s;
 }
 
 /// The words before the verb hold options of the program; the verb is the first positional word.
@@ -100,6 +98,9 @@ int RunCommand(const Command& command, const CStringArray& words)
         return WrongUsage;
     } catch (const NobodyListens&) {
         return Refused;
+    } catch (const Refusal& refusal) {
+        platform::WriteErr(u"ktqdde %1：%2\n"_s.arg(info.name, CString::fromUtf8(refusal.what())));
+        return refusal.Status();
     } catch (const std::exception& error) {
         platform::WriteErr(u"ktqdde %1：%2\n"_s.arg(info.name, CString::fromUtf8(error.what())));
         return Refused;

@@ -10,7 +10,6 @@
 #include "editor/window/MainWindow.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -168,11 +167,7 @@ std::vector<Scene> WindowScenes(SampleOnShow& sample)
         {u"editor-library-list"_s, [&sample] { return MakeWindow(sample, true); },
          [](QWidget& window) { OpenList(window, 2); }},
         {u"new-project-library-list"_s,
-         [] {
-             return std::make_unique<editor::NewProjectDialog>(
-                 nullptr, u"/home/user/新工程"_s,
-                 embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
-         },
+         [] { return std::make_unique<editor::NewProjectDialog>(nullptr, u"/home/user/新工程"_s); },
          [](QWidget& window) { OpenList(window, 2); }},
         {u"wizard-start"_s, wizard},
         {u"wizard-start-list"_s, wizard, [](QWidget& window) { OpenList(window, 0); }},

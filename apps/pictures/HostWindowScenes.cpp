@@ -1,7 +1,7 @@
 #include "HostWindowScenes.h"
 
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "embedded/windows/BillPickerWindow.h"
 #include "embedded/windows/CalculatorDialog.h"
 #include "embedded/windows/CloudDiskDialog.h"

@@ -1,6 +1,6 @@
 #include "PictureProject.h"
 
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
 using namespace Qt::StringLiterals;
 

@@ -11,7 +11,6 @@
 #include "editor/window/MainWindow.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
 #include "host/UserMessage.h"
 #include "platform/Files.h"
 #include "sample/SampleProject.h"
@@ -164,14 +163,11 @@ SampleOnShow::SampleOnShow()
 std::vector<Scene> SampleScenes(SampleOnShow& sample)
 {
     constexpr auto Bills = SQdDeInfo::BillMode;
-    const QStringList specs = embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s);
     return {
         {u"editor-start"_s, [&sample] { return MakeEditor(sample, false); }},
         {u"editor"_s, [&sample] { return MakeEditor(sample, true); }},
         {u"new-project"_s,
-         [specs] {
-             return std::make_unique<editor::NewProjectDialog>(nullptr, u"/home/user/新工程"_s, specs);
-         }},
+         [] { return std::make_unique<editor::NewProjectDialog>(nullptr, u"/home/user/新工程"_s); }},
         {u"progress"_s, [] { return MakeProgress(); }},
         {u"config"_s, [&sample] { return MakeConfig(sample, Bills, {}); }},
         {u"config-range"_s, [&sample] { return MakeConfig(sample, Bills, {.ranges = true}); }},

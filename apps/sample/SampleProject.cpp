@@ -1,6 +1,6 @@
 #include "sample/SampleProject.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "host/Installation.h"
 #include "platform/Files.h"
 #include "presenter/CAutoQdDeConfigFacade.h"

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 
 #include <QtCore/QString>
 

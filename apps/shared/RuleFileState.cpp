@@ -83,7 +83,13 @@ RuleFileState ExamineRuleFile(const CString& path)
 RuleFileState ExamineRuleBytes(const CString& path, const QByteArray& bytes)
 {
     const xml::Document document = xml::Document::Create();
-    if (document.LoadBytes(bytes)) {
+    document.LoadBytes(bytes);
+    return ExamineLoaded(path, bytes, document);
+}
+
+RuleFileState ExamineLoaded(const CString& path, const QByteArray& bytes, const xml::Document& document)
+{
+    if (document.FirstChild()) { // nothing stands in one that has refused
         if (const xml::Node root = document.SelectSingleNode(store::RootName()))
             return ExamineRules(path, root);
         const CString text = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());

@@ -45,6 +45,9 @@ RuleFileState ExamineRuleFile(const CString& path);
 /// The same of bytes that have been read already; `path` is told with the state.
 RuleFileState ExamineRuleBytes(const CString& path, const QByteArray& bytes);
 
+/// The same of bytes that a document has been asked to load, whether it took them or not.
+RuleFileState ExamineLoaded(const CString& path, const QByteArray& bytes, const xml::Document& document);
+
 /// How many bytes a file holds; 0 when there is none.
 qint64 FileSize(const CString& path);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 #include "rules/bill/PriceTakeoff.h"
 
 #include <functional>

@@ -118,6 +118,10 @@ int EmbeddedWindows::ShowCalculatorDlg(const CString& categoryText, const CStrin
 
 void EmbeddedWindows::ShowNetDisk(const CString& name, bool flag)
 {
+    if (m_netDisk) {
+        m_netDisk();
+        return;
+    }
     CloudFolder folder(m_host.ProjectPath(), name, m_cloudFolder);
     CloudDiskDialog::Places places{name, m_host.RuleFolder(), m_host.ProjectPath()};
     CloudDiskDialog dialog(folder, std::move(places), flag, QApplication::activeWindow());
@@ -133,6 +137,11 @@ CWnd* EmbeddedWindows::MainFrame()
 void EmbeddedWindows::SetMainFrame(QWidget* frame)
 {
     m_frame = frame;
+}
+
+void EmbeddedWindows::SetNetDisk(std::function<void()> run)
+{
+    m_netDisk = std::move(run);
 }
 
 void EmbeddedWindows::SetCloudFolder(const QString& nativeFolder)

@@ -6,6 +6,7 @@
 #include <QtCore/QPointer>
 #include <QtWidgets/QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace embedded {
@@ -37,11 +38,15 @@ public:
     /// that a person has chosen for the project, or else one inside of it (see `CloudFolder`). Given up when
     /// a person chooses another.
     void SetCloudFolder(const QString& nativeFolder);
+    /// What runs in place of the cloud disk over a folder, to its end; empty for none. For a program that has
+    /// another place where configurations are shared.
+    void SetNetDisk(std::function<void()> run);
 
 private:
     EmbeddedHost& m_host;
     QPointer<QWidget> m_frame;
     QString m_cloudFolder;
+    std::function<void()> m_netDisk;
     std::shared_ptr<PickerMemory> m_billMemory;
     std::shared_ptr<PickerMemory> m_quotaMemory;
 };

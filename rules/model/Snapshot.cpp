@@ -6,6 +6,7 @@
 #include "tree/Spec.h"
 #include "tree/XmlVisitor.h"
 
+#include <functional>
 #include <set>
 #include <utility>
 
@@ -101,27 +102,37 @@ void ForEachNamed(const IXMLDOMNode& parent, Take take)
     }
 }
 
+/// Which small categories are read, by their texts.
+using IsWanted = std::function<bool(const CString&)>;
+
+bool All(const CString&)
+{
+    return true;
+}
+
 BigCategory ReadBigCategory(const IXMLDOMElement& element, const CString& name, int id,
-                            const CString& textAbove)
+                            const CString& textAbove, const IsWanted& isWanted)
 {
     BigCategory big{id, name, {}};
-    ForEachNamed(element, [&](const IXMLDOMElement& child, const CString&, int smallId) {
+    const CString text = textAbove + u'\\' + name;
+    ForEachNamed(element, [&](const IXMLDOMElement& child, const CString& smallName, int smallId) {
+        if (!isWanted(text + u'\\' + smallName)) return;
         SMember node;
         node.SetId(smallId);
         const std::size_t count = CountRules(child);
         if (!node.ReadData(child)) return;
-        auto category = Copy(node, textAbove + u'\\' + name);
+        auto category = Copy(node, text);
         category->isCompleted = category->rules.size() > count;
         big.smallCategories.push_back(std::move(category));
     });
     return big;
 }
 
-Specialty ReadSpecialty(const IXMLDOMElement& element, const CString& name, int id)
+Specialty ReadSpecialty(const IXMLDOMElement& element, const CString& name, int id, const IsWanted& isWanted)
 {
     Specialty specialty{id, name, {}};
     ForEachNamed(element, [&](const IXMLDOMElement& child, const CString& bigName, int bigId) {
-        specialty.bigCategories.push_back(ReadBigCategory(child, bigName, bigId, name));
+        specialty.bigCategories.push_back(ReadBigCategory(child, bigName, bigId, name, isWanted));
     });
     return specialty;
 }
@@ -142,17 +153,22 @@ ConfigurationPtr TakeSnapshot(const Spec& spec)
 
 namespace {
 
+/// The document element; null, with the reason in words, when it is another one.
+IXMLDOMNode RootOf(const IXMLDOMDocument& document, CString& reason)
+{
+    IXMLDOMNode root = document.SelectSingleNode(store::RootName());
+    if (root.IsNull()) reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
+    return root;
+}
+
 ConfigurationPtr ReadDocument(const IXMLDOMDocument& document, CString& reason, FileStructure* structure)
 {
-    const IXMLDOMNode root = document.SelectSingleNode(store::RootName());
-    if (root.IsNull()) {
-        reason = u"不是规则文件：根元素不是“%1”"_s.arg(store::RootName());
-        return nullptr;
-    }
+    const IXMLDOMNode root = RootOf(document, reason);
+    if (root.IsNull()) return nullptr;
     if (structure != nullptr) *structure = ReadStructure(root);
     std::vector<Specialty> specialties;
     ForEachNamed(root, [&](const IXMLDOMElement& element, const CString& name, int id) {
-        specialties.push_back(ReadSpecialty(element, name, id));
+        specialties.push_back(ReadSpecialty(element, name, id, &All));
     });
     return std::make_shared<const Configuration>(std::move(specialties));
 }
@@ -182,6 +198,20 @@ ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason, FileStructu
 {
     return ReadBy([&](const IXMLDOMDocument& document) { return document.LoadBytes(bytes); }, reason,
                   structure);
+}
+
+ConfigurationPtr ReadCategory(const xml::Document& document, const CString& categoryText, CString& reason)
+{
+    const IXMLDOMNode root = RootOf(document, reason);
+    if (root.IsNull()) return nullptr;
+    const CString wanted = categoryText.section(u'\\', 0, 0);
+    std::vector<Specialty> specialties;
+    ForEachNamed(root, [&](const IXMLDOMElement& element, const CString& name, int id) {
+        const auto isWanted = [&](const CString& text) { return text == categoryText; };
+        specialties.push_back(name == wanted ? ReadSpecialty(element, name, id, isWanted)
+                                             : Specialty{id, name, {}});
+    });
+    return std::make_shared<const Configuration>(std::move(specialties));
 }
 
 } // namespace rules

@@ -7,6 +7,10 @@
 
 class Spec;
 
+namespace xml {
+class Document;
+}
+
 /// How snapshots are taken.
 namespace rules {
 
@@ -24,5 +28,12 @@ KTQDDE_RULES_EXPORT ConfigurationPtr ReadRuleFile(const CString& path, CString& 
 /// The same of the bytes of a rule file.
 KTQDDE_RULES_EXPORT ConfigurationPtr ReadRules(const QByteArray& bytes, CString& reason,
                                                FileStructure* structure = nullptr);
+
+/// The rules of one small category of a rule file that has been loaded, for whoever needs them before the
+/// others: of these no rules come, but the names of the specialties, and of the big categories beside that
+/// one, in the order of the file. Completes the document where the category has no default rule. Null, with
+/// the reason in words, when the document holds no rule file.
+KTQDDE_RULES_EXPORT ConfigurationPtr ReadCategory(const xml::Document& document, const CString& categoryText,
+                                                  CString& reason);
 
 } // namespace rules

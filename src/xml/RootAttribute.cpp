@@ -62,20 +62,37 @@ bool HeadSays(const CString& path, const QByteArray& name, const QByteArray& val
     }
 }
 
+bool IsPossible(const CString& name, const CString& value)
+{
+    return IsName(name) && IsText(value);
+}
+
+CString NotPossible(const CString& name)
+{
+    return u"“%1”不能作为 XML 属性"_s.arg(name);
+}
+
+QByteArray Patched(const QByteArray& bytes, const QByteArray& name, const QByteArray& value)
+{
+    try {
+        detail::SourceText source = detail::DecodeSource(bytes);
+        return Patch(source.utf8, name, value) ? detail::EncodeSource(source.utf8, source) : bytes;
+    } catch (const detail::Refusal& refusal) {
+        throw Error(refusal.text.toString());
+    }
+}
+
 CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteArray& value)
 {
     CString reason;
     const std::optional<QByteArray> bytes = platform::Files().Read(path, &reason);
     if (!bytes) return reason;
     try {
-        detail::SourceText source = detail::DecodeSource(*bytes);
-        if (!Patch(source.utf8, name, value)) return {};
-        platform::Files().WriteInPlace(path, detail::EncodeSource(source.utf8, source), &*bytes);
+        const QByteArray patched = Patched(*bytes, name, value);
+        if (patched != *bytes) platform::Files().WriteInPlace(path, patched, &*bytes);
         return {};
     } catch (const platform::FileError& error) {
         return error.Message();
-    } catch (const detail::Refusal& refusal) {
-        return refusal.text.toString();
     } catch (const Error& error) {
         return error.Message();
     }
@@ -86,12 +103,18 @@ CString SetInWholeFile(const CString& path, const QByteArray& name, const QByteA
 bool SetRootAttribute(const CString& path, const CString& name, const CString& value, CString* reason)
 {
     CString why;
-    if (!IsName(name) || !IsText(value))
-        why = u"“%1”不能作为 XML 属性"_s.arg(name);
+    if (!IsPossible(name, value))
+        why = NotPossible(name);
     else if (!HeadSays(path, name.toUtf8(), value.toUtf8()))
         why = SetInWholeFile(path, name.toUtf8(), value.toUtf8());
     if (!why.isEmpty() && reason != nullptr) *reason = why;
     return why.isEmpty();
+}
+
+QByteArray WithRootAttribute(const QByteArray& bytes, const CString& name, const CString& value)
+{
+    if (!IsPossible(name, value)) throw Error(NotPossible(name));
+    return Patched(bytes, name.toUtf8(), value.toUtf8());
 }
 
 } // namespace xml

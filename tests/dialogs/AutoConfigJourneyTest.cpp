@@ -1,7 +1,7 @@
 #include "dialogs/AutoConfigFixture.h"
 
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "support/StrictXml.h"
 
 using namespace test::autoconfig;

@@ -3,8 +3,8 @@
 #include "dialogs/template/DialogTemplates.h"
 #include "e2e/ExpectedRule.h"
 #include "embedded/data/history/History.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "host/Installation.h"
 #include "presenter/CQdDeConfigPresenter.h"
@@ -136,6 +136,24 @@ void EditorTest::CloseConfig()
 {
     m_desktop.Press({u"Escape"_s});
     m_desktop.WaitUntilGone(ConfigTitle);
+}
+
+void EditorTest::Hold()
+{
+    Signal(u"-STOP"_s);
+}
+
+void EditorTest::GoOn()
+{
+    Signal(u"-CONT"_s);
+}
+
+void EditorTest::Signal(const QString& name)
+{
+    QProcess kill;
+    kill.start(u"kill"_s, {name, QString::number(m_editor.processId())});
+    WaitForEnd(kill);
+    ASSERT_EQ(kill.exitCode(), 0);
 }
 
 void EditorTest::Quit()

@@ -1,8 +1,8 @@
 #include "editor/EditorFixture.h"
 
 #include "editor/steps/ProgressWindow.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 
 #include <QtCore/QThread>
 #include <QtWidgets/QAbstractButton>

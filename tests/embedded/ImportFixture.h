@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/TestProject.h"
+#include "embedded/ImportGround.h"
 #include "embedded/data/exchange/TableImport.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ namespace test {
 class ImportFixture : public ::testing::Test
 {
 protected:
-    ImportFixture() { m_project.Create(); }
+    ImportFixture() { m_project.Create(m_ground->Options()); }
 
     embedded::ImportReport Import(embedded::TableKind kind, const CString& text,
                                   const embedded::ImportOptions& options = {},
@@ -43,6 +43,10 @@ protected:
         return text;
     }
 
+    /// Runs one statement on the catalogue into which imports go.
+    void CatalogueSql(const CString& statement) const { m_ground->Sql(m_project, statement); }
+
+    std::unique_ptr<ImportGround> m_ground = MakeImportGround();
     TestProject m_project;
 };
 

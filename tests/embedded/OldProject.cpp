@@ -1,6 +1,6 @@
 #include "embedded/OldProject.h"
 
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 namespace test {
 

@@ -2,8 +2,8 @@
 
 #include "support/SourceTree.h"
 
-#include "embedded/data/sqlite/DataFile.h"
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Error.h"
 
 #include <QtCore/QFile>
 

@@ -1,6 +1,6 @@
 #include "embedded/TestProject.h"
 
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 namespace test {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "embedded/data/engine/Error.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
-#include "embedded/data/sqlite/Error.h"
 #include "support/TempFolder.h"
 
 namespace test {

@@ -5,6 +5,7 @@
 #include "support/HostGuard.h"
 #include "support/SourceTree.h"
 #include "tree/Spec.h"
+#include "xml/Dom.h"
 
 #include <QtCore/QFile>
 
@@ -180,4 +181,35 @@ TEST(Snapshot, OfATreeIsThatOfItsFileAndOutlivesIt)
     ASSERT_NE(ofFile, nullptr);
     EXPECT_EQ(Told(*ofTree), Told(*ofFile));
     EXPECT_TRUE(Told(*ofTree).contains(u"其它"_s));
+}
+
+TEST(Snapshot, OfOneCategoryNamesWhatStandsBesideItAndIsThatOfTheWholeFile)
+{
+    const QByteArray bytes = Head +
+                             "<电气 id=\"2\" name=\"电气\"><LMember id=\"21\" name=\"灯\"/></电气>\n"
+                             "<给排水 id=\"1\" name=\"给排水\"><LMember id=\"12\" name=\"设备\"/>"
+                             "<LMember id=\"11\" name=\"管道\"><SMember id=\"110\" name=\"排水管\"/>"
+                             "<SMember id=\"111\" name=\"给水管\"/></LMember></给排水>\n" +
+                             Tail;
+    const CString pipes = u"给排水\\管道\\给水管"_s;
+    const xml::Document document = xml::Document::Create();
+    ASSERT_TRUE(document.LoadBytes(bytes));
+    CString reason;
+    const ConfigurationPtr one = rules::ReadCategory(document, pipes, reason);
+    ASSERT_NE(one, nullptr) << reason.toStdString();
+    ASSERT_EQ(one->Specialties().size(), 2U);
+    EXPECT_EQ(one->Specialties()[0].name, u"电气"_s);
+    EXPECT_TRUE(one->Specialties()[0].bigCategories.empty());
+    ASSERT_EQ(one->Specialties()[1].bigCategories.size(), 2U);
+    EXPECT_EQ(one->Specialties()[1].bigCategories[0].name, u"设备"_s);
+    ASSERT_EQ(one->Specialties()[1].bigCategories[1].smallCategories.size(), 1U);
+    const ConfigurationPtr all = rules::ReadRules(bytes, reason);
+    ASSERT_NE(all, nullptr);
+    EXPECT_EQ(one->Find(pipes)->rules, all->Find(pipes)->rules);
+    EXPECT_EQ(one->Find(pipes)->isCompleted, all->Find(pipes)->isCompleted);
+
+    const xml::Document other = xml::Document::Create();
+    ASSERT_TRUE(other.LoadBytes("<other/>"));
+    EXPECT_EQ(rules::ReadCategory(other, pipes, reason), nullptr);
+    EXPECT_TRUE(reason.contains(u"不是规则文件"_s)) << reason.toStdString();
 }

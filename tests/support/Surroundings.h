@@ -9,8 +9,8 @@ void RequireCleanEnds();
 
 /// The same for what belongs to windows: windows that are still to be seen, style, palette and font of the
 /// program, the cursor over it and whether it ends with its last window. What a test cannot help to leave is
-/// put back before the next one: the tool tip that is still fading, the clipboard and the place of the mouse.
-/// Needs an application object while the tests run.
+/// put back before the next one: the tool tip that is still fading, the clipboard, the place of the mouse and
+/// keys that count as held. Needs an application object while the tests run.
 void RequireCleanDesktop();
 
 } // namespace test

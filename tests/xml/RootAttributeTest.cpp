@@ -4,6 +4,7 @@
 #include "support/FaultyFileSystem.h"
 #include "support/StrictXml.h"
 #include "support/TempFolder.h"
+#include "xml/Error.h"
 
 #include <gtest/gtest.h>
 
@@ -100,4 +101,16 @@ TEST_F(RootAttribute, ReportsARefusedWriteByFalse)
     EXPECT_FALSE(xml::SetRootAttribute(m_path, u"Version"_s, u"2"_s, &m_reason));
     EXPECT_FALSE(m_reason.isEmpty());
     EXPECT_EQ(After(), "<r/>");
+}
+
+TEST_F(RootAttribute, OfBytesIsSetAsInAFile)
+{
+    const QByteArray before = "<?xml version='1.0'?>\r\n<r a='1'><s/></r>\r\n";
+    const QByteArray after = xml::WithRootAttribute(before, u"Version"_s, u"<2>"_s);
+    ASSERT_TRUE(Set(before, u"<2>"_s));
+    EXPECT_EQ(after, After());
+    EXPECT_EQ(xml::WithRootAttribute(after, u"Version"_s, u"<2>"_s), after);
+    EXPECT_THROW(xml::WithRootAttribute("no xml", u"Version"_s, u"2"_s), xml::Error);
+    EXPECT_THROW(xml::WithRootAttribute(before, u"1 2"_s, u"2"_s), xml::Error);
+    EXPECT_THROW(xml::WithRootAttribute(before, u"Version"_s, CString(QChar(1))), xml::Error);
 }

@@ -4,12 +4,13 @@
 #include "cli/printing/Output.h"
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Offices.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
 #include "cli/rulefiles/RuleTables.h"
+#include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "embedded/data/sqlite/Progress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -81,6 +82,7 @@ void ExportCommand::Run(const Arguments& arguments) const
     RefuseOptions(arguments, RulesOptions(), u"rules 和 "_s + RulesSqlWord);
     const embedded::TableKind kind = NamedTableKind(arguments);
     const CString library = arguments.Value(u"library"_s);
+    TellIfWithoutOffice(NamedProject(arguments));
     if (arguments.Positional()[1] == u"-")
         return WriteText(embedded::ExportText(NamedProject(arguments), kind, library));
     const CString path = ResolvePath(arguments.Positional()[1]);

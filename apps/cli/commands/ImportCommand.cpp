@@ -6,8 +6,8 @@
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
 #include "cli/rulefiles/RuleTables.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Console.h"
 
 using namespace Qt::StringLiterals;

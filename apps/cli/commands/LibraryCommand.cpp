@@ -4,9 +4,10 @@
 #include "cli/printing/Output.h"
 #include "cli/printing/TextTable.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Offices.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/catalogue/Library.h"
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 using namespace Qt::StringLiterals;
 
@@ -93,6 +94,7 @@ void LibraryCommand::Run(const Arguments& arguments) const
 {
     const QString project = NamedProject(arguments);
     const CStringArray& words = arguments.Positional();
+    TellIfWithoutOffice(project);
     if (words.isEmpty()) {
         const CArray<LibraryEntry> entries = embedded::ListLibraries(project);
         return WriteText(arguments.Has(u"json"_s) ? ToJson(entries) : ToTable(entries));

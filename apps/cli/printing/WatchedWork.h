@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/printing/Interrupt.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 
 namespace cli {
 

@@ -6,12 +6,29 @@
 
 namespace cli {
 
+/// What the program ends with.
+enum ExitStatus {
+    Done = 0,
+    Refused = 1,    ///< or failed, with the reason on standard error
+    WrongUsage = 2, ///< with the usage line on standard error
+    InConflict = 3, ///< somebody has published against it, and nobody has answered; nothing was published
+    Waiting = 4,    ///< not published yet, since the office cannot be reached; it is sent when it can
+};
+
 /// A command was refused or failed. The text is the reason, ready to be shown to a person; the program ends
-/// with 1.
+/// with `status`.
 class Refusal : public std::runtime_error
 {
 public:
-    explicit Refusal(const CString& reason) : std::runtime_error(reason.toStdString()) {}
+    explicit Refusal(const CString& reason, ExitStatus status = Refused)
+        : std::runtime_error(reason.toStdString()), m_status(status)
+    {
+    }
+
+    ExitStatus Status() const noexcept { return m_status; }
+
+private:
+    ExitStatus m_status;
 };
 
 /// Nobody takes what the command writes to standard output any more, as behind `| head`. The program ends

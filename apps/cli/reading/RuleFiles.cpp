@@ -52,15 +52,6 @@ std::optional<embedded::History> HistoryOf(const Arguments& arguments, const CSt
     }
 }
 
-/// Says once on standard error for whom a file is waited for, unless it is for a moment only.
-embedded::RuleFileLock::GoOn TellOnce()
-{
-    return [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
-        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
-        return true;
-    };
-}
-
 /// How to get the newest copy of a rule file back that can be read; empty when there is none.
 CString WayBack(const CString& path, const embedded::History& history)
 {
@@ -201,9 +192,17 @@ CString CurrentFile()
     return InRuleFolder(current.Name());
 }
 
+embedded::RuleFileLock::GoOn TellWhoHolds()
+{
+    return [told = false](const CString& text, std::chrono::milliseconds waited) mutable {
+        if (waited >= 1s && !std::exchange(told, true)) platform::WriteErr(text + u'\n');
+        return true;
+    };
+}
+
 embedded::RuleFileLock LockRuleFiles(const embedded::History& history, const CStringArray& paths)
 {
-    return {history.Project(), paths, TellOnce()};
+    return {history.Project(), paths, TellWhoHolds()};
 }
 
 std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& arguments, const CString& path)
@@ -212,7 +211,7 @@ std::optional<embedded::RuleFileLock> KeepBeforeReplacing(const Arguments& argum
                             shared::ExamineRuleFile(path).kind == shared::RuleFileKind::Rules;
     if (!isRuleFile) return std::nullopt;
     auto history = HistoryOf(arguments, path);
-    if (!history) return embedded::RuleFileLock({path}, TellOnce());
+    if (!history) return embedded::RuleFileLock({path}, TellWhoHolds());
     auto lock = LockRuleFiles(*history, {path});
     history->Keep(path);
     return lock;

@@ -48,6 +48,9 @@ void CheckRuleFileIfThere(const CString& path);
 /// told, and the command goes on.
 void CheckForReading(const CString& path);
 
+/// Says once on standard error for whom a rule file is waited for, unless it is for a moment only.
+embedded::RuleFileLock::GoOn TellWhoHolds();
+
 /// Keeps other programs away from rule files, by path text: to be held from the moment a file is looked at
 /// until what comes of it has been written. Says on standard error whom it waits for. Raises
 /// `embedded::Error` as `embedded::RuleFileLock` does.

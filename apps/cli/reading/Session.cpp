@@ -1,6 +1,7 @@
 #include "cli/reading/Session.h"
 
 #include "cli/reading/Failure.h"
+#include "cli/reading/Offices.h"
 #include "host/NvKtDataMng.h"
 
 #include <QtCore/QtGlobal>
@@ -37,6 +38,7 @@ Session::Session(const Arguments& arguments) : Session(NamedProject(arguments))
 Session::Session(const QString& nativeFolder)
     : m_folder(nativeFolder), m_host(nativeFolder), m_installed(host::Install(m_host.Roles()))
 {
+    TellIfWithoutOffice(m_host);
 }
 
 CString Session::Spec() const

@@ -4,8 +4,8 @@
 #include "editor/dialogs/LibraryCombo.h"
 #include "editor/project/Project.h"
 #include "embedded/data/catalogue/Library.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 
 #include <QtCore/QDir>
 #include <QtWidgets/QComboBox>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 #include <QtWidgets/QDialog>
 

@@ -6,8 +6,8 @@
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/steps/FileWait.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

@@ -93,6 +93,7 @@ QList<HelpTopics::Title> TopicsOfWindows()
         {u"套定额"_s, u"windows.md#套定额"_s},
         {u"计算结果编辑"_s, u"windows.md#计算结果编辑"_s},
         {u"云盘"_s, u"windows.md#云盘"_s},
+        {u"办公室"_s, u"office.md"_s},
         {u"名称已存在"_s, u"windows.md#云盘"_s},
         {u"启动向导"_s, u"dialogs.md#向导"_s},
         {u"历史"_s, u"data.md#历史"_s},

@@ -12,4 +12,7 @@ void ShowError(const std::exception& error);
 /// False when something was raised.
 bool RunGuarded(const std::function<void()>& step);
 
+/// Runs steps in this way or a stricter one; gives what `RunGuarded` gives.
+using StepRunner = std::function<bool(const std::function<void()>& step)>;
+
 } // namespace editor

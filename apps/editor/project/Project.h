@@ -4,8 +4,10 @@
 #include "embedded/data/host/EmbeddedHost.h"
 #include "embedded/windows/EmbeddedWindows.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace editor {
 
@@ -22,6 +24,9 @@ public:
     /// Installs this host. The former one must have ended. `frame` is the window on which the module centres
     /// its dialogs; it may be null and must outlive this.
     void BecomeHost(QWidget* frame);
+
+    /// What the module's cloud disk runs for this project in place of the one over a folder.
+    void SetNetDisk(std::function<void()> run) { m_windows.SetNetDisk(std::move(run)); }
 
     /// All roles of this host.
     host::Roles Roles();

@@ -1,8 +1,8 @@
 #include "editor/session/DraftFile.h"
 
 #include "editor/project/Project.h"
+#include "embedded/data/host/XmlTools.h"
 #include "embedded/data/project/Look.h"
-#include "host/NvKtDataMng.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "presenter/CQdDeConfigPresenter.h"
@@ -10,9 +10,11 @@
 #include "rules/model/Snapshot.h"
 #include "shared/RuleFileState.h"
 #include "store/RuleFile.h"
+#include "xml/Dom.h"
 
 #include <QtCore/QTemporaryDir>
 
+#include <new>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -38,18 +40,6 @@ QByteArray NewBytes()
     return ReadOrRaise(path);
 }
 
-/// The bytes of a rule file that can be worked on, or that is missing. Read as a whole, while no other
-/// program writes it; nobody is kept away afterwards, for a save asks again what the file holds.
-QByteArray BytesToWorkOn(Project& project, const CString& path)
-{
-    const auto lock = project.Lock(path);
-    const embedded::Look look;
-    const shared::RuleFileState state = shared::ExamineRuleFile(path);
-    if (state.kind == shared::RuleFileKind::Missing) return NewBytes();
-    if (!state.IsSafe()) throw std::runtime_error(state.Describe().toStdString());
-    return ReadOrRaise(path);
-}
-
 rules::ConfigurationPtr ReadOrRaise(const QByteArray& bytes, const CString& path)
 {
     CString reason;
@@ -58,32 +48,65 @@ rules::ConfigurationPtr ReadOrRaise(const QByteArray& bytes, const CString& path
     return read;
 }
 
+/// The bytes of a rule file, and a document that has loaded them.
+struct LoadedFile
+{
+    QByteArray bytes;
+    xml::Document document;
+    bool stood = true; ///< there was a file
+};
+
+/// A rule file that can be worked on, or what the module makes where there is none. Read as a whole, while no
+/// other program writes it; nobody is kept away afterwards, for a save asks again what the file holds.
+LoadedFile LoadToWorkOn(Project& project, const CString& path)
+{
+    const auto lock = project.Lock(path);
+    const embedded::Look look;
+    LoadedFile loaded{{}, xml::Document::Create(), platform::Files().Exists(path)};
+    if (loaded.document.IsNull()) throw std::bad_alloc();
+    CString reason;
+    const auto bytes = loaded.stood ? platform::Files().Read(path, &reason) : NewBytes();
+    shared::RuleFileState state{path, shared::RuleFileKind::Unreadable, {.text = reason}};
+    if (bytes) {
+        loaded.bytes = *bytes;
+        loaded.document.LoadBytes(*bytes);
+        state = shared::ExamineLoaded(path, *bytes, loaded.document);
+    }
+    if (!state.IsSafe()) throw std::runtime_error(state.Describe().toStdString());
+    return loaded;
+}
+
 } // namespace
 
-DraftFile::DraftFile(Project& project, CString path) : DraftFile(project, path, BytesToWorkOn(project, path))
+DraftFile::DraftFile(Project& project, CString path) : m_project(project), m_path(std::move(path))
+{
+    LoadedFile loaded = LoadToWorkOn(project, m_path);
+    m_bytes = std::move(loaded.bytes);
+    m_rules = std::make_unique<FileRules>(m_path, m_bytes);
+    m_stood = loaded.stood;
+}
+
+DraftFile::DraftFile(Project& project, CString path, const CString& first)
+    : m_project(project), m_path(std::move(path))
+{
+    LoadedFile loaded = LoadToWorkOn(project, m_path);
+    m_bytes = std::move(loaded.bytes);
+    m_rules = std::make_unique<FileRules>(m_bytes, loaded.document, first);
+    m_stood = loaded.stood;
+}
+
+// A draft of a file that did not stand was begun on what the module makes.
+DraftFile::DraftFile(Project& project, CString path, const QByteArray& begunOn)
+    : m_project(project), m_path(std::move(path)), m_bytes(begunOn),
+      m_rules(std::make_unique<FileRules>(m_path, begunOn)), m_stood(begunOn != NewBytes())
 {
 }
 
-DraftFile::DraftFile(Project& project, CString path, const QByteArray& begunOn)
-    : m_project(project), m_path(std::move(path))
-{
-    Take(begunOn);
-}
+DraftFile::~DraftFile() = default;
 
 CString DraftFile::Name() const
 {
     return platform::BeforeLastStop(platform::FileNameOf(m_path));
-}
-
-void DraftFile::Take(const QByteArray& bytes)
-{
-    rules::FileStructure structure;
-    CString reason;
-    rules::ConfigurationPtr read = rules::ReadRules(bytes, reason, &structure);
-    if (!read) throw platform::FileError(m_path, reason);
-    m_bytes = bytes;
-    m_rules = std::move(read);
-    m_structure = std::move(structure);
 }
 
 bool DraftFile::HasChangedOnDisk() const
@@ -92,12 +115,15 @@ bool DraftFile::HasChangedOnDisk() const
     return platform::Files().Exists(m_path) && platform::Files().Read(m_path) != m_bytes;
 }
 
-DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const AnswerConflicts& answer)
+DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const AnswerConflicts& answer,
+                                   const AskWhetherAnew& mayWriteAnew)
 {
     // Held from the reading to the writing, whatever events a question handles in between.
     const auto held = m_project.HoldFiles();
     const auto lock = m_project.Lock(m_path);
-    if (!platform::Files().Exists(m_path)) {
+    platform::FileSystem& files = platform::Files();
+    if (!files.Exists(m_path) && m_stood && !(mayWriteAnew && mayWriteAnew())) return SaveEnd::Cancelled;
+    if (!files.Exists(m_path)) { // nor has it come back while somebody was asked
         Write(rules::WriteRules(m_bytes, wanted));
         return SaveEnd::Saved;
     }
@@ -109,7 +135,7 @@ DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const Ans
     }
     const shared::RuleFileState state = shared::ExamineRuleFile(m_path);
     if (!state.IsSafe()) throw platform::FileError(m_path, state.Describe());
-    const rules::Merge merge(*m_rules, wanted, *ReadOrRaise(now, m_path));
+    const rules::Merge merge(*Rules(), wanted, *ReadOrRaise(now, m_path));
     std::vector<rules::Side> answers;
     if (!merge.Conflicts().empty()) {
         auto given = answer(merge.Conflicts());
@@ -120,14 +146,16 @@ DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const Ans
     return SaveEnd::Merged;
 }
 
-/// As the module's save: the file in one go, then the version of the host on it.
-void DraftFile::Write(const QByteArray& bytes)
+/// The rules and the version of the host, in one go.
+void DraftFile::Write(const QByteArray& rules)
 {
+    const QByteArray bytes = embedded::WithXmlVersion(rules, store::VersionText());
+    auto read = std::make_unique<FileRules>(m_path, bytes); // whatever cannot be read again is not written
     static_cast<void>(platform::Files().CreateFolder(platform::FolderOf(m_path)));
     platform::Files().Replace(m_path, bytes);
-    Take(bytes); // what stands there from now on, whatever comes of the version
-    NvKtXmlVertion::SetXmlVersion(store::VersionText(), m_path);
-    if (const auto written = platform::Files().Read(m_path)) Take(*written);
+    m_bytes = bytes;
+    m_rules = std::move(read);
+    m_stood = true;
 }
 
 } // namespace editor

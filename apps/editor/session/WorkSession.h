@@ -21,7 +21,7 @@ class Project;
 /// What the parts of the workbench work on together: the draft of one rule file, what is chosen in it, and
 /// what the project knows. Its owner opens files and ends it; every part of the workbench reads it, asks it
 /// for edits, and looks again when it signals. To be used on the thread of the windows; every signal comes
-/// when the new state stands.
+/// when the new state stands. WorkSessionChoice.cpp holds what is chosen, WorkSession.cpp the rest.
 class WorkSession : public QObject
 {
     Q_OBJECT
@@ -41,7 +41,9 @@ public:
 
     // The file
     /// Opens a rule file, or what the module would make where there is none. What was open is closed, with
-    /// its edits lost. Raises what `DraftFile` raises; what was open stays then. Needs a project.
+    /// its edits lost. The rules of the chosen category are there at once; the others of a large file are
+    /// read behind the windows (see `Draft`). Raises what `DraftFile` raises; what was open stays
+    /// then. Needs a project.
     void Open(const CString& path);
     /// The same with the edits that a former program has left behind, which become one edit that can be
     /// undone. They are written down anew, and the former ones removed. Raises `std::logic_error`, too, for
@@ -54,7 +56,7 @@ public:
     const DraftFile& File() const noexcept { return *m_file; }
     /// Writes the draft into its file (see `DraftFile::Save`). What was merged into it becomes an edit that
     /// can be undone. Needs `IsOpen`.
-    DraftFile::SaveEnd Save(const AnswerConflicts& answer);
+    DraftFile::SaveEnd Save(const AnswerConflicts& answer, const AskWhetherAnew& mayWriteAnew = {});
     /// Goes back to what the file held when it was opened or saved last; can be undone.
     void Discard();
     /// The same for good: nothing can be undone afterwards.
@@ -65,9 +67,15 @@ public:
     bool TakeOver();
 
     // The draft
-    const rules::Draft& Draft() const noexcept { return m_draft; }
-    /// How the file was built when it was read, for the checks.
-    const rules::FileStructure& Structure() const noexcept;
+    /// All of it. Waits for what is still being read of the file, and raises what reading it has raised.
+    const rules::Draft& Draft() const;
+    /// The draft without waiting: of other categories than the chosen one it may have no rules yet, nor know
+    /// those that only the file has. For whoever shows the chosen one, and looks again when the others come.
+    const rules::Draft& DraftSoFar() const noexcept { return m_draft; }
+    /// Whether that is all of it.
+    bool IsWhole() const noexcept { return m_isWhole; }
+    /// How the file was built when it was read, for the checks. Waits as `Draft` does.
+    const rules::FileStructure& Structure() const;
     /// Does an edit, which can be undone from then on. What it has put into the chosen category is chosen,
     /// else the same rules as before; undoing and redoing do so, too. An empty one does nothing. Raises
     /// `std::logic_error` for one of another state.
@@ -110,6 +118,8 @@ signals:
     void Reopened();
     /// Something was edited, undone or redone in these categories, and nowhere else.
     void Edited(const QStringList& categories);
+    /// The rules of the other categories have come; those of the chosen one are as they were.
+    void Completed();
     /// Saved, or what the file holds is known anew: `IsChanged` may be another.
     void FileChanged();
     void SpecialtyChosen();
@@ -117,10 +127,19 @@ signals:
     void CategoryChosen();
     void RulesChosen();
 
+protected:
+    bool event(QEvent* event) override;
+
 private:
     class EditCommand;
 
     void TakeFile(std::unique_ptr<DraftFile> file);
+    void TakeRest() const;
+    void TakeOthers(int opened);
+    void TellCompleted();
+    void NeedCategory(const CString& text) const;
+    CString FirstCategory() const;
+    void ForgetProposedNumbers();
     void BeginJournal();
     void FollowFile(const CString& text);
     void Change(const rules::Edit& edit, bool isReverted);
@@ -134,7 +153,10 @@ private:
     std::unique_ptr<DraftFile> m_file;
     std::unique_ptr<DraftJournal> m_journal;
     CString m_journalFault;
-    rules::Draft m_draft;
+    mutable rules::Draft m_draft;  ///< grows by what the file holds besides, when somebody asks for it
+    mutable bool m_isWhole = true; ///< it has
+    int m_opened = 0;              ///< how many files have been opened
+    int m_completed = 0;           ///< the last of them of which `Completed` was told
     QUndoStack m_undo;
     CString m_specialty;
     CString m_category;

@@ -2,7 +2,7 @@
 
 #include "editor/steps/ProgressWindow.h"
 #include "editor/steps/WorkThread.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 
 #include <QtCore/QTimer>
 

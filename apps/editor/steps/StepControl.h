@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 
 #include <QtCore/QtGlobal>
 

@@ -2,7 +2,7 @@
 
 #include "editor/steps/BusyCursor.h"
 #include "editor/steps/StepWatch.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 #include "platform/Messages.h"
 
 #include <QtCore/QCoreApplication>

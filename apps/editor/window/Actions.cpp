@@ -73,6 +73,8 @@ void Actions::MakeDataMenu(QMainWindow& window)
         Add(menu, u"导入(&I)…"_s, Qt::CTRL | Qt::Key_I, u"从 CSV 文件或工作簿导入类别、属性、清单或定额"_s);
     exportData =
         Add(menu, u"导出(&X)…"_s, Qt::CTRL | Qt::Key_E, u"把类别、属性、清单或定额写成 CSV 文件或工作簿"_s);
+    menu.addSeparator();
+    office = Add(menu, u"办公室(&O)…"_s, Qt::Key_F9, u"取同事发布的配置，发布自己的；看各个版本，还原"_s);
 }
 
 void Actions::MakeHelpMenu(QMainWindow& window)
@@ -92,6 +94,7 @@ void Actions::Enable(const Possible& possible) const
     };
     enable({tour, closeProject, configure, wizard, refreshOther, attributes, examine, importData, exportData},
            possible.project);
+    enable({office}, possible.office);
     enable({history}, possible.file);
     enable({refresh}, possible.existing);
     enable({writeHead}, possible.rules);

@@ -13,6 +13,7 @@ struct Possible
     bool file = false;     ///< a rule file is selected, which may be missing
     bool existing = false; ///< and stands on disk
     bool rules = false;    ///< and can be read as a rule file
+    bool office = false;   ///< the project has an office
 };
 
 /// The commands of the main window, in its menus. The window owns them; whoever connects them lets them do
@@ -45,6 +46,7 @@ struct Actions
 
     QAction* importData;
     QAction* exportData;
+    QAction* office;
 
     QAction* manual;
     QAction* tour;

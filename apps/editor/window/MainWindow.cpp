@@ -24,6 +24,7 @@
 #include <QtGui/QCloseEvent>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
+#include <QtGui/QScreen>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
@@ -44,6 +45,8 @@ namespace {
 /// Until somebody looks again whether a modal window is still open, in milliseconds.
 constexpr int NewsPause = 300;
 constexpr QSize FirstSize(1240, 760);
+/// What a frame takes at most, so that all of the window is seen on a small screen, too.
+constexpr QSize FrameRoom(16, 48);
 
 /// The project folder that is dragged onto the window: a folder itself, or a project file in it. Empty for
 /// anything else.
@@ -58,10 +61,11 @@ QString DraggedFolder(const QMimeData& data)
 } // namespace
 
 MainWindow::MainWindow(RecentProjects recent)
-    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel)
+    : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel),
+      m_office(new QLabel)
 {
     setAcceptDrops(true);
-    resize(FirstSize);
+    resize(FirstSize.boundedTo(screen()->availableSize() - FrameRoom));
     m_welcome = new WelcomePage(m_actions, [this](const QString& folder) { OpenProject(folder); });
     m_panel = MakeProjectPanel();
     m_workbench = MakeWorkbench();
@@ -97,6 +101,7 @@ void MainWindow::Connect()
     On(m_actions.examine, &MainWindow::ExamineRuleFiles);
     On(m_actions.importData, &MainWindow::ImportData);
     On(m_actions.exportData, &MainWindow::ExportData);
+    On(m_actions.office, &MainWindow::ShowOffice);
     On(m_actions.about, &MainWindow::About);
 }
 
@@ -171,7 +176,8 @@ void MainWindow::EnableActions()
     m_actions.Enable({.project = m_project != nullptr,
                       .file = file.has_value(),
                       .existing = file && file->state.kind != shared::RuleFileKind::Missing,
-                      .rules = file && file->state.kind == shared::RuleFileKind::Rules});
+                      .rules = file && file->state.kind == shared::RuleFileKind::Rules,
+                      .office = m_project && m_project->Host().Office() != nullptr});
 }
 
 void MainWindow::Tell(const QString& text)

@@ -5,7 +5,7 @@
 #include "editor/steps/LivelyWindows.h"
 #include "editor/window/Actions.h"
 #include "editor/window/ModuleSteps.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 
 #include <QtWidgets/QMainWindow>
 
@@ -43,7 +43,7 @@ class WelcomePage;
 /// window itself, MainWindowProjects.cpp how projects are opened and made, MainWindowRules.cpp how the rules
 /// of a file come onto the workbench and back, MainWindowDocks.cpp what stands around the workbench,
 /// MainWindowSteps.cpp what commands do with rule files and data, MainWindowHelp.cpp how a user gets to the
-/// manual and through the tour.
+/// manual and through the tour, MainWindowOffice.cpp what goes to the project's office and comes from there.
 class MainWindow : public QMainWindow
 {
 public:
@@ -137,6 +137,13 @@ private:
     void TakeInFiles(const QStringList& files);
     void ShowOtherPrograms();
 
+    // Office (MainWindowOffice.cpp)
+    /// The window over the project's office, and what follows from what was done there.
+    void ShowOffice();
+    /// The same from within a dialog of the module, which reads its configuration anew afterwards.
+    void RunOfficeWindow(QWidget* parent, bool& hasChanged);
+    void ShowOfficeMark();
+
     // Help (MainWindowHelp.cpp)
     void MakeHelp();
     void StartTour(bool isOffer);
@@ -179,6 +186,7 @@ private:
     HitsPanel* m_hitsPanel = nullptr;
     BillPanel* m_bill = nullptr;
     QLabel* m_others; ///< who else has the project open
+    QLabel* m_office; ///< the project's office, and whether it was reached
     std::unique_ptr<OpenMark> m_openMark;
     std::unique_ptr<DiskWatch> m_disk;
     QStringList m_diskNews; ///< path texts that wait until no command is being worked on

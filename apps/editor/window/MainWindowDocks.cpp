@@ -75,7 +75,7 @@ ProjectPanel* MainWindow::MakeProjectPanel()
 
 void MainWindow::MakeDocks()
 {
-    m_details = new DetailPanel(m_session);
+    m_details = new DetailPanel(m_session, [this](const auto& step) { return RunAlone(step); });
     m_findings = new FindingsWatch(m_session, this);
     m_findingsPanel = new FindingsPanel(m_session, *m_findings);
     m_hits = new TakeoffHits(m_session, this);
@@ -161,9 +161,11 @@ void MainWindow::MakeMenus()
     QMenu& shown = *m_actions.view->addMenu(u"显示的面板(&S)"_s);
     for (QDockWidget* dock : m_workbench->Docks())
         shown.addAction(dock->toggleViewAction());
-    statusBar()->addPermanentWidget(m_others);
-    m_others->setTextFormat(Qt::PlainText);
-    m_others->hide();
+    for (QLabel* label : {m_office, m_others}) {
+        statusBar()->addPermanentWidget(label);
+        label->setTextFormat(Qt::PlainText);
+        label->hide();
+    }
 }
 
 void MainWindow::RestoreLayout()

@@ -11,12 +11,14 @@
 #include "editor/steps/LongStep.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/Workbench.h"
+#include "embedded/data/engine/Service.h"
+#include "embedded/data/office/Office.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/DataFile.h"
 #include "sample/SampleProject.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 
@@ -27,6 +29,26 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
+
+CStringArray KnownOffices()
+{
+    CStringArray names;
+    for (const embedded::Service& service : embedded::ReadServices())
+        if (embedded::Service::NameFault(service.name).isEmpty()) names.append(service.name);
+    return names;
+}
+
+std::optional<embedded::ProjectChoice> ReadOfficeChoice(QWidget* parent, const CString& office)
+{
+    std::optional<embedded::ProjectChoice> choice;
+    RunGuarded([&] {
+        RunLongStep(parent, u"正在连接办公室“%1”…"_s.arg(office), [&](StepControl&) {
+            embedded::Office open(office);
+            choice = embedded::ReadChoice(open.Connection());
+        });
+    });
+    return choice;
+}
 
 /// A folder of a new project that does not exist yet.
 QString ProposedFolder()
@@ -64,8 +86,8 @@ bool MainWindow::OpenSample(const QString& nativeFolder)
 
 void MainWindow::NewProject()
 {
-    NewProjectDialog dialog(this, ProposedFolder(),
-                            embedded::DataFile::Shipped(u"specialties"_s).Column(u"name"_s));
+    NewProjectDialog dialog(this, ProposedFolder(), KnownOffices(),
+                            [this](const CString& office) { return ReadOfficeChoice(this, office); });
     // What was refused comes back, with what the user had entered.
     for (bool refused = true; refused;) {
         if (dialog.exec() != QDialog::Accepted) return;
@@ -101,6 +123,12 @@ bool MainWindow::Open(const QString& nativeFolder)
     LeaveProject();
     m_project = std::move(project);
     m_project->BecomeHost(this);
+    if (m_project->Host().Office() != nullptr) {
+        m_project->SetNetDisk([this] {
+            bool hasChanged = false; // the module's own steps look at the files anyway
+            RunOfficeWindow(QApplication::activeWindow(), hasChanged);
+        });
+    }
     try {
         EnterProject();
     } catch (...) {
@@ -127,6 +155,7 @@ void MainWindow::EnterProject()
     });
     m_session.SetProject(m_project.get());
     ShowOtherPrograms();
+    ShowOfficeMark();
 }
 
 void MainWindow::LeaveProject()
@@ -138,6 +167,7 @@ void MainWindow::LeaveProject()
     m_project.reset();
     m_diskNews.clear();
     m_others->hide();
+    m_office->hide();
 }
 
 void MainWindow::CloseProject()

@@ -9,7 +9,7 @@
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
 #include "editor/window/CategoryOpener.h"
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileState.h"
 

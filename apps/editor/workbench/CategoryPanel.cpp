@@ -58,6 +58,10 @@ CategoryPanel::CategoryPanel(WorkSession& session, QWidget* parent)
         for (const QString& category : categories)
             ShowCategory(category);
     });
+    connect(&session, &WorkSession::Completed, this, [this] {
+        FillSpecialties();
+        FillCategories();
+    });
     connect(&session, &WorkSession::FileChanged, this, [this] { FillCategories(); });
     connect(&session, &WorkSession::SpecialtyChosen, this, [this] {
         FillSpecialties();
@@ -138,13 +142,16 @@ void CategoryPanel::FocusList()
 void CategoryPanel::FillSpecialties()
 {
     const QScopedValueRollback<bool> filling(m_isFilling, true);
-    const auto& all = m_session.Draft().Specialties();
+    const auto& all = m_session.DraftSoFar().Specialties();
     while (m_specialties->count() > static_cast<int>(all.size()))
         m_specialties->removeItem(m_specialties->count() - 1);
     for (std::size_t i = 0; i < all.size(); ++i) {
         const int line = static_cast<int>(i);
         if (line == m_specialties->count()) m_specialties->addItem({});
-        m_specialties->setItemText(line, u"%1（%2 条）"_s.arg(all[i].name).arg(CountOf(all[i])));
+        // The rules may still be on their way.
+        m_specialties->setItemText(line, m_session.IsWhole()
+                                             ? u"%1（%2 条）"_s.arg(all[i].name).arg(CountOf(all[i]))
+                                             : u"%1（…）"_s.arg(all[i].name));
         m_specialties->setItemData(line, all[i].name);
     }
     m_specialties->setCurrentIndex(m_specialties->findData(m_session.Specialty()));
@@ -159,39 +166,43 @@ void CategoryPanel::FillCategories()
         m_model->clear();
         m_model->setColumnCount(ColumnCount);
         m_model->setHorizontalHeaderLabels({u"类别"_s, u"规则"_s});
-        for (const rules::Specialty& specialty : m_session.Draft().Specialties()) {
+        for (const rules::Specialty& specialty : m_session.DraftSoFar().Specialties()) {
             if (specialty.name != m_session.Specialty()) continue;
-            for (const rules::BigCategory& big : specialty.bigCategories) {
-                auto* parent = new QStandardItem(big.name);
-                parent->setSelectable(false);
-                m_model->appendRow({parent, new QStandardItem});
-                for (const rules::SmallCategoryPtr& small : big.smallCategories) {
-                    auto* item = new QStandardItem(small->name);
-                    item->setData(small->text, TextRole);
-                    auto* count = new QStandardItem;
-                    count->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-                    parent->appendRow({item, count});
-                    m_items.emplace(small->text, item);
-                }
-            }
+            for (const rules::BigCategory& big : specialty.bigCategories)
+                m_model->appendRow({MakeBigCategory(big).release(), new QStandardItem});
         }
         m_tree->expandAll();
         m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
         m_tree->header()->setSectionResizeMode(CountColumn, QHeaderView::ResizeToContents);
-        for (const auto& [category, item] : m_items)
-            ShowCategory(category);
     }
     ShowChoice();
+}
+
+/// With its small categories as they are shown. Nobody sees it yet, so nobody measures each part anew.
+std::unique_ptr<QStandardItem> CategoryPanel::MakeBigCategory(const rules::BigCategory& big)
+{
+    auto parent = std::make_unique<QStandardItem>(big.name);
+    parent->setSelectable(false);
+    for (const rules::SmallCategoryPtr& small : big.smallCategories) {
+        auto* item = new QStandardItem(small->name);
+        item->setData(small->text, TextRole);
+        auto* count = new QStandardItem;
+        count->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        parent->appendRow({item, count});
+        m_items.emplace(small->text, item);
+        ShowCategory(small->text);
+    }
+    return parent;
 }
 
 void CategoryPanel::ShowCategory(const CString& category)
 {
     const auto found = m_items.find(category);
-    const rules::SmallCategoryPtr present = m_session.Draft().Find(category);
+    const rules::SmallCategoryPtr present = m_session.DraftSoFar().Find(category);
     if (found == m_items.end() || !present) return;
     QStandardItem& item = *found->second;
-    const bool isChanged = m_session.Draft().IsChanged(category);
-    const bool isOffered = m_session.Draft().IsOffered(category);
+    const bool isChanged = m_session.DraftSoFar().IsChanged(category);
+    const bool isOffered = m_session.DraftSoFar().IsOffered(category);
     const auto severity = m_severities(category);
     const std::size_t count = CountOf(*present);
     item.setText(present->name + (isChanged ? u" *"_s : QString()));

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 
 class QComboBox;
@@ -42,6 +43,7 @@ private:
     void Build();
     void FillSpecialties();
     void FillCategories();
+    std::unique_ptr<QStandardItem> MakeBigCategory(const rules::BigCategory& big);
     void ShowCategory(const CString& category);
     void ShowChoice();
     void TakeChoice();

@@ -86,6 +86,7 @@ bool RuleSearch::PrepareNext()
         return true;
     }
     const CString specialty = m_scope == SearchScope::Specialty ? m_session.Specialty() : CString();
+    if (!m_session.IsWhole()) return false; // when the others have come
     rules::SmallCategoryPtr next;
     ForEachCategory(m_session.Draft().Specialties(), specialty, [&](const rules::SmallCategoryPtr& category) {
         if (!next && !m_texts.contains(category.get())) next = category;

@@ -23,7 +23,6 @@ constexpr std::array<std::pair<int, int>, 4> Shares{{{RuleTableModel::ConditionC
                                                      {RuleTableModel::BillColumn, 26},
                                                      {RuleTableModel::QuotaColumn, 22},
                                                      {RuleTableModel::NoteColumn, 18}}};
-constexpr int Whole = 100;
 constexpr int RowSpace = 6; ///< pixels beside the text of a line, above and below together
 constexpr int BarOpacity = 90;
 constexpr int AppliesOpacity = 60;
@@ -94,7 +93,7 @@ void RuleTable::SizeRows()
     const QFontMetrics metrics(font());
     verticalHeader()->setDefaultSectionSize(
         std::max(metrics.height(), metrics.boundingRect(widgets::ChineseLine()).height()) + RowSpace);
-    setColumnWidth(RuleTableModel::PositionColumn, widgets::ColumnWidth(metrics, u"● 序号 00"_s));
+    setColumnWidth(RuleTableModel::PositionColumn, widgets::ColumnWidth(metrics, u"● 00000"_s));
     setColumnWidth(RuleTableModel::HitColumn, widgets::ColumnWidth(metrics, u"100000（100.0%）"_s));
     setColumnWidth(RuleTableModel::PlaceColumn, widgets::ChineseWidth(metrics, 14));
 }

@@ -50,6 +50,23 @@ QWidget& FirstField(QWidget& panel)
     return panel;
 }
 
+/// Whether a widget is in a dock that stands behind another one: the toolkit moves such a dock out of sight
+/// but does not hide it.
+bool IsInDockBehind(const QWidget& widget, const QWidget& page)
+{
+    for (const QWidget* part = &widget; part != nullptr && part != &page; part = part->parentWidget())
+        if (const auto* dock = qobject_cast<const QDockWidget*>(part))
+            return !dock->isFloating() && !page.rect().intersects(dock->geometry());
+    return false;
+}
+
+/// Whether Tab may stop at a widget of the same window.
+bool TakesTab(const QWidget& widget, const QWidget& page)
+{
+    return (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget.focusProxy() == nullptr &&
+           widget.isEnabled() && widget.isVisibleTo(page.window()) && !IsInDockBehind(widget, page);
+}
+
 } // namespace
 
 Workbench::Workbench(WorkSession& session, Wishes wishes)
@@ -198,6 +215,7 @@ void Workbench::Connect()
         ShowRows();
     });
     connect(&m_session, &WorkSession::Edited, this, [this] { ShowRows(); });
+    connect(&m_session, &WorkSession::Completed, m_prepare, [this] { m_prepare->start(); });
     connect(&m_session, &WorkSession::FileChanged, this, [this] { EnableActions(); });
     connect(&m_session, &WorkSession::CategoryChosen, this, [this] {
         if (m_search.Scope() == SearchScope::Category || m_text->text().trimmed().isEmpty()) ShowRows();
@@ -372,7 +390,7 @@ void Workbench::EnableActions()
     m_actions.Enable({.file = m_session.IsOpen(),
                       .category = m_session.Category() != nullptr,
                       .rules = !places.empty(),
-                      .several = HasOther(places, m_session.Draft()),
+                      .several = HasOther(places, m_session.DraftSoFar()),
                       .changed = m_session.IsChanged(),
                       .paste = RuleCommands::CanPaste()});
 }
@@ -438,6 +456,22 @@ bool Workbench::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
+}
+
+/// As the toolkit's own, but past what nobody sees.
+bool Workbench::focusNextPrevChild(bool next)
+{
+    QWidget* const from = window()->focusWidget();
+    if (from == nullptr) return QMainWindow::focusNextPrevChild(next);
+    const auto step = [next](const QWidget* widget) {
+        return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    };
+    for (QWidget* widget = step(from); widget != from; widget = step(widget)) {
+        if (!TakesTab(*widget, *this)) continue;
+        widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+        return true;
+    }
+    return false;
 }
 
 } // namespace editor

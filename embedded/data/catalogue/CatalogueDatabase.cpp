@@ -34,7 +34,8 @@ private:
 
     void Each(const CString& columns, const CString& table, const std::function<void(const Row&)>& row)
     {
-        m_database.ForEach(u"SELECT %1 FROM %2 ORDER BY rowid"_s.arg(columns, table), {}, row);
+        m_database.ForEach(
+            u"SELECT %1 FROM %2 ORDER BY %3"_s.arg(columns, table, m_database.InsertionOrder()), {}, row);
     }
     static CString Text(const Row& row, int column) { return row.value(column).toString(); }
     static int Number(const Row& row, int column) { return row.value(column).toInt(); }

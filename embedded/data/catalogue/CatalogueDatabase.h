@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/data/catalogue/CatalogueData.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 namespace embedded {
 

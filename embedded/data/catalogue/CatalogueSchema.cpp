@@ -2,8 +2,8 @@
 
 #include "embedded/data/catalogue/AttributeUnits.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
-#include "embedded/data/sqlite/DataFile.h"
-#include "embedded/data/sqlite/Schema.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Schema.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QSet>
@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SchemaVersion = 3;
-
 /// The tables of catalogue.sql and those of libraries.sql; each is filled from the shipped table of its name.
 const CStringArray CategoryTables{u"specialties"_s,       u"big_categories"_s,   u"small_categories"_s,
                                   u"attributes"_s,        u"cell_data"_s,        u"drop_lists"_s,
@@ -23,20 +21,9 @@ const CStringArray CategoryTables{u"specialties"_s,       u"big_categories"_s,  
 const CStringArray ItemTables{u"bill_sections"_s, u"bill_items"_s, u"quota_sections"_s, u"quota_items"_s};
 const CStringArray LibraryTables = CStringArray{u"libraries"_s} + ItemTables;
 
-void RunShippedScript(Database& database, const CString& name)
+CString ShippedScript(const CString& name)
 {
-    database.ExecuteScript(CString::fromUtf8(ShippedFile(name)));
-}
-
-void Fill(Database& database, const Progress& progress)
-{
-    RunShippedScript(database, u"catalogue.sql"_s);
-    RunShippedScript(database, u"libraries.sql"_s);
-    const CStringArray tables = CategoryTables + LibraryTables;
-    for (qsizetype table = 0; table < tables.size(); ++table) {
-        Tell(progress, static_cast<int>(100 * table / tables.size()));
-        ImportShipped(database, tables[table]);
-    }
+    return CString::fromUtf8(ShippedFile(name));
 }
 
 /// Version 1 had one library for each role; hands of others may have changed that, and then it cannot be told
@@ -102,8 +89,8 @@ void UpgradeLibraries(Database& database)
     for (const CString& table : LibraryTables)
         database.Execute(u"ALTER TABLE %1 RENAME TO former_%1"_s.arg(table));
     RequireFormerLibraries(database);
-    RunShippedScript(database, u"libraries.sql"_s);
-    RunShippedScript(database, u"libraries-from-1.sql"_s);
+    database.CreateTables(ShippedScript(u"libraries.sql"_s));
+    database.ExecuteScript(ShippedScript(u"libraries-from-1.sql"_s));
     for (const CString& table : LibraryTables)
         database.Execute(u"DROP TABLE former_%1"_s.arg(table));
     AddShippedLibraries(database);
@@ -128,10 +115,48 @@ void Upgrade(Database& database)
 
 } // namespace
 
+CStringArray CatalogueTables()
+{
+    return CategoryTables + LibraryTables;
+}
+
+void RequireCatalogue(Database& database)
+{
+    const int found = database.SchemaVersion();
+    if (found < 1 || found > CatalogueSchemaVersion) RequireSchema(database, CatalogueSchemaVersion);
+}
+
+void CreateCatalogueTables(Database& database)
+{
+    database.CreateTables(ShippedScript(u"catalogue.sql"_s));
+    database.CreateTables(ShippedScript(u"libraries.sql"_s));
+}
+
+void FillCatalogue(Database& database, const Progress& progress)
+{
+    CreateCatalogueTables(database);
+    const CStringArray tables = CatalogueTables();
+    for (qsizetype table = 0; table < tables.size(); ++table) {
+        Tell(progress, static_cast<int>(100 * table / tables.size()));
+        ImportShipped(database, tables[table]);
+    }
+}
+
+CString GivenIdsTable()
+{
+    return u"given_ids"_s;
+}
+
+void EnsureGivenIds(Database& database)
+{
+    if (!database.HasTable(GivenIdsTable())) database.CreateTables(ShippedScript(u"given-ids.sql"_s));
+}
+
 void EnsureCatalogue(Database& database, const Progress& progress)
 {
     EnsureSchema(
-        database, SchemaVersion, [&] { Fill(database, progress); }, [&] { Upgrade(database); });
+        database, CatalogueSchemaVersion, [&] { FillCatalogue(database, progress); },
+        [&] { Upgrade(database); });
 }
 
 } // namespace embedded

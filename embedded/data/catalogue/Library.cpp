@@ -1,6 +1,6 @@
 #include "embedded/data/catalogue/Library.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 #include <algorithm>
 #include <iterator>

@@ -28,7 +28,8 @@ public:
     /// Calls `row` for every row of a table that belongs to the set, in the order of insertion.
     void Each(const CString& columns, const CString& table, const std::function<void(const Row&)>& row)
     {
-        m_catalogue.ForEach(u"SELECT %1 FROM %2 WHERE items = ? ORDER BY rowid"_s.arg(columns, table),
+        m_catalogue.ForEach(u"SELECT %1 FROM %2 WHERE items = ? ORDER BY %3"_s.arg(
+                                columns, table, m_catalogue.InsertionOrder()),
                             {m_items}, row);
     }
     void Add(const CString& key, Section section)
@@ -95,7 +96,7 @@ CArray<Library> ReadLibraries(Database& catalogue)
 {
     CArray<Library> libraries;
     catalogue.ForEach(u"SELECT role, code, file_name, local, year, code_length, suffix_length, items, "
-                      "bill_library FROM libraries ORDER BY rowid"_s,
+                      "bill_library FROM libraries ORDER BY %1"_s.arg(catalogue.InsertionOrder()),
                       {}, [&](const Row& row) {
                           const auto role = RoleOfWord(Text(row, 0));
                           if (!role)

@@ -2,7 +2,7 @@
 
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/LibraryContents.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 namespace embedded {
 

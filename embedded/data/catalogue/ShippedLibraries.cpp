@@ -1,6 +1,6 @@
 #include "embedded/data/catalogue/ShippedLibraries.h"
 
-#include "embedded/data/sqlite/DataFile.h"
+#include "embedded/data/engine/DataFile.h"
 
 namespace embedded {
 

@@ -1,5 +1,6 @@
 #include "embedded/data/exchange/CatalogueExchange.h"
 
+#include "embedded/data/catalogue/CatalogueSchema.h"
 #include "xml/Dom.h"
 
 #include <algorithm>
@@ -142,9 +143,7 @@ CatalogueExchange::CatalogueExchange()
 
 void CatalogueExchange::Prepare(Database& database)
 {
-    // Not among the tables of every catalogue: whoever does not import passes it over.
-    database.Execute(
-        u"CREATE TABLE IF NOT EXISTS given_ids (level TEXT PRIMARY KEY, highest INTEGER NOT NULL)"_s);
+    EnsureGivenIds(database);
     m_given.Load(database);
 }
 

@@ -17,7 +17,8 @@ void KeyedTable::Load(Database& database, const CString& items)
     m_items = items;
     const CString where = items.isEmpty() ? CString() : u"WHERE items = ? "_s;
     const QVariantList values = items.isEmpty() ? QVariantList() : QVariantList{items};
-    const CString sql = u"SELECT %1 FROM %2 %3ORDER BY rowid"_s.arg(m_columns.join(u','), m_name, where);
+    const CString sql = u"SELECT %1 FROM %2 %3ORDER BY %4"_s.arg(m_columns.join(u','), m_name, where,
+                                                                 database.InsertionOrder());
     database.ForEach(sql, values, [&](const QSqlQuery& query) {
         CStringArray row;
         for (int column = 0; column < m_columns.size(); ++column)
@@ -32,24 +33,8 @@ void KeyedTable::Load(Database& database, const CString& items)
 void KeyedTable::Store(Database& database, ImportMeter& meter) const
 {
     if (!m_isTouched) return;
-    constexpr qsizetype chunk = 500;
-    const bool isPart = !m_items.isEmpty();
-    if (isPart) {
-        database.Execute(u"DELETE FROM %1 WHERE items = ?"_s.arg(m_name), {m_items});
-    } else {
-        database.Execute(u"DELETE FROM %1"_s.arg(m_name));
-    }
-    const CStringArray columns = isPart ? m_columns + CStringArray{u"items"_s} : m_columns;
-    for (qsizetype first = 0; first < m_rows.size(); first += chunk) {
-        QList<CStringArray> rows = m_rows.mid(first, chunk);
-        if (isPart) {
-            for (CStringArray& row : rows)
-                row.append(m_items);
-        }
-        database.Insert(m_name, columns, rows);
-        for (qsizetype row = 0; row < rows.size(); ++row)
-            meter.Step();
-    }
+    database.ReplaceRows({m_name, m_columns, m_keys, m_items.isEmpty() ? CString() : u"items"_s, m_items},
+                         m_rows, [&] { meter.Step(); });
 }
 
 void KeyedTable::Clear()

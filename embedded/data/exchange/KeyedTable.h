@@ -1,7 +1,7 @@
 #pragma once
 
+#include "embedded/data/engine/Database.h"
 #include "embedded/data/exchange/ImportMeter.h"
-#include "embedded/data/sqlite/Database.h"
 
 #include <QtCore/QHash>
 

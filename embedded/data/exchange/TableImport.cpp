@@ -1,14 +1,14 @@
 #include "embedded/data/exchange/TableImport.h"
 
 #include "embedded/data/catalogue/CatalogueDatabase.h"
-#include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/exchange/ImportMeter.h"
 #include "embedded/data/exchange/MakeExchange.h"
 #include "embedded/data/exchange/TableDifference.h"
+#include "embedded/data/office/ProjectCatalogue.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Paths.h"
 #include "tables/CreateTable.h"
 #include "tables/CsvText.h"
@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 namespace embedded {
 
@@ -201,10 +202,10 @@ struct Table
 Table ReadTable(const QString& nativeProject, TableKind kind, const CString& library)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
-    Database database(folder.CatalogueFile());
-    EnsureCatalogue(database);
-    const LibraryScope scope =
-        ScopeOf(ReadLibraries(database), ProjectDatabase(folder.ProjectFile()).ReadSettings(), kind, library);
+    const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
+    ProjectCatalogue catalogue(folder, settings.office);
+    Database& database = catalogue.Local();
+    const LibraryScope scope = ScopeOf(ReadLibraries(database), settings, kind, library);
     const std::unique_ptr<TableExchange> exchange = MakeExchange(kind, scope);
     exchange->Load(database);
     Table table;
@@ -279,6 +280,58 @@ ImportReport Undone(const ImportReport& report)
     return undone;
 }
 
+/// Where an import works: on the project's own catalogue, or on that of its office, so that all of its
+/// projects get the data. A trial for an office looks at the copy, which keeps nobody waiting.
+class Target
+{
+public:
+    /// Raises `UnreachableError` and `RightsError` when the office takes nothing in, for a trial, too.
+    Target(ProjectCatalogue& catalogue, bool isTrial) : m_catalogue(catalogue), m_isTrial(isTrial)
+    {
+        if (catalogue.Office() != nullptr) RequireKeeper(*catalogue.Office());
+        // Nobody is to choose a library from the copy that is about to go.
+        if (OnOffice()) m_copyStays.emplace(catalogue.Local());
+    }
+
+    Database& Ground()
+    {
+        return OnOffice() ? m_catalogue.Office()->Reached()->Connection() : m_catalogue.Local();
+    }
+
+    /// After the commit: what is stored is stored, whatever happens to the copy.
+    void Follow(ImportReport& report)
+    {
+        if (!OnOffice()) return;
+        CString fault;
+        try {
+            m_catalogue.Office()->BringUpToDateWithin(m_catalogue.Local());
+            m_copyStays->Commit();
+            fault = m_catalogue.Office()->Fault();
+        } catch (const Error& error) {
+            fault = error.Message();
+        }
+        if (!fault.isEmpty())
+            report.notes.append(
+                u"数据已导入办公室，但工程的副本还没有跟上（%1），下次打开时再跟上"_s.arg(fault));
+    }
+
+private:
+    static void RequireKeeper(ProjectOffice& office)
+    {
+        if (office.Reached() == nullptr) throw UnreachableError(office.Fault() + u"，现在不能导入"_s);
+        const OfficeRight right = office.Reached()->Right();
+        if (right == OfficeRight::Keeper) return;
+        throw RightsError(u"办公室“%1”：导入会改变办公室所有工程的数据，要有%2的权限，连接的用户是%3"_s.arg(
+            office.Name(), RightWord(OfficeRight::Keeper), RightWord(right)));
+    }
+
+    bool OnOffice() const { return m_catalogue.Office() != nullptr && !m_isTrial; }
+
+    ProjectCatalogue& m_catalogue;
+    bool m_isTrial;
+    std::optional<Transaction> m_copyStays;
+};
+
 } // namespace
 
 ImportReport Import(const QString& nativeProject, TableKind kind, const QString& nativeFile,
@@ -286,10 +339,11 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     const CArray<tables::Record> records = ReadRecords(nativeFile, options.sheet);
-    Database database(folder.CatalogueFile());
-    EnsureCatalogue(database);
-    Transaction transaction(database);
     ProjectDatabase project(folder.ProjectFile());
+    ProjectCatalogue catalogue(folder, project.ReadSettings().office);
+    Target target(catalogue, options.isTrial);
+    Database& database = target.Ground();
+    Transaction transaction(database);
     const CArray<Library> libraries = ReadLibraries(database);
     Importer importer(database, kind, ScopeOf(libraries, project.ReadSettings(), kind, options.library),
                       progress);
@@ -310,6 +364,7 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
         project.WriteLibrary(role, code);
     transaction.Commit();
     importer.Report().stored = true;
+    target.Follow(importer.Report());
     return importer.Report();
 }
 

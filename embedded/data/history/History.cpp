@@ -1,6 +1,6 @@
 #include "embedded/data/history/History.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"

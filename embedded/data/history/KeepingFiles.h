@@ -1,9 +1,9 @@
 #pragma once
 
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/history/KnownSpecialty.h"
 #include "embedded/data/history/RuleFileLock.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Files.h"
 
 #include <QtCore/QObject>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Text.h"
 
 #include <chrono>

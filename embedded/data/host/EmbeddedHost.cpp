@@ -4,13 +4,14 @@
 #include "embedded/data/catalogue/CalculationRules.h"
 #include "embedded/data/catalogue/Catalogue.h"
 #include "embedded/data/catalogue/CatalogueDatabase.h"
-#include "embedded/data/catalogue/CatalogueSchema.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/host/Profile.h"
 #include "embedded/data/host/XmlTools.h"
+#include "embedded/data/office/OfficeNumbers.h"
+#include "embedded/data/office/ProjectCatalogue.h"
 #include "embedded/data/project/Libraries.h"
 #include "embedded/data/project/Project.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 
 namespace embedded {
 
@@ -23,10 +24,11 @@ CString ExistingProjectFile(const ProjectFolder& folder)
     return folder.ProjectFile();
 }
 
-CatalogueData ReadEnsured(Database& catalogue)
+/// The bill numbers that a project shares with others of its office; null without an office.
+std::unique_ptr<NumberRegister> NumbersOf(ProjectOffice* office, const ProjectFolder& folder)
 {
-    EnsureCatalogue(catalogue);
-    return ReadCatalogue(catalogue);
+    if (office == nullptr) return nullptr;
+    return std::make_unique<OfficeNumbers>(*office, CurrentConfiguration(folder.ProjectFile()));
 }
 
 } // namespace
@@ -35,8 +37,9 @@ struct EmbeddedHost::Parts
 {
     explicit Parts(const ProjectFolder& place)
         : folder(place), database(ExistingProjectFile(place)), settings(database.ReadSettings()),
-          catalogueDatabase(folder.CatalogueFile()), data(ReadEnsured(catalogueDatabase)),
-          libraries(catalogueDatabase, database, settings, folder.RuleFolder()),
+          ground(folder, settings.office), data(ReadCatalogue(ground.Local())),
+          numbers(NumbersOf(ground.Office(), folder)),
+          libraries(ground.Local(), database, settings, folder.RuleFolder(), numbers.get()),
           catalogue(data, libraries.Contents()), attributes(data, catalogue),
           project(folder.ProjectFile(), settings, catalogue), profile(folder.AppFolder()),
           calculation(data, catalogue), history(folder)
@@ -46,8 +49,9 @@ struct EmbeddedHost::Parts
     ProjectFolder folder;
     ProjectDatabase database;
     ProjectDatabase::Settings settings; ///< those of the moment of opening
-    Database catalogueDatabase;
+    ProjectCatalogue ground;            ///< what the catalogue is read from
     CatalogueData data;
+    std::unique_ptr<NumberRegister> numbers;
     Libraries libraries;
     Catalogue catalogue;
     Attributes attributes;
@@ -121,6 +125,11 @@ void EmbeddedHost::SetLibrary(LibraryRole role, const CString& code)
 void EmbeddedHost::ForgetProposedNumbers()
 {
     m_parts->libraries.ForgetProposedNumbers();
+}
+
+ProjectOffice* EmbeddedHost::Office()
+{
+    return m_parts->ground.Office();
 }
 
 History& EmbeddedHost::History()

@@ -4,6 +4,7 @@
 #include "embedded/data/catalogue/LibraryContents.h"
 #include "embedded/data/catalogue/LibraryName.h"
 #include "embedded/data/history/History.h"
+#include "embedded/data/office/ProjectOffice.h"
 #include "host/Installation.h"
 
 #include <memory>
@@ -16,8 +17,10 @@ namespace embedded {
 class EmbeddedHost
 {
 public:
-    /// Opens the project in a folder; a missing catalogue is made anew. Raises `Error` when there is no
-    /// project or it is damaged, locked or newer.
+    /// Opens the project in a folder; a missing catalogue is made anew. The copy of an office's catalogue is
+    /// brought up to date first; without the server the project goes on with the last state. Raises `Error`
+    /// when there is no project or it is damaged, locked or newer, and when there is neither the server nor a
+    /// copy.
     explicit EmbeddedHost(const QString& nativeFolder);
     ~EmbeddedHost();
     EmbeddedHost(const EmbeddedHost&) = delete;
@@ -51,6 +54,9 @@ public:
     /// To be called when a dialog has ended and its rules stand in a rule file or are given up. Until then
     /// the bill numbers that it has proposed and that may have been taken are not proposed again.
     void ForgetProposedNumbers();
+
+    /// The office of the project, null for a project without. Lives as long as this.
+    ProjectOffice* Office();
 
     /// The dated copies of the project's rule files. Lives as long as this.
     embedded::History& History();

@@ -9,6 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const CString VersionName = u"Version"_s;
+
 class XmlTool : public host::IXmlTool
 {
 public:
@@ -83,7 +85,12 @@ std::unique_ptr<host::IXmlTool> XmlTools::CreateXmlTool()
 
 bool XmlTools::SetXmlVersion(const CString& version, const CString& file)
 {
-    return xml::SetRootAttribute(file, u"Version"_s, version);
+    return xml::SetRootAttribute(file, VersionName, version);
+}
+
+QByteArray WithXmlVersion(const QByteArray& bytes, const CString& version)
+{
+    return xml::WithRootAttribute(bytes, VersionName, version);
 }
 
 } // namespace embedded

@@ -2,6 +2,8 @@
 
 #include "host/Roles.h"
 
+#include <QtCore/QByteArray>
+
 namespace embedded {
 
 /// XML tools over this system's own XML layer.
@@ -11,5 +13,8 @@ public:
     std::unique_ptr<host::IXmlTool> CreateXmlTool() override;
     bool SetXmlVersion(const CString& version, const CString& file) override;
 };
+
+/// The bytes of a file with the version on it, as `XmlTools::SetXmlVersion` leaves them. Raises `xml::Error`.
+QByteArray WithXmlVersion(const QByteArray& bytes, const CString& version);
 
 } // namespace embedded

@@ -1,6 +1,6 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "host/ProjectIni.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"

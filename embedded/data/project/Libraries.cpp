@@ -1,7 +1,7 @@
 #include "embedded/data/project/Libraries.h"
 
 #include "embedded/data/catalogue/LibraryDatabase.h"
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 
 #include <QtCore/QSet>
 
@@ -28,8 +28,8 @@ void Merge(CArray<SQdInfo>& items, const CArray<SQdInfo>& others)
 } // namespace
 
 Libraries::Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
-                     const CString& ruleFolder)
-    : m_catalogue(catalogue), m_project(project), m_ruleNumbers(ruleFolder)
+                     const CString& ruleFolder, NumberRegister* numbers)
+    : m_catalogue(catalogue), m_project(project), m_numbers(numbers), m_ruleNumbers(ruleFolder)
 {
     Use(Read(settings), settings.mode);
 }
@@ -89,11 +89,42 @@ bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
     const SQdInfo* const item = m_bills.value(number);
     if (item == nullptr) return false;
     info = *item;
-    const Library& library = InUse(LibraryRole::Bill);
-    if (const auto numbering = host::BillNumbering::Of(library.codeLength, library.suffixLength))
-        m_proposed.LookUp(library.name.code, *numbering, info,
-                          [this](const CString& text) { return IsInQdk(text); });
+    if (const auto numbering = Numbering()) {
+        const auto taken = m_proposed.LookUp(GetQdCode(), *numbering, info,
+                                             [this](const CString& text) { return IsInQdk(text); });
+        if (taken && m_numbers != nullptr) m_numbers->Keep(GetQdCode(), *taken);
+    }
     return true;
+}
+
+std::optional<host::BillNumbering> Libraries::Numbering() const
+{
+    const Library& library = InUse(LibraryRole::Bill);
+    return host::BillNumbering::Of(library.codeLength, library.suffixLength);
+}
+
+/// Each refusal means that somebody else has got on, so it does not go on for ever.
+void Libraries::Claim(const CString& base, CArray<SQdInfo>& told)
+{
+    constexpr int mostAttempts = 100;
+    const auto numbering = Numbering();
+    if (!numbering || base.isEmpty()) return;
+    CArray<SQdInfo> ofLibrary;
+    for (const BillSection& section : m_shelf.contents.bills) {
+        for (const SQdInfo& item : section.items)
+            if (numbering->BaseOf(item.strNumber) == base) ofLibrary.append(item);
+    }
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        Merge(told, m_numbers->Find(GetQdCode(), base));
+        const CArray<SQdInfo> possible = ProposedNumbers::Possible(*numbering, base, told, ofLibrary);
+        if (m_numbers->Claim(GetQdCode(), possible)) return;
+    }
+}
+
+void Libraries::ForgetProposedNumbers()
+{
+    m_proposed.Forget();
+    if (m_numbers != nullptr) m_numbers->Release();
 }
 
 bool Libraries::IsInQdk(const CString& number)
@@ -113,6 +144,7 @@ bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
         CArray<SQdInfo> found = m_project.History(number, GetQdCode());
         Merge(found, m_ruleNumbers.Find(number, GetQdCode()));
         Merge(found, m_proposed.Find(GetQdCode(), number));
+        if (m_numbers != nullptr) Claim(number, found);
         m_proposed.Ask(GetQdCode(), number, found);
         items = std::move(found);
         return true;

@@ -2,6 +2,7 @@
 
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/LibraryContents.h"
+#include "embedded/data/project/NumberRegister.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProposedNumbers.h"
 #include "embedded/data/project/RuleNumbers.h"
@@ -13,14 +14,14 @@ namespace embedded {
 
 /// The libraries that the project uses, what they hold, and the project's history of bill items: those with
 /// which it started and those of its rule files. Of a catalogue's libraries only those in use are in memory.
-/// `catalogue` and `project` must outlive this.
+/// `catalogue` and `project` must outlive this, and so must a register.
 class Libraries : public host::ILibraries
 {
 public:
-    /// `ruleFolder` is the path text of the folder of the rule files. Raises `Error` when the catalogue lacks
-    /// a library of the settings.
+    /// `ruleFolder` is the path text of the folder of the rule files, `numbers` the register that the project
+    /// shares with others, if any. Raises `Error` when the catalogue lacks a library of the settings.
     Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
-              const CString& ruleFolder);
+              const CString& ruleFolder, NumberRegister* numbers = nullptr);
 
     CString GetQdCode() override { return InUse(LibraryRole::Bill).name.code; }
     CString GetDeCode() override { return InUse(LibraryRole::Quota).name.code; }
@@ -36,16 +37,16 @@ public:
     bool GetQdInfo(const CString& number, SQdInfo& info) override;
     bool IsInQdk(const CString& number) override;
     void GetEnCodeRule(int& length, int& suffixLength) override;
-    /// Only items of the bill library in use: those of the project's start and of its rule files, and the
-    /// numbers that may have been taken since (see `ProposedNumbers`). In the order of their numbers, each
-    /// once.
+    /// Only items of the bill library in use: those of the project's start and of its rule files, the
+    /// numbers that may have been taken since (see `ProposedNumbers`), and those of the register, where what
+    /// may now be proposed is claimed. In the order of their numbers, each once.
     /// True with an empty list for a number without history; false when the history cannot be read. A rule
     /// file that cannot be read is passed over.
     bool GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items) override;
 
     /// To be called when the rules of every dialog have been written or dropped: their numbers are those of
     /// the rule files then.
-    void ForgetProposedNumbers() { m_proposed.Forget(); }
+    void ForgetProposedNumbers();
 
     CArray<LibraryName> Of(LibraryRole role) const { return NamesOf(m_shelf.libraries, role); }
     const Library& InUse(LibraryRole role) const { return m_shelf.inUse.at(role); }
@@ -70,11 +71,16 @@ private:
 
     Shelf Read(const ProjectDatabase::Settings& settings);
     void Use(Shelf shelf, SQdDeInfo::EQdDeMode mode);
+    /// The coding rule of the bill library in use; nothing when there is none.
+    std::optional<host::BillNumbering> Numbering() const;
+    /// Claims what may be proposed for a base number, and brings into `told` what others have taken by then.
+    void Claim(const CString& base, CArray<SQdInfo>& told);
     /// What this is set to now.
     ProjectDatabase::Settings Current() const;
 
     Database& m_catalogue;
     ProjectDatabase& m_project;
+    NumberRegister* m_numbers;
     RuleNumbers m_ruleNumbers;
     ProposedNumbers m_proposed;
     SQdDeInfo::EQdDeMode m_mode = SQdDeInfo::BillMode;

@@ -1,6 +1,6 @@
 #include "embedded/data/project/Project.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "platform/Paths.h"
 
 #include <utility>

@@ -2,8 +2,8 @@
 
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
-#include "embedded/data/sqlite/DataFile.h"
-#include "embedded/data/sqlite/Schema.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Schema.h"
 
 namespace embedded {
 
@@ -11,11 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SchemaVersion = 1;
+/// The tables of both are the same. A program that knows the first only would take the copy of an office's
+/// catalogue for the project's own and change it.
+enum SchemaVersion { WithoutOffice = 1, WithOffice = 2 };
 
 const CString ModeSetting = u"mode"_s;
 const CString SpecSetting = u"specialty"_s;
 const CString HistorySetting = u"history_library"_s;
+const CString OfficeSetting = u"office"_s;
 
 /// The bill library from which the shipped history comes.
 CString ShippedHistoryLibrary()
@@ -43,7 +46,7 @@ CString ProjectDatabase::Settings::Library(LibraryRole role) const
 
 ProjectDatabase::ProjectDatabase(const CString& path) : m_database(path)
 {
-    RequireSchema(m_database, SchemaVersion);
+    if (m_database.SchemaVersion() != WithoutOffice) RequireSchema(m_database, WithOffice);
 }
 
 void ProjectDatabase::Fill(Database& database, const Settings& settings)
@@ -53,9 +56,10 @@ void ProjectDatabase::Fill(Database& database, const Settings& settings)
     for (const auto& [role, code] : settings.libraries)
         rows.append({LibrarySetting(role), code});
     rows.append({HistorySetting, ShippedHistoryLibrary()});
+    if (!settings.office.isEmpty()) rows.append({OfficeSetting, settings.office});
     database.Insert(u"settings"_s, {u"name"_s, u"value"_s}, rows);
     ImportShipped(database, u"history"_s);
-    database.SetSchemaVersion(SchemaVersion);
+    database.SetSchemaVersion(settings.office.isEmpty() ? WithoutOffice : WithOffice);
 }
 
 ProjectDatabase::Settings ProjectDatabase::ReadSettings()
@@ -66,6 +70,7 @@ ProjectDatabase::Settings ProjectDatabase::ReadSettings()
     });
     Settings settings;
     settings.spec = values.value(SpecSetting);
+    settings.office = values.value(OfficeSetting);
     for (const LibraryRole role : AllLibraryRoles) {
         const CString code = values.value(LibrarySetting(role));
         if (!code.isEmpty()) settings.libraries.emplace(role, code);
@@ -96,7 +101,9 @@ void ProjectDatabase::WriteLibrary(LibraryRole role, const CString& code)
 void ProjectDatabase::Write(const CString& name, const CString& value)
 {
     Transaction transaction(m_database);
-    m_database.Execute(u"INSERT OR REPLACE INTO settings (name, value) VALUES (?, ?)"_s, {name, value});
+    m_database.Execute(u"INSERT INTO settings (name, value) VALUES (?, ?) "
+                       "ON CONFLICT (name) DO UPDATE SET value = excluded.value"_s,
+                       {name, value});
     transaction.Commit();
 }
 

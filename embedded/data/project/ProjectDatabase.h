@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/data/catalogue/LibraryName.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 #include "host/Records.h"
 
 #include <map>
@@ -21,6 +21,8 @@ public:
         /// Codes of the libraries in use. A role that is missing has the first library of the catalogue, for
         /// projects of older programs hold none.
         std::map<LibraryRole, CString> libraries{};
+        /// Name of the office whose catalogue the project reads; empty for a project with one of its own.
+        CString office{};
 
         /// The code of a role; empty when it is missing.
         CString Library(LibraryRole role) const;
@@ -30,7 +32,7 @@ public:
     explicit ProjectDatabase(const CString& path);
 
     /// Fills an empty database with a new project: these settings and the shipped history. To be called in a
-    /// transaction.
+    /// transaction. Programs that know no office refuse a project that has one.
     static void Fill(Database& database, const Settings& settings);
 
     /// The stored settings. Raises `Error` when they are missing or make no sense.

@@ -1,6 +1,6 @@
 #include "embedded/data/project/ProjectFolder.h"
 
-#include "embedded/data/sqlite/Error.h"
+#include "embedded/data/engine/Error.h"
 #include "host/ProjectIni.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -33,6 +33,11 @@ CString ProjectFolder::CatalogueFile() const
     return AppFolder() + u"\\catalogue.db"_s;
 }
 
+CString ProjectFolder::OfficeFile() const
+{
+    return AppFolder() + u"\\office.db"_s;
+}
+
 CString ProjectFolder::ProjectFile() const
 {
     return m_path + u"\\project.ktqd"_s;
@@ -48,7 +53,9 @@ bool ProjectFolder::IsRuleFile(const CString& path) const
     const auto isBelow = [&path](const CString& folder) {
         return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
     };
-    return path.endsWith(u".xml"_s, Qt::CaseInsensitive) && (isBelow(RuleFolder()) || !isBelow(AppFolder()));
+    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u"\\history\\drafts"_s))
+        return false;
+    return isBelow(RuleFolder()) || !isBelow(AppFolder());
 }
 
 bool ProjectFolder::HoldsProject() const

@@ -17,11 +17,14 @@ public:
     /// The folder of the rule files, below the application folder. Not created here.
     CString RuleFolder() const;
     CString CatalogueFile() const;
+    /// What the project remembers of its office.
+    CString OfficeFile() const;
     CString ProjectFile() const;
     CString ProfileFile() const;
 
     /// Whether a path text names a rule file of the project: an ".xml" file, wherever it lies, but for those
-    /// that the application folder itself holds, which the module makes anew at will.
+    /// that the application folder itself holds, which the module makes anew at will, and those in
+    /// "history\drafts", on which a program has begun a draft and which nobody works on.
     bool IsRuleFile(const CString& path) const;
 
     /// Whether a project file stands here. It may still be damaged, or not be readable. An empty file is

@@ -5,6 +5,8 @@
 
 #include <QtCore/QHash>
 
+#include <optional>
+
 namespace embedded {
 
 /// The bill numbers that a dialog has proposed and a person may have taken, but that no rule file holds yet:
@@ -18,12 +20,18 @@ namespace embedded {
 class ProposedNumbers
 {
 public:
+    /// What a dialog may propose for an item of `base` that it was told these items of: the items of the
+    /// library, each with a number that it may be given. What it proposes after it has refused a suffix of a
+    /// wrong length is among them.
+    static CArray<SQdInfo> Possible(const host::BillNumbering& numbering, const CString& base,
+                                    const CArray<SQdInfo>& told, const CArray<SQdInfo>& ofLibrary);
+
     /// A dialog was told which items of `base` there are.
     void Ask(const CString& library, const CString& base, const CArray<SQdInfo>& told);
     /// The item of a number was looked up. Counts what was proposed for it if its base is the one that was
-    /// asked for last, once.
-    void LookUp(const CString& library, const host::BillNumbering& numbering, const SQdInfo& picked,
-                const host::BillNumbering::Known& isInLibrary);
+    /// asked for last, once. Gives the picked item with that number, or nothing.
+    std::optional<SQdInfo> LookUp(const CString& library, const host::BillNumbering& numbering,
+                                  const SQdInfo& picked, const host::BillNumbering::Known& isInLibrary);
 
     /// The numbers of that base so far, each with name and unit of the picked item.
     CArray<SQdInfo> Find(const CString& library, const CString& base) const;

@@ -6,7 +6,7 @@
 #include "editor/window/ModuleSteps.h"
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 #include <QtGui/QAction>
 #include <QtTest/QTest>

@@ -4,7 +4,7 @@
 #include "editor/dialogs/LibraryCombo.h"
 #include "editor/project/Project.h"
 #include "embedded/data/catalogue/ShippedLibraries.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
 
 #include <QtTest/QTest>
 #include <QtWidgets/QComboBox>

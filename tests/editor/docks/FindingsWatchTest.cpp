@@ -183,3 +183,20 @@ TEST(FindingWords, EveryCodeIsExplainedInWordsOfItsOwn)
     }
     EXPECT_EQ(explanations.size(), rules::AllFindingCodes().size());
 }
+
+TEST_F(FindingsWatchTest, OfALargeFileComeForAllOfItWhenItsRulesHaveCome)
+{
+    const CString valves = u"给排水\\阀门附件\\阀门"_s;
+    std::vector<rules::Rule> many;
+    for (int i = 0; i < 2000; ++i)
+        many.push_back(RuleLike(m_pipe, {Equal(u"材质"_s, u"管材%1"_s.arg(i))}));
+    m_session.Do(rules::InsertRules(m_session.Draft(), m_pipe, 0, many, {}));
+    Insert(valves, {});
+    m_session.Save([](const auto&) { return std::nullopt; });
+    FindingsWatch watch(m_session);
+    m_session.Open(m_session.File().Path());
+    ASSERT_FALSE(m_session.IsWhole());
+    WaitUntilCurrent(watch);
+    EXPECT_FALSE(watch.Of(valves).empty());
+    EXPECT_EQ(AllOf(watch), Expected());
+}

@@ -1,6 +1,6 @@
 #include "editor/files/FilesFixture.h"
 
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"

@@ -1,7 +1,7 @@
 #include "editor/project/RecentProjects.h"
 
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/project/CreateProject.h"
 #include "support/TempFolder.h"
 
 #include <QtCore/QDir>

@@ -213,6 +213,15 @@ TEST_F(WorkSessionOnSample, PlacesOfSeveralCategoriesAreChosenUntilAnotherChoice
     EXPECT_EQ(m_session->ChosenPlaces(), (rules::RulePlaces{{HotPipes, {1}}}));
 }
 
+TEST_F(WorkSessionOnSample, PlacesOfAnotherCategoryAreChosenNoMoreWhenItsRulesHaveMoved)
+{
+    OpenAt(Pipes);
+    Insert(HotPipes, 0, RuleFor(u"材质"_s, u"铝管"_s));
+    m_session->ChoosePlaces({{Pipes, {0, 1}}, {HotPipes, {0}}}, HotPipes, 0);
+    Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
+    EXPECT_EQ(m_session->ChosenPlaces(), (rules::RulePlaces{{HotPipes, {0}}}));
+}
+
 TEST_F(WorkSessionOnSample, ProgramThatEndsInTheMiddleLeavesItsEditsToTheNextOne)
 {
     OpenAt(Pipes);

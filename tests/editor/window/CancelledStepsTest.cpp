@@ -3,7 +3,7 @@
 #include "editor/EditorFixture.h"
 #include "editor/messages/Guard.h"
 #include "editor/steps/StepWatch.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 #include "shared/RuleFileState.h"
 #include "store/WrappedFile.h"
 #include "support/FaultyFileSystem.h"

@@ -197,6 +197,50 @@ TEST_F(WorkbenchOnSample, RuleOfAnotherFileIsOpenedByEnter)
     EXPECT_EQ(m_wanted, Path(u"给排水示例"_s));
 }
 
+TEST_F(WorkbenchOnSample, SearchInOtherFilesEndsWithTheOpenFile)
+{
+    m_others = {{Path(u"给排水示例"_s), Saved(u"给排水示例"_s)}};
+    m_window.Find(u"水泵"_s, SearchScope::Project);
+    ASSERT_GT(Lines(), 0);
+    m_session->Open(Path(u"给排水示例"_s)); // one of those that were read as others
+    for (int line = 0; line < Lines(); ++line)
+        EXPECT_FALSE(Cell(line, RuleTableModel::PlaceColumn).contains(u"："_s)) << "of another file";
+}
+
+TEST_F(WorkbenchOnSample, TabPassesByThePanelsBehindOthers)
+{
+    auto* shown = new QLineEdit;
+    auto* hidden = new QLineEdit;
+    m_window.AddDock(u"hidden"_s, u"后面"_s, hidden, Qt::BottomDockWidgetArea)->show();
+    m_window.AddDock(u"shown"_s, u"前面"_s, shown, Qt::BottomDockWidgetArea)->show();
+    m_window.FindDock(u"shown"_s)->raise();
+    const auto isInFront = [&](const QString& name) {
+        return !m_window.FindDock(name)->visibleRegion().isEmpty();
+    };
+    test::WaitInLoopFor(u"the dock in front"_s,
+                        [&] { return isInFront(u"shown"_s) && !isInFront(u"hidden"_s); });
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        m_window.FocusRules();
+        bool isReached = false;
+        for (int i = 0; i < 40; ++i) {
+            QTest::keyClick(QGuiApplication::focusWindow(), key);
+            ASSERT_NE(m_window.focusWidget(), hidden);
+            isReached = isReached || m_window.focusWidget() == shown;
+        }
+        EXPECT_TRUE(isReached);
+    }
+    m_window.FindDock(u"hidden"_s)->raise();
+    test::WaitInLoopFor(u"the other dock in front"_s,
+                        [&] { return isInFront(u"hidden"_s) && !isInFront(u"shown"_s); });
+    bool isReached = false;
+    for (int i = 0; i < 40; ++i) {
+        QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Tab);
+        ASSERT_NE(m_window.focusWidget(), shown);
+        isReached = isReached || m_window.focusWidget() == hidden;
+    }
+    EXPECT_TRUE(isReached);
+}
+
 TEST_F(WorkbenchOnSample, CopiedRulesArePastedIntoAnotherCategory)
 {
     m_session->ChooseRules({0, 1}, 0);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "rules/sql/PostgresServer.h"
 #include "rules/sql/RulesSql.h"
+#include "support/PostgresServer.h"
 
 #include <QtSql/QSqlDatabase>
 

@@ -8,7 +8,7 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
-#include "embedded/data/sqlite/Progress.h"
+#include "embedded/data/engine/Progress.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/compare/DifferenceText.h"

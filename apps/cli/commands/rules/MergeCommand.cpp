@@ -3,13 +3,14 @@
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
-#include "platform/Console.h"
+#include "cli/rulefiles/ConflictAnswers.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/compare/DifferenceText.h"
 #include "rules/document/RuleWriter.h"
 #include "rules/merge/Merge.h"
 #include "rules/model/Snapshot.h"
+#include "shared/RuleFileMerge.h"
 #include "xml/Error.h"
 
 #include <QtCore/QFileInfo>
@@ -25,9 +26,6 @@ namespace cli {
 namespace {
 
 using rules::Side;
-
-const CString MineWord = u"mine"_s;
-const CString TheirsWord = u"theirs"_s;
 
 CommandInfo Describe()
 {
@@ -45,7 +43,7 @@ CommandInfo Describe()
         "BASE 可以是空文件。怎样用在 git 里，见手册 docs/version-control.md。"_s;
     info.minPositional = info.maxPositional = 3;
     info.options = {{u"output"_s, u"OUT"_s, u"写到这个文件"_s, u'o'},
-                    {u"prefer"_s, u"SIDE"_s, u"冲突一律取这一边：mine 或 theirs"_s, {}},
+                    PreferOption(),
                     {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}}};
     info.needsProject = false;
     return info;
@@ -79,39 +77,10 @@ State ReadState(const Arguments& arguments, qsizetype word, bool mayBeEmpty)
     return state;
 }
 
-std::optional<Side> PreferredSide(const Arguments& arguments)
-{
-    if (!arguments.Has(u"prefer"_s)) return std::nullopt;
-    const CString word = arguments.Value(u"prefer"_s);
-    if (word != MineWord && word != TheirsWord)
-        throw UsageError(u"--prefer 只能是 mine 或 theirs：%1"_s.arg(word));
-    return word == MineWord ? Side::Mine : Side::Theirs;
-}
-
-/// What the person at the terminal chooses; nothing when there is no answer.
-std::optional<Side> Ask()
-{
-    for (;;) {
-        platform::WriteErr(u"取哪一边？m 我方，t 对方，q 不合并："_s);
-        const auto line = platform::ReadLine();
-        const CString answer = line ? line->trimmed().toLower() : u"q"_s;
-        if (answer == u"m" || answer == MineWord) return Side::Mine;
-        if (answer == u"t" || answer == TheirsWord) return Side::Theirs;
-        if (answer == u"q") return std::nullopt;
-    }
-}
-
 /// An answer for each conflict. Raises `Refusal` when one has none.
 std::vector<Side> Answers(const std::vector<rules::Conflict>& conflicts, std::optional<Side> preferred)
 {
-    std::vector<Side> answers;
-    const bool asks = !preferred && platform::CanAsk();
-    for (std::size_t i = 0; i < conflicts.size(); ++i) {
-        platform::WriteErr(u"冲突 %1/%2　%3"_s.arg(i + 1).arg(conflicts.size()).arg(conflicts[i].Describe()));
-        const std::optional<Side> answer = asks ? Ask() : preferred;
-        if (answer) answers.push_back(*answer);
-        if (asks && !answer) break;
-    }
+    std::vector<Side> answers = TellAndAnswer(conflicts, preferred);
     if (answers.size() == conflicts.size()) return answers;
     throw Refusal(u"有 %1 处冲突没有答案，什么也没有写（--prefer mine 或 --prefer theirs 一律取一边）"_s.arg(
         conflicts.size() - answers.size()));
@@ -126,26 +95,15 @@ const State* WholeResult(const State& base, const State& mine, const State& thei
     return nullptr;
 }
 
-/// What stands twice, as a person finds it.
-CString PlaceOf(const rules::StructureNote& note)
-{
-    if (note.level == rules::FileLevel::Rule || note.level == rules::FileLevel::Bill)
-        return u"“%1”第 %2 条规则的“%3”"_s.arg(note.category, QString::number(note.position), note.element);
-    return u"“%1”"_s.arg(note.category.isEmpty() ? note.element : note.category + u'\\' + note.element);
-}
-
 /// Raises `Refusal` when something stands twice in the file, of which the first is read alone: the other one
 /// would be lost, or come back in the place of a first one that went.
 void RefuseRepeated(const State& state)
 {
-    const auto repeated =
-        std::find_if(state.structure.begin(), state.structure.end(), [](const rules::StructureNote& note) {
-            return note.kind == rules::StructureNote::Kind::Repeated;
-        });
-    if (repeated == state.structure.end()) return;
+    const CString place = shared::RepeatedPlace(state.structure);
+    if (place.isEmpty()) return;
     throw Refusal(u"%1：%2在文件中不止一段，只有第一段会被读到，合并会丢掉别的段；什么也没有写。"
                   "请在编辑器中打开并保存这个专业，只留第一段，或者手工删去多余的段"_s.arg(
-                      platform::ToNative(state.path), PlaceOf(*repeated)));
+                      platform::ToNative(state.path), place));
 }
 
 QByteArray MergedBytes(const State& base, const State& mine, const State& theirs,

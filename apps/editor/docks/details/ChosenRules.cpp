@@ -43,7 +43,7 @@ void ChosenRules::Follow()
     m_name.clear();
     m_attributes = Facts().AttributesOf(m_category);
     for (const auto& [text, positions] : m_places) {
-        const rules::SmallCategoryPtr category = m_session.Draft().Find(text);
+        const rules::SmallCategoryPtr category = m_session.DraftSoFar().Find(text);
         for (const std::size_t position : positions)
             m_name[text].push_back(category->rules[position].id);
         if (text != m_category) m_attributes = Common(std::move(m_attributes), Facts().AttributesOf(text));
@@ -54,7 +54,7 @@ RulesInView ChosenRules::Look() const
 {
     std::vector<RulesInView::Entry> entries;
     for (const auto& [text, positions] : m_places) {
-        const rules::SmallCategoryPtr category = m_session.Draft().Find(text);
+        const rules::SmallCategoryPtr category = m_session.DraftSoFar().Find(text);
         if (!category) continue;
         const std::vector<rules::Rule>& rules = category->rules;
         const std::vector<int>& ids = m_name.at(text);

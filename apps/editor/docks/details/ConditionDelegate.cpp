@@ -8,14 +8,13 @@
 #include <QtWidgets/QCompleter>
 #include <QtWidgets/QLineEdit>
 
-#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace editor {
 
-ConditionDelegate::ConditionDelegate(ConditionTable& table) : LineDelegate(&table), m_table(table) {}
+ConditionDelegate::ConditionDelegate(ConditionTable& table) : RoomyDelegate(table), m_table(table) {}
 
 QComboBox* ConditionDelegate::MakeForms(QWidget* parent, int row) const
 {
@@ -98,17 +97,6 @@ void ConditionDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const
     } else if (const auto* field = qobject_cast<QLineEdit*>(editor)) {
         m_table.SetCell(index.row(), index.column(), field->text());
     }
-}
-
-// In a narrow dock an editor is wider than its cell, over what stands beside it.
-void ConditionDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                                             const QModelIndex&) const
-{
-    QRect place = option.rect;
-    const QRect whole = m_table.viewport()->rect();
-    place.setWidth(std::min(std::max(place.width(), editor->minimumSizeHint().width()), whole.width()));
-    if (place.right() > whole.right()) place.moveRight(whole.right());
-    editor->setGeometry(place);
 }
 
 // Who types fast, or ahead of a busy program, means the table with whatever comes after the choice.

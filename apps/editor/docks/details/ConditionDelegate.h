@@ -1,7 +1,7 @@
 #pragma once
 
+#include "editor/docks/details/RoomyDelegate.h"
 #include "platform/Text.h"
-#include "widgets/LineDelegate.h"
 
 #include <QtCore/QPointer>
 
@@ -13,7 +13,7 @@ class ConditionTable;
 
 /// The editors of the cells of conditions: lists of attributes, operators and values that can be searched by
 /// typing, and a plain field for the upper bound.
-class ConditionDelegate : public widgets::LineDelegate
+class ConditionDelegate : public RoomyDelegate
 {
 public:
     /// The table owns this.
@@ -23,8 +23,6 @@ public:
                           const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
-    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                              const QModelIndex& index) const override;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace editor {
 
-ConditionPart::ConditionPart(const ChosenRules& chosen)
-    : m_chosen(chosen), m_table(new ConditionTable(chosen)), m_fault(new QLabel)
+ConditionPart::ConditionPart(const ChosenRules& chosen, const StepRunner& run)
+    : m_chosen(chosen), m_run(run), m_table(new ConditionTable(chosen)), m_fault(new QLabel)
 {
     m_table->setItemDelegate(new ConditionDelegate(*m_table));
     auto* column = new QVBoxLayout(this);
@@ -37,8 +37,9 @@ void ConditionPart::MakeCommands()
                           [this] { m_table->AddLine(); });
     m_delete =
         commands->Add(u"删条件"_s, u"删除选中的条件"_s, Qt::Key_Delete, [this] { m_table->DeleteLines(); });
-    m_series = commands->Add(u"系列…"_s, u"按一个属性的各个值，由这条规则生成一组规则"_s,
-                             QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { OpenSeries(); });
+    m_series =
+        commands->Add(u"系列…"_s, u"按一个属性的各个值，由这条规则生成一组规则"_s,
+                      QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { m_run([this] { OpenSeries(); }); });
     static_cast<QVBoxLayout*>(layout())->addWidget(commands->MakeButtons(u"条件的命令"_s));
 }
 

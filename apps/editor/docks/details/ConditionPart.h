@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/docks/details/ChosenRules.h"
+#include "editor/messages/Guard.h"
 
 #include <QtWidgets/QWidget>
 
@@ -18,7 +19,8 @@ class ConditionPart : public QWidget
     Q_OBJECT
 
 public:
-    explicit ConditionPart(const ChosenRules& chosen);
+    /// Both must outlive this. `run` runs what opens a dialog.
+    ConditionPart(const ChosenRules& chosen, const StepRunner& run);
 
     void Refresh();
     ConditionTable& Table() const noexcept { return *m_table; }
@@ -32,6 +34,7 @@ private:
     void OpenSeries();
 
     const ChosenRules& m_chosen;
+    const StepRunner& m_run;
     ConditionTable* m_table;
     QLabel* m_fault;
     QAction* m_add = nullptr;

@@ -13,6 +13,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -34,9 +35,10 @@ QLabel* MakeLabel()
 
 } // namespace
 
-DetailPanel::DetailPanel(WorkSession& session)
-    : m_chosen(session), m_pages(new QStackedWidget), m_heading(MakeLabel()), m_category(MakeLabel()),
-      m_conditions(new ConditionPart(m_chosen)), m_items(new ItemPart(m_chosen)), m_told(MakeLabel())
+DetailPanel::DetailPanel(WorkSession& session, StepRunner run)
+    : m_chosen(session), m_run(std::move(run)), m_pages(new QStackedWidget), m_heading(MakeLabel()),
+      m_category(MakeLabel()), m_conditions(new ConditionPart(m_chosen, m_run)),
+      m_items(new ItemPart(m_chosen, m_run)), m_told(MakeLabel())
 {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/docks/details/ChosenRules.h"
+#include "editor/messages/Guard.h"
 
 #include <QtWidgets/QWidget>
 
@@ -20,8 +21,8 @@ class DetailPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// The session must outlive this.
-    explicit DetailPanel(WorkSession& session);
+    /// The session must outlive this. What opens a dialog is run by `run`.
+    explicit DetailPanel(WorkSession& session, StepRunner run = &RunGuarded);
 
     /// Takes over what is being typed, into the rule that it is typed for. To be called before the draft is
     /// saved, undone, or asked whether it has changed: a cell that is still open is not in it. The panel does
@@ -41,6 +42,7 @@ private:
     void Tell(const CString& sentence);
 
     ChosenRules m_chosen;
+    StepRunner m_run;
     CString m_file; ///< path of the rule file that is open
     QStackedWidget* m_pages;
     QLabel* m_heading;

@@ -6,8 +6,6 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace editor {
@@ -20,7 +18,7 @@ const CStringArray Units{u"m"_s,  u"m2"_s, u"m3"_s, u"吨"_s, u"千克"_s, u"个
 
 } // namespace
 
-ItemDelegate::ItemDelegate(ItemTree& tree) : LineDelegate(&tree), m_tree(tree) {}
+ItemDelegate::ItemDelegate(ItemTree& tree) : RoomyDelegate(tree), m_tree(tree) {}
 
 QWidget* ItemDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                     const QModelIndex& index) const
@@ -67,16 +65,6 @@ void ItemDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const QMod
     const auto* combo = qobject_cast<QComboBox*>(editor);
     if (combo != nullptr && (combo->isEditable() || combo->currentIndex() >= 0))
         m_tree.SetCell(line, index.column(), combo->currentText().trimmed());
-}
-
-void ItemDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                                        const QModelIndex&) const
-{
-    QRect place = option.rect;
-    const QRect whole = m_tree.viewport()->rect();
-    place.setWidth(std::min(std::max(place.width(), editor->minimumSizeHint().width()), whole.width()));
-    if (place.right() > whole.right()) place.moveRight(whole.right());
-    editor->setGeometry(place);
 }
 
 } // namespace editor

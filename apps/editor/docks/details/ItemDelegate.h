@@ -1,6 +1,6 @@
 #pragma once
 
-#include "widgets/LineDelegate.h"
+#include "editor/docks/details/RoomyDelegate.h"
 
 namespace editor {
 
@@ -8,7 +8,7 @@ class ItemTree;
 
 /// The editors of the cells of items: the name in a field, the unit in a list to which others can be typed,
 /// 带管道配件 in a list.
-class ItemDelegate : public widgets::LineDelegate
+class ItemDelegate : public RoomyDelegate
 {
 public:
     /// The tree owns this.
@@ -18,8 +18,6 @@ public:
                           const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
-    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                              const QModelIndex& index) const override;
 
 private:
     ItemTree& m_tree;

@@ -2,7 +2,6 @@
 
 #include "editor/docks/details/ItemDelegate.h"
 #include "editor/docks/details/ViewCommands.h"
-#include "editor/messages/Guard.h"
 #include "editor/session/WorkSession.h"
 #include "host/HostWindows.h"
 #include "host/NvQdInfo.h"
@@ -21,8 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace editor {
 
-ItemPart::ItemPart(const ChosenRules& chosen)
-    : m_chosen(chosen), m_pickers(*this), m_tree(new ItemTree(chosen))
+ItemPart::ItemPart(const ChosenRules& chosen, const StepRunner& run)
+    : m_chosen(chosen), m_run(run), m_pickers(*this), m_tree(new ItemTree(chosen))
 {
     m_tree->setItemDelegate(new ItemDelegate(*m_tree));
     auto* column = new QVBoxLayout(this);
@@ -31,7 +30,7 @@ ItemPart::ItemPart(const ChosenRules& chosen)
     column->addWidget(MakeReplaceLine());
     column->addWidget(m_tree, 1);
     setFocusProxy(m_tree);
-    connect(m_tree, &ItemTree::FormulaWanted, this, [this] { RunGuarded([this] { EditFormula(); }); });
+    connect(m_tree, &ItemTree::FormulaWanted, this, [this] { m_run([this] { EditFormula(); }); });
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, &ItemPart::ShowState);
     connect(m_tree, &QTreeWidget::currentItemChanged, this, &ItemPart::ShowState);
 }
@@ -43,7 +42,8 @@ void ItemPart::MakeCommands()
                               [this] { ShowPicker(); });
     m_addQuota = commands->Add(u"套定额…"_s, u"打开选择窗口，选一条定额；清单模式下加在选中的清单下面"_s,
                                QKeySequence(Qt::CTRL | Qt::Key_Insert), [this] { ShowPicker(); });
-    m_formula = commands->Add(u"计算…"_s, u"打开计算结果编辑"_s, Qt::Key_F4, [this] { EditFormula(); });
+    m_formula = commands->Add(u"计算…"_s, u"打开计算结果编辑"_s, Qt::Key_F4,
+                              [this] { m_run([this] { EditFormula(); }); });
     m_replace = commands->Add(u"换成…"_s, u"在选择窗口里选另一条，替换选中的清单或定额"_s,
                               QKeySequence(Qt::CTRL | Qt::Key_Return), [this] { BeginReplace(); });
     m_delete = commands->Add(u"删除"_s, u"删除选中的清单和定额；清单连同它的定额"_s, Qt::Key_Delete,
@@ -137,7 +137,7 @@ void ItemPart::Take(host::UserMessage& message)
 {
     if (message.Code() == host::PresenceMessage) return message.SetResult(1);
     if (message.Record() == nullptr) return message.SetResult(-1);
-    RunGuarded([&] {
+    m_run([&] {
         m_tree->Commit();
         if (message.Code() == host::QdPickedMessage)
             TakeBill(CString(static_cast<const SPickedQd*>(message.Record())->strNumber));

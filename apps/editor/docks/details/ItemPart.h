@@ -3,6 +3,7 @@
 #include "editor/docks/details/ChosenRules.h"
 #include "editor/docks/details/ItemPickers.h"
 #include "editor/docks/details/ItemTree.h"
+#include "editor/messages/Guard.h"
 #include "host/Records.h"
 
 #include <QtWidgets/QWidget>
@@ -25,7 +26,8 @@ class ItemPart : public QWidget
     Q_OBJECT
 
 public:
-    explicit ItemPart(const ChosenRules& chosen);
+    /// Both must outlive this. `run` runs what opens a dialog.
+    ItemPart(const ChosenRules& chosen, const StepRunner& run);
 
     void Refresh();
     /// To be called when the project, its mode or its libraries may be others.
@@ -64,6 +66,7 @@ private:
     void EditFormula();
 
     const ChosenRules& m_chosen;
+    const StepRunner& m_run;
     ItemPickers m_pickers;
     std::optional<Replaced> m_replaced;
     ItemTree* m_tree;

@@ -51,13 +51,14 @@ QWidget* ViewCommands::MakeButtons(const CString& name) const
                 [button, action = command.action] { button->setVisible(action->isVisible()); });
         flow->addWidget(button);
     }
-    return place;
+    return place; // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the layout belongs to it
 }
 
 QAction* ViewCommands::FindByKey(const QEvent& event) const
 {
     const auto& key = static_cast<const QKeyEvent&>(event);
-    const QKeySequence pressed(key.key() | (key.modifiers() & ~Qt::KeypadModifier));
+    const QKeySequence pressed(
+        QKeyCombination(key.modifiers() & ~Qt::KeypadModifier, static_cast<Qt::Key>(key.key())));
     for (const Command& command : m_commands)
         if (!command.key.isEmpty() && command.key == pressed && command.action->isEnabled() &&
             command.action->isVisible())
@@ -65,11 +66,18 @@ QAction* ViewCommands::FindByKey(const QEvent& event) const
     return nullptr;
 }
 
+/// F2 is a command of the window, too, and means the cell here.
+bool ViewCommands::OpensCell(const QEvent& event) const
+{
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F2 && key.modifiers() == Qt::NoModifier && m_view.currentIndex().isValid();
+}
+
 bool ViewCommands::eventFilter(QObject* watched, QEvent* event)
 {
     // What is typed into a cell is the cell's.
     if (watched != &m_view || !m_view.hasFocus()) return false;
-    if (event->type() == QEvent::ShortcutOverride && FindByKey(*event) != nullptr) {
+    if (event->type() == QEvent::ShortcutOverride && (FindByKey(*event) != nullptr || OpensCell(*event))) {
         event->accept();
         return true;
     }

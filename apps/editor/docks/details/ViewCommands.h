@@ -39,6 +39,7 @@ private:
     };
 
     QAction* FindByKey(const QEvent& event) const;
+    bool OpensCell(const QEvent& event) const;
 
     QAbstractItemView& m_view;
     std::vector<Command> m_commands;

@@ -55,6 +55,7 @@ FindingsWatch::FindingsWatch(WorkSession& session, QObject* parent) : QObject(pa
     connect(&session, &WorkSession::Reopened, this, [this] { BeginAnew(); });
     connect(&session, &WorkSession::Edited, this,
             [this](const QStringList& categories) { NoteEdited(categories); });
+    connect(&session, &WorkSession::Completed, this, [this] { CheckNearby(); });
     connect(&session, &WorkSession::FileChanged, this, [this] { NoteEdited({}); });
     connect(&session, &WorkSession::CategoryChosen, this, [this] {
         if (m_session.IsOpen() && !IsCurrent(m_session.CategoryText())) CheckNearby();
@@ -83,7 +84,7 @@ std::span<const rules::Finding> FindingsWatch::Of(const CString& category, std::
 CStringArray FindingsWatch::Categories() const
 {
     CStringArray texts{CString()};
-    for (const rules::Specialty& specialty : m_session.Draft().Specialties()) {
+    for (const rules::Specialty& specialty : m_session.DraftSoFar().Specialties()) {
         texts.append(specialty.name);
         for (const rules::BigCategory& big : specialty.bigCategories) {
             texts.append(specialty.name + u'\\' + big.name);
@@ -122,7 +123,7 @@ CString FindingsWatch::TextOf(const CString& category, std::size_t position) con
 bool FindingsWatch::IsCurrent(const CString& category) const
 {
     const auto found = m_checked.find(category);
-    return found != m_checked.end() && found->second.category == m_session.Draft().Find(category);
+    return found != m_checked.end() && found->second.category == m_session.DraftSoFar().Find(category);
 }
 
 void FindingsWatch::BeginAnew()
@@ -154,7 +155,7 @@ void FindingsWatch::NoteEdited(const CStringArray& categories)
 std::vector<rules::SmallCategoryPtr> FindingsWatch::Unchecked() const
 {
     std::vector<rules::SmallCategoryPtr> unchecked;
-    for (const rules::Specialty& specialty : m_session.Draft().Specialties())
+    for (const rules::Specialty& specialty : m_session.DraftSoFar().Specialties())
         for (const rules::BigCategory& big : specialty.bigCategories)
             for (const rules::SmallCategoryPtr& small : big.smallCategories) {
                 const auto known = m_checked.find(small->text);
@@ -193,6 +194,7 @@ void FindingsWatch::CheckNearby()
 
 void FindingsWatch::CheckFurther()
 {
+    if (!m_session.IsWhole()) return; // the others come first
     std::vector<rules::SmallCategoryPtr> wanted = Unchecked();
     if (wanted.empty()) return CheckFile();
     m_further.Start([this, wanted = std::move(wanted), facts = m_session.Facts()](StepControl& control) {
@@ -261,7 +263,7 @@ void FindingsWatch::Show(const CString& category)
     if (const auto ofFile = m_ofFile.find(category); ofFile != m_ofFile.end()) all = ofFile->second;
     if (const auto own = m_checked.find(category); own != m_checked.end())
         all.insert(all.end(), own->second.findings.begin(), own->second.findings.end());
-    if (const rules::SmallCategoryPtr state = m_session.Draft().Find(category)) Place(all, *state);
+    if (const rules::SmallCategoryPtr state = m_session.DraftSoFar().Find(category)) Place(all, *state);
     if (all.empty())
         m_shown.erase(category);
     else

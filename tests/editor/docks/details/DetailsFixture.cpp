@@ -1,6 +1,6 @@
 #include "editor/docks/details/DetailsFixture.h"
 
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "rules/draft/RuleEdits.h"
 #include "support/Patience.h"
 #include "support/WindowWaits.h"

@@ -141,7 +141,7 @@ TEST_F(CalculationImport, ExpressionThatTheCalculatorWouldNotTakeIsRefused)
 
 TEST_F(CalculationImport, FaultyExpressionThatIsInTheTableAlreadyDoesNotStopTheRest)
 {
-    m_project.Sql(u"app\\catalogue.db"_s, u"UPDATE calculation_rules SET rule = '(' WHERE item = '数量'"_s);
+    CatalogueSql(u"UPDATE calculation_rules SET rule = '(' WHERE item = '数量'"_s);
     const CString table = Exported(TableKind::Calc);
     for (const bool replace : {false, true}) {
         const ImportReport report = Import(TableKind::Calc, table, {.replace = replace});

@@ -1,8 +1,8 @@
 #include "embedded/TestProject.h"
+#include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "embedded/data/project/CreateProject.h"
+#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Progress.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>

@@ -1,6 +1,6 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/project/LibraryChoice.h"
-#include "embedded/data/sqlite/Database.h"
+#include "embedded/data/engine/Database.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 #include <algorithm>
 

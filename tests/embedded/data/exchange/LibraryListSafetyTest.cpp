@@ -1,5 +1,5 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/project/LibraryChoice.h"
+#include "embedded/data/host/LibraryChoice.h"
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
@@ -95,8 +95,7 @@ TEST_F(LibraryListSafety, NewBillLibraryHasNineAndThreeDigits)
 
 TEST_F(LibraryListSafety, RuleThatALibraryHasAlreadyStays)
 {
-    m_project.Sql(u"app\\catalogue.db"_s,
-                  u"UPDATE libraries SET code_length = -1, suffix_length = -1 WHERE role = 'qd'"_s);
+    CatalogueSql(u"UPDATE libraries SET code_length = -1, suffix_length = -1 WHERE role = 'qd'"_s);
     const ImportReport report = ImportLibraries(Exported(TableKind::Libraries), true);
     EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_EQ(report.changed, 0);

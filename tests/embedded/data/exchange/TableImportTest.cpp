@@ -1,5 +1,4 @@
 #include "embedded/ImportFixture.h"
-#include "embedded/data/sqlite/Database.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "support/FaultyFileSystem.h"
@@ -118,7 +117,7 @@ TEST_F(TableImport, FileWithoutRowsReplacesNoTableThatHasSome)
     EXPECT_TRUE(Refusals(report).contains(u"没有数据行"_s)) << Refusals(report).toStdString();
     EXPECT_EQ(Exported(TableKind::Guide), before);
     EXPECT_TRUE(Import(TableKind::Guide, header).stored);
-    m_project.Sql(u"app\\catalogue.db"_s, u"UPDATE quota_items SET bills = ''"_s);
+    CatalogueSql(u"UPDATE quota_items SET bills = ''"_s);
     EXPECT_TRUE(Import(TableKind::Guide, header, {.replace = true}).stored) << "an empty table comes back";
 }
 
@@ -186,34 +185,6 @@ TEST_F(TableImport, ProgressRisesToTheEndAndAnImportCanBeCancelledAtEveryStep)
         EXPECT_EQ(report.added, 0);
     }
     EXPECT_EQ(Exported(TableKind::Bill), before);
-}
-
-TEST_F(TableImport, FaultOfTheDatabaseInTheMiddleLeavesTheOldDataWhole)
-{
-    const CString before = Exported(TableKind::Bill);
-    for (const CString& when : {u"900000000"_s, u"900000777"_s, u"900001999"_s}) {
-        m_project.Sql(u"app\\catalogue.db"_s,
-                      u"CREATE TRIGGER fault BEFORE INSERT ON bill_items WHEN "
-                      "NEW.number = '%1' BEGIN SELECT RAISE(FAIL, 'disk'); END"_s.arg(when));
-        EXPECT_TRUE(
-            ErrorOf([&] { Import(TableKind::Bill, BillRows(2000), {.replace = true}); }).contains(u"disk"_s));
-        m_project.Sql(u"app\\catalogue.db"_s, u"DROP TRIGGER fault"_s);
-        EXPECT_EQ(Exported(TableKind::Bill), before);
-    }
-}
-
-TEST_F(TableImport, LockedCatalogueIsReportedAsSuch)
-{
-    embedded::Database other(m_project.Path(u"app\\catalogue.db"_s));
-    const embedded::Transaction transaction(other);
-    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, BillRows(1)); }).contains(u"被其他程序占用"_s));
-}
-
-TEST_F(TableImport, NewerCatalogueIsRefused)
-{
-    m_project.Sql(u"app\\catalogue.db"_s, u"PRAGMA user_version = 99"_s);
-    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, BillRows(1)); }).contains(u"更新版本"_s));
-    EXPECT_TRUE(ErrorOf([&] { Exported(TableKind::Bill); }).contains(u"更新版本"_s));
 }
 
 TEST_F(TableImport, ExportThatCannotBeWrittenIsAnErrorAndLeavesTheOldFileAlone)

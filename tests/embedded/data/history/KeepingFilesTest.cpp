@@ -1,8 +1,8 @@
 #include "embedded/data/history/KeepingFiles.h"
 
 #include "embedded/TestProject.h"
+#include "embedded/data/engine/Error.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Error.h"
 #include "platform/Apart.h"
 #include "support/FaultyFileSystem.h"
 

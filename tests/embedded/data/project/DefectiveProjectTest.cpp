@@ -1,6 +1,6 @@
 #include "embedded/TestProject.h"
+#include "embedded/data/engine/Database.h"
 #include "embedded/data/project/ProjectFolder.h"
-#include "embedded/data/sqlite/Database.h"
 #include "platform/Files.h"
 
 #include <gtest/gtest.h>
@@ -110,7 +110,7 @@ TEST_F(DefectiveProject, RowThatPointsNowhereIsReportedAsDamaged)
 
 TEST_F(DefectiveProject, NewerProjectIsRefusedAndStaysAsItIs)
 {
-    m_project.Sql(ProjectFile, u"PRAGMA user_version = 2"_s);
+    m_project.Sql(ProjectFile, u"PRAGMA user_version = 3"_s);
     const QByteArray before = Content(ProjectFile);
     const CString error = OpeningError();
     EXPECT_TRUE(error.contains(u"更新版本"_s)) << error.toStdString();

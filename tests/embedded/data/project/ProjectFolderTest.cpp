@@ -18,6 +18,8 @@ TEST(ProjectFolder, RuleFilesAreXmlFilesButThoseThatTheModuleMakesAnew)
     EXPECT_TRUE(project.IsRuleFile(u"C:\\elsewhere\\a.xml"_s));
     EXPECT_FALSE(project.IsRuleFile(project.AppFolder() + u"\\AttrConfig.xml"_s));
     EXPECT_FALSE(project.IsRuleFile(project.RuleFolder() + u"\\a.def"_s));
+    EXPECT_FALSE(project.IsRuleFile(project.Path() + u"\\history\\drafts\\one\\base.xml"_s));
+    EXPECT_TRUE(project.IsRuleFile(project.Path() + u"\\history\\a.xml"_s));
 }
 
 TEST(ProjectFolder, ProjectThatCannotBeReadIsToldAsSuchAndNotAsNone)

@@ -1,0 +1,54 @@
+#include "editor/window/MainWindow.h"
+
+#include "editor/office/OfficeWindow.h"
+#include "editor/project/Project.h"
+#include "editor/workbench/ConflictDialog.h"
+#include "embedded/data/office/ProjectOffice.h"
+#include "widgets/FaultColour.h"
+
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
+
+using namespace Qt::StringLiterals;
+
+// What goes to the project's office and comes from there.
+
+namespace editor {
+
+void MainWindow::ShowOffice()
+{
+    if (!MayLeaveRules()) return; // what is published is what stands in the file
+    const CString current = m_project->CurrentRuleFile();
+    bool hasChanged = false;
+    RunOfficeWindow(this, hasChanged);
+    if (!hasChanged) return;
+    ExamineRuleFiles();
+    FollowFiles(current);
+}
+
+void MainWindow::RunOfficeWindow(QWidget* parent, bool& hasChanged)
+{
+    OfficeWindow window(parent, *m_project, [this](const CString& configuration) -> shared::AnswerConflicts {
+        return [this, configuration](const std::vector<rules::Conflict>& conflicts) {
+            QWidget* const above = QApplication::activeWindow();
+            return ConflictDialog::Ask(conflicts, configuration, above == nullptr ? this : above);
+        };
+    });
+    window.exec();
+    hasChanged = window.HasChangedFiles();
+    ShowOfficeMark();
+}
+
+void MainWindow::ShowOfficeMark()
+{
+    embedded::ProjectOffice* const office = m_project->Host().Office();
+    m_office->setVisible(office != nullptr);
+    if (office == nullptr) return;
+    const bool isReached = office->Reached() != nullptr;
+    m_office->setText(isReached ? u"办公室“%1”"_s.arg(office->Name())
+                                : u"办公室“%1”连不上，用上次的数据"_s.arg(office->Name()));
+    m_office->setToolTip(office->InWords());
+    widgets::MarkAsFault(*m_office, !isReached);
+}
+
+} // namespace editor

@@ -1,0 +1,240 @@
+#include "shared/OfficeFiles.h"
+
+#include "embedded/data/project/CurrentConfiguration.h"
+#include "embedded/data/project/Look.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "shared/RuleFileNames.h"
+#include "shared/RuleFileState.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace shared {
+
+namespace {
+
+using embedded::Error;
+using embedded::PublishedConfigurations;
+using embedded::PublishedVersion;
+using embedded::UnreachableError;
+
+embedded::ProjectOffice& OfficeOf(embedded::EmbeddedHost& host)
+{
+    embedded::ProjectOffice* const office = host.Office();
+    if (office == nullptr) throw Error(u"这个工程不在办公室中"_s);
+    return *office;
+}
+
+} // namespace
+
+OfficeFiles::OfficeFiles(embedded::EmbeddedHost& host, embedded::RuleFileLock::GoOn wait)
+    : m_host(host), m_office(OfficeOf(host)), m_wait(std::move(wait))
+{
+}
+
+CString OfficeFiles::FileOf(const CString& configuration) const
+{
+    if (!embedded::CurrentConfiguration::IsPossibleName(configuration))
+        throw Error(u"“%1”不能用作配置名"_s.arg(configuration));
+    return RuleFileIn(m_host.RuleFolder(), configuration);
+}
+
+embedded::Office& OfficeFiles::Reached()
+{
+    if (!m_office.Reach()) throw UnreachableError(m_office.Fault());
+    return *m_office.Reached();
+}
+
+QByteArray OfficeFiles::ContentAt(embedded::Office& office, const CString& configuration, int version) const
+{
+    auto content = PublishedConfigurations(office).Content(configuration, version);
+    if (!content)
+        throw Error(u"办公室“%1”里没有配置“%2”的第 %3 版"_s.arg(m_office.Name(), configuration,
+                                                                CString::number(version)));
+    return *std::move(content);
+}
+
+/// A program may have ended before it could remember a version that it had brought into the file or
+/// published: what is the same as a later version comes from that.
+OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& configuration, int base,
+                                       const QByteArray& content)
+{
+    const QByteArray digest = embedded::DigestOf(content);
+    for (const PublishedVersion& version : PublishedConfigurations(office).Log(configuration)) {
+        if (version.number < base) break;
+        if (version.digest != digest) continue;
+        if (version.number != base) m_office.Memory().RememberBase(configuration, version.number);
+        return {version.number, false};
+    }
+    return {base, true};
+}
+
+OfficeState OfficeFiles::StateOf(embedded::Office& office, const PublishedVersion& last, int& base)
+{
+    const CString path = FileOf(last.configuration);
+    const embedded::Look look;
+    const auto content = platform::Files().Read(path);
+    if (!content) return OfficeState::Missing;
+    const Origin origin = Trace(office, last.configuration, base, *content);
+    base = origin.base;
+    if (base == 0) return OfficeState::Apart;
+    const bool isLast = base == last.number;
+    if (origin.isEdited) return isLast ? OfficeState::Edited : OfficeState::OlderEdited;
+    return isLast ? OfficeState::Same : OfficeState::Older;
+}
+
+/// What the project has, by name, the office not being asked.
+CArray<OfficeEntry> OfficeFiles::LocalEntries()
+{
+    std::set<CString> waiting;
+    for (const embedded::WaitingPublication& one : m_office.Memory().Waiting())
+        waiting.insert(one.publication.configuration);
+    std::set<CString> names = waiting;
+    for (const CString& file : platform::Files().FindFiles(m_host.RuleFolder(), u".xml"_s))
+        names.insert(platform::BeforeLastStop(file));
+    CArray<OfficeEntry> entries;
+    for (const CString& name : names) {
+        OfficeEntry entry;
+        entry.configuration = name;
+        entry.base = m_office.Memory().Base(name);
+        entry.isWaiting = waiting.contains(name);
+        entries.append(entry);
+    }
+    return entries;
+}
+
+CArray<OfficeEntry> OfficeFiles::List()
+{
+    CArray<OfficeEntry> entries = LocalEntries();
+    if (!m_office.Reach()) return entries;
+    return WithOffice([&](embedded::Office& office) {
+        for (OfficeEntry& entry : entries)
+            entry.state = OfficeState::Unpublished;
+        for (const PublishedVersion& last : PublishedConfigurations(office).Latest()) {
+            auto entry = std::find_if(entries.begin(), entries.end(), [&](const OfficeEntry& candidate) {
+                return candidate.configuration == last.configuration;
+            });
+            if (entry == entries.end()) {
+                OfficeEntry added;
+                added.configuration = last.configuration;
+                entry = entries.insert(entries.end(), added);
+            }
+            entry->last = last;
+            entry->state = StateOf(office, last, entry->base);
+        }
+        std::sort(entries.begin(), entries.end(), [](const OfficeEntry& left, const OfficeEntry& right) {
+            return left.configuration < right.configuration;
+        });
+        return entries;
+    });
+}
+
+CArray<PublishedVersion> OfficeFiles::Log(const CString& configuration)
+{
+    return WithOffice([&](embedded::Office& office) {
+        CArray<PublishedVersion> versions = PublishedConfigurations(office).Log(configuration);
+        if (versions.isEmpty())
+            throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
+        return versions;
+    });
+}
+
+QByteArray OfficeFiles::Content(const CString& configuration, int version)
+{
+    return WithOffice([&](embedded::Office& office) { return ContentAt(office, configuration, version); });
+}
+
+int OfficeFiles::LastVersion(const CString& configuration)
+{
+    return WithOffice([&](embedded::Office& office) {
+        const auto last = PublishedConfigurations(office).Last(configuration);
+        if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
+        return last->number;
+    });
+}
+
+void OfficeFiles::Remove(const CString& configuration)
+{
+    WithOffice([&](embedded::Office& office) { PublishedConfigurations(office).Remove(configuration); });
+}
+
+void OfficeFiles::BringBack(const CString& configuration)
+{
+    WithOffice([&](embedded::Office& office) { PublishedConfigurations(office).BringBack(configuration); });
+}
+
+embedded::RuleFileLock OfficeFiles::Lock(const CString& path)
+{
+    return {m_host.History().Project(), {path}, m_wait};
+}
+
+QByteArray OfficeFiles::RulesAt(const CString& path)
+{
+    const embedded::Look look;
+    const RuleFileState state = ExamineRuleFile(path);
+    if (state.kind != RuleFileKind::Rules)
+        throw Error(u"%1：%2"_s.arg(platform::ToNative(path), state.Describe()));
+    CString reason;
+    const auto bytes = platform::Files().Read(path, &reason);
+    if (!bytes) throw platform::FileError(path, reason);
+    return *bytes;
+}
+
+/// With the file locked.
+void OfficeFiles::Write(const CString& path, const QByteArray& bytes)
+{
+    embedded::EnsureFolder(m_host.RuleFolder());
+    m_host.History().Keep(path);
+    platform::Files().Replace(path, bytes);
+}
+
+FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts& answer,
+                            std::optional<int> version)
+{
+    return WithOffice([&](embedded::Office& office) -> FetchEnd {
+        const CString path = FileOf(configuration);
+        const auto last = PublishedConfigurations(office).Last(configuration);
+        if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
+        const int number = version.value_or(last->number);
+        const QByteArray theirs = ContentAt(office, configuration, number);
+        const auto lock = Lock(path);
+        FetchEnd end{FetchEnd::Fetched, number};
+        if (!platform::Files().Exists(path)) {
+            Write(path, theirs);
+        } else if (const QByteArray mine = RulesAt(path); mine == theirs) {
+            end.end = FetchEnd::Unchanged;
+        } else {
+            const Origin origin = Trace(office, configuration, m_office.Memory().Base(configuration), mine);
+            QByteArray base = mine;
+            if (origin.isEdited)
+                base = origin.base == 0 ? QByteArray() : ContentAt(office, configuration, origin.base);
+            const auto merged = MergeRuleFiles(configuration, base, mine, theirs, answer);
+            if (!merged) return {FetchEnd::Conflicts, number};
+            Write(path, *merged);
+            if (*merged != theirs) end.end = FetchEnd::Merged;
+        }
+        m_office.Memory().RememberBase(configuration, number);
+        return end;
+    });
+}
+
+/// Brings into the project's file what `from`, which it held once, has become, with what has been edited in
+/// it since then. False when there was no answer.
+bool OfficeFiles::BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
+                              const AnswerConflicts& answer)
+{
+    const CString path = FileOf(configuration);
+    const auto lock = Lock(path);
+    if (!platform::Files().Exists(path)) return true;
+    const QByteArray now = RulesAt(path);
+    const auto merged = MergeRuleFiles(configuration, from, now, to, answer);
+    if (!merged) return false;
+    if (*merged != now) Write(path, *merged);
+    return true;
+}
+
+} // namespace shared

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "shared/OfficeFiles.h"
+
+/// What became of publishing, in words.
+namespace shared {
+
+/// How the project's file stands to the office, in a few characters: "相同", "已修改，等待发布".
+CString StateText(const OfficeEntry& entry);
+
+/// What was done or why it was not, a sentence or several, without final mark. `office` is its name.
+CString EndText(const PublishEnd& end, const CString& office);
+CString EndText(const FetchEnd& end, const CString& configuration, const CString& office);
+CString EndText(const SentPublication& sent, const CString& office);
+
+} // namespace shared

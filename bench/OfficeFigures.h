@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+/// Figures of an office on a server of their own, which does not wait for the disk.
+namespace bench {
+
+/// Each prints its line and tells whether the bar is met. `program` is this one, for the processes beside it.
+bool OfficePublish(const QString& folder, const QString& program);
+bool OfficeOpen(const QString& folder, int rounds);
+
+/// The work of such a process: makes a project and publishes when a line comes. Prints the milliseconds of
+/// each publication.
+int RunOfficeChild(const QStringList& arguments);
+
+} // namespace bench

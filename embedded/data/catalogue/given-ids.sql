@@ -1,0 +1,4 @@
+CREATE TABLE given_ids (
+    level TEXT PRIMARY KEY,
+    highest INTEGER NOT NULL
+);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Text.h"
+
+#include <stdexcept>
+
+namespace embedded {
+
+/// A project could not be created, opened or changed: no project at the place, a damaged or locked database,
+/// a newer one, an unknown name. The text names the file and the reason, ready to be shown to a person.
+class Error : public std::runtime_error
+{
+public:
+    explicit Error(const CString& message);
+    ~Error() override;
+    /// The text, as `what()` gives it in UTF-8.
+    CString Message() const;
+};
+
+/// A database had to be written and its file or folder, or the server, is read-only.
+class ReadOnlyError : public Error
+{
+public:
+    using Error::Error;
+    ~ReadOnlyError() override;
+};
+
+/// A server could not be reached, or has gone in the middle: what was asked for is not done, except for a
+/// commit, which may be.
+class UnreachableError : public Error
+{
+public:
+    using Error::Error;
+    ~UnreachableError() override;
+};
+
+/// The server refuses what the connected user has no right to.
+class RightsError : public Error
+{
+public:
+    using Error::Error;
+    ~RightsError() override;
+};
+
+} // namespace embedded

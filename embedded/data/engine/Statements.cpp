@@ -1,0 +1,7 @@
+#include "embedded/data/engine/Statements.h"
+
+namespace embedded {
+
+Statements::~Statements() = default;
+
+} // namespace embedded

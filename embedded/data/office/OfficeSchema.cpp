@@ -1,0 +1,95 @@
+#include "embedded/data/office/OfficeSchema.h"
+
+#include "embedded/data/catalogue/CatalogueSchema.h"
+#include "embedded/data/engine/DataFile.h"
+#include "embedded/data/engine/Error.h"
+#include "embedded/data/engine/Schema.h"
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// From version 1 to 2, from 2 to 3 and so on. The catalogue's tables are the office's: when they change, so
+/// does the version of the office.
+CArray<OfficeStep> KnownSteps()
+{
+    return {};
+}
+
+void RunShipped(Database& database, const CString& script)
+{
+    database.ExecuteWholeStatements(CString::fromUtf8(ShippedFile(script)));
+}
+
+void Create(Database& database, const Progress& progress)
+{
+    database.Execute(u"CREATE SCHEMA IF NOT EXISTS ktqdde"_s);
+    FillCatalogue(database, progress);
+    EnsureGivenIds(database);
+    // The rights concern its table, too.
+    database.SetSchemaVersion(OfficeSchemaVersion);
+    RunShipped(database, u"office.sql"_s);
+    RunShipped(database, u"office-numbers.sql"_s);
+    for (const CString& table : CatalogueTables() + CStringArray{u"given_ids"_s})
+        database.Execute(u"SELECT take_into_catalogue(?)"_s, {table});
+    RunShipped(database, u"office-rights.sql"_s);
+}
+
+[[noreturn]] void FailWithoutOffice(const Database& database)
+{
+    database.Fail(u"数据库中还没有办公室，请先用 ktqdde office create 建立"_s);
+}
+
+} // namespace
+
+void CreateOfficeSchema(Database& database, const Progress& progress)
+{
+    bool isMine = false;
+    const auto create = [&] {
+        Create(database, progress);
+        isMine = true;
+    };
+    const auto refuse = [&] { database.Fail(u"数据库中已有办公室，由旧版程序建立"_s); };
+    try {
+        EnsureSchema(database, OfficeSchemaVersion, create, refuse);
+    } catch (const RightsError& error) {
+        throw RightsError(error.Message() + u"。建立办公室的用户要有在数据库中建立模式的权限（CREATE）和"
+                                            "建立角色的权限（CREATEROLE）"_s);
+    }
+    if (!isMine) database.Fail(u"数据库中已有办公室"_s);
+}
+
+int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
+{
+    const int newest = static_cast<int>(steps.size()) + 1;
+    int found = database.SchemaVersion();
+    if (found == 0) FailWithoutOffice(database);
+    const auto upgrade = [&] {
+        found = database.SchemaVersion();
+        for (int version = found; version < newest; ++version)
+            steps[version - 1](database);
+        RunShipped(database, u"office-rights.sql"_s);
+    };
+    EnsureSchema(
+        database, newest, [&] { FailWithoutOffice(database); }, upgrade);
+    return found;
+}
+
+int UpgradeOfficeSchema(Database& database)
+{
+    return UpgradeOfficeSchema(database, KnownSteps());
+}
+
+void RequireOffice(Database& database)
+{
+    const int found = database.SchemaVersion();
+    if (found == OfficeSchemaVersion) return;
+    if (found == 0) FailWithoutOffice(database);
+    if (found < OfficeSchemaVersion)
+        database.Fail(u"由旧版程序建立（结构版本 %1），请用 ktqdde office upgrade 升级"_s.arg(found));
+    RequireSchema(database, OfficeSchemaVersion);
+}
+
+} // namespace embedded

@@ -1,0 +1,149 @@
+#include "editor/EditorFixture.h"
+
+#include "editor/docks/details/ConditionTable.h"
+#include "editor/files/DiskWatch.h"
+#include "editor/project/Project.h"
+#include "editor/session/DraftJournal.h"
+#include "editor/workbench/Workbench.h"
+#include "rules/document/RuleWriter.h"
+#include "support/Patience.h"
+#include "support/WindowWaits.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtGui/QAction>
+#include <QtTest/QTest>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QStatusBar>
+
+using namespace Qt::StringLiterals;
+using editor::ConditionTable;
+using editor::DraftJournal;
+using ::testing::HasSubstr;
+
+namespace {
+
+const CString Pipes = u"给排水\\管道\\给水管"_s;
+
+/// The window on the sample project, with rules that are edited here and by other programs.
+class MainWindowRules : public test::EditorWindow
+{
+protected:
+    MainWindowRules()
+    {
+        m_window.OpenSample(Folder(u"project"_s));
+        m_window.activateWindow();
+        test::WaitUntilActive(m_window);
+        Session().ChooseCategory(Pipes);
+    }
+
+    editor::WorkSession& Session() { return m_window.Session(); }
+    const rules::Rule& First() { return Session().Draft().Find(Pipes)->rules.front(); }
+    CString Path() { return Session().File().Path(); }
+    QString NativePath() const { return Folder(u"project/app/自动套配置/DefaultConfig.xml"_s); }
+    QString Told() const { return m_window.statusBar()->currentMessage(); }
+
+    static rules::Rule RuleFor(const CString& value)
+    {
+        rules::Rule rule;
+        rules::Condition condition;
+        condition.attribute = u"材质"_s;
+        condition.equalOperator = u"＝"_s;
+        condition.value = value;
+        rule.conditions.push_back(condition);
+        return rule;
+    }
+    void Insert(const CString& value)
+    {
+        Session().Do(rules::InsertRules(Session().Draft(), Pipes, 0, {RuleFor(value)}, u"增加规则"_s));
+    }
+    /// What another program does.
+    void InsertOutside(const CString& value)
+    {
+        rules::Draft other(Session().File().Rules(), Session().Facts()->offered);
+        other.Apply(rules::InsertRules(other, Pipes, 0, {RuleFor(value)}, {}));
+        platform::RealFileSystem().WriteInPlace(Path(),
+                                                rules::WriteRules(Session().File().Bytes(), other.Wanted()));
+    }
+};
+
+} // namespace
+
+TEST_F(MainWindowRules, WhatIsBeingTypedIsInTheDraftBeforeSomethingIsUndone)
+{
+    Insert(u"铜管"_s);
+    auto& table = test::PartOf<ConditionTable>(m_window);
+    table.setFocus();
+    table.setCurrentCell(0, ConditionTable::ValueColumn);
+    QTest::keyClick(&table, Qt::Key_F2); // a command of the window elsewhere
+    QLineEdit* field = nullptr;
+    for (auto* combo : table.viewport()->findChildren<QComboBox*>())
+        field = combo->lineEdit();
+    ASSERT_NE(field, nullptr);
+    field->selectAll();
+    field->insert(u"金管"_s);
+    ASSERT_EQ(First().Text(), u"材质＝铜管;"_s);
+    m_window.Bench().UndoAction()->trigger();
+    EXPECT_EQ(First().Text(), u"材质＝铜管;"_s) << "what was typed is undone, and nothing else";
+    EXPECT_EQ(Session().Undo().index(), 1);
+    m_window.Bench().RedoAction()->trigger();
+    EXPECT_EQ(First().Text(), u"材质＝金管;"_s);
+}
+
+TEST_F(MainWindowRules, ChangeOnDiskIsFollowedWhenNoModalWindowIsOpenAnyMore)
+{
+    bool isSeen = false;
+    QDialog dialog(&m_window);
+    dialog.setModal(true);
+    dialog.show();
+    {
+        const editor::DiskWatch seen(m_window.OpenedProject()->RuleFolder(),
+                                     [&](const auto&) { isSeen = true; });
+        InsertOutside(u"铝管"_s);
+        test::WaitInLoopFor(u"the change on disk"_s, [&] { return isSeen; });
+        QCoreApplication::processEvents();
+    }
+    EXPECT_NE(First().Text(), u"材质＝铝管;"_s) << "the dialog asks about the rules as they stood";
+    EXPECT_FALSE(m_window.close()) << "nor may the window go";
+    dialog.close();
+    test::WaitInLoopFor(u"the rules of the other program"_s,
+                        [&] { return First().Text() == u"材质＝铝管;"_s; });
+    EXPECT_THAT(Told().toStdString(), HasSubstr("已换成新的内容"));
+}
+
+TEST_F(MainWindowRules, FileThatCannotBeTakenOverIsNotToldAsTakenOver)
+{
+    platform::RealFileSystem().WriteInPlace(Path(), "<broken");
+    test::WaitInLoopFor(u"the change on disk"_s, [&] { return !Session().IsOpen(); });
+    EXPECT_THAT(Told().toStdString(), ::testing::Not(HasSubstr("已换成新的内容")));
+}
+
+TEST_F(MainWindowRules, ClosedWindowLeavesNoDraftToBeOfferedAgain)
+{
+    Insert(u"铜管"_s);
+    m_window.Bench().UndoAction()->trigger();
+    const QString folder = m_window.OpenedProject()->Folder();
+    const CString path = Path();
+    ASSERT_TRUE(QDir(folder + u"/history/drafts"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() == 1);
+    EXPECT_TRUE(m_window.close());
+    EXPECT_TRUE(QDir(folder + u"/history/drafts"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty());
+    EXPECT_TRUE(DraftJournal::FindLost(folder, path).empty());
+}
+
+TEST_F(MainWindowRules, SaveOfAFileThatIsGoneAsksBeforeItWritesItAnew)
+{
+    Insert(u"铜管"_s);
+    ASSERT_TRUE(QFile::remove(NativePath()));
+    m_window.Bench().Commands().save->trigger(); // answered No
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts().first().toStdString(), HasSubstr("重新写出"));
+    EXPECT_FALSE(QFile::exists(NativePath()));
+    EXPECT_TRUE(Session().IsChanged());
+    m_messages.PresetAnswer(platform::Answer::Yes);
+    m_window.Bench().Commands().save->trigger();
+    EXPECT_TRUE(QFile::exists(NativePath()));
+    EXPECT_FALSE(Session().IsChanged());
+    EXPECT_THAT(Told().toStdString(), HasSubstr("已保存"));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "support/PostgresServer.h"
+#include "support/TempFolder.h"
+
+#include <QtCore/QByteArray>
+
+namespace test {
+
+/// A connection service file ("pg_service.conf") that this process and those that it starts use for as long
+/// as this lives, in place of any other.
+class ServiceFile
+{
+public:
+    ServiceFile();
+    ~ServiceFile();
+    ServiceFile(const ServiceFile&) = delete;
+    ServiceFile& operator=(const ServiceFile&) = delete;
+
+    /// Adds an entry for a user of a database.
+    void Add(const CString& name, const PostgresServer& server, const QString& database, const QString& user);
+    /// Adds lines as they are.
+    void AddText(const QString& text);
+    QString Native() const;
+
+private:
+    TempFolder m_folder;
+    QByteArray m_text;
+    QByteArray m_before;
+    bool m_wasSet;
+};
+
+} // namespace test
