@@ -10,11 +10,11 @@
 #include <cstdio>
 #include <exception>
 
-/// office_worker FOLDER SERVICE NAME COUNT: makes a project in FOLDER on the office, and then fetches each of
-/// its COUNT configurations, gives it a rule for the material "NAME配置I", and publishes it. Every fourth
+/// office_worker FOLDER SERVICE NAME COUNT: makes a project in FOLDER on the office, fetches its COUNT
+/// configurations, and then gives each a rule for the material "NAME配置I", and publishes it. Every fourth
 /// worker, by the number at the end of its NAME, also changes a rule that all of them change. Prints a line
 /// for each: "published MATERIAL", or "conflict MATERIAL" when it was refused because of the rule that all
-/// change. Begins when a line comes on standard input.
+/// change. Begins to publish when a line comes on standard input.
 
 using namespace Qt::StringLiterals;
 
@@ -35,7 +35,6 @@ QByteArray Edited(QByteArray file, const QByteArray& material, const QByteArray&
 /// Whether the rule came into the last version.
 bool Work(shared::OfficeFiles& files, const CString& configuration, const QByteArray& material, int worker)
 {
-    files.Fetch(configuration, {});
     const CString path = files.FileOf(configuration);
     const QByteArray formula = worker % Quarrel == 0 ? "长度" + QByteArray::number(worker) : QByteArray();
     platform::Files().Replace(path,
@@ -53,12 +52,14 @@ void Run(const QStringList& arguments)
     embedded::CreateProject(arguments.at(1), options);
     embedded::EmbeddedHost host(arguments.at(1));
     shared::OfficeFiles files(host);
+    const int count = arguments.at(4).toInt();
+    for (int i = 0; i < count; ++i)
+        files.Fetch(u"配置%1"_s.arg(i), {});
     std::printf("ready\n");
     std::fflush(stdout);
     static_cast<void>(std::getchar());
     const CString name = arguments.at(3);
     const int worker = name.mid(name.indexOf(u'-') + 1).toInt();
-    const int count = arguments.at(4).toInt();
     for (int i = 0; i < count; ++i) {
         // Each begins with another one, as people do.
         const CString configuration = u"配置%1"_s.arg((i + worker) % count);
