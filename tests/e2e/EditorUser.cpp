@@ -152,7 +152,7 @@ void EditorTest::Signal(const QString& name)
 {
     QProcess kill;
     kill.start(u"kill"_s, {name, QString::number(m_editor.processId())});
-    WaitForEnd(kill);
+    test::WaitForEnd(kill);
     ASSERT_EQ(kill.exitCode(), 0);
 }
 
