@@ -90,12 +90,6 @@ bool Desktop::Shows(const QString& title) const
     return !WindowId(title).isEmpty();
 }
 
-int Desktop::CountWindows(const QString& program) const
-{
-    const QByteArray ids = Do({u"search"_s, u"--onlyvisible"_s, u"--class"_s, program});
-    return static_cast<int>(ids.simplified().isEmpty() ? 0 : ids.simplified().split(' ').size());
-}
-
 bool Desktop::HasFocus(const QString& title) const
 {
     const QByteArray id = WindowId(title);

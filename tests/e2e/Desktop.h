@@ -33,8 +33,6 @@ public:
 
     /// Whether such a window is to be seen.
     bool Shows(const QString& title) const;
-    /// How many windows a program of that name shows, with lists and menus that are open.
-    int CountWindows(const QString& program) const;
     /// Whether it has the keyboard.
     bool HasFocus(const QString& title) const;
     /// Waits for it and lets it have the keyboard.

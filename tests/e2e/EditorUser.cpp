@@ -138,24 +138,6 @@ void EditorTest::CloseConfig()
     m_desktop.WaitUntilGone(ConfigTitle);
 }
 
-void EditorTest::Hold()
-{
-    Signal(u"-STOP"_s);
-}
-
-void EditorTest::GoOn()
-{
-    Signal(u"-CONT"_s);
-}
-
-void EditorTest::Signal(const QString& name)
-{
-    QProcess kill;
-    kill.start(u"kill"_s, {name, QString::number(m_editor.processId())});
-    test::WaitForEnd(kill);
-    ASSERT_EQ(kill.exitCode(), 0);
-}
-
 void EditorTest::Quit()
 {
     PressUntil(ProjectTitle, u"ctrl+q"_s, u"end of the editor"_s, [&] {

@@ -51,9 +51,6 @@ protected:
     void CloseConfig();
     /// Ends the editor by its command, and checks that it ended well.
     void Quit();
-    /// Keep the editor from doing anything, and let it go on.
-    void Hold();
-    void GoOn();
     /// Waits for the end of the program and of its windows; gives its exit status, -1 when it crashed or was
     /// killed.
     int WaitForEnd();
@@ -103,8 +100,6 @@ protected:
     void ExpectGivenBack(const CString& configuration, const QByteArray& bytes) const;
 
     Desktop m_desktop;
-    void Signal(const QString& name);
-
     QProcess m_editor;
     QByteArray m_firstRuleFile;
 };

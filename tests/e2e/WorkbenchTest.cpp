@@ -69,28 +69,6 @@ TEST_F(WorkbenchJourney, RuleFromNothingReachesTheBill)
                       HasSubstr("示10-1-1,室内镀锌钢管 螺纹连接 公称直径(mm以内)15,,10m,1.250,定额")));
 }
 
-// While a list is open it gets all keys, and those that the program has not looked at yet are not lost with
-// it.
-TEST_F(WorkbenchJourney, KeysTypedWhileTheProgramIsBusyGoWhereTheyWouldHaveGone)
-{
-    StartOnWorkbench();
-    m_desktop.Press({u"Insert"_s, u"F4"_s, u"Insert"_s});
-    WaitForDraft(1);
-    const int windows = m_desktop.CountWindows(u"ktqdde-editor"_s);
-    m_desktop.Press({u"alt+Down"_s});
-    Desktop::WaitFor(u"the open list"_s,
-                     [&] { return m_desktop.CountWindows(u"ktqdde-editor"_s) > windows; });
-    Hold();
-    m_desktop.Press({u"Home"_s, u"Down"_s, u"Down"_s, u"Return"_s, u"Right"_s, u"Right"_s}); // 公称直径
-    m_desktop.Type(u"<=50"_s);
-    m_desktop.Press({u"Return"_s});
-    GoOn();
-    WaitForDraft(2);
-    SaveRules(ProjectTitle);
-    EXPECT_THAT(RulesInFile(), ElementsAre(u"公称直径≤50;"_s, u"其它"_s));
-    Quit();
-}
-
 TEST_F(WorkbenchJourney, ConflictWithASecondEditorIsDecidedAndKeepsTheRestOfBoth)
 {
     HaveDiameters({u"20"_s, u"25"_s, u"32"_s});

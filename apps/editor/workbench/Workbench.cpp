@@ -60,13 +60,6 @@ bool IsInDockBehind(const QWidget& widget, const QWidget& page)
     return false;
 }
 
-/// Whether Tab may stop at a widget of the same window.
-bool TakesTab(const QWidget& widget, const QWidget& page)
-{
-    return (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget.focusProxy() == nullptr &&
-           widget.isEnabled() && widget.isVisibleTo(page.window()) && !IsInDockBehind(widget, page);
-}
-
 } // namespace
 
 Workbench::Workbench(WorkSession& session, Wishes wishes)
@@ -461,17 +454,13 @@ bool Workbench::eventFilter(QObject* watched, QEvent* event)
 /// As the toolkit's own, but past what nobody sees.
 bool Workbench::focusNextPrevChild(bool next)
 {
-    QWidget* const from = window()->focusWidget();
-    if (from == nullptr) return QMainWindow::focusNextPrevChild(next);
-    const auto step = [next](const QWidget* widget) {
-        return next ? widget->nextInFocusChain() : widget->previousInFocusChain();
-    };
-    for (QWidget* widget = step(from); widget != from; widget = step(widget)) {
-        if (!TakesTab(*widget, *this)) continue;
-        widget->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-        return true;
+    const QWidget* const from = window()->focusWidget();
+    for (const QWidget* now = nullptr; now != from;) {
+        if (!QMainWindow::focusNextPrevChild(next)) return false;
+        const QWidget* const former = std::exchange(now, window()->focusWidget());
+        if (now == nullptr || now == former || !IsInDockBehind(*now, *this)) return true;
     }
-    return false;
+    return true;
 }
 
 } // namespace editor

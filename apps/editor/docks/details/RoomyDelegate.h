@@ -16,8 +16,6 @@ public:
 
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
-    /// The editor is hidden by then, and stays so for a while.
-    void destroyEditor(QWidget* editor, const QModelIndex& index) const override;
 
 private:
     QAbstractItemView& m_view;
