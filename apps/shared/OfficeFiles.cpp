@@ -107,14 +107,14 @@ CArray<OfficeEntry> OfficeFiles::LocalEntries()
     return entries;
 }
 
-CArray<OfficeEntry> OfficeFiles::List()
+CArray<OfficeEntry> OfficeFiles::List(bool withRemoved)
 {
     CArray<OfficeEntry> entries = LocalEntries();
     if (!m_office.Reach()) return entries;
     return WithOffice([&](embedded::Office& office) {
         for (OfficeEntry& entry : entries)
             entry.state = OfficeState::Unpublished;
-        for (const PublishedVersion& last : PublishedConfigurations(office).Latest()) {
+        for (const PublishedVersion& last : PublishedConfigurations(office).Latest(withRemoved)) {
             auto entry = std::find_if(entries.begin(), entries.end(), [&](const OfficeEntry& candidate) {
                 return candidate.configuration == last.configuration;
             });
@@ -124,7 +124,7 @@ CArray<OfficeEntry> OfficeFiles::List()
                 entry = entries.insert(entries.end(), added);
             }
             entry->last = last;
-            entry->state = StateOf(office, last, entry->base);
+            entry->state = last.isRemoved ? OfficeState::Removed : StateOf(office, last, entry->base);
         }
         std::sort(entries.begin(), entries.end(), [](const OfficeEntry& left, const OfficeEntry& right) {
             return left.configuration < right.configuration;

@@ -20,6 +20,7 @@ enum class OfficeState {
     Older,       ///< an earlier version, as it was published
     Edited,      ///< made of the last version
     OlderEdited, ///< made of an earlier version
+    Removed,     ///< the office has taken it from its list
     Unknown,     ///< the office cannot be reached
 };
 
@@ -104,7 +105,8 @@ public:
 
     /// What the office has published and what the project has, by name. Without the office what the project
     /// has.
-    CArray<OfficeEntry> List();
+    /// Removed configurations only when asked for.
+    CArray<OfficeEntry> List(bool withRemoved = false);
     /// All versions, the newest first.
     CArray<embedded::PublishedVersion> Log(const CString& configuration);
     /// The rule file of a version. Raises `embedded::Error` when there is none.
@@ -120,10 +122,10 @@ public:
     /// that is published. Waits when the office cannot be reached, also when it goes on the way.
     PublishEnd Publish(const CString& configuration, const CString& note, const AnswerConflicts& answer);
 
-    /// Publishes an earlier version again and brings it into the project's file. Refused, by an
-    /// `embedded::Error`, when the file holds edits that are not published, and when somebody publishes
-    /// meanwhile.
-    PublishEnd Restore(const CString& configuration, int version);
+    /// Publishes an earlier version again and brings it into the project's file. `lastSeen` is the last one
+    /// that whoever asks has seen; without it the last one now. Refused, by an `embedded::Error`, when the
+    /// file holds edits that are not published, and when somebody has published since.
+    PublishEnd Restore(const CString& configuration, int version, std::optional<int> lastSeen = {});
 
     /// Takes a configuration from the list of the office, or brings it back.
     void Remove(const CString& configuration);
@@ -162,8 +164,9 @@ private:
                    const AnswerConflicts& answer);
     SentPublication SendOne(embedded::Office& office, const embedded::WaitingPublication& waiting,
                             const AnswerConflicts& answer);
-    void StopWaiting(const CString& configuration);
-    PublishEnd PublishAgain(embedded::Office& office, const CString& configuration, int version);
+    CArray<embedded::WaitingPublication> WaitingOf(const CString& configuration);
+    PublishEnd PublishAgain(embedded::Office& office, const CString& configuration, int version,
+                            std::optional<int> lastSeen);
 
     /// The bytes of a rule file that can be worked on. Raises `embedded::Error` for any other, and for one
     /// that is missing.

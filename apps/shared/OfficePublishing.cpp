@@ -77,11 +77,16 @@ CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
 PublishEnd OfficeFiles::Publish(const CString& configuration, const CString& note,
                                 const AnswerConflicts& answer)
 {
+    // What another program lets wait from now on may be of a newer state of the file.
+    const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
     embedded::Publication publication = FromFile(configuration, note);
     try {
         PublishEnd end =
             WithOffice([&](embedded::Office& office) { return Send(office, publication, answer); });
-        if (end.IsDone()) StopWaiting(configuration);
+        if (end.IsDone()) {
+            for (const embedded::WaitingPublication& one : waiting)
+                m_office.Memory().Forget(one);
+        }
         return end;
     } catch (const UnreachableError& error) {
         m_office.Memory().Wait(publication);
@@ -141,10 +146,13 @@ bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& pub
     return true;
 }
 
-void OfficeFiles::StopWaiting(const CString& configuration)
+CArray<embedded::WaitingPublication> OfficeFiles::WaitingOf(const CString& configuration)
 {
-    for (const embedded::WaitingPublication& one : m_office.Memory().Waiting())
-        if (one.publication.configuration == configuration) m_office.Memory().Forget(one);
+    CArray<embedded::WaitingPublication> waiting = m_office.Memory().Waiting();
+    waiting.removeIf([&](const embedded::WaitingPublication& one) {
+        return one.publication.configuration != configuration;
+    });
+    return waiting;
 }
 
 std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& answer)
@@ -179,12 +187,14 @@ SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::W
     return sent;
 }
 
-PublishEnd OfficeFiles::Restore(const CString& configuration, int version)
+PublishEnd OfficeFiles::Restore(const CString& configuration, int version, std::optional<int> lastSeen)
 {
-    return WithOffice([&](embedded::Office& office) { return PublishAgain(office, configuration, version); });
+    return WithOffice(
+        [&](embedded::Office& office) { return PublishAgain(office, configuration, version, lastSeen); });
 }
 
-PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& configuration, int version)
+PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& configuration, int version,
+                                     std::optional<int> lastSeen)
 {
     const CString path = FileOf(configuration);
     const auto lock = Lock(path);
@@ -197,7 +207,7 @@ PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& co
     if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
     embedded::Publication publication;
     publication.configuration = configuration;
-    publication.base = last->number;
+    publication.base = lastSeen.value_or(last->number);
     publication.content = ContentAt(office, configuration, version);
     publication.note = u"还原第 %1 版"_s.arg(version);
     publication.project = m_office.ProjectName();

@@ -25,6 +25,8 @@ CString BareStateText(OfficeState state)
         return u"已修改"_s;
     case OfficeState::OlderEdited:
         return u"已修改，有新版"_s;
+    case OfficeState::Removed:
+        return u"已移除"_s;
     case OfficeState::Unknown:
         return u"不知道"_s;
     }

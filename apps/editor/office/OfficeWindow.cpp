@@ -245,7 +245,7 @@ void OfficeWindow::FillConfigurations()
                                : embedded::CurrentConfiguration(m_project.Host().ProjectPath()).Name();
     {
         const BusyCursor busy;
-        m_entries = Files().List();
+        m_entries = Files().List(true);
     }
     {
         const QSignalBlocker quiet(m_list);
@@ -326,8 +326,8 @@ void OfficeWindow::TakeFetched(const shared::FetchEnd& end, const CString& confi
         if (m_use->isChecked() && !current.Use(configuration))
             ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
     }
-    FillConfigurations();
     Report(shared::EndText(end, configuration, OfficeName()), isDone);
+    FillConfigurations();
 }
 
 void OfficeWindow::Publish()
@@ -344,14 +344,14 @@ void OfficeWindow::Restore()
     const embedded::PublishedVersion version = *Version();
     if (!AskYesNo(u"把“%1”还原成第 %2 版，作为新的一版发布"_s.arg(version.configuration).arg(version.number)))
         return;
-    TakePublished(Files().Restore(version.configuration, version.number));
+    TakePublished(Files().Restore(version.configuration, version.number, m_versions.first().number));
 }
 
 void OfficeWindow::TakePublished(const shared::PublishEnd& end)
 {
     m_hasChanged = true; // it may have been merged, or brought into the file
-    FillConfigurations();
     Report(shared::EndText(end, OfficeName()), end.IsDone());
+    FillConfigurations();
 }
 
 void OfficeWindow::RemoveOrBringBack()
@@ -364,8 +364,8 @@ void OfficeWindow::RemoveOrBringBack()
         if (!AskYesNo(u"把“%1”从办公室移除。各版本还在，可以收回。继续"_s.arg(name))) return;
         Files().Remove(name);
     }
-    FillConfigurations();
     Report((entry.last->isRemoved ? u"已收回“%1”"_s : u"已移除“%1”"_s).arg(name), true);
+    FillConfigurations();
 }
 
 void OfficeWindow::Report(const CString& text, bool isDone)

@@ -31,7 +31,8 @@ void MainWindow::RunOfficeWindow(QWidget* parent, bool& hasChanged)
     OfficeWindow window(parent, *m_project, [this](const CString& configuration) -> shared::AnswerConflicts {
         return [this, configuration](const std::vector<rules::Conflict>& conflicts) {
             QWidget* const above = QApplication::activeWindow();
-            return ConflictDialog::Ask(conflicts, configuration, above == nullptr ? this : above);
+            return ConflictDialog::Ask(conflicts, ConflictDialog::WordsForOffice(configuration),
+                                       above == nullptr ? this : above);
         };
     });
     window.exec();

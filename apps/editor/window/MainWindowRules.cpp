@@ -132,7 +132,7 @@ bool MainWindow::SaveRules()
     const CString name = m_session.File().Name();
     const DraftFile::SaveEnd end = m_session.Save(
         [&](const std::vector<rules::Conflict>& conflicts) {
-            return ConflictDialog::Ask(conflicts, name, this);
+            return ConflictDialog::Ask(conflicts, ConflictDialog::WordsForFile(name), this);
         },
         [&] {
             return AskYesNo(

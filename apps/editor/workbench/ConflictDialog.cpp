@@ -11,6 +11,7 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,21 +30,15 @@ CString RuleText(const rules::Conflict& conflict)
     return {};
 }
 
-CString AnswerText(const std::optional<rules::Side>& answer)
-{
-    if (!answer) return u"未定"_s;
-    return *answer == rules::Side::Mine ? u"用我的"_s : u"用文件里的"_s;
-}
-
 } // namespace
 
-ConflictDialog::ConflictDialog(const std::vector<rules::Conflict>& conflicts, const QString& fileName,
+ConflictDialog::ConflictDialog(const std::vector<rules::Conflict>& conflicts, ConflictWords words,
                                QWidget* parent)
-    : QDialog(parent), m_conflicts(conflicts), m_answers(conflicts.size()), m_list(new QTreeWidget),
-      m_text(new QLabel), m_accept(new QPushButton(u"合并并保存(&S)"_s))
+    : QDialog(parent), m_conflicts(conflicts), m_words(std::move(words)), m_answers(conflicts.size()),
+      m_list(new QTreeWidget), m_text(new QLabel), m_accept(new QPushButton(u"合并并保存(&S)"_s))
 {
     setWindowTitle(u"合并"_s);
-    Build(fileName);
+    Build();
     for (const rules::Conflict& conflict : m_conflicts)
         m_list->addTopLevelItem(new QTreeWidgetItem({conflict.category, RuleText(conflict)}));
     m_list->setCurrentItem(m_list->topLevelItem(0));
@@ -51,11 +46,30 @@ ConflictDialog::ConflictDialog(const std::vector<rules::Conflict>& conflicts, co
     resize(UsualSize);
 }
 
-void ConflictDialog::Build(const QString& fileName)
+ConflictWords ConflictDialog::WordsForFile(const QString& fileName)
+{
+    return {u"其间另一个程序也改了 %1。没有冲突的修改会合在一起；下面这些两边改得不一样，"
+            "请逐条决定用哪一边。文件现在的内容已留在历史副本中。"_s.arg(fileName),
+            u"文件里的"_s};
+}
+
+ConflictWords ConflictDialog::WordsForOffice(const QString& configuration)
+{
+    return {u"其间有人在办公室发布了“%1”的新版。没有冲突的修改会合在一起；下面这些两边改得不一样，"
+            "请逐条决定用哪一边。本机的文件改动以前先留历史副本。"_s.arg(configuration),
+            u"办公室的"_s};
+}
+
+QString ConflictDialog::AnswerText(const std::optional<rules::Side>& answer) const
+{
+    if (!answer) return u"未定"_s;
+    return *answer == rules::Side::Mine ? u"用我的"_s : u"用"_s + m_words.theirs;
+}
+
+void ConflictDialog::Build()
 {
     auto* column = new QVBoxLayout(this);
-    auto* told = new QLabel(u"其间另一个程序也改了 %1。没有冲突的修改会合在一起；下面这些两边改得不一样，"
-                            "请逐条决定用哪一边。文件现在的内容已留在历史副本中。"_s.arg(fileName));
+    auto* told = new QLabel(m_words.lead);
     told->setWordWrap(true);
     told->setTextFormat(Qt::PlainText);
     column->addWidget(told);
@@ -80,10 +94,10 @@ void ConflictDialog::Build(const QString& fileName)
         answers->addWidget(made);
     };
     button(u"用我的(&M)"_s, rules::Side::Mine, false);
-    button(u"用文件里的(&F)"_s, rules::Side::Theirs, false);
+    button(u"用%1(&F)"_s.arg(m_words.theirs), rules::Side::Theirs, false);
     answers->addStretch();
     button(u"全部用我的"_s, rules::Side::Mine, true);
-    button(u"全部用文件里的"_s, rules::Side::Theirs, true);
+    button(u"全部用%1"_s.arg(m_words.theirs), rules::Side::Theirs, true);
     column->addLayout(answers);
     column->addWidget(MakeButtons(*this, m_accept));
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });
@@ -119,9 +133,9 @@ std::vector<rules::Side> ConflictDialog::Answers() const
 }
 
 std::optional<std::vector<rules::Side>> ConflictDialog::Ask(const std::vector<rules::Conflict>& conflicts,
-                                                            const QString& fileName, QWidget* parent)
+                                                            ConflictWords words, QWidget* parent)
 {
-    ConflictDialog dialog(conflicts, fileName, parent);
+    ConflictDialog dialog(conflicts, std::move(words), parent);
     if (dialog.exec() != QDialog::Accepted) return std::nullopt;
     return dialog.Answers();
 }

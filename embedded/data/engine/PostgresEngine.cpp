@@ -87,9 +87,10 @@ void PostgresEngine::SetUp(QSqlDatabase& connection) const
     if (const CString fault = Service::NameFault(m_service.name); !fault.isEmpty())
         throw Error(Name() + u"："_s + fault);
     if (!connection.isValid()) throw Error(Name() + u"：没有连接 PostgreSQL 的驱动（QPSQL），请安装它"_s);
-    CStringArray options{u"service=%1"_s.arg(m_service.name),       u"application_name=ktqdde"_s,
-                         u"connect_timeout=%1"_s.arg(Patience),     u"keepalives_idle=%1"_s.arg(Patience),
-                         u"keepalives_interval=%1"_s.arg(Patience), u"keepalives_count=2"_s};
+    CStringArray options{u"service=%1"_s.arg(m_service.name),          u"application_name=ktqdde"_s,
+                         u"connect_timeout=%1"_s.arg(Patience),        u"keepalives_idle=%1"_s.arg(Patience),
+                         u"keepalives_interval=%1"_s.arg(Patience),    u"keepalives_count=2"_s,
+                         u"tcp_user_timeout=%1"_s.arg(2000 * Patience)};
     // Stricter than asked for, such as with the server's name verified, is left to the entry.
     if (!m_service.IsLocal() && !m_service.sslMode.startsWith(u"verify-"))
         options.append(u"sslmode=require"_s);

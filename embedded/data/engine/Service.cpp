@@ -38,11 +38,16 @@ void Take(const CString& line, Service& service)
 {
     const CString key = line.section(u'=', 0, 0).trimmed();
     const CString value = line.section(u'=', 1).trimmed();
-    if (key == u"host" || (key == u"hostaddr" && service.host.isEmpty())) service.host = value;
-    if (key == u"port") service.port = value;
-    if (key == u"dbname") service.database = value;
-    if (key == u"user") service.user = value;
-    if (key == u"sslmode") service.sslMode = value;
+    // The client library takes the first of several.
+    const auto take = [&](QStringView name, CString& to) {
+        if (key == name && to.isEmpty()) to = value;
+    };
+    take(u"host", service.host);
+    take(u"hostaddr", service.address);
+    take(u"port", service.port);
+    take(u"dbname", service.database);
+    take(u"user", service.user);
+    take(u"sslmode", service.sslMode);
 }
 
 CArray<Service> Parse(const CString& text)
@@ -81,8 +86,9 @@ bool IsLocalHost(const CString& host)
 bool Service::IsLocal() const
 {
     const CString named = host.isEmpty() ? qEnvironmentVariable("PGHOST") : host;
-    // An address that the environment names goes before the name of the host; lists are tried one by one.
-    const CStringArray hosts = named.split(u',') + qEnvironmentVariable("PGHOSTADDR").split(u',');
+    // An address goes before the name of the host; lists are tried one by one.
+    const CString reached = address.isEmpty() ? qEnvironmentVariable("PGHOSTADDR") : address;
+    const CStringArray hosts = named.split(u',') + reached.split(u',');
     return isRead && std::all_of(hosts.begin(), hosts.end(), IsLocalHost);
 }
 

@@ -15,10 +15,11 @@ struct Service
 {
     CString name;
     CString host; ///< a host, an address, or the folder of a socket; empty for the client library's default
-    CString port; ///< empty for the client library's default
-    CString database;    ///< empty for the client library's default
-    CString user;        ///< empty for the client library's default
-    CString sslMode;     ///< empty for the client library's default
+    CString address;  ///< where the host is reached, if the entry says so; goes before the name of the host
+    CString port;     ///< empty for the client library's default
+    CString database; ///< empty for the client library's default
+    CString user;     ///< empty for the client library's default
+    CString sslMode;  ///< empty for the client library's default
     bool isRead = false; ///< whether the entry was found, or no more than its name is known
 
     /// Whether the server is known to be on this machine, so that nobody can listen on the way: a socket, or

@@ -25,6 +25,13 @@ void RunShipped(Database& database, const CString& script)
 
 void Create(Database& database, const Progress& progress)
 {
+    // Whose it is may drop all that is in it, and what functions of the office would find there.
+    const CString owner =
+        database
+            .Single(u"SELECT nspowner::regrole::text FROM pg_namespace "
+                    "WHERE nspname = 'ktqdde' AND nspowner::regrole::text <> quote_ident(current_user)"_s)
+            .toString();
+    if (!owner.isEmpty()) database.Fail(u"模式 ktqdde 已由用户“%1”建立，请先移走它"_s.arg(owner));
     database.Execute(u"CREATE SCHEMA IF NOT EXISTS ktqdde"_s);
     FillCatalogue(database, progress);
     EnsureGivenIds(database);

@@ -217,6 +217,13 @@ TEST_F(OfficeWindowTest, RemovedConfigurationCanBeBroughtBack)
     });
     embedded::Office office(test::TestOffice::Keeper());
     EXPECT_TRUE(embedded::PublishedConfigurations(office).Latest().isEmpty());
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        EXPECT_EQ(Cell(window, 0, House, 1), u"已移除");
+        EXPECT_FALSE(Button(window, u"取到本机"_s).isEnabled());
+        Button(window, u"收回"_s).click();
+    });
+    EXPECT_EQ(embedded::PublishedConfigurations(office).Latest().size(), 1);
 }
 
 TEST_F(OfficeWindowTest, WithoutTheServerTheWindowSaysSoAndWhatIsPublishedWaits)

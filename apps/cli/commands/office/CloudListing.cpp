@@ -32,6 +32,8 @@ CString StateKey(OfficeState state)
         return u"edited"_s;
     case OfficeState::OlderEdited:
         return u"older-edited"_s;
+    case OfficeState::Removed:
+        return u"removed"_s;
     case OfficeState::Unknown:
         return u"unknown"_s;
     }

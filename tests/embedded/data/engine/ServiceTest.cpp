@@ -100,6 +100,13 @@ TEST_F(ServiceTest, OnlySocketsAndLoopbackAddressesAreLocal)
     }
 }
 
+TEST_F(ServiceTest, AddressOfTheEntryDecidesWhereTheServerIs)
+{
+    Write("[away]\nhost=localhost\nhostaddr=203.0.113.5\n[here]\nhostaddr=127.0.0.1\nhostaddr=203.0.113.5\n");
+    EXPECT_FALSE(ServiceOf(u"away"_s).IsLocal());
+    EXPECT_TRUE(ServiceOf(u"here"_s).IsLocal()) << "the client library takes the first of two";
+}
+
 TEST_F(ServiceTest, EnvironmentMayNameAServerElsewhere)
 {
     {
