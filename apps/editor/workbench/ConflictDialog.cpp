@@ -50,20 +50,20 @@ ConflictWords ConflictDialog::WordsForFile(const QString& fileName)
 {
     return {u"其间另一个程序也改了 %1。没有冲突的修改会合在一起；下面这些两边改得不一样，"
             "请逐条决定用哪一边。文件现在的内容已留在历史副本中。"_s.arg(fileName),
-            u"文件里的"_s};
+            u"用文件里的"_s, u"全部用文件里的"_s};
 }
 
 ConflictWords ConflictDialog::WordsForOffice(const QString& configuration)
 {
     return {u"其间有人在办公室发布了“%1”的新版。没有冲突的修改会合在一起；下面这些两边改得不一样，"
             "请逐条决定用哪一边。本机的文件改动以前先留历史副本。"_s.arg(configuration),
-            u"办公室的"_s};
+            u"用办公室的"_s, u"全部用办公室的"_s};
 }
 
 QString ConflictDialog::AnswerText(const std::optional<rules::Side>& answer) const
 {
     if (!answer) return u"未定"_s;
-    return *answer == rules::Side::Mine ? u"用我的"_s : u"用"_s + m_words.theirs;
+    return *answer == rules::Side::Mine ? u"用我的"_s : m_words.theirs;
 }
 
 void ConflictDialog::Build()
@@ -94,10 +94,10 @@ void ConflictDialog::Build()
         answers->addWidget(made);
     };
     button(u"用我的(&M)"_s, rules::Side::Mine, false);
-    button(u"用%1(&F)"_s.arg(m_words.theirs), rules::Side::Theirs, false);
+    button(m_words.theirs + u"(&F)"_s, rules::Side::Theirs, false);
     answers->addStretch();
     button(u"全部用我的"_s, rules::Side::Mine, true);
-    button(u"全部用%1"_s.arg(m_words.theirs), rules::Side::Theirs, true);
+    button(m_words.allTheirs, rules::Side::Theirs, true);
     column->addLayout(answers);
     column->addWidget(MakeButtons(*this, m_accept));
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });

@@ -18,7 +18,8 @@ namespace editor {
 struct ConflictWords
 {
     QString lead;   ///< what has happened, a paragraph
-    QString theirs; ///< whose version the other one is, as "文件里的"
+    QString theirs; ///< the answer for the other side, as "用文件里的"
+    QString allTheirs;
 };
 
 /// Asks for each conflict of a merge which side counts: the rules as they were edited here, or as somebody
