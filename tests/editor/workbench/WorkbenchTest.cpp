@@ -352,7 +352,8 @@ TEST_F(WorkbenchOnSample, CategoriesAreFilteredCountedAndMarkedWhenChanged)
 TEST(ConflictDialog, CanBeAcceptedWhenEveryConflictHasAnAnswer)
 {
     const std::vector conflicts{ConflictOf(u"甲"_s, u"乙"_s), ConflictOf(u"丙"_s, u"丁"_s)};
-    editor::ConflictDialog dialog(conflicts, u"DefaultConfig"_s, nullptr);
+    editor::ConflictDialog dialog(conflicts, editor::ConflictDialog::WordsForFile(u"DefaultConfig"_s),
+                                  nullptr);
     QPushButton& accept = Button(dialog, u"合并并保存"_s);
     EXPECT_FALSE(accept.isEnabled());
     Button(dialog, u"用我的"_s).click();
