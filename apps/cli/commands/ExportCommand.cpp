@@ -82,14 +82,16 @@ void ExportCommand::Run(const Arguments& arguments) const
     RefuseOptions(arguments, RulesOptions(), u"rules 和 "_s + RulesSqlWord);
     const embedded::TableKind kind = NamedTableKind(arguments);
     const CString library = arguments.Value(u"library"_s);
-    TellIfWithoutOffice(NamedProject(arguments));
-    if (arguments.Positional()[1] == u"-")
-        return WriteText(embedded::ExportText(NamedProject(arguments), kind, library));
+    if (arguments.Positional()[1] == u"-") {
+        WriteText(embedded::ExportText(NamedProject(arguments), kind, library));
+        return TellIfWithoutOffice(NamedProject(arguments));
+    }
     const CString path = ResolvePath(arguments.Positional()[1]);
     if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
         throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
     const auto kept = KeepBeforeReplacing(arguments, path);
     const embedded::LibraryName written = Write(arguments, kind, library);
+    TellIfWithoutOffice(NamedProject(arguments)); // not before, for an interrupt ends what is watched alone
     WriteText(u"已写出：%1\n"_s.arg(platform::ToNative(path)));
     if (!written.code.isEmpty()) WriteText(u"库：%1 %2\n"_s.arg(written.code, written.name));
 }
