@@ -10,6 +10,7 @@
 #include "support/PostgresServer.h"
 #include "support/ServiceFile.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcess>
 
@@ -139,12 +140,13 @@ Publications PublishAtOnce(const QString& folder, const QString& program, int co
 
 void WorkAt(shared::OfficeFiles& files, int process)
 {
+    // Another one than that of the process that has published alone before.
+    const QByteArray own = QByteArray::number(QCoreApplication::applicationPid());
     for (int i = 0; i < Configurations; ++i) {
         const CString name = NameOf((i + process) % Configurations);
         files.Fetch(name, {});
         const CString path = files.FileOf(name);
-        platform::Files().Replace(
-            path, Edited(platform::Files().Read(path).value(), process, "长度" + QByteArray::number(i)));
+        platform::Files().Replace(path, Edited(platform::Files().Read(path).value(), process, "长度*" + own));
         QElapsedTimer time;
         time.start();
         if (files.Publish(name, {}, {}).end != shared::PublishEnd::Published)
