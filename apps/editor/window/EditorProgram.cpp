@@ -9,6 +9,7 @@
 #include "editor/window/CommandLine.h"
 #include "editor/window/FocusStyle.h"
 #include "editor/window/MainWindow.h"
+#include "editor/window/TypedAhead.h"
 #include "platform/Console.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileNames.h"
@@ -101,6 +102,7 @@ int RunApplication(int& argc, char** argv)
 {
     const QApplication application(argc, argv);
     ShowFocusInLists();
+    const TypedAhead typedAhead;
     QApplication::setWindowIcon(AppIcon());
     QGuiApplication::setDesktopFileName(
         u"ktqdde-editor"_s); // joins the window to its entry in menus and docks

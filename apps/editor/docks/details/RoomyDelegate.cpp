@@ -6,6 +6,13 @@
 
 namespace editor {
 
+namespace {
+
+/// More than anybody fills in ahead of the program.
+constexpr std::size_t KeptEditors = 8;
+
+} // namespace
+
 RoomyDelegate::RoomyDelegate(QAbstractItemView& view) : LineDelegate(&view), m_view(view) {}
 
 void RoomyDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
@@ -16,6 +23,14 @@ void RoomyDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionView
     place.setWidth(std::min(std::max(place.width(), editor->minimumSizeHint().width()), whole.width()));
     if (place.right() > whole.right()) place.moveRight(whole.right());
     editor->setGeometry(place);
+}
+
+void RoomyDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) const
+{
+    m_closed.emplace_back(editor);
+    if (m_closed.size() <= KeptEditors) return;
+    if (QWidget* const oldest = m_closed.front()) LineDelegate::destroyEditor(oldest, index);
+    m_closed.pop_front();
 }
 
 } // namespace editor

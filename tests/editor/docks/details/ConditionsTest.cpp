@@ -1,7 +1,10 @@
 #include "editor/docks/details/DetailsFixture.h"
+#include "support/Patience.h"
 
 #include <QtGui/QAction>
+#include <QtGui/QWindow>
 #include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
@@ -306,4 +309,20 @@ TEST_F(DetailConditions, KeysAfterEnterGoToTheTableThoughTheEditorIsStillOpen)
     EXPECT_EQ(Conditions().currentColumn(), ConditionTable::FormColumn);
     EXPECT_EQ(Rule().conditions.front().value, u"PPR管"_s);
     EXPECT_EQ(m_session.Undo().count(), 1);
+}
+
+TEST_F(DetailConditions, ListOfAnEditorThatHasClosedIsStillThereForKeysTypedWhileItWasOpen)
+{
+    GoTo(0, ConditionTable::AttributeColumn);
+    Press(Qt::Key_F2);
+    auto* combo = qobject_cast<QComboBox*>(QApplication::focusWidget());
+    ASSERT_NE(combo, nullptr);
+    combo->showPopup();
+    const QPointer<QWindow> list = combo->view()->window()->windowHandle();
+    ASSERT_NE(list, nullptr);
+    QTest::keyClick(list, Qt::Key_Return);
+    test::WaitInLoopFor(u"end of the editor"_s, [&] { return !combo->isVisible(); });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_NE(list, nullptr);
+    EXPECT_FALSE(list->isVisible());
 }

@@ -1,0 +1,85 @@
+#include "editor/window/TypedAhead.h"
+
+#include "support/WindowWaits.h"
+
+#include <QtGui/QWindow>
+#include <QtTest/QTest>
+#include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QComboBox>
+#include <QtWidgets/QLineEdit>
+#include <QtWidgets/QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A field with the focus, and a combo whose list has been open and is shut.
+class KeysForAShutList : public ::testing::Test
+{
+protected:
+    KeysForAShutList()
+    {
+        auto* lines = new QVBoxLayout(&m_window);
+        lines->addWidget(&m_field);
+        lines->addWidget(&m_combo);
+        m_combo.addItems({u"甲"_s, u"乙"_s, u"丙"_s});
+        m_window.show();
+        m_window.activateWindow();
+        test::WaitUntilActive(m_window);
+        m_combo.showPopup();
+        m_list = m_combo.view()->window()->windowHandle();
+        m_combo.hidePopup();
+        m_field.setFocus();
+    }
+
+    QWidget m_window;
+    QLineEdit m_field;
+    QComboBox m_combo;
+    QWindow* m_list = nullptr;
+};
+
+} // namespace
+
+TEST_F(KeysForAShutList, GoToWhereTheFocusIs)
+{
+    const editor::TypedAhead typedAhead;
+    QTest::keyClicks(&m_field, u"6"_s);
+    QTest::keyClick(m_list, Qt::Key_5);
+    EXPECT_EQ(m_field.text(), u"65"_s);
+}
+
+TEST_F(KeysForAShutList, ChooseNothingInIt)
+{
+    const editor::TypedAhead typedAhead;
+    QTest::keyClick(m_list, Qt::Key_Down);
+    QTest::keyClick(m_list, Qt::Key_Return);
+    EXPECT_EQ(m_combo.currentIndex(), 0);
+}
+
+TEST_F(KeysForAShutList, AreTheListsWhileItIsOpen)
+{
+    const editor::TypedAhead typedAhead;
+    m_combo.showPopup();
+    QTest::keyClick(m_list, Qt::Key_Down);
+    QTest::keyClick(m_list, Qt::Key_Return);
+    EXPECT_EQ(m_combo.currentIndex(), 1);
+    EXPECT_EQ(m_field.text(), u""_s);
+}
+
+TEST_F(KeysForAShutList, DoNothingElseWhenTheyShutIt)
+{
+    const editor::TypedAhead typedAhead;
+    int returns = 0;
+    QObject::connect(&m_field, &QLineEdit::returnPressed, [&] { ++returns; });
+    m_combo.showPopup();
+    // Typed before the list was there, and so addressed to the window.
+    QTest::keyClick(m_window.windowHandle(), Qt::Key_Down);
+    QTest::keyClick(m_window.windowHandle(), Qt::Key_Return);
+    EXPECT_FALSE(m_list->isVisible());
+    EXPECT_EQ(m_combo.currentIndex(), 1);
+    EXPECT_EQ(returns, 0);
+    QTest::keyClick(m_window.windowHandle(), Qt::Key_Return);
+    EXPECT_EQ(returns, 1);
+}
