@@ -1,12 +1,17 @@
 #include "editor/window/TypedAhead.h"
 
+#include "support/Patience.h"
 #include "support/WindowWaits.h"
 
+#include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QAbstractItemView>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QDialog>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -15,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A field with the focus, and a combo whose list has been open and is shut.
+/// A dialog with a default button; a field has the focus, and the list of a combo has been open and is shut.
 class KeysForAShutList : public ::testing::Test
 {
 protected:
@@ -24,6 +29,8 @@ protected:
         auto* lines = new QVBoxLayout(&m_window);
         lines->addWidget(&m_field);
         lines->addWidget(&m_combo);
+        lines->addWidget(&m_button);
+        m_button.setDefault(true);
         m_combo.addItems({u"甲"_s, u"乙"_s, u"丙"_s});
         m_window.show();
         m_window.activateWindow();
@@ -34,9 +41,10 @@ protected:
         m_field.setFocus();
     }
 
-    QWidget m_window;
+    QDialog m_window;
     QLineEdit m_field;
     QComboBox m_combo;
+    QPushButton m_button;
     QWindow* m_list = nullptr;
 };
 
@@ -71,15 +79,21 @@ TEST_F(KeysForAShutList, AreTheListsWhileItIsOpen)
 TEST_F(KeysForAShutList, DoNothingElseWhenTheyShutIt)
 {
     const editor::TypedAhead typedAhead;
-    int returns = 0;
-    QObject::connect(&m_field, &QLineEdit::returnPressed, [&] { ++returns; });
+    int pressed = 0;
+    QObject::connect(&m_button, &QPushButton::clicked, [&] { ++pressed; });
+    m_combo.setFocus();
     m_combo.showPopup();
-    // Typed before the list was there, and so addressed to the window.
-    QTest::keyClick(m_window.windowHandle(), Qt::Key_Down);
-    QTest::keyClick(m_window.windowHandle(), Qt::Key_Return);
+    QTest::keyClick(m_list, Qt::Key_Down);
+    // Typed before the list was there, and so addressed to the window, which is asked for a shortcut first.
+    QWindow* const window = m_window.windowHandle();
+    QKeyEvent asked(QEvent::ShortcutOverride, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &asked);
+    test::WaitInLoopFor(u"the focus"_s, [&] { return QGuiApplication::focusWindow() == window; });
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(window, &press);
     EXPECT_FALSE(m_list->isVisible());
     EXPECT_EQ(m_combo.currentIndex(), 1);
-    EXPECT_EQ(returns, 0);
-    QTest::keyClick(m_window.windowHandle(), Qt::Key_Return);
-    EXPECT_EQ(returns, 1);
+    EXPECT_EQ(pressed, 0);
+    QTest::keyClick(window, Qt::Key_Return);
+    EXPECT_EQ(pressed, 1);
 }

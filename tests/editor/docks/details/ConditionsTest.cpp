@@ -320,7 +320,7 @@ TEST_F(DetailConditions, ListOfAnEditorThatHasClosedIsStillThereForKeysTypedWhil
     combo->showPopup();
     const QPointer<QWindow> list = combo->view()->window()->windowHandle();
     ASSERT_NE(list, nullptr);
-    QTest::keyClick(list, Qt::Key_Return);
+    QTest::keyPress(list, Qt::Key_Return);
     test::WaitInLoopFor(u"end of the editor"_s, [&] { return !combo->isVisible(); });
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_NE(list, nullptr);
