@@ -15,7 +15,6 @@
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
-#include <QtWidgets/QLayout>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollBar>
@@ -23,7 +22,6 @@
 #include <QtWidgets/QVBoxLayout>
 
 #include <algorithm>
-#include <stdexcept>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -40,26 +38,6 @@ bool HasOther(const rules::RulePlaces& places, const rules::Draft& draft)
     return false;
 }
 
-/// Where the keyboard goes in a panel: its own choice, else the first field that can be used.
-QWidget& FirstField(QWidget& panel)
-{
-    if (panel.focusProxy() != nullptr) return panel;
-    for (QWidget* field : panel.findChildren<QWidget*>())
-        if ((field->focusPolicy() & Qt::TabFocus) != 0 && field->isEnabled() && field->isVisibleTo(&panel))
-            return *field;
-    return panel;
-}
-
-/// Whether a widget is in a dock that stands behind another one: the toolkit moves such a dock out of sight
-/// but does not hide it.
-bool IsInDockBehind(const QWidget& widget, const QWidget& page)
-{
-    for (const QWidget* part = &widget; part != nullptr && part != &page; part = part->parentWidget())
-        if (const auto* dock = qobject_cast<const QDockWidget*>(part))
-            return !dock->isFloating() && !page.rect().intersects(dock->geometry());
-    return false;
-}
-
 } // namespace
 
 Workbench::Workbench(WorkSession& session, Wishes wishes)
@@ -70,7 +48,6 @@ Workbench::Workbench(WorkSession& session, Wishes wishes)
       m_categories(new CategoryPanel(session)), m_text(new QLineEdit), m_scope(new QComboBox),
       m_count(new QLabel), m_heading(new QLabel), m_notice(new QLabel), m_prepare(new QTimer(this))
 {
-    setWindowFlags(Qt::Widget); // a page, not a window
     Build();
     Connect();
     ShowRows();
@@ -81,10 +58,6 @@ Workbench::~Workbench() = default;
 void Workbench::Build()
 {
     setContextMenuPolicy(Qt::NoContextMenu);
-    setDockOptions(AnimatedDocks | AllowTabbedDocks | AllowNestedDocks);
-    setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
-    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     m_undo->setShortcut(QKeySequence::Undo);
     m_undo->setIconText(u"撤销"_s);
     m_redo->setShortcuts(
@@ -217,72 +190,6 @@ void Workbench::Connect()
         ShowChoice();
         EnableActions();
     });
-}
-
-QDockWidget* Workbench::AddDock(const QString& name, const QString& title, QWidget* content,
-                                Qt::DockWidgetArea area)
-{
-    auto* dock = new QDockWidget(title, this);
-    dock->setObjectName(name);
-    dock->setWidget(content);
-    QDockWidget* beside = nullptr;
-    for (QDockWidget* other : m_docks)
-        if (dockWidgetArea(other) == area) beside = other;
-    m_docks.append(dock);
-    addDockWidget(area, dock);
-    if (beside != nullptr) tabifyDockWidget(beside, dock);
-    AddDockCommand(*dock);
-    return dock;
-}
-
-void Workbench::AddDockCommand(QDockWidget& dock)
-{
-    auto* command = new QAction(dock.windowTitle(), this);
-    command->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + m_docks.size()));
-    command->setStatusTip(u"到面板“%1”"_s.arg(dock.windowTitle()));
-    connect(command, &QAction::triggered, &dock, [&dock] {
-        dock.show();
-        dock.raise();
-        FirstField(*dock.widget()).setFocus(Qt::ShortcutFocusReason);
-    });
-    m_dockCommands.append(command);
-}
-
-QList<QDockWidget*> Workbench::Docks() const
-{
-    return m_docks;
-}
-
-QDockWidget* Workbench::FindDock(const QString& name) const
-{
-    for (QDockWidget* dock : m_docks)
-        if (dock->objectName() == name) return dock;
-    throw std::out_of_range("no dock of that name");
-}
-
-void Workbench::SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes)
-{
-    m_firstDocks = docks;
-    m_firstSizes = sizes;
-}
-
-bool Workbench::Restore(const QByteArray& layout, int version)
-{
-    if (layout.isEmpty() || !restoreState(layout, version)) return false;
-    m_firstDocks.clear();
-    return true;
-}
-
-/// Sizes count only once the page has its own.
-void Workbench::showEvent(QShowEvent* event)
-{
-    QMainWindow::showEvent(event);
-    layout()->activate();
-    const QList<QDockWidget*> docks = std::exchange(m_firstDocks, {});
-    for (qsizetype i = 0; i < docks.size(); ++i) {
-        const bool isBottom = dockWidgetArea(docks[i]) == Qt::BottomDockWidgetArea;
-        resizeDocks({docks[i]}, {m_firstSizes[i]}, isBottom ? Qt::Vertical : Qt::Horizontal);
-    }
 }
 
 void Workbench::SetKnowledge(RuleKnowledge knowledge,
@@ -435,8 +342,7 @@ QWidget* Workbench::RuleList() const
 /// Keys that move through the list go from the field to it.
 bool Workbench::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_text || event->type() != QEvent::KeyPress)
-        return QMainWindow::eventFilter(watched, event);
+    if (watched != m_text || event->type() != QEvent::KeyPress) return DockPage::eventFilter(watched, event);
     switch (static_cast<const QKeyEvent&>(*event).key()) {
     case Qt::Key_Down:
     case Qt::Key_Return:
@@ -449,18 +355,6 @@ bool Workbench::eventFilter(QObject* watched, QEvent* event)
     default:
         return false;
     }
-}
-
-/// As the toolkit's own, but past what nobody sees.
-bool Workbench::focusNextPrevChild(bool next)
-{
-    const QWidget* const from = window()->focusWidget();
-    for (const QWidget* now = nullptr; now != from;) {
-        if (!QMainWindow::focusNextPrevChild(next)) return false;
-        const QWidget* const former = std::exchange(now, window()->focusWidget());
-        if (now == nullptr || now == former || !IsInDockBehind(*now, *this)) return true;
-    }
-    return true;
 }
 
 } // namespace editor

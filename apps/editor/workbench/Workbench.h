@@ -1,17 +1,15 @@
 #pragma once
 
 #include "editor/session/WorkSession.h"
+#include "editor/workbench/DockPage.h"
 #include "editor/workbench/RuleCommands.h"
 #include "editor/workbench/RuleSearch.h"
 #include "editor/workbench/RuleTableModel.h"
 #include "editor/workbench/WorkbenchActions.h"
 
-#include <QtWidgets/QMainWindow>
-
 #include <functional>
 
 class QComboBox;
-class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QTimer;
@@ -25,7 +23,7 @@ class RuleTable;
 /// The page on which the rules of a file are worked on: categories at the left, the rules of the chosen one,
 /// or those that a search finds, in the middle, and around them docks that the user arranges. It shows what
 /// the session holds and gives it what the user does.
-class Workbench : public QMainWindow
+class Workbench : public DockPage
 {
 public:
     /// What the window around it does.
@@ -58,18 +56,6 @@ public:
     /// Shows or hides the column of hits.
     void ShowHits(bool show);
 
-    /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
-    QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
-                         Qt::DockWidgetArea area);
-    /// The commands that go to a dock, whether it is closed or stands behind another, each with a key.
-    const QList<QAction*>& DockCommands() const noexcept { return m_dockCommands; }
-    /// All of them, and the one of that name, which must be there.
-    QList<QDockWidget*> Docks() const;
-    QDockWidget* FindDock(const QString& name) const;
-    /// How wide, or at the bottom how high, docks are when the page is first seen, in pixels. A former
-    /// arrangement that is restored counts instead.
-    void SetFirstSizes(const QList<QDockWidget*>& docks, const QList<int>& sizes);
-    bool Restore(const QByteArray& layout, int version);
     /// Where the user goes to work on the current rule.
     void SetEditor(QWidget* editor) { m_editor = editor; }
 
@@ -84,9 +70,7 @@ public:
     QWidget* RuleList() const;
 
 protected:
-    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    bool focusNextPrevChild(bool next) override;
 
 private:
     void Build();
@@ -96,13 +80,11 @@ private:
     void ShowRows();
     void ShowChoice();
     void TakeChoice();
-    void GoToLine(int line);
     void EnableActions();
     void ShowCount();
     void PrepareSearch();
     void ScopeChosen();
     void EditCurrent();
-    void AddDockCommand(QDockWidget& dock);
 
     WorkSession& m_session;
     Wishes m_wishes;
@@ -120,10 +102,6 @@ private:
     QLabel* m_heading;
     QLabel* m_notice;
     QTimer* m_prepare; ///< the search, between events
-    QList<QAction*> m_dockCommands;
-    QList<QDockWidget*> m_docks;      ///< in the order in which they came
-    QList<QDockWidget*> m_firstDocks; ///< until they have their first sizes
-    QList<int> m_firstSizes;
     QWidget* m_editor = nullptr;
     bool m_isShowing = false;
 };
