@@ -87,6 +87,7 @@ private:
     XlsxParts m_parts;
     XlsxStrings m_strings;
     XlsxStyles m_styles;
+    bool m_isInRow = false;
     bool m_isInCell = false;
     bool m_isInValue = false;
     bool m_hasValue = false;
@@ -156,9 +157,11 @@ void XlsxReader::StartRow(const XmlAttributes& attributes)
     const QByteArrayView number = attributes.Value("r");
     const qint64 line = number.isNull() ? m_line + 1 : number.toLongLong();
     if (line > MostRows) Fail(u"工作表不能超过 %1 行"_s.arg(MostRows), line);
-    if (line <= m_line) Fail(u"行号无效或者不按顺序，工作表损坏"_s, m_line);
+    // A row within a row would be given twice, and in between another one.
+    if (m_isInRow || line <= m_line) Fail(u"行号无效或者不按顺序，工作表损坏"_s, m_line);
     m_line = line;
     m_column = -1;
+    m_isInRow = true;
     Cells().Clear();
 }
 
@@ -200,7 +203,10 @@ void XlsxReader::End(std::string_view name)
         m_isInCell = false;
         EndCell();
     }
-    if (name == "row" && !m_isInCell) EndRow(m_line);
+    if (name == "row" && !m_isInCell) {
+        m_isInRow = false;
+        EndRow(m_line);
+    }
 }
 
 void XlsxReader::EndCell()

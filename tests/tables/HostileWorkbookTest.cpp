@@ -178,3 +178,15 @@ TEST(HostileWorkbook, WhatIsNoRegularFileIsRefused)
     files.Inject(test::Fault::RefuseRead);
     EXPECT_EQ(refusal(folder.WriteFile(u"b.csv"_s, "a")), u"read refused"_s);
 }
+
+TEST(HostileWorkbook, RowsOutOfOrderOrWithinEachOtherAreRefused)
+{
+    const CString refusal = u"工作表“构件”第 4 行：行号无效或者不按顺序，工作表损坏"_s;
+    EXPECT_EQ(
+        RefusalOf(MakeXlsx("<row r=\"4\"><c><v>1</v></c></row><row r=\"2\"><c><v>2</v></c></row>"), Name),
+        refusal);
+    EXPECT_EQ(RefusalOf(MakeXlsx("<row r=\"4\"><c><v>1</v></c><row r=\"5\"><c><v>2</v></c></row>"
+                                 "<c><v>3</v></c></row>"),
+                        Name),
+              refusal);
+}
