@@ -23,6 +23,14 @@ bool IsListOpen()
     return QApplication::activePopupWidget() != nullptr;
 }
 
+/// The window that has the keyboard instead of a list that is shut, or is about to have it back from the
+/// list: the one from which the list was opened.
+QWindow* HeirOf(const QWindow& list)
+{
+    QWindow* const focus = QGuiApplication::focusWindow();
+    return focus == nullptr || focus == &list ? list.transientParent() : focus;
+}
+
 } // namespace
 
 TypedAhead::TypedAhead()
@@ -37,11 +45,10 @@ bool TypedAhead::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::KeyPress && std::exchange(m_listWasOpen, false) && !IsListOpen())
         return true;
     const auto& window = static_cast<const QWindow&>(*watched);
-    QWindow* const focus = QGuiApplication::focusWindow();
-    if (window.isVisible() || window.type() != Qt::Popup || focus == nullptr || focus == &window)
-        return false;
-    QCoreApplication::sendEvent(focus, event);
-    return true;
+    if (window.isVisible() || window.type() != Qt::Popup) return false;
+    QWindow* const heir = HeirOf(window);
+    if (heir != nullptr) QCoreApplication::sendEvent(heir, event);
+    return heir != nullptr;
 }
 
 } // namespace editor

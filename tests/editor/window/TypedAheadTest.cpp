@@ -58,6 +58,18 @@ TEST_F(KeysForAShutList, GoToWhereTheFocusIs)
     EXPECT_EQ(m_field.text(), u"65"_s);
 }
 
+TEST_F(KeysForAShutList, GoToItsWindowBeforeTheKeyboardHasComeBackFromIt)
+{
+    const editor::TypedAhead typedAhead;
+    m_combo.showPopup();
+    test::WaitInLoopFor(u"the list"_s, [this] { return QGuiApplication::focusWindow() == m_list; });
+    m_combo.hidePopup();
+    ASSERT_EQ(QGuiApplication::focusWindow(), m_list);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, u"5"_s);
+    QCoreApplication::sendEvent(m_list, &press);
+    EXPECT_EQ(m_field.text(), u"5"_s);
+}
+
 TEST_F(KeysForAShutList, ChooseNothingInIt)
 {
     const editor::TypedAhead typedAhead;
