@@ -203,7 +203,7 @@ void XlsxReader::End(std::string_view name)
         m_isInCell = false;
         EndCell();
     }
-    if (name == "row" && !m_isInCell) {
+    if (name == "row" && m_isInRow && !m_isInCell) {
         m_isInRow = false;
         EndRow(m_line);
     }

@@ -190,3 +190,9 @@ TEST(HostileWorkbook, RowsOutOfOrderOrWithinEachOtherAreRefused)
                         Name),
               refusal);
 }
+
+TEST(HostileWorkbook, EndOfARowThatBeganWithinACellGivesNoRow)
+{
+    EXPECT_TRUE(
+        test::RecordsOf(MakeXlsx("<c><v>1</v><row r=\"2\"><c><v>2</v></c></row></c>"), Name).isEmpty());
+}
