@@ -13,23 +13,13 @@ SearchField::SearchField(QWidget& list, QWidget* parent) : QLineEdit(parent), m_
 {
     setClearButtonEnabled(true);
     setPlaceholderText(u"编号或名称，多个词用空格隔开"_s);
-    ColourHint();
-}
-
-// What the toolkit takes for hints can hardly be read in dark palettes.
-void SearchField::ColourHint()
-{
-    QPalette colours = palette();
-    const QColor wanted = widgets::HintColour(colours);
-    if (colours.color(QPalette::PlaceholderText) == wanted) return;
-    colours.setColor(QPalette::PlaceholderText, wanted);
-    setPalette(colours);
+    widgets::ColourHint(*this);
 }
 
 void SearchField::changeEvent(QEvent* event)
 {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) ColourHint();
+    if (event->type() == QEvent::PaletteChange) widgets::ColourHint(*this);
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event)

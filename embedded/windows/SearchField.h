@@ -19,8 +19,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void ColourHint();
-
     QWidget& m_list;
 };
 

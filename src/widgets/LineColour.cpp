@@ -1,5 +1,7 @@
 #include "widgets/LineColour.h"
 
+#include <QtWidgets/QWidget>
+
 namespace widgets {
 
 namespace {
@@ -22,6 +24,15 @@ QColor HintColour(const QPalette& palette)
 {
     constexpr int OfInk = 62;
     return Between(palette.color(QPalette::Base), palette.color(QPalette::Text), OfInk);
+}
+
+void ColourHint(QWidget& field)
+{
+    QPalette colours = field.palette();
+    const QColor wanted = HintColour(colours);
+    if (colours.color(QPalette::PlaceholderText) == wanted) return;
+    colours.setColor(QPalette::PlaceholderText, wanted);
+    field.setPalette(colours);
 }
 
 } // namespace widgets

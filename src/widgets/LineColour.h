@@ -3,6 +3,8 @@
 #include <QtGui/QColor>
 #include <QtGui/QPalette>
 
+class QWidget;
+
 namespace widgets {
 
 /// The colour of thin lines that are drawn on `paper`, a background: between it and `ink`, what is written on
@@ -11,5 +13,9 @@ QColor LineColour(const QPalette& palette, QPalette::ColorRole paper, QPalette::
 
 /// The same for a hint in an empty field: as pale as it can be while it is read.
 QColor HintColour(const QPalette& palette);
+
+/// Gives the hint of an empty field that colour: what the toolkit takes for hints can hardly be read in dark
+/// palettes. For the palette that the field has now.
+void ColourHint(QWidget& field);
 
 } // namespace widgets

@@ -12,21 +12,29 @@ using namespace Qt::StringLiterals;
 
 namespace editor {
 
-QDialogButtonBox* MakeButtons(QDialog& dialog, QPushButton* accept)
+QDialogButtonBox* MakeButtons(QDialog& dialog, QPushButton* accept, const QString& tip)
 {
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(accept, QDialogButtonBox::AcceptRole);
-    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole);
+    accept->setToolTip(u"%1（Enter）"_s.arg(tip));
+    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole)
+        ->setToolTip(u"什么也不做，关闭这个窗口（Esc）"_s);
     accept->setDefault(true);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     return buttons;
 }
 
+void AddCloseButton(QDialogButtonBox& box)
+{
+    box.addButton(u"关闭"_s, QDialogButtonBox::RejectRole)->setToolTip(u"关闭这个窗口（Esc）"_s);
+}
+
 QPushButton* AddBrowseRow(QFormLayout& form, const QString& label, QWidget* field, QChar key)
 {
     auto* browse = new QPushButton(u"浏览(&B)…"_s.replace(u'B', key));
     browse->setAutoDefault(false);
+    browse->setToolTip(u"在文件夹中选（Alt+%1）"_s.arg(key));
     auto* place = new QHBoxLayout;
     place->addWidget(field, 1);
     place->addWidget(browse);

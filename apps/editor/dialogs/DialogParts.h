@@ -12,8 +12,11 @@ class QWidget;
 namespace editor {
 
 /// The buttons at the foot of a dialog: `accept`, which is the default and accepts the dialog, and 取消,
-/// which rejects it. They belong to the box, and the box to nobody yet.
-QDialogButtonBox* MakeButtons(QDialog& dialog, QPushButton* accept);
+/// which rejects it. `tip` says what accepting does. They belong to the box, and the box to nobody yet.
+QDialogButtonBox* MakeButtons(QDialog& dialog, QPushButton* accept, const QString& tip);
+
+/// Adds 关闭, which closes the window like Escape, to a box of its buttons.
+void AddCloseButton(QDialogButtonBox& box);
 
 /// Adds a row with a field that names a place and the button 浏览 beside it, which `key` presses together
 /// with Alt. Gives the button; `field` becomes the row's.

@@ -1,5 +1,6 @@
 #include "editor/dialogs/HistoryWindow.h"
 
+#include "editor/dialogs/DialogParts.h"
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 #include "editor/messages/Boxes.h"
@@ -103,7 +104,9 @@ void HistoryWindow::Build()
     foot->addWidget(m_asXml);
     foot->addWidget(buttons, 1);
     buttons->addButton(m_restore, QDialogButtonBox::ActionRole);
-    buttons->addButton(u"关闭"_s, QDialogButtonBox::RejectRole);
+    AddCloseButton(*buttons);
+    m_asXml->setToolTip(u"比较文件的文字，不按规则比较（Alt+X）"_s);
+    m_restore->setToolTip(u"文件换成选中的历史副本，现在的内容先留一份副本（Alt+R）"_s);
     m_restore->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);

@@ -77,7 +77,7 @@ LibraryRepairDialog::LibraryRepairDialog(QWidget* parent, const QString& nativeP
         QDir::toNativeSeparators(nativeProject))));
     column->addLayout(form);
     column->addWidget(Words(u"规则中属于原来的库的清单、定额不再显示，但仍留在规则文件里。"_s));
-    column->addWidget(MakeButtons(*this, new QPushButton(u"改用并打开"_s)));
+    column->addWidget(MakeButtons(*this, new QPushButton(u"改用并打开"_s), u"工程改用上面的库，然后打开"_s));
 }
 
 CStringArray LibraryRepairDialog::Chosen() const

@@ -65,7 +65,7 @@ void NewProjectDialog::Build()
 
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
-    column->addWidget(MakeButtons(*this, m_create));
+    column->addWidget(MakeButtons(*this, m_create, u"在上面的文件夹中建立工程，然后打开"_s));
     if (m_office->count() == 1) { // nothing to choose
         m_office->setParent(this);
         m_office->hide();

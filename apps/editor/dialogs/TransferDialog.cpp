@@ -88,7 +88,8 @@ void TransferDialog::Build()
     form->addRow(QString(), m_replace);
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
-    column->addWidget(MakeButtons(*this, m_start));
+    column->addWidget(MakeButtons(
+        *this, m_start, m_direction == Direction::Import ? u"读入上面的文件"_s : u"写出上面的文件"_s));
     connect(browse, &QPushButton::clicked, this, [this] { Browse(); });
 }
 

@@ -51,7 +51,7 @@ void WizardDialog::Build()
 
     auto* column = new QVBoxLayout(this);
     column->addLayout(form);
-    column->addWidget(MakeButtons(*this, new QPushButton(u"开始"_s)));
+    column->addWidget(MakeButtons(*this, new QPushButton(u"开始"_s), u"打开向导的这一步"_s));
 }
 
 WizardStart WizardDialog::Start() const

@@ -74,7 +74,9 @@ void ComparisonWindow::Build()
     auto* buttons = new QDialogButtonBox;
     auto* swap = buttons->addButton(u"对调(&W)"_s, QDialogButtonBox::ActionRole);
     swap->setAutoDefault(false);
-    buttons->addButton(u"关闭"_s, QDialogButtonBox::RejectRole);
+    swap->setToolTip(u"两边对调（Alt+W）"_s);
+    AddCloseButton(*buttons);
+    m_asXml->setToolTip(u"比较文件的文字，不按规则比较（Alt+X）"_s);
     auto* foot = new QHBoxLayout;
     foot->addWidget(m_asXml);
     foot->addWidget(buttons, 1);

@@ -48,7 +48,7 @@ QList<CommandText> CommandTexts()
          u"给选中的规则文件换一个名称，历史副本跟着它"_s},
         {FileCommand::Delete, u"删除(&R)…"_s, QKeySequence::Delete,
          u"删除选中的规则文件，其内容留在历史副本中"_s},
-        {FileCommand::Unwrap, u"解除包装(&U)"_s, {}, u"从写了文件头的文件中取回规则文件，又可以编辑"_s, true},
+        {FileCommand::Unwrap, u"解除封装(&U)"_s, {}, u"从写了文件头的文件中取回规则文件，又可以编辑"_s, true},
         {FileCommand::Compare, u"与…比较(&P)"_s, {}, u"看选中的规则文件与另一个有什么不同"_s},
         {FileCommand::History, u"历史(&I)…"_s, {}, u"查看选中的规则文件以前的样子，并还原"_s},
         {FileCommand::Reveal, u"在文件管理器中显示(&F)"_s, {}, u"打开规则文件所在的文件夹"_s, true},

@@ -60,7 +60,7 @@ NameDialog::NameDialog(QWidget* parent, Question question)
     form->addRow(u"名称(&N)："_s, m_name);
     form->addRow(QString(), m_fault);
     column->addLayout(form);
-    column->addWidget(MakeButtons(*this, m_accept));
+    column->addWidget(MakeButtons(*this, m_accept, u"用上面的名称"_s));
     m_name->setFocus();
     connect(m_name, &QLineEdit::textChanged, this, [this] { ShowFault(); });
     ShowFault();
@@ -97,7 +97,7 @@ NextDialog::NextDialog(QWidget* parent, const QString& question, const FileChoic
     form->addRow(u"改用(&N)："_s, m_files);
     column->addLayout(form);
     auto* accept = new QPushButton(u"改用并删除(&R)"_s);
-    column->addWidget(MakeButtons(*this, accept));
+    column->addWidget(MakeButtons(*this, accept, u"先改用上面的文件，再删除"_s));
     m_files->setMinimumWidth(fontMetrics().averageCharWidth() * NameWidth);
     m_files->setFocus();
 }

@@ -118,7 +118,7 @@ FileEnd FileWork::Rename(const CString& path)
                        [&](const CString& name) { return m_steps.NameFault(name, path); }});
     CString renamed;
     if (!AskUntilDone(dialog, [&] { renamed = m_steps.Rename(path, dialog.Name()); })) return {};
-    return {true, u"“%1”已改名为“%2”"_s.arg(NameOf(path), NameOf(renamed)), renamed};
+    return {true, u"“%1”已重命名为“%2”"_s.arg(NameOf(path), NameOf(renamed)), renamed};
 }
 
 FileEnd FileWork::Delete(const CString& path)
@@ -144,11 +144,11 @@ FileEnd FileWork::Delete(const CString& path)
 
 FileEnd FileWork::Unwrap(const CString& path)
 {
-    if (!AskYesNo(u"解除包装\n%1\n文件头和封装去掉以后又可以编辑，封装的文件会留一份历史副本。解除"_s.arg(
+    if (!AskYesNo(u"解除封装\n%1\n文件头和封装去掉以后又可以编辑，封装的文件会留一份历史副本。解除"_s.arg(
             platform::ToNative(path))))
         return {};
     m_steps.Unwrap(path);
-    return {true, u"已解除包装：“%1”"_s.arg(NameOf(path)), path};
+    return {true, u"已解除封装：“%1”"_s.arg(NameOf(path)), path};
 }
 
 FileEnd FileWork::Compare(const CString& path)

@@ -147,7 +147,9 @@ void ManualView::FitPicture(const QTextFragment& fragment, qreal room)
     const qreal height = std::round(width * picture.height() / picture.width());
     const QSize pixels = (QSizeF(width, height) * m_fittedRatio).toSize();
     if (std::exchange(shown, pixels) == pixels && format.width() == width) return;
-    QImage scaled = picture.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // Of the 256 colours of a palette none stands between two others.
+    QImage scaled = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied)
+                        .scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     scaled.setDevicePixelRatio(m_fittedRatio);
     document()->addResource(QTextDocument::ImageResource, QUrl(format.name()), scaled);
     format.setWidth(width);

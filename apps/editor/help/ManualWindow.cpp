@@ -1,6 +1,7 @@
 #include "editor/help/ManualWindow.h"
 
 #include "editor/help/ManualView.h"
+#include "widgets/LineColour.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QEvent>
@@ -111,6 +112,7 @@ QWidget* ManualWindow::MakeBar()
     m_words->setPlaceholderText(u"在手册中查找"_s);
     m_words->setAccessibleName(u"在手册中查找"_s);
     m_words->setClearButtonEnabled(true);
+    widgets::ColourHint(*m_words);
     m_words->setMinimumWidth(fontMetrics().averageCharWidth() * SearchWidth);
     m_words->setToolTip(u"列出有这些字的所有页（%1），Enter 到下一处"_s.arg(
         QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText)));

@@ -38,6 +38,7 @@ ProgressWindow::ProgressWindow(QWidget* parent, const QString& text, StepControl
     column->addWidget(m_explanation);
     column->addWidget(m_bar);
     column->addWidget(m_cancel, 0, Qt::AlignRight);
+    m_cancel->setToolTip(u"停下来，回到开始前的样子（Esc）"_s);
     connect(m_cancel, &QPushButton::clicked, this, [this] { reject(); });
     ShowState();
 }

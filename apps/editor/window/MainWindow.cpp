@@ -44,7 +44,7 @@ namespace {
 
 /// Until somebody looks again whether a modal window is still open, in milliseconds.
 constexpr int NewsPause = 300;
-constexpr QSize FirstSize(1240, 760);
+constexpr QSize FirstSize(1600, 900);
 /// What a frame takes at most, so that all of the window is seen on a small screen, too.
 constexpr QSize FrameRoom(16, 48);
 

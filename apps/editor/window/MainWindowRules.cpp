@@ -118,7 +118,7 @@ void MainWindow::FollowDisk(const QStringList& changed)
     m_details->Commit();
     const CString name = m_session.File().Name();
     if (!platform::Files().Exists(m_session.File().Path())) {
-        Tell(u"另一个程序删除了 %1，或者给它换了名称；保存时会问要不要重新写出它"_s.arg(name));
+        Tell(u"另一个程序删除了 %1，或者给它改了名；保存时会问要不要重新写出它"_s.arg(name));
     } else if (m_session.IsChanged()) {
         Tell(u"另一个程序改了 %1；保存时会与您的修改合并"_s.arg(name));
     } else if (FollowFiles(m_project->CurrentRuleFile())) {
@@ -135,9 +135,8 @@ bool MainWindow::SaveRules()
             return ConflictDialog::Ask(conflicts, ConflictDialog::WordsForFile(name), this);
         },
         [&] {
-            return AskYesNo(
-                u"“%1”的文件不在了：另一个程序删除了它，或者给它换了名称。选“否”不写，修改留着。\n"
-                u"要重新写出这个文件吗"_s.arg(name));
+            return AskYesNo(u"“%1”的文件不在了：另一个程序删除了它，或者给它改了名。选“否”不写，修改留着。\n"
+                            u"要重新写出这个文件吗"_s.arg(name));
         });
     if (end == DraftFile::SaveEnd::Cancelled) return false;
     Tell(end == DraftFile::SaveEnd::Merged ? u"已保存 %1，并与另一个程序其间保存的修改合并"_s.arg(name)

@@ -85,9 +85,7 @@ void CategoryPanel::Build()
     m_filter->setToolTip(u"只留下名称里有这些字的类别；↓ 到列表"_s);
     m_filter->setClearButtonEnabled(true);
     m_filter->installEventFilter(this);
-    QPalette colours = m_filter->palette();
-    colours.setColor(QPalette::PlaceholderText, widgets::HintColour(colours));
-    m_filter->setPalette(colours);
+    widgets::ColourHint(*m_filter);
     m_shown->setSourceModel(m_model);
     m_shown->setRecursiveFilteringEnabled(true);
     m_shown->setAutoAcceptChildRows(true);
@@ -113,6 +111,9 @@ void CategoryPanel::Build()
             m_tree->expandAll();
         }
         ShowChoice();
+    });
+    connect(m_tree, &QTreeView::activated, this, [this](const QModelIndex& index) {
+        if (!m_shown->hasChildren(index.siblingAtColumn(NameColumn))) m_entered();
     });
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { TakeChoice(); });
 }

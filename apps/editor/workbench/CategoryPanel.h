@@ -35,6 +35,8 @@ public:
     /// The marks of these categories may be others now.
     void ShowMarks(const QStringList& categories);
     void FocusList();
+    /// Called when the user goes on from a small category, by Enter or a double click.
+    void OnEntered(std::function<void()> goOn) { m_entered = std::move(goOn); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -50,6 +52,7 @@ private:
 
     WorkSession& m_session;
     SeverityOf m_severities = [](const CString&) { return std::nullopt; };
+    std::function<void()> m_entered = [] {};
     QComboBox* m_specialties;
     QLineEdit* m_filter;
     QTreeView* m_tree;

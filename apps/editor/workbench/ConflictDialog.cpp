@@ -89,6 +89,7 @@ void ConflictDialog::Build()
     auto* answers = new QHBoxLayout;
     const auto button = [&](const QString& text, rules::Side side, bool all) {
         auto* made = new QPushButton(text);
+        made->setToolTip(all ? u"所有冲突都这样决定"_s : u"选中的冲突这样决定"_s);
         made->setAutoDefault(false);
         connect(made, &QPushButton::clicked, this, [this, side, all] { Answer(side, all); });
         answers->addWidget(made);
@@ -99,7 +100,7 @@ void ConflictDialog::Build()
     button(u"全部用我的"_s, rules::Side::Mine, true);
     button(m_words.allTheirs, rules::Side::Theirs, true);
     column->addLayout(answers);
-    column->addWidget(MakeButtons(*this, m_accept));
+    column->addWidget(MakeButtons(*this, m_accept, u"按上面的决定合并，写进规则文件"_s));
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });
 }
 

@@ -1,6 +1,7 @@
 #include "editor/workbench/CopyDialog.h"
 
 #include "editor/dialogs/DialogParts.h"
+#include "widgets/LineColour.h"
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHeaderView>
@@ -43,7 +44,9 @@ void CopyDialog::Build(std::size_t count)
     column->addWidget(new QLabel(u"把选中的 %1 条规则加到勾选的类别，排在默认规则之前："_s.arg(count)));
     m_filter->setPlaceholderText(u"筛选类别"_s);
     m_filter->setAccessibleName(u"筛选类别"_s);
+    m_filter->setToolTip(u"只留下名称里有这些字的类别"_s);
     m_filter->setClearButtonEnabled(true);
+    widgets::ColourHint(*m_filter);
     column->addWidget(m_filter);
     m_tree->setHeaderHidden(true);
     m_tree->setAccessibleName(u"类别"_s);
@@ -53,7 +56,7 @@ void CopyDialog::Build(std::size_t count)
     m_told->setTextFormat(Qt::PlainText);
     m_told->setAccessibleName(u"不合适的地方"_s);
     column->addWidget(m_told);
-    column->addWidget(MakeButtons(*this, m_accept));
+    column->addWidget(MakeButtons(*this, m_accept, u"把规则加到勾选的类别"_s));
     connect(m_filter, &QLineEdit::textChanged, this, [this](const QString& text) { Filter(text.trimmed()); });
     connect(m_tree, &QTreeWidget::itemChanged, this, [this] { ShowState(); });
     connect(m_tree, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });

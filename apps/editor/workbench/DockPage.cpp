@@ -3,8 +3,11 @@
 #include <QtGui/QAction>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLayout>
+#include <QtWidgets/QScrollArea>
+#include <QtWidgets/QScrollBar>
 #include <QtWidgets/QTabWidget>
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -13,6 +16,9 @@ using namespace Qt::StringLiterals;
 namespace editor {
 
 namespace {
+
+/// How low a panel may become, in lines of text.
+constexpr int LeastLines = 4;
 
 /// Where the keyboard goes in a panel: its own choice, else the first field that can be used.
 QWidget& FirstField(QWidget& panel)
@@ -23,6 +29,30 @@ QWidget& FirstField(QWidget& panel)
             return *field;
     return panel;
 }
+
+/// Scrolls a panel where it is lower than it would be, so that on a small screen, or with large letters, the
+/// window is not higher than the screen.
+class ScrolledPanel : public QScrollArea
+{
+public:
+    explicit ScrolledPanel(QWidget* panel)
+    {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(panel);
+    }
+
+    QSize sizeHint() const override { return widget()->sizeHint(); }
+
+    QSize minimumSizeHint() const override
+    {
+        const QSize panel = widget()->minimumSizeHint();
+        return {panel.width() + verticalScrollBar()->sizeHint().width(),
+                std::min(panel.height(), fontMetrics().height() * LeastLines)};
+    }
+};
 
 /// Whether a widget is in a dock that stands behind another one: the toolkit moves such a dock out of sight
 /// but does not hide it.
@@ -50,26 +80,26 @@ QDockWidget* DockPage::AddDock(const QString& name, const QString& title, QWidge
 {
     auto* dock = new QDockWidget(title, this);
     dock->setObjectName(name);
-    dock->setWidget(content);
+    dock->setWidget(new ScrolledPanel(content));
     QDockWidget* beside = nullptr;
     for (QDockWidget* other : m_docks)
         if (dockWidgetArea(other) == area) beside = other;
     m_docks.append(dock);
     addDockWidget(area, dock);
     if (beside != nullptr) tabifyDockWidget(beside, dock);
-    AddDockCommand(*dock);
+    AddDockCommand(*dock, *content);
     return dock;
 }
 
-void DockPage::AddDockCommand(QDockWidget& dock)
+void DockPage::AddDockCommand(QDockWidget& dock, QWidget& panel)
 {
     auto* command = new QAction(dock.windowTitle(), this);
     command->setShortcut(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_0 + m_docks.size()));
     command->setStatusTip(u"到面板“%1”"_s.arg(dock.windowTitle()));
-    connect(command, &QAction::triggered, &dock, [&dock] {
+    connect(command, &QAction::triggered, &dock, [&dock, &panel] {
         dock.show();
         dock.raise();
-        FirstField(*dock.widget()).setFocus(Qt::ShortcutFocusReason);
+        FirstField(panel).setFocus(Qt::ShortcutFocusReason);
     });
     m_dockCommands.append(command);
 }

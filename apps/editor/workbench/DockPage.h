@@ -14,7 +14,8 @@ class DockPage : public QMainWindow
 public:
     DockPage();
 
-    /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Gives it.
+    /// Adds a dock at an edge, closed or not; those at one edge share it as tabs. Its content scrolls where
+    /// it has not the height that it needs. Gives it.
     QDockWidget* AddDock(const QString& name, const QString& title, QWidget* content,
                          Qt::DockWidgetArea area);
     /// The commands that go to a dock, whether it is closed or stands behind another, each with a key.
@@ -32,7 +33,7 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    void AddDockCommand(QDockWidget& dock);
+    void AddDockCommand(QDockWidget& dock, QWidget& panel);
 
     QList<QAction*> m_dockCommands;
     QList<QDockWidget*> m_docks;      ///< in the order in which they came

@@ -19,13 +19,13 @@ namespace editor {
 namespace {
 
 /// Parts of the free width that the wide columns get, in hundredths.
-constexpr std::array<std::pair<int, int>, 4> Shares{{{RuleTableModel::ConditionColumn, 34},
-                                                     {RuleTableModel::BillColumn, 26},
-                                                     {RuleTableModel::QuotaColumn, 22},
-                                                     {RuleTableModel::NoteColumn, 18}}};
+constexpr std::array<std::pair<int, int>, 4> Shares{{{RuleTableModel::ConditionColumn, 52},
+                                                     {RuleTableModel::BillColumn, 20},
+                                                     {RuleTableModel::QuotaColumn, 14},
+                                                     {RuleTableModel::NoteColumn, 14}}};
 constexpr int RowSpace = 6; ///< pixels beside the text of a line, above and below together
 constexpr int BarOpacity = 90;
-constexpr int AppliesOpacity = 60;
+constexpr int AppliesOpacity = 150; ///< stronger than a selection without the focus
 
 /// Draws the share of a rule as a bar behind its number, and the trial's rule on a ground of its own.
 class RuleDelegate : public widgets::TipDelegate

@@ -84,6 +84,7 @@ void Workbench::Build()
     m_table->addAction(m_actions.series);
     m_table->addAction(m_actions.edit);
     m_table->setContextMenuPolicy(Qt::ActionsContextMenu);
+    m_categories->addAction(m_actions.add);
     AddDock(u"categories"_s, u"类别"_s, m_categories, Qt::LeftDockWidgetArea);
     m_prepare->setInterval(0);
 }
@@ -114,11 +115,9 @@ QToolBar* Workbench::MakeSearch()
         u"↓ 到规则，Esc 清空（Ctrl+F）"_s));
     m_text->setClearButtonEnabled(true);
     m_text->installEventFilter(this);
-    QPalette colours = m_text->palette();
-    colours.setColor(QPalette::PlaceholderText, widgets::HintColour(colours));
-    m_text->setPalette(colours);
+    widgets::ColourHint(*m_text);
     for (const auto& [text, scope] :
-         {std::pair(u"本类别"_s, SearchScope::Category), std::pair(u"本专业"_s, SearchScope::Specialty),
+         {std::pair(u"本小类"_s, SearchScope::Category), std::pair(u"本专业"_s, SearchScope::Specialty),
           std::pair(u"整个文件"_s, SearchScope::File), std::pair(u"工程的全部文件"_s, SearchScope::Project)})
         m_scope->addItem(text, static_cast<int>(scope));
     widgets::KeepWheelFrom(*m_scope);
@@ -146,7 +145,11 @@ void Workbench::Connect()
     on(m_undo, [this] { m_session.Undo().undo(); });
     on(m_redo, [this] { m_session.Undo().redo(); });
     on(m_actions.discard, [this] { m_session.Discard(); });
-    on(m_actions.add, [this] { m_commands.Add(); });
+    on(m_actions.add, [this] {
+        m_commands.Add();
+        FocusRules();
+    });
+    m_categories->OnEntered([this] { FocusRules(); });
     on(m_actions.remove, [this] { m_commands.Remove(); });
     on(m_actions.up, [this] { m_commands.Shift(false); });
     on(m_actions.down, [this] { m_commands.Shift(true); });

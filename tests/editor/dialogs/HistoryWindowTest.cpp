@@ -1,5 +1,7 @@
 #include "editor/dialogs/HistoryWindow.h"
 
+#include "support/WindowWaits.h"
+
 #include "editor/EditorFixture.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
@@ -70,6 +72,7 @@ TEST_F(HistoryOfFile, RestoringGivesTheCopyBackAndKeepsWhatItReplaced)
     const QByteArray before = m_folder.ReadFile(CurrentFile);
     m_folder.WriteFile(CurrentFile, "<changed/>");
     editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
+    EXPECT_EQ(test::ButtonsWithoutTip(window), QStringList());
     test::PressButton(window, u"还原"_s);
     EXPECT_TRUE(window.HasRestored());
     EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);

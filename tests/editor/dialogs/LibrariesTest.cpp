@@ -8,6 +8,7 @@
 #include "embedded/data/catalogue/ShippedLibraries.h"
 #include "embedded/data/engine/Database.h"
 
+#include "support/WindowWaits.h"
 #include <QtGui/QAction>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -223,6 +224,7 @@ TEST_F(Libraries, TransferAsksForALibraryWhereATableHasOne)
 {
     Choose(Bills(), Bill2008);
     const editor::TransferDialog dialog(nullptr, editor::TransferDialog::Direction::Export, Project());
+    EXPECT_EQ(test::ButtonsWithoutTip(dialog), QStringList());
     QComboBox& kinds = Field(dialog, u"表"_s);
     const QComboBox& library = Field(dialog, u"库"_s);
     const auto choose = [&](embedded::TableKind kind) {

@@ -8,6 +8,7 @@
 #include <QtGui/QWheelEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QBoxLayout>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QLineEdit>
@@ -83,6 +84,28 @@ protected:
 };
 
 } // namespace
+
+TEST_F(TrialPanelTest, TabGoesFromTheButtonsToTheFieldsInTheirOrder)
+{
+    QLineEdit behind;
+    auto* window = new QWidget; // the panel beside another field, as in a dock
+    auto* line = new QHBoxLayout(window);
+    line->addWidget(&m_panel);
+    line->addWidget(&behind);
+    window->show();
+    Type(u"材质"_s, u"镀锌钢管"_s);
+    m_session.ChooseCategory(u"给排水\\管道\\热水管"_s); // fields are made anew
+    m_session.ChooseCategory(m_pipe);
+    const QWidget* at = &Button(u"清空"_s);
+    QStringList fields;
+    while ((at = at->nextInFocusChain()) != &behind && fields.size() < 3)
+        if (const auto* box = qobject_cast<const QComboBox*>(at)) fields.append(box->objectName());
+    EXPECT_EQ(fields, (QStringList{u"材质"_s, u"连接方式"_s, u"公称直径"_s}));
+    EXPECT_EQ(m_panel.focusProxy(), &Box(u"材质"_s));
+    m_panel.setParent(nullptr);
+    behind.setParent(nullptr);
+    delete window;
+}
 
 TEST_F(TrialPanelTest, AFilledInComponentGetsTheRuleAndItemsThatPricingGivesIt)
 {

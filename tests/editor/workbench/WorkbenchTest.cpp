@@ -18,6 +18,7 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QScrollArea>
 #include <QtWidgets/QTreeView>
 #include <QtWidgets/QTreeWidget>
 
@@ -323,9 +324,36 @@ TEST_F(WorkbenchOnSample, KnowledgeOfOthersStandsBesideTheRules)
     EXPECT_TRUE(Model().index(1, 0).data(RuleTableModel::AppliesRole).toBool());
 }
 
+TEST_F(WorkbenchOnSample, InsertAndEnterAmongTheCategoriesGoToTheRules)
+{
+    auto& tree = *m_window.FindDock(u"categories"_s)->findChild<QTreeView*>();
+    const int lines = Lines();
+    tree.setFocus();
+    QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_TRUE(Rules().hasFocus());
+    EXPECT_EQ(Lines(), lines);
+    tree.setFocus();
+    QTest::keyClick(&tree, Qt::Key_Insert);
+    EXPECT_TRUE(Rules().hasFocus());
+    EXPECT_EQ(Lines(), lines + 1);
+    tree.setFocus();
+    tree.setCurrentIndex(tree.currentIndex().parent()); // a big category: opened and closed by Enter
+    QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_TRUE(tree.hasFocus());
+}
+
+TEST_F(WorkbenchOnSample, PageIsLowEnoughForAScreenOf1366By768AtTwiceTheSize)
+{
+    auto* high = new QWidget;
+    high->setMinimumSize(100, 2000);
+    m_window.AddDock(u"high"_s, u"高"_s, high, Qt::BottomDockWidgetArea);
+    EXPECT_LT(m_window.minimumSizeHint().height(), 768 / 2 - 100); // menus, status bar and frame
+}
+
 TEST_F(WorkbenchOnSample, CategoriesAreFilteredCountedAndMarkedWhenChanged)
 {
-    auto& panel = dynamic_cast<editor::CategoryPanel&>(*m_window.FindDock(u"categories"_s)->widget());
+    auto& panel = dynamic_cast<editor::CategoryPanel&>(
+        *dynamic_cast<QScrollArea&>(*m_window.FindDock(u"categories"_s)->widget()).widget());
     auto& tree = *panel.findChild<QTreeView*>();
     const auto named = [&](const QString& name) {
         return tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, name, -1,
@@ -355,6 +383,7 @@ TEST(ConflictDialog, CanBeAcceptedWhenEveryConflictHasAnAnswer)
     editor::ConflictDialog dialog(conflicts, editor::ConflictDialog::WordsForFile(u"DefaultConfig"_s),
                                   nullptr);
     QPushButton& accept = Button(dialog, u"合并并保存"_s);
+    EXPECT_EQ(test::ButtonsWithoutTip(dialog), QStringList());
     EXPECT_FALSE(accept.isEnabled());
     Button(dialog, u"用我的"_s).click();
     EXPECT_FALSE(accept.isEnabled());
@@ -379,6 +408,7 @@ TEST_F(WorkbenchOnSample, CopyDialogTellsWhatDoesNotGoWithTheCheckedCategories)
     auto& tree = *dialog.findChild<QTreeWidget*>();
     const auto found = tree.findItems(u"热水管"_s, Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(test::ButtonsWithoutTip(dialog), QStringList());
     EXPECT_TRUE(tree.findItems(u"给水管"_s, Qt::MatchExactly | Qt::MatchRecursive).isEmpty());
     EXPECT_FALSE(Button(dialog, u"复制"_s).isEnabled());
     found.first()->setCheckState(0, Qt::Checked);

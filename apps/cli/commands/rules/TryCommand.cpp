@@ -66,7 +66,7 @@ CString ItemsText(const rules::ComponentResult& result, const rules::Bill& bill)
 {
     if (result.lines.empty()) return {};
     TextTable table;
-    table.AddRow({u"编码"_s, u"名称"_s, u"单位"_s, u"数量"_s});
+    table.AddRow({u"编号"_s, u"名称"_s, u"单位"_s, u"数量"_s});
     for (const rules::ItemLine& line : result.lines) {
         const rules::BillRow& row = bill.rows[line.row];
         table.AddRow({row.number, row.name, row.unit, QuantityText(line.quantity, row.unit)});

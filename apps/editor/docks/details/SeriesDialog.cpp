@@ -107,8 +107,10 @@ SeriesDialog::SeriesDialog(WorkSession& session, CString category, std::size_t p
     }
     auto* buttons = new QDialogButtonBox;
     buttons->addButton(m_make, QDialogButtonBox::AcceptRole);
-    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole);
+    buttons->addButton(u"取消"_s, QDialogButtonBox::RejectRole)
+        ->setToolTip(u"什么也不做，关闭这个窗口（Esc）"_s);
     m_make->setDefault(true);
+    m_make->setToolTip(u"加上右边的规则（Enter）"_s);
     connect(buttons, &QDialogButtonBox::accepted, this, &SeriesDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &SeriesDialog::reject);
     column->addWidget(buttons);

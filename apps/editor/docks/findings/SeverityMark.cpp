@@ -52,13 +52,23 @@ void Draw(QPainter& painter, rules::Severity severity, const QColor& colour)
         painter.drawPolygon(Triangle.data(), static_cast<int>(Triangle.size()));
 }
 
-QPixmap PixmapOf(rules::Severity severity, const QColor& colour, int size)
+/// On `ground`, unless that is transparent, the mark is smaller.
+QPixmap PixmapOf(rules::Severity severity, const QColor& colour, int size, const QColor& ground)
 {
+    constexpr double OnGround = 0.8;
     QPixmap pixmap(size, size);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(size, size);
+    if (ground.alpha() > 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(ground);
+        painter.drawEllipse(QRectF(0, 0, 1, 1));
+        painter.translate((1 - OnGround) / 2, (1 - OnGround) / 2);
+        painter.scale(OnGround, OnGround);
+        painter.setBrush(Qt::NoBrush);
+    }
     Draw(painter, severity, colour);
     return pixmap;
 }
@@ -84,9 +94,9 @@ QIcon SeverityIcon(rules::Severity severity, const QPalette& palette)
     QIcon icon;
     for (const int size : Sizes) {
         const QColor colour = widgets::ReadableOn(palette.color(QPalette::Base), ColourOf(severity));
-        icon.addPixmap(PixmapOf(severity, colour, size));
-        const QColor onSelection = widgets::BlackOrWhiteOn(palette.color(QPalette::Highlight));
-        icon.addPixmap(PixmapOf(severity, onSelection, size), QIcon::Selected);
+        icon.addPixmap(PixmapOf(severity, colour, size, Qt::transparent));
+        // A selection is strong or pale, by where the focus is, and the mark is seen on either.
+        icon.addPixmap(PixmapOf(severity, colour, size, palette.color(QPalette::Base)), QIcon::Selected);
     }
     return icon;
 }

@@ -1,6 +1,7 @@
 #include "editor/docks/trial/TrialForm.h"
 
 #include "rules/match/CellText.h"
+#include "widgets/LineColour.h"
 
 #include <QtCore/QSignalBlocker>
 #include <QtGui/QWheelEvent>
@@ -40,6 +41,7 @@ public:
         completer()->setFilterMode(Qt::MatchContains);
         lineEdit()->setPlaceholderText(u"空"_s);
         lineEdit()->setClearButtonEnabled(true);
+        widgets::ColourHint(*lineEdit());
     }
 
 protected:
@@ -112,6 +114,27 @@ void TrialForm::Build()
     if (m_others != nullptr) {
         m_others->setChecked(m_othersShown);
         ShowOthers(m_othersShown);
+    }
+    OrderTabs();
+}
+
+QWidget* TrialForm::FirstField() const
+{
+    return m_boxes.empty() ? nullptr : m_boxes.front();
+}
+
+/// What is made stands last in the window's order.
+void TrialForm::OrderTabs() const
+{
+    QWidget* last = m_before;
+    const auto add = [&last](QWidget* next) {
+        if (last != nullptr) QWidget::setTabOrder(last, next);
+        last = next;
+    };
+    for (std::size_t i = 0; i < m_fields.size(); ++i) {
+        const bool isOffered = m_fields[i].kind == TrialField::Kind::Offered;
+        if (isOffered && (i == 0 || m_fields[i - 1].kind != TrialField::Kind::Offered)) add(m_others);
+        add(m_boxes[i]);
     }
 }
 

@@ -28,6 +28,10 @@ public:
     void Show(const std::vector<TrialField>& fields, const Values& values);
     const std::vector<TrialField>& Fields() const noexcept { return m_fields; }
     Values Filled() const;
+    /// The fields come after this widget of the same window in the order of Tab, whenever they are made anew.
+    void ComeAfter(QWidget& before) { m_before = &before; }
+    /// Null when there is none.
+    QWidget* FirstField() const;
 
 signals:
     /// The user has filled in something else.
@@ -35,6 +39,7 @@ signals:
 
 private:
     void Build();
+    void OrderTabs() const;
     void AddHeading(QFormLayout& form, const QString& text) const;
     void AddField(QFormLayout& form, const TrialField& field);
     void ShowOthers(bool shown);
@@ -42,6 +47,7 @@ private:
 
     std::vector<TrialField> m_fields;
     std::vector<QComboBox*> m_boxes; ///< beside the fields
+    QWidget* m_before = nullptr;
     QToolButton* m_others = nullptr; ///< null where there are none
     bool m_othersShown = false;
 };

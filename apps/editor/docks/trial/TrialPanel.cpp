@@ -5,6 +5,7 @@
 #include "editor/messages/Guard.h"
 #include "rules/match/CellText.h"
 #include "shared/PricingText.h"
+#include "widgets/LineColour.h"
 #include "widgets/NotifyingStatic.h"
 #include "widgets/TipDelegate.h"
 
@@ -83,6 +84,7 @@ QWidget* TrialPanel::BuildForm()
         buttons->addWidget(button);
     }
     buttons->addStretch(1);
+    m_form->ComeAfter(*m_clear);
     auto* column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 0);
     column->addLayout(buttons);
@@ -98,7 +100,10 @@ QWidget* TrialPanel::BuildResult()
     QFont bold = font();
     bold.setBold(true);
     m_applies->setFont(bold);
-    m_items->setHeaderLabels({u"编码"_s, u"名称"_s, u"单位"_s, u"数量"_s});
+    QPalette colours = m_applies->palette();
+    colours.setColor(QPalette::Disabled, QPalette::WindowText, widgets::HintColour(colours));
+    m_applies->setPalette(colours);
+    m_items->setHeaderLabels({u"编号"_s, u"名称"_s, u"单位"_s, u"数量"_s});
     m_items->setAccessibleName(u"套的项"_s);
     m_items->setItemDelegate(new widgets::TipDelegate(m_items));
     m_items->header()->setStretchLastSection(false);
@@ -217,6 +222,7 @@ void TrialPanel::ShowFields()
     const ProjectFacts& facts = *m_session.Facts();
     m_form->Show(TrialFieldsOf(*category, facts.AttributesOf(category->text), facts.pricing),
                  m_trials[category->text].values);
+    setFocusProxy(m_form->FirstField());
 }
 
 void TrialPanel::Try()
