@@ -38,7 +38,7 @@ constexpr int LayoutVersion = 1;
 /// Of the docks at first, in pixels.
 constexpr int LeftWidth = 230;
 constexpr int RightWidth = 390;
-constexpr int BottomHeight = 200;
+constexpr int BottomHeight = 230;
 constexpr QLatin1StringView GeometryKey("window/geometry");
 constexpr QLatin1StringView LayoutKey("window/layout");
 

@@ -1,5 +1,6 @@
 #include "editor/workbench/DockPage.h"
 
+#include <QtCore/QEvent>
 #include <QtGui/QAction>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLayout>
@@ -37,7 +38,6 @@ class ScrolledPanel : public QScrollArea
 public:
     explicit ScrolledPanel(QWidget* panel)
     {
-        setWidgetResizable(true);
         setFrameShape(QFrame::NoFrame);
         setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         setFocusPolicy(Qt::NoFocus);
@@ -51,6 +51,27 @@ public:
         const QSize panel = widget()->minimumSizeHint();
         return {panel.width() + verticalScrollBar()->sizeHint().width(),
                 std::min(panel.height(), fontMetrics().height() * LeastLines)};
+    }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override
+    {
+        Fit();
+        QScrollArea::resizeEvent(event);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest) Fit();
+        return QScrollArea::eventFilter(watched, event);
+    }
+
+private:
+    /// The toolkit's own way gives a panel with texts of several lines the height that it would like to have.
+    void Fit()
+    {
+        const int least = widget()->minimumSizeHint().height();
+        widget()->resize(viewport()->width(), std::max(viewport()->height(), least));
     }
 };
 

@@ -108,7 +108,8 @@ void RuleTable::ShowColumn(int column, bool show)
     ShareWidth();
 }
 
-/// What the narrow columns leave goes to the others, until the user has given them widths of his own.
+/// What the narrow columns leave goes to the others, until the user has given them widths of his own. None of
+/// them is narrower than a few letters, and the conditions give way for that as long as they can.
 void RuleTable::ShareWidth()
 {
     if (m_isSized) return;
@@ -122,9 +123,15 @@ void RuleTable::ShareWidth()
         share == Shares.end() ? free -= columnWidth(column) : shares += share->second;
     }
     const int least = widgets::ChineseWidth(QFontMetrics(font()), 8);
-    for (const auto& [column, share] : Shares)
-        if (!isColumnHidden(column))
-            setColumnWidth(column, std::max(least, free * share / std::max(shares, 1)));
+    int left = free;
+    for (auto entry = Shares.rbegin(); entry != Shares.rend(); ++entry) {
+        const auto& [column, share] = *entry;
+        if (isColumnHidden(column)) continue;
+        const bool takesTheRest = column == RuleTableModel::ConditionColumn;
+        const int width = std::max(least, takesTheRest ? left : free * share / std::max(shares, 1));
+        setColumnWidth(column, width);
+        left -= width;
+    }
 }
 
 void RuleTable::resizeEvent(QResizeEvent* event)

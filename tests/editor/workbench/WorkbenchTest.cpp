@@ -17,6 +17,7 @@
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
+#include <QtWidgets/QHeaderView>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QTreeView>
@@ -340,6 +341,17 @@ TEST_F(WorkbenchOnSample, InsertAndEnterAmongTheCategoriesGoToTheRules)
     tree.setCurrentIndex(tree.currentIndex().parent()); // a big category: opened and closed by Enter
     QTest::keyClick(&tree, Qt::Key_Return);
     EXPECT_TRUE(tree.hasFocus());
+}
+
+TEST_F(WorkbenchOnSample, ColumnsOfTheRulesShareTheWidthThatThereIs)
+{
+    auto& table = static_cast<QTableView&>(Rules());
+    for (const bool withHits : {false, true}) {
+        m_window.ShowHits(withHits);
+        EXPECT_EQ(table.horizontalHeader()->length(), table.viewport()->width()) << withHits;
+    }
+    EXPECT_GT(table.columnWidth(RuleTableModel::ConditionColumn),
+              table.columnWidth(RuleTableModel::BillColumn));
 }
 
 TEST_F(WorkbenchOnSample, PageIsLowEnoughForAScreenOf1366By768AtTwiceTheSize)
