@@ -12,12 +12,14 @@ std::vector<ConfigNode*> RulesBeside(const QdDeConfigNode* rule)
 
 } // namespace
 
-LMember* CXmlQdDeConfig::GetLMember(const CPath& path) const
+// These two are part of every look-up, and a call is a good part of what one costs.
+
+inline LMember* CXmlQdDeConfig::GetLMember(const CPath& path) const
 {
     return m_spec.GetId() == path.specId ? m_spec.GetLMember(path.lMemberId) : nullptr;
 }
 
-SMember* CXmlQdDeConfig::GetSMember(const CPath& path) const
+inline SMember* CXmlQdDeConfig::GetSMember(const CPath& path) const
 {
     const LMember* big = GetLMember(path);
     return big == nullptr ? nullptr : big->GetSMember(path.sMemberId);

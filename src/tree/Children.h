@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tree/FindById.h"
 #include "tree/QdDeRecords.h"
 #include "tree/XmlVisitor.h"
 
@@ -35,15 +36,6 @@ inline int NextId(int& counter) noexcept
 {
     counter = static_cast<int>(static_cast<unsigned>(counter) + 1U);
     return counter;
-}
-
-/// The first node with that id, or null. Ids may repeat in a file; the first one counts.
-template <typename T>
-T* FindById(const std::vector<T*>& nodes, int id)
-{
-    for (T* node : nodes)
-        if (node->GetId() == id) return node;
-    return nullptr;
 }
 
 template <typename T>

@@ -14,11 +14,6 @@ LMember::~LMember()
     DeleteAllSMember();
 }
 
-SMember* LMember::GetSMember(int id) const
-{
-    return tree::FindById(m_members, id);
-}
-
 void LMember::DeleteAllSMember()
 {
     tree::DeleteAll(m_members);

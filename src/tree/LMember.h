@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tree/FindById.h"
 #include "tree/SMember.h"
 
 #include <vector>
@@ -18,7 +19,7 @@ public:
     CString GetName() const { return m_name; }
     void SetName(const CString& name) { m_name = name; }
     /// The first small category with that id, or null.
-    SMember* GetSMember(int id) const;
+    SMember* GetSMember(int id) const noexcept { return tree::FindById(m_members, id); }
     /// A copy of the list in the host's order. The nodes stay this node's.
     std::vector<SMember*> GetAllSMember() const { return m_members; }
     void DeleteAllSMember();

@@ -13,11 +13,6 @@ SMember::~SMember()
     DeleteAllConfig();
 }
 
-ConfigNode* SMember::GetConfig(int id) const
-{
-    return tree::FindById(m_configs, id);
-}
-
 bool SMember::AddConfig(const CPath& /*path*/, int& newId)
 {
     static_cast<void>(m_configs.at(0)); // the place in front of the last rule needs a last rule

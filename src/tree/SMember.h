@@ -2,6 +2,7 @@
 
 #include "tree/CPath.h"
 #include "tree/ConfigNode.h"
+#include "tree/FindById.h"
 
 #include <vector>
 
@@ -24,7 +25,7 @@ public:
     /// A copy of the list in rule order. The rules stay this node's.
     std::vector<ConfigNode*> GetAllConfig() const { return m_configs; }
     /// The first rule with that id, or null.
-    ConfigNode* GetConfig(int id) const;
+    ConfigNode* GetConfig(int id) const noexcept { return tree::FindById(m_configs, id); }
 
     /// Adds an empty rule in front of the last one and gives its id. The path is not used. True. The list
     /// must hold a rule, as it does after every read; raises `std::out_of_range`, with nothing changed, when

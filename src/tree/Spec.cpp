@@ -46,11 +46,6 @@ void Spec::AdoptMembers() noexcept
         member->SetParent(this);
 }
 
-LMember* Spec::GetLMember(int id) const
-{
-    return tree::FindById(m_members, id);
-}
-
 void Spec::DeleteAllLMember()
 {
     tree::DeleteAll(m_members);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tree/FindById.h"
 #include "tree/LMember.h"
 
 #include <vector>
@@ -23,7 +24,7 @@ public:
     CString GetSpecName() const { return m_name; }
     void SetSpecName(const CString& name) { m_name = name; }
     /// The first big category with that id, or null.
-    LMember* GetLMember(int id) const;
+    LMember* GetLMember(int id) const noexcept { return tree::FindById(m_members, id); }
     /// A copy of the list in the host's order. The nodes stay this node's.
     std::vector<LMember*> GetAllLMember() const { return m_members; }
     void DeleteAllLMember();

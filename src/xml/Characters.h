@@ -108,6 +108,14 @@ constexpr ByteSet PlainBytes(std::string_view special)
     return plain;
 }
 
+/// What `IsBlank` says, for walks over many bytes.
+constexpr ByteSet Blanks = [] {
+    ByteSet blanks{};
+    for (const char c : {' ', '\t', '\r', '\n'})
+        blanks[static_cast<unsigned char>(c)] = true;
+    return blanks;
+}();
+
 /// The first byte from `at` that is not in the set, which lacks the NUL.
 constexpr const char* SkipPlain(const char* at, const ByteSet& plain) noexcept
 {

@@ -86,11 +86,7 @@ private:
     void ScanComment();
     void ScanInstruction();
     void ScanCData();
-    void SkipBlanks() noexcept
-    {
-        while (IsBlank(*m_at))
-            ++m_at;
-    }
+    void SkipBlanks() noexcept { m_at = SkipPlain(m_at, Blanks); }
     bool StartsWith(std::string_view text) const noexcept
     {
         return static_cast<std::size_t>(m_end - m_at) >= text.size() &&

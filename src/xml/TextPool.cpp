@@ -1,19 +1,23 @@
 #include "xml/TextPool.h"
 
 #include "platform/Encoding.h"
+#include "xml/Characters.h"
 
 #include <cstdint>
 #include <cstring>
+
+using namespace Qt::StringLiterals;
 
 namespace xml::detail {
 
 CString TextPool::Text(const char* utf8)
 {
     const std::size_t size = std::strlen(utf8);
-    if (size == 0 || size > LongestKept) return platform::FromUtf8({utf8, static_cast<qsizetype>(size)});
+    if (size == 0) return u""_s; // more than a quarter of the attributes of usual rules
+    if (size > LongestKept) return platform::FromUtf8({utf8, static_cast<qsizetype>(size)});
     if (m_known.empty()) m_known.resize(Places);
     Known& known = m_known[PlaceOf(utf8, size)];
-    if (known.size != size || std::memcmp(known.bytes.data(), utf8, size) != 0) {
+    if (known.size != size || !SameBytes(utf8, {known.bytes.data(), size})) {
         known.text = platform::FromUtf8({utf8, static_cast<qsizetype>(size)});
         known.size = static_cast<unsigned char>(size);
         std::memcpy(known.bytes.data(), utf8, size);
