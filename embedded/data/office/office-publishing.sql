@@ -1,6 +1,6 @@
--- The functions that belong to published versions. They are made anew when an office is created and after the steps
--- of an upgrade, so what changes in them alone needs no step. Statements are separated by lines that hold a semicolon
--- alone.
+-- The functions that belong to published versions. They are made when an office is created and made anew after the steps
+-- of an upgrade: a step takes away those that get other parameters, and need not repeat any. Statements are separated by
+-- lines that hold a semicolon alone.
 
 -- Keeps a number for the project for good and gives up the program's other claims. False when the claim has run
 -- out and somebody else has the number.
