@@ -120,7 +120,8 @@ CString ProjectDatabase::Id()
     const auto read = [this] {
         return m_database.Single(u"SELECT value FROM settings WHERE name = ?"_s, {IdSetting}).toString();
     };
-    if (const CString id = read(); !id.isEmpty()) return id;
+    CString id = read();
+    if (!id.isEmpty()) return id;
     Transaction transaction(m_database);
     // Another program may have been faster.
     m_database.Execute(u"INSERT INTO settings (name, value) VALUES (?, ?) ON CONFLICT DO NOTHING"_s,
