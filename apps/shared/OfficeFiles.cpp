@@ -21,12 +21,22 @@ using embedded::Error;
 using embedded::PublishedConfigurations;
 using embedded::PublishedVersion;
 using embedded::UnreachableError;
+using embedded::VersionMark;
 
 embedded::ProjectOffice& OfficeOf(embedded::EmbeddedHost& host)
 {
     embedded::ProjectOffice* const office = host.Office();
     if (office == nullptr) throw Error(u"这个工程不在办公室中"_s);
     return *office;
+}
+
+/// A base as far as the office has it. Where an older program has remembered the number alone, that counts.
+VersionMark Known(const CArray<PublishedVersion>& log, const VersionMark& base)
+{
+    const auto found = std::find_if(log.begin(), log.end(), [&](const PublishedVersion& version) {
+        return version.number == base.number && (base.digest.isEmpty() || version.digest == base.digest);
+    });
+    return found == log.end() ? VersionMark() : found->Mark();
 }
 
 } // namespace
@@ -59,18 +69,32 @@ QByteArray OfficeFiles::ContentAt(embedded::Office& office, const CString& confi
 }
 
 /// A program may have ended before it could remember a version that it had brought into the file or
-/// published: what is the same as a later version comes from that.
-OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& configuration, int base,
-                                       const QByteArray& content)
+/// published: what is the same as a later version comes from that. What the project has sent without an
+/// answer was in its file, so what the file has become since then was made of it.
+OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& configuration,
+                                       const VersionMark& base, const QByteArray& content)
 {
-    const QByteArray digest = embedded::DigestOf(content);
-    for (const PublishedVersion& version : PublishedConfigurations(office).Log(configuration)) {
-        if (version.number < base) break;
-        if (version.digest != digest) continue;
-        if (version.number != base) m_office.Memory().RememberBase(configuration, version.number);
-        return {version.number, false};
-    }
-    return {base, true};
+    const CArray<PublishedVersion> log = PublishedConfigurations(office).Log(configuration);
+    const VersionMark known = Known(log, base);
+    const auto find = [&](const CArray<QByteArray>& digests) {
+        return std::find_if(log.begin(), log.end(), [&](const PublishedVersion& version) {
+            return version.number >= known.number && digests.contains(version.digest);
+        });
+    };
+    auto found = find({embedded::DigestOf(content)});
+    const bool isEdited = found == log.end();
+    if (isEdited) found = find(m_office.Memory().Sent(configuration));
+    if (found == log.end()) return {known, true};
+    if (found->Mark() != base) m_office.Memory().RememberBase(configuration, found->Mark());
+    return {found->Mark(), isEdited};
+}
+
+/// What a content and the office have in common; empty where that is nothing.
+QByteArray OfficeFiles::CommonState(embedded::Office& office, const CString& configuration,
+                                    const Origin& origin, const QByteArray& content) const
+{
+    if (!origin.isEdited) return content;
+    return origin.base.number == 0 ? QByteArray() : ContentAt(office, configuration, origin.base.number);
 }
 
 OfficeState OfficeFiles::StateOf(embedded::Office& office, const PublishedVersion& last, int& base)
@@ -79,8 +103,9 @@ OfficeState OfficeFiles::StateOf(embedded::Office& office, const PublishedVersio
     const embedded::Look look;
     const auto content = platform::Files().Read(path);
     if (!content) return OfficeState::Missing;
-    const Origin origin = Trace(office, last.configuration, base, *content);
-    base = origin.base;
+    const Origin origin =
+        Trace(office, last.configuration, m_office.Memory().Base(last.configuration), *content);
+    base = origin.base.number;
     if (base == 0) return OfficeState::Apart;
     const bool isLast = base == last.number;
     if (origin.isEdited) return isLast ? OfficeState::Edited : OfficeState::OlderEdited;
@@ -100,7 +125,7 @@ CArray<OfficeEntry> OfficeFiles::LocalEntries()
     for (const CString& name : names) {
         OfficeEntry entry;
         entry.configuration = name;
-        entry.base = m_office.Memory().Base(name);
+        entry.base = m_office.Memory().Base(name).number;
         entry.isWaiting = waiting.contains(name);
         entries.append(entry);
     }
@@ -192,34 +217,56 @@ void OfficeFiles::Write(const CString& path, const QByteArray& bytes)
     platform::Files().Replace(path, bytes);
 }
 
+/// The file is free for others while `change` works, for that may ask somebody; what they have made of it by
+/// then is changed anew.
+void OfficeFiles::ChangeFile(const CString& path, const FileChange& change)
+{
+    const auto read = [&path]() -> std::optional<QByteArray> {
+        if (!platform::Files().Exists(path)) return std::nullopt;
+        return RulesAt(path);
+    };
+    const auto readLocked = [&] {
+        const auto lock = Lock(path);
+        return read();
+    };
+    for (std::optional<QByteArray> now = readLocked();;) {
+        const std::optional<QByteArray> wanted = change(now);
+        if (!wanted || wanted == now) return;
+        const auto lock = Lock(path);
+        const std::optional<QByteArray> found = read();
+        if (found == now) return Write(path, *wanted);
+        now = found;
+    }
+}
+
 FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts& answer,
                             std::optional<int> version)
 {
-    return WithOffice([&](embedded::Office& office) -> FetchEnd {
-        const CString path = FileOf(configuration);
+    const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
+    FetchEnd end = WithOffice([&](embedded::Office& office) {
         const auto last = PublishedConfigurations(office).Last(configuration);
         if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
         const int number = version.value_or(last->number);
         const QByteArray theirs = ContentAt(office, configuration, number);
-        const auto lock = Lock(path);
-        FetchEnd end{FetchEnd::Fetched, number};
-        if (!platform::Files().Exists(path)) {
-            Write(path, theirs);
-        } else if (const QByteArray mine = RulesAt(path); mine == theirs) {
-            end.end = FetchEnd::Unchanged;
-        } else {
-            const Origin origin = Trace(office, configuration, m_office.Memory().Base(configuration), mine);
-            QByteArray base = mine;
-            if (origin.isEdited)
-                base = origin.base == 0 ? QByteArray() : ContentAt(office, configuration, origin.base);
-            const auto merged = MergeRuleFiles(configuration, base, mine, theirs, answer);
-            if (!merged) return {FetchEnd::Conflicts, number};
-            Write(path, *merged);
-            if (*merged != theirs) end.end = FetchEnd::Merged;
-        }
-        m_office.Memory().RememberBase(configuration, number);
-        return end;
+        FetchEnd fetched{FetchEnd::Fetched, number};
+        ChangeFile(FileOf(configuration), [&](const std::optional<QByteArray>& mine) {
+            fetched.end = mine == theirs ? FetchEnd::Unchanged : FetchEnd::Fetched;
+            if (!mine || mine == theirs) return std::optional(theirs);
+            const Origin origin = Trace(office, configuration, m_office.Memory().Base(configuration), *mine);
+            const QByteArray base = CommonState(office, configuration, origin, *mine);
+            auto merged = MergeRuleFiles(configuration, base, *mine, theirs, answer);
+            if (!merged) fetched.end = FetchEnd::Conflicts;
+            if (merged && *merged != theirs) fetched.end = FetchEnd::Merged;
+            return merged;
+        });
+        if (fetched.IsDone())
+            m_office.Memory().RememberBase(configuration, {number, embedded::DigestOf(theirs)});
+        return fetched;
     });
+    if (!end.IsDone()) return end;
+    Forget(waiting);
+    end.hasWithdrawn = !waiting.isEmpty();
+    return end;
 }
 
 /// Brings into the project's file what `from`, which it held once, has become, with what has been edited in
@@ -227,14 +274,14 @@ FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts&
 bool OfficeFiles::BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
                               const AnswerConflicts& answer)
 {
-    const CString path = FileOf(configuration);
-    const auto lock = Lock(path);
-    if (!platform::Files().Exists(path)) return true;
-    const QByteArray now = RulesAt(path);
-    const auto merged = MergeRuleFiles(configuration, from, now, to, answer);
-    if (!merged) return false;
-    if (*merged != now) Write(path, *merged);
-    return true;
+    bool isAnswered = true;
+    ChangeFile(FileOf(configuration), [&](const std::optional<QByteArray>& now) -> std::optional<QByteArray> {
+        if (!now) return std::nullopt;
+        auto merged = MergeRuleFiles(configuration, from, *now, to, answer);
+        isAnswered = merged.has_value();
+        return merged;
+    });
+    return isAnswered;
 }
 
 } // namespace shared

@@ -34,6 +34,19 @@ struct OfficeEntry
     bool isWaiting = false; ///< to be published until the office can be reached again
 };
 
+/// What a merge with a published version has brought together.
+struct JoinedStates
+{
+    CString configuration;
+    int version = 0;   ///< the published one
+    QByteArray mine;   ///< what was to be published
+    QByteArray theirs; ///< the published version
+    QByteArray merged; ///< what is to be published in place of `mine`
+};
+
+/// Shown what was merged before it goes anywhere. False leaves everything as it is.
+using ReviewMerge = std::function<bool(const JoinedStates& joined)>;
+
 /// What became of a publication.
 struct PublishEnd
 {
@@ -42,16 +55,20 @@ struct PublishEnd
         Unchanged, ///< `version` holds the same already
         Waits,     ///< the office cannot be reached; it is sent when it can
         Conflicts, ///< somebody has published against it, and there was no answer
+        Declined,  ///< whoever was shown what was merged did not want it
         Collides,  ///< another project has given one of its bill numbers to something else
         Missing,   ///< the office has no such configuration, or has it no more, and the user may not make one
     };
     End end = Published;
     CString configuration{};
-    int version = 0;       ///< the one that holds the file, or else the last one as far as it is known
-    bool isMerged = false; ///< with what others had published meanwhile, in the project's file, too
+    int version = 0; ///< the one that holds the file, or else the last one as far as it is known
+    /// With what it was merged, in the project's file, too: all that others had published meanwhile.
+    std::optional<JoinedStates> joined{};
     CArray<embedded::NumberCollision> collisions{};
-    CString fault{}; ///< of one that waits: why, in words
+    CString fault{};        ///< of one that waits: why, in words
+    bool mayBeDone = false; ///< of one that waits: the answer is missing, so it may be published already
 
+    bool IsMerged() const { return joined.has_value(); }
     /// Whether what was to be published is in a version now.
     bool IsDone() const { return end == Published || end == Unchanged; }
 };
@@ -74,18 +91,31 @@ struct FetchEnd
     };
     End end = Fetched;
     int version = 0;
+    bool hasWithdrawn = false; ///< whether something waited to be published that does so no more
+
+    bool IsDone() const { return end != Conflicts; }
+};
+
+/// What became of what waited to be published.
+enum class WithdrawEnd {
+    NoneWaits,
+    Withdrawn,
+    MayBeDone, ///< it waits no more, but was sent before and not answered: it may be published
 };
 
 /// Between the rule files of a project and the configurations that its office has published.
 ///
 /// Nothing is replaced unseen. The project remembers of which version each of its files was made; what the
 /// project and the office have made of that since is merged by rule, in either direction. A file that is
-/// about to become another one has a copy in the history first and is locked against other programs.
+/// about to become another one has a copy in the history first and is locked against other programs, but not
+/// while somebody is asked: what others make of it meanwhile is merged as well.
 ///
-/// What the project remembers may be older than the truth, since a program may end between two steps: a file
-/// that holds a later version is recognised as that. All raise `embedded::Error` and what is derived from it,
-/// `UnreachableError` where it does not say otherwise, and `platform::FileError`; the project's file is as it
-/// was then.
+/// What the project remembers may be older than the truth, since a program may end between two steps, or not
+/// hear what came of one: a file that holds a later version is recognised as that, and so is a version that
+/// the project has sent. The office may be older, too, when it was put back from a copy: a version that it
+/// does not have, or has with another content, is no common origin then. All raise `embedded::Error` and what
+/// is derived from it, `UnreachableError` where it does not say otherwise, and `platform::FileError`; the
+/// project's file is as it was then.
 class OfficeFiles
 {
 public:
@@ -99,9 +129,12 @@ public:
     CString FileOf(const CString& configuration) const;
 
     /// Sends what waits to be published. What cannot be published stays waiting, and so does what conflicts
-    /// with others without an answer. Empty when the office cannot be reached. To be called before anything
-    /// else is done with the office.
-    std::vector<SentPublication> SendWaiting(const AnswerConflicts& answer = {});
+    /// with others without an answer, and what was merged and not wanted. Empty when the office cannot be
+    /// reached. To be called before anything else is done with the office.
+    std::vector<SentPublication> SendWaiting(const AnswerConflicts& answer = {},
+                                             const ReviewMerge& review = {});
+    /// Lets what waits of a configuration wait no more. The project's file stays as it is.
+    WithdrawEnd Withdraw(const CString& configuration);
 
     /// What the office has published and what the project has, by name. Without the office what the project
     /// has.
@@ -114,28 +147,38 @@ public:
     /// The number of the last version. Raises `embedded::Error` when there is none.
     int LastVersion(const CString& configuration);
 
-    /// Brings a version, usually the last one, into the project's file.
+    /// Brings a version, usually the last one, into the project's file. What waits to be published of it does
+    /// so no more then: it is of a former state of the file.
     FetchEnd Fetch(const CString& configuration, const AnswerConflicts& answer,
                    std::optional<int> version = std::nullopt);
 
     /// Publishes the project's file. Where others have published meanwhile, both are merged in the file, and
-    /// that is published. Waits when the office cannot be reached, also when it goes on the way.
-    PublishEnd Publish(const CString& configuration, const CString& note, const AnswerConflicts& answer);
+    /// that is published, after `review`. Waits when the office cannot be reached, also when it goes on the
+    /// way.
+    PublishEnd Publish(const CString& configuration, const CString& note, const AnswerConflicts& answer,
+                       const ReviewMerge& review = {});
 
     /// Publishes an earlier version again and brings it into the project's file. `lastSeen` is the last one
     /// that whoever asks has seen; without it the last one now. Refused, by an `embedded::Error`, when the
     /// file holds edits that are not published, and when somebody has published since.
-    PublishEnd Restore(const CString& configuration, int version, std::optional<int> lastSeen = {});
+    PublishEnd Restore(const CString& configuration, int version,
+                       const std::optional<embedded::VersionMark>& lastSeen = {});
 
     /// Takes a configuration from the list of the office, or brings it back.
     void Remove(const CString& configuration);
     void BringBack(const CString& configuration);
 
 private:
+    /// Whom to ask when states are merged.
+    struct MergeQuestions
+    {
+        const AnswerConflicts& answer;
+        const ReviewMerge& review;
+    };
     /// Where a content comes from.
     struct Origin
     {
-        int base = 0;
+        embedded::VersionMark base;
         bool isEdited = true; ///< whether it is something else than that version
     };
 
@@ -146,33 +189,46 @@ private:
     {
         try {
             return work(Reached());
+        } catch (const embedded::UnansweredError& error) {
+            m_office.Lose(embedded::UnreachableError(error.Reason()));
+            throw;
         } catch (const embedded::UnreachableError& error) {
             m_office.Lose(error);
             throw;
         }
     }
     QByteArray ContentAt(embedded::Office& office, const CString& configuration, int version) const;
-    Origin Trace(embedded::Office& office, const CString& configuration, int base, const QByteArray& content);
+    Origin Trace(embedded::Office& office, const CString& configuration, const embedded::VersionMark& base,
+                 const QByteArray& content);
+    QByteArray CommonState(embedded::Office& office, const CString& configuration, const Origin& origin,
+                           const QByteArray& content) const;
     OfficeState StateOf(embedded::Office& office, const embedded::PublishedVersion& last, int& base);
     CArray<OfficeEntry> LocalEntries();
 
-    embedded::Publication FromFile(const CString& configuration, const CString& note) const;
+    embedded::Publication FromFile(const CString& configuration, const CString& note);
     CArray<embedded::NumberUse> NumbersIn(const CString& configuration, const QByteArray& content) const;
+    embedded::PublishOutcome AskToPublish(embedded::Office& office, const embedded::Publication& publication);
+    void FindBase(embedded::Office& office, embedded::Publication& publication);
     PublishEnd Send(embedded::Office& office, embedded::Publication& publication,
-                    const AnswerConflicts& answer);
-    bool TakeNewer(embedded::Office& office, embedded::Publication& publication, int version,
-                   const AnswerConflicts& answer);
+                    const MergeQuestions& questions);
+    bool TakeNewer(embedded::Office& office, embedded::Publication& publication, PublishEnd& end,
+                   const MergeQuestions& questions);
     SentPublication SendOne(embedded::Office& office, const embedded::WaitingPublication& waiting,
-                            const AnswerConflicts& answer);
+                            const MergeQuestions& questions);
     CArray<embedded::WaitingPublication> WaitingOf(const CString& configuration);
+    void Forget(const CArray<embedded::WaitingPublication>& waiting);
     PublishEnd PublishAgain(embedded::Office& office, const CString& configuration, int version,
-                            std::optional<int> lastSeen);
+                            const std::optional<embedded::VersionMark>& lastSeen);
 
     /// The bytes of a rule file that can be worked on. Raises `embedded::Error` for any other, and for one
     /// that is missing.
     static QByteArray RulesAt(const CString& path);
     embedded::RuleFileLock Lock(const CString& path);
     void Write(const CString& path, const QByteArray& bytes);
+    /// The bytes that a file is to hold, by those that it holds now; nothing to leave it as it is. Nothing
+    /// stands for a file that is missing.
+    using FileChange = std::function<std::optional<QByteArray>(const std::optional<QByteArray>& now)>;
+    void ChangeFile(const CString& path, const FileChange& change);
     bool BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
                      const AnswerConflicts& answer);
 

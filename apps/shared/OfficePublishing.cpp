@@ -5,6 +5,8 @@
 
 #include <QtCore/QSet>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 /// What of `OfficeFiles` sends publications.
@@ -14,6 +16,7 @@ namespace {
 
 using embedded::Error;
 using embedded::PublishedConfigurations;
+using embedded::PublishOutcome;
 using embedded::UnreachableError;
 
 QSet<CString> NumbersOf(const embedded::LibraryContents& contents)
@@ -37,9 +40,34 @@ void ForEachBill(const rules::Configuration& configuration, const Take& take)
                         take(bill.record);
 }
 
+/// What an outcome of the office is to whoever publishes. What is newer is in conflict until it is merged.
+PublishEnd EndOf(const PublishOutcome& outcome, const CString& configuration)
+{
+    PublishEnd end{PublishEnd::Published, configuration, outcome.version};
+    end.collisions = outcome.collisions;
+    switch (outcome.end) {
+    case PublishOutcome::Published:
+        end.end = PublishEnd::Published;
+        break;
+    case PublishOutcome::Unchanged:
+        end.end = PublishEnd::Unchanged;
+        break;
+    case PublishOutcome::Newer:
+        end.end = PublishEnd::Conflicts;
+        break;
+    case PublishOutcome::Collides:
+        end.end = PublishEnd::Collides;
+        break;
+    case PublishOutcome::Missing:
+        end.end = PublishEnd::Missing;
+        break;
+    }
+    return end;
+}
+
 } // namespace
 
-embedded::Publication OfficeFiles::FromFile(const CString& configuration, const CString& note) const
+embedded::Publication OfficeFiles::FromFile(const CString& configuration, const CString& note)
 {
     embedded::Publication publication;
     publication.configuration = configuration;
@@ -47,6 +75,7 @@ embedded::Publication OfficeFiles::FromFile(const CString& configuration, const 
     publication.content = RulesAt(FileOf(configuration));
     publication.note = note;
     publication.project = m_office.ProjectName();
+    publication.projectId = m_office.ProjectId();
     publication.numbers = NumbersIn(configuration, publication.content);
     return publication;
 }
@@ -75,75 +104,120 @@ CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
 }
 
 PublishEnd OfficeFiles::Publish(const CString& configuration, const CString& note,
-                                const AnswerConflicts& answer)
+                                const AnswerConflicts& answer, const ReviewMerge& review)
 {
     // What another program lets wait from now on may be of a newer state of the file.
     const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
     embedded::Publication publication = FromFile(configuration, note);
+    PublishEnd end{PublishEnd::Waits, configuration};
     try {
-        PublishEnd end =
-            WithOffice([&](embedded::Office& office) { return Send(office, publication, answer); });
-        if (end.IsDone()) {
-            for (const embedded::WaitingPublication& one : waiting)
-                m_office.Memory().Forget(one);
-        }
-        return end;
+        end = WithOffice([&](embedded::Office& office) {
+            return Send(office, publication, {answer, review});
+        });
+        if (end.IsDone()) Forget(waiting);
+    } catch (const embedded::UnansweredError& error) {
+        m_office.Memory().Wait(publication);
+        end.mayBeDone = true;
+        end.fault = error.Reason();
     } catch (const UnreachableError& error) {
         m_office.Memory().Wait(publication);
-        PublishEnd end{PublishEnd::Waits, configuration};
         end.fault = error.Message();
-        return end;
     }
+    return end;
+}
+
+/// Remembers what is sent until there is an answer, so that it is recognised when that is lost.
+PublishOutcome OfficeFiles::AskToPublish(embedded::Office& office, const embedded::Publication& publication)
+{
+    const CString& name = publication.configuration;
+    const QByteArray digest = embedded::DigestOf(publication.content);
+    m_office.Memory().RememberSent(name, digest);
+    PublishOutcome outcome;
+    try {
+        outcome = PublishedConfigurations(office).Publish(publication);
+    } catch (const embedded::UnansweredError&) {
+        throw;
+    } catch (const Error&) {
+        m_office.Memory().ForgetSent(name, digest);
+        throw;
+    }
+    const bool isIn = outcome.end == PublishOutcome::Published || outcome.end == PublishOutcome::Unchanged;
+    if (isIn)
+        m_office.Memory().RememberBase(name, {outcome.version, digest});
+    else
+        m_office.Memory().ForgetSent(name, digest);
+    return outcome;
+}
+
+/// A former publication may have arrived without an answer: this one was made of it then. And what an older
+/// program has remembered gets its digest.
+void OfficeFiles::FindBase(embedded::Office& office, embedded::Publication& publication)
+{
+    const bool isWhole = publication.base.number == 0 || !publication.base.digest.isEmpty();
+    if (isWhole && m_office.Memory().Sent(publication.configuration).isEmpty()) return;
+    publication.base = Trace(office, publication.configuration, publication.base, publication.content).base;
 }
 
 /// Leaves in `publication` what it has become on the way, so that it can be sent again.
 PublishEnd OfficeFiles::Send(embedded::Office& office, embedded::Publication& publication,
-                             const AnswerConflicts& answer)
+                             const MergeQuestions& questions)
 {
-    PublishEnd end{PublishEnd::Published, publication.configuration};
+    FindBase(office, publication);
+    std::optional<JoinedStates> joined;
     for (;;) {
-        const embedded::PublishOutcome outcome = PublishedConfigurations(office).Publish(publication);
-        end.version = outcome.version;
-        switch (outcome.end) {
-        case embedded::PublishOutcome::Newer:
-            if (!TakeNewer(office, publication, outcome.version, answer)) {
-                end.end = PublishEnd::Conflicts;
-                return end;
-            }
-            end.isMerged = true;
-            break;
-        case embedded::PublishOutcome::Published:
-        case embedded::PublishOutcome::Unchanged:
-            m_office.Memory().RememberBase(publication.configuration, outcome.version);
-            if (outcome.end == embedded::PublishOutcome::Unchanged) end.end = PublishEnd::Unchanged;
+        const PublishOutcome outcome = AskToPublish(office, publication);
+        PublishEnd end = EndOf(outcome, publication.configuration);
+        end.joined = joined;
+        if (outcome.end != PublishOutcome::Newer || !TakeNewer(office, publication, end, questions))
             return end;
-        case embedded::PublishOutcome::Collides:
-            end.end = PublishEnd::Collides;
-            end.collisions = outcome.collisions;
-            return end;
-        case embedded::PublishOutcome::Missing:
-            end.end = PublishEnd::Missing;
-            return end;
-        }
+        joined = end.joined;
     }
 }
 
-/// Merges a publication with the last version, in the project's file, too. False when there was no answer.
-bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& publication, int version,
-                            const AnswerConflicts& answer)
+/// Merges a publication with the last version, that of `end`, in the project's file, too. False when that was
+/// not to be, and `end` tells why.
+bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& publication, PublishEnd& end,
+                            const MergeQuestions& questions)
 {
     const CString& name = publication.configuration;
-    const QByteArray theirs = ContentAt(office, name, version);
-    const Origin origin = Trace(office, name, publication.base, publication.content);
-    QByteArray base = publication.content;
-    if (origin.isEdited) base = origin.base == 0 ? QByteArray() : ContentAt(office, name, origin.base);
-    const auto merged = MergeRuleFiles(name, base, publication.content, theirs, answer);
-    if (!merged || !BringToFile(name, publication.content, *merged, answer)) return false;
-    m_office.Memory().RememberBase(name, version);
-    publication.base = version;
+    const QByteArray& mine = publication.content;
+    const QByteArray theirs = ContentAt(office, name, end.version);
+    const Origin origin = Trace(office, name, publication.base, mine);
+    const auto merged =
+        MergeRuleFiles(name, CommonState(office, name, origin, mine), mine, theirs, questions.answer);
+    if (!merged) return false;
+    const bool isNews = *merged != mine && *merged != theirs;
+    const JoinedStates joined{name, end.version, mine, theirs, *merged};
+    if (isNews && questions.review && !questions.review(joined)) {
+        end.end = PublishEnd::Declined;
+        return false;
+    }
+    if (!BringToFile(name, mine, *merged, questions.answer)) return false;
+    const QByteArray first = end.joined ? end.joined->mine : mine;
+    end.joined = {name, end.version, first, theirs, *merged};
+    publication.base = {end.version, embedded::DigestOf(theirs)};
+    m_office.Memory().RememberBase(name, publication.base);
     publication.content = *merged;
     publication.numbers = NumbersIn(name, *merged);
     return true;
+}
+
+void OfficeFiles::Forget(const CArray<embedded::WaitingPublication>& waiting)
+{
+    for (const embedded::WaitingPublication& one : waiting)
+        m_office.Memory().Forget(one);
+}
+
+WithdrawEnd OfficeFiles::Withdraw(const CString& configuration)
+{
+    const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
+    if (waiting.isEmpty()) return WithdrawEnd::NoneWaits;
+    const CArray<QByteArray> sent = m_office.Memory().Sent(configuration);
+    Forget(waiting);
+    const bool mayBeDone = std::any_of(waiting.begin(), waiting.end(), [&](const auto& one) {
+        return sent.contains(embedded::DigestOf(one.publication.content));
+    });
+    return mayBeDone ? WithdrawEnd::MayBeDone : WithdrawEnd::Withdrawn;
 }
 
 CArray<embedded::WaitingPublication> OfficeFiles::WaitingOf(const CString& configuration)
@@ -155,14 +229,17 @@ CArray<embedded::WaitingPublication> OfficeFiles::WaitingOf(const CString& confi
     return waiting;
 }
 
-std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& answer)
+std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& answer,
+                                                      const ReviewMerge& review)
 {
     std::vector<SentPublication> sent;
     const CArray<embedded::WaitingPublication> waiting = m_office.Memory().Waiting();
     if (waiting.isEmpty() || !m_office.Reach()) return sent;
     try {
         for (const embedded::WaitingPublication& one : waiting)
-            sent.push_back(SendOne(Reached(), one, answer));
+            sent.push_back(SendOne(Reached(), one, {answer, review}));
+    } catch (const embedded::UnansweredError& error) {
+        m_office.Lose(UnreachableError(error.Reason()));
     } catch (const UnreachableError& error) {
         m_office.Lose(error); // what has not been sent goes on waiting
     }
@@ -170,12 +247,14 @@ std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& ans
 }
 
 SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::WaitingPublication& waiting,
-                                     const AnswerConflicts& answer)
+                                     const MergeQuestions& questions)
 {
     SentPublication sent{waiting, {PublishEnd::Waits, waiting.publication.configuration}};
     try {
         embedded::Publication publication = waiting.publication;
-        sent.end = Send(office, publication, answer);
+        // An older program has let it wait.
+        if (publication.projectId.isEmpty()) publication.projectId = m_office.ProjectId();
+        sent.end = Send(office, publication, questions);
         if (sent.end.IsDone()) m_office.Memory().Forget(waiting);
     } catch (const UnreachableError&) {
         throw;
@@ -187,14 +266,15 @@ SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::W
     return sent;
 }
 
-PublishEnd OfficeFiles::Restore(const CString& configuration, int version, std::optional<int> lastSeen)
+PublishEnd OfficeFiles::Restore(const CString& configuration, int version,
+                                const std::optional<embedded::VersionMark>& lastSeen)
 {
     return WithOffice(
         [&](embedded::Office& office) { return PublishAgain(office, configuration, version, lastSeen); });
 }
 
 PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& configuration, int version,
-                                     std::optional<int> lastSeen)
+                                     const std::optional<embedded::VersionMark>& lastSeen)
 {
     const CString path = FileOf(configuration);
     const auto lock = Lock(path);
@@ -207,32 +287,20 @@ PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& co
     if (!last) throw Error(u"办公室“%1”里没有配置“%2”"_s.arg(m_office.Name(), configuration));
     embedded::Publication publication;
     publication.configuration = configuration;
-    publication.base = lastSeen.value_or(last->number);
+    publication.base = lastSeen.value_or(last->Mark());
     publication.content = ContentAt(office, configuration, version);
     publication.note = u"还原第 %1 版"_s.arg(version);
     publication.project = m_office.ProjectName();
+    publication.projectId = m_office.ProjectId();
     publication.numbers = NumbersIn(configuration, publication.content);
-    const embedded::PublishOutcome outcome = PublishedConfigurations(office).Publish(publication);
-    PublishEnd end{PublishEnd::Published, configuration, outcome.version};
-    switch (outcome.end) {
-    case embedded::PublishOutcome::Newer:
+    const PublishOutcome outcome = PublishedConfigurations(office).Publish(publication);
+    if (outcome.end == PublishOutcome::Newer)
         throw Error(u"刚刚有人发布了配置“%1”的第 %2 版，没有还原；请看过以后再做一次"_s.arg(
             configuration, CString::number(outcome.version)));
-    case embedded::PublishOutcome::Collides:
-        end.end = PublishEnd::Collides;
-        end.collisions = outcome.collisions;
-        return end;
-    case embedded::PublishOutcome::Missing:
-        end.end = PublishEnd::Missing;
-        return end;
-    case embedded::PublishOutcome::Unchanged:
-        end.end = PublishEnd::Unchanged;
-        break;
-    case embedded::PublishOutcome::Published:
-        break;
-    }
+    PublishEnd end = EndOf(outcome, configuration);
+    if (!end.IsDone()) return end;
     if (!isThere || RulesAt(path) != publication.content) Write(path, publication.content);
-    m_office.Memory().RememberBase(configuration, outcome.version);
+    m_office.Memory().RememberBase(configuration, {outcome.version, embedded::DigestOf(publication.content)});
     return end;
 }
 

@@ -1,5 +1,6 @@
 #include "shared/OfficeText.h"
 
+#include "shared/RuleChanges.h"
 #include "shared/TimeText.h"
 
 using namespace Qt::StringLiterals;
@@ -33,6 +34,23 @@ CString BareStateText(OfficeState state)
     return {};
 }
 
+CString BareEndText(const FetchEnd& end, const CString& configuration, const CString& office)
+{
+    const CString version = CString::number(end.version);
+    switch (end.end) {
+    case FetchEnd::Fetched:
+        return u"已取来配置“%1”的第 %2 版"_s.arg(configuration, version);
+    case FetchEnd::Unchanged:
+        return u"配置“%1”已经是第 %2 版"_s.arg(configuration, version);
+    case FetchEnd::Merged:
+        return u"已取来配置“%1”的第 %2 版，与本地的修改合并"_s.arg(configuration, version);
+    case FetchEnd::Conflicts:
+        return u"配置“%1”没有取来：本地的修改与办公室“%2”里的第 %3 版冲突"_s.arg(configuration, office,
+                                                                                 version);
+    }
+    return {};
+}
+
 CString CollisionText(const embedded::NumberCollision& collision)
 {
     return u"清单编号 %1：这里是 %2（%3），工程“%4”已用于 %5（%6）"_s.arg(
@@ -53,16 +71,22 @@ CString EndText(const PublishEnd& end, const CString& office)
     const CString version = CString::number(end.version);
     switch (end.end) {
     case PublishEnd::Published:
-        return (end.isMerged ? u"配置“%1”已与别人发布的合并，发布为第 %2 版，本地文件也是合并的结果"_s
-                             : u"配置“%1”已发布为第 %2 版"_s)
+        return (end.IsMerged() ? u"配置“%1”已与别人发布的合并，发布为第 %2 版，本地文件也是合并的结果"_s
+                               : u"配置“%1”已发布为第 %2 版"_s)
             .arg(end.configuration, version);
     case PublishEnd::Unchanged:
         return u"配置“%1”与第 %2 版相同，没有发布新的"_s.arg(end.configuration, version);
     case PublishEnd::Waits:
+        if (end.mayBeDone)
+            return u"办公室“%1”没有回答，配置“%2”可能已经发布，连上以后再确认，不会发两次：%3"_s.arg(
+                office, end.configuration, end.fault);
         return u"办公室“%1”连不上，配置“%2”还没有发布，连上以后再发：%3"_s.arg(office, end.configuration,
                                                                                end.fault);
     case PublishEnd::Conflicts:
         return u"配置“%1”没有发布：与办公室“%2”里的第 %3 版冲突"_s.arg(end.configuration, office, version);
+    case PublishEnd::Declined:
+        return u"配置“%1”没有发布：与办公室“%2”里的第 %3 版合并的结果还没有人同意"_s.arg(end.configuration,
+                                                                                         office, version);
     case PublishEnd::Collides: {
         CStringArray lines{u"配置“%1”没有发布：清单编号与别的工程相同，内容不同"_s.arg(end.configuration)};
         for (const embedded::NumberCollision& collision : end.collisions)
@@ -78,19 +102,29 @@ CString EndText(const PublishEnd& end, const CString& office)
 
 CString EndText(const FetchEnd& end, const CString& configuration, const CString& office)
 {
-    const CString version = CString::number(end.version);
-    switch (end.end) {
-    case FetchEnd::Fetched:
-        return u"已取来配置“%1”的第 %2 版"_s.arg(configuration, version);
-    case FetchEnd::Unchanged:
-        return u"配置“%1”已经是第 %2 版"_s.arg(configuration, version);
-    case FetchEnd::Merged:
-        return u"已取来配置“%1”的第 %2 版，与本地的修改合并"_s.arg(configuration, version);
-    case FetchEnd::Conflicts:
-        return u"配置“%1”没有取来：本地的修改与办公室“%2”里的第 %3 版冲突"_s.arg(configuration, office,
-                                                                                 version);
+    const CString text = BareEndText(end, configuration, office);
+    return end.hasWithdrawn ? text + u"；等待的发布已撤回"_s : text;
+}
+
+CString EndText(WithdrawEnd end, const CString& configuration)
+{
+    switch (end) {
+    case WithdrawEnd::NoneWaits:
+        return u"配置“%1”没有等待的发布"_s.arg(configuration);
+    case WithdrawEnd::Withdrawn:
+        return u"已撤回配置“%1”等待的发布，本地文件没有动"_s.arg(configuration);
+    case WithdrawEnd::MayBeDone:
+        return u"配置“%1”不再等待发布；但它发出过而没有回答，可能已经发布，连上以后请看 cloud log"_s.arg(
+            configuration);
     }
     return {};
+}
+
+CString JoinedText(const JoinedStates& joined)
+{
+    const auto lines = RuleChangeLines(joined.mine, joined.merged);
+    return u"合并时从办公室的第 %1 版并入的：\n"_s.arg(joined.version) +
+           lines.value_or(CStringArray()).join(u'\n');
 }
 
 CString EndText(const SentPublication& sent, const CString& office)

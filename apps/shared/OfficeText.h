@@ -12,5 +12,9 @@ CString StateText(const OfficeEntry& entry);
 CString EndText(const PublishEnd& end, const CString& office);
 CString EndText(const FetchEnd& end, const CString& configuration, const CString& office);
 CString EndText(const SentPublication& sent, const CString& office);
+CString EndText(WithdrawEnd end, const CString& configuration);
+
+/// What a merge has brought into what was to be published, rule by rule, a line each.
+CString JoinedText(const JoinedStates& joined);
 
 } // namespace shared

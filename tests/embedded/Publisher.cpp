@@ -16,6 +16,12 @@ void Say(const std::string& text)
     std::fflush(stdout);
 }
 
+embedded::VersionMark MarkOf(int number)
+{
+    if (number == 0) return {};
+    return {number, embedded::DigestOf(test::ContentOf(number))};
+}
+
 int Publish(const CString& service, const CString& configuration, int base)
 {
     embedded::Office office(service);
@@ -23,7 +29,7 @@ int Publish(const CString& service, const CString& configuration, int base)
     for (;; ++base) {
         const QByteArray content = test::ContentOf(base + 1);
         Say("asked " + std::to_string(base + 1));
-        const auto outcome = published.Publish({configuration, base, content});
+        const auto outcome = published.Publish({configuration, MarkOf(base), content});
         const bool isTaken = outcome.end == embedded::PublishOutcome::Published ||
                              outcome.end == embedded::PublishOutcome::Unchanged;
         if (!isTaken || outcome.version != base + 1) {

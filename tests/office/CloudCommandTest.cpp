@@ -188,6 +188,36 @@ TEST_F(CloudVerb, WhatCannotBeSentIsToldAndKeepsWaiting)
     EXPECT_FALSE(Cloud(u"li"_s, {u"list"_s}).Out().contains(u"等待发布"_s));
 }
 
+TEST_F(CloudVerb, WhatWaitsIsWithdrawnWithoutBeingSent)
+{
+    EXPECT_EQ(Cloud(u"li"_s, {u"withdraw"_s, test::Configuration}).status, 1);
+    Write(u"li"_s, WithCopper);
+    test::SharedServer().Stop();
+    Cloud(u"li"_s, {u"publish"_s, test::Configuration});
+    test::SharedServer().StartAgain();
+    const Outcome withdrawn = Cloud(u"li"_s, {u"withdraw"_s, test::Configuration});
+    EXPECT_EQ(withdrawn.status, 0) << withdrawn.err.toStdString();
+    EXPECT_TRUE(withdrawn.Out().contains(u"已撤回"_s)) << withdrawn.out.toStdString();
+    const Outcome listed = Cloud(u"li"_s, {u"list"_s});
+    EXPECT_FALSE(listed.Out().contains(u"等待发布"_s));
+    EXPECT_EQ(listed.err, QByteArray());
+    EXPECT_EQ(Read(u"li"_s), WithCopper);
+    EXPECT_FALSE(Cloud(u"li"_s, {u"log"_s, test::Configuration}).Out().contains(u" 2 "_s));
+}
+
+TEST_F(CloudVerb, WhatWasMergedIsPrintedRuleByRule)
+{
+    Write(u"wang"_s, WithCopper);
+    Cloud(u"wang"_s, {u"publish"_s, test::Configuration});
+    Write(u"li"_s, PipeFile(PipeElement(2, "钢管") + PipeElement(3, "PE管")));
+    const Outcome merged = Cloud(u"li"_s, {u"publish"_s, test::Configuration});
+    EXPECT_EQ(merged.status, 0) << merged.err.toStdString();
+    EXPECT_TRUE(merged.Out().contains(u"从办公室的第 2 版并入的"_s)) << merged.out.toStdString();
+    EXPECT_TRUE(merged.Out().contains(u"铜管"_s)) << merged.out.toStdString();
+    EXPECT_FALSE(merged.Out().contains(u"PE管"_s)) << merged.out.toStdString();
+    EXPECT_TRUE(merged.Out().contains(u"发布为第 3 版"_s)) << merged.out.toStdString();
+}
+
 TEST_F(CloudVerb, ProjectWithoutAnOfficeIsToldOfTheFolderAndOfOffices)
 {
     Run({u"init"_s, u"alone"_s});
@@ -201,6 +231,7 @@ TEST_F(CloudVerb, WrongUsageIsRefused)
 {
     for (const QStringList& words :
          {QStringList{u"send"_s}, QStringList{u"log"_s}, QStringList{u"list"_s, u"a"_s},
+          QStringList{u"withdraw"_s}, QStringList{u"withdraw"_s, u"a"_s, u"--prefer"_s, u"mine"_s},
           QStringList{u"list"_s, u"--note"_s, u"a"_s}, QStringList{u"restore"_s, u"a"_s},
           QStringList{u"fetch"_s, u"a"_s, u"--version"_s, u"0"_s},
           QStringList{u"publish"_s, u"a"_s, u"--prefer"_s, u"both"_s},

@@ -1,72 +1,16 @@
 #include "shared/OfficeFiles.h"
 
-#include "office/OfficeSetting.h"
+#include "office/TwoProjects.h"
 #include "platform/Files.h"
-#include "support/PostgresServer.h"
-
-#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using rules::Side;
 using shared::FetchEnd;
 using shared::OfficeState;
 using shared::PublishEnd;
-using test::AnswerAll;
-using test::Configuration;
-using test::OfficeProject;
-using test::PipeElement;
-using test::PipeFile;
+using namespace test; // NOLINT(google-build-using-namespace): all of this is about them
 
-namespace {
-
-const QByteArray Base = PipeFile(PipeElement(2, "钢管"));
-const QByteArray WithCopper = PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管"));
-const QByteArray WithPlastic = PipeFile(PipeElement(2, "钢管") + PipeElement(3, "PE管"));
-const QByteArray ByCount = PipeFile(PipeElement(2, "钢管", "个数"));
-const QByteArray ByLength = PipeFile(PipeElement(2, "钢管", "长度"));
-
-/// The server is down while one lives.
-class ServerDown
-{
-public:
-    ServerDown() { test::SharedServer().Stop(); }
-    ~ServerDown() { test::SharedServer().StartAgain(); }
-    ServerDown(const ServerDown&) = delete;
-    ServerDown& operator=(const ServerDown&) = delete;
-};
-
-bool Holds(const QByteArray& file, const QByteArray& text)
-{
-    return file.contains(text);
-}
-
-CString ErrorOf(const std::function<void()>& action)
-{
-    try {
-        action();
-    } catch (const embedded::Error& error) {
-        return error.Message();
-    }
-    return u"no error"_s;
-}
-
-/// Wang's and Li's projects, both with the first version.
-class OfficeFiles : public testing::Test
-{
-protected:
-    OfficeFiles()
-    {
-        m_wang.Write(Base);
-        m_wang.Publish(u"第一版"_s);
-        m_li.Fetch();
-    }
-
-    test::OfficeSetting m_setting;
-    OfficeProject m_wang{m_setting, u"王工程"_s, u"wang"_s};
-    OfficeProject m_li{m_setting, u"李工程"_s, u"li"_s};
-};
-
-} // namespace
+using OfficeFiles = test::TwoProjects;
 
 TEST_F(OfficeFiles, PublishedFileIsFetchedToTheByte)
 {
@@ -87,7 +31,7 @@ TEST_F(OfficeFiles, WhatOthersHavePublishedMeanwhileIsMergedIntoFileAndVersion)
     m_li.Write(WithPlastic);
     const PublishEnd end = m_li.Publish(u"塑料管"_s);
     EXPECT_EQ(end.end, PublishEnd::Published);
-    EXPECT_TRUE(end.isMerged);
+    EXPECT_TRUE(end.IsMerged());
     EXPECT_EQ(end.version, 3);
     const QByteArray last = m_wang.Last();
     EXPECT_TRUE(Holds(last, "铜管") && Holds(last, "PE管")) << last.toStdString();
@@ -160,7 +104,7 @@ TEST_F(OfficeFiles, FileMadeApartKeepsItsRulesWhenItMeetsThePublishedOne)
     EXPECT_EQ(third.Entry().state, OfficeState::Apart);
     const PublishEnd end = third.Publish();
     EXPECT_EQ(end.end, PublishEnd::Published);
-    EXPECT_TRUE(end.isMerged);
+    EXPECT_TRUE(end.IsMerged());
     EXPECT_TRUE(Holds(third.Last(), "铜管") && Holds(third.Last(), "钢管")) << third.Last().toStdString();
     OfficeProject fourth(m_setting, u"四工程"_s, u"li"_s);
     fourth.Write(PipeFile({}));
@@ -209,7 +153,7 @@ TEST_F(OfficeFiles, EarlierVersionIsFetchedAndDoesNotReplaceTheLastWhenPublished
     EXPECT_EQ(m_li.Publish().end, PublishEnd::Unchanged);
     EXPECT_EQ(m_li.Last(), WithCopper);
     m_li.Write(WithPlastic);
-    EXPECT_TRUE(m_li.Publish().isMerged);
+    EXPECT_TRUE(m_li.Publish().IsMerged());
     EXPECT_TRUE(Holds(m_li.Last(), "铜管") && Holds(m_li.Last(), "PE管"));
 }
 
@@ -250,7 +194,7 @@ TEST_F(OfficeFiles, WhatWaitsIsMergedWithOthersAndWithLaterEdits)
     m_li.Write(PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "铸铁管")));
     const auto sent = m_li.Files().SendWaiting();
     ASSERT_EQ(sent.size(), 1U);
-    EXPECT_TRUE(sent[0].end.isMerged);
+    EXPECT_TRUE(sent[0].end.IsMerged());
     EXPECT_TRUE(Holds(m_wang.Last(), "铜管") && Holds(m_wang.Last(), "PE管"));
     EXPECT_FALSE(Holds(m_wang.Last(), "铸铁管"));
     for (const char* material : {"铜管", "PE管", "铸铁管"})
@@ -337,13 +281,14 @@ TEST_F(OfficeFiles, ForgottenBaseIsFoundAgainByTheContent)
     m_wang.Write(PipeFile(PipeElement(2, "钢管", "净长")));
     m_wang.Publish();
     embedded::OfficeMemory& memory = m_li.Host().Office()->Memory();
-    memory.RememberBase(Configuration, 1);
+    const embedded::VersionMark first(1, embedded::DigestOf(Base));
+    memory.RememberBase(Configuration, first);
     EXPECT_EQ(m_li.Entry().state, OfficeState::Older);
-    EXPECT_EQ(memory.Base(Configuration), 2);
-    memory.RememberBase(Configuration, 1);
+    EXPECT_EQ(memory.Base(Configuration).number, 2);
+    memory.RememberBase(Configuration, first);
     EXPECT_EQ(m_li.Publish().end, PublishEnd::Unchanged);
-    EXPECT_EQ(memory.Base(Configuration), 2);
-    memory.RememberBase(Configuration, 1);
+    EXPECT_EQ(memory.Base(Configuration).number, 2);
+    memory.RememberBase(Configuration, first);
     EXPECT_EQ(m_li.Fetch().end, FetchEnd::Fetched);
     EXPECT_EQ(m_li.Read(), m_wang.Read());
 }

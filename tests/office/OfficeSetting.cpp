@@ -22,6 +22,15 @@ OfficeSetting::OfficeSetting()
     m_database.AddUser(u"gast"_s, u"reader"_s);
 }
 
+void OfficeSetting::PutBackTo(int version) const
+{
+    m_database.Ask(u"ALTER TABLE ktqdde.versions DISABLE TRIGGER ALL; "
+                   "DELETE FROM ktqdde.versions WHERE number > %1; "
+                   "DELETE FROM ktqdde.configurations WHERE NOT EXISTS ("
+                   "SELECT FROM ktqdde.versions WHERE configuration = name); "
+                   "ALTER TABLE ktqdde.versions ENABLE TRIGGER ALL"_s.arg(version));
+}
+
 OfficeProject::OfficeProject(const OfficeSetting& setting, const QString& name, const CString& service)
     : m_folder(setting.Folder(name))
 {
@@ -60,9 +69,10 @@ bool OfficeProject::HasFile() const
     return QFileInfo::exists(platform::ToNative(m_files->FileOf(Configuration)));
 }
 
-shared::PublishEnd OfficeProject::Publish(const CString& note, const shared::AnswerConflicts& answer)
+shared::PublishEnd OfficeProject::Publish(const CString& note, const shared::AnswerConflicts& answer,
+                                          const shared::ReviewMerge& review)
 {
-    return m_files->Publish(Configuration, note, answer);
+    return m_files->Publish(Configuration, note, answer, review);
 }
 
 shared::FetchEnd OfficeProject::Fetch(const shared::AnswerConflicts& answer)

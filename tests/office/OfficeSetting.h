@@ -20,6 +20,10 @@ public:
     QString Folder(const QString& project) const { return m_folder.Native(project); }
     /// The user of a service.
     QString User(const CString& service) const { return m_database.User(service); }
+    const OfficeDatabase& Database() const noexcept { return m_database; }
+    /// Puts the office back to the moment at which that version of all configurations was the last, as from a
+    /// copy.
+    void PutBackTo(int version) const;
 
 private:
     OfficeDatabase m_database;
@@ -35,6 +39,7 @@ public:
 
     shared::OfficeFiles& Files() { return *m_files; }
     embedded::EmbeddedHost& Host() { return *m_host; }
+    const QString& Folder() const noexcept { return m_folder; }
     /// Writes the rule file of the configuration of all tests.
     void Write(const QByteArray& bytes) const;
     QByteArray Read() const;
@@ -43,7 +48,8 @@ public:
     void Reopen();
 
     /// Those of the configuration of all tests.
-    shared::PublishEnd Publish(const CString& note = {}, const shared::AnswerConflicts& answer = {});
+    shared::PublishEnd Publish(const CString& note = {}, const shared::AnswerConflicts& answer = {},
+                               const shared::ReviewMerge& review = {});
     shared::FetchEnd Fetch(const shared::AnswerConflicts& answer = {});
     shared::OfficeEntry Entry();
     /// The content of the last version.

@@ -15,6 +15,11 @@
 /// worker, by the number at the end of its NAME, also changes a rule that all of them change. Prints a line
 /// for each: "published MATERIAL", or "conflict MATERIAL" when it was refused because of the rule that all
 /// change. Begins to publish when a line comes on standard input.
+///
+/// office_worker edit FOLDER CONFIGURATION NUMBER: gives the first rule of the project's file the quantity
+/// "长度NUMBER", says "edited NUMBER", publishes it, says "published VERSION NUMBER", and goes on with the
+/// next number without end. Answers 2 when the office cannot be reached, and 1, with "conflict" or the error,
+/// for whatever else comes of it.
 
 using namespace Qt::StringLiterals;
 
@@ -43,6 +48,35 @@ bool Work(shared::OfficeFiles& files, const CString& configuration, const QByteA
     if (end.IsDone()) return true;
     if (end.end == shared::PublishEnd::Conflicts) return false;
     throw std::runtime_error("neither published nor in conflict");
+}
+
+/// A file large enough that publishing it takes a moment.
+QByteArray LargeFile(int number)
+{
+    constexpr int Rules = 300;
+    QByteArray rules = test::PipeElement(2, "钢管", "长度" + QByteArray::number(number));
+    for (int i = 0; i < Rules; ++i)
+        rules += test::PipeElement(3 + i, "材质" + QByteArray::number(i));
+    return test::PipeFile(rules);
+}
+
+int Edit(const QString& folder, const CString& configuration, int number)
+{
+    embedded::EmbeddedHost host(folder);
+    shared::OfficeFiles files(host);
+    for (;; ++number) {
+        platform::Files().Replace(files.FileOf(configuration), LargeFile(number));
+        std::printf("edited %d\n", number);
+        std::fflush(stdout);
+        const shared::PublishEnd end = files.Publish(configuration, {}, {});
+        if (end.end == shared::PublishEnd::Waits) return 2;
+        if (!end.IsDone() || end.IsMerged()) {
+            std::printf("conflict %d\n", number);
+            return 1;
+        }
+        std::printf("published %d %d\n", end.version, number);
+        std::fflush(stdout);
+    }
 }
 
 void Run(const QStringList& arguments)
@@ -76,10 +110,15 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     if (QCoreApplication::arguments().size() != 5) return 2;
     try {
-        Run(QCoreApplication::arguments());
+        const QStringList arguments = QCoreApplication::arguments();
+        if (arguments.at(1) == u"edit")
+            return Edit(arguments.at(2), arguments.at(3), arguments.at(4).toInt());
+        Run(arguments);
         return 0;
+    } catch (const embedded::UnreachableError&) {
+        return 2;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::fprintf(stderr, "error: %s\n", error.what());
         return 1;
     }
 }

@@ -4,6 +4,7 @@
 #include "editor/dialogs/TextDifference.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
+#include "editor/office/JoinedDialog.h"
 #include "editor/project/Project.h"
 #include "editor/steps/BusyCursor.h"
 #include "editor/steps/FileWait.h"
@@ -114,7 +115,8 @@ OfficeWindow::OfficeWindow(QWidget* parent, Project& project, AskConflicts ask)
       m_fetch(MakeButton(u"取到本机(&G)"_s, u"把选中的版本取到工程里；本机改过的规则一条条合并"_s)),
       m_publish(MakeButton(u"发布(&P)…"_s, u"把本机的文件发布成新的一版；别人发布过的先合并"_s)),
       m_restore(MakeButton(u"还原成此版本(&O)"_s, u"把选中的版本再发布一次，并取到本机"_s)),
-      m_remove(MakeButton(u"移除(&M)"_s, u"从办公室的列表移除；各版本还在，可以收回"_s))
+      m_remove(MakeButton(u"移除(&M)"_s, u"从办公室的列表移除；各版本还在，可以收回"_s)),
+      m_withdraw(MakeButton(u"撤回等待的(&W)"_s, u"等着发布的这一份不再发布；本机的文件不变"_s))
 {
     setWindowTitle(u"办公室"_s);
     resize(InPixels(fontMetrics(), FirstText));
@@ -167,7 +169,7 @@ QWidget* OfficeWindow::MakeFoot()
     auto* foot = new QWidget;
     auto* line = new QHBoxLayout(foot);
     line->setContentsMargins(0, 0, 0, 0);
-    for (QPushButton* button : {m_fetch, m_publish, m_restore, m_remove})
+    for (QPushButton* button : {m_fetch, m_publish, m_withdraw, m_restore, m_remove})
         line->addWidget(button);
     m_use->setToolTip(u"取来的配置成为工程的当前配置"_s);
     line->addWidget(m_use);
@@ -187,6 +189,7 @@ void OfficeWindow::Connect()
     };
     on(m_fetch, &OfficeWindow::Fetch);
     on(m_publish, &OfficeWindow::Publish);
+    on(m_withdraw, &OfficeWindow::Withdraw);
     on(m_restore, &OfficeWindow::Restore);
     on(m_remove, &OfficeWindow::RemoveOrBringBack);
     connect(m_refresh, &QPushButton::clicked, this, [this] { Ask([this] { Refresh(true); }); });
@@ -202,7 +205,7 @@ void OfficeWindow::Ask(const std::function<void()>& step)
         try {
             step();
         } catch (const embedded::UnreachableError& error) {
-            m_place.Lose(error);
+            if (m_place.Reached() != nullptr) m_place.Lose(error);
             Refresh(false);
             throw;
         }
@@ -217,8 +220,10 @@ void OfficeWindow::Refresh(bool isFirst)
         ShowOffice();
     }
     if (isFirst) {
-        for (const shared::SentPublication& sent : Files().SendWaiting()) {
-            m_hasChanged = m_hasChanged || sent.end.isMerged;
+        // Nobody is asked about conflicts and merges out of the blue: that is for the button.
+        const auto decline = [](const shared::JoinedStates&) { return false; };
+        for (const shared::SentPublication& sent : Files().SendWaiting({}, decline)) {
+            m_hasChanged = m_hasChanged || sent.end.IsMerged();
             Report(shared::EndText(sent, OfficeName()), sent.end.IsDone());
         }
     }
@@ -305,6 +310,7 @@ void OfficeWindow::EnableButtons()
     m_fetch->setEnabled(version != nullptr && !isRemoved);
     m_publish->setEnabled(entry != nullptr && entry->state != shared::OfficeState::Missing && mayPublish &&
                           !isRemoved);
+    m_withdraw->setEnabled(entry != nullptr && entry->isWaiting);
     m_restore->setEnabled(version != nullptr && !isRemoved && m_right >= embedded::OfficeRight::Editor);
     m_remove->setEnabled(version != nullptr && m_right == embedded::OfficeRight::Keeper);
     m_remove->setText(isRemoved ? u"收回(&M)"_s : u"移除(&M)"_s);
@@ -336,7 +342,18 @@ void OfficeWindow::Publish()
     bool isWanted = false;
     const CString note = QInputDialog::getText(this, u"发布“%1”"_s.arg(configuration), u"说明(&N)："_s,
                                                QLineEdit::Normal, {}, &isWanted);
-    if (isWanted) TakePublished(Files().Publish(configuration, note.trimmed(), m_ask(configuration)));
+    if (!isWanted) return;
+    const auto review = [this](const shared::JoinedStates& joined) {
+        return JoinedDialog::Ask(joined, this);
+    };
+    TakePublished(Files().Publish(configuration, note.trimmed(), m_ask(configuration), review));
+}
+
+void OfficeWindow::Withdraw()
+{
+    const CString configuration = Entry()->configuration;
+    Report(shared::EndText(Files().Withdraw(configuration), configuration), true);
+    FillConfigurations();
 }
 
 void OfficeWindow::Restore()
@@ -344,7 +361,7 @@ void OfficeWindow::Restore()
     const embedded::PublishedVersion version = *Version();
     if (!AskYesNo(u"把“%1”还原成第 %2 版，作为新的一版发布"_s.arg(version.configuration).arg(version.number)))
         return;
-    TakePublished(Files().Restore(version.configuration, version.number, m_versions.first().number));
+    TakePublished(Files().Restore(version.configuration, version.number, m_versions.first().Mark()));
 }
 
 void OfficeWindow::TakePublished(const shared::PublishEnd& end)

@@ -50,6 +50,7 @@ private:
     void Fetch();
     void Publish();
     void Restore();
+    void Withdraw();
     void RemoveOrBringBack();
     void TakeFetched(const shared::FetchEnd& end, const CString& configuration);
     void TakePublished(const shared::PublishEnd& end);
@@ -85,6 +86,7 @@ private:
     QPushButton* m_publish;
     QPushButton* m_restore;
     QPushButton* m_remove;
+    QPushButton* m_withdraw;
 };
 
 } // namespace editor

@@ -125,6 +125,7 @@ bool MainWindow::Open(const QString& nativeFolder)
     m_project->BecomeHost(this);
     if (m_project->Host().Office() != nullptr) {
         m_project->SetNetDisk([this] {
+            if (!MayLeaveRules()) return;
             bool hasChanged = false; // the module's own steps look at the files anyway
             RunOfficeWindow(QApplication::activeWindow(), hasChanged);
         });

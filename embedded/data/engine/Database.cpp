@@ -233,7 +233,7 @@ Transaction::~Transaction()
 
 void Transaction::Commit()
 {
-    m_database.Execute(u"COMMIT"_s);
+    AskToWrite([this] { m_database.Execute(u"COMMIT"_s); });
     m_open = false;
 }
 

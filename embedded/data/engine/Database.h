@@ -92,7 +92,7 @@ private:
 /// A write transaction. It takes the database's write lock at once, so that two programs never both read
 /// first and then wait for each other. Rolled back by the destructor unless `Commit` was called.
 ///
-/// A server that goes while it commits may have done so or not: `Commit` then raises `UnreachableError`, and
+/// A server that goes while it commits may have done so or not: `Commit` then raises `UnansweredError`, and
 /// whoever has to know looks again.
 class Transaction
 {

@@ -2,6 +2,7 @@
 
 #include "platform/Text.h"
 
+#include <functional>
 #include <stdexcept>
 
 namespace embedded {
@@ -25,14 +26,31 @@ public:
     ~ReadOnlyError() override;
 };
 
-/// A server could not be reached, or has gone in the middle: what was asked for is not done, except for a
-/// commit, which may be.
+/// A server could not be reached, or has gone in the middle: what was asked for is not done.
 class UnreachableError : public Error
 {
 public:
     using Error::Error;
     ~UnreachableError() override;
 };
+
+/// A server has gone while it was asked to do something for good: that may be done. The text says so.
+class UnansweredError : public UnreachableError
+{
+public:
+    explicit UnansweredError(const UnreachableError& error);
+    ~UnansweredError() override;
+
+    /// Why there was no answer; it does not say that.
+    const CString& Reason() const noexcept { return m_reason; }
+
+private:
+    CString m_reason;
+};
+
+/// Asks a server by `ask` for a change that is there for good once the server has made it: the
+/// `UnreachableError` that comes of it is raised as `UnansweredError`.
+void AskToWrite(const std::function<void()>& ask);
 
 /// The server refuses what the connected user has no right to.
 class RightsError : public Error

@@ -22,9 +22,9 @@ OfficeRight RightOf(Database& database)
     const CString query =
         u"SELECT CASE "
         "WHEN has_function_privilege(to_regprocedure('ktqdde.set_removed(text, boolean)'), 'EXECUTE') THEN 3 "
-        "WHEN has_function_privilege(to_regprocedure('ktqdde.publish(text, integer, bytea, bytea, text, "
-        "text, "
-        "jsonb)'), 'EXECUTE') THEN 2 "
+        // In an office of whatever version.
+        "WHEN EXISTS (SELECT FROM pg_proc WHERE pronamespace = to_regnamespace('ktqdde') AND "
+        "proname = 'publish' AND has_function_privilege(oid, 'EXECUTE')) THEN 2 "
         "WHEN has_table_privilege(to_regclass('ktqdde.versions'), 'SELECT') THEN 1 ELSE 0 END"_s;
     return static_cast<OfficeRight>(database.Single(query).toInt());
 }

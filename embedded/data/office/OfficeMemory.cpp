@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int SchemaVersion = 1;
+constexpr int SchemaVersion = 2;
 
 CString TimeText(const QDateTime& at)
 {
@@ -46,7 +46,8 @@ OfficeMemory::OfficeMemory(const CString& path) : m_database(path)
 {
     EnsureSchema(
         m_database, SchemaVersion,
-        [this] { m_database.CreateTables(CString::fromUtf8(ShippedFile(u"office-memory.sql"_s))); }, [] {});
+        [this] { m_database.CreateTables(CString::fromUtf8(ShippedFile(u"office-memory.sql"_s))); },
+        [this] { m_database.ExecuteScript(CString::fromUtf8(ShippedFile(u"office-memory-from-1.sql"_s))); });
 }
 
 std::optional<OfficeMemory::Seen> OfficeMemory::LastSeen()
@@ -66,17 +67,47 @@ void OfficeMemory::RememberSeen(qint64 revision, const QDateTime& at)
     transaction.Commit();
 }
 
-int OfficeMemory::Base(const CString& configuration)
+VersionMark OfficeMemory::Base(const CString& configuration)
 {
-    return m_database.Single(u"SELECT version FROM bases WHERE configuration = ?"_s, {configuration}).toInt();
+    VersionMark base;
+    m_database.ForEach(u"SELECT version, digest FROM bases WHERE configuration = ?"_s, {configuration},
+                       [&](const QSqlQuery& row) {
+                           base = {row.value(0).toInt(), row.value(1).toByteArray()};
+                       });
+    return base;
 }
 
-void OfficeMemory::RememberBase(const CString& configuration, int version)
+void OfficeMemory::RememberBase(const CString& configuration, const VersionMark& version)
 {
     Transaction transaction(m_database);
-    m_database.Execute(u"INSERT INTO bases (configuration, version) VALUES (?, ?) "
-                       "ON CONFLICT (configuration) DO UPDATE SET version = excluded.version"_s,
-                       {configuration, version});
+    m_database.Execute(
+        u"INSERT INTO bases (configuration, version, digest) VALUES (?, ?, ?) "
+        "ON CONFLICT (configuration) DO UPDATE SET version = excluded.version, digest = excluded.digest"_s,
+        {configuration, version.number, Value(version.digest)});
+    m_database.Execute(u"DELETE FROM sent WHERE configuration = ?"_s, {configuration});
+    transaction.Commit();
+}
+
+CArray<QByteArray> OfficeMemory::Sent(const CString& configuration)
+{
+    CArray<QByteArray> digests;
+    m_database.ForEach(u"SELECT digest FROM sent WHERE configuration = ?"_s, {configuration},
+                       [&](const QSqlQuery& row) { digests.append(row.value(0).toByteArray()); });
+    return digests;
+}
+
+void OfficeMemory::RememberSent(const CString& configuration, const QByteArray& digest)
+{
+    Transaction transaction(m_database);
+    m_database.Execute(u"INSERT INTO sent (configuration, digest) VALUES (?, ?) ON CONFLICT DO NOTHING"_s,
+                       {configuration, digest});
+    transaction.Commit();
+}
+
+void OfficeMemory::ForgetSent(const CString& configuration, const QByteArray& digest)
+{
+    Transaction transaction(m_database);
+    m_database.Execute(u"DELETE FROM sent WHERE configuration = ? AND digest = ?"_s, {configuration, digest});
     transaction.Commit();
 }
 
@@ -86,14 +117,19 @@ CArray<WaitingPublication> OfficeMemory::Waiting()
     CArray<WaitingPublication> all;
     QHash<qint64, qsizetype> placeOf;
     m_database.ForEach(
-        u"SELECT id, since, configuration, base, content, note, project FROM waiting ORDER BY id"_s, {},
-        [&](const QSqlQuery& row) {
+        u"SELECT id, since, configuration, base, base_digest, content, note, project, project_id "
+        "FROM waiting ORDER BY id"_s,
+        {}, [&](const QSqlQuery& row) {
             WaitingPublication waiting;
             waiting.id = row.value(0).toLongLong();
             waiting.since = TimeOf(row.value(1));
-            waiting.publication = {row.value(2).toString(),    row.value(3).toInt(),
-                                   row.value(4).toByteArray(), row.value(5).toString(),
-                                   row.value(6).toString(),    {}};
+            waiting.publication = {row.value(2).toString(),
+                                   {row.value(3).toInt(), row.value(4).toByteArray()},
+                                   row.value(5).toByteArray(),
+                                   row.value(6).toString(),
+                                   row.value(7).toString(),
+                                   row.value(8).toString(),
+                                   {}};
             placeOf.insert(waiting.id, all.size());
             all.append(std::move(waiting));
         });
@@ -112,11 +148,12 @@ void OfficeMemory::Wait(const Publication& publication)
 {
     Transaction transaction(m_database);
     ForgetWaiting(m_database, u"configuration"_s, publication.configuration);
-    m_database.Execute(u"INSERT INTO waiting (since, configuration, base, content, note, project) "
-                       "VALUES (?, ?, ?, ?, ?, ?)"_s,
-                       {TimeText(QDateTime::currentDateTimeUtc()), publication.configuration,
-                        publication.base, Value(publication.content), Value(publication.note),
-                        Value(publication.project)});
+    m_database.Execute(
+        u"INSERT INTO waiting (since, configuration, base, base_digest, content, note, project, project_id) "
+        "VALUES (?, ?, ?, ?, ?, ?, ?, ?)"_s,
+        {TimeText(QDateTime::currentDateTimeUtc()), publication.configuration, publication.base.number,
+         Value(publication.base.digest), Value(publication.content), Value(publication.note),
+         Value(publication.project), Value(publication.projectId)});
     const CString id = m_database.Single(u"SELECT last_insert_rowid()"_s).toString();
     QList<CStringArray> rows;
     for (const NumberUse& use : publication.numbers)

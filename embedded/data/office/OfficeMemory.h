@@ -34,9 +34,17 @@ public:
     std::optional<Seen> LastSeen();
     void RememberSeen(qint64 revision, const QDateTime& at);
 
-    /// The published version from which the project's file of a configuration was made; 0 when there is none.
-    int Base(const CString& configuration);
-    void RememberBase(const CString& configuration, int version);
+    /// The published version from which the project's file of a configuration was made. Without a digest
+    /// where an older program has remembered it.
+    VersionMark Base(const CString& configuration);
+    /// What was sent before is settled then.
+    void RememberBase(const CString& configuration, const VersionMark& version);
+
+    /// The digests of the contents that were sent to be published and not answered yet: by a program that
+    /// waits for the answer, or one that has ended without it. They may be published.
+    CArray<QByteArray> Sent(const CString& configuration);
+    void RememberSent(const CString& configuration, const QByteArray& digest);
+    void ForgetSent(const CString& configuration, const QByteArray& digest);
 
     CArray<WaitingPublication> Waiting();
     /// Takes the place of what waits already for the same configuration: it is the newer state of the file.

@@ -66,7 +66,7 @@ OfficeNumbers::~OfficeNumbers()
 CString OfficeNumbers::Shared()
 {
     const CString name = m_configuration.Name();
-    return m_office.Memory().Base(name) > 0 ? name : CString();
+    return m_office.Memory().Base(name).number > 0 ? name : CString();
 }
 
 void OfficeNumbers::Ask(const std::function<void(Database& office)>& action)
@@ -124,9 +124,9 @@ void OfficeNumbers::Keep(const CString& library, const SQdInfo& item)
     Ask([&](Database& office) {
         const CString configuration = Shared();
         if (configuration.isEmpty()) return;
-        office.Single(
-            u"SELECT keep_number(?, ?, ?, ?, ?::jsonb)"_s,
-            {configuration, library, m_office.ProjectName(), m_claimer, ToText(QJsonDocument(ToJson(item)))});
+        office.Single(u"SELECT keep_number(?, ?, ?, ?, ?, ?::jsonb)"_s,
+                      {configuration, library, m_office.ProjectName(), m_office.ProjectId(), m_claimer,
+                       ToText(QJsonDocument(ToJson(item)))});
         m_hasClaims = false;
     });
 }

@@ -11,27 +11,27 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// From version 1 to 2, from 2 to 3 and so on. The catalogue's tables are the office's: when they change, so
-/// does the version of the office.
-CArray<OfficeStep> KnownSteps()
-{
-    return {};
-}
-
 void RunShipped(Database& database, const CString& script)
 {
     database.ExecuteWholeStatements(CString::fromUtf8(ShippedFile(script)));
 }
 
+/// Raises `Error` when the schema is there already and belongs to somebody else, and `condition` holds.
+void RefuseSchemaOfOthers(Database& database, const CString& condition = u"true"_s)
+{
+    const CString owner =
+        database
+            .Single(u"SELECT nspowner::regrole::text FROM pg_namespace WHERE nspname = 'ktqdde' AND "
+                    "nspowner::regrole::text <> quote_ident(current_user) AND "_s +
+                    condition)
+            .toString();
+    if (!owner.isEmpty()) database.Fail(u"模式 ktqdde 已由用户“%1”建立，请先移走它"_s.arg(owner));
+}
+
 void Create(Database& database, const Progress& progress)
 {
     // Whose it is may drop all that is in it, and what functions of the office would find there.
-    const CString owner =
-        database
-            .Single(u"SELECT nspowner::regrole::text FROM pg_namespace "
-                    "WHERE nspname = 'ktqdde' AND nspowner::regrole::text <> quote_ident(current_user)"_s)
-            .toString();
-    if (!owner.isEmpty()) database.Fail(u"模式 ktqdde 已由用户“%1”建立，请先移走它"_s.arg(owner));
+    RefuseSchemaOfOthers(database);
     database.Execute(u"CREATE SCHEMA IF NOT EXISTS ktqdde"_s);
     FillCatalogue(database, progress);
     EnsureGivenIds(database);
@@ -39,6 +39,7 @@ void Create(Database& database, const Progress& progress)
     database.SetSchemaVersion(OfficeSchemaVersion);
     RunShipped(database, u"office.sql"_s);
     RunShipped(database, u"office-numbers.sql"_s);
+    RunShipped(database, u"office-publishing.sql"_s);
     for (const CString& table : CatalogueTables() + CStringArray{u"given_ids"_s})
         database.Execute(u"SELECT take_into_catalogue(?)"_s, {table});
     RunShipped(database, u"office-rights.sql"_s);
@@ -51,6 +52,12 @@ void Create(Database& database, const Progress& progress)
 
 } // namespace
 
+/// The catalogue's tables are the office's: when they change, so does the version of the office.
+CArray<OfficeStep> KnownOfficeSteps()
+{
+    return {[](Database& database) { RunShipped(database, u"office-from-1.sql"_s); }};
+}
+
 void CreateOfficeSchema(Database& database, const Progress& progress)
 {
     bool isMine = false;
@@ -59,6 +66,8 @@ void CreateOfficeSchema(Database& database, const Progress& progress)
         isMine = true;
     };
     const auto refuse = [&] { database.Fail(u"数据库中已有办公室，由旧版程序建立"_s); };
+    // One that may not be looked into is no office: everybody sees the version of that.
+    RefuseSchemaOfOthers(database, u"NOT has_schema_privilege(nspname, 'USAGE')"_s);
     try {
         EnsureSchema(database, OfficeSchemaVersion, create, refuse);
     } catch (const RightsError& error) {
@@ -77,6 +86,7 @@ int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
         found = database.SchemaVersion();
         for (int version = found; version < newest; ++version)
             steps[version - 1](database);
+        RunShipped(database, u"office-publishing.sql"_s);
         RunShipped(database, u"office-rights.sql"_s);
     };
     EnsureSchema(
@@ -86,7 +96,7 @@ int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
 
 int UpgradeOfficeSchema(Database& database)
 {
-    return UpgradeOfficeSchema(database, KnownSteps());
+    return UpgradeOfficeSchema(database, KnownOfficeSteps());
 }
 
 void RequireOffice(Database& database)

@@ -1,5 +1,6 @@
 #include "embedded/data/office/ProjectOffice.h"
 
+#include "embedded/data/project/ProjectDatabase.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QSysInfo>
@@ -17,12 +18,18 @@ constexpr int MinuteSeconds = 60;
 
 ProjectOffice::ProjectOffice(const ProjectFolder& folder, const CString& name)
     : m_name(name), m_projectName(platform::FileNameOf(folder.Path()) + u'@' + QSysInfo::machineHostName()),
-      m_memory(folder.OfficeFile())
+      m_projectFile(folder.ProjectFile()), m_memory(folder.OfficeFile())
 {
     Reach();
 }
 
 ProjectOffice::~ProjectOffice() = default;
+
+const CString& ProjectOffice::ProjectId()
+{
+    if (m_projectId.isEmpty()) m_projectId = ProjectDatabase(m_projectFile).Id();
+    return m_projectId;
+}
 
 bool ProjectOffice::Reach()
 {

@@ -40,6 +40,8 @@ public:
     /// What others know the project by, such as beside what it publishes: the name of its folder and the
     /// machine on which it lies.
     const CString& ProjectName() const noexcept { return m_projectName; }
+    /// By what the office tells the project from others, see `ProjectDatabase::Id`. Raises `Error`.
+    const CString& ProjectId();
 
     /// Brings the local copy of the catalogue to the office's state, in one transaction, when it is another
     /// one. Does nothing while the office cannot be reached. Whether the copy has changed. Raises `Error`.
@@ -66,6 +68,8 @@ private:
 
     CString m_name;
     CString m_projectName;
+    CString m_projectFile;
+    CString m_projectId; ///< empty until it was asked for
     OfficeMemory m_memory;
     std::unique_ptr<Office> m_office;
     CString m_fault;

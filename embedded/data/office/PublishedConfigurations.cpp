@@ -144,15 +144,18 @@ PublishOutcome PublishedConfigurations::Publish(const Publication& publication)
         database.Fail(u"配置“%1”太大：最多 %2 MB"_s.arg(publication.configuration).arg(LargestContent >> 20));
     }
     PublishOutcome outcome;
-    database.ForEach(u"SELECT ending, version, collisions FROM publish(?, ?, ?, ?, ?, ?, ?)"_s,
-                     {publication.configuration, publication.base, publication.content,
-                      DigestOf(publication.content), Text(publication.note), Text(publication.project),
-                      ToJson(publication.numbers)},
-                     [&](const QSqlQuery& row) {
-                         outcome.end = EndOf(row.value(0).toString());
-                         outcome.version = row.value(1).toInt();
-                         outcome.collisions = CollisionsOf(row.value(2).toString());
-                     });
+    AskToWrite([&] {
+        database.ForEach(u"SELECT ending, version, collisions FROM publish(?, ?, ?, ?, ?, ?, ?, ?, ?)"_s,
+                         {publication.configuration, publication.base.number, publication.base.digest,
+                          publication.content, DigestOf(publication.content), Text(publication.note),
+                          Text(publication.project), Text(publication.projectId),
+                          ToJson(publication.numbers)},
+                         [&](const QSqlQuery& row) {
+                             outcome.end = EndOf(row.value(0).toString());
+                             outcome.version = row.value(1).toInt();
+                             outcome.collisions = CollisionsOf(row.value(2).toString());
+                         });
+    });
     return outcome;
 }
 
@@ -169,8 +172,11 @@ void PublishedConfigurations::BringBack(const CString& configuration)
 void PublishedConfigurations::SetRemoved(const CString& configuration, bool removed)
 {
     Database& database = m_office.Connection();
-    if (!database.Single(u"SELECT set_removed(?, ?)"_s, {configuration, removed}).toBool())
-        database.Fail(u"没有名为“%1”的配置"_s.arg(configuration));
+    bool isThere = false;
+    AskToWrite([&] {
+        isThere = database.Single(u"SELECT set_removed(?, ?)"_s, {configuration, removed}).toBool();
+    });
+    if (!isThere) database.Fail(u"没有名为“%1”的配置"_s.arg(configuration));
 }
 
 } // namespace embedded

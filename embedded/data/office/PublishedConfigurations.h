@@ -6,8 +6,23 @@
 #include <QtCore/QDateTime>
 
 #include <optional>
+#include <utility>
 
 namespace embedded {
+
+/// Which version of a configuration: its number and the digest of its content (see `DigestOf`). Both, since
+/// an office that was put back from a copy gives numbers again to other contents.
+struct VersionMark
+{
+    /// None.
+    VersionMark() = default;
+    VersionMark(int theNumber, QByteArray theDigest) : number(theNumber), digest(std::move(theDigest)) {}
+
+    int number = 0; ///< 0 for none
+    QByteArray digest{};
+
+    bool operator==(const VersionMark&) const = default;
+};
 
 /// One published state of a configuration. Versions count from 1 within a configuration; none is ever changed
 /// or taken away.
@@ -23,6 +38,8 @@ struct PublishedVersion
     qint64 size = 0;        ///< of the rule file, in bytes
     QByteArray digest;      ///< of the rule file (see `DigestOf`), to compare with a file without its content
     bool isRemoved = false; ///< whether the configuration has been removed since
+
+    VersionMark Mark() const { return {number, digest}; }
 };
 
 /// A bill number that stands in a rule file and in no library: a project's own.
@@ -45,10 +62,11 @@ struct NumberCollision
 struct Publication
 {
     CString configuration;
-    int base = 0; ///< the version that the content was made from; 0 for a configuration that is to be new
+    VersionMark base; ///< the version that the content was made from; none for what is to be new
     QByteArray content;
     CString note{};
-    CString project{};
+    CString project{};   ///< where it comes from, for people
+    CString projectId{}; ///< tells projects apart
     CArray<NumberUse> numbers{};
 };
 
@@ -61,7 +79,8 @@ struct PublishOutcome
         Published,
         Unchanged, ///< a version since the base has this content already: it is this publication sent again,
                    ///< or somebody has come to the same
-        Newer,     ///< somebody has published since: `version` is the last one; nothing has changed
+        Newer,     ///< somebody has published since, or the office does not have the base: `version` is the
+                   ///< last one; nothing has changed
         Missing,   ///< no such configuration, and the user may create none; or it has been removed
         Collides,  ///< see `collisions`; nothing has changed
     };
@@ -93,7 +112,7 @@ public:
 
     /// Publishes in one statement, so that either all of it is there or nothing. The server compares the base
     /// with the last version while it keeps other publications of that configuration waiting: nothing is ever
-    /// replaced unseen. After an `UnreachableError` it may have happened or not; the same publication sent
+    /// replaced unseen. After an `UnansweredError` it may have happened or not; the same publication sent
     /// again then tells `Unchanged`. Raises `RightsError` for readers.
     PublishOutcome Publish(const Publication& publication);
 

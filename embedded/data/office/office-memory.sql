@@ -4,7 +4,13 @@ CREATE TABLE seen (
 );
 CREATE TABLE bases (
     configuration TEXT PRIMARY KEY,
-    version INTEGER NOT NULL
+    version INTEGER NOT NULL,
+    digest BLOB NOT NULL
+);
+CREATE TABLE sent (
+    configuration TEXT NOT NULL,
+    digest BLOB NOT NULL,
+    PRIMARY KEY (configuration, digest)
 );
 CREATE TABLE waiting (
     id INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -13,7 +19,9 @@ CREATE TABLE waiting (
     base INTEGER NOT NULL,
     content BLOB NOT NULL,
     note TEXT NOT NULL,
-    project TEXT NOT NULL
+    project TEXT NOT NULL,
+    base_digest BLOB NOT NULL,
+    project_id TEXT NOT NULL
 );
 CREATE TABLE waiting_numbers (
     waiting INTEGER NOT NULL REFERENCES waiting (id),

@@ -14,7 +14,10 @@ GRANT SELECT ON schema_version TO PUBLIC
 ;
 SELECT allow('reader', 'SELECT ON ALL TABLES IN SCHEMA ktqdde')
 ;
-SELECT allow('editor', 'EXECUTE ON FUNCTION publish(text, integer, bytea, bytea, text, text, jsonb)')
+SELECT allow('editor', 'EXECUTE ON FUNCTION
+    publish(text, integer, bytea, bytea, bytea, text, text, text, jsonb)')
+;
+SELECT allow('editor', 'EXECUTE ON FUNCTION keep_number(text, text, text, text, text, jsonb)')
 ;
 SELECT allow('keeper', 'EXECUTE ON FUNCTION set_removed(text, boolean)')
 ;

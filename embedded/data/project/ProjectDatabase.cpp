@@ -5,6 +5,8 @@
 #include "embedded/data/engine/DataFile.h"
 #include "embedded/data/engine/Schema.h"
 
+#include <QtCore/QUuid>
+
 namespace embedded {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +21,12 @@ const CString ModeSetting = u"mode"_s;
 const CString SpecSetting = u"specialty"_s;
 const CString HistorySetting = u"history_library"_s;
 const CString OfficeSetting = u"office"_s;
+const CString IdSetting = u"id"_s;
+
+CString NewId()
+{
+    return QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
 
 /// The bill library from which the shipped history comes.
 CString ShippedHistoryLibrary()
@@ -56,7 +64,7 @@ void ProjectDatabase::Fill(Database& database, const Settings& settings)
     for (const auto& [role, code] : settings.libraries)
         rows.append({LibrarySetting(role), code});
     rows.append({HistorySetting, ShippedHistoryLibrary()});
-    if (!settings.office.isEmpty()) rows.append({OfficeSetting, settings.office});
+    if (!settings.office.isEmpty()) rows += {{OfficeSetting, settings.office}, {IdSetting, NewId()}};
     database.Insert(u"settings"_s, {u"name"_s, u"value"_s}, rows);
     ImportShipped(database, u"history"_s);
     database.SetSchemaVersion(settings.office.isEmpty() ? WithoutOffice : WithOffice);
@@ -105,6 +113,21 @@ void ProjectDatabase::Write(const CString& name, const CString& value)
                        "ON CONFLICT (name) DO UPDATE SET value = excluded.value"_s,
                        {name, value});
     transaction.Commit();
+}
+
+CString ProjectDatabase::Id()
+{
+    const auto read = [this] {
+        return m_database.Single(u"SELECT value FROM settings WHERE name = ?"_s, {IdSetting}).toString();
+    };
+    CString id = read();
+    if (!id.isEmpty()) return id;
+    Transaction transaction(m_database);
+    // Another program may have been faster.
+    m_database.Execute(u"INSERT INTO settings (name, value) VALUES (?, ?) ON CONFLICT DO NOTHING"_s,
+                       {IdSetting, NewId()});
+    transaction.Commit();
+    return read();
 }
 
 CString ProjectDatabase::HistoryLibrary()

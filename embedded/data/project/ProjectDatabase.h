@@ -42,6 +42,14 @@ public:
     void WriteSpec(const CString& name);
     void WriteLibrary(LibraryRole role, const CString& code);
 
+    /// What tells the project from all others on an office: made with it there, or when it is first asked
+    /// for. It goes with the folder, be that moved, renamed or carried to another machine. A copy of the
+    /// folder is the same project to the office. That loses nothing, for versions are compared by what they
+    /// hold; but two copies that are worked on without the server may give one bill number to different
+    /// items, and that is then no collision between projects but a finding of the check, as within one file.
+    /// Raises `Error`.
+    CString Id();
+
     /// The bill items of a base number with which the project started; none for another bill library than the
     /// one from which they come, where the number means something else. Raises `Error`.
     CArray<SQdInfo> History(const CString& baseNumber, const CString& billLibrary);

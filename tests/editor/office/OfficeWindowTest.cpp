@@ -1,10 +1,13 @@
 #include "editor/office/OfficeWindow.h"
 
 #include "editor/EditorFixture.h"
+#include "editor/office/JoinedDialog.h"
 #include "editor/project/Project.h"
+#include "editor/workbench/ConflictDialog.h"
 #include "embedded/OfficeDatabase.h"
 #include "embedded/data/host/CreateProject.h"
 #include "embedded/data/project/CurrentConfiguration.h"
+#include "host/HostWindows.h"
 #include "platform/Files.h"
 #include "support/SourceTree.h"
 
@@ -59,8 +62,10 @@ protected:
     int Publish(const QByteArray& content, int base, const CString& note)
     {
         embedded::Office office(test::TestOffice::Keeper());
-        const auto outcome = embedded::PublishedConfigurations(office).Publish(
-            {House, base, content, note, u"colleague"_s, {}});
+        embedded::PublishedConfigurations published(office);
+        embedded::VersionMark mark;
+        if (base > 0) mark = {base, embedded::DigestOf(published.Content(House, base).value())};
+        const auto outcome = published.Publish({House, mark, content, note, u"colleague"_s, {}, {}});
         EXPECT_EQ(outcome.end, embedded::PublishOutcome::Published);
         return outcome.version;
     }
@@ -123,6 +128,40 @@ protected:
         Button(window, u"发布"_s).click();
         EXPECT_TRUE(isTyped);
     }
+    /// The same, and does something in the dialog of that class which comes up next.
+    template <typename Dialog>
+    static void PublishAndAnswer(QDialog& window, const std::function<void(QDialog&)>& step)
+    {
+        QTimer user;
+        bool isAnswered = false;
+        QObject::connect(&user, &QTimer::timeout, &window, [&] {
+            auto* dialog = dynamic_cast<Dialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || isAnswered) return;
+            isAnswered = true;
+            step(*dialog);
+        });
+        user.start(10);
+        PublishWith(window, {});
+        EXPECT_TRUE(isAnswered);
+    }
+    /// The project has the first version with an edit, and a colleague has published another edit.
+    void EditWithAColleague()
+    {
+        const QByteArray first = Rules(u"PlumbingRules.xml"_s);
+        Publish(first, 0, {});
+        Open();
+        InOffice([&](editor::OfficeWindow& window) {
+            Choose(window, House);
+            Button(window, u"取到本机"_s).click();
+        });
+        Publish(Changed(first, "DN15", "DN15A"), 1, {});
+    }
+    QByteArray LastPublished()
+    {
+        embedded::Office office(test::TestOffice::Keeper());
+        embedded::PublishedConfigurations published(office);
+        return published.Content(House, published.Last(House)->number).value();
+    }
 
     test::TestOffice m_office;
 };
@@ -164,30 +203,130 @@ TEST_F(OfficeWindowTest, PublishedFileIsTheNextVersionWithItsNote)
     EXPECT_EQ(embedded::PublishedConfigurations(office).Content(House, 1), mine);
 }
 
-TEST_F(OfficeWindowTest, WhatAColleagueHasPublishedIsMergedWithTheFileBeforeItIsPublished)
+TEST_F(OfficeWindowTest, WhatWasMergedIsShownAndPublishedByTheButton)
 {
-    const QByteArray first = Rules(u"PlumbingRules.xml"_s);
-    Publish(first, 0, {});
-    Open();
-    InOffice([&](editor::OfficeWindow& window) {
-        Choose(window, House);
-        Button(window, u"取到本机"_s).click();
-    });
-    const QByteArray text = File();
-    Publish(Changed(first, "DN15", "DN15A"), 1, {});
-    const qsizetype last = text.lastIndexOf("DN");
-    ASSERT_GT(last, text.indexOf("DN15"));
-    QByteArray mine = text;
+    EditWithAColleague();
+    QByteArray mine = File();
+    const qsizetype last = mine.lastIndexOf("DN");
+    ASSERT_GT(last, mine.indexOf("DN15"));
     mine.replace(last, 2, "dn");
     WriteFile(mine);
+    const QByteArray theirs = LastPublished();
     InOffice([&](editor::OfficeWindow& window) {
         Choose(window, House);
         EXPECT_EQ(Cell(window, 0, House, 1), u"已修改，有新版");
-        PublishWith(window, {});
+        PublishAndAnswer<editor::JoinedDialog>(window, [&](QDialog& dialog) {
+            const auto views = dialog.findChildren<QPlainTextEdit*>();
+            ASSERT_EQ(views.size(), 2);
+            EXPECT_TRUE(views[0]->toPlainText().contains(u"DN15A"_s))
+                << views[0]->toPlainText().toStdString();
+            EXPECT_TRUE(views[1]->toPlainText().contains(u"dn"_s)) << views[1]->toPlainText().toStdString();
+            test::PressButton(dialog, u"不发布"_s);
+        });
+        EXPECT_EQ(File(), mine);
+        EXPECT_EQ(LastPublished(), theirs);
+        PublishAndAnswer<editor::JoinedDialog>(window,
+                                               [](QDialog& dialog) { test::PressButton(dialog, u"发布"_s); });
         EXPECT_EQ(List(window, 1).topLevelItem(0)->text(0), u"3");
     });
     EXPECT_TRUE(File().contains("DN15A"));
     EXPECT_EQ(File().count("dn"), mine.count("dn"));
+    EXPECT_EQ(LastPublished(), File());
+}
+
+TEST_F(OfficeWindowTest, ConflictIsAskedInTheWordsOfTheOffice)
+{
+    EditWithAColleague();
+    const QByteArray mine = Changed(File(), "DN15", "DN15B");
+    WriteFile(mine);
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        PublishAndAnswer<editor::ConflictDialog>(window, [&](QDialog& dialog) {
+            const auto words = editor::ConflictDialog::WordsForOffice(House);
+            bool isLed = false;
+            for (const QLabel* label : dialog.findChildren<QLabel*>())
+                isLed = isLed || label->text() == words.lead;
+            EXPECT_TRUE(isLed && words.lead.contains(House));
+            test::PressButton(dialog, words.allTheirs);
+            dialog.accept();
+        });
+        EXPECT_EQ(Cell(window, 0, House, 1), u"相同");
+    });
+    EXPECT_TRUE(File().contains("DN15A"));
+}
+
+TEST_F(OfficeWindowTest, WhatWaitsIsWithdrawnByTheButton)
+{
+    Open();
+    const QByteArray mine = Rules(u"PlumbingRules.xml"_s);
+    WriteFile(mine);
+    test::SharedServer().Stop();
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        EXPECT_FALSE(Button(window, u"撤回等待的"_s).isEnabled());
+        PublishWith(window, {});
+        EXPECT_TRUE(Button(window, u"撤回等待的"_s).isEnabled());
+        Button(window, u"撤回等待的"_s).click();
+        EXPECT_FALSE(Cell(window, 0, House, 1).contains(u"等待发布"_s));
+        EXPECT_FALSE(Button(window, u"撤回等待的"_s).isEnabled());
+    });
+    test::SharedServer().StartAgain();
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        EXPECT_EQ(Cell(window, 0, House, 1), u"没有发布过");
+    });
+    EXPECT_EQ(File(), mine);
+}
+
+TEST_F(OfficeWindowTest, WhatWaitsAndHasToBeMergedIsLeftToTheButton)
+{
+    EditWithAColleague();
+    QByteArray mine = File();
+    mine.replace(mine.lastIndexOf("DN"), 2, "dn");
+    WriteFile(mine);
+    test::SharedServer().Stop();
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        PublishWith(window, {});
+    });
+    test::SharedServer().StartAgain();
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        EXPECT_TRUE(Cell(window, 0, House, 1).contains(u"等待发布"_s));
+    });
+    EXPECT_EQ(File(), mine);
+    EXPECT_TRUE(m_messages.Texts().last().contains(u"还没有人同意"_s));
+}
+
+TEST_F(OfficeWindowTest, ModulesCloudDiskAsksAboutEditsThatAreNotSaved)
+{
+    Publish(Rules(u"PlumbingRules.xml"_s), 0, {});
+    Open();
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        for (QCheckBox* box : window.findChildren<QCheckBox*>())
+            box->setChecked(box->text().startsWith(u"取来后"_s));
+        Button(window, u"取到本机"_s).click();
+    });
+    editor::WorkSession& session = m_window.Session();
+    const CString pipes = u"给排水\\管道\\给水管"_s;
+    session.Do(rules::InsertRules(session.Draft(), pipes, 0, {rules::Rule()}, u"增加规则"_s));
+    ASSERT_TRUE(session.IsChanged());
+    const auto showDisk = [] { KtNetService::CNetDiskFunc::GetInstance().ShowDialog(u"云"_s, true); };
+    {
+        const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"取消"_s); }});
+        showDisk();
+        EXPECT_TRUE(user.Done());
+        EXPECT_TRUE(session.IsChanged());
+    }
+    const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"放弃修改"_s); },
+                                  [](QDialog& window) {
+                                      EXPECT_NE(dynamic_cast<editor::OfficeWindow*>(&window), nullptr);
+                                      window.reject();
+                                  }});
+    showDisk();
+    EXPECT_TRUE(user.Done());
+    EXPECT_FALSE(session.IsChanged());
 }
 
 TEST_F(OfficeWindowTest, ReaderMayNeitherPublishNorRemove)

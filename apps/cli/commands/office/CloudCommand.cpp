@@ -32,14 +32,16 @@ CommandInfo Describe()
 {
     CommandInfo info;
     info.name = u"cloud"_s;
-    info.syntax = u"list|fetch|publish|log|diff|restore|remove [NAME] [版本 [版本]] [--note TEXT] "
+    info.syntax = u"list|fetch|publish|withdraw|log|diff|restore|remove [NAME] [版本 [版本]] [--note TEXT] "
                   "[--version N] [--prefer mine|theirs] [--back] [--json]"_s;
-    info.summary = u"办公室发布的配置：列出、取来、发布、比较、还原"_s;
+    info.summary = u"办公室发布的配置：列出、取来、发布、撤回、比较、还原"_s;
     info.description =
         u"工程属于一个办公室时（ktqdde init --office），配置由办公室发布，每次发布是一个版本，永远留着。\n"
         "  list              列出办公室的和本地的配置，本地的是不是最新的一版\n"
         "  fetch [NAME]      取来最新的一版，或 --version N；本地有修改时按规则合并\n"
-        "  publish [NAME]    发布本地的配置；别人其间也发布过时，按规则合并后发布合并的结果\n"
+        "  publish [NAME]    发布本地的配置；别人其间也发布过时，按规则合并后发布合并的结果，\n"
+        "                    并写出从别人的版本并入了什么\n"
+        "  withdraw NAME     等着的不再发布；本地文件不变\n"
         "  log NAME          列出全部版本：时间、发布人、工程、说明\n"
         "  diff NAME [版本 [版本]]  比较两个版本；给一个时与本地文件比，不给时是最新的一版与本地文件\n"
         "  restore NAME --version N  把第 N 版作为新的一版发布并取来\n"
@@ -47,7 +49,8 @@ CommandInfo Describe()
         "NAME 是配置名；fetch 和 publish 不写时是当前配置。本地文件改动以前先留历史副本。\n"
         "冲突写在标准错误上，由 --prefer 回答，在终端上逐个询问；没有答案就什么也不发布、不改动，退出状态为 "
         "3。\n"
-        "办公室连不上时，publish 留着等连上再发，退出状态为 4；以后任何一个 cloud 命令都先发等着的。\n"
+        "办公室连不上时，publish 留着等连上再发，退出状态为 4；以后任何一个 cloud 命令都先发等着的，\n"
+        "withdraw 除外；取来一版以后，等着的也不再发布。\n"
         "没有办公室的工程，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用。"_s;
     info.minPositional = 1;
     info.maxPositional = 4;
@@ -109,6 +112,7 @@ void Fetch(const Run& run)
 void Tell(const shared::PublishEnd& end, const CString& office)
 {
     const CString text = shared::EndText(end, office);
+    if (end.IsMerged()) WriteText(shared::JoinedText(*end.joined) + u'\n');
     if (end.IsDone()) return WriteText(text + u'\n');
     if (end.end == shared::PublishEnd::Waits) throw Refusal(text, Waiting);
     throw Refusal(text, end.end == shared::PublishEnd::Conflicts ? InConflict : Refused);
@@ -117,6 +121,14 @@ void Tell(const shared::PublishEnd& end, const CString& office)
 void Publish(const Run& run)
 {
     Tell(run.files.Publish(run.configuration, run.arguments.Value(u"note"_s), run.answer), run.OfficeName());
+}
+
+void Withdraw(const Run& run)
+{
+    const shared::WithdrawEnd end = run.files.Withdraw(run.configuration);
+    const CString text = shared::EndText(end, run.configuration);
+    if (end == shared::WithdrawEnd::NoneWaits) throw Refusal(text);
+    WriteText(text + u'\n');
 }
 
 void Restore(const Run& run)
@@ -193,6 +205,7 @@ struct Action
     int maxWords;
     CStringArray options;
     void (*run)(const Run&);
+    bool sendsFirst = true; ///< what waits
 };
 
 const Action& ChooseAction(const CStringArray& words)
@@ -200,6 +213,7 @@ const Action& ChooseAction(const CStringArray& words)
     static const Action actions[] = {{u"list", 0, 0, {u"json"_s}, List},
                                      {u"fetch", 0, 1, {u"version"_s, u"prefer"_s}, Fetch},
                                      {u"publish", 0, 1, {u"note"_s, u"prefer"_s}, Publish},
+                                     {u"withdraw", 1, 1, {}, Withdraw, false},
                                      {u"log", 1, 1, {u"json"_s}, Log},
                                      {u"diff", 1, 3, {u"json"_s}, Compare},
                                      {u"restore", 1, 1, {u"version"_s}, Restore},
@@ -234,8 +248,10 @@ shared::AnswerConflicts AnswerWith(std::optional<rules::Side> preferred)
 /// What waits goes first, and is told beside what was asked for.
 void SendWaiting(OfficeFiles& files)
 {
-    for (const shared::SentPublication& sent : files.SendWaiting())
+    for (const shared::SentPublication& sent : files.SendWaiting()) {
+        if (sent.end.IsMerged()) platform::WriteErr(shared::JoinedText(*sent.end.joined) + u'\n');
         platform::WriteErr(shared::EndText(sent, files.Office().Name()) + u'\n');
+    }
 }
 
 CString NamedConfiguration(const CStringArray& words)
@@ -261,7 +277,7 @@ void CloudCommand::Run(const Arguments& arguments) const
             u"这个工程不在办公室中。没有办公室时，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用；\n"
             "怎样设立办公室见手册 docs/office.md，工程用 ktqdde init --office 加入"_s);
     OfficeFiles files(session.Host(), TellWhoHolds());
-    SendWaiting(files);
+    if (action.sendsFirst) SendWaiting(files);
     action.run({arguments, files, NamedConfiguration(words), AnswerWith(preferred)});
 }
 

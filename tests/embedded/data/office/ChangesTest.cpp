@@ -149,8 +149,8 @@ TEST_F(Changes, ConfigurationsTellWhoCreatedAndRemovedThemAndAreNoRevision)
     Office connection(TestOffice::Keeper());
     PublishedConfigurations published(connection);
     const qint64 before = connection.CatalogueRevision();
-    published.Publish({u"甲"_s, 0, "<a/>"});
-    published.Publish({u"甲"_s, 1, "<b/>"});
+    published.Publish({u"甲"_s, {}, "<a/>"});
+    published.Publish({u"甲"_s, {1, embedded::DigestOf("<a/>")}, "<b/>"});
     published.Remove(u"甲"_s);
     EXPECT_EQ(Recorded(u"table_name, operation, new_row ->> 'is_removed', who"_s),
               u"configurations|INSERT|false|%1\nconfigurations|UPDATE|true|%1"_s.arg(

@@ -7,6 +7,7 @@
 using namespace Qt::StringLiterals;
 using embedded::OfficeMemory;
 using embedded::Publication;
+using embedded::VersionMark;
 using embedded::WaitingPublication;
 
 namespace {
@@ -21,7 +22,13 @@ protected:
 
 Publication Sample(const CString& configuration, const QByteArray& content)
 {
-    return {configuration, 3, content, u"说明"_s, u"工程@机器"_s, {{u"L"_s, u"001"_s, u"名"_s, u"m"_s}}};
+    return {configuration,
+            {3, "digest"},
+            content,
+            u"说明"_s,
+            u"工程@机器"_s,
+            u"一个标识"_s,
+            {{u"L"_s, u"001"_s, u"名"_s, u"m"_s}}};
 }
 
 } // namespace
@@ -41,25 +48,26 @@ TEST_F(OfficeMemoryFile, RemembersWhenTheOfficeWasSeenLast)
 
 TEST_F(OfficeMemoryFile, RemembersTheBaseOfEachConfiguration)
 {
-    EXPECT_EQ(Open().Base(u"Name"_s), 0);
-    Open().RememberBase(u"Name"_s, 4);
-    Open().RememberBase(u"name"_s, 7);
-    Open().RememberBase(u"Name"_s, 5);
-    EXPECT_EQ(Open().Base(u"Name"_s), 5);
-    EXPECT_EQ(Open().Base(u"name"_s), 7) << "names differ by every character";
-    EXPECT_EQ(Open().Base(u"other"_s), 0);
+    EXPECT_EQ(Open().Base(u"Name"_s), VersionMark());
+    Open().RememberBase(u"Name"_s, {4, "four"});
+    Open().RememberBase(u"name"_s, {7, "seven"});
+    Open().RememberBase(u"Name"_s, {5, QByteArray("fi\0ve", 5)});
+    EXPECT_EQ(Open().Base(u"Name"_s), VersionMark(5, QByteArray("fi\0ve", 5)));
+    EXPECT_EQ(Open().Base(u"name"_s).number, 7) << "names differ by every character";
+    EXPECT_EQ(Open().Base(u"other"_s).number, 0);
 }
 
 TEST_F(OfficeMemoryFile, WaitingPublicationsComeBackWholeAndInTheirOrder)
 {
     const QByteArray content("<a>\0</a>", 8);
     Open().Wait(Sample(u"一"_s, content));
-    Open().Wait({u"二"_s, 0, "b"});
+    Open().Wait({u"二"_s, {}, "b"});
     const CArray<WaitingPublication> waiting = Open().Waiting();
     ASSERT_EQ(waiting.size(), 2);
     const Publication& first = waiting[0].publication;
     EXPECT_EQ(first.configuration, u"一"_s);
-    EXPECT_EQ(first.base, 3);
+    EXPECT_EQ(first.base, VersionMark(3, "digest"));
+    EXPECT_EQ(first.projectId, u"一个标识"_s);
     EXPECT_EQ(first.content, content);
     EXPECT_EQ(first.note, u"说明"_s);
     EXPECT_EQ(first.project, u"工程@机器"_s);
@@ -87,9 +95,52 @@ TEST_F(OfficeMemoryFile, NewerStateTakesThePlaceOfTheOneThatWaits)
     EXPECT_TRUE(Open().Waiting().isEmpty());
 }
 
+TEST_F(OfficeMemoryFile, WhatIsSentIsRememberedUntilItIsSettled)
+{
+    Open().RememberSent(u"一"_s, "a");
+    Open().RememberSent(u"一"_s, "b");
+    Open().RememberSent(u"一"_s, "a");
+    Open().RememberSent(u"二"_s, "c");
+    EXPECT_EQ(Open().Sent(u"一"_s), (CArray<QByteArray>{"a", "b"}));
+    Open().ForgetSent(u"一"_s, "a");
+    EXPECT_EQ(Open().Sent(u"一"_s), CArray<QByteArray>{"b"});
+    Open().RememberBase(u"一"_s, {2, "b"});
+    EXPECT_TRUE(Open().Sent(u"一"_s).isEmpty());
+    EXPECT_EQ(Open().Sent(u"二"_s), CArray<QByteArray>{"c"});
+}
+
+// An older program knew versions by their numbers, and projects by their names.
+TEST_F(OfficeMemoryFile, OfAnOlderProgramKeepsWhatItHolds)
+{
+    {
+        embedded::Database former(m_folder.Path(u"office.db"_s));
+        former.ExecuteScript(
+            u"CREATE TABLE seen (revision INTEGER NOT NULL, at TEXT NOT NULL);"
+            "CREATE TABLE bases (configuration TEXT PRIMARY KEY, version INTEGER NOT NULL);"
+            "CREATE TABLE waiting (id INTEGER PRIMARY KEY AUTOINCREMENT, since TEXT NOT NULL, configuration "
+            "TEXT NOT NULL UNIQUE, base INTEGER NOT NULL, content BLOB NOT NULL, note TEXT NOT NULL, project "
+            "TEXT NOT NULL);"
+            "CREATE TABLE waiting_numbers (waiting INTEGER NOT NULL REFERENCES waiting (id), library TEXT "
+            "NOT "
+            "NULL, number TEXT NOT NULL, name TEXT NOT NULL, unit TEXT NOT NULL);"
+            "INSERT INTO bases VALUES ('一', 4);"
+            "INSERT INTO waiting (since, configuration, base, content, note, project) VALUES "
+            "('2026-02-03T04:05:06.007Z', '一', 4, x'61', '说明', '工程@机器')"_s);
+        former.SetSchemaVersion(1);
+    }
+    EXPECT_EQ(Open().Base(u"一"_s), VersionMark(4, {}));
+    const CArray<WaitingPublication> waiting = Open().Waiting();
+    ASSERT_EQ(waiting.size(), 1);
+    EXPECT_EQ(waiting[0].publication.base, VersionMark(4, {}));
+    EXPECT_EQ(waiting[0].publication.content, "a");
+    EXPECT_EQ(waiting[0].publication.projectId, CString());
+    Open().RememberBase(u"一"_s, {5, "five"});
+    EXPECT_EQ(Open().Base(u"一"_s), VersionMark(5, "five"));
+}
+
 TEST_F(OfficeMemoryFile, OfANewerProgramIsRefused)
 {
     Open();
-    embedded::Database(m_folder.Path(u"office.db"_s)).SetSchemaVersion(2);
+    embedded::Database(m_folder.Path(u"office.db"_s)).SetSchemaVersion(3);
     EXPECT_TRUE(test::ErrorOf([&] { Open(); }).contains(u"更新版本"_s));
 }

@@ -75,17 +75,22 @@ protected:
     {
         m_other.Create(On(Administrator()));
         for (const TestProject* project : {&m_project, &m_other})
-            EmbeddedHost(project->Folder()).Office()->Memory().RememberBase(Configuration(), 1);
+            EmbeddedHost(project->Folder()).Office()->Memory().RememberBase(Configuration(), {1, {}});
     }
     QString Count(const QString& which) const
     {
         return Ask(u"SELECT count(*) FROM numbers WHERE "_s + which);
     }
-    PublishOutcome Publish(const CString& project, int base, const CArray<NumberUse>& numbers)
+    PublishOutcome Publish(const CString& project, int base, const CArray<NumberUse>& numbers,
+                           const CString& projectId = u"an id"_s)
     {
         embedded::Office office(Administrator());
-        return embedded::PublishedConfigurations(office).Publish(
-            {Configuration(), base, QByteArray::number(++m_contents), {}, project, numbers});
+        embedded::PublishedConfigurations published(office);
+        embedded::VersionMark mark;
+        for (const embedded::PublishedVersion& version : published.Log(Configuration()))
+            if (version.number == base) mark = version.Mark();
+        return published.Publish(
+            {Configuration(), mark, QByteArray::number(++m_contents), {}, project, projectId, numbers});
     }
 
     TestProject m_other;
@@ -104,6 +109,14 @@ TEST_F(OfficeNumbers, TwoThatProposeAtTheSameTimeGetDifferentOnes)
     second.Accept();
     EXPECT_EQ(second.Propose(), Base + u"003"_s);
     EXPECT_EQ(first.Propose(), Base + u"004"_s);
+}
+
+TEST_F(OfficeNumbers, KeptNumberIsOfTheProjectAndNotOfItsName)
+{
+    Dialog first(m_project);
+    first.Take();
+    EXPECT_EQ(Ask(u"SELECT project_id FROM numbers WHERE claimed_until IS NULL"_s),
+              first.Host().Office()->ProjectId());
 }
 
 TEST_F(OfficeNumbers, TwoProgramsOnOneProjectGetDifferentOnesToo)
@@ -198,7 +211,7 @@ TEST_F(OfficeNumbers, ReaderSeesThemAndClaimsNone)
     const TestProject project;
     project.Create(On(u"reader"_s));
     Dialog reader(project);
-    reader.Host().Office()->Memory().RememberBase(Configuration(), 1);
+    reader.Host().Office()->Memory().RememberBase(Configuration(), {1, {}});
     EXPECT_EQ(reader.Take(), Base + u"002"_s);
     EXPECT_EQ(Count(u"true"_s), u"1"_s);
 }
@@ -275,7 +288,10 @@ TEST_F(OfficeNumbers, PublishedNumberCollidesWithTheSameOneForSomethingElse)
     EXPECT_EQ(collides.collisions[0].mine.name, u"别的"_s);
     EXPECT_EQ(collides.collisions[0].theirs.number, number);
     EXPECT_EQ(collides.collisions[0].project, mine);
-    EXPECT_EQ(Publish(mine, 0, {other}).end, PublishOutcome::Published) << "a project may rename its own";
+    EXPECT_EQ(Publish(mine, 0, {other}).end, PublishOutcome::Collides) << "another one of the same name";
+    const CString id = first.Host().Office()->ProjectId();
+    EXPECT_EQ(Publish(u"搬走了"_s, 0, {other}, id).end, PublishOutcome::Published)
+        << "a project may rename its own";
     EXPECT_EQ(Publish(u"别的工程"_s, 1, {other}).end, PublishOutcome::Published) << "the same item";
     EXPECT_EQ(Ask(u"SELECT project || name || version FROM numbers"_s), mine + u"别的2"_s);
 }
@@ -298,6 +314,6 @@ TEST_F(OfficeNumbers, NobodyWritesTheTableDirectly)
          {u"INSERT INTO ktqdde.numbers (configuration, library, number, name, unit, project) "
           "VALUES ('a', 'b', 'c', 'd', 'e', 'f')"_s,
           u"DELETE FROM ktqdde.numbers"_s, u"UPDATE ktqdde.numbers SET name = ''"_s,
-          u"SELECT ktqdde.record_numbers('a', 'b', 1, '[]')"_s})
+          u"SELECT ktqdde.record_numbers('a', 'b', 'c', 1, '[]')"_s})
         EXPECT_FALSE(m_database.Psql(u"keeper"_s, sql).isDone) << sql.toStdString();
 }

@@ -6,6 +6,9 @@
 #include "embedded/data/engine/Service.h"
 #include "embedded/data/office/OfficeSchema.h"
 #include "embedded/data/office/PublishedConfigurations.h"
+#include "support/SourceTree.h"
+
+#include <QtCore/QFile>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +76,26 @@ TEST(OfficeCreation, OfficeThatStandsThereIsLeftAsItIs)
     office.Ask(u"UPDATE ktqdde.schema_version SET version = 0"_s);
     EXPECT_TRUE(ErrorOf([] { Office::Create(Administrator()); }).contains(u"不是本程序的数据库"_s));
     EXPECT_EQ(office.Ask(u"SELECT DISTINCT local FROM ktqdde.libraries"_s), u"别处"_s);
+}
+
+TEST(OfficeCreation, SchemaOfSomebodyElseIsRefusedByTheNameOfItsOwnerAndLeftAlone)
+{
+    OfficeDatabase database;
+    database.AddUser(u"somebody"_s, {});
+    database.Ask(u"CREATE SCHEMA ktqdde AUTHORIZATION \"%1\""_s.arg(database.User(u"somebody"_s)));
+    const auto expectRefused = [&] {
+        const CString told = ErrorOf([] { Office::Create(Administrator()); });
+        EXPECT_TRUE(told.contains(u"请先移走它"_s) && told.contains(database.User(u"somebody"_s)))
+            << told.toStdString();
+    };
+    expectRefused();
+    database.Ask(u"GRANT USAGE, CREATE ON SCHEMA ktqdde TO PUBLIC"_s);
+    expectRefused();
+    EXPECT_EQ(database.Ask(u"SELECT count(*) FROM pg_class WHERE relnamespace = 'ktqdde'::regnamespace"_s),
+              u"0"_s);
+    EXPECT_EQ(
+        database.Ask(u"SELECT count(*) FROM pg_roles WHERE rolname LIKE '%1\\_%'"_s.arg(database.Name())),
+        u"0"_s);
 }
 
 TEST(OfficeCreation, CancelledCreationLeavesNothing)
@@ -209,7 +232,7 @@ TEST(OfficeUpgrade, OfficeOfANewerProgramIsRefusedInWordsAndLeftAlone)
     const TestOffice test;
     test.Ask(u"UPDATE ktqdde.schema_version SET version = 99"_s);
     const auto isTold = [](const CString& text) {
-        return text.contains(u"由更新版本的程序建立（结构版本 99，本程序只识别到 1）"_s);
+        return text.contains(u"由更新版本的程序建立（结构版本 99，本程序只识别到 2）"_s);
     };
     EXPECT_TRUE(isTold(ErrorOf([] { Office{TestOffice::Keeper()}; })));
     EXPECT_TRUE(isTold(ErrorOf([] { Office{TestOffice::Stranger()}; })));
@@ -228,6 +251,39 @@ TEST(OfficeUpgrade, OfficeOfThisProgramStaysAsItIs)
     EXPECT_NO_THROW(Office{TestOffice::Reader()});
 }
 
+TEST(OfficeUpgrade, OfficeOfVersion1ComesOutAsANewOneAndKeepsWhatItHolds)
+{
+    const TestOffice test;
+    const QString shape =
+        u"SELECT proname, pg_get_function_identity_arguments(oid), md5(prosrc), proacl::text, "
+        "proconfig::text, prosecdef FROM pg_proc WHERE pronamespace = 'ktqdde'::regnamespace ORDER BY 1, 2; "
+        "SELECT attrelid::regclass, attname, atttypid::regtype, attnotnull FROM pg_attribute JOIN pg_class "
+        "ON pg_class.oid = attrelid WHERE relnamespace = 'ktqdde'::regnamespace AND attnum > 0 AND "
+        "NOT attisdropped ORDER BY 1, 2"_s;
+    const QString wanted = test.Ask(shape);
+    {
+        Office keeper(TestOffice::Keeper());
+        embedded::PublishedConfigurations(keeper).Publish(
+            {u"甲"_s, {}, "<a/>", {}, u"工程"_s, {}, {{u"Q"_s, u"1"_s, u"泵"_s, u"台"_s}}});
+    }
+    QFile former(test::InSourceTree(u"tests/embedded/office-1.sql"_s));
+    ASSERT_TRUE(former.open(QIODevice::ReadOnly));
+    Database(embedded::ServiceOf(Administrator()))
+        .ExecuteWholeStatements(QString::fromUtf8(former.readAll()));
+    EXPECT_TRUE(ErrorOf([] { Office{TestOffice::Editor()}; }).contains(u"结构版本 1"_s));
+    EXPECT_EQ(Office::Status(TestOffice::Editor()).right, OfficeRight::Editor);
+    const QString publish = u"SELECT ktqdde.publish('甲', 1, 'b', sha256('b'), '', '', '[]')"_s;
+
+    EXPECT_EQ(Office::Upgrade(Administrator()), 1);
+    EXPECT_EQ(test.Ask(shape).toStdString(), wanted.toStdString());
+    EXPECT_FALSE(test.Psql(TestOffice::Editor(), publish).isDone) << "no older program publishes";
+    Office editor(TestOffice::Editor());
+    embedded::PublishedConfigurations published(editor);
+    EXPECT_EQ(published.Content(u"甲"_s, 1), "<a/>");
+    EXPECT_EQ(test.Ask(u"SELECT project, project_id, name FROM ktqdde.numbers"_s), u"工程||泵"_s);
+    EXPECT_EQ(published.Publish({u"甲"_s, {1, embedded::DigestOf("<a/>")}, "<b/>"}).version, 2);
+}
+
 TEST(OfficeUpgrade, DatabaseWithoutOfficeIsNotUpgraded)
 {
     const OfficeDatabase database;
@@ -239,25 +295,30 @@ TEST(OfficeUpgrade, StepsRunInTheirOrderAndWhatTheyBringIsCoveredByTheRights)
 {
     const TestOffice test;
     Database database(embedded::ServiceOf(Administrator()));
-    const CArray<embedded::OfficeStep> steps{
-        [](Database& office) { office.Execute(u"CREATE TABLE remarks (text TEXT)"_s); },
-        [](Database& office) { office.Execute(u"INSERT INTO remarks VALUES ('甲')"_s); }};
-    EXPECT_EQ(embedded::UpgradeOfficeSchema(database, steps), 1);
-    EXPECT_EQ(embedded::UpgradeOfficeSchema(database, steps), 3);
+    const CArray<embedded::OfficeStep> steps =
+        embedded::KnownOfficeSteps() +
+        CArray<embedded::OfficeStep>{
+            [](Database& office) { office.Execute(u"CREATE TABLE remarks (text TEXT)"_s); },
+            [](Database& office) { office.Execute(u"INSERT INTO remarks VALUES ('甲')"_s); }};
+    EXPECT_EQ(embedded::UpgradeOfficeSchema(database, steps), Office::SchemaVersion);
+    EXPECT_EQ(embedded::UpgradeOfficeSchema(database, steps), Office::SchemaVersion + 2);
     EXPECT_EQ(test.Psql(TestOffice::Reader(), u"SELECT text FROM ktqdde.remarks"_s).rows, u"甲\n"_s);
     EXPECT_FALSE(test.Psql(TestOffice::Keeper(), u"DELETE FROM ktqdde.remarks"_s).isDone);
-    EXPECT_TRUE(ErrorOf([] { Office{TestOffice::Reader()}; }).contains(u"结构版本 3"_s));
+    EXPECT_TRUE(ErrorOf([] { Office{TestOffice::Reader()}; }).contains(u"结构版本 4"_s));
 }
 
 TEST(OfficeUpgrade, StepThatFailsLeavesTheFormerState)
 {
     const TestOffice test;
     Database database(embedded::ServiceOf(Administrator()));
-    const CArray<embedded::OfficeStep> steps{
-        [](Database& office) { office.Execute(u"CREATE TABLE remarks (text TEXT)"_s); },
-        [](Database& office) { office.Fail(u"坏了"_s); }};
+    const CArray<embedded::OfficeStep> steps =
+        embedded::KnownOfficeSteps() +
+        CArray<embedded::OfficeStep>{
+            [](Database& office) { office.Execute(u"CREATE TABLE remarks (text TEXT)"_s); },
+            [](Database& office) { office.Fail(u"坏了"_s); }};
     EXPECT_TRUE(ErrorOf([&] { embedded::UpgradeOfficeSchema(database, steps); }).contains(u"坏了"_s));
-    EXPECT_EQ(test.Ask(u"SELECT version FROM ktqdde.schema_version"_s), u"1"_s);
+    EXPECT_EQ(test.Ask(u"SELECT version FROM ktqdde.schema_version"_s),
+              QString::number(Office::SchemaVersion));
     EXPECT_EQ(test.Ask(u"SELECT to_regclass('ktqdde.remarks')"_s), QString());
 }
 
@@ -265,10 +326,11 @@ TEST(OfficeUpgrade, NobodyButTheOwnerUpgrades)
 {
     const TestOffice test;
     Database database(embedded::ServiceOf(TestOffice::Keeper()));
-    EXPECT_THROW(embedded::UpgradeOfficeSchema(database, {[](Database& office) {
-                                                   office.Execute(u"CREATE TABLE remarks (text TEXT)"_s);
-                                               }}),
-                 embedded::RightsError);
+    const CArray<embedded::OfficeStep> steps =
+        embedded::KnownOfficeSteps() + CArray<embedded::OfficeStep>{[](Database& office) {
+            office.Execute(u"CREATE TABLE remarks (text TEXT)"_s);
+        }};
+    EXPECT_THROW(embedded::UpgradeOfficeSchema(database, steps), embedded::RightsError);
 }
 
 TEST(OfficeStatusTest, TellsAllOfAnOffice)
@@ -276,8 +338,8 @@ TEST(OfficeStatusTest, TellsAllOfAnOffice)
     const TestOffice test;
     Office office(TestOffice::Keeper());
     embedded::PublishedConfigurations published(office);
-    published.Publish({u"甲"_s, 0, "<a/>"});
-    published.Publish({u"乙"_s, 0, "<a/>"});
+    published.Publish({u"甲"_s, {}, "<a/>"});
+    published.Publish({u"乙"_s, {}, "<a/>"});
     published.Remove(u"乙"_s);
     const OfficeStatus status = Office::Status(TestOffice::Keeper());
     EXPECT_EQ(status.name, TestOffice::Keeper());

@@ -7,7 +7,9 @@
 #include "platform/Files.h"
 #include "support/Patience.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QProcess>
+#include <QtCore/QUuid>
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
@@ -59,6 +61,35 @@ TEST_F(ProjectOffice, NewProjectIsWhatTheOfficeIs)
     options.billLibrary = u"NEU-1"_s;
     later.Create(options);
     EXPECT_EQ(EmbeddedHost(later.Folder()).LibraryInUse(embedded::LibraryRole::Bill), u"NEU-1"_s);
+}
+
+TEST_F(ProjectOffice, ProjectIsToldApartByAnIdThatGoesWithItsFolder)
+{
+    const CString id = EmbeddedHost(m_project.Folder()).Office()->ProjectId();
+    EXPECT_EQ(QUuid(id).toString(QUuid::WithoutBraces), id);
+    TestProject other;
+    other.Create(On(Administrator()));
+    EXPECT_EQ(EmbeddedHost(other.Folder()).Office()->ProjectName(),
+              EmbeddedHost(m_project.Folder()).Office()->ProjectName());
+    EXPECT_NE(EmbeddedHost(other.Folder()).Office()->ProjectId(), id);
+    const QString moved = other.Folder() + u"搬走了"_s;
+    ASSERT_TRUE(QDir().rename(m_project.Folder(), moved));
+    {
+        EmbeddedHost host(moved);
+        EXPECT_EQ(host.Office()->ProjectId(), id);
+    }
+    ASSERT_TRUE(QDir().rename(moved, m_project.Folder()));
+}
+
+// Those of older programs have none.
+TEST_F(ProjectOffice, ProjectWithoutAnIdGetsOneWhenItIsFirstAsked)
+{
+    m_project.Sql(u"project.ktqd"_s, u"DELETE FROM settings WHERE name = 'id'"_s);
+    EmbeddedHost first(m_project.Folder());
+    EmbeddedHost second(m_project.Folder());
+    EXPECT_FALSE(first.Office()->ProjectId().isEmpty());
+    EXPECT_EQ(second.Office()->ProjectId(), first.Office()->ProjectId());
+    EXPECT_EQ(EmbeddedHost(m_project.Folder()).Office()->ProjectId(), first.Office()->ProjectId());
 }
 
 TEST_F(ProjectOffice, ProjectWithoutAnOfficeHasNone)

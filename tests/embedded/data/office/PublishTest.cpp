@@ -13,6 +13,7 @@ using embedded::Publication;
 using embedded::PublishedConfigurations;
 using embedded::PublishedVersion;
 using embedded::PublishOutcome;
+using embedded::VersionMark;
 using test::ErrorOf;
 using test::TestOffice;
 
@@ -25,9 +26,16 @@ struct Person
 {
     explicit Person(const CString& service) : office(service), published(office) {}
 
+    /// The version of a number as the office has it, or one that it does not have.
+    VersionMark Mark(int number, const CString& name = Name)
+    {
+        for (const PublishedVersion& version : published.Log(name))
+            if (version.number == number) return version.Mark();
+        return {number, embedded::DigestOf("lost")};
+    }
     PublishOutcome Publish(int base, const QByteArray& content, const CString& name = Name)
     {
-        return published.Publish({name, base, content});
+        return published.Publish({name, Mark(base, name), content});
     }
 
     Office office;
@@ -78,7 +86,9 @@ TEST_F(Publish, BytesComeBackWhateverTheyAre)
 TEST_F(Publish, VersionTellsAuthorTimeNoteAndProject)
 {
     const QDateTime before = QDateTime::currentDateTimeUtc();
-    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", u"改了 '一条' 规则？\n第二行"_s, u"工程 一"_s}).end,
+    ASSERT_EQ(editor.published
+                  .Publish({Name, editor.Mark(1), "<b/>", u"改了 '一条' 规则？\n第二行"_s, u"工程 一"_s})
+                  .end,
               PublishOutcome::Published);
     const QDateTime after = QDateTime::currentDateTimeUtc();
     const auto last = editor.published.Last(Name);
@@ -140,10 +150,73 @@ TEST_F(Publish, FormerContentIsPublishedAsANewVersion)
     EXPECT_EQ(editor.published.Content(Name, 3), "<a/>");
 }
 
-TEST_F(Publish, BaseThatNoVersionHasIsRefused)
+// An office that was put back from a copy counts from there: what is published next gets numbers that others
+// have seen with another content.
+TEST_F(Publish, BaseOfTheSameNumberAndAnotherContentIsNewer)
 {
-    EXPECT_TRUE(ErrorOf([this] { editor.Publish(7, "<b/>"); }).contains(u"没有版本 7"_s));
+    editor.Publish(1, "<b/>");
+    const PublishOutcome outcome =
+        editor.published.Publish({Name, {2, embedded::DigestOf("<lost/>")}, "<c/>"});
+    EXPECT_EQ(outcome.end, PublishOutcome::Newer);
+    EXPECT_EQ(outcome.version, 2);
+    EXPECT_EQ(editor.published.Publish({Name, {2, {}}, "<c/>"}).end, PublishOutcome::Newer);
+    EXPECT_EQ(editor.published.Log(Name).size(), 2);
+    EXPECT_EQ(editor.published.Publish({Name, {2, embedded::DigestOf("<b/>")}, "<c/>"}).end,
+              PublishOutcome::Published);
+}
+
+TEST_F(Publish, BaseAboveTheLastVersionIsNewer)
+{
+    const PublishOutcome outcome = editor.Publish(7, "<b/>");
+    EXPECT_EQ(outcome.end, PublishOutcome::Newer);
+    EXPECT_EQ(outcome.version, 1);
     EXPECT_EQ(editor.published.Log(Name).size(), 1);
+}
+
+TEST_F(Publish, ContentOfAnyVersionIsUnchangedWhereTheBaseIsNotKnown)
+{
+    editor.Publish(1, "<b/>");
+    const PublishOutcome outcome = editor.Publish(7, "<a/>");
+    EXPECT_EQ(outcome.end, PublishOutcome::Unchanged);
+    EXPECT_EQ(outcome.version, 1);
+}
+
+TEST_F(Publish, ConfigurationThatTheOfficeHasLostIsAKeepersToPublishAgain)
+{
+    EXPECT_EQ(editor.Publish(3, "<b/>", u"旧配置"_s).end, PublishOutcome::Missing);
+    const PublishOutcome outcome = keeper.Publish(3, "<b/>", u"旧配置"_s);
+    EXPECT_EQ(outcome.end, PublishOutcome::Published);
+    EXPECT_EQ(outcome.version, 1);
+    EXPECT_EQ(editor.Publish(1, "<c/>", u"旧配置"_s).end, PublishOutcome::Published);
+}
+
+TEST_F(Publish, ProjectsOfOneNameAreToldApartByTheirIds)
+{
+    const NumberUse theirs{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
+    const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
+    ASSERT_EQ(
+        editor.published.Publish({Name, editor.Mark(1), "<b/>", {}, u"工程@机器"_s, u"1"_s, {theirs}}).end,
+        PublishOutcome::Published);
+    EXPECT_EQ(
+        keeper.published.Publish({Name, keeper.Mark(2), "<c/>", {}, u"工程@机器"_s, u"2"_s, {mine, theirs}})
+            .end,
+        PublishOutcome::Collides);
+    EXPECT_EQ(
+        keeper.published.Publish({Name, keeper.Mark(2), "<c/>", {}, u"搬走了@别处"_s, u"1"_s, {mine, theirs}})
+            .end,
+        PublishOutcome::Published);
+}
+
+TEST_F(Publish, NumberThatAnOlderProgramRecordedIsTheProjectsOfThatName)
+{
+    office.Ask(u"INSERT INTO ktqdde.numbers (configuration, library, number, name, unit, project) "
+               "VALUES ('%1', 'Q', '030101001001', '水泵', '台', '一')"_s.arg(Name));
+    const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(1), "<b/>", {}, u"二"_s, u"2"_s, {mine}}).end,
+              PublishOutcome::Collides);
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(1), "<b/>", {}, u"一"_s, u"1"_s, {mine}}).end,
+              PublishOutcome::Published);
+    EXPECT_EQ(office.Ask(u"SELECT project_id FROM ktqdde.numbers"_s), u"1"_s) << "known from now on";
 }
 
 TEST_F(Publish, EditorCreatesNoConfiguration)
@@ -184,9 +257,9 @@ TEST_F(Publish, ImpossibleNamesAreRefusedByProgramAndServer)
     for (const CString& name : names) {
         EXPECT_TRUE(ErrorOf([&] { keeper.Publish(0, "<a/>", name); }).contains(u"不能用作配置名"_s))
             << name.toStdString();
-        const test::PsqlAnswer answer =
-            office.Psql(TestOffice::Keeper(),
-                        u"SELECT ktqdde.publish('%1', 0, 'x', sha256('x'), '', '', '[]')"_s.arg(name));
+        const test::PsqlAnswer answer = office.Psql(
+            TestOffice::Keeper(),
+            u"SELECT ktqdde.publish('%1', 0, '', 'x', sha256('x'), '', '', '', '[]')"_s.arg(name));
         EXPECT_TRUE(answer.fault.contains(u"name_is_possible"_s))
             << name.toStdString() << answer.fault.toStdString();
     }
@@ -244,10 +317,11 @@ TEST_F(Publish, NumberThatStandsForAnotherProjectsItemAsWellCollidesAndChangesNo
 {
     const NumberUse theirs{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
     const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
-    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {theirs}}).end,
+    ASSERT_EQ(editor.published.Publish({Name, editor.Mark(1), "<b/>", {}, u"一"_s, {}, {theirs}}).end,
               PublishOutcome::Published);
     // Both, as a merge of what the two have done brings them together.
-    const PublishOutcome outcome = keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {mine, theirs}});
+    const PublishOutcome outcome =
+        keeper.published.Publish({Name, keeper.Mark(2), "<c/>", {}, u"二"_s, {}, {mine, theirs}});
     EXPECT_EQ(outcome.end, PublishOutcome::Collides);
     EXPECT_EQ(outcome.version, 2);
     ASSERT_EQ(outcome.collisions.size(), 1);
@@ -262,11 +336,11 @@ TEST_F(Publish, ItemOfTheLastVersionGetsAnotherNameFromAnyProject)
 {
     const NumberUse former{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
     const NumberUse renamed{u"Q"_s, u"030101001001"_s, u"离心水泵"_s, u"台"_s};
-    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {former}}).end,
+    ASSERT_EQ(editor.published.Publish({Name, editor.Mark(1), "<b/>", {}, u"一"_s, {}, {former}}).end,
               PublishOutcome::Published);
-    EXPECT_EQ(keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {renamed}}).end,
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(2), "<c/>", {}, u"二"_s, {}, {renamed}}).end,
               PublishOutcome::Published);
-    EXPECT_EQ(editor.published.Publish({Name, 3, "<d/>", {}, u"一"_s, {renamed}}).end,
+    EXPECT_EQ(editor.published.Publish({Name, editor.Mark(3), "<d/>", {}, u"一"_s, {}, {renamed}}).end,
               PublishOutcome::Published);
 }
 
@@ -274,9 +348,9 @@ TEST_F(Publish, NumberThatStoodForSeveralItemsAlreadyIsNobodysCollision)
 {
     const NumberUse one{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
     const NumberUse other{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
-    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {one, other}}).end,
+    ASSERT_EQ(editor.published.Publish({Name, editor.Mark(1), "<b/>", {}, u"一"_s, {}, {one, other}}).end,
               PublishOutcome::Published);
-    EXPECT_EQ(keeper.published.Publish({Name, 2, "<c/>", {}, u"二"_s, {one, other}}).end,
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(2), "<c/>", {}, u"二"_s, {}, {one, other}}).end,
               PublishOutcome::Published);
 }
 
@@ -284,12 +358,13 @@ TEST_F(Publish, NumberThatIsUsedNoMoreStaysWithItsItem)
 {
     const NumberUse former{u"Q"_s, u"030101001001"_s, u"水泵"_s, u"台"_s};
     const NumberUse other{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
-    ASSERT_EQ(editor.published.Publish({Name, 1, "<b/>", {}, u"一"_s, {former}}).end,
+    ASSERT_EQ(editor.published.Publish({Name, editor.Mark(1), "<b/>", {}, u"一"_s, {}, {former}}).end,
               PublishOutcome::Published);
-    ASSERT_EQ(editor.published.Publish({Name, 2, "<c/>", {}, u"一"_s, {}}).end, PublishOutcome::Published);
-    EXPECT_EQ(keeper.published.Publish({Name, 3, "<d/>", {}, u"二"_s, {other}}).end,
+    ASSERT_EQ(editor.published.Publish({Name, editor.Mark(2), "<c/>", {}, u"一"_s, {}, {}}).end,
+              PublishOutcome::Published);
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(3), "<d/>", {}, u"二"_s, {}, {other}}).end,
               PublishOutcome::Collides);
-    EXPECT_EQ(keeper.published.Publish({Name, 3, "<d/>", {}, u"二"_s, {former}}).end,
+    EXPECT_EQ(keeper.published.Publish({Name, keeper.Mark(3), "<d/>", {}, u"二"_s, {}, {former}}).end,
               PublishOutcome::Published);
 }
 
@@ -299,7 +374,8 @@ TEST_F(Publish, NewConfigurationWhoseNumbersCollideLeavesNoTrace)
                "VALUES ('新配置', 'Q', '030101001001', '水泵', '台', '一')"_s);
     const QString changes = office.Ask(u"SELECT count(*) FROM ktqdde.changes"_s);
     const NumberUse mine{u"Q"_s, u"030101001001"_s, u"风机"_s, u"台"_s};
-    const PublishOutcome outcome = keeper.published.Publish({u"新配置"_s, 0, "<c/>", {}, u"二"_s, {mine}});
+    const PublishOutcome outcome =
+        keeper.published.Publish({u"新配置"_s, {}, "<c/>", {}, u"二"_s, {}, {mine}});
     EXPECT_EQ(outcome.end, PublishOutcome::Collides);
     EXPECT_EQ(outcome.version, 0);
     EXPECT_EQ(office.Ask(u"SELECT count(*) FROM ktqdde.configurations"_s), u"1"_s);

@@ -43,7 +43,7 @@ protected:
     {
         Office keeper(TestOffice::Keeper());
         PublishedConfigurations(keeper).Publish(
-            {u"甲"_s, 0, "<a/>", u"说明"_s, u"工程"_s, {{u"Q"_s, u"030101001001"_s, u"泵"_s, u"台"_s}}});
+            {u"甲"_s, {}, "<a/>", u"说明"_s, u"工程"_s, {}, {{u"Q"_s, u"030101001001"_s, u"泵"_s, u"台"_s}}});
         EXPECT_TRUE(
             office.Psql(TestOffice::Keeper(), u"UPDATE ktqdde.libraries SET local = '本地'"_s).isDone);
     }
@@ -217,9 +217,10 @@ TEST_F(Rights, ReaderIsRefusedEveryChangeOfEveryTable)
 TEST_F(Rights, ReaderIsRefusedEveryFunction)
 {
     ExpectRefused(TestOffice::Reader(), FunctionUses({}));
-    ExpectRefused(TestOffice::Reader(), {u"SELECT ktqdde.publish('甲', 1, 'x', sha256('x'), '', '', '[]')"_s,
-                                         u"SELECT ktqdde.set_removed('甲', true)"_s,
-                                         u"SELECT ktqdde.allow('reader', 'INSERT ON versions')"_s});
+    ExpectRefused(TestOffice::Reader(),
+                  {u"SELECT ktqdde.publish('甲', 1, sha256('<a/>'), 'x', sha256('x'), '', '', '', '[]')"_s,
+                   u"SELECT ktqdde.set_removed('甲', true)"_s,
+                   u"SELECT ktqdde.allow('reader', 'INSERT ON versions')"_s});
 }
 
 TEST_F(Rights, ReaderFindsNoDetour)
@@ -272,7 +273,8 @@ TEST_F(Rights, StrangerSeesNothingButTheVersionOfTheSchema)
 
 TEST_F(Rights, AuthorIsTheUserWhoHasConnectedWhateverHeSays)
 {
-    const QString publish = u"SELECT ktqdde.publish('甲', 1, 'x', sha256('x'), '', '', '[]')"_s;
+    const QString publish =
+        u"SELECT ktqdde.publish('甲', 1, sha256('<a/>'), 'x', sha256('x'), '', '', '', '[]')"_s;
     const test::PsqlAnswer answer = office.Psql(
         TestOffice::Editor(), u"SET ROLE \"%1_editor\"; SET application_name = 'boss'; "
                               "SET search_path = pg_temp, ktqdde; %2"_s.arg(office.Name(), publish));
@@ -289,7 +291,8 @@ TEST_F(Rights, TemporaryTablesDoNotDivertAPublication)
         "CREATE TEMPORARY TABLE versions (LIKE ktqdde.versions); "
         "CREATE TEMPORARY TABLE configurations (LIKE ktqdde.configurations); "
         "CREATE FUNCTION pg_temp.sha256(bytea) RETURNS bytea LANGUAGE sql AS 'SELECT ''''::bytea'; "
-        "SELECT ending, version FROM ktqdde.publish('甲', 1, 'x', pg_catalog.sha256('x'), '', '', '[]'); "
+        "SELECT ending, version FROM ktqdde.publish('甲', 1, pg_catalog.sha256('<a/>'), 'x', "
+        "pg_catalog.sha256('x'), '', '', '', '[]'); "
         "SELECT count(*) FROM pg_temp.versions"_s);
     EXPECT_EQ(answer.rows, u"published|2\n0\n"_s) << answer.fault.toStdString();
     EXPECT_EQ(office.Ask(u"SELECT count(*) FROM ktqdde.versions"_s), u"2"_s);

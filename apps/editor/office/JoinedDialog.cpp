@@ -1,0 +1,68 @@
+#include "editor/office/JoinedDialog.h"
+
+#include "editor/dialogs/DifferenceView.h"
+#include "editor/dialogs/TextDifference.h"
+
+#include <QtWidgets/QDialogButtonBox>
+#include <QtWidgets/QLabel>
+#include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
+#include <QtWidgets/QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace editor {
+
+namespace {
+
+// In characters and lines, for a large font needs a larger window.
+constexpr QSize FirstText(120, 28);
+
+/// A difference below its title.
+QWidget* Titled(const QString& title, const QByteArray& before, const QByteArray& after)
+{
+    auto* widget = new QWidget;
+    auto* column = new QVBoxLayout(widget);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* view = new DifferenceView;
+    view->setPlainText(DescribeRuleDifference(before, after));
+    auto* label = new QLabel(title);
+    label->setBuddy(view);
+    column->addWidget(label);
+    column->addWidget(view, 1);
+    return widget;
+}
+
+} // namespace
+
+JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) : QDialog(parent)
+{
+    setWindowTitle(u"合并的结果"_s);
+    resize(FirstText.width() * fontMetrics().averageCharWidth(),
+           FirstText.height() * fontMetrics().lineSpacing());
+    auto* told =
+        new QLabel(u"“%1”有别人发布的第 %2 版，已与本机的文件合并。请看过再发布；不发布就什么也不改"_s.arg(
+            joined.configuration, QString::number(joined.version)));
+    told->setWordWrap(true);
+    told->setTextFormat(Qt::PlainText);
+    auto* views = new QSplitter;
+    views->setChildrenCollapsible(false);
+    views->addWidget(Titled(u"并入本机文件的(&T)"_s, joined.mine, joined.merged));
+    views->addWidget(Titled(u"随之发布的(&M)"_s, joined.theirs, joined.merged));
+    auto* buttons = new QDialogButtonBox;
+    buttons->addButton(u"发布(&P)"_s, QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(u"不发布"_s, QDialogButtonBox::RejectRole)->setAutoDefault(false);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] { accept(); });
+    connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(told);
+    column->addWidget(views, 1);
+    column->addWidget(buttons);
+}
+
+bool JoinedDialog::Ask(const shared::JoinedStates& joined, QWidget* parent)
+{
+    return JoinedDialog(joined, parent).exec() == QDialog::Accepted;
+}
+
+} // namespace editor
