@@ -1,6 +1,7 @@
 #include "editor/workbench/ConflictDialog.h"
 
 #include "editor/dialogs/DialogParts.h"
+#include "widgets/SelectedRow.h"
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
@@ -100,6 +101,7 @@ void ConflictDialog::Build()
     button(m_words.allTheirs, rules::Side::Theirs, true);
     column->addLayout(answers);
     column->addWidget(MakeButtons(*this, m_accept));
+    widgets::MakeSelectedRowCurrent(*m_list);
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });
 }
 
