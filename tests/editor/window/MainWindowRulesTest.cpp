@@ -145,11 +145,11 @@ TEST_F(MainWindowRules, ClosingWithChangesAsksAndStaysWhenTheUserSaysSo)
 
 TEST_F(MainWindowRules, ClosingWithChangesSavesThemWhenTheUserSaysSo)
 {
-    Insert(u"铜管"_s);
+    Insert(u"铜金合金"_s);
     const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"保存"_s); }});
     EXPECT_TRUE(m_window.close());
     EXPECT_TRUE(user.Done());
-    EXPECT_TRUE(m_folder.ReadFile(RuleFile).contains(u"铜管"_s.toUtf8()));
+    EXPECT_TRUE(m_folder.ReadFile(RuleFile).contains(u"铜金合金"_s.toUtf8()));
 }
 
 TEST_F(MainWindowRules, ClosingWithChangesDropsThemWhenTheUserSaysSo)
