@@ -58,7 +58,8 @@ public:
     /// A rule file has got another name, and what was left behind of it goes with it, also that of programs
     /// which still run. What cannot be written stays one whose file is gone.
     static void Follow(const QString& projectFolder, const CString& from, const CString& to);
-    /// The draft is one of that rule file from now on. Raises `platform::FileError`; nothing has changed then.
+    /// The draft is one of that rule file from now on. Raises `platform::FileError`; nothing has changed
+    /// then.
     static LostDraft Attach(const QString& projectFolder, LostDraft draft, const CString& ruleFile);
     /// Removes one for good.
     static void Remove(const LostDraft& draft);

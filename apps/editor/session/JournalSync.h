@@ -37,7 +37,7 @@ private:
     void Work();
 
     Failed m_failed;
-    QMutex m_mutex;                              ///< guards the next two
+    QMutex m_mutex;                               ///< guards the next two
     std::unique_ptr<platform::OutputFile> m_next; ///< null when there is nothing to do
     bool m_isWorking = false;
     std::unique_ptr<WorkThread> m_thread; ///< ends before the others

@@ -161,7 +161,7 @@ private:
     std::unique_ptr<DraftFile> m_file;
     std::unique_ptr<DraftJournal> m_journal;
     CString m_journalFault;
-    int m_journals = 0; ///< how many journals have been begun
+    int m_journals = 0;            ///< how many journals have been begun
     mutable rules::Draft m_draft;  ///< grows by what the file holds besides, when somebody asks for it
     mutable bool m_isWhole = true; ///< it has
     int m_opened = 0;              ///< how many files have been opened

@@ -102,8 +102,7 @@ TEST_F(ManualWindow, GoesToTheHeadingThatAnAidForTheDisabledSelects)
     ASSERT_NE(contents.currentItem(), wanted);
     test::SelectByAid(contents, contents.model()->index(1, 0));
     test::WaitInLoopFor(u"the page"_s, [&] { return contents.currentItem() == wanted; });
-    EXPECT_TRUE(m_window.windowTitle().startsWith(wanted->text(0)))
-        << m_window.windowTitle().toStdString();
+    EXPECT_TRUE(m_window.windowTitle().startsWith(wanted->text(0))) << m_window.windowTitle().toStdString();
 }
 
 TEST_F(ManualWindow, ArrowKeysGoThroughTheContentsWithoutGettingStuck)

@@ -199,8 +199,7 @@ TEST_F(MainWindowRules, RuleFileDroppedOnTheWindowIsOfferedToTheProject)
 TEST_F(MainWindowRules, ListOfFilesAndSpecialtiesCountTheSameRules)
 {
     const auto& files = *test::PartOf<editor::FilePanel>(m_window).findChild<QTreeWidget*>();
-    const auto& specialties =
-        *test::PartOf<editor::CategoryPanel>(m_window).findChild<QComboBox*>();
+    const auto& specialties = *test::PartOf<editor::CategoryPanel>(m_window).findChild<QComboBox*>();
     int sum = 0;
     for (int i = 0; i < specialties.count(); ++i) {
         const auto count = QRegularExpression(u"（(\\d+) 条）"_s).match(specialties.itemText(i));
