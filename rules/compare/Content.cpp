@@ -82,4 +82,18 @@ bool HoldsBareDefaultAlone(const SmallCategory& category)
     return category.rules.size() == 1 && IsBareDefault(category.rules.front());
 }
 
+std::size_t CountOf(const SmallCategory& category)
+{
+    return HoldsBareDefaultAlone(category) ? 0 : category.rules.size();
+}
+
+std::size_t CountOf(const Specialty& specialty)
+{
+    std::size_t count = 0;
+    for (const BigCategory& big : specialty.bigCategories)
+        for (const SmallCategoryPtr& small : big.smallCategories)
+            count += CountOf(*small);
+    return count;
+}
+
 } // namespace rules

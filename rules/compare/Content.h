@@ -26,4 +26,9 @@ bool IsBareDefault(const Rule& rule);
 /// Whether it is all that the category has.
 bool HoldsBareDefaultAlone(const SmallCategory& category);
 
+/// How many rules there are, as people count them: a default rule without items that is alone in its category
+/// says nothing and is none.
+std::size_t CountOf(const SmallCategory& category);
+std::size_t CountOf(const Specialty& specialty);
+
 } // namespace rules

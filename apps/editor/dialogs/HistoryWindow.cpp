@@ -13,6 +13,7 @@
 #include "platform/Paths.h"
 #include "shared/RuleFileState.h"
 #include "shared/TimeText.h"
+#include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QLocale>
@@ -113,6 +114,7 @@ void HistoryWindow::Build()
     column->addWidget(splitter, 1);
     column->addLayout(foot);
     connect(m_files, &QComboBox::currentIndexChanged, this, [this] { RunGuarded([&] { FillCopies(); }); });
+    widgets::MakeSelectedRowCurrent(*m_list);
     connect(m_list, &QTreeWidget::currentItemChanged, this,
             [this] { RunGuarded([&] { ShowDifference(); }); });
     connect(m_asXml, &QCheckBox::toggled, this, [this] { RunGuarded([&] { ShowDifference(); }); });

@@ -2,6 +2,7 @@
 
 #include "editor/messages/Guard.h"
 #include "platform/Paths.h"
+#include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QLocale>
@@ -116,6 +117,7 @@ void FilePanel::BuildList()
     m_list->setContextMenuPolicy(Qt::ActionsContextMenu);
     for (const int column : {NameColumn, RulesColumn})
         m_list->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    widgets::MakeSelectedRowCurrent(*m_list);
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] {
         EnableActions();
         if (m_wishes.selectionChanged) RunGuarded(m_wishes.selectionChanged);

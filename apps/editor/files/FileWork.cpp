@@ -186,4 +186,14 @@ FileEnd FileWork::TakeIn(const QStringList& files)
     return end;
 }
 
+FileEnd FileWork::Restore(const CString& formerName, const QByteArray& bytes)
+{
+    NameDialog dialog(m_window, {u"还原规则文件"_s, u"重新建立“%1”，按开始修改时的样子。"_s.arg(formerName),
+                                 u"还原"_s, m_steps.FreeName(formerName),
+                                 [this](const CString& name) { return m_steps.NameFault(name); }});
+    CString made;
+    if (!AskUntilDone(dialog, [&] { made = m_steps.Restore(bytes, dialog.Name()); })) return {};
+    return {true, u"已重新建立规则文件“%1”，接上的修改还没有保存"_s.arg(NameOf(made)), made};
+}
+
 } // namespace editor

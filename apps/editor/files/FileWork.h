@@ -31,6 +31,8 @@ public:
     FileEnd Run(FileCommand command, const CString& path);
     /// Offers the project native rule files that were dropped, one after another. `path` is that of the last.
     FileEnd TakeIn(const QStringList& files);
+    /// Makes a rule file that is gone anew, of what it held and by a name that is asked for.
+    FileEnd Restore(const CString& formerName, const QByteArray& bytes);
 
 private:
     FileEnd MakeCurrent(const CString& path);

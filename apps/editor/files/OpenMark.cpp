@@ -20,11 +20,6 @@ namespace {
 /// Whether a program of another machine still runs cannot be seen from here.
 constexpr int LongestOpenDays = 7;
 
-QDir MarkFolder(const embedded::ProjectFolder& project)
-{
-    return QDir(platform::ToNative(project.Path())).filePath(u"history/locks"_s);
-}
-
 /// Who has made a mark; nothing when it is gone, was made by this process, or its program is no more. The
 /// mark of a program that has died goes.
 std::optional<CString> HolderOf(const QString& file)
@@ -45,9 +40,14 @@ std::optional<CString> HolderOf(const QString& file)
 
 } // namespace
 
+QString MarkFolderOf(const embedded::ProjectFolder& project)
+{
+    return QDir(platform::ToNative(project.Path())).filePath(u"history/locks"_s);
+}
+
 OpenMark::OpenMark(const embedded::ProjectFolder& project)
 {
-    const QDir folder = MarkFolder(project);
+    const QDir folder(MarkFolderOf(project));
     if (!QDir(platform::ToNative(project.Path())).exists() || !folder.mkpath(u"."_s)) return;
     const QString name = QUuid::createUuid().toString(QUuid::Id128);
     m_mark = std::make_unique<QLockFile>(folder.filePath(u"open-%1.lock"_s.arg(name)));
@@ -59,7 +59,7 @@ OpenMark::~OpenMark() = default;
 
 std::optional<CString> OtherProgramWithProject(const embedded::ProjectFolder& project)
 {
-    const QDir folder = MarkFolder(project);
+    const QDir folder(MarkFolderOf(project));
     CStringArray holders;
     for (const QString& name : folder.entryList({u"open-*.lock"_s}, QDir::Files, QDir::Time | QDir::Reversed))
         if (const auto holder = HolderOf(folder.filePath(name))) holders.append(*holder);

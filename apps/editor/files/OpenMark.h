@@ -25,6 +25,9 @@ private:
     std::unique_ptr<QLockFile> m_mark; ///< null where none could be made
 };
 
+/// The folder in which the marks of a project lie, native. It may be missing.
+QString MarkFolderOf(const embedded::ProjectFolder& project);
+
 /// Which other processes have the project open: program, process, machine and since when, several joined by
 /// "、". Nothing when there is none. The marks of this process do not count, and neither do those of other
 /// machines that are so old that nobody can have the project open for as long.

@@ -1,22 +1,10 @@
 #include "editor/files/RuleFileEntry.h"
 
 #include "embedded/data/project/Look.h"
+#include "rules/compare/Content.h"
 #include "rules/model/Snapshot.h"
 
 namespace editor {
-
-namespace {
-
-qsizetype CountRules(const rules::Specialty& specialty)
-{
-    std::size_t count = 0;
-    for (const rules::BigCategory& big : specialty.bigCategories)
-        for (const rules::SmallCategoryPtr& small : big.smallCategories)
-            count += small->rules.size();
-    return static_cast<qsizetype>(count);
-}
-
-} // namespace
 
 qsizetype RuleFileEntry::Rules() const
 {
@@ -34,7 +22,7 @@ RuleFileEntry ExamineEntry(const CString& path)
     CString reason;
     if (const rules::ConfigurationPtr configuration = rules::ReadRuleFile(path, reason))
         for (const rules::Specialty& specialty : configuration->Specialties())
-            entry.counts.append({specialty.name, CountRules(specialty)});
+            entry.counts.append({specialty.name, static_cast<qsizetype>(rules::CountOf(specialty))});
     return entry;
 }
 

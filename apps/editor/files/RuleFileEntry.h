@@ -4,7 +4,7 @@
 
 namespace editor {
 
-/// How many rules a rule file has for a specialty, the default rules among them.
+/// How many rules a rule file has for a specialty (see `rules::CountOf`).
 struct SpecialtyCount
 {
     CString specialty;

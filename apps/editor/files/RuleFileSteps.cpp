@@ -173,6 +173,14 @@ CString RuleFileSteps::TakeIn(const CString& source, const CString& name)
     return WriteNew(name, bytes);
 }
 
+CString RuleFileSteps::Restore(const QByteArray& bytes, const CString& name)
+{
+    RequireName(name);
+    const shared::RuleFileState state = shared::ExamineRuleBytes(PathOf(name), bytes);
+    RequireKind(state, state.kind == shared::RuleFileKind::Rules);
+    return WriteNew(name, bytes);
+}
+
 void RuleFileSteps::Keep(const CString& path)
 {
     const embedded::Look look;

@@ -45,6 +45,9 @@ public:
     CString Duplicate(const CString& path, const CString& name);
     CString TakeIn(const CString& source, const CString& name);
 
+    /// The same with the bytes of a rule file that is gone.
+    CString Restore(const QByteArray& bytes, const CString& name);
+
     /// Gives a rule file another name, and its new path. The copies in the history are found under the new
     /// name; when the project works on the file it goes on doing so.
     CString Rename(const CString& path, const CString& name);

@@ -2,6 +2,7 @@
 
 #include "editor/help/ManualView.h"
 #include "widgets/LineColour.h"
+#include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QEvent>
@@ -149,6 +150,7 @@ QTreeWidget* ManualWindow::MakeTree(const QString& name)
     tree->setAccessibleName(name);
     tree->setUniformRowHeights(true);
     tree->setItemDelegate(new widgets::TipDelegate(tree));
+    widgets::MakeSelectedRowCurrent(*tree);
     connect(tree, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (item == nullptr || m_isSelecting) return;
         const QVariant hit = item->data(0, HitData);

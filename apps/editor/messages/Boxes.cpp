@@ -31,6 +31,18 @@ QMessageBox::ButtonRole Ask(QMessageBox& box)
     return box.buttonRole(box.clickedButton());
 }
 
+RecoverAnswer AnswerOf(QMessageBox& box)
+{
+    switch (Ask(box)) {
+    case QMessageBox::AcceptRole:
+        return RecoverAnswer::Recover;
+    case QMessageBox::DestructiveRole:
+        return RecoverAnswer::Discard;
+    default:
+        return RecoverAnswer::Later;
+    }
+}
+
 } // namespace
 
 QString ProgramName()
@@ -97,16 +109,25 @@ std::unique_ptr<QMessageBox> MakeRecoverBox(QWidget* parent, const CString& text
     return box;
 }
 
+std::unique_ptr<QMessageBox> MakeRestoreBox(QWidget* parent, const CString& text)
+{
+    auto box = MakeBox(parent, text,
+                       u"还原时按开始修改时的样子重新建立规则文件，再接着改。不丢弃的话，"
+                       "下次打开这个工程时会再问。"_s);
+    box->setDefaultButton(box->addButton(u"还原(&R)…"_s, QMessageBox::AcceptRole));
+    box->addButton(u"丢弃(&D)"_s, QMessageBox::DestructiveRole);
+    box->setEscapeButton(box->addButton(u"以后再说"_s, QMessageBox::RejectRole));
+    return box;
+}
+
 RecoverAnswer AskRecover(QWidget* parent, const CString& text)
 {
-    switch (Ask(*MakeRecoverBox(parent, text))) {
-    case QMessageBox::AcceptRole:
-        return RecoverAnswer::Recover;
-    case QMessageBox::DestructiveRole:
-        return RecoverAnswer::Discard;
-    default:
-        return RecoverAnswer::Later;
-    }
+    return AnswerOf(*MakeRecoverBox(parent, text));
+}
+
+RecoverAnswer AskRestore(QWidget* parent, const CString& text)
+{
+    return AnswerOf(*MakeRestoreBox(parent, text));
 }
 
 std::unique_ptr<QMessageBox> MakeHeadTargetBox(QWidget* parent, const CString& nativePath)

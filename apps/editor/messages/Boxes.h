@@ -37,6 +37,11 @@ RecoverAnswer AskRecover(QWidget* parent, const CString& text);
 /// Its box, not yet shown.
 std::unique_ptr<QMessageBox> MakeRecoverBox(QWidget* parent, const CString& text);
 
+/// The same for edits of a rule file that is gone, which `Recover` makes anew.
+RecoverAnswer AskRestore(QWidget* parent, const CString& text);
+/// Its box, not yet shown.
+std::unique_ptr<QMessageBox> MakeRestoreBox(QWidget* parent, const CString& text);
+
 enum class HeadTarget { None, Copy, Original };
 
 /// A file with a head is no XML and cannot be edited: asks whether it is to be written to a copy, to the file

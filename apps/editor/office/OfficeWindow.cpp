@@ -14,6 +14,7 @@
 #include "shared/OfficeText.h"
 #include "shared/TimeText.h"
 #include "widgets/FaultColour.h"
+#include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
 
 #include <QtCore/QSignalBlocker>
@@ -193,6 +194,8 @@ void OfficeWindow::Connect()
     on(m_restore, &OfficeWindow::Restore);
     on(m_remove, &OfficeWindow::RemoveOrBringBack);
     connect(m_refresh, &QPushButton::clicked, this, [this] { Ask([this] { Refresh(true); }); });
+    widgets::MakeSelectedRowCurrent(*m_list);
+    widgets::MakeSelectedRowCurrent(*m_versionList);
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { Ask([this] { FillVersions(); }); });
     connect(m_versionList, &QTreeWidget::currentItemChanged, this,
             [this] { Ask([this] { ShowDifference(); }); });

@@ -1,5 +1,6 @@
 #include "editor/session/DraftJournal.h"
 
+#include "editor/session/JournalSync.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/draft/EditLine.h"
@@ -42,17 +43,33 @@ QString StoredName(const QString& projectFolder, const CString& ruleFile)
     return relative.startsWith(u"../"_s) ? native : relative;
 }
 
+/// The name under which the rule file of a draft is stored; empty where that cannot be read.
+QString StoredNameIn(const QString& folder)
+{
+    const auto about = platform::Files().Read(PathIn(folder, AboutName));
+    return about ? QJsonDocument::fromJson(*about).object().value(FileKey).toString() : QString();
+}
+
+QByteArray AboutText(const QString& projectFolder, const CString& ruleFile)
+{
+    return QJsonDocument(QJsonObject{{FileKey, StoredName(projectFolder, ruleFile)}}).toJson();
+}
+
+/// The path text of the rule file that is stored under a name; empty for what is none.
+CString RuleFileOf(const QString& projectFolder, const QString& storedName)
+{
+    if (storedName.isEmpty()) return {};
+    const QString native = QDir::cleanPath(QDir(projectFolder).absoluteFilePath(storedName));
+    return platform::HasPathText(native) ? platform::FromNative(native) : CString();
+}
+
 /// Nothing for what is not whole.
-std::optional<LostDraft> ReadDraft(const QString& projectFolder, const QString& folder,
-                                   const CString& ruleFile)
+std::optional<LostDraft> ReadDraft(const QString& folder, const CString& ruleFile)
 {
     platform::FileSystem& files = platform::Files();
-    const auto about = files.Read(PathIn(folder, AboutName));
     const auto base = files.Read(PathIn(folder, BaseName));
     const auto lines = files.Read(PathIn(folder, EditsName));
-    if (!about || !base || !lines) return std::nullopt;
-    const QJsonObject told = QJsonDocument::fromJson(*about).object();
-    if (told.value(FileKey).toString() != StoredName(projectFolder, ruleFile)) return std::nullopt;
+    if (!base || !lines) return std::nullopt;
     LostDraft draft{folder, ruleFile, QFileInfo(QDir(folder).filePath(EditsName)).lastModified(), *base, {}};
     for (const QByteArray& line : lines->split('\n')) {
         auto edit = rules::EditOf(line);
@@ -63,10 +80,44 @@ std::optional<LostDraft> ReadDraft(const QString& projectFolder, const QString& 
     return draft;
 }
 
+QStringList DraftFolders(const QString& projectFolder)
+{
+    const QDir drafts(QDir(projectFolder).filePath(DraftsFolder));
+    QStringList folders;
+    for (const QString& name : drafts.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        folders.append(drafts.filePath(name));
+    return folders;
+}
+
+/// Whether the program that has made a draft still runs.
+bool IsInUse(const QString& folder)
+{
+    QLockFile mark(QDir(folder).filePath(MarkName));
+    mark.setStaleLockTime(0);
+    return !mark.tryLock(0);
+}
+
+/// The drafts that were left behind of the rule files that `isWanted`, the latest first.
+template <typename IsWanted>
+std::vector<LostDraft> Find(const QString& projectFolder, IsWanted isWanted)
+{
+    std::vector<LostDraft> lost;
+    for (const QString& folder : DraftFolders(projectFolder)) {
+        if (IsInUse(folder)) continue;
+        const CString ruleFile = RuleFileOf(projectFolder, StoredNameIn(folder));
+        if (ruleFile.isEmpty() || !isWanted(ruleFile)) continue;
+        if (auto draft = ReadDraft(folder, ruleFile)) lost.push_back(std::move(*draft));
+    }
+    std::sort(lost.begin(), lost.end(),
+              [](const LostDraft& a, const LostDraft& b) { return a.changed > b.changed; });
+    return lost;
+}
+
 } // namespace
 
-DraftJournal::DraftJournal(QString projectFolder, CString ruleFile, QByteArray base)
-    : m_projectFolder(std::move(projectFolder)), m_ruleFile(std::move(ruleFile)), m_base(std::move(base))
+DraftJournal::DraftJournal(QString projectFolder, CString ruleFile, QByteArray base, Failed failed)
+    : m_projectFolder(std::move(projectFolder)), m_ruleFile(std::move(ruleFile)), m_base(std::move(base)),
+      m_failed(std::move(failed))
 {
 }
 
@@ -82,44 +133,60 @@ void DraftJournal::Begin()
     mark->setStaleLockTime(0);
     if (!mark->tryLock(0))
         throw platform::FileError(PathIn(folder, MarkName), u"没有保存的修改的留底写不进去"_s);
-    const QJsonObject about{{FileKey, StoredName(m_projectFolder, m_ruleFile)}};
     platform::FileSystem& files = platform::Files();
     files.WriteInPlace(PathIn(folder, BaseName), m_base);
-    files.WriteInPlace(PathIn(folder, AboutName), QJsonDocument(about).toJson());
+    files.WriteInPlace(PathIn(folder, AboutName), AboutText(m_projectFolder, m_ruleFile));
     unfinished.dismiss();
     m_mark = std::move(mark);
+    m_sync = std::make_unique<JournalSync>([this](const CString& reason) {
+        if (m_failed) m_failed(reason);
+    });
     m_folder = folder;
 }
 
 void DraftJournal::Add(const rules::Edit& edit)
 {
     if (m_folder.isEmpty()) Begin();
-    const auto file = platform::Files().OpenForWriting(PathIn(m_folder, EditsName));
+    auto file = platform::Files().OpenForWriting(PathIn(m_folder, EditsName));
     file->SeekToEnd();
     file->Write(rules::LineOf(edit) + '\n');
+    m_sync->Take(std::move(file));
 }
 
 void DraftJournal::End()
 {
     if (m_folder.isEmpty()) return;
+    m_sync.reset(); // elsewhere no file can be removed while it is open
     m_mark.reset();
     QDir(std::exchange(m_folder, QString())).removeRecursively();
 }
 
 std::vector<LostDraft> DraftJournal::FindLost(const QString& projectFolder, const CString& ruleFile)
 {
-    std::vector<LostDraft> lost;
-    const QDir drafts(QDir(projectFolder).filePath(DraftsFolder));
-    for (const QString& name : drafts.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        const QString folder = drafts.filePath(name);
-        QLockFile mark(QDir(folder).filePath(MarkName));
-        mark.setStaleLockTime(0);
-        if (!mark.tryLock(0)) continue; // its program still runs
-        if (auto draft = ReadDraft(projectFolder, folder, ruleFile)) lost.push_back(std::move(*draft));
+    return Find(projectFolder, [&](const CString& file) { return file == ruleFile; });
+}
+
+std::vector<LostDraft> DraftJournal::FindWithoutFile(const QString& projectFolder)
+{
+    return Find(projectFolder, [](const CString& file) { return !platform::Files().Exists(file); });
+}
+
+void DraftJournal::Follow(const QString& projectFolder, const CString& from, const CString& to)
+{
+    for (const QString& folder : DraftFolders(projectFolder)) {
+        if (RuleFileOf(projectFolder, StoredNameIn(folder)) != from) continue;
+        try {
+            platform::Files().Replace(PathIn(folder, AboutName), AboutText(projectFolder, to));
+        } catch (const platform::FileError&) { // NOLINT(bugprone-empty-catch): it is offered as one whose
+        }                                      // file is gone
     }
-    std::sort(lost.begin(), lost.end(),
-              [](const LostDraft& a, const LostDraft& b) { return a.changed > b.changed; });
-    return lost;
+}
+
+LostDraft DraftJournal::Attach(const QString& projectFolder, LostDraft draft, const CString& ruleFile)
+{
+    platform::Files().Replace(PathIn(draft.folder, AboutName), AboutText(projectFolder, ruleFile));
+    draft.ruleFile = ruleFile;
+    return draft;
 }
 
 void DraftJournal::Remove(const LostDraft& draft)

@@ -40,6 +40,7 @@ public:
 
     void undo() override { m_session.Change(m_edit, true); }
     void redo() override { m_session.Change(m_edit, false); }
+    const rules::Edit& Done() const noexcept { return m_edit; }
 
 private:
     WorkSession& m_session;
@@ -60,24 +61,41 @@ void WorkSession::SetProject(Project* project)
     RefreshFacts();
 }
 
-void WorkSession::RefreshFacts()
+bool WorkSession::RefreshFacts()
 {
-    if (m_project == nullptr) {
-        auto none = std::make_shared<ProjectFacts>();
-        none->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
-        m_facts = std::move(none);
-    } else {
-        m_facts = FactsOf(*m_project);
-    }
+    if (m_project != nullptr) return TakeFacts(FactsOf(*m_project));
+    auto none = std::make_shared<ProjectFacts>();
+    none->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+    return TakeFacts(std::move(none));
+}
+
+bool WorkSession::TakeFacts(ProjectFactsPtr facts)
+{
+    m_facts = std::move(facts);
+    bool canUndo = true;
     if (m_file) {
-        // The edits stay. What they are about may be offered no more, so they can no longer be taken back.
         const rules::ConfigurationPtr present = Draft().Snapshot();
         m_draft = rules::Draft(m_file->Rules(), m_facts->offered);
         m_draft.Apply(rules::Towards(m_draft, *present, {}));
-        m_undo.clear();
+        canUndo = GoesOnFrom(*present);
+        if (!canUndo) m_undo.clear();
     }
     KeepChoiceValid();
     emit Reopened();
+    return canUndo;
+}
+
+/// Whether all that can be undone or redone is about categories which are as they were.
+bool WorkSession::GoesOnFrom(const rules::Configuration& former) const
+{
+    for (int i = 0; i < m_undo.count(); ++i)
+        for (const CString& category :
+             CategoriesOf(static_cast<const EditCommand*>(m_undo.command(i))->Done())) {
+            const rules::SmallCategoryPtr was = former.Find(category);
+            const rules::SmallCategoryPtr is = m_draft.Find(category);
+            if (!was || !is || was->rules != is->rules) return false;
+        }
+    return true;
 }
 
 void WorkSession::Open(const CString& path)
@@ -242,8 +260,21 @@ void WorkSession::FollowFile(const CString& text)
 
 void WorkSession::BeginJournal()
 {
-    m_journal = std::make_unique<DraftJournal>(m_project->Folder(), m_file->Path(), m_file->Bytes());
+    m_journal = std::make_unique<DraftJournal>(
+        m_project->Folder(), m_file->Path(), m_file->Bytes(),
+        [this, journal = ++m_journals](const CString& reason) {
+            QMetaObject::invokeMethod(
+                this, [this, journal, reason] { NoteJournalFault(journal, reason); }, Qt::QueuedConnection);
+        });
     m_journalFault.clear();
+}
+
+/// The disk has not taken what that journal had written.
+void WorkSession::NoteJournalFault(int journal, const CString& reason)
+{
+    if (journal != m_journals || !m_file) return;
+    m_journalFault = reason;
+    emit JournalFailed();
 }
 
 const rules::FileStructure& WorkSession::Structure() const

@@ -34,8 +34,12 @@ public:
     /// project must be the host, and outlive this or be taken away before.
     void SetProject(Project* project);
     Project* OpenedProject() const noexcept { return m_project; }
-    /// Reads the project's facts anew, as after an import or another choice of library; the edits stay.
-    void RefreshFacts();
+    /// Reads the project's facts anew, as after an import or another choice of library. The edits stay, and
+    /// can be taken back as before. False when they no longer can be: a category that some of them are about
+    /// is no more what it was.
+    bool RefreshFacts();
+    /// The same with facts that are known already; not null.
+    bool TakeFacts(ProjectFactsPtr facts);
     /// Never null; empty without a project.
     const ProjectFactsPtr& Facts() const noexcept { return m_facts; }
 
@@ -122,6 +126,8 @@ signals:
     void Completed();
     /// Saved, or what the file holds is known anew: `IsChanged` may be another.
     void FileChanged();
+    /// `JournalFault` tells something now that came up behind the windows.
+    void JournalFailed();
     void SpecialtyChosen();
     /// Another category; comes before `RulesChosen`.
     void CategoryChosen();
@@ -141,6 +147,8 @@ private:
     CString FirstCategory() const;
     void ForgetProposedNumbers();
     void BeginJournal();
+    void NoteJournalFault(int journal, const CString& reason);
+    bool GoesOnFrom(const rules::Configuration& former) const;
     void FollowFile(const CString& text);
     void Change(const rules::Edit& edit, bool isReverted);
     void FollowRules(const rules::SmallCategoryPtr& former);
@@ -153,6 +161,7 @@ private:
     std::unique_ptr<DraftFile> m_file;
     std::unique_ptr<DraftJournal> m_journal;
     CString m_journalFault;
+    int m_journals = 0;            ///< how many journals have been begun
     mutable rules::Draft m_draft;  ///< grows by what the file holds besides, when somebody asks for it
     mutable bool m_isWhole = true; ///< it has
     int m_opened = 0;              ///< how many files have been opened

@@ -3,6 +3,7 @@
 #include "editor/files/DiskWatch.h"
 #include "editor/files/FilePanel.h"
 #include "editor/files/OpenMark.h"
+#include "editor/files/OtherPrograms.h"
 #include "editor/help/HelpTopics.h"
 #include "editor/help/ManualWindow.h"
 #include "editor/messages/Boxes.h"
@@ -207,6 +208,13 @@ void MainWindow::closeEvent(QCloseEvent* event)
     StoreLayout();
     m_session.Close(); // nothing is left to be offered again
     m_manual->close();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_otherPrograms)
+        m_otherPrograms->Look();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

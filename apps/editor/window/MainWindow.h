@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QLabel;
@@ -29,6 +30,7 @@ class HelpTopics;
 class HitsPanel;
 class ManualWindow;
 class OpenMark;
+class OtherPrograms;
 class ProjectPanel;
 class TakeoffHits;
 class Tour;
@@ -67,6 +69,7 @@ public:
 protected:
     /// Refused while a command is being worked on, and when the user does not want to leave unsaved rules.
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -119,10 +122,15 @@ private:
     /// Asks what is to become of changes that are not saved; false when the user stays with them.
     bool MayLeaveRules();
     void OfferLostDraft(const CString& ruleFile);
+    /// The same of rule files that are gone, for which nobody would ask.
+    void OfferDraftsWithoutFile();
+    void RestoreRules(const LostDraft& lost);
+    void Recover(const LostDraft& lost);
     void GoToFile(const CString& path, const CString& category, std::size_t position);
     std::vector<OtherFile> ReadOtherFiles();
     void TakeSpecialty();
     void ShowTitle();
+    void TellJournalFault();
     /// What other programs have done to the rule files.
     void FollowDisk(const QStringList& changed);
 
@@ -135,7 +143,7 @@ private:
     void StoreLayout() const;
     void RunFileCommand(FileCommand command, const CString& path);
     void TakeInFiles(const QStringList& files);
-    void ShowOtherPrograms();
+    void ShowOtherPrograms(const std::optional<CString>& others);
 
     // Office (MainWindowOffice.cpp)
     /// The window over the project's office, and what follows from what was done there.
@@ -188,6 +196,7 @@ private:
     QLabel* m_others; ///< who else has the project open
     QLabel* m_office; ///< the project's office, and whether it was reached
     std::unique_ptr<OpenMark> m_openMark;
+    std::unique_ptr<OtherPrograms> m_otherPrograms;
     std::unique_ptr<DiskWatch> m_disk;
     QStringList m_diskNews; ///< path texts that wait until no command is being worked on
     std::unique_ptr<ManualWindow> m_manual;

@@ -8,13 +8,11 @@
 #include "editor/docks/trial/TrialPanel.h"
 #include "editor/files/FilePanel.h"
 #include "editor/files/FileWork.h"
-#include "editor/files/OpenMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/window/MainWindow.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/Workbench.h"
-#include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 
 #include <QtCore/QSettings>
@@ -164,6 +162,7 @@ void MainWindow::MakeMenus()
     for (QLabel* label : {m_office, m_others}) {
         statusBar()->addPermanentWidget(label);
         label->setTextFormat(Qt::PlainText);
+        label->setMinimumWidth(1); // a long one is cut, and told by its tip, before it widens the window
         label->hide();
     }
 }
@@ -200,6 +199,7 @@ void MainWindow::RunFileCommand(FileCommand command, const CString& path)
         if (isOpen && changesFile && !MayLeaveRules()) return;
         const FileEnd end = FileWork(this, *m_project).Run(command, path);
         if (!end.done) return;
+        if (command == FileCommand::Rename) DraftJournal::Follow(m_project->Folder(), path, end.path);
         ExamineRuleFiles();
         if (!end.path.isEmpty()) m_files->Select(end.path);
         const bool isGone = isOpen && !platform::Files().Exists(path);
@@ -223,12 +223,11 @@ void MainWindow::TakeInFiles(const QStringList& files)
     });
 }
 
-void MainWindow::ShowOtherPrograms()
+void MainWindow::ShowOtherPrograms(const std::optional<CString>& others)
 {
-    const auto others = OtherProgramWithProject(embedded::ProjectFolder(m_project->Folder()));
     m_others->setVisible(others.has_value());
-    m_others->setText(u"另一个程序也打开了这个工程"_s);
-    m_others->setToolTip(others.value_or(CString()));
+    m_others->setText(others ? u"另一个程序也打开了这个工程：%1"_s.arg(*others) : QString());
+    m_others->setToolTip(m_others->text());
 }
 
 } // namespace editor

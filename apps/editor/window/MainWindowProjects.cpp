@@ -5,6 +5,7 @@
 #include "editor/docks/takeoff/TakeoffHits.h"
 #include "editor/files/DiskWatch.h"
 #include "editor/files/OpenMark.h"
+#include "editor/files/OtherPrograms.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
@@ -48,6 +49,11 @@ std::optional<embedded::ProjectChoice> ReadOfficeChoice(QWidget* parent, const C
         });
     });
     return choice;
+}
+
+QString UndoLost()
+{
+    return u"工程的类别变了，以前的修改不能再撤销"_s;
 }
 
 /// A folder of a new project that does not exist yet.
@@ -143,19 +149,22 @@ bool MainWindow::Open(const QString& nativeFolder)
     ExamineRuleFiles();
     OpenRules(m_project->CurrentRuleFile());
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+    RunGuarded([this] { OfferDraftsWithoutFile(); }); // the project is open whatever comes of them
     return true;
 }
 
 void MainWindow::EnterProject()
 {
-    m_openMark = std::make_unique<OpenMark>(embedded::ProjectFolder(m_project->Folder()));
+    const embedded::ProjectFolder folder(m_project->Folder());
+    m_openMark = std::make_unique<OpenMark>(folder);
+    m_otherPrograms = std::make_unique<OtherPrograms>(
+        folder, [this](const std::optional<CString>& others) { ShowOtherPrograms(others); });
     m_disk = std::make_unique<DiskWatch>(m_project->RuleFolder(), [this](const QList<DiskChange>& changes) {
         for (const DiskChange& change : changes)
             m_diskNews.append(change.path);
         FollowNews();
     });
     m_session.SetProject(m_project.get());
-    ShowOtherPrograms();
     ShowOfficeMark();
 }
 
@@ -164,6 +173,7 @@ void MainWindow::LeaveProject()
     m_session.SetProject(nullptr);
     m_hits->Close();
     m_disk.reset();
+    m_otherPrograms.reset();
     m_openMark.reset();
     m_project.reset();
     m_diskNews.clear();
@@ -182,11 +192,13 @@ void MainWindow::CloseProject()
 // The panel shows the project's own answer also when the change was refused.
 void MainWindow::SetMode(SQdDeInfo::EQdDeMode mode)
 {
+    bool canUndo = true;
     RunAlone([&] {
         m_project->SetMode(mode);
-        m_session.RefreshFacts();
+        canUndo = m_session.RefreshFacts();
     });
     ShowState();
+    if (!canUndo) Tell(UndoLost());
 }
 
 void MainWindow::SetSpec(const CString& name)
@@ -200,12 +212,14 @@ void MainWindow::SetSpec(const CString& name)
 
 void MainWindow::SetLibrary(embedded::LibraryRole role, const CString& code)
 {
+    bool canUndo = true;
     const bool set = RunAlone([&] {
         m_project->SetLibrary(role, code);
-        m_session.RefreshFacts();
+        canUndo = m_session.RefreshFacts();
     });
     ShowState();
     if (set) Tell(u"已换库。规则中属于其他库的清单、定额不再显示，但仍留在规则文件里"_s);
+    if (!canUndo) Tell(UndoLost());
 }
 
 } // namespace editor

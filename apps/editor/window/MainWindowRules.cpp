@@ -1,4 +1,6 @@
 #include "editor/docks/details/DetailPanel.h"
+#include "editor/files/FilePanel.h"
+#include "editor/files/FileWork.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
@@ -41,9 +43,9 @@ Workbench* MainWindow::MakeWorkbench()
     connect(&m_session, &WorkSession::FileChanged, this, [this] { ShowTitle(); });
     connect(&m_session, &WorkSession::Edited, this, [this] {
         ShowTitle();
-        if (!m_session.JournalFault().isEmpty())
-            Tell(u"修改没有留底，程序意外结束会丢失，请及早保存：%1"_s.arg(m_session.JournalFault()));
+        TellJournalFault();
     });
+    connect(&m_session, &WorkSession::JournalFailed, this, [this] { TellJournalFault(); });
     connect(&m_session, &WorkSession::SpecialtyChosen, this, [this] { TakeSpecialty(); });
     return workbench;
 }
@@ -56,10 +58,16 @@ void MainWindow::ShowTitle()
     m_workbench->SetHeading(m_session.IsOpen() ? m_session.File().Name() : QString(), m_session.IsChanged());
 }
 
+void MainWindow::TellJournalFault()
+{
+    if (!m_session.JournalFault().isEmpty())
+        Tell(u"修改没有留底，程序意外结束会丢失，请及早保存：%1"_s.arg(m_session.JournalFault()));
+}
+
 void MainWindow::OpenRules(const CString& ruleFile)
 {
-    const BusyCursor busy;
     try {
+        const BusyCursor busy; // not over what is asked afterwards
         m_session.Open(ruleFile);
         m_workbench->ShowNotice({});
     } catch (const std::runtime_error& error) {
@@ -81,13 +89,53 @@ void MainWindow::OfferLostDraft(const CString& ruleFile)
         const RecoverAnswer answer = AskRecover(this, text);
         if (answer == RecoverAnswer::Discard) DraftJournal::Remove(lost);
         if (answer != RecoverAnswer::Recover) continue;
-        try {
-            m_session.Recover(lost);
-        } catch (const std::logic_error&) {
-            ShowWarning(u"没有保存的修改与文件接不上，没有接着改；它们仍留着"_s);
-        }
+        Recover(lost);
         return; // the others are offered the next time
     }
+}
+
+void MainWindow::Recover(const LostDraft& lost)
+{
+    try {
+        m_session.Recover(lost);
+        m_workbench->ShowNotice({});
+    } catch (const std::logic_error&) {
+        ShowWarning(u"没有保存的修改与文件接不上，没有接着改；它们仍留着"_s);
+    }
+}
+
+void MainWindow::OfferDraftsWithoutFile()
+{
+    for (const LostDraft& lost : DraftJournal::FindWithoutFile(m_project->Folder())) {
+        // What the project works on may be a file that does not stand there yet; it has been offered.
+        if (m_session.IsOpen() && lost.ruleFile == m_session.File().Path()) continue;
+        const CString text = u"程序上一次没有保存就结束了，“%1”的修改还在：%2 处，最后一处改于 %3。"
+                             "但它的文件不在了：被删除、移走，或者改了名"_s
+                                 .arg(platform::BeforeLastStop(platform::FileNameOf(lost.ruleFile)))
+                                 .arg(lost.edits.size())
+                                 .arg(shared::TimeText(lost.changed));
+        const RecoverAnswer answer = AskRestore(this, text);
+        if (answer == RecoverAnswer::Discard) {
+            DraftJournal::Remove(lost);
+            continue;
+        }
+        if (answer == RecoverAnswer::Recover) RestoreRules(lost);
+        return; // the others are offered the next time
+    }
+}
+
+/// The file comes first, and the draft goes with it from then on: whatever happens, it is offered again.
+void MainWindow::RestoreRules(const LostDraft& lost)
+{
+    const CString name = platform::BeforeLastStop(platform::FileNameOf(lost.ruleFile));
+    const FileEnd end = FileWork(this, *m_project).Restore(name, lost.base);
+    if (!end.done) return;
+    const LostDraft attached = DraftJournal::Attach(m_project->Folder(), lost, end.path);
+    ExamineRuleFiles();
+    m_files->Select(end.path);
+    if (!MayLeaveRules()) return;
+    Recover(attached);
+    Tell(end.told);
 }
 
 bool MainWindow::SwitchRules(const CString& ruleFile)

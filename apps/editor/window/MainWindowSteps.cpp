@@ -9,6 +9,7 @@
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
 #include "editor/window/CategoryOpener.h"
+#include "editor/workbench/Workbench.h"
 #include "embedded/data/engine/Error.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileState.h"
@@ -81,6 +82,7 @@ void MainWindow::ExamineRuleFiles()
         }
     });
     m_files->Show(files);
+    m_workbench->OtherFilesChanged();
     const auto unsafe =
         std::count_if(files.begin(), files.end(), [](const auto& file) { return !file.state.IsSafe(); });
     Tell(unsafe == 0 ? u"%1 个规则文件"_s.arg(files.size())

@@ -3,6 +3,7 @@
 #include "editor/docks/findings/SeverityMark.h"
 #include "rules/compare/Content.h"
 #include "widgets/LineColour.h"
+#include "widgets/SelectedRow.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"
 #include "widgets/WheelGuard.h"
@@ -26,21 +27,6 @@ namespace {
 
 enum Column { NameColumn, CountColumn, ColumnCount };
 constexpr int TextRole = Qt::UserRole; ///< of a small category its full text
-
-/// The default rule without items that programs add says nothing.
-std::size_t CountOf(const rules::SmallCategory& category)
-{
-    return rules::HoldsBareDefaultAlone(category) ? 0 : category.rules.size();
-}
-
-std::size_t CountOf(const rules::Specialty& specialty)
-{
-    std::size_t count = 0;
-    for (const rules::BigCategory& big : specialty.bigCategories)
-        for (const rules::SmallCategoryPtr& small : big.smallCategories)
-            count += CountOf(*small);
-    return count;
-}
 
 } // namespace
 
@@ -115,6 +101,7 @@ void CategoryPanel::Build()
     connect(m_tree, &QTreeView::activated, this, [this](const QModelIndex& index) {
         if (!m_shown->hasChildren(index.siblingAtColumn(NameColumn))) m_entered();
     });
+    widgets::MakeSelectedRowCurrent(*m_tree);
     connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { TakeChoice(); });
 }
 
@@ -151,7 +138,7 @@ void CategoryPanel::FillSpecialties()
         if (line == m_specialties->count()) m_specialties->addItem({});
         // The rules may still be on their way.
         m_specialties->setItemText(line, m_session.IsWhole()
-                                             ? u"%1（%2 条）"_s.arg(all[i].name).arg(CountOf(all[i]))
+                                             ? u"%1（%2 条）"_s.arg(all[i].name).arg(rules::CountOf(all[i]))
                                              : u"%1（…）"_s.arg(all[i].name));
         m_specialties->setItemData(line, all[i].name);
     }
@@ -186,6 +173,7 @@ std::unique_ptr<QStandardItem> CategoryPanel::MakeBigCategory(const rules::BigCa
     parent->setSelectable(false);
     for (const rules::SmallCategoryPtr& small : big.smallCategories) {
         auto* item = new QStandardItem(small->name);
+        item->setEditable(true); // nobody edits it, but an input method types in no other list
         item->setData(small->text, TextRole);
         auto* count = new QStandardItem;
         count->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -205,7 +193,7 @@ void CategoryPanel::ShowCategory(const CString& category)
     const bool isChanged = m_session.DraftSoFar().IsChanged(category);
     const bool isOffered = m_session.DraftSoFar().IsOffered(category);
     const auto severity = m_severities(category);
-    const std::size_t count = CountOf(*present);
+    const std::size_t count = rules::CountOf(*present);
     item.setText(present->name + (isChanged ? u" *"_s : QString()));
     QFont font = item.font();
     font.setItalic(!isOffered);

@@ -1,6 +1,7 @@
 #include "editor/workbench/ConflictDialog.h"
 
 #include "editor/dialogs/DialogParts.h"
+#include "widgets/SelectedRow.h"
 
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QHBoxLayout>
@@ -101,6 +102,7 @@ void ConflictDialog::Build()
     button(m_words.allTheirs, rules::Side::Theirs, true);
     column->addLayout(answers);
     column->addWidget(MakeButtons(*this, m_accept, u"按上面的决定合并，写进规则文件"_s));
+    widgets::MakeSelectedRowCurrent(*m_list);
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this] { ShowState(); });
 }
 

@@ -332,6 +332,13 @@ void Workbench::Find(const QString& text, SearchScope scope)
     m_text->setText(text);
 }
 
+void Workbench::OtherFilesChanged()
+{
+    if (m_search.Scope() != SearchScope::Project) return;
+    m_search.SetOtherFiles(m_wishes.readOthers());
+    ShowRows();
+}
+
 void Workbench::FocusRules()
 {
     m_table->setFocus();

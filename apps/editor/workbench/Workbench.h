@@ -66,6 +66,8 @@ public:
 
     /// Looks for this everywhere in a scope, as if it had been typed.
     void Find(const QString& text, SearchScope scope);
+    /// Rule files beside the open one may hold something else now: a search in them reads them anew.
+    void OtherFilesChanged();
     void FocusRules();
     QWidget* RuleList() const;
 

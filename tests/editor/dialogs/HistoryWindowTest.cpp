@@ -6,6 +6,8 @@
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
+#include "support/Patience.h"
+#include "support/WindowWaits.h"
 
 #include <QtCore/QThread>
 #include <QtGui/QTextCursor>
@@ -14,6 +16,7 @@
 #include <QtWidgets/QCheckBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPlainTextEdit>
+#include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -91,6 +94,20 @@ TEST_F(HistoryOfFile, TextBehindADozenTabsIsInSight)
     ASSERT_FALSE(found.isNull());
     EXPECT_LT(view->cursorRect(found).right(), view->viewport()->width());
     EXPECT_GT(view->cursorRect(found).right(), view->viewport()->width() / 8); // and still indented
+}
+
+TEST_F(HistoryOfFile, CopyThatAnAidForTheDisabledSelectsIsRestored)
+{
+    const QByteArray first = m_folder.ReadFile(CurrentFile);
+    m_folder.WriteFile(CurrentFile, first + "<!-- second -->\n");
+    History().Keep(m_folder.Path(CurrentFile));
+    editor::HistoryWindow window(nullptr, Project(), m_folder.Path(CurrentFile));
+    auto& list = *window.findChild<QTreeWidget*>();
+    ASSERT_EQ(list.topLevelItemCount(), 2);
+    test::SelectByAid(list, list.model()->index(1, 0));
+    test::WaitInLoopFor(u"the copy"_s, [&] { return list.currentIndex().row() == 1; });
+    test::PressButton(window, u"还原"_s);
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), first);
 }
 
 TEST_F(HistoryOfFile, RestoringALargeFileCanBeCancelledAndThenChangesNothing)

@@ -1,5 +1,6 @@
 #include "editor/files/FilePanel.h"
 
+#include "support/Patience.h"
 #include "support/PrintText.h"
 #include "support/WindowWaits.h"
 
@@ -75,6 +76,15 @@ TEST_F(FilePanel, ADoubleClickOpens)
     QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, Place(2));
     QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, Place(2));
     EXPECT_EQ(m_asked, std::pair(FileCommand::Open, u"\\f\\乙.xml"_s));
+}
+
+TEST_F(FilePanel, FileThatAnAidForTheDisabledSelectsIsTheSelectedOne)
+{
+    const int before = m_selections;
+    test::SelectByAid(List(), List().model()->index(1, 0));
+    test::WaitInLoopFor(u"the file"_s, [&] { return m_selections == before + 1; });
+    EXPECT_EQ(m_panel.Selected()->state.Name(), u"封装"_s);
+    EXPECT_TRUE(m_panel.Action(FileCommand::Unwrap)->isEnabled());
 }
 
 TEST_F(FilePanel, KeysAskForTheSelectedFile)

@@ -94,6 +94,17 @@ TEST_F(ManualWindow, ContentsListEveryChapterAndItsHeadings)
     EXPECT_EQ(contents.currentItem(), found.first()); // though it cannot come to the top of the view
 }
 
+TEST_F(ManualWindow, GoesToTheHeadingThatAnAidForTheDisabledSelects)
+{
+    m_window.Show({});
+    QTreeWidget& contents = Tree(u"目录"_s);
+    QTreeWidgetItem* const wanted = contents.topLevelItem(1);
+    ASSERT_NE(contents.currentItem(), wanted);
+    test::SelectByAid(contents, contents.model()->index(1, 0));
+    test::WaitInLoopFor(u"the page"_s, [&] { return contents.currentItem() == wanted; });
+    EXPECT_TRUE(m_window.windowTitle().startsWith(wanted->text(0))) << m_window.windowTitle().toStdString();
+}
+
 TEST_F(ManualWindow, ArrowKeysGoThroughTheContentsWithoutGettingStuck)
 {
     m_window.Show({});

@@ -278,13 +278,35 @@ TEST_F(WorkSessionOnSample, ClosedDraftsLeaveNothingBehind)
     EXPECT_TRUE(editor::DraftJournal::FindLost(m_project->Folder(), Path()).empty());
 }
 
-TEST_F(WorkSessionOnSample, OtherFactsKeepTheEdits)
+TEST_F(WorkSessionOnSample, OtherFactsKeepTheEditsAndHowToTakeThemBack)
 {
     OpenAt(Pipes);
+    const auto before = m_session->Category()->rules;
+    Insert(Pipes, 0, RuleFor(u"材质"_s, u"金管"_s));
+    ASSERT_EQ(m_session->Save(NoConflicts), DraftFile::SaveEnd::Saved);
+    m_session->Undo().undo();
+    m_session->Undo().redo();
     Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
     m_project->SetMode(SQdDeInfo::QuotaMode);
-    m_session->RefreshFacts();
+    EXPECT_TRUE(m_session->RefreshFacts());
     EXPECT_FALSE(m_session->Facts()->isBillMode);
     EXPECT_EQ(m_session->Category()->rules.front().Text(), u"材质＝铜管;"_s);
     EXPECT_TRUE(m_session->IsChanged());
+    m_session->Undo().undo();
+    EXPECT_FALSE(m_session->IsChanged());
+    m_session->Undo().undo();
+    EXPECT_EQ(m_session->Category()->rules, before);
+    m_session->Undo().redo();
+    m_session->Undo().redo();
+    EXPECT_EQ(m_session->Category()->rules.front().Text(), u"材质＝铜管;"_s);
+}
+
+TEST_F(WorkSessionOnSample, EditsOfACategoryThatIsGoneCanNotBeTakenBackWhichIsSaid)
+{
+    m_session->Open(Path(u"新的"_s)); // which has no category of its own
+    Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
+    auto without = std::make_shared<editor::ProjectFacts>(*m_session->Facts());
+    without->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+    EXPECT_FALSE(m_session->TakeFacts(without));
+    EXPECT_FALSE(m_session->Undo().canUndo());
 }

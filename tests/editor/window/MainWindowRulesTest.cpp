@@ -2,8 +2,11 @@
 
 #include "editor/docks/details/ConditionTable.h"
 #include "editor/files/DiskWatch.h"
+#include "editor/files/FilePanel.h"
 #include "editor/project/Project.h"
 #include "editor/session/DraftJournal.h"
+#include "editor/window/ProjectPanel.h"
+#include "editor/workbench/CategoryPanel.h"
 #include "editor/workbench/Workbench.h"
 #include "rules/document/RuleWriter.h"
 #include "support/Patience.h"
@@ -12,11 +15,20 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QLocale>
+#include <QtCore/QMimeData>
+#include <QtCore/QRegularExpression>
+#include <QtCore/QUrl>
 #include <QtGui/QAction>
+#include <QtGui/QDragEnterEvent>
+#include <QtGui/QDropEvent>
 #include <QtTest/QTest>
+#include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QStatusBar>
+#include <QtWidgets/QTableView>
+#include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
 using editor::ConditionTable;
@@ -26,6 +38,7 @@ using ::testing::HasSubstr;
 namespace {
 
 const CString Pipes = u"给排水\\管道\\给水管"_s;
+const CString RuleFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
 /// The window on the sample project, with rules that are edited here and by other programs.
 class MainWindowRules : public test::EditorWindow
@@ -118,6 +131,95 @@ TEST_F(MainWindowRules, FileThatCannotBeTakenOverIsNotToldAsTakenOver)
     platform::RealFileSystem().WriteInPlace(Path(), "<broken");
     test::WaitInLoopFor(u"the change on disk"_s, [&] { return !Session().IsOpen(); });
     EXPECT_THAT(Told().toStdString(), ::testing::Not(HasSubstr("已换成新的内容")));
+}
+
+TEST_F(MainWindowRules, ClosingWithChangesAsksAndStaysWhenTheUserSaysSo)
+{
+    Insert(u"铜管"_s);
+    const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"取消"_s); }});
+    EXPECT_FALSE(m_window.close());
+    EXPECT_TRUE(user.Done());
+    EXPECT_TRUE(m_window.isVisible());
+    EXPECT_TRUE(Session().IsChanged());
+}
+
+TEST_F(MainWindowRules, ClosingWithChangesSavesThemWhenTheUserSaysSo)
+{
+    Insert(u"铜金合金"_s);
+    const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"保存"_s); }});
+    EXPECT_TRUE(m_window.close());
+    EXPECT_TRUE(user.Done());
+    EXPECT_TRUE(m_folder.ReadFile(RuleFile).contains(u"铜金合金"_s.toUtf8()));
+}
+
+TEST_F(MainWindowRules, ClosingWithChangesDropsThemWhenTheUserSaysSo)
+{
+    const QByteArray before = m_folder.ReadFile(RuleFile);
+    Insert(u"铜管"_s);
+    const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"放弃修改"_s); }});
+    EXPECT_TRUE(m_window.close());
+    EXPECT_TRUE(user.Done());
+    EXPECT_EQ(m_folder.ReadFile(RuleFile), before);
+}
+
+TEST_F(MainWindowRules, EditsAreTakenBackBehindAChangeOfTheMode)
+{
+    const CString before = First().Text();
+    Insert(u"铜管"_s);
+    for (QComboBox* combo : test::PartOf<editor::ProjectPanel>(m_window).findChildren<QComboBox*>())
+        if (const int quota = combo->findText(u"定额模式"_s); quota >= 0) combo->setCurrentIndex(quota);
+    ASSERT_FALSE(Session().Facts()->isBillMode);
+    EXPECT_EQ(First().Text(), u"材质＝铜管;"_s);
+    m_window.Bench().UndoAction()->trigger();
+    EXPECT_EQ(First().Text(), before);
+    EXPECT_FALSE(Session().IsChanged());
+}
+
+TEST_F(MainWindowRules, RuleFileDroppedOnTheWindowIsOfferedToTheProject)
+{
+    m_folder.WriteFile(u"别处.xml"_s, m_folder.ReadFile(RuleFile));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(Folder(u"别处.xml"_s))});
+    QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_window, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    const test::NextWindows user({[](QDialog& question) {
+        question.findChild<QLineEdit*>()->setText(u"拖来的"_s);
+        test::PressButton(question, u"复制"_s);
+    }});
+    QDropEvent drop({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&m_window, &drop);
+    EXPECT_TRUE(user.Done());
+    EXPECT_TRUE(m_folder.Exists(u"project\\app\\自动套配置\\拖来的.xml"_s));
+    EXPECT_TRUE(m_window.OpenedProject()->RuleFiles().contains(m_window.OpenedProject()->RuleFolder() +
+                                                               u"\\拖来的.xml"_s));
+    EXPECT_THAT(Told().toStdString(), HasSubstr("拖来的"));
+}
+
+TEST_F(MainWindowRules, ListOfFilesAndSpecialtiesCountTheSameRules)
+{
+    const auto& files = *test::PartOf<editor::FilePanel>(m_window).findChild<QTreeWidget*>();
+    const auto& specialties = *test::PartOf<editor::CategoryPanel>(m_window).findChild<QComboBox*>();
+    int sum = 0;
+    for (int i = 0; i < specialties.count(); ++i) {
+        const auto count = QRegularExpression(u"（(\\d+) 条）"_s).match(specialties.itemText(i));
+        ASSERT_TRUE(count.hasMatch()) << specialties.itemText(i).toStdString();
+        sum += count.captured(1).toInt();
+    }
+    EXPECT_GT(sum, 0);
+    EXPECT_EQ(files.topLevelItem(0)->text(1), QLocale().toString(sum));
+}
+
+TEST_F(MainWindowRules, SearchInTheOtherFilesFollowsWhatChangesOnDisk)
+{
+    m_window.Bench().Find(u"铜金合金"_s, editor::SearchScope::Project);
+    const auto& lines = *static_cast<QTableView*>(m_window.Bench().RuleList())->model();
+    ASSERT_EQ(lines.rowCount(), 0);
+    rules::Draft other(Session().File().Rules(), Session().Facts()->offered);
+    other.Apply(rules::InsertRules(other, Pipes, 0, {RuleFor(u"铜金合金"_s)}, {}));
+    platform::RealFileSystem().WriteInPlace(m_window.OpenedProject()->RuleFolder() + u"\\又一个.xml"_s,
+                                            rules::WriteRules(Session().File().Bytes(), other.Wanted()));
+    test::WaitInLoopFor(u"the rule of the new file"_s, [&] { return lines.rowCount() == 1; });
 }
 
 TEST_F(MainWindowRules, ClosedWindowLeavesNoDraftToBeOfferedAgain)

@@ -1,9 +1,13 @@
 #include "editor/EditorFixture.h"
 
+#include "editor/files/FilesFixture.h"
 #include "editor/project/Project.h"
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/RuleTable.h"
+#include "editor/workbench/Workbench.h"
 #include "shared/RuleFileState.h"
+#include "support/Patience.h"
+#include "support/WindowWaits.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QMimeData>
@@ -13,13 +17,52 @@
 #include <QtGui/QDropEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
-using test::EditorWindow;
+namespace {
+
+/// The file system in force, but one folder cannot be listed.
+class BrokenFolder : public platform::FileSystemProxy
+{
+public:
+    explicit BrokenFolder(CString folder)
+        : FileSystemProxy(platform::Files()), m_folder(std::move(folder)), m_installed(*this)
+    {
+    }
+
+    CStringArray FindFiles(const CString& folder, const CString& extension) override
+    {
+        if (folder != m_folder) return Target().FindFiles(folder, extension);
+        m_wasAsked = true;
+        throw platform::FileError(folder, u"磁盘坏了"_s);
+    }
+    bool WasAsked() const noexcept { return m_wasAsked; }
+
+private:
+    CString m_folder;
+    bool m_wasAsked = false;
+    platform::ScopedFileSystem m_installed;
+};
+
+class EditorWindow : public test::EditorWindow
+{
+protected:
+    /// What the window says of other programs; empty when it says nothing.
+    QString Others() const
+    {
+        for (const QLabel* label : m_window.statusBar()->findChildren<QLabel*>())
+            if (label->isVisible() && label->text().contains(u"另一个程序"_s)) return label->text();
+        return {};
+    }
+};
+
+} // namespace
 
 TEST_F(EditorWindow, WithoutProjectOffersOnlyTheWaysToOne)
 {
@@ -74,6 +117,45 @@ TEST_F(EditorWindow, ProjectThatCannotBeOpenedIsReportedAndTheFormerStays)
     EXPECT_EQ(m_messages.Texts().size(), 1);
     ASSERT_NE(m_window.OpenedProject(), nullptr);
     EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
+}
+
+TEST_F(EditorWindow, ProjectWhoseOpeningFailsInTheMiddleIsNotHalfOpen)
+{
+    const QString folder = MakeProject(u"project"_s);
+    {
+        BrokenFolder files(m_folder.Path(u"project\\app\\自动套配置"_s));
+        EXPECT_FALSE(m_window.OpenProject(folder));
+        EXPECT_TRUE(files.WasAsked());
+    }
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_EQ(m_window.OpenedProject(), nullptr);
+    EXPECT_FALSE(m_window.Session().IsOpen());
+    EXPECT_EQ(m_window.Session().OpenedProject(), nullptr);
+    EXPECT_FALSE(m_window.Commands().configure->isEnabled());
+    EXPECT_FALSE(m_window.windowTitle().contains(u" - "_s));
+    EXPECT_FALSE(m_window.Bench().isVisible());
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
+}
+
+TEST_F(EditorWindow, OtherProgramWithTheProjectIsNamedForAsLongAsItHasItOpen)
+{
+    const QString folder = MakeProject(u"project"_s);
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    EXPECT_EQ(Others(), QString());
+    test::ProjectHolder other(embedded::ProjectFolder{folder});
+    test::WaitInLoopFor(u"the other program"_s, [&] { return !Others().isEmpty(); });
+    EXPECT_TRUE(Others().contains(u"进程 %1"_s.arg(other.Process()))) << Others().toStdString();
+    other.End();
+    test::WaitInLoopFor(u"its end"_s, [&] { return Others().isEmpty(); });
+    test::ProjectHolder dying(embedded::ProjectFolder{folder});
+    test::WaitInLoopFor(u"the next program"_s, [&] { return !Others().isEmpty(); });
+    dying.Kill();
+    m_window.activateWindow();
+    test::WaitUntilActive(m_window);
+    QEvent activated(QEvent::ActivationChange);
+    QApplication::sendEvent(&m_window, &activated);
+    EXPECT_EQ(Others(), QString());
 }
 
 TEST_F(EditorWindow, RefusedNewProjectComesBackWithWhatWasEntered)

@@ -12,6 +12,7 @@
 #include <QtGui/QAction>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QInputMethodEvent>
 #include <QtTest/QTest>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
@@ -60,6 +61,11 @@ protected:
     int Lines() const { return Model().rowCount(); }
     CString Cell(int line, int column) const { return Model().index(line, column).data().toString(); }
     QLineEdit& Search() const { return *m_window.findChild<QLineEdit*>(u"find"_s); }
+    editor::CategoryPanel& Categories() const
+    {
+        return dynamic_cast<editor::CategoryPanel&>(
+            *dynamic_cast<QScrollArea&>(*m_window.FindDock(u"categories"_s)->widget()).widget());
+    }
     void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         QTest::keyClick(&Rules(), key, modifiers);
@@ -207,6 +213,41 @@ TEST_F(WorkbenchOnSample, SearchInOtherFilesEndsWithTheOpenFile)
     m_session->Open(Path(u"给排水示例"_s)); // one of those that were read as others
     for (int line = 0; line < Lines(); ++line)
         EXPECT_FALSE(Cell(line, RuleTableModel::PlaceColumn).contains(u"："_s)) << "of another file";
+}
+
+TEST_F(WorkbenchOnSample, SearchInOtherFilesShowsWhatTheyHoldNow)
+{
+    m_others = {{Path(u"给排水示例"_s), Saved(u"给排水示例"_s)}};
+    m_window.Find(u"铜金合金"_s, SearchScope::Project);
+    ASSERT_EQ(Lines(), 0);
+    rules::Draft other(Saved(u"给排水示例"_s), m_session->Facts()->offered);
+    other.Apply(rules::InsertRules(other, Pipes, 0, {RuleFor(u"材质"_s, u"铜金合金"_s)}, {}));
+    m_others.front().rules = other.Snapshot();
+    m_window.OtherFilesChanged();
+    EXPECT_EQ(Lines(), 1);
+}
+
+TEST_F(WorkbenchOnSample, CategoryThatAnAidForTheDisabledSelectsIsChosen)
+{
+    auto& tree = *Categories().findChild<QTreeView*>();
+    const QModelIndex wanted = tree.model()->index(1, 0, tree.model()->index(0, 0));
+    const CString text = wanted.data(Qt::UserRole).toString();
+    test::SelectByAid(tree, wanted);
+    ASSERT_NE(text, Pipes);
+    test::WaitInLoopFor(u"the category"_s, [&] { return m_session->CategoryText() == text; });
+}
+
+TEST_F(WorkbenchOnSample, InputMethodTypesTheNameOfACategory)
+{
+    auto& tree = *Categories().findChild<QTreeView*>();
+    tree.setFocus();
+    EXPECT_TRUE(tree.testAttribute(Qt::WA_InputMethodEnabled)) << "else it types nothing at all";
+    QInputMethodEvent typed;
+    typed.setCommitString(u"热水管"_s);
+    QCoreApplication::sendEvent(&tree, &typed);
+    EXPECT_EQ(m_session->CategoryText(), HotPipes);
+    for (QLineEdit* editor : tree.findChildren<QLineEdit*>())
+        ADD_FAILURE() << "opens an editor: " << editor->text().toStdString();
 }
 
 TEST_F(WorkbenchOnSample, TabPassesByThePanelsBehindOthers)
@@ -364,8 +405,7 @@ TEST_F(WorkbenchOnSample, PageIsLowEnoughForAScreenOf1366By768AtTwiceTheSize)
 
 TEST_F(WorkbenchOnSample, CategoriesAreFilteredCountedAndMarkedWhenChanged)
 {
-    auto& panel = dynamic_cast<editor::CategoryPanel&>(
-        *dynamic_cast<QScrollArea&>(*m_window.FindDock(u"categories"_s)->widget()).widget());
+    editor::CategoryPanel& panel = Categories();
     auto& tree = *panel.findChild<QTreeView*>();
     const auto named = [&](const QString& name) {
         return tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, name, -1,
@@ -405,6 +445,19 @@ TEST(ConflictDialog, CanBeAcceptedWhenEveryConflictHasAnAnswer)
     EXPECT_THAT(dialog.Answers(), ElementsAre(rules::Side::Mine, rules::Side::Theirs));
     Button(dialog, u"全部用文件里的"_s).click();
     EXPECT_THAT(dialog.Answers(), ElementsAre(rules::Side::Theirs, rules::Side::Theirs));
+}
+
+TEST(ConflictDialog, AnswersTheConflictThatAnAidForTheDisabledSelects)
+{
+    const std::vector conflicts{ConflictOf(u"甲"_s, u"乙"_s), ConflictOf(u"丙"_s, u"丁"_s)};
+    editor::ConflictDialog dialog(conflicts, editor::ConflictDialog::WordsForFile(u"DefaultConfig"_s),
+                                  nullptr);
+    auto& list = *dialog.findChild<QTreeWidget*>();
+    test::SelectByAid(list, list.model()->index(1, 0));
+    test::WaitInLoopFor(u"the conflict"_s, [&] { return list.currentIndex().row() == 1; });
+    Button(dialog, u"用文件里的"_s).click();
+    EXPECT_EQ(list.topLevelItem(0)->text(2), u"未定"_s);
+    EXPECT_EQ(list.topLevelItem(1)->text(2), u"用文件里的"_s);
 }
 
 TEST_F(WorkbenchOnSample, CopyDialogTellsWhatDoesNotGoWithTheCheckedCategories)
