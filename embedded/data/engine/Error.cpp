@@ -8,6 +8,8 @@ Error::~Error() = default;
 
 ReadOnlyError::~ReadOnlyError() = default;
 
+BusyError::~BusyError() = default;
+
 UnreachableError::~UnreachableError() = default;
 
 RightsError::~RightsError() = default;

@@ -25,6 +25,14 @@ public:
     ~ReadOnlyError() override;
 };
 
+/// Another program holds a database, for longer than one waits for it.
+class BusyError : public Error
+{
+public:
+    using Error::Error;
+    ~BusyError() override;
+};
+
 /// A server could not be reached, or has gone in the middle: what was asked for is not done, except for a
 /// commit, which may be.
 class UnreachableError : public Error
