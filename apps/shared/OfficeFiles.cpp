@@ -67,7 +67,7 @@ OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& 
     for (const PublishedVersion& version : PublishedConfigurations(office).Log(configuration)) {
         if (version.number < base) break;
         if (version.digest != digest) continue;
-        if (version.number != base) m_office.Memory().RememberBase(configuration, version.number);
+        if (version.number != base) m_office.NoteBase(configuration, version.number);
         return {version.number, false};
     }
     return {base, true};

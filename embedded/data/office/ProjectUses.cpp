@@ -1,0 +1,51 @@
+#include "embedded/data/office/ProjectUses.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+namespace embedded {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+CString ToText(const std::map<CString, CString>& libraries)
+{
+    QJsonObject object;
+    for (const auto& [role, code] : libraries)
+        object.insert(role, code);
+    return CString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+std::map<CString, CString> LibrariesOf(const CString& text)
+{
+    std::map<CString, CString> libraries;
+    const QJsonObject object = QJsonDocument::fromJson(text.toUtf8()).object();
+    for (auto role = object.constBegin(); role != object.constEnd(); ++role)
+        libraries.emplace(role.key(), role->toString());
+    return libraries;
+}
+
+} // namespace
+
+void NoteProjectUse(Office& office, const ProjectUse& use)
+{
+    if (use.project.isEmpty()) return;
+    office.Connection().Single(u"SELECT note_project(?, ?, ?::jsonb)"_s,
+                               {use.project, use.specialty.isNull() ? u""_s : use.specialty,
+                                ToText(use.libraries)});
+}
+
+CArray<ProjectUse> ProjectUses(Database& office, const CString& butFor)
+{
+    CArray<ProjectUse> uses;
+    office.ForEach(u"SELECT project, specialty, libraries::text, at FROM projects WHERE project <> ? "
+                   "ORDER BY project"_s,
+                   {butFor}, [&](const QSqlQuery& row) {
+                       uses.append({row.value(0).toString(), row.value(1).toString(),
+                                    LibrariesOf(row.value(2).toString()), row.value(3).toDateTime().toUTC()});
+                   });
+    return uses;
+}
+
+} // namespace embedded
