@@ -28,6 +28,7 @@ class FindingsWatch;
 class HelpTopics;
 class HitsPanel;
 class ManualWindow;
+class OfficeMark;
 class OpenMark;
 class ProjectPanel;
 class TakeoffHits;
@@ -142,7 +143,6 @@ private:
     void ShowOffice();
     /// The same from within a dialog of the module, which reads its configuration anew afterwards.
     void RunOfficeWindow(QWidget* parent, bool& hasChanged);
-    void ShowOfficeMark();
 
     // Help (MainWindowHelp.cpp)
     void MakeHelp();
@@ -186,7 +186,7 @@ private:
     HitsPanel* m_hitsPanel = nullptr;
     BillPanel* m_bill = nullptr;
     QLabel* m_others; ///< who else has the project open
-    QLabel* m_office; ///< the project's office, and whether it was reached
+    OfficeMark* m_office;
     std::unique_ptr<OpenMark> m_openMark;
     std::unique_ptr<DiskWatch> m_disk;
     QStringList m_diskNews; ///< path texts that wait until no command is being worked on

@@ -9,6 +9,7 @@
 #include "editor/files/FilePanel.h"
 #include "editor/files/FileWork.h"
 #include "editor/files/OpenMark.h"
+#include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/window/MainWindow.h"
@@ -24,6 +25,8 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStatusBar>
+
+#include <initializer_list>
 
 using namespace Qt::StringLiterals;
 
@@ -161,7 +164,7 @@ void MainWindow::MakeMenus()
     QMenu& shown = *m_actions.view->addMenu(u"显示的面板(&S)"_s);
     for (QDockWidget* dock : m_workbench->Docks())
         shown.addAction(dock->toggleViewAction());
-    for (QLabel* label : {m_office, m_others}) {
+    for (QLabel* label : std::initializer_list<QLabel*>{m_office, m_others}) {
         statusBar()->addPermanentWidget(label);
         label->setTextFormat(Qt::PlainText);
         label->hide();

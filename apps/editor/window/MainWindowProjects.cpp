@@ -6,6 +6,7 @@
 #include "editor/files/DiskWatch.h"
 #include "editor/files/OpenMark.h"
 #include "editor/messages/Guard.h"
+#include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/steps/LongStep.h"
@@ -155,7 +156,7 @@ void MainWindow::EnterProject()
     });
     m_session.SetProject(m_project.get());
     ShowOtherPrograms();
-    ShowOfficeMark();
+    m_office->Follow(m_project->Host().Office());
 }
 
 void MainWindow::LeaveProject()
@@ -164,10 +165,10 @@ void MainWindow::LeaveProject()
     m_hits->Close();
     m_disk.reset();
     m_openMark.reset();
+    m_office->Follow(nullptr);
     m_project.reset();
     m_diskNews.clear();
     m_others->hide();
-    m_office->hide();
 }
 
 void MainWindow::CloseProject()
