@@ -201,12 +201,14 @@ bool OfficeOpen(const QString& folder, int rounds)
 bool OfficeSearch(const QString& folder, int rounds)
 {
     const BenchOffice office;
-    office.Ask(u"DELETE FROM ktqdde.bill_items WHERE items = 'GB50856-2013'; "
-               "INSERT INTO ktqdde.bill_items (items, number, name, unit, unit_code, with_annex, cal_rule, index_path) "
-               "SELECT 'GB50856-2013', (31001001001 + i)::text, "
-               "CASE WHEN i % 3 = 0 THEN '镀锌钢管 DN' || i % 97 ELSE '复合管 ' || i % 97 || ' 法兰阀门' END, "
-               "'m', 1, 0, '', (SELECT min(index_path) FROM ktqdde.bill_sections WHERE items = 'GB50856-2013') "
-               "FROM generate_series(0, 9999) AS i"_s);
+    office.Ask(
+        u"DELETE FROM ktqdde.bill_items WHERE items = 'GB50856-2013'; "
+        "INSERT INTO ktqdde.bill_items (items, number, name, unit, unit_code, with_annex, cal_rule, "
+        "index_path) "
+        "SELECT 'GB50856-2013', (31001001001 + i)::text, "
+        "CASE WHEN i % 3 = 0 THEN '镀锌钢管 DN' || i % 97 ELSE '复合管 ' || i % 97 || ' 法兰阀门' END, "
+        "'m', 1, 0, '', (SELECT min(index_path) FROM ktqdde.bill_sections WHERE items = 'GB50856-2013') "
+        "FROM generate_series(0, 9999) AS i"_s);
     CreateOn(folder + u"/search"_s, Service);
     const embedded::EmbeddedHost host(folder + u"/search"_s);
     return SearchIn("office_search", embedded::BillItems(host.Contents()), rounds);

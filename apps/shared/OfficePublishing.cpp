@@ -58,7 +58,8 @@ CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
         const CString folded = library.toLower();
         const CString key = CStringArray{folded, bill.strQdId, bill.strName, bill.strUnit}.join(u'\n');
         if (!known.contains(folded)) known.insert(folded, m_host.BillNumbersOf(library));
-        if (bill.strQdId.isEmpty() || known.value(folded).contains(bill.strQdId) || seen.contains(key)) return;
+        if (bill.strQdId.isEmpty() || known.value(folded).contains(bill.strQdId) || seen.contains(key))
+            return;
         seen.insert(key);
         numbers.append({library, bill.strQdId, bill.strName, bill.strUnit});
     });

@@ -154,7 +154,8 @@ void PostgresServer::Signal(const QString& script)
 void PostgresServer::StandStill()
 {
     // Itself first, so that it starts no more processes.
-    RunScript(u"still() { until ps -o stat= -p $1 | grep -q '[TZ]' || ! ps -p $1 >/dev/null; do sleep 0.01; done; }; "
+    RunScript(u"still() { until ps -o stat= -p $1 | grep -q '[TZ]' || ! ps -p $1 >/dev/null; do sleep 0.01; "
+              u"done; }; "
               "kill -STOP $0; still $0; for child in $(ps -o pid= --ppid $0); do "
               "kill -STOP $child 2>/dev/null; still $child; done"_s);
 }

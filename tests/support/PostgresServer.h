@@ -61,8 +61,8 @@ public:
     void Stop();
     /// Ends it and every process that serves a client at once, in the middle of what they do.
     void Kill();
-    /// Stops all of its processes where they are, until `GoOn`: its system still takes connections and answers for
-    /// those that there are, and nobody behind them says a word.
+    /// Stops all of its processes where they are, until `GoOn`: its system still takes connections and
+    /// answers for those that there are, and nobody behind them says a word.
     void StandStill();
     void GoOn();
     /// Starts it again on the same data after `Stop` or `Kill`, and waits until it takes connections.

@@ -10,16 +10,17 @@ namespace editor {
 
 class BackgroundWork;
 
-/// Tells in the status bar which office the project belongs to, and whether it could be reached when it was last tried.
-/// Follows whatever asks the office, and looks for itself when the user comes back to the program, behind the windows.
+/// Tells in the status bar which office the project belongs to, and whether it could be reached when it was
+/// last tried. Follows whatever asks the office, and looks for itself when the user comes back to the
+/// program, behind the windows.
 class OfficeMark : public QLabel
 {
 public:
     OfficeMark();
     ~OfficeMark() override;
 
-    /// Tells of that office from now on, which lives until this is told of another one or is at its own end; null hides
-    /// this.
+    /// Tells of that office from now on, which lives until this is told of another one or is at its own end;
+    /// null hides this.
     void Follow(embedded::ProjectOffice* office);
 
 private:

@@ -19,13 +19,13 @@ struct Service;
 /// One connection to one database, closed and forgotten by the destructor. To be used on the thread that
 /// made it, after the application object has been made. Whatever goes wrong raises `Error`: a write to a
 /// read-only file or server `ReadOnlyError`, one for which the connected user has no right `RightsError`, a
-/// server that cannot be reached or has gone in the middle `UnreachableError`, also one that stands still: within ten
-/// seconds, as long as it answers nobody else either.
+/// server that cannot be reached or has gone in the middle `UnreachableError`, also one that stands still:
+/// within ten seconds, as long as it answers nobody else either.
 ///
 /// The database is an SQLite file or a PostgreSQL server; what differs between them is the matter of `Engine`
 /// alone. Marks for values are "?" for both. Several programs may use one database: whoever finds it locked
-/// waits for the busy timeout, and gives up with `BusyError`. The journal of a file is the rollback journal, which leaves nothing beside the
-/// file and works on network drives.
+/// waits for the busy timeout, and gives up with `BusyError`. The journal of a file is the rollback journal,
+/// which leaves nothing beside the file and works on network drives.
 class Database final : public Statements
 {
 public:
@@ -105,8 +105,8 @@ public:
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
-    /// Until its end nobody else changes the tables, by whatever program; they wait for those who do so now. Without
-    /// this our own programs alone keep out of each other's way on a server.
+    /// Until its end nobody else changes the tables, by whatever program; they wait for those who do so now.
+    /// Without this our own programs alone keep out of each other's way on a server.
     void KeepOthersFrom(const CStringArray& tables);
 
     void Commit();

@@ -21,8 +21,8 @@ const CString Place = u"place"_s;
 /// Whoever writes takes this number first. It is the name of the product in ASCII.
 constexpr qint64 WriteLock = 0x4b'74'51'64'44'65;
 
-/// The seconds after which an attempt to connect, and a server that answers no more, is given up; and those for asking
-/// whether one is there that has fallen silent.
+/// The seconds after which an attempt to connect, and a server that answers no more, is given up; and those
+/// for asking whether one is there that has fallen silent.
 constexpr int Patience = 5;
 constexpr int ProbePatience = 4;
 
@@ -131,7 +131,8 @@ bool PostgresEngine::IsAnswering() const
 
 std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& connection) const
 {
-    // The toolkit hands its connection out, but not the socket; the client library, which it has loaded, does.
+    // The toolkit hands its connection out, but not the socket; the client library, which it has loaded,
+    // does.
     using SocketOf = int (*)(const void*);
 #ifdef Q_OS_WIN
     static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"libpq"_s).resolve("PQsocket"));
@@ -139,7 +140,8 @@ std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& conn
     static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"pq"_s, 5).resolve("PQsocket"));
 #endif
     const QVariant handle = connection.driver()->handle();
-    const QByteArrayView type = handle.typeName(); // by either name of the client library's, as the toolkit spells it
+    const QByteArrayView type =
+        handle.typeName(); // by either name of the client library's, as the toolkit spells it
     if (socketOf == nullptr || (type != "pg_conn*" && type != "PGconn*")) return nullptr;
     const void* const opened = *static_cast<void* const*>(handle.constData());
     return std::make_unique<SilenceWatch>([engine = *this] { return engine.IsAnswering(); },

@@ -10,8 +10,8 @@ namespace embedded {
 
 namespace {
 
-/// How often is looked, and after what time a wait is long. With the time that the question takes that is less than ten
-/// seconds.
+/// How often is looked, and after what time a wait is long. With the time that the question takes that is
+/// less than ten seconds.
 constexpr auto Look = 1s;
 constexpr auto Long = 4s;
 

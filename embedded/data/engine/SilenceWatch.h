@@ -11,15 +11,15 @@ class QThread;
 
 namespace embedded {
 
-/// Sees to it that nobody waits for ever for a server that stands still: its system keeps the connection up, so that
-/// neither the client library nor the network notices. A thread of this object looks now and then; when a statement takes
-/// long, it asks whether the server answers anybody, and breaks the connection off when it does not. A statement that
-/// merely takes long goes on.
+/// Sees to it that nobody waits for ever for a server that stands still: its system keeps the connection up,
+/// so that neither the client library nor the network notices. A thread of this object looks now and then;
+/// when a statement takes long, it asks whether the server answers anybody, and breaks the connection off
+/// when it does not. A statement that merely takes long goes on.
 class SilenceWatch
 {
 public:
-    /// Both are called by a thread of this. `isAnswering` may take its time; `breakOff` must end what the connection's
-    /// own thread waits for, and is called only while that thread waits.
+    /// Both are called by a thread of this. `isAnswering` may take its time; `breakOff` must end what the
+    /// connection's own thread waits for, and is called only while that thread waits.
     SilenceWatch(std::function<bool()> isAnswering, std::function<void()> breakOff);
     ~SilenceWatch();
     SilenceWatch(const SilenceWatch&) = delete;

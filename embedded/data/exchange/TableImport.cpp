@@ -212,8 +212,8 @@ public:
 private:
     static CString Named(const ProjectUse& use)
     {
-        return u"办公室的另一个工程“%1”（%2 前后用过）"_s.arg(
-            use.project, use.at.toLocalTime().toString(u"yyyy-MM-dd"_s));
+        return u"办公室的另一个工程“%1”（%2 前后用过）"_s.arg(use.project,
+                                                              use.at.toLocalTime().toString(u"yyyy-MM-dd"_s));
     }
 
     void CheckLibrary(const ProjectUse& use, const CString& word, const CString& code,
@@ -221,9 +221,10 @@ private:
     {
         const auto role = RoleOfWord(word);
         if (!role || code.isEmpty()) return;
-        if (FindLibrary(m_before, *role, code) == nullptr || FindLibrary(after, *role, code) != nullptr) return;
-        report.refused.append({0, u"%1正在使用%2“%3”，不能去掉，也不能改作别用"_s.arg(
-                                      Named(use), RoleLabel(*role), code)});
+        if (FindLibrary(m_before, *role, code) == nullptr || FindLibrary(after, *role, code) != nullptr)
+            return;
+        report.refused.append(
+            {0, u"%1正在使用%2“%3”，不能去掉，也不能改作别用"_s.arg(Named(use), RoleLabel(*role), code)});
     }
 
     CArray<ProjectUse> m_uses;
@@ -231,8 +232,8 @@ private:
     CArray<bool> m_hadSpecialty; ///< one for each of `m_uses`
 };
 
-/// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`, and the others
-/// of its office as well.
+/// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`, and
+/// the others of its office as well.
 bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, const OtherProjects& others,
                  Database& database, ImportReport& report, Roles& toStore)
 {

@@ -55,7 +55,8 @@ struct EmbeddedHost::Ground
 struct EmbeddedHost::Holdings
 {
     explicit Holdings(Ground& below)
-        : data(ReadCatalogue(below.catalogue.Local())), numbers(NumbersOf(below.catalogue.Office(), below.folder)),
+        : data(ReadCatalogue(below.catalogue.Local())),
+          numbers(NumbersOf(below.catalogue.Office(), below.folder)),
           libraries(below.catalogue.Local(), below.database, below.settings, below.folder.RuleFolder(),
                     numbers.get()),
           catalogue(data, libraries.Contents()), attributes(data, catalogue),
@@ -72,8 +73,8 @@ struct EmbeddedHost::Holdings
     CalculationRules calculation;
 };
 
-// The copy of an office's catalogue is read while the office is asked whether it is up to date, which it mostly is. One
-// that is missing or damaged shows when it is read; the office may mend it.
+// The copy of an office's catalogue is read while the office is asked whether it is up to date, which it
+// mostly is. One that is missing or damaged shows when it is read; the office may mend it.
 EmbeddedHost::EmbeddedHost(const QString& nativeFolder)
     : m_ground(std::make_unique<Ground>(ProjectFolder(nativeFolder)))
 {

@@ -46,8 +46,8 @@ public:
 
     /// The libraries of the catalogue that a role can be given to, in the catalogue's order.
     CArray<LibraryName> LibrariesOf(LibraryRole role) const;
-    /// The numbers of the items of a bill library, whether the project uses it or not; letter case of the code does not
-    /// count. Empty for a code that no bill library of the catalogue has. Raises `Error`.
+    /// The numbers of the items of a bill library, whether the project uses it or not; letter case of the
+    /// code does not count. Empty for a code that no bill library of the catalogue has. Raises `Error`.
     QSet<CString> BillNumbersOf(const CString& library) const;
     /// The code of the library that the project uses in a role.
     CString LibraryInUse(LibraryRole role) const;

@@ -18,7 +18,8 @@ constexpr std::chrono::minutes CreationPatience{2};
 /// Asks the server what it lets the user do instead of which roles he has, so that the answer is true for
 /// owners and administrators and after the database has got another name. Works without an office, too.
 const CString RightQuestion =
-    u"CASE WHEN has_function_privilege(to_regprocedure('ktqdde.set_removed(text, boolean)'), 'EXECUTE') THEN 3 "
+    u"CASE WHEN has_function_privilege(to_regprocedure('ktqdde.set_removed(text, boolean)'), 'EXECUTE') THEN "
+    u"3 "
     "WHEN has_function_privilege(to_regprocedure('ktqdde.publish(text, integer, bytea, bytea, text, text, "
     "jsonb)'), 'EXECUTE') THEN 2 "
     "WHEN has_table_privilege(to_regclass('ktqdde.versions'), 'SELECT') THEN 1 ELSE 0 END"_s;
@@ -72,17 +73,19 @@ CString RightWord(OfficeRight right)
 
 Office::Office(const CString& name) : m_name(name), m_database(ServiceOf(name)), m_first(AskFirst()) {}
 
-/// All at once, for each question is a way to the server and back. Where that fails, what is wrong is asked one by one.
+/// All at once, for each question is a way to the server and back. Where that fails, what is wrong is asked
+/// one by one.
 OfficeAnswer Office::AskFirst()
 {
     int schema = 0;
     OfficeAnswer first;
     try {
-        m_database.ForEach(u"SELECT version, revision, %1 FROM schema_version, office_state"_s.arg(RightQuestion), {},
-                           [&](const QSqlQuery& row) {
-                               schema = row.value(0).toInt();
-                               first = {static_cast<OfficeRight>(row.value(2).toInt()), row.value(1).toLongLong()};
-                           });
+        m_database.ForEach(
+            u"SELECT version, revision, %1 FROM schema_version, office_state"_s.arg(RightQuestion), {},
+            [&](const QSqlQuery& row) {
+                schema = row.value(0).toInt();
+                first = {static_cast<OfficeRight>(row.value(2).toInt()), row.value(1).toLongLong()};
+            });
     } catch (const UnreachableError&) {
         throw;
     } catch (const Error&) {
@@ -127,10 +130,9 @@ OfficeStatus Office::Status(const CString& name)
     // What a newer program keeps elsewhere is not looked for.
     if (status.right == OfficeRight::None || status.schema > SchemaVersion) return status;
     const Snapshot snapshot(database);
-    status.contents = {
-        RevisionOf(database),
-        database.Single(u"SELECT count(*) FROM configurations WHERE NOT is_removed"_s).toInt(),
-        database.Single(u"SELECT count(*) FROM libraries"_s).toInt()};
+    status.contents = {RevisionOf(database),
+                       database.Single(u"SELECT count(*) FROM configurations WHERE NOT is_removed"_s).toInt(),
+                       database.Single(u"SELECT count(*) FROM libraries"_s).toInt()};
     return status;
 }
 

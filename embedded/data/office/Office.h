@@ -36,7 +36,8 @@ struct OfficeStatus
     bool isEncrypted = false;
     int schema = 0;      ///< 0 where no office has been created
     int knownSchema = 0; ///< the one of this program
-    /// What is in it; nothing where that was not looked at: the user may not, or a newer program keeps it elsewhere.
+    /// What is in it; nothing where that was not looked at: the user may not, or a newer program keeps it
+    /// elsewhere.
     struct Contents
     {
         qint64 revision = 0; ///< grows with every change of the catalogue

@@ -10,10 +10,11 @@ class QThread;
 
 namespace embedded {
 
-/// A question to an office, asked on a thread of its own by a connection that ends with it: meanwhile one reads, and a
-/// window is painted while one waits. Where the system gives no thread it is asked at once.
+/// A question to an office, asked on a thread of its own by a connection that ends with it: meanwhile one
+/// reads, and a window is painted while one waits. Where the system gives no thread it is asked at once.
 ///
-/// Also tells the office what the project uses, where that is not what the office knows and the user may tell it.
+/// Also tells the office what the project uses, where that is not what the office knows and the user may tell
+/// it.
 class OfficeInquiry
 {
 public:
@@ -24,8 +25,8 @@ public:
     OfficeInquiry(const OfficeInquiry&) = delete;
     OfficeInquiry& operator=(const OfficeInquiry&) = delete;
 
-    /// Waits for the answer, and gives windows their turn if that takes a moment. Raises what `Office` raises. To be
-    /// called once.
+    /// Waits for the answer, and gives windows their turn if that takes a moment. Raises what `Office`
+    /// raises. To be called once.
     OfficeAnswer Answer();
 
 private:

@@ -45,7 +45,8 @@ void Create(Database& database, const Progress& progress)
     RunShipped(database, u"office-rights.sql"_s);
 }
 
-/// The roles are named after the database. One that was given another name since goes on, but nothing new can be granted.
+/// The roles are named after the database. One that was given another name since goes on, but nothing new can
+/// be granted.
 void RequireRoles(Database& database)
 {
     // Who has a privilege in the schema, and a role's word at the end of his name.

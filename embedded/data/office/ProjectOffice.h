@@ -18,13 +18,13 @@ namespace embedded {
 /// brought up to date whenever the office has another revision; without the server it goes on with the last
 /// state that it saw.
 ///
-/// What may take its time is asked by an `OfficeInquiry`, so that the windows of a program with windows are painted
-/// while a server keeps silent. The connection itself is made when it is first needed.
+/// What may take its time is asked by an `OfficeInquiry`, so that the windows of a program with windows are
+/// painted while a server keeps silent. The connection itself is made when it is first needed.
 class ProjectOffice
 {
 public:
-    /// Begins to ask the office that the settings name, and tells it what the project uses. Raises `Error` when what the
-    /// project remembers of it cannot be read.
+    /// Begins to ask the office that the settings name, and tells it what the project uses. Raises `Error`
+    /// when what the project remembers of it cannot be read.
     ProjectOffice(const ProjectFolder& folder, const ProjectDatabase::Settings& settings);
     ~ProjectOffice();
     ProjectOffice(const ProjectOffice&) = delete;
@@ -32,8 +32,9 @@ public:
 
     const CString& Name() const noexcept { return m_name; }
 
-    /// The connection, made now if there is none yet; null while the office cannot be reached, which raises nothing.
-    /// Raises `Error` for everything else that is wrong: no such office, a newer one, no right to read.
+    /// The connection, made now if there is none yet; null while the office cannot be reached, which raises
+    /// nothing. Raises `Error` for everything else that is wrong: no such office, a newer one, no right to
+    /// read.
     Office* Reached();
     /// Tries again when there is no connection, or when the one there was has broken. Whether there is one
     /// now. Raises as `Reached`.
@@ -44,15 +45,15 @@ public:
     const CString& Fault() const noexcept { return m_fault; }
     /// To be called when something has raised `UnreachableError`: gives up the connection.
     void Lose(const UnreachableError& error);
-    /// Takes over what an inquiry of somebody else's has come to: an answer, or why there was none (in words). The
-    /// connection stays for whoever is using it.
+    /// Takes over what an inquiry of somebody else's has come to: an answer, or why there was none (in
+    /// words). The connection stays for whoever is using it.
     void Believe(const CString& fault);
     /// `action` is called when `IsReached` or `IsBehind` has become another one; empty for nothing any more.
     void OnChange(std::function<void()> action) { m_onChange = std::move(action); }
 
     OfficeMemory& Memory() noexcept { return m_memory; }
-    /// As `OfficeMemory::RememberBase`, for what is found out by looking: a project that cannot be written now is looked
-    /// at all the same, and the same will be found out again.
+    /// As `OfficeMemory::RememberBase`, for what is found out by looking: a project that cannot be written
+    /// now is looked at all the same, and the same will be found out again.
     void NoteBase(const CString& configuration, int version);
 
     /// What others know the project by, such as beside what it publishes: the name of its folder and the
@@ -60,13 +61,13 @@ public:
     const CString& ProjectName() const noexcept { return m_projectName; }
     /// By what the office tells it from others: its whole path and the machine.
     CString Place() const { return m_use.project; }
-    /// Tells the office what the project uses from now on. An office that cannot be told is told when the project is
-    /// opened the next time.
+    /// Tells the office what the project uses from now on. An office that cannot be told is told when the
+    /// project is opened the next time.
     void TellUse(const CString& specialty, const std::map<LibraryRole, CString>& libraries);
 
     /// Brings the local copy of the catalogue to the office's state, in one transaction, when it is another
-    /// one. Does nothing while the office cannot be reached. Whether the copy has changed. A copy of this office that
-    /// cannot be written now stays as it is, and `IsBehind`. Raises `Error`.
+    /// one. Does nothing while the office cannot be reached. Whether the copy has changed. A copy of this
+    /// office that cannot be written now stays as it is, and `IsBehind`. Raises `Error`.
     bool BringUpToDate(Database& copy);
     /// The same in a write transaction of the caller's, who commits it; raises whatever goes wrong.
     bool BringUpToDateWithin(Database& copy);
@@ -94,8 +95,8 @@ private:
     void Confirm(qint64 revision);
 
     void Ask();
-    /// Waits for the answer to what this has begun to ask: the revision. Nothing when this has not, and while the office
-    /// cannot be reached. Raises as `Reached`.
+    /// Waits for the answer to what this has begun to ask: the revision. Nothing when this has not, and while
+    /// the office cannot be reached. Raises as `Reached`.
     std::optional<qint64> Settle();
     void Connect();
     /// Whether the office has not been heard of for so long that it may be gone.

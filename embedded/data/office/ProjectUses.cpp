@@ -31,9 +31,9 @@ std::map<CString, CString> LibrariesOf(const CString& text)
 void NoteProjectUse(Office& office, const ProjectUse& use)
 {
     if (use.project.isEmpty()) return;
-    office.Connection().Single(u"SELECT note_project(?, ?, ?::jsonb)"_s,
-                               {use.project, use.specialty.isNull() ? u""_s : use.specialty,
-                                ToText(use.libraries)});
+    office.Connection().Single(
+        u"SELECT note_project(?, ?, ?::jsonb)"_s,
+        {use.project, use.specialty.isNull() ? u""_s : use.specialty, ToText(use.libraries)});
 }
 
 CArray<ProjectUse> ProjectUses(Database& office, const CString& butFor)

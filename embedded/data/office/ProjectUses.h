@@ -17,8 +17,8 @@ struct ProjectUse
     QDateTime at{};                       ///< when the office was told, UTC, on a day or so
 };
 
-/// Tells the office what a project uses, unless it has known that since yesterday. Raises `RightsError` for readers,
-/// whose projects the office does not know, and `Error`. Nothing for a `use` that names no project.
+/// Tells the office what a project uses, unless it has known that since yesterday. Raises `RightsError` for
+/// readers, whose projects the office does not know, and `Error`. Nothing for a `use` that names no project.
 void NoteProjectUse(Office& office, const ProjectUse& use);
 
 /// What the office's projects use, but for the one of that name, by name. Raises `Error`.

@@ -138,7 +138,8 @@ QSet<CString> Libraries::BillNumbersOf(const CString& library) const
         return {m_bills.keyBegin(), m_bills.keyEnd()};
     QSet<CString> numbers;
     for (const Library& other : m_shelf.libraries) {
-        if (other.role != LibraryRole::Bill || other.name.code.compare(library, Qt::CaseInsensitive) != 0) continue;
+        if (other.role != LibraryRole::Bill || other.name.code.compare(library, Qt::CaseInsensitive) != 0)
+            continue;
         for (const CString& number : ReadBillNumbers(m_catalogue, other))
             numbers.insert(number);
     }

@@ -70,7 +70,8 @@ TEST_F(CopyBehind, FileThatIsReadOnlyIsUsedAsItIs)
     {
         const ReadOnly readOnly(m_project, {CopyFile()});
         ExpectFormerState(u"只读"_s);
-        EXPECT_FALSE(embedded::ExportText(m_project.Folder(), embedded::TableKind::Libraries).contains(u"NEU-1"_s));
+        EXPECT_FALSE(
+            embedded::ExportText(m_project.Folder(), embedded::TableKind::Libraries).contains(u"NEU-1"_s));
     }
     ExpectPresentState();
 }

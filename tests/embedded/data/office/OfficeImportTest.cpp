@@ -168,7 +168,8 @@ TEST_F(OfficeImport, SpecialtyInWhichAnotherProjectWorksStays)
     const ImportReport refused = Import(m_project, TableKind::Catalogue, without, {.replace = true});
     EXPECT_FALSE(refused.stored);
     ASSERT_FALSE(refused.refused.isEmpty());
-    EXPECT_TRUE(refused.refused.last().reason.contains(other.Folder())) << refused.refused.last().reason.toStdString();
+    EXPECT_TRUE(refused.refused.last().reason.contains(other.Folder()))
+        << refused.refused.last().reason.toStdString();
 }
 
 // A keeper at the server's own client knows nothing of the programs' agreement.
@@ -179,11 +180,11 @@ TEST_F(OfficeImport, NobodyWritesBetweenItsReadingAndItsEnd)
     const QString change = u"SET LOCAL lock_timeout = '100ms'; "
                            "UPDATE ktqdde.bill_items SET name = '改名' WHERE number = '031001001'"_s;
     int refusals = 0;
-    const ImportReport report = embedded::Import(m_project.Folder(), TableKind::Bill,
-                                                 m_project.Temp().Native(u"in.csv"_s), {}, [&](int) {
-                                                     refusals += m_database.Psql(u"keeper"_s, change).isDone ? 0 : 1;
-                                                     return true;
-                                                 });
+    const ImportReport report = embedded::Import(
+        m_project.Folder(), TableKind::Bill, m_project.Temp().Native(u"in.csv"_s), {}, [&](int) {
+            refusals += m_database.Psql(u"keeper"_s, change).isDone ? 0 : 1;
+            return true;
+        });
     EXPECT_TRUE(report.stored);
     EXPECT_GT(refusals, 0);
     EXPECT_EQ(Ask(u"SELECT count(*) FROM bill_items WHERE name = '改名'"_s), u"0"_s);

@@ -246,8 +246,9 @@ TEST_F(Rights, EditorFindsNoDetour)
 TEST_F(Rights, KeeperChangesRowsOfTheCatalogueAndNothingElse)
 {
     const CStringArray catalogue = embedded::CatalogueTables() + CStringArray{u"given_ids"_s};
-    QStringList refused = FunctionUses(EditorFunctions + CStringArray{u"set_removed"_s, u"forget_project"_s}) +
-                          Detours(TestOffice::Keeper()) + RolesAbove(TestOffice::Keeper());
+    QStringList refused =
+        FunctionUses(EditorFunctions + CStringArray{u"set_removed"_s, u"forget_project"_s}) +
+        Detours(TestOffice::Keeper()) + RolesAbove(TestOffice::Keeper());
     for (const QString& table : Tables())
         refused += TableChanges(table) + (catalogue.contains(table) ? QStringList() : RowChanges(table));
     ExpectRefused(TestOffice::Keeper(), refused);
