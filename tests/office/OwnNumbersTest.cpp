@@ -28,7 +28,7 @@ protected:
             .Office()
             ->Reached()
             ->Connection()
-            .Single(u"SELECT string_agg(each ->> 'library' || ' ' || (each ->> 'number'), ', ' ORDER BY 1) "
+            .Single(u"SELECT string_agg(each ->> 'library' || ' ' || (each ->> 'number'), ', ' ORDER BY (each ->> 'library') COLLATE \"C\") "
                     "FROM versions, jsonb_array_elements(numbers) AS each WHERE configuration = ?"_s,
                     {Configuration})
             .toString();
