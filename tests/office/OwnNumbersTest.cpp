@@ -28,7 +28,8 @@ protected:
             .Office()
             ->Reached()
             ->Connection()
-            .Single(u"SELECT string_agg(each ->> 'library' || ' ' || (each ->> 'number'), ', ' ORDER BY (each ->> 'library') COLLATE \"C\") "
+            .Single(u"SELECT string_agg(each ->> 'library' || ' ' || (each ->> 'number'), ', ' ORDER BY "
+                    u"(each ->> 'library') COLLATE \"C\") "
                     "FROM versions, jsonb_array_elements(numbers) AS each WHERE configuration = ?"_s,
                     {Configuration})
             .toString();
