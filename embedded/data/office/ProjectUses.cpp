@@ -26,14 +26,21 @@ std::map<CString, CString> LibrariesOf(const CString& text)
     return libraries;
 }
 
+/// A text as a literal.
+CString Quoted(CString text)
+{
+    return u'\'' + text.replace(u'\'', u"\'\'"_s) + u'\'';
+}
+
 } // namespace
 
 void NoteProjectUse(Office& office, const ProjectUse& use)
 {
     if (use.project.isEmpty()) return;
-    office.Connection().Single(
-        u"SELECT note_project(?, ?, ?::jsonb)"_s,
-        {use.project, use.specialty.isNull() ? u""_s : use.specialty, ToText(use.libraries)});
+    // As values they would be prepared, asked with and forgotten: three messages.
+    office.Connection().Single(u"SELECT note_project(%1)"_s.arg(
+        CStringArray{Quoted(use.project), Quoted(use.specialty), Quoted(ToText(use.libraries))}.join(
+            u", "_s)));
 }
 
 CArray<ProjectUse> ProjectUses(Database& office, const CString& butFor)
