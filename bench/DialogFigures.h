@@ -1,6 +1,9 @@
 #pragma once
 
+#include "embedded/windows/ItemModel.h"
 #include "platform/Text.h"
+
+#include <vector>
 
 /// Figures of the windows. They need an application object; the first two also a host with windows.
 namespace bench {
@@ -30,5 +33,7 @@ bool Still(const CString& path, int rounds);
 /// A character typed into the search field over 10,000 items, until the list is painted, against a frame of a
 /// screen of 60 Hz.
 bool Search(int rounds);
+/// The same over the items of a library, as a picker shows them.
+bool SearchIn(const char* figure, const std::vector<embedded::PickerItem>& items, int rounds);
 
 } // namespace bench

@@ -1,9 +1,11 @@
 #include "bench/OfficeFigures.h"
 
+#include "bench/DialogFigures.h"
 #include "bench/Measure.h"
 #include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "embedded/data/office/Office.h"
+#include "embedded/windows/LibraryLists.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "shared/OfficeFiles.h"
@@ -46,6 +48,8 @@ public:
         m_services.Add(Service, m_server, DatabaseName, test::PostgresServer::User());
         embedded::Office::Create(Service);
     }
+
+    void Ask(const QString& sql) const { m_server.Ask(DatabaseName, sql); }
 
 private:
     test::PostgresServer m_server;
@@ -192,6 +196,22 @@ bool OfficeOpen(const QString& folder, int rounds)
     const Timed timed = Alternate(
         rounds, [&] { open(u"/on-office"_s); }, [&] { open(u"/alone"_s); });
     return Report({"office_open", "open_sqlite", OpenBar}, timed.oursMs, timed.peerMs, timed.Ratio());
+}
+
+bool OfficeSearch(const QString& folder, int rounds)
+{
+    const BenchOffice office;
+    office.Ask(
+        u"DELETE FROM ktqdde.bill_items WHERE items = 'GB50856-2013'; "
+        "INSERT INTO ktqdde.bill_items (items, number, name, unit, unit_code, with_annex, cal_rule, "
+        "index_path) "
+        "SELECT 'GB50856-2013', (31001001001 + i)::text, "
+        "CASE WHEN i % 3 = 0 THEN '镀锌钢管 DN' || i % 97 ELSE '复合管 ' || i % 97 || ' 法兰阀门' END, "
+        "'m', 1, 0, '', (SELECT min(index_path) FROM ktqdde.bill_sections WHERE items = 'GB50856-2013') "
+        "FROM generate_series(0, 9999) AS i"_s);
+    CreateOn(folder + u"/search"_s, Service);
+    const embedded::EmbeddedHost host(folder + u"/search"_s);
+    return SearchIn("office_search", embedded::BillItems(host.Contents()), rounds);
 }
 
 } // namespace bench

@@ -84,7 +84,8 @@ bool RunApplyFigures(const QTemporaryDir& folder)
 bool RunOfficeFigures()
 {
     const QTemporaryDir folder;
-    const bool met = bench::OfficeOpen(folder.path(), 31);
+    bool met = bench::OfficeOpen(folder.path(), 31);
+    met = bench::OfficeSearch(folder.path(), 60) && met;
     return bench::OfficePublish(folder.path(), QCoreApplication::applicationFilePath()) && met;
 }
 

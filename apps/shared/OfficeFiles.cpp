@@ -85,7 +85,7 @@ OfficeFiles::Origin OfficeFiles::Trace(embedded::Office& office, const CString& 
     const bool isEdited = found == log.end();
     if (isEdited) found = find(m_office.Memory().Sent(configuration));
     if (found == log.end()) return {known, true};
-    if (found->Mark() != base) m_office.Memory().RememberBase(configuration, found->Mark());
+    if (found->Mark() != base) m_office.NoteBase(configuration, found->Mark());
     return {found->Mark(), isEdited};
 }
 

@@ -19,15 +19,6 @@ using embedded::PublishedConfigurations;
 using embedded::PublishOutcome;
 using embedded::UnreachableError;
 
-QSet<CString> NumbersOf(const embedded::LibraryContents& contents)
-{
-    QSet<CString> numbers;
-    for (const embedded::BillSection& section : contents.bills)
-        for (const SQdInfo& item : section.items)
-            numbers.insert(item.strNumber);
-    return numbers;
-}
-
 /// Calls `take` for each bill item of all rules.
 template <typename Take>
 void ForEachBill(const rules::Configuration& configuration, const Take& take)
@@ -80,7 +71,7 @@ embedded::Publication OfficeFiles::FromFile(const CString& configuration, const 
     return publication;
 }
 
-/// The numbers of bill items that are not those of the bill library in use, once for each item that has one.
+/// The numbers of bill items that are not those of their library, once for each item that has one.
 CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
                                                    const QByteArray& content) const
 {
@@ -88,15 +79,16 @@ CArray<embedded::NumberUse> OfficeFiles::NumbersIn(const CString& configuration,
     const rules::ConfigurationPtr rules = rules::ReadRules(content, reason);
     if (!rules) throw Error(u"配置“%1”不能作为规则文件读出：%2"_s.arg(configuration, reason));
     const CString inUse = m_host.LibraryInUse(embedded::LibraryRole::Bill);
-    const QSet<CString> known = NumbersOf(m_host.Contents());
+    QHash<CString, QSet<CString>> known; // by library
     QSet<CString> seen;
     CArray<embedded::NumberUse> numbers;
     ForEachBill(*rules, [&](const QdStruct& bill) {
         const CString library = bill.strQdCode.isEmpty() ? inUse : bill.strQdCode;
-        const bool isInUse = library.compare(inUse, Qt::CaseInsensitive) == 0;
-        const CString key =
-            CStringArray{library.toLower(), bill.strQdId, bill.strName, bill.strUnit}.join(u'\n');
-        if (bill.strQdId.isEmpty() || (isInUse && known.contains(bill.strQdId)) || seen.contains(key)) return;
+        const CString folded = library.toLower();
+        const CString key = CStringArray{folded, bill.strQdId, bill.strName, bill.strUnit}.join(u'\n');
+        if (!known.contains(folded)) known.insert(folded, m_host.BillNumbersOf(library));
+        if (bill.strQdId.isEmpty() || known.value(folded).contains(bill.strQdId) || seen.contains(key))
+            return;
         seen.insert(key);
         numbers.append({library, bill.strQdId, bill.strName, bill.strUnit});
     });

@@ -1,6 +1,12 @@
 -- Makes an office one of version 1, as programs of that time left it. Statements are separated by lines that hold a
 -- semicolon alone.
 
+DROP FUNCTION note_project(text, text, jsonb)
+;
+DROP FUNCTION forget_project(text)
+;
+DROP TABLE projects
+;
 DROP FUNCTION publish(text, integer, bytea, bytea, bytea, text, text, text, jsonb)
 ;
 DROP FUNCTION record_numbers(text, text, text, integer, jsonb)

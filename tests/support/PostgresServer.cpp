@@ -135,14 +135,34 @@ bool PostgresServer::TakesConnections() const
     return ready.exitStatus() == QProcess::NormalExit && ready.exitCode() == 0;
 }
 
-void PostgresServer::Signal(const QString& script)
+/// With the server's process as its $0.
+void PostgresServer::RunScript(const QString& script) const
 {
     QProcess shell;
     shell.setProcessChannelMode(QProcess::MergedChannels);
     shell.setProgram(u"sh"_s);
     shell.setArguments({u"-c"_s, script, QString::number(ProcessId())});
     RequireSuccess(shell);
+}
+
+void PostgresServer::Signal(const QString& script)
+{
+    RunScript(script);
     WaitForEnd(m_process);
+}
+
+void PostgresServer::StandStill()
+{
+    // Itself first, so that it starts no more processes.
+    RunScript(u"still() { until ps -o stat= -p $1 | grep -q '[TZ]' || ! ps -p $1 >/dev/null; do sleep 0.01; "
+              u"done; }; "
+              "kill -STOP $0; still $0; for child in $(ps -o pid= --ppid $0); do "
+              "kill -STOP $child 2>/dev/null; still $child; done"_s);
+}
+
+void PostgresServer::GoOn()
+{
+    RunScript(u"kill -CONT $(ps -o pid= --ppid $0) $0"_s);
 }
 
 void PostgresServer::Stop()

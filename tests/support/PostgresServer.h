@@ -61,6 +61,10 @@ public:
     void Stop();
     /// Ends it and every process that serves a client at once, in the middle of what they do.
     void Kill();
+    /// Stops all of its processes where they are, until `GoOn`: its system still takes connections and
+    /// answers for those that there are, and nobody behind them says a word.
+    void StandStill();
+    void GoOn();
     /// Starts it again on the same data after `Stop` or `Kill`, and waits until it takes connections.
     void StartAgain();
 
@@ -81,6 +85,7 @@ private:
     void Start();
     bool TakesConnections() const;
     PsqlAnswer RunPsql(const QString& database, const QString& user, const QStringList& arguments) const;
+    void RunScript(const QString& script) const;
     void Signal(const QString& script);
 
     void MakeCertificate();

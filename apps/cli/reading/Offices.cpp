@@ -3,7 +3,7 @@
 #include "cli/reading/Failure.h"
 #include "embedded/data/engine/Service.h"
 #include "embedded/data/host/EmbeddedHost.h"
-#include "embedded/data/office/ProjectOffice.h"
+#include "embedded/data/office/ProjectCatalogue.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "platform/Console.h"
 
@@ -20,7 +20,7 @@ namespace {
 
 void TellUnlessReached(embedded::ProjectOffice& office)
 {
-    if (office.Reached() == nullptr) platform::WriteErr(office.InWords() + u'\n');
+    if (!office.IsReached() || office.IsBehind()) platform::WriteErr(office.InWords() + u'\n');
 }
 
 } // namespace
@@ -34,10 +34,11 @@ void TellIfWithoutOffice(const QString& nativeProject)
 {
     const embedded::ProjectFolder folder(nativeProject);
     folder.RequireProject();
-    const CString name = embedded::ProjectDatabase(folder.ProjectFile()).ReadSettings().office;
-    if (name.isEmpty()) return;
-    embedded::ProjectOffice office(folder, name);
-    TellUnlessReached(office);
+    const auto settings = embedded::ProjectDatabase(folder.ProjectFile()).ReadSettings();
+    if (settings.office.isEmpty()) return;
+    embedded::ProjectCatalogue catalogue(folder, settings);
+    catalogue.BringUpToDate();
+    TellUnlessReached(*catalogue.Office());
 }
 
 } // namespace cli

@@ -8,6 +8,7 @@
 #include "editor/help/ManualWindow.h"
 #include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
+#include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/window/AppIcon.h"
@@ -63,7 +64,7 @@ QString DraggedFolder(const QMimeData& data)
 
 MainWindow::MainWindow(RecentProjects recent)
     : m_recent(std::move(recent)), m_actions(*this), m_pages(new QStackedWidget), m_others(new QLabel),
-      m_office(new QLabel)
+      m_office(new OfficeMark)
 {
     setAcceptDrops(true);
     resize(FirstSize.boundedTo(screen()->availableSize() - FrameRoom));

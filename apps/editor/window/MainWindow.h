@@ -29,6 +29,7 @@ class FindingsWatch;
 class HelpTopics;
 class HitsPanel;
 class ManualWindow;
+class OfficeMark;
 class OpenMark;
 class OtherPrograms;
 class ProjectPanel;
@@ -150,7 +151,6 @@ private:
     void ShowOffice();
     /// The same from within a dialog of the module, which reads its configuration anew afterwards.
     void RunOfficeWindow(QWidget* parent, bool& hasChanged);
-    void ShowOfficeMark();
 
     // Help (MainWindowHelp.cpp)
     void MakeHelp();
@@ -194,7 +194,7 @@ private:
     HitsPanel* m_hitsPanel = nullptr;
     BillPanel* m_bill = nullptr;
     QLabel* m_others; ///< who else has the project open
-    QLabel* m_office; ///< the project's office, and whether it was reached
+    OfficeMark* m_office;
     std::unique_ptr<OpenMark> m_openMark;
     std::unique_ptr<OtherPrograms> m_otherPrograms;
     std::unique_ptr<DiskWatch> m_disk;

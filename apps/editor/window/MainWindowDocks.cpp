@@ -8,6 +8,7 @@
 #include "editor/docks/trial/TrialPanel.h"
 #include "editor/files/FilePanel.h"
 #include "editor/files/FileWork.h"
+#include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/window/MainWindow.h"
@@ -22,6 +23,8 @@
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QScrollArea>
 #include <QtWidgets/QStatusBar>
+
+#include <initializer_list>
 
 using namespace Qt::StringLiterals;
 
@@ -159,7 +162,7 @@ void MainWindow::MakeMenus()
     QMenu& shown = *m_actions.view->addMenu(u"显示的面板(&S)"_s);
     for (QDockWidget* dock : m_workbench->Docks())
         shown.addAction(dock->toggleViewAction());
-    for (QLabel* label : {m_office, m_others}) {
+    for (QLabel* label : std::initializer_list<QLabel*>{m_office, m_others}) {
         statusBar()->addPermanentWidget(label);
         label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(1); // a long one is cut, and told by its tip, before it widens the window

@@ -3,11 +3,8 @@
 #include "editor/office/OfficeWindow.h"
 #include "editor/project/Project.h"
 #include "editor/workbench/ConflictDialog.h"
-#include "embedded/data/office/ProjectOffice.h"
-#include "widgets/FaultColour.h"
 
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QLabel>
 
 using namespace Qt::StringLiterals;
 
@@ -37,19 +34,6 @@ void MainWindow::RunOfficeWindow(QWidget* parent, bool& hasChanged)
     });
     window.exec();
     hasChanged = window.HasChangedFiles();
-    ShowOfficeMark();
-}
-
-void MainWindow::ShowOfficeMark()
-{
-    embedded::ProjectOffice* const office = m_project->Host().Office();
-    m_office->setVisible(office != nullptr);
-    if (office == nullptr) return;
-    const bool isReached = office->Reached() != nullptr;
-    m_office->setText(isReached ? u"办公室“%1”"_s.arg(office->Name())
-                                : u"办公室“%1”连不上，用上次的数据"_s.arg(office->Name()));
-    m_office->setToolTip(office->InWords());
-    widgets::MarkAsFault(*m_office, !isReached);
 }
 
 } // namespace editor

@@ -7,6 +7,7 @@
 #include "editor/files/OpenMark.h"
 #include "editor/files/OtherPrograms.h"
 #include "editor/messages/Guard.h"
+#include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
 #include "editor/steps/LongStep.h"
@@ -165,7 +166,7 @@ void MainWindow::EnterProject()
         FollowNews();
     });
     m_session.SetProject(m_project.get());
-    ShowOfficeMark();
+    m_office->Follow(m_project->Host().Office());
 }
 
 void MainWindow::LeaveProject()
@@ -175,10 +176,10 @@ void MainWindow::LeaveProject()
     m_disk.reset();
     m_otherPrograms.reset();
     m_openMark.reset();
+    m_office->Follow(nullptr);
     m_project.reset();
     m_diskNews.clear();
     m_others->hide();
-    m_office->hide();
 }
 
 void MainWindow::CloseProject()

@@ -112,6 +112,14 @@ CArray<Library> ReadLibraries(Database& catalogue)
     return libraries;
 }
 
+CStringArray ReadBillNumbers(Database& catalogue, const Library& bill)
+{
+    CStringArray numbers;
+    catalogue.ForEach(u"SELECT number FROM bill_items WHERE items = ?"_s, {bill.items},
+                      [&](const Row& row) { numbers.append(Text(row, 0)); });
+    return numbers;
+}
+
 LibraryContents ReadContents(Database& catalogue, const CArray<Library>& libraries, const Library& bill,
                              const Library& quota)
 {

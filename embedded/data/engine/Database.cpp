@@ -3,6 +3,7 @@
 #include "embedded/data/engine/Engine.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/engine/PostgresEngine.h"
+#include "embedded/data/engine/SilenceWatch.h"
 #include "embedded/data/engine/SqliteEngine.h"
 
 #include <QtCore/QRegularExpression>
@@ -53,9 +54,11 @@ Database::Database(std::unique_ptr<Engine> engine)
     try {
         m_engine->SetUp(m_database);
         if (!m_database.open()) m_engine->Raise(m_database.lastError());
+        m_watch = m_engine->WatchOver(m_database);
         for (const CString& statement : m_engine->Greeting())
             Execute(statement);
     } catch (...) {
+        m_watch.reset();
         m_database = {};
         QSqlDatabase::removeDatabase(m_connection);
         throw;
@@ -64,6 +67,7 @@ Database::Database(std::unique_ptr<Engine> engine)
 
 Database::~Database()
 {
+    m_watch.reset();
     m_database.close();
     m_database = {};
     QSqlDatabase::removeDatabase(m_connection);
@@ -90,6 +94,7 @@ void Database::Run(QSqlQuery& query, const CString& sql, const QVariantList& val
 
 void Database::Execute(const CString& sql, const QVariantList& values)
 {
+    const SilenceWatch::Wait wait(m_watch.get());
     QSqlQuery query(m_database);
     Run(query, sql, values);
 }
@@ -123,6 +128,7 @@ void Database::InsertSome(const CString& table, const CStringArray& columns, con
     if (rows.isEmpty()) return;
     const qsizetype atOnce = std::min(rows.size(), m_engine->RowsPerInsertion());
     const CString row = u'(' + CStringArray(columns.size(), u"?"_s).join(u',') + u')';
+    const SilenceWatch::Wait wait(m_watch.get());
     QSqlQuery query(m_database);
     if (!query.prepare(u"INSERT INTO %1 (%2) VALUES %3"_s.arg(table, columns.join(u','),
                                                               CStringArray(atOnce, row).join(u',')))) {
@@ -148,6 +154,7 @@ void Database::ReplaceRows(const TablePart& part, const QList<CStringArray>& row
 void Database::ForEach(const CString& sql, const QVariantList& values,
                        const std::function<void(const QSqlQuery&)>& row)
 {
+    const SilenceWatch::Wait wait(m_watch.get());
     QSqlQuery query(m_database);
     Run(query, sql, values);
     while (query.next())
@@ -199,6 +206,7 @@ bool Database::HasTable(const CString& table)
 
 CStringArray Database::ColumnsOf(const CString& table)
 {
+    const SilenceWatch::Wait wait(m_watch.get());
     QSqlQuery query(m_database);
     Run(query, u"SELECT * FROM %1 LIMIT 0"_s.arg(table), {});
     const QSqlRecord record = query.record();
@@ -229,6 +237,11 @@ Transaction::Transaction(Database& database) : m_database(database)
 Transaction::~Transaction()
 {
     if (m_open) RollBack(m_database);
+}
+
+void Transaction::KeepOthersFrom(const CStringArray& tables)
+{
+    m_database.m_engine->KeepOthersFrom(m_database, tables);
 }
 
 void Transaction::Commit()

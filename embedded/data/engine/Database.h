@@ -13,17 +13,19 @@
 namespace embedded {
 
 class Engine;
+class SilenceWatch;
 struct Service;
 
 /// One connection to one database, closed and forgotten by the destructor. To be used on the thread that
 /// made it, after the application object has been made. Whatever goes wrong raises `Error`: a write to a
 /// read-only file or server `ReadOnlyError`, one for which the connected user has no right `RightsError`, a
-/// server that cannot be reached or has gone in the middle `UnreachableError`.
+/// server that cannot be reached or has gone in the middle `UnreachableError`, also one that stands still:
+/// within ten seconds, as long as it answers nobody else either.
 ///
 /// The database is an SQLite file or a PostgreSQL server; what differs between them is the matter of `Engine`
 /// alone. Marks for values are "?" for both. Several programs may use one database: whoever finds it locked
-/// waits for the busy timeout. The journal of a file is the rollback journal, which leaves nothing beside the
-/// file and works on network drives.
+/// waits for the busy timeout, and gives up with `BusyError`. The journal of a file is the rollback journal,
+/// which leaves nothing beside the file and works on network drives.
 class Database final : public Statements
 {
 public:
@@ -87,6 +89,7 @@ private:
     std::unique_ptr<Engine> m_engine;
     CString m_connection;
     QSqlDatabase m_database;
+    std::unique_ptr<SilenceWatch> m_watch; ///< null where nothing can fall silent
 };
 
 /// A write transaction. It takes the database's write lock at once, so that two programs never both read
@@ -101,6 +104,10 @@ public:
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
+
+    /// Until its end nobody else changes the tables, by whatever program; they wait for those who do so now.
+    /// Without this our own programs alone keep out of each other's way on a server.
+    void KeepOthersFrom(const CStringArray& tables);
 
     void Commit();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "embedded/data/engine/SilenceWatch.h"
 #include "embedded/data/engine/Statements.h"
 
 #include <QtSql/QSqlDatabase>
@@ -7,6 +8,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 
 namespace embedded {
 
@@ -36,6 +38,10 @@ public:
     virtual CStringArray BeginWriting() const = 0;
     /// The statement that begins a transaction that only reads, and sees one state throughout.
     virtual CString BeginReading() const = 0;
+    /// See `Transaction::KeepOthersFrom`.
+    virtual void KeepOthersFrom(Statements& database, const CStringArray& tables) const = 0;
+    /// Whoever sees to it that nobody waits for ever on the connection, which is open; null where nobody can.
+    virtual std::unique_ptr<SilenceWatch> WatchOver(const QSqlDatabase& connection) const = 0;
 
     virtual int SchemaVersion(Statements& database) const = 0;
     virtual void SetSchemaVersion(Statements& database, int version) const = 0;

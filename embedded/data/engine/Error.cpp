@@ -10,6 +10,8 @@ Error::~Error() = default;
 
 ReadOnlyError::~ReadOnlyError() = default;
 
+BusyError::~BusyError() = default;
+
 UnreachableError::~UnreachableError() = default;
 
 UnansweredError::UnansweredError(const UnreachableError& error)

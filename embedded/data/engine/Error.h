@@ -26,6 +26,14 @@ public:
     ~ReadOnlyError() override;
 };
 
+/// Another program holds a database, for longer than one waits for it.
+class BusyError : public Error
+{
+public:
+    using Error::Error;
+    ~BusyError() override;
+};
+
 /// A server could not be reached, or has gone in the middle: what was asked for is not done.
 class UnreachableError : public Error
 {

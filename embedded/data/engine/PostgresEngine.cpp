@@ -1,7 +1,13 @@
 #include "embedded/data/engine/PostgresEngine.h"
 
 #include "embedded/data/engine/Error.h"
+#include "platform/Socket.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QLibrary>
+#include <QtSql/QSqlDriver>
+
+#include <atomic>
 #include <utility>
 
 namespace embedded {
@@ -15,8 +21,10 @@ const CString Place = u"place"_s;
 /// Whoever writes takes this number first. It is the name of the product in ASCII.
 constexpr qint64 WriteLock = 0x4b'74'51'64'44'65;
 
-/// The seconds after which an attempt to connect, and a server that answers no more, is given up.
+/// The seconds after which an attempt to connect, and a server that answers no more, is given up; and those
+/// for asking whether one is there that has fallen silent.
 constexpr int Patience = 5;
+constexpr int ProbePatience = 4;
 
 CString Each(const CStringArray& columns, const CString& form, const CString& between)
 {
@@ -87,14 +95,63 @@ void PostgresEngine::SetUp(QSqlDatabase& connection) const
     if (const CString fault = Service::NameFault(m_service.name); !fault.isEmpty())
         throw Error(Name() + u"："_s + fault);
     if (!connection.isValid()) throw Error(Name() + u"：没有连接 PostgreSQL 的驱动（QPSQL），请安装它"_s);
+    connection.setConnectOptions(ConnectOptions(Patience));
+}
+
+/// `patience` is for the attempt to connect.
+CString PostgresEngine::ConnectOptions(int patience) const
+{
     CStringArray options{u"service=%1"_s.arg(m_service.name),          u"application_name=ktqdde"_s,
-                         u"connect_timeout=%1"_s.arg(Patience),        u"keepalives_idle=%1"_s.arg(Patience),
+                         u"connect_timeout=%1"_s.arg(patience),        u"keepalives_idle=%1"_s.arg(Patience),
                          u"keepalives_interval=%1"_s.arg(Patience),    u"keepalives_count=2"_s,
                          u"tcp_user_timeout=%1"_s.arg(2000 * Patience)};
     // Stricter than asked for, such as with the server's name verified, is left to the entry.
     if (!m_service.IsLocal() && !m_service.sslMode.startsWith(u"verify-"))
         options.append(u"sslmode=require"_s);
-    connection.setConnectOptions(options.join(u';'));
+    return options.join(u';');
+}
+
+/// What refuses at once is there as well.
+bool PostgresEngine::IsAnswering() const
+{
+    static std::atomic<unsigned> last{0};
+    const CString name = u"ktqdde-silence-"_s + CString::number(++last);
+    QElapsedTimer time;
+    time.start();
+    bool isOpen = false;
+    {
+        QSqlDatabase other = QSqlDatabase::addDatabase(Driver(), name);
+        other.setConnectOptions(ConnectOptions(ProbePatience));
+        isOpen = other.open();
+    }
+    QSqlDatabase::removeDatabase(name);
+    // The client library counts whole seconds of the clock and may begin in the middle of one.
+    return isOpen || !time.hasExpired((ProbePatience - 1) * 1000);
+}
+
+std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& connection) const
+{
+    // The toolkit hands its connection out, but not the socket; the client library, which it has loaded,
+    // does.
+    using SocketOf = int (*)(const void*);
+#ifdef Q_OS_WIN
+    static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"libpq"_s).resolve("PQsocket"));
+#else
+    static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"pq"_s, 5).resolve("PQsocket"));
+#endif
+    const QVariant handle = connection.driver()->handle();
+    const QByteArrayView type =
+        handle.typeName(); // by either name of the client library's, as the toolkit spells it
+    if (socketOf == nullptr || (type != "pg_conn*" && type != "PGconn*")) return nullptr;
+    const void* const opened = *static_cast<void* const*>(handle.constData());
+    return std::make_unique<SilenceWatch>([engine = *this] { return engine.IsAnswering(); },
+                                          [opened] { platform::EndConnection(socketOf(opened)); });
+}
+
+/// Their readers go on.
+void PostgresEngine::KeepOthersFrom(Statements& database, const CStringArray& tables) const
+{
+    database.Execute(u"LOCK TABLE %1 IN SHARE ROW EXCLUSIVE MODE"_s.arg(tables.join(u", "_s)));
 }
 
 qsizetype PostgresEngine::RowsPerInsertion() const
@@ -220,7 +277,7 @@ void PostgresEngine::Raise(const QSqlError& error) const
     if (state == u"42501") throw RightsError(because(u"连接的用户没有做这件事的权限"_s));
     if (state == u"25006") throw ReadOnlyError(say(u"服务器只读，不能写入"_s));
     if (state == u"55P03" || state == u"40P01" || state == u"40001")
-        throw Error(say(u"数据库被其他程序占用"_s));
+        throw BusyError(say(u"数据库被其他程序占用"_s));
     throw Error(say(text.isEmpty() ? error.text().trimmed() : text));
 }
 

@@ -24,6 +24,8 @@ public:
     CStringArray Greeting() const override;
     CStringArray BeginWriting() const override;
     CString BeginReading() const override;
+    void KeepOthersFrom(Statements& database, const CStringArray& tables) const override;
+    std::unique_ptr<SilenceWatch> WatchOver(const QSqlDatabase& connection) const override;
     int SchemaVersion(Statements& database) const override;
     void SetSchemaVersion(Statements& database, int version) const override;
     bool IsEmpty(Statements& database) const override;
@@ -35,6 +37,9 @@ public:
     [[noreturn]] void Raise(const QSqlError& error) const override;
 
 private:
+    CString ConnectOptions(int patience) const;
+    bool IsAnswering() const;
+
     Service m_service;
     std::chrono::milliseconds m_busyTimeout;
 };

@@ -107,7 +107,7 @@ void SqliteEngine::Raise(const QSqlError& error) const
     switch (error.nativeErrorCode().toInt() & 0xff) {
     case Busy:
     case Locked:
-        throw Error(say(u"数据库被其他程序占用"_s));
+        throw BusyError(say(u"数据库被其他程序占用"_s));
     case ReadOnly:
         throw ReadOnlyError(say(u"只读，不能写入"_s));
     case Corrupt:

@@ -19,6 +19,9 @@ public:
     CStringArray Greeting() const override { return {}; }
     CStringArray BeginWriting() const override;
     CString BeginReading() const override;
+    /// Whoever begins to write keeps all others out.
+    void KeepOthersFrom(Statements&, const CStringArray&) const override {}
+    std::unique_ptr<SilenceWatch> WatchOver(const QSqlDatabase&) const override { return nullptr; }
     int SchemaVersion(Statements& database) const override;
     void SetSchemaVersion(Statements& database, int version) const override;
     bool IsEmpty(Statements& database) const override;

@@ -1,6 +1,7 @@
 #include "embedded/data/exchange/TableImport.h"
 
 #include "embedded/data/catalogue/CatalogueDatabase.h"
+#include "embedded/data/catalogue/CatalogueSchema.h"
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/exchange/ImportMeter.h"
@@ -177,17 +178,72 @@ Roles KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& a
     return toStore;
 }
 
-/// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`.
-bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, Database& database,
-                 ImportReport& report, Roles& toStore)
+bool HasSpecialty(const CatalogueData& data, const CString& name)
+{
+    return std::any_of(data.specialties.begin(), data.specialties.end(),
+                       [&](const Specialty& specialty) { return specialty.name == name; });
+}
+
+/// What an import must not take away from under the other projects of an office, as far as they had it.
+class OtherProjects
+{
+public:
+    /// `uses` are theirs, `before` the catalogue's libraries, of which they may lack one by now.
+    OtherProjects(CArray<ProjectUse> uses, CArray<Library> before, Database& database)
+        : m_uses(std::move(uses)), m_before(std::move(before))
+    {
+        if (m_uses.isEmpty()) return;
+        const CatalogueData data = ReadCatalogue(database);
+        for (const ProjectUse& use : std::as_const(m_uses))
+            m_hadSpecialty.append(HasSpecialty(data, use.specialty));
+    }
+
+    void Check(const CatalogueData& data, const CArray<Library>& after, ImportReport& report) const
+    {
+        for (qsizetype other = 0; other < m_uses.size(); ++other) {
+            const ProjectUse& use = m_uses[other];
+            if (m_hadSpecialty[other] && !HasSpecialty(data, use.specialty))
+                report.refused.append({0, u"文件中没有%1的当前专业“%2”"_s.arg(Named(use), use.specialty)});
+            for (const auto& [word, code] : use.libraries)
+                CheckLibrary(use, word, code, after, report);
+        }
+    }
+
+private:
+    static CString Named(const ProjectUse& use)
+    {
+        return u"办公室的另一个工程“%1”（%2 前后用过）"_s.arg(use.project,
+                                                              use.at.toLocalTime().toString(u"yyyy-MM-dd"_s));
+    }
+
+    void CheckLibrary(const ProjectUse& use, const CString& word, const CString& code,
+                      const CArray<Library>& after, ImportReport& report) const
+    {
+        const auto role = RoleOfWord(word);
+        if (!role || code.isEmpty()) return;
+        if (FindLibrary(m_before, *role, code) == nullptr || FindLibrary(after, *role, code) != nullptr)
+            return;
+        report.refused.append(
+            {0, u"%1正在使用%2“%3”，不能去掉，也不能改作别用"_s.arg(Named(use), RoleLabel(*role), code)});
+    }
+
+    CArray<ProjectUse> m_uses;
+    CArray<Library> m_before;
+    CArray<bool> m_hadSpecialty; ///< one for each of `m_uses`
+};
+
+/// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`, and
+/// the others of its office as well.
+bool StaysUsable(ProjectDatabase& project, const CArray<Library>& before, const OtherProjects& others,
+                 Database& database, ImportReport& report, Roles& toStore)
 {
     const CatalogueData data = ReadCatalogue(database);
+    const CArray<Library> after = ReadLibraries(database);
     const ProjectDatabase::Settings settings = project.ReadSettings();
-    const bool isThere =
-        std::any_of(data.specialties.begin(), data.specialties.end(),
-                    [&](const Specialty& specialty) { return specialty.name == settings.spec; });
-    if (!isThere) report.refused.append({0, u"文件中没有工程的当前专业“%1”"_s.arg(settings.spec)});
-    toStore = KeepLibrariesInUse(before, ReadLibraries(database), settings, report);
+    if (!HasSpecialty(data, settings.spec))
+        report.refused.append({0, u"文件中没有工程的当前专业“%1”"_s.arg(settings.spec)});
+    toStore = KeepLibrariesInUse(before, after, settings, report);
+    others.Check(data, after, report);
     return report.refused.isEmpty();
 }
 
@@ -203,7 +259,8 @@ Table ReadTable(const QString& nativeProject, TableKind kind, const CString& lib
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
-    ProjectCatalogue catalogue(folder, settings.office);
+    ProjectCatalogue catalogue(folder, settings);
+    catalogue.BringUpToDate();
     Database& database = catalogue.Local();
     const LibraryScope scope = ScopeOf(ReadLibraries(database), settings, kind, library);
     const std::unique_ptr<TableExchange> exchange = MakeExchange(kind, scope);
@@ -298,6 +355,14 @@ public:
         return OnOffice() ? m_catalogue.Office()->Reached()->Connection() : m_catalogue.Local();
     }
 
+    /// What the other projects of the office use.
+    CArray<ProjectUse> UsesOfOthers()
+    {
+        ProjectOffice* const office = m_catalogue.Office();
+        if (office == nullptr) return {};
+        return ProjectUses(office->Reached()->Connection(), office->Place());
+    }
+
     /// After the commit: what is stored is stored, whatever happens to the copy.
     void Follow(ImportReport& report)
     {
@@ -340,18 +405,21 @@ ImportReport Import(const QString& nativeProject, TableKind kind, const QString&
     const ProjectFolder folder = ExistingProject(nativeProject);
     const CArray<tables::Record> records = ReadRecords(nativeFile, options.sheet);
     ProjectDatabase project(folder.ProjectFile());
-    ProjectCatalogue catalogue(folder, project.ReadSettings().office);
+    ProjectCatalogue catalogue(folder, project.ReadSettings());
+    catalogue.BringUpToDate();
     Target target(catalogue, options.isTrial);
     Database& database = target.Ground();
     Transaction transaction(database);
+    if (!options.isTrial) transaction.KeepOthersFrom(CatalogueTables() + CStringArray{GivenIdsTable()});
     const CArray<Library> libraries = ReadLibraries(database);
+    const OtherProjects others(target.UsesOfOthers(), libraries, database);
     Importer importer(database, kind, ScopeOf(libraries, project.ReadSettings(), kind, options.library),
                       progress);
     Roles toStore;
     try {
         if (!importer.Check(records, options.replace)) return Undone(importer.Report());
         importer.Store();
-        if (!StaysUsable(project, libraries, database, importer.Report(), toStore))
+        if (!StaysUsable(project, libraries, others, database, importer.Report(), toStore))
             return Undone(importer.Report());
     } catch (const Cancelled&) {
         ImportReport report = Undone(importer.Report());

@@ -33,38 +33,61 @@ std::unique_ptr<NumberRegister> NumbersOf(ProjectOffice* office, const ProjectFo
 
 } // namespace
 
-struct EmbeddedHost::Parts
+/// What a project opens, and what does not stand on its catalogue.
+struct EmbeddedHost::Ground
 {
-    explicit Parts(const ProjectFolder& place)
+    explicit Ground(const ProjectFolder& place)
         : folder(place), database(ExistingProjectFile(place)), settings(database.ReadSettings()),
-          ground(folder, settings.office), data(ReadCatalogue(ground.Local())),
-          numbers(NumbersOf(ground.Office(), folder)),
-          libraries(ground.Local(), database, settings, folder.RuleFolder(), numbers.get()),
-          catalogue(data, libraries.Contents()), attributes(data, catalogue),
-          project(folder.ProjectFile(), settings, catalogue), profile(folder.AppFolder()),
-          calculation(data, catalogue), history(folder)
+          catalogue(folder, settings), profile(folder.AppFolder()), history(folder)
     {
     }
 
     ProjectFolder folder;
     ProjectDatabase database;
     ProjectDatabase::Settings settings; ///< those of the moment of opening
-    ProjectCatalogue ground;            ///< what the catalogue is read from
+    ProjectCatalogue catalogue;         ///< what is read
+    Profile profile;
+    XmlTools xml;
+    embedded::History history;
+};
+
+/// What is read from the catalogue, and what stands on it.
+struct EmbeddedHost::Holdings
+{
+    explicit Holdings(Ground& below)
+        : data(ReadCatalogue(below.catalogue.Local())),
+          numbers(NumbersOf(below.catalogue.Office(), below.folder)),
+          libraries(below.catalogue.Local(), below.database, below.settings, below.folder.RuleFolder(),
+                    numbers.get()),
+          catalogue(data, libraries.Contents()), attributes(data, catalogue),
+          project(below.folder.ProjectFile(), below.settings, catalogue), calculation(data, catalogue)
+    {
+    }
+
     CatalogueData data;
     std::unique_ptr<NumberRegister> numbers;
     Libraries libraries;
     Catalogue catalogue;
     Attributes attributes;
     Project project;
-    Profile profile;
     CalculationRules calculation;
-    XmlTools xml;
-    embedded::History history;
 };
 
+// The copy of an office's catalogue is read while the office is asked whether it is up to date, which it
+// mostly is. One that is missing or damaged shows when it is read; the office may mend it.
 EmbeddedHost::EmbeddedHost(const QString& nativeFolder)
-    : m_parts(std::make_unique<Parts>(ProjectFolder(nativeFolder)))
+    : m_ground(std::make_unique<Ground>(ProjectFolder(nativeFolder)))
 {
+    try {
+        m_holdings = std::make_unique<Holdings>(*m_ground);
+    } catch (const Error&) {
+        if (!m_ground->catalogue.BringUpToDate()) throw;
+        m_holdings = std::make_unique<Holdings>(*m_ground);
+        return;
+    }
+    if (!m_ground->catalogue.BringUpToDate()) return;
+    m_holdings.reset();
+    m_holdings = std::make_unique<Holdings>(*m_ground);
 }
 
 EmbeddedHost::~EmbeddedHost() = default;
@@ -72,92 +95,109 @@ EmbeddedHost::~EmbeddedHost() = default;
 host::Roles EmbeddedHost::Roles()
 {
     host::Roles roles;
-    roles.categories = &m_parts->catalogue;
-    roles.attributes = &m_parts->attributes;
-    roles.libraries = &m_parts->libraries;
-    roles.project = &m_parts->project;
-    roles.profile = &m_parts->profile;
-    roles.calculation = &m_parts->calculation;
-    roles.xml = &m_parts->xml;
+    roles.categories = &m_holdings->catalogue;
+    roles.attributes = &m_holdings->attributes;
+    roles.libraries = &m_holdings->libraries;
+    roles.project = &m_holdings->project;
+    roles.profile = &m_ground->profile;
+    roles.calculation = &m_holdings->calculation;
+    roles.xml = &m_ground->xml;
     return roles;
 }
 
 CString EmbeddedHost::AppFolder() const
 {
-    return m_parts->profile.GetAppFolder();
+    return m_ground->profile.GetAppFolder();
 }
 
 CString EmbeddedHost::RuleFolder() const
 {
-    return m_parts->folder.RuleFolder();
+    return m_ground->folder.RuleFolder();
 }
 
 CString EmbeddedHost::ProjectPath() const
 {
-    return m_parts->project.GetPrjPath();
+    return m_holdings->project.GetPrjPath();
 }
 
 const LibraryContents& EmbeddedHost::Contents() const
 {
-    return m_parts->libraries.Contents();
+    return m_holdings->libraries.Contents();
 }
 
 const CatalogueData& EmbeddedHost::CatalogueContents() const
 {
-    return m_parts->data;
+    return m_holdings->data;
 }
 
 CArray<LibraryName> EmbeddedHost::LibrariesOf(LibraryRole role) const
 {
-    return m_parts->libraries.Of(role);
+    return m_holdings->libraries.Of(role);
+}
+
+QSet<CString> EmbeddedHost::BillNumbersOf(const CString& library) const
+{
+    return m_holdings->libraries.BillNumbersOf(library);
 }
 
 CString EmbeddedHost::LibraryInUse(LibraryRole role) const
 {
-    return m_parts->libraries.InUse(role).name.code;
+    return m_holdings->libraries.InUse(role).name.code;
 }
 
 void EmbeddedHost::SetLibrary(LibraryRole role, const CString& code)
 {
-    m_parts->libraries.SetLibrary(role, code);
+    m_holdings->libraries.SetLibrary(role, code);
+    TellOffice();
 }
 
 void EmbeddedHost::ForgetProposedNumbers()
 {
-    m_parts->libraries.ForgetProposedNumbers();
+    m_holdings->libraries.ForgetProposedNumbers();
 }
 
 ProjectOffice* EmbeddedHost::Office()
 {
-    return m_parts->ground.Office();
+    return m_ground->catalogue.Office();
 }
 
 History& EmbeddedHost::History()
 {
-    return m_parts->history;
+    return m_ground->history;
 }
 
 void EmbeddedHost::UseSpec(const CString& name)
 {
-    m_parts->project.UseSpec(name);
+    m_holdings->project.UseSpec(name);
 }
 
 void EmbeddedHost::SetCurrentSpec(const CString& name)
 {
-    const CString former = m_parts->project.GetCurrentSpec();
-    m_parts->project.UseSpec(name);
+    const CString former = m_holdings->project.GetCurrentSpec();
+    m_holdings->project.UseSpec(name);
     try {
-        m_parts->database.WriteSpec(name);
+        m_ground->database.WriteSpec(name);
     } catch (const Error&) {
-        m_parts->project.UseSpec(former);
+        m_holdings->project.UseSpec(former);
         throw;
     }
+    TellOffice();
+}
+
+/// What of the catalogue nobody may take away from now on.
+void EmbeddedHost::TellOffice()
+{
+    if (Office() == nullptr) return;
+    std::map<LibraryRole, CString> libraries;
+    for (const LibraryRole role : AllLibraryRoles)
+        libraries.emplace(role, LibraryInUse(role));
+    Office()->TellUse(m_holdings->project.GetCurrentSpec(), libraries);
 }
 
 void EmbeddedHost::SetMode(SQdDeInfo::EQdDeMode mode)
 {
-    m_parts->libraries.SetMode(mode);
-    m_parts->project.UseMode(mode);
+    m_holdings->libraries.SetMode(mode);
+    m_holdings->project.UseMode(mode);
 }
 
 } // namespace embedded

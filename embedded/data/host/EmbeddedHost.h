@@ -7,6 +7,8 @@
 #include "embedded/data/office/ProjectOffice.h"
 #include "host/Installation.h"
 
+#include <QtCore/QSet>
+
 #include <memory>
 
 /// The default host: specialties, categories, attributes, libraries and one project in a folder on disk,
@@ -44,6 +46,9 @@ public:
 
     /// The libraries of the catalogue that a role can be given to, in the catalogue's order.
     CArray<LibraryName> LibrariesOf(LibraryRole role) const;
+    /// The numbers of the items of a bill library, whether the project uses it or not; letter case of the
+    /// code does not count. Empty for a code that no bill library of the catalogue has. Raises `Error`.
+    QSet<CString> BillNumbersOf(const CString& library) const;
     /// The code of the library that the project uses in a role.
     CString LibraryInUse(LibraryRole role) const;
     /// Uses another library from now on and stores it in the project. Raises `Error` when the catalogue has
@@ -70,8 +75,13 @@ public:
     void SetMode(SQdDeInfo::EQdDeMode mode);
 
 private:
-    struct Parts;
-    std::unique_ptr<Parts> m_parts;
+    struct Ground;
+    struct Holdings;
+
+    void TellOffice();
+
+    std::unique_ptr<Ground> m_ground;
+    std::unique_ptr<Holdings> m_holdings;
 };
 
 } // namespace embedded

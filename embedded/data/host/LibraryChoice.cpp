@@ -62,18 +62,24 @@ CArray<LibraryEntry> ListLibraries(const QString& nativeProject)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     const ProjectDatabase::Settings settings = ProjectDatabase(folder.ProjectFile()).ReadSettings();
-    return Entries(ProjectCatalogue(folder, settings.office).Local(), settings);
+    ProjectCatalogue catalogue(folder, settings);
+    catalogue.BringUpToDate();
+    return Entries(catalogue.Local(), settings);
 }
 
 LibraryEntry UseLibrary(const QString& nativeProject, const CString& code)
 {
     const ProjectFolder folder = ExistingProject(nativeProject);
     ProjectDatabase project(folder.ProjectFile());
-    ProjectCatalogue catalogue(folder, project.ReadSettings().office);
+    ProjectDatabase::Settings settings = project.ReadSettings();
+    ProjectCatalogue catalogue(folder, settings);
+    catalogue.BringUpToDate();
     const Transaction catalogueStays(catalogue.Local());
     LibraryEntry used = Find(Entries(catalogue.Local(), {}), code);
     project.WriteLibrary(used.role, code);
     used.isInUse = true;
+    settings.libraries[used.role] = code;
+    if (catalogue.Office() != nullptr) catalogue.Office()->TellUse(settings.spec, settings.libraries);
     return used;
 }
 

@@ -17,16 +17,17 @@ constexpr std::chrono::minutes CreationPatience{2};
 
 /// Asks the server what it lets the user do instead of which roles he has, so that the answer is true for
 /// owners and administrators and after the database has got another name. Works without an office, too.
+const CString RightQuestion =
+    u"CASE WHEN has_function_privilege(to_regprocedure('ktqdde.set_removed(text, boolean)'), 'EXECUTE') THEN "
+    u"3 "
+    // In an office of whatever version.
+    "WHEN EXISTS (SELECT FROM pg_proc WHERE pronamespace = to_regnamespace('ktqdde') AND "
+    "proname = 'publish' AND has_function_privilege(oid, 'EXECUTE')) THEN 2 "
+    "WHEN has_table_privilege(to_regclass('ktqdde.versions'), 'SELECT') THEN 1 ELSE 0 END"_s;
+
 OfficeRight RightOf(Database& database)
 {
-    const CString query =
-        u"SELECT CASE "
-        "WHEN has_function_privilege(to_regprocedure('ktqdde.set_removed(text, boolean)'), 'EXECUTE') THEN 3 "
-        // In an office of whatever version.
-        "WHEN EXISTS (SELECT FROM pg_proc WHERE pronamespace = to_regnamespace('ktqdde') AND "
-        "proname = 'publish' AND has_function_privilege(oid, 'EXECUTE')) THEN 2 "
-        "WHEN has_table_privilege(to_regclass('ktqdde.versions'), 'SELECT') THEN 1 ELSE 0 END"_s;
-    return static_cast<OfficeRight>(database.Single(query).toInt());
+    return static_cast<OfficeRight>(database.Single(u"SELECT "_s + RightQuestion).toInt());
 }
 
 CString UserOf(Database& database)
@@ -71,13 +72,33 @@ CString RightWord(OfficeRight right)
     return {};
 }
 
-Office::Office(const CString& name) : m_name(name), m_database(ServiceOf(name))
+Office::Office(const CString& name) : m_name(name), m_database(ServiceOf(name)), m_first(AskFirst()) {}
+
+/// All at once, for each question is a way to the server and back. Where that fails, what is wrong is asked
+/// one by one.
+OfficeAnswer Office::AskFirst()
 {
-    RequireOffice(m_database);
-    if (Right() == OfficeRight::None) {
+    int schema = 0;
+    OfficeAnswer first;
+    try {
+        m_database.ForEach(
+            u"SELECT version, revision, %1 FROM schema_version, office_state"_s.arg(RightQuestion), {},
+            [&](const QSqlQuery& row) {
+                schema = row.value(0).toInt();
+                first = {static_cast<OfficeRight>(row.value(2).toInt()), row.value(1).toLongLong()};
+            });
+    } catch (const UnreachableError&) {
+        throw;
+    } catch (const Error&) {
+        RequireOffice(m_database);
+        if (RightOf(m_database) != OfficeRight::None) throw;
+    }
+    if (schema != OfficeSchemaVersion) RequireOffice(m_database);
+    if (first.right == OfficeRight::None) {
         throw RightsError(m_database.Name() +
                           u"：用户“%1”在办公室中没有角色，请向办公室的管理员申请"_s.arg(User()));
     }
+    return first;
 }
 
 Office::~Office() = default;
@@ -110,10 +131,9 @@ OfficeStatus Office::Status(const CString& name)
     // What a newer program keeps elsewhere is not looked for.
     if (status.right == OfficeRight::None || status.schema > SchemaVersion) return status;
     const Snapshot snapshot(database);
-    status.revision = RevisionOf(database);
-    status.configurations =
-        database.Single(u"SELECT count(*) FROM configurations WHERE NOT is_removed"_s).toInt();
-    status.libraries = database.Single(u"SELECT count(*) FROM libraries"_s).toInt();
+    status.contents = {RevisionOf(database),
+                       database.Single(u"SELECT count(*) FROM configurations WHERE NOT is_removed"_s).toInt(),
+                       database.Single(u"SELECT count(*) FROM libraries"_s).toInt()};
     return status;
 }
 

@@ -4,6 +4,8 @@
 #include "embedded/data/engine/Progress.h"
 #include "embedded/data/office/OfficeSchema.h"
 
+#include <optional>
+
 namespace embedded {
 
 /// What the connected user may do in an office, each including what stands before it.
@@ -17,6 +19,13 @@ enum class OfficeRight {
 /// The right in one word for a person: "无", "读者", "编辑", "管理员".
 CString RightWord(OfficeRight right);
 
+/// What an office says first.
+struct OfficeAnswer
+{
+    OfficeRight right = OfficeRight::None; ///< of the connected user
+    qint64 revision = 0;                   ///< see `Office::CatalogueRevision`
+};
+
 /// An office in words and numbers.
 struct OfficeStatus
 {
@@ -27,9 +36,15 @@ struct OfficeStatus
     bool isEncrypted = false;
     int schema = 0;      ///< 0 where no office has been created
     int knownSchema = 0; ///< the one of this program
-    qint64 revision = 0; ///< grows with every change of the catalogue
-    int configurations = 0;
-    int libraries = 0;
+    /// What is in it; nothing where that was not looked at: the user may not, or a newer program keeps it
+    /// elsewhere.
+    struct Contents
+    {
+        qint64 revision = 0; ///< grows with every change of the catalogue
+        int configurations = 0;
+        int libraries = 0;
+    };
+    std::optional<Contents> contents;
 };
 
 /// One office: a PostgreSQL database that holds the catalogue, the libraries and their guides, the
@@ -65,6 +80,9 @@ public:
     /// Looks without needing an office there. Raises `UnreachableError`.
     static OfficeStatus Status(const CString& name);
 
+    /// What the office said when this connected.
+    const OfficeAnswer& First() const noexcept { return m_first; }
+
     OfficeRight Right();
     CString User();
     /// Grows with every change of the catalogue; another number means that it is another one.
@@ -74,8 +92,11 @@ public:
     Database& Connection() noexcept { return m_database; }
 
 private:
+    OfficeAnswer AskFirst();
+
     CString m_name;
     Database m_database;
+    OfficeAnswer m_first;
 };
 
 } // namespace embedded

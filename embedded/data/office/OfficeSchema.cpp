@@ -40,9 +40,33 @@ void Create(Database& database, const Progress& progress)
     RunShipped(database, u"office.sql"_s);
     RunShipped(database, u"office-numbers.sql"_s);
     RunShipped(database, u"office-publishing.sql"_s);
+    RunShipped(database, u"office-projects.sql"_s);
     for (const CString& table : CatalogueTables() + CStringArray{u"given_ids"_s})
         database.Execute(u"SELECT take_into_catalogue(?)"_s, {table});
     RunShipped(database, u"office-rights.sql"_s);
+}
+
+/// The roles are named after the database. One that was given another name since goes on, but nothing new can
+/// be granted.
+void RequireRoles(Database& database)
+{
+    // Who has a privilege in the schema, and a role's word at the end of his name.
+    const CString renamed = u"WITH granted AS ("
+                            "SELECT (aclexplode(relacl)).grantee FROM pg_class "
+                            "WHERE relnamespace = 'ktqdde'::regnamespace UNION "
+                            "SELECT (aclexplode(proacl)).grantee FROM pg_proc "
+                            "WHERE pronamespace = 'ktqdde'::regnamespace) "
+                            "SELECT string_agg(format('ALTER ROLE %I RENAME TO %I', former.rolname, "
+                            "current_database() || '_' || word), '; ' ORDER BY word DESC) "
+                            "FROM unnest(ARRAY['reader', 'editor', 'keeper']) AS word "
+                            "JOIN pg_roles AS former ON former.oid IN (SELECT grantee FROM granted) AND "
+                            "right(former.rolname, 7) = '_' || word "
+                            "WHERE NOT EXISTS (SELECT FROM pg_roles AS present "
+                            "WHERE present.rolname = current_database() || '_' || word)"_s;
+    const CString remedy = database.Single(renamed).toString();
+    if (!remedy.isEmpty())
+        database.Fail(u"数据库改过名，而办公室的角色要以数据库的名称开头。"
+                      "请有权限的用户先用 psql 给角色改名，再升级：%1"_s.arg(remedy));
 }
 
 [[noreturn]] void FailWithoutOffice(const Database& database)
@@ -55,7 +79,10 @@ void Create(Database& database, const Progress& progress)
 /// The catalogue's tables are the office's: when they change, so does the version of the office.
 CArray<OfficeStep> KnownOfficeSteps()
 {
-    return {[](Database& database) { RunShipped(database, u"office-from-1.sql"_s); }};
+    return {[](Database& database) {
+        RunShipped(database, u"office-from-1.sql"_s);
+        RunShipped(database, u"office-projects.sql"_s);
+    }};
 }
 
 void CreateOfficeSchema(Database& database, const Progress& progress)
@@ -84,6 +111,7 @@ int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
     if (found == 0) FailWithoutOffice(database);
     const auto upgrade = [&] {
         found = database.SchemaVersion();
+        RequireRoles(database);
         for (int version = found; version < newest; ++version)
             steps[version - 1](database);
         RunShipped(database, u"office-publishing.sql"_s);

@@ -4,17 +4,27 @@
 
 namespace embedded {
 
-ProjectCatalogue::ProjectCatalogue(const ProjectFolder& folder, const CString& office)
-    : m_office(office.isEmpty() ? nullptr : std::make_unique<ProjectOffice>(folder, office)),
+ProjectCatalogue::ProjectCatalogue(const ProjectFolder& folder, const ProjectDatabase::Settings& settings)
+    : m_office(settings.office.isEmpty() ? nullptr : std::make_unique<ProjectOffice>(folder, settings)),
       m_local(folder.CatalogueFile())
 {
-    if (m_office) {
-        m_office->BringUpToDate(m_local);
-        m_office->RequireCopy(m_local);
+    if (!m_office) {
+        EnsureCatalogue(m_local);
+        return;
     }
-    EnsureCatalogue(m_local);
+    m_begun = StateOfCopy(m_local);
+    m_schema = m_local.SchemaVersion();
 }
 
 ProjectCatalogue::~ProjectCatalogue() = default;
+
+bool ProjectCatalogue::BringUpToDate()
+{
+    if (!m_office) return false;
+    m_office->BringUpToDate(m_local);
+    m_office->RequireCopy(m_local);
+    EnsureCatalogue(m_local);
+    return StateOfCopy(m_local) != m_begun || m_local.SchemaVersion() != m_schema;
+}
 
 } // namespace embedded

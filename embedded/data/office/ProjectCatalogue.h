@@ -11,12 +11,18 @@ namespace embedded {
 class ProjectCatalogue
 {
 public:
-    /// `office` is the one of the project's settings, empty for a project without. A missing catalogue of its
-    /// own is made anew. Raises `Error`, also when the office cannot be reached and there is no copy yet.
-    ProjectCatalogue(const ProjectFolder& folder, const CString& office);
+    /// `settings` are the project's. A missing catalogue of its own is made anew; the office is asked for the
+    /// state of its own meanwhile. Raises `Error`.
+    ProjectCatalogue(const ProjectFolder& folder, const ProjectDatabase::Settings& settings);
     ~ProjectCatalogue();
     ProjectCatalogue(const ProjectCatalogue&) = delete;
     ProjectCatalogue& operator=(const ProjectCatalogue&) = delete;
+
+    /// Brings the copy of an office's catalogue up to date. To be called before anybody relies on what
+    /// `Local` holds; what was read from it before has to be read again if this says so: the copy is another
+    /// one than when this object was made. Raises `Error`, also when the office cannot be reached and there
+    /// is no copy yet.
+    bool BringUpToDate();
 
     /// The file. One that is a copy must not be written to but by `BringUpToDate`.
     Database& Local() noexcept { return m_local; }
@@ -26,6 +32,8 @@ public:
 private:
     std::unique_ptr<ProjectOffice> m_office;
     Database m_local;
+    std::optional<CopiedState> m_begun; ///< the state that the copy held when this was made
+    int m_schema = 0;                   ///< and its schema
 };
 
 } // namespace embedded

@@ -1,9 +1,12 @@
 #include "embedded/data/office/ProjectOffice.h"
 
+#include "embedded/data/catalogue/Library.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QSysInfo>
+
+#include <utility>
 
 namespace embedded {
 
@@ -14,13 +17,27 @@ namespace {
 /// How old the note of the last state may be. It is for people to read, and each writing waits for the disk.
 constexpr int MinuteSeconds = 60;
 
+CString OnThisMachine(const CString& place)
+{
+    return place + u'@' + QSysInfo::machineHostName();
+}
+
+std::map<CString, CString> ByWord(const std::map<LibraryRole, CString>& libraries)
+{
+    std::map<CString, CString> words;
+    for (const auto& [role, code] : libraries)
+        words.emplace(RoleWord(role), code);
+    return words;
+}
+
 } // namespace
 
-ProjectOffice::ProjectOffice(const ProjectFolder& folder, const CString& name)
-    : m_name(name), m_projectName(platform::FileNameOf(folder.Path()) + u'@' + QSysInfo::machineHostName()),
+ProjectOffice::ProjectOffice(const ProjectFolder& folder, const ProjectDatabase::Settings& settings)
+    : m_name(settings.office), m_projectName(OnThisMachine(platform::FileNameOf(folder.Path()))),
+      m_use{OnThisMachine(platform::ToNative(folder.Path())), settings.spec, ByWord(settings.libraries)},
       m_projectFile(folder.ProjectFile()), m_memory(folder.OfficeFile())
 {
-    Reach();
+    Ask();
 }
 
 ProjectOffice::~ProjectOffice() = default;
@@ -31,39 +48,120 @@ const CString& ProjectOffice::ProjectId()
     return m_projectId;
 }
 
+void ProjectOffice::Ask()
+{
+    m_inquiry = std::make_unique<OfficeInquiry>(m_name, m_use);
+}
+
+std::optional<qint64> ProjectOffice::Settle()
+{
+    if (!m_inquiry) return std::nullopt;
+    const std::unique_ptr<OfficeInquiry> inquiry = std::move(m_inquiry);
+    try {
+        const qint64 revision = inquiry->Answer().revision;
+        SetState(true, {});
+        return revision;
+    } catch (const UnreachableError& error) {
+        Lose(error);
+        return std::nullopt;
+    }
+}
+
+Office* ProjectOffice::Reached()
+{
+    Settle();
+    if (m_isReached && !m_office) {
+        // A wait for a server that keeps silent is not for this thread.
+        if (IsStale()) Ask();
+        Settle();
+        Connect();
+    }
+    return m_isReached ? m_office.get() : nullptr;
+}
+
 bool ProjectOffice::Reach()
 {
+    Settle();
+    if (!m_isReached || !m_office || IsStale()) Ask();
+    Settle();
+    if (!m_isReached) return false;
     try {
         if (m_office) m_office->CatalogueRevision();
-    } catch (const UnreachableError& error) {
-        Lose(error);
+    } catch (const UnreachableError&) {
+        m_office.reset(); // the server has been down and is up again
     }
-    if (m_office) return true;
+    Connect();
+    return m_isReached;
+}
+
+/// Unless there is a connection.
+void ProjectOffice::Connect()
+{
+    if (!m_isReached) return;
     try {
-        m_office = std::make_unique<embedded::Office>(m_name);
-        m_fault.clear();
+        if (!m_office) m_office = std::make_unique<Office>(m_name);
+        m_heard = Clock::now();
     } catch (const UnreachableError& error) {
         Lose(error);
     }
-    return m_office != nullptr;
 }
 
 void ProjectOffice::Lose(const UnreachableError& error)
 {
     m_office.reset();
-    m_fault = error.Message().simplified();
+    SetState(false, error.Message().simplified());
+}
+
+void ProjectOffice::Believe(const CString& fault)
+{
+    if (m_inquiry) return; // which is about to tell
+    SetState(fault.isEmpty(), fault);
+}
+
+void ProjectOffice::SetState(bool isReached, const CString& fault)
+{
+    if (isReached) m_heard = Clock::now();
+    const bool isOther = isReached != m_isReached || fault != m_fault;
+    m_isReached = isReached;
+    m_fault = fault;
+    if (isOther && m_onChange) m_onChange();
+}
+
+void ProjectOffice::SetBehind(const CString& reason)
+{
+    const bool isOther = reason != m_behind;
+    m_behind = reason;
+    if (isOther && m_onChange) m_onChange();
+}
+
+void ProjectOffice::NoteBase(const CString& configuration, const VersionMark& version)
+{
+    try {
+        m_memory.RememberBase(configuration, version);
+    } catch (const ReadOnlyError&) {
+    } catch (const BusyError&) {
+    }
+}
+
+void ProjectOffice::TellUse(const CString& specialty, const std::map<LibraryRole, CString>& libraries)
+{
+    m_use.specialty = specialty;
+    m_use.libraries = ByWord(libraries);
+    if (m_isReached) m_telling = std::make_unique<OfficeInquiry>(m_name, m_use);
 }
 
 std::optional<ProjectOffice::Present> ProjectOffice::Read(const std::optional<CopiedState>& held)
 {
-    if (!m_office) return std::nullopt;
+    const std::optional<qint64> told = Settle();
+    if (told && held == CopiedState{m_name, *told}) return Present{*held, {}};
+    Office* const office = Reached();
+    if (office == nullptr) return std::nullopt;
     try {
-        Database& office = m_office->Connection();
-        Present present{{m_name, m_office->CatalogueRevision()}, {}};
+        Present present{{m_name, office->CatalogueRevision()}, {}};
         if (held == present.state) return present;
-        const Snapshot snapshot(office);
-        present.state.revision = m_office->CatalogueRevision();
-        present.rows = ReadCatalogueRows(office);
+        const Snapshot snapshot(office->Connection());
+        present.state.revision = office->CatalogueRevision();
+        present.rows = ReadCatalogueRows(office->Connection());
         return present;
     } catch (const UnreachableError& error) {
         Lose(error);
@@ -76,18 +174,35 @@ bool ProjectOffice::BringUpToDate(Database& copy)
     const std::optional<CopiedState> held = StateOfCopy(copy);
     const std::optional<Present> present = Read(held);
     if (!present) return false;
-    if (held != present->state) {
+    if (held != present->state && !Write(copy, held, *present)) return false;
+    SetBehind({});
+    Confirm(present->state.revision);
+    return held != present->state;
+}
+
+/// False when the copy could not be written and stays what it was.
+bool ProjectOffice::Write(Database& copy, const std::optional<CopiedState>& held, const Present& present)
+{
+    const auto stayBehind = [&](const Error& error) {
+        if (!held || held->office != m_name) throw;
+        SetBehind(error.Message().simplified());
+        return false;
+    };
+    try {
         Transaction transaction(copy);
         // Another program may have been here since, with a later state.
         const std::optional<CopiedState> found = StateOfCopy(copy);
         const bool isLater =
-            found != held && found && found->office == m_name && found->revision > present->state.revision;
+            found != held && found && found->office == m_name && found->revision > present.state.revision;
         if (isLater) return true;
-        WriteCatalogueCopy(copy, present->rows, present->state);
+        WriteCatalogueCopy(copy, present.rows, present.state);
         transaction.Commit();
+        return true;
+    } catch (const ReadOnlyError& error) {
+        return stayBehind(error);
+    } catch (const BusyError& error) {
+        return stayBehind(error);
     }
-    Confirm(present->state.revision);
-    return held != present->state;
 }
 
 bool ProjectOffice::BringUpToDateWithin(Database& copy)
@@ -118,17 +233,21 @@ void ProjectOffice::Confirm(qint64 revision)
         m_memory.RememberSeen(revision, now);
     } catch (const ReadOnlyError&) {
         // A project that can only be read is read all the same.
+    } catch (const BusyError&) {
     }
 }
 
 CString ProjectOffice::InWords()
 {
-    if (m_office) return u"办公室“%1”"_s.arg(m_name);
+    const CString office = u"办公室“%1”"_s.arg(m_name);
+    if (m_isReached && !IsBehind()) return office;
     const auto seen = m_memory.LastSeen();
     const CString state =
         seen ? u"用的是 %1 的数据"_s.arg(seen->at.toLocalTime().toString(u"yyyy-MM-dd HH:mm"_s))
              : u"还没有它的数据"_s;
-    return m_fault + u"，"_s + state;
+    const CString reason =
+        m_isReached ? u"%1有了新的数据，工程的副本跟不上（%2）"_s.arg(office, m_behind) : m_fault;
+    return reason + u"，"_s + state;
 }
 
 } // namespace embedded

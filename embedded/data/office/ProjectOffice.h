@@ -3,9 +3,13 @@
 #include "embedded/data/catalogue/CatalogueCopy.h"
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/office/Office.h"
+#include "embedded/data/office/OfficeInquiry.h"
 #include "embedded/data/office/OfficeMemory.h"
+#include "embedded/data/project/ProjectDatabase.h"
 #include "embedded/data/project/ProjectFolder.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 
 namespace embedded {
@@ -13,49 +17,74 @@ namespace embedded {
 /// The office of a project, reachable or not. The project reads its catalogue from a local copy, which is
 /// brought up to date whenever the office has another revision; without the server it goes on with the last
 /// state that it saw.
+///
+/// What may take its time is asked by an `OfficeInquiry`, so that the windows of a program with windows are
+/// painted while a server keeps silent. The connection itself is made when it is first needed.
 class ProjectOffice
 {
 public:
-    /// Tries to reach the office; that it cannot be reached raises nothing. Raises `Error` for everything
-    /// else that is wrong: no such office, a newer one, no right to read.
-    ProjectOffice(const ProjectFolder& folder, const CString& name);
+    /// Begins to ask the office that the settings name, and tells it what the project uses. Raises `Error`
+    /// when what the project remembers of it cannot be read.
+    ProjectOffice(const ProjectFolder& folder, const ProjectDatabase::Settings& settings);
     ~ProjectOffice();
     ProjectOffice(const ProjectOffice&) = delete;
     ProjectOffice& operator=(const ProjectOffice&) = delete;
 
     const CString& Name() const noexcept { return m_name; }
 
-    /// The connection; null while the office cannot be reached.
-    Office* Reached() noexcept { return m_office.get(); }
+    /// The connection, made now if there is none yet; null while the office cannot be reached, which raises
+    /// nothing. Raises `Error` for everything else that is wrong: no such office, a newer one, no right to
+    /// read.
+    Office* Reached();
     /// Tries again when there is no connection, or when the one there was has broken. Whether there is one
-    /// now.
+    /// now. Raises as `Reached`.
     bool Reach();
+    /// Whether the office could be reached when it was last tried. Asks nobody.
+    bool IsReached() const noexcept { return m_isReached; }
     /// Why it was not reached, in words; empty when it was.
     const CString& Fault() const noexcept { return m_fault; }
     /// To be called when something has raised `UnreachableError`: gives up the connection.
     void Lose(const UnreachableError& error);
+    /// Takes over what an inquiry of somebody else's has come to: an answer, or why there was none (in
+    /// words). The connection stays for whoever is using it.
+    void Believe(const CString& fault);
+    /// `action` is called when `IsReached` or `IsBehind` has become another one; empty for nothing any more.
+    void OnChange(std::function<void()> action) { m_onChange = std::move(action); }
 
     OfficeMemory& Memory() noexcept { return m_memory; }
+    /// As `OfficeMemory::RememberBase`, for what is found out by looking: a project that cannot be written
+    /// now is looked at all the same, and the same will be found out again.
+    void NoteBase(const CString& configuration, const VersionMark& version);
 
     /// What others know the project by, such as beside what it publishes: the name of its folder and the
     /// machine on which it lies.
     const CString& ProjectName() const noexcept { return m_projectName; }
     /// By what the office tells the project from others, see `ProjectDatabase::Id`. Raises `Error`.
     const CString& ProjectId();
+    /// By what the office tells it from others: its whole path and the machine.
+    CString Place() const { return m_use.project; }
+    /// Tells the office what the project uses from now on. An office that cannot be told is told when the
+    /// project is opened the next time.
+    void TellUse(const CString& specialty, const std::map<LibraryRole, CString>& libraries);
 
     /// Brings the local copy of the catalogue to the office's state, in one transaction, when it is another
-    /// one. Does nothing while the office cannot be reached. Whether the copy has changed. Raises `Error`.
+    /// one. Does nothing while the office cannot be reached. Whether the copy has changed. A copy of this
+    /// office that cannot be written now stays as it is, and `IsBehind`. Raises `Error`.
     bool BringUpToDate(Database& copy);
-    /// The same in a write transaction of the caller's, who commits it.
+    /// The same in a write transaction of the caller's, who commits it; raises whatever goes wrong.
     bool BringUpToDateWithin(Database& copy);
+    /// Whether the copy is known to be older than the office's state, and could not be brought up to date.
+    bool IsBehind() const noexcept { return !m_behind.isEmpty(); }
     /// Raises `Error` when a database is no copy of this office's catalogue.
     void RequireCopy(Database& copy);
 
     /// For status bar and command line, without final mark: "办公室“NAME”", or with the time of the last
-    /// state and the reason where it was not reached.
+    /// state and the reason where it was not reached or the copy is behind.
     CString InWords();
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     /// The office's state, with rows unless `held` is that state; nothing while the office cannot be reached.
     struct Present
     {
@@ -63,16 +92,36 @@ private:
         CatalogueRows rows;
     };
     std::optional<Present> Read(const std::optional<CopiedState>& held);
+    bool Write(Database& copy, const std::optional<CopiedState>& held, const Present& present);
     /// Notes that the copy holds the office's present state.
     void Confirm(qint64 revision);
 
+    void Ask();
+    /// Waits for the answer to what this has begun to ask: the revision. Nothing when this has not, and while
+    /// the office cannot be reached. Raises as `Reached`.
+    std::optional<qint64> Settle();
+    void Connect();
+    /// Whether the office has not been heard of for so long that it may be gone.
+    bool IsStale() const { return Clock::now() - m_heard > StaleTime; }
+    void SetState(bool isReached, const CString& fault);
+    void SetBehind(const CString& reason);
+
+    static constexpr std::chrono::seconds StaleTime{5};
+
     CString m_name;
     CString m_projectName;
+    ProjectUse m_use;
     CString m_projectFile;
     CString m_projectId; ///< empty until it was asked for
     OfficeMemory m_memory;
-    std::unique_ptr<Office> m_office;
+    std::unique_ptr<OfficeInquiry> m_inquiry; ///< not settled yet
+    std::unique_ptr<OfficeInquiry> m_telling; ///< asks nothing
+    bool m_isReached = false;
     CString m_fault;
+    CString m_behind; ///< why the copy could not be brought up to date
+    Clock::time_point m_heard{};
+    std::function<void()> m_onChange;
+    std::unique_ptr<Office> m_office;
 };
 
 } // namespace embedded

@@ -132,6 +132,20 @@ bool Libraries::IsInQdk(const CString& number)
     return m_bills.contains(number);
 }
 
+QSet<CString> Libraries::BillNumbersOf(const CString& library) const
+{
+    if (library.compare(InUse(LibraryRole::Bill).name.code, Qt::CaseInsensitive) == 0)
+        return {m_bills.keyBegin(), m_bills.keyEnd()};
+    QSet<CString> numbers;
+    for (const Library& other : m_shelf.libraries) {
+        if (other.role != LibraryRole::Bill || other.name.code.compare(library, Qt::CaseInsensitive) != 0)
+            continue;
+        for (const CString& number : ReadBillNumbers(m_catalogue, other))
+            numbers.insert(number);
+    }
+    return numbers;
+}
+
 void Libraries::GetEnCodeRule(int& length, int& suffixLength)
 {
     length = InUse(LibraryRole::Bill).codeLength;

@@ -8,6 +8,8 @@
 #include "embedded/data/project/RuleNumbers.h"
 #include "host/Roles.h"
 
+#include <QtCore/QSet>
+
 #include <map>
 
 namespace embedded {
@@ -49,6 +51,8 @@ public:
     void ForgetProposedNumbers();
 
     CArray<LibraryName> Of(LibraryRole role) const { return NamesOf(m_shelf.libraries, role); }
+    /// See `EmbeddedHost::BillNumbersOf`.
+    QSet<CString> BillNumbersOf(const CString& library) const;
     const Library& InUse(LibraryRole role) const { return m_shelf.inUse.at(role); }
     /// What the bill library and the quota library of the mode hold. Another mode or library makes it
     /// something else; the object stays.

@@ -81,6 +81,12 @@ CString SchemaText(const OfficeStatus& status)
     return text;
 }
 
+/// Why what is in the office was not looked at.
+CString NotSeen(const OfficeStatus& status)
+{
+    return status.right == OfficeRight::None ? u"没有看：用户没有权限"_s : u"没有看：要用新版程序"_s;
+}
+
 CString ToText(const OfficeStatus& status)
 {
     TextTable table;
@@ -89,9 +95,13 @@ CString ToText(const OfficeStatus& status)
     table.AddRow({u"用户"_s, status.user});
     table.AddRow({u"权限"_s, embedded::RightWord(status.right)});
     table.AddRow({u"结构版本"_s, SchemaText(status)});
-    if (status.schema > 0) {
-        table.AddRow({u"配置"_s, CString::number(status.configurations)});
-        table.AddRow({u"库"_s, CString::number(status.libraries)});
+    if (status.contents) {
+        table.AddRow({u"配置"_s, CString::number(status.contents->configurations)});
+        table.AddRow({u"库"_s, CString::number(status.contents->libraries)});
+    } else if (status.schema > 0) {
+        const CString notSeen = NotSeen(status);
+        table.AddRow({u"配置"_s, notSeen});
+        table.AddRow({u"库"_s, notSeen});
     }
     return table.ToText(0);
 }
@@ -107,9 +117,11 @@ CString ToJson(const OfficeStatus& status)
     json.Key(u"encrypted").Bool(status.isEncrypted);
     json.Key(u"schema").Number(status.schema);
     json.Key(u"knownSchema").Number(status.knownSchema);
-    json.Key(u"revision").Number(status.revision);
-    json.Key(u"configurations").Number(status.configurations);
-    json.Key(u"libraries").Number(status.libraries);
+    if (status.contents) {
+        json.Key(u"revision").Number(status.contents->revision);
+        json.Key(u"configurations").Number(status.contents->configurations);
+        json.Key(u"libraries").Number(status.contents->libraries);
+    }
     json.EndObject();
     return json.Result();
 }

@@ -25,6 +25,12 @@ protected:
         project.Temp().WriteFile(u"in.csv"_s, text.toUtf8());
         return embedded::Import(project.Folder(), kind, project.Temp().Native(u"in.csv"_s), options);
     }
+    /// The table of libraries without one.
+    CString WithoutLibrary(const CString& code) const
+    {
+        return embedded::ExportText(m_project.Folder(), TableKind::Libraries)
+            .remove(QRegularExpression(u"[^\\n]*%1[^\\n]*\\n"_s.arg(code)));
+    }
     static bool HasBill(const TestProject& project, const CString& number)
     {
         return EmbeddedHost(project.Folder()).Roles().libraries->IsInQdk(number);
@@ -103,19 +109,86 @@ TEST_F(OfficeImport, ExportIsOfTheOfficesPresentState)
     EXPECT_TRUE(embedded::ExportText(m_project.Folder(), TableKind::Bill).contains(u"031001001,改名"_s));
 }
 
-TEST_F(OfficeImport, LibraryInUseHereStaysWhileOtherProjectsAreToldByThemselves)
+// As a local import keeps what its own project uses.
+TEST_F(OfficeImport, LibraryThatAnotherProjectUsesStaysUntilAKeeperForgetsThatProject)
 {
     AddLibrary(u"NEU-1"_s);
     const TestProject other;
     auto options = On(Administrator());
     options.billLibrary = u"NEU-1"_s;
     other.Create(options);
-    const CString all = embedded::ExportText(m_project.Folder(), TableKind::Libraries);
-    const CString without = CString(all).remove(QRegularExpression(u"[^\\n]*NEU-1[^\\n]*\\n"_s));
-    const ImportReport refused = Import(other, TableKind::Libraries, without, {.replace = true});
-    EXPECT_FALSE(refused.stored);
+    EmbeddedHost(other.Folder()).Roles();
+    EmbeddedHost(m_project.Folder()).Roles();
+    const CString without = WithoutLibrary(u"NEU-1"_s);
+    EXPECT_FALSE(Import(other, TableKind::Libraries, without, {.replace = true}).stored);
+    for (const bool isTrial : {true, false}) {
+        const ImportReport refused =
+            Import(m_project, TableKind::Libraries, without, {.replace = true, .isTrial = isTrial});
+        EXPECT_FALSE(refused.stored);
+        ASSERT_EQ(refused.refused.size(), 1);
+        const CString reason = refused.refused[0].reason;
+        EXPECT_TRUE(reason.contains(other.Folder()) && reason.contains(u"NEU-1"_s)) << reason.toStdString();
+    }
+    m_database.AddUser(u"keeper"_s, u"keeper"_s);
+    EXPECT_EQ(m_database
+                  .Psql(u"keeper"_s, u"SELECT count(*) FROM ktqdde.projects WHERE "
+                                     "libraries ->> 'qd' = 'NEU-1' AND ktqdde.forget_project(project)"_s)
+                  .rows,
+              u"1\n"_s);
     EXPECT_TRUE(Import(m_project, TableKind::Libraries, without, {.replace = true}).stored);
     EXPECT_TRUE(ErrorOf([&] { EmbeddedHost host(other.Folder()); }).contains(u"NEU-1"_s));
+}
+
+TEST_F(OfficeImport, LibraryThatAnotherProjectUsesNoMoreMayGo)
+{
+    AddLibrary(u"NEU-1"_s);
+    const TestProject other;
+    auto options = On(Administrator());
+    options.billLibrary = u"NEU-1"_s;
+    other.Create(options);
+    {
+        EmbeddedHost host(other.Folder());
+        host.SetLibrary(embedded::LibraryRole::Bill, u"GB50856-2013"_s);
+    }
+    EXPECT_EQ(Ask(u"SELECT count(*) FROM projects WHERE libraries ->> 'qd' = 'NEU-1'"_s), u"0"_s);
+    const CString without = WithoutLibrary(u"NEU-1"_s);
+    EXPECT_TRUE(Import(m_project, TableKind::Libraries, without, {.replace = true}).stored);
+}
+
+TEST_F(OfficeImport, SpecialtyInWhichAnotherProjectWorksStays)
+{
+    const TestProject other;
+    auto options = On(Administrator());
+    options.spec = u"电气"_s;
+    other.Create(options);
+    EmbeddedHost(other.Folder()).Roles();
+    const CString all = embedded::ExportText(m_project.Folder(), TableKind::Catalogue);
+    const CString without = CString(all).remove(QRegularExpression(u"[^\\n]*电气[^\\n]*\\n"_s));
+    ASSERT_NE(without, all);
+    const ImportReport refused = Import(m_project, TableKind::Catalogue, without, {.replace = true});
+    EXPECT_FALSE(refused.stored);
+    ASSERT_FALSE(refused.refused.isEmpty());
+    EXPECT_TRUE(refused.refused.last().reason.contains(other.Folder()))
+        << refused.refused.last().reason.toStdString();
+}
+
+// A keeper at the server's own client knows nothing of the programs' agreement.
+TEST_F(OfficeImport, NobodyWritesBetweenItsReadingAndItsEnd)
+{
+    m_project.Temp().WriteFile(u"in.csv"_s, ::Bill.toUtf8());
+    m_database.AddUser(u"keeper"_s, u"keeper"_s);
+    const QString change = u"SET LOCAL lock_timeout = '100ms'; "
+                           "UPDATE ktqdde.bill_items SET name = '改名' WHERE number = '031001001'"_s;
+    int refusals = 0;
+    const ImportReport report = embedded::Import(
+        m_project.Folder(), TableKind::Bill, m_project.Temp().Native(u"in.csv"_s), {}, [&](int) {
+            refusals += m_database.Psql(u"keeper"_s, change).isDone ? 0 : 1;
+            return true;
+        });
+    EXPECT_TRUE(report.stored);
+    EXPECT_GT(refusals, 0);
+    EXPECT_EQ(Ask(u"SELECT count(*) FROM bill_items WHERE name = '改名'"_s), u"0"_s);
+    EXPECT_TRUE(m_database.Psql(u"keeper"_s, change).isDone);
 }
 
 TEST_F(OfficeImport, RecordsOnlyTheRowsThatHaveChanged)

@@ -140,7 +140,7 @@ TEST(OfficeCreation, OfManyProgramsThatCreateAtOnceExactlyOneDoes)
     }
     EXPECT_EQ(created, 1U);
     EXPECT_EQ(told, Programs - 1);
-    EXPECT_EQ(Office::Status(Administrator()).libraries,
+    EXPECT_EQ(Office::Status(Administrator()).contents.value().libraries,
               embedded::DataFile::Shipped(u"libraries"_s).rows.size());
 }
 
@@ -322,6 +322,32 @@ TEST(OfficeUpgrade, StepThatFailsLeavesTheFormerState)
     EXPECT_EQ(test.Ask(u"SELECT to_regclass('ktqdde.remarks')"_s), QString());
 }
 
+TEST(OfficeUpgrade, DatabaseThatHasGotAnotherNameIsRefusedWithWhatMendsIt)
+{
+    TestOffice test;
+    const QString former = test.Name();
+    const QString name = test::NewDatabaseName();
+    const auto rename = [](const QString& from, const QString& to) {
+        test::SharedServer().Ask(u"template1"_s, u"ALTER DATABASE \"%1\" RENAME TO \"%2\""_s.arg(from, to));
+    };
+    rename(former, name);
+    test.Services().Add(u"moved"_s, test::SharedServer(), name, test.User(Administrator()));
+    const CArray<embedded::OfficeStep> steps{
+        [](Database& office) { office.Execute(u"SELECT allow('editor', 'INSERT ON cell_data')"_s); }};
+    const auto upgrade = [&] {
+        Database database(embedded::ServiceOf(u"moved"_s));
+        embedded::UpgradeOfficeSchema(database, steps);
+    };
+    const CString error = ErrorOf(upgrade);
+    EXPECT_TRUE(error.contains(u"改过名"_s)) << error.toStdString();
+    test::SharedServer().Ask(name, error.mid(error.indexOf(u"ALTER ROLE"_s)));
+    EXPECT_EQ(ErrorOf(upgrade), u"no error"_s);
+    for (const QString& right : {u"reader"_s, u"editor"_s, u"keeper"_s})
+        test::SharedServer().Ask(name,
+                                 u"ALTER ROLE \"%1_%3\" RENAME TO \"%2_%3\""_s.arg(name, former, right));
+    rename(name, former);
+}
+
 TEST(OfficeUpgrade, NobodyButTheOwnerUpgrades)
 {
     const TestOffice test;
@@ -349,9 +375,10 @@ TEST(OfficeStatusTest, TellsAllOfAnOffice)
     EXPECT_FALSE(status.isEncrypted);
     EXPECT_EQ(status.schema, Office::SchemaVersion);
     EXPECT_EQ(status.knownSchema, Office::SchemaVersion);
-    EXPECT_EQ(status.revision, office.CatalogueRevision());
-    EXPECT_EQ(status.configurations, 1);
-    EXPECT_EQ(status.libraries, embedded::DataFile::Shipped(u"libraries"_s).rows.size());
+    ASSERT_TRUE(status.contents.has_value());
+    EXPECT_EQ(status.contents->revision, office.CatalogueRevision());
+    EXPECT_EQ(status.contents->configurations, 1);
+    EXPECT_EQ(status.contents->libraries, embedded::DataFile::Shipped(u"libraries"_s).rows.size());
 }
 
 TEST(OfficeStatusTest, WorksWhereNoOfficeWasCreated)
@@ -370,6 +397,7 @@ TEST(OfficeStatusTest, UserWithoutARoleIsToldSo)
     const OfficeStatus status = Office::Status(TestOffice::Stranger());
     EXPECT_EQ(status.right, OfficeRight::None);
     EXPECT_EQ(status.schema, Office::SchemaVersion);
+    EXPECT_FALSE(status.contents.has_value()) << "what was not looked at is not told as none";
 }
 
 TEST(OfficeStatusTest, TellsAddressAndEncryptionOfAServer)

@@ -186,7 +186,8 @@ protected:
 };
 
 /// What editors call.
-const QStringList EditorFunctions{u"publish"_s, u"claim_numbers"_s, u"keep_number"_s, u"release_claims"_s};
+const QStringList EditorFunctions{u"publish"_s, u"claim_numbers"_s, u"keep_number"_s, u"release_claims"_s,
+                                  u"note_project"_s};
 
 } // namespace
 
@@ -246,8 +247,9 @@ TEST_F(Rights, EditorFindsNoDetour)
 TEST_F(Rights, KeeperChangesRowsOfTheCatalogueAndNothingElse)
 {
     const CStringArray catalogue = embedded::CatalogueTables() + CStringArray{u"given_ids"_s};
-    QStringList refused = FunctionUses(EditorFunctions + CStringArray{u"set_removed"_s}) +
-                          Detours(TestOffice::Keeper()) + RolesAbove(TestOffice::Keeper());
+    QStringList refused =
+        FunctionUses(EditorFunctions + CStringArray{u"set_removed"_s, u"forget_project"_s}) +
+        Detours(TestOffice::Keeper()) + RolesAbove(TestOffice::Keeper());
     for (const QString& table : Tables())
         refused += TableChanges(table) + (catalogue.contains(table) ? QStringList() : RowChanges(table));
     ExpectRefused(TestOffice::Keeper(), refused);
