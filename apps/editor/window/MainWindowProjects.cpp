@@ -5,6 +5,7 @@
 #include "editor/docks/takeoff/TakeoffHits.h"
 #include "editor/files/DiskWatch.h"
 #include "editor/files/OpenMark.h"
+#include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
@@ -13,6 +14,7 @@
 #include "editor/workbench/Workbench.h"
 #include "embedded/data/engine/Service.h"
 #include "embedded/data/office/Office.h"
+#include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "sample/SampleProject.h"
 
@@ -142,6 +144,8 @@ bool MainWindow::Open(const QString& nativeFolder)
     ExamineRuleFiles();
     OpenRules(m_project->CurrentRuleFile());
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+    const CString note = embedded::CurrentConfiguration(m_project->Host().ProjectPath()).CutNote();
+    if (!note.isEmpty()) ShowWarning(note);
     return true;
 }
 
