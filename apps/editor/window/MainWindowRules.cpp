@@ -58,8 +58,16 @@ void MainWindow::ShowTitle()
 
 void MainWindow::OpenRules(const CString& ruleFile)
 {
-    const BusyCursor busy;
+    ReopenRules(ruleFile);
+    if (m_session.IsOpen() || Steps().KeepFirst(ruleFile) != StepEnd::Done) return;
+    ExamineRuleFiles();
+    ReopenRules(ruleFile);
+}
+
+void MainWindow::ReopenRules(const CString& ruleFile)
+{
     try {
+        const BusyCursor busy;
         m_session.Open(ruleFile);
         m_workbench->ShowNotice({});
     } catch (const std::runtime_error& error) {
@@ -102,12 +110,12 @@ bool MainWindow::FollowFiles(const CString& formerCurrent)
 {
     const CString current = m_project->CurrentRuleFile();
     if (current != formerCurrent || !m_session.IsOpen()) {
-        OpenRules(current);
+        ReopenRules(current);
         return false;
     }
     const CString open = m_session.File().Path();
     if (m_session.TakeOver()) return true;
-    if (!m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+    if (!m_session.IsChanged()) ReopenRules(open); // which says why it cannot be read
     return false;
 }
 
