@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -173,6 +174,20 @@ QSet<QString> TextsOfWindows()
     QSet<QString> texts;
     ForEachLiteral([&](const SourceLiteral& literal) { texts.insert(AsSeen(literal.text)); });
     return texts;
+}
+
+QSet<QString> WarningsOfWindows()
+{
+    // A fault of a file name comes up as a warning of the save-as dialog.
+    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s};
+    QSet<QString> warnings;
+    ForEachLiteral([&](const SourceLiteral& literal) {
+        const bool warns = std::any_of(warners.begin(), warners.end(), [&](const QString& warner) {
+            return literal.around.contains(warner);
+        });
+        if (warns || literal.text.endsWith(u'!')) warnings.insert(AsSeen(literal.text));
+    });
+    return warnings;
 }
 
 QSet<QString> MessagesOfWindows()
