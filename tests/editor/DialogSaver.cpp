@@ -117,6 +117,18 @@ std::optional<std::vector<rules::Side>> RaiseOnConflicts(const std::vector<rules
     throw std::runtime_error("a conflict");
 }
 
+/// A rule that nobody else makes: two that both sides of a merge have added alike would become one.
+rules::Rule RuleOfRun(int run)
+{
+    rules::Condition condition;
+    condition.attribute = u"材质"_s;
+    condition.equalOperator = u"＝"_s;
+    condition.value = u"工作台 %1"_s.arg(run);
+    rules::Rule rule;
+    rule.conditions.push_back(condition);
+    return rule;
+}
+
 void SaveInDialog(editor::Project& project, int count)
 {
     editor::ModuleSteps steps(nullptr, project);
@@ -132,7 +144,7 @@ void SaveInWorkbench(editor::Project& project, int count, const CString& categor
     editor::DraftFile file(project, project.CurrentRuleFile());
     rules::Draft draft(file.Rules(), file.Rules());
     for (int run = 0; run < count; ++run) {
-        draft.Apply(rules::InsertRules(draft, category, 0, {rules::Rule()}, {}));
+        draft.Apply(rules::InsertRules(draft, category, 0, {RuleOfRun(run)}, {}));
         const auto end = file.Save(draft.Wanted(), &RaiseOnConflicts);
         if (end == editor::DraftFile::SaveEnd::Cancelled) throw std::runtime_error("the save was refused");
         draft = rules::Draft(file.Rules(), file.Rules());
