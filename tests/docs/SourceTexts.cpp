@@ -178,8 +178,8 @@ QSet<QString> TextsOfWindows()
 
 QSet<QString> WarningsOfWindows()
 {
-    // A fault of a file name comes up as a warning of the save-as dialog.
-    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s};
+    // The faults of a file name and of a chosen cloud folder come up as warnings of their dialogs.
+    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s, u"Choose"_s};
     QSet<QString> warnings;
     ForEachLiteral([&](const SourceLiteral& literal) {
         const bool warns = std::any_of(warners.begin(), warners.end(), [&](const QString& warner) {
