@@ -8,6 +8,7 @@
 #include "cli/commands/HistoryCommand.h"
 #include "cli/commands/ImportCommand.h"
 #include "cli/commands/InitCommand.h"
+#include "cli/commands/KeepFirstCommand.h"
 #include "cli/commands/LibraryCommand.h"
 #include "cli/commands/LoadCommand.h"
 #include "cli/commands/NewCommand.h"
@@ -48,6 +49,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands()
     commands.push_back(std::make_unique<SaveAsCommand>());
     commands.push_back(std::make_unique<RefreshCommand>());
     commands.push_back(std::make_unique<AttrConfigCommand>());
+    commands.push_back(std::make_unique<KeepFirstCommand>());
     commands.push_back(std::make_unique<WriteHeadCommand>());
     commands.push_back(std::make_unique<UnwrapCommand>());
     commands.push_back(std::make_unique<HistoryCommand>());

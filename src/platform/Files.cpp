@@ -30,14 +30,26 @@ bool Open(QFile& file, const CString& path, QIODevice::OpenMode mode, CString& r
     return false;
 }
 
+FileKind KindOfNative(const QString& path)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) return FileKind::Missing;
+    if (info.isDir()) return FileKind::Folder;
+    return info.isFile() ? FileKind::File : FileKind::Other;
+}
+
 class RealOutputFile : public OutputFile
 {
 public:
     explicit RealOutputFile(const CString& path) : m_path(path)
     {
+        m_file.setFileName(ToNative(path));
         CString reason;
         // Reading too is what keeps the old bytes: opened for writing alone, the file would be emptied.
-        if (!Open(m_file, path, QIODevice::ReadWrite, reason)) throw FileError(path, reason);
+        const bool isOpen = KindOfNative(m_file.fileName()) == FileKind::Other
+                                ? native::OpenStream(m_file, reason)
+                                : Open(m_file, path, QIODevice::ReadWrite, reason);
+        if (!isOpen) throw FileError(path, reason);
     }
 
     qint64 Size() const override { return m_file.size(); }
@@ -84,14 +96,6 @@ private:
     CString m_path;
     QFile m_file;
 };
-
-FileKind KindOfNative(const QString& path)
-{
-    const QFileInfo info(path);
-    if (!info.exists()) return FileKind::Missing;
-    if (info.isDir()) return FileKind::Folder;
-    return info.isFile() ? FileKind::File : FileKind::Other;
-}
 
 class RealInputFile : public InputFile
 {

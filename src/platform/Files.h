@@ -100,7 +100,8 @@ public:
     /// folder, and pipes and devices, which have no end to rely on. Never gives null. A file system that has
     /// no such reading of its own serves it from what `Read` gives.
     virtual std::unique_ptr<InputFile> OpenForReading(const CString& path);
-    /// Opens a file for writing in place, creating it when it is missing. Raises `FileError`. Never gives
+    /// Opens a file for writing in place, creating it when it is missing. Pipes and devices are opened for
+    /// writing alone; a pipe that nobody reads is refused, not waited for. Raises `FileError`. Never gives
     /// null.
     virtual std::unique_ptr<OutputFile> OpenForWriting(const CString& path) = 0;
     /// Removes a file. False when it could not be removed.

@@ -10,6 +10,11 @@
 /// it.
 namespace platform::native {
 
+/// Opens a pipe or a device for writing alone, without waiting for a reader: one that could be read here,
+/// too, would have this process for a reader, and never tell that the other one has gone. `file` has its
+/// name. False, with a reason, also for a pipe that nobody reads.
+bool OpenStream(QFile& file, QString& reason);
+
 /// Reserves room for `size` bytes of an open file without changing its length. False, with a reason, when
 /// there is no room; true when there is or when the file system cannot tell.
 bool Reserve(QFile& file, qint64 size, QString& reason);

@@ -22,6 +22,8 @@
 #include <sys/xattr.h>
 #endif
 
+using namespace Qt::StringLiterals;
+
 namespace platform::native {
 
 namespace {
@@ -91,6 +93,26 @@ bool MeansNoRoom(int error)
 }
 
 } // namespace
+
+bool OpenStream(QFile& file, QString& reason)
+{
+    const QByteArray name = QFile::encodeName(file.fileName());
+    const int stream = open(name.constData(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (stream < 0) {
+        const int error = errno;
+        struct stat found = {};
+        const bool isPipe = stat(name.constData(), &found) == 0 && S_ISFIFO(found.st_mode);
+        reason = error == ENXIO && isPipe ? u"没有程序在读这个管道"_s
+                                          : QString::fromLocal8Bit(std::strerror(error));
+        return false;
+    }
+    fcntl(stream, F_SETFL, fcntl(stream, F_GETFL) & ~O_NONBLOCK); // writing waits for the reader
+    if (file.open(stream, QIODevice::WriteOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle))
+        return true;
+    reason = file.errorString();
+    close(stream);
+    return false;
+}
 
 bool Reserve(QFile& file, qint64 size, QString& reason)
 {

@@ -61,6 +61,13 @@ int EncodeInto(UINT codePage, const QString& text, char* out, int size)
 
 } // namespace
 
+bool OpenStream(QFile& file, QString& reason)
+{
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return true;
+    reason = file.errorString();
+    return false;
+}
+
 bool Reserve(QFile& file, qint64 size, QString& reason)
 {
     // An allocation below the file's length would cut the file.

@@ -122,6 +122,14 @@ protected:
                      {m_cli.Folder().Native(u"project"_s), QString::number(Edits)});
     }
 
+    /// Adds as many by the workbench's saves of a draft.
+    Process StartWorkbench(const Specialty& specialty) const
+    {
+        const QString category = QString::fromUtf8(specialty.category).replace(u"\\\\"_s, u"\\"_s);
+        return Start(QStringLiteral(KTQDDE_DIALOG_SAVER),
+                     {m_cli.Folder().Native(u"project"_s), QString::number(Edits), category});
+    }
+
     /// Runs the programs that `start` starts, again and again from the same file, and lets `check` look.
     template <typename Start, typename Check>
     void Repeat(const Start& start, const Check& check)
@@ -190,6 +198,42 @@ TEST_F(TwoPrograms, TheDialogAndTwoBatchesLoseNothing)
             EXPECT_EQ(processes[0]->exitCode(), 0) << processes[0]->readAllStandardError().toStdString();
             EXPECT_EQ(RulesOf(file, Water), 1 + Edits);
             EXPECT_EQ(RulesOf(file, Power), std::accumulate(processes.begin() + 1, processes.end(), 1, Sum));
+        });
+}
+
+TEST_F(TwoPrograms, TheWorkbenchAndTwoBatchesLoseNothing)
+{
+    Repeat(
+        [&] {
+            std::vector<Process> processes;
+            processes.push_back(StartWorkbench(Water));
+            processes.push_back(StartBatch(Power));
+            processes.push_back(StartBatch(Power));
+            return processes;
+        },
+        [&](const std::vector<Process>& processes, const QByteArray& file) {
+            EXPECT_EQ(processes[0]->exitCode(), 0) << processes[0]->readAllStandardError().toStdString();
+            EXPECT_EQ(RulesOf(file, Water), 1 + Edits);
+            EXPECT_EQ(RulesOf(file, Power), std::accumulate(processes.begin() + 1, processes.end(), 1, Sum));
+        });
+}
+
+TEST_F(TwoPrograms, TheDialogAndTheWorkbenchAndABatchLoseNothing)
+{
+    Repeat(
+        [&] {
+            std::vector<Process> processes;
+            processes.push_back(StartDialog());
+            processes.push_back(StartWorkbench(Power)); // merges what the batch has saved there
+            processes.push_back(StartBatch(Power));
+            return processes;
+        },
+        [&](const std::vector<Process>& processes, const QByteArray& file) {
+            for (std::size_t editor = 0; editor < 2; ++editor)
+                EXPECT_EQ(processes[editor]->exitCode(), 0)
+                    << processes[editor]->readAllStandardError().toStdString();
+            EXPECT_EQ(RulesOf(file, Water), 1 + Edits);
+            EXPECT_EQ(RulesOf(file, Power), Sum(1 + Edits, processes[2]));
         });
 }
 
@@ -272,6 +316,22 @@ TEST_F(BatchUnderWay, FileThatBreaksMeanwhileIsNotTakenForAnEmptyOne)
     EXPECT_TRUE(answer.contains(u"规则文件读不了"_s)) << answer.toStdString();
     EXPECT_FALSE(Ask("{\"op\":\"SaveAs\",\"file\":\"./mine.xml\"}\n").contains(u"\"ok\":true"_s));
     EXPECT_EQ(Content(), broken);
+}
+
+TEST_F(BatchUnderWay, FileThatBreaksMeanwhileIsNotSavedOverOnTheWayToAnotherOne)
+{
+    m_cli.Folder().WriteFile(u"other.xml"_s, m_first);
+    Ask(AddRule(Water));
+    const QByteArray broken = m_first.left(m_first.size() - 20);
+    m_cli.Folder().WriteFile(Cli::RuleFile(), broken);
+    for (const QByteArray line : {"{\"op\":\"ReLoad\",\"file\":\"./other.xml\"}\n",
+                                  "{\"op\":\"NewFile\",\"file\":\"./new.xml\"}\n"}) {
+        const QString answer = Ask(line);
+        EXPECT_TRUE(answer.contains(u"\"ok\":false"_s)) << answer.toStdString();
+        EXPECT_TRUE(answer.contains(u"规则文件读不了"_s)) << answer.toStdString();
+        EXPECT_EQ(Content(), broken);
+    }
+    EXPECT_FALSE(m_cli.Folder().Exists(u"new.xml"_s));
 }
 
 TEST_F(BatchUnderWay, AfterItsOwnSavesAndLoadsItGoesOnSaving)

@@ -12,10 +12,10 @@ namespace {
 
 QStringList Verbs()
 {
-    return {u"demo"_s,    u"init"_s,        u"show"_s,       u"try"_s,    u"apply"_s,
-            u"catalog"_s, u"batch"_s,       u"new"_s,        u"load"_s,   u"save-as"_s,
-            u"refresh"_s, u"attr-config"_s, u"write-head"_s, u"unwrap"_s, u"history"_s,
-            u"library"_s, u"import"_s,      u"export"_s,     u"check"_s,  u"where"_s};
+    return {u"demo"_s,       u"init"_s,   u"show"_s,      u"try"_s,     u"apply"_s,   u"catalog"_s,
+            u"batch"_s,      u"new"_s,    u"load"_s,      u"save-as"_s, u"refresh"_s, u"attr-config"_s,
+            u"write-head"_s, u"unwrap"_s, u"history"_s,   u"library"_s, u"import"_s,  u"export"_s,
+            u"check"_s,      u"where"_s,  u"keep-first"_s};
 }
 
 void ExpectUsageError(const test::Outcome& outcome, const QString& usage)

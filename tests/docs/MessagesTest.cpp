@@ -64,6 +64,22 @@ TEST(Manual, QuotesOnlyWhatTheProgramsShow)
             << quote.value().toStdString() << ": " << quote.key().toStdString();
 }
 
+TEST(Manual, QuotesAnExclamationMarkOnlyBehindWarnings)
+{
+    const QSet<QString> warnings = test::WarningsOfWindows();
+    int marked = 0;
+    for (const QString& path : test::DocumentPaths()) {
+        if (!path.contains(u"manual.zh-CN")) continue;
+        for (const QString& quote : test::Document(path).Quotes()) {
+            if (!quote.trimmed().endsWith(u'!')) continue;
+            ++marked;
+            EXPECT_TRUE(warnings.contains(AsQuoted(quote)))
+                << path.toStdString() << ": " << quote.toStdString();
+        }
+    }
+    EXPECT_GE(marked, 15);
+}
+
 TEST(Manual, TellsOfEveryMessage)
 {
     const auto quotes = QuotesOfTheManual();

@@ -6,6 +6,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -173,6 +174,20 @@ QSet<QString> TextsOfWindows()
     QSet<QString> texts;
     ForEachLiteral([&](const SourceLiteral& literal) { texts.insert(AsSeen(literal.text)); });
     return texts;
+}
+
+QSet<QString> WarningsOfWindows()
+{
+    // The faults of a file name and of a chosen cloud folder come up as warnings of their dialogs.
+    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s, u"Choose"_s};
+    QSet<QString> warnings;
+    ForEachLiteral([&](const SourceLiteral& literal) {
+        const bool warns = std::any_of(warners.begin(), warners.end(), [&](const QString& warner) {
+            return literal.around.contains(warner);
+        });
+        if (warns || literal.text.endsWith(u'!')) warnings.insert(AsSeen(literal.text));
+    });
+    return warnings;
 }
 
 QSet<QString> MessagesOfWindows()

@@ -24,6 +24,9 @@ QString AsSeen(QString text);
 /// What the programs with windows can show, as seen: every literal of their sources.
 QSet<QString> TextsOfWindows();
 
+/// Of these, what a box shows with a "!" behind it: what is said by a warning, and what has the mark itself.
+QSet<QString> WarningsOfWindows();
+
 /// What can come up in a box, or in the place of a window that tells why something is refused. The reasons
 /// for which an import refuses a row are not among them: they tell themselves what to do.
 QSet<QString> MessagesOfWindows();

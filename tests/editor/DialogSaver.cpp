@@ -2,10 +2,15 @@
 // `dialog_saver PROJECT COUNT` opens the dialog COUNT times, adds a rule and closes it. Where the project has
 // a second rule file, each dialog then calls that and adds a rule there, too, so that it ends on the other
 // file. Prints "added" and "saved CONFIGURATION" as it goes.
+// `dialog_saver PROJECT COUNT CATEGORY` opens a draft of the current rule file as the workbench does, and
+// COUNT times adds a rule to the category and saves it. Prints "saved" or "merged" after each.
 #include "dialogs/AutoConfigIds.h"
 #include "editor/project/Project.h"
+#include "editor/session/DraftFile.h"
 #include "editor/window/ModuleSteps.h"
 #include "platform/Paths.h"
+#include "rules/draft/Draft.h"
+#include "rules/draft/RuleEdits.h"
 
 #include <QtCore/QTimer>
 #include <QtWidgets/QAbstractButton>
@@ -15,8 +20,10 @@
 
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
@@ -104,6 +111,47 @@ private:
     CString m_other;
 };
 
+/// Nobody else changes a rule that this program has made.
+std::optional<std::vector<rules::Side>> RaiseOnConflicts(const std::vector<rules::Conflict>&)
+{
+    throw std::runtime_error("a conflict");
+}
+
+/// A rule that nobody else makes: two that both sides of a merge have added alike would become one.
+rules::Rule RuleOfRun(int run)
+{
+    rules::Condition condition;
+    condition.attribute = u"材质"_s;
+    condition.equalOperator = u"＝"_s;
+    condition.value = u"工作台 %1"_s.arg(run);
+    rules::Rule rule;
+    rule.conditions.push_back(condition);
+    return rule;
+}
+
+void SaveInDialog(editor::Project& project, int count)
+{
+    editor::ModuleSteps steps(nullptr, project);
+    for (int run = 0; run < count; ++run) {
+        const User user(project);
+        if (steps.Configure() != editor::StepEnd::Done) throw std::runtime_error("the dialog was refused");
+        Tell(u"saved "_s + ConfigurationOf(project.CurrentRuleFile()));
+    }
+}
+
+void SaveInWorkbench(editor::Project& project, int count, const CString& category)
+{
+    editor::DraftFile file(project, project.CurrentRuleFile());
+    rules::Draft draft(file.Rules(), file.Rules());
+    for (int run = 0; run < count; ++run) {
+        draft.Apply(rules::InsertRules(draft, category, 0, {RuleOfRun(run)}, {}));
+        const auto end = file.Save(draft.Wanted(), &RaiseOnConflicts);
+        if (end == editor::DraftFile::SaveEnd::Cancelled) throw std::runtime_error("the save was refused");
+        draft = rules::Draft(file.Rules(), file.Rules());
+        Tell(end == editor::DraftFile::SaveEnd::Merged ? u"merged"_s : u"saved"_s);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -114,12 +162,11 @@ int main(int argc, char** argv)
     try {
         editor::Project project(arguments.value(1));
         project.BecomeHost(nullptr);
-        editor::ModuleSteps steps(nullptr, project);
-        for (int run = 0; run < arguments.value(2).toInt(); ++run) {
-            const User user(project);
-            if (steps.Configure() != editor::StepEnd::Done) return 1;
-            Tell(u"saved "_s + ConfigurationOf(project.CurrentRuleFile()));
-        }
+        const int count = arguments.value(2).toInt();
+        if (arguments.size() > 3)
+            SaveInWorkbench(project, count, arguments[3]);
+        else
+            SaveInDialog(project, count);
         return 0;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

@@ -11,7 +11,12 @@
 #include <filesystem>
 
 #if !defined(_WIN32)
+#include <csignal>
+#include <utility>
+
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 using namespace Qt::StringLiterals;
@@ -161,6 +166,77 @@ TEST(Replace, DeviceIsWrittenAndStaysADevice)
     EXPECT_NO_THROW(Files().Replace(u"\\dev\\null"_s, "x"));
     EXPECT_EQ(Files().KindOf(u"\\dev\\null"_s), FileKind::Other);
     EXPECT_FALSE(Files().FindFiles(u"\\dev"_s, u".part"_s).contains(u"null"_s));
+}
+
+/// A pipe in the file system, and the end of it that reads, as long as that is open.
+class Pipe : public ::testing::Test
+{
+protected:
+    Pipe()
+    {
+        EXPECT_EQ(mkfifo(m_name.constData(), 0600), 0);
+        std::signal(SIGPIPE, SIG_IGN); // as the programs do
+    }
+    ~Pipe() override
+    {
+        CloseReader();
+        std::signal(SIGPIPE, m_former);
+    }
+
+    void OpenReader()
+    {
+        m_reader = open(m_name.constData(), O_RDONLY | O_NONBLOCK);
+        EXPECT_GE(m_reader, 0);
+    }
+    void CloseReader()
+    {
+        if (m_reader >= 0) close(std::exchange(m_reader, -1));
+    }
+    QByteArray ReadAll() const
+    {
+        char bytes[100];
+        const auto count = read(m_reader, bytes, sizeof bytes);
+        return count > 0 ? QByteArray(bytes, count) : QByteArray();
+    }
+
+    test::TempFolder m_folder;
+    CString m_path = m_folder.Path(u"pipe"_s);
+    QByteArray m_name = QFile::encodeName(m_folder.Native(u"pipe"_s));
+    int m_reader = -1;
+
+private:
+    void (*m_former)(int) = std::signal(SIGPIPE, SIG_DFL);
+};
+
+TEST_F(Pipe, ThatNobodyReadsIsRefused)
+{
+    for (const bool inPlace : {true, false}) {
+        try {
+            inPlace ? Files().WriteInPlace(m_path, "x") : Files().Replace(m_path, "x");
+            ADD_FAILURE() << "nobody has got it";
+        } catch (const FileError& error) {
+            EXPECT_EQ(error.Reason(), u"没有程序在读这个管道"_s);
+        }
+    }
+    EXPECT_EQ(NamesIn(m_folder), CStringArray());
+}
+
+TEST_F(Pipe, GivesItsReaderWhatIsWritten)
+{
+    OpenReader();
+    Files().Replace(m_path, "all of it");
+    EXPECT_EQ(ReadAll(), "all of it");
+    Files().WriteInPlace(m_path, "and more");
+    EXPECT_EQ(ReadAll(), "and more");
+}
+
+TEST_F(Pipe, WhoseReaderHasGoneIsAnErrorAndNoWait)
+{
+    OpenReader();
+    const auto file = Files().OpenForWriting(m_path);
+    file->Write("taken");
+    CloseReader();
+    EXPECT_THROW(file->Write(QByteArray(1 << 20, 'x')), FileError); // more than a pipe holds
 }
 
 TEST(FileRead, DevicesAndPipesAreRefusedWithAReason)

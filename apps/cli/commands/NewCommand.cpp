@@ -9,6 +9,9 @@
 #include "platform/Paths.h"
 #include "store/RuleFile.h"
 
+#include <exception>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace cli {
@@ -41,6 +44,27 @@ void CheckCopy(const CString& path, bool taken)
     throw Refusal(failed);
 }
 
+/// What stood at the path before the module made a file there.
+class Former
+{
+public:
+    explicit Former(const CString& path)
+        : m_path(path), m_stood(platform::Files().Exists(path)), m_bytes(platform::Files().Read(path))
+    {
+    }
+
+    void PutBack() const
+    {
+        if (m_bytes) platform::Files().PutBack(m_path, *m_bytes);
+        if (!m_stood) platform::Files().Remove(m_path);
+    }
+
+private:
+    CString m_path;
+    bool m_stood;
+    std::optional<QByteArray> m_bytes;
+};
+
 } // namespace
 
 NewCommand::NewCommand() : Command(Describe()) {}
@@ -50,14 +74,16 @@ void NewCommand::Run(const Arguments& arguments) const
     NamedTarget target(arguments);
     const CString& path = target.Path();
     const CString former = target.Presenter().GetCurConfig();
+    const Former file(path);
     const bool taken = target.Presenter().NewFile(path);
     try {
         CheckCopy(path, taken);
-    } catch (const Refusal&) {
+        NoteOnCurrent(path);
+    } catch (const std::exception&) {
         if (taken) embedded::CurrentConfiguration(NvKtDataMng::CProj().GetPrjPath()).Use(former);
+        file.PutBack();
         throw;
     }
-    NoteOnCurrent(path);
     WriteText(u"已新建配置“%1”并设为当前配置：%2\n"_s.arg(target.Presenter().GetCurConfig(),
                                                           platform::ToNative(path)));
 }

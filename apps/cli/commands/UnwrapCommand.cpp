@@ -39,6 +39,7 @@ void UnwrapCommand::Run(const Arguments& arguments) const
     const store::WrappedFile file = ReadWrapped(ResolvePath(arguments.Positional()[0]));
     if (platform::Files().Exists(target) && !arguments.Has(u"force"_s))
         throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(target)));
+    if (platform::Files().KindOf(target) != platform::FileKind::Other) CheckReplaceable(target);
     const auto kept = KeepBeforeReplacing(arguments, target);
     platform::Files().WriteInPlace(target, file.content);
     WriteText(DescribeWrapped(file) + u"规则文件已写到：%1\n"_s.arg(platform::ToNative(target)));

@@ -9,6 +9,9 @@
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 #include "store/RuleFileHead.h"
+#include "store/WrappedFile.h"
+
+#include <QtCore/QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -29,17 +32,27 @@ CommandInfo Describe()
     return info;
 }
 
+QByteArray ReadOrRaise(const CString& path)
+{
+    CString reason;
+    const auto bytes = platform::Files().Read(path, &reason);
+    if (!bytes) throw platform::FileError(path, reason);
+    return *bytes;
+}
+
 /// The module passes over a head that it cannot write, and wraps the file without; and it removes the file in
 /// between, which write protection does not prevent.
 void WriteCheckedHead(const CString& path)
 {
     platform::FileSystem& files = platform::Files();
-    const QByteArray former = files.Read(path).value_or(QByteArray());
+    const QByteArray former = ReadOrRaise(path);
     files.OpenForWriting(path);
+    auto putBack = qScopeGuard([&] { files.PutBack(path, former); });
     CAutoQdDeConfigFacade::WriteHead(path);
-    if (store::HoldsHead(ReadWrapped(path))) return;
-    files.PutBack(path, former);
-    throw Refusal(u"文件头写不成，文件没有改动：%1"_s.arg(platform::ToNative(path)));
+    const auto wrapped = store::ParseWrapped(files.Read(path).value_or(QByteArray()));
+    if (!wrapped || !store::HoldsHead(*wrapped))
+        throw Refusal(u"文件头写不成，文件没有改动：%1"_s.arg(platform::ToNative(path)));
+    putBack.dismiss();
 }
 
 } // namespace

@@ -28,14 +28,15 @@ namespace {
 
 using embedded::CurrentConfiguration;
 
-/// `path` is that of the configuration's rule file. One that stands there has found room for its name.
+/// `path` is that of the configuration's rule file. One that stands there may have any name.
 void CheckName(const CString& name, const CString& path)
 {
+    if (CurrentConfiguration::CanNameFile(name) && platform::Files().Exists(path)) return;
     if (!CurrentConfiguration::IsPossibleName(name))
         throw Refusal(
             u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
                 name));
-    if (platform::IsTooLongFileName(platform::FileNameOf(path)) && !platform::Files().Exists(path))
+    if (platform::IsTooLongFileName(platform::FileNameOf(path)))
         throw Refusal(u"“%1”不能用作配置名：文件名连“.xml”在内最多 255 字节，一个汉字占 3 字节"_s.arg(name));
 }
 
@@ -137,7 +138,7 @@ void CheckRuleFileIfThere(const CString& path)
     if (state.kind == shared::RuleFileKind::Repeated)
         throw Refusal(
             RepeatedText(state) +
-            u"；保存以后读到的会是另一段。请在编辑器中打开它，由编辑器只留第一段，或者手工删去多余的段"_s);
+            u"；保存以后读到的会是另一段。用 ktqdde keep-first 只留第一段（先留一份历史副本），或者手工删去多余的段"_s);
     if (!state.IsSafe())
         throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), state.reason.ToString()));
 }

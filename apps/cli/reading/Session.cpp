@@ -2,7 +2,9 @@
 
 #include "cli/reading/Failure.h"
 #include "cli/reading/Offices.h"
+#include "embedded/data/project/CurrentConfiguration.h"
 #include "host/NvKtDataMng.h"
+#include "platform/Console.h"
 
 #include <QtCore/QtGlobal>
 
@@ -39,6 +41,8 @@ Session::Session(const QString& nativeFolder)
     : m_folder(nativeFolder), m_host(nativeFolder), m_installed(host::Install(m_host.Roles()))
 {
     TellIfWithoutOffice(m_host);
+    const CString note = embedded::CurrentConfiguration(m_host.ProjectPath()).CutNote();
+    if (!note.isEmpty()) platform::WriteErr(note + u'\n');
 }
 
 CString Session::Spec() const

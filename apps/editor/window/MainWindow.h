@@ -111,8 +111,10 @@ private:
     // Rules (MainWindowRules.cpp)
     Workbench* MakeWorkbench();
     /// Opens a rule file on the workbench, or shows there why it cannot be. Offers what a program that ended
-    /// in the middle has left of it.
+    /// in the middle has left of it, and to mend a file in which a specialty stands twice.
     void OpenRules(const CString& ruleFile);
+    /// The same without that last question, for what was not opened by the user's wish or was asked already.
+    void ReopenRules(const CString& ruleFile);
     /// The same where the user may want to save what is open first; false when he stays with that.
     bool SwitchRules(const CString& ruleFile);
     /// Brings onto the workbench what a step has written, or made the current configuration instead of

@@ -6,6 +6,7 @@
 #include "editor/files/DiskWatch.h"
 #include "editor/files/OpenMark.h"
 #include "editor/files/OtherPrograms.h"
+#include "editor/messages/Boxes.h"
 #include "editor/messages/Guard.h"
 #include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
@@ -15,6 +16,7 @@
 #include "editor/workbench/Workbench.h"
 #include "embedded/data/engine/Service.h"
 #include "embedded/data/office/Office.h"
+#include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "sample/SampleProject.h"
 
@@ -150,6 +152,8 @@ bool MainWindow::Open(const QString& nativeFolder)
     ExamineRuleFiles();
     OpenRules(m_project->CurrentRuleFile());
     Tell(u"已打开工程 %1"_s.arg(QDir::toNativeSeparators(m_project->Folder())));
+    const CString note = embedded::CurrentConfiguration(m_project->Host().ProjectPath()).CutNote();
+    if (!note.isEmpty()) ShowWarning(note);
     RunGuarded([this] { OfferDraftsWithoutFile(); }); // the project is open whatever comes of them
     return true;
 }

@@ -66,6 +66,14 @@ void MainWindow::TellJournalFault()
 
 void MainWindow::OpenRules(const CString& ruleFile)
 {
+    ReopenRules(ruleFile);
+    if (m_session.IsOpen() || Steps().KeepFirst(ruleFile) != StepEnd::Done) return;
+    ExamineRuleFiles();
+    ReopenRules(ruleFile);
+}
+
+void MainWindow::ReopenRules(const CString& ruleFile)
+{
     try {
         const BusyCursor busy; // not over what is asked afterwards
         m_session.Open(ruleFile);
@@ -150,12 +158,12 @@ bool MainWindow::FollowFiles(const CString& formerCurrent)
 {
     const CString current = m_project->CurrentRuleFile();
     if (current != formerCurrent || !m_session.IsOpen()) {
-        OpenRules(current);
+        ReopenRules(current);
         return false;
     }
     const CString open = m_session.File().Path();
     if (m_session.TakeOver()) return true;
-    if (!m_session.IsChanged()) OpenRules(open); // which says why it cannot be read
+    if (!m_session.IsChanged()) ReopenRules(open); // which says why it cannot be read
     return false;
 }
 

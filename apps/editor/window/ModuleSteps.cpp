@@ -179,6 +179,13 @@ StepEnd ModuleSteps::AskToOpen(const CString& ruleFile)
     return mayOpen ? StepEnd::Done : StepEnd::Refused;
 }
 
+StepEnd ModuleSteps::KeepFirst(const CString& ruleFile)
+{
+    const shared::RuleFileState state = shared::ExamineRuleFile(ruleFile);
+    if (state.kind != shared::RuleFileKind::Repeated) return StepEnd::Refused;
+    return CancelledWithItsWait([&] { return AskToKeepFirst(state); });
+}
+
 StepEnd ModuleSteps::AskToKeepFirst(const shared::RuleFileState& state)
 {
     if (!AskYesNo(u"%1\n%2；保存以后读到的会是另一段\n文件先留一份历史副本，然后只留第一段"_s.arg(

@@ -49,6 +49,10 @@ public:
     /// Finishes a rule file, or a copy of it that the user names.
     StepEnd WriteHead(const CString& ruleFile);
 
+    /// Offers to leave only that in a file which is read, where a specialty stands twice in it. `Done` when
+    /// nothing stands twice any more.
+    StepEnd KeepFirst(const CString& ruleFile);
+
 private:
     /// `Done` when the file may be opened.
     StepEnd AskToOpen(const CString& ruleFile);

@@ -27,9 +27,16 @@ public:
     /// asked before the module is let at the current configuration.
     void RequirePossible() const;
 
-    /// Whether a text can name a configuration: it becomes a file name, and the ini must give it back
-    /// unchanged.
+    /// A sentence, without its final mark, for a name that is longer than what the entry gives back, so that
+    /// `Name()` is that of another configuration; else empty.
+    CString CutNote() const;
+
+    /// Whether a configuration may be given this name: a file can have it, the ini gives it back unchanged,
+    /// and no blank at an end hides from whoever reads it.
     static bool IsPossibleName(const CString& name);
+    /// Whether a file of the rule folder can have this name, as those that the module's own save-as dialog
+    /// takes have. Less than `IsPossibleName`: configurations that are there already are worked on.
+    static bool CanNameFile(const CString& name);
 
     /// The configuration of a project that has chosen none.
     static CString DefaultName();

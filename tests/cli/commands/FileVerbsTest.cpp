@@ -227,6 +227,47 @@ TEST_F(FileVerbs, IniThatCannotBeWrittenIsNoSuccess)
         EXPECT_TRUE(outcome.Err().contains(u"DefaultConfig"_s));
         EXPECT_TRUE(outcome.out.isEmpty()) << outcome.out.toStdString();
     }
+    EXPECT_FALSE(m_cli.Folder().Exists(Cli::RuleFile(u"乙"_s))) << "a refused new leaves nothing";
+    EXPECT_EQ(m_cli.RunInProject({u"new"_s, u"甲"_s, u"--force"_s}).status, 1);
+    EXPECT_EQ(m_cli.Folder().ReadFile(Cli::RuleFile(u"甲"_s)), Cli::Sample());
+}
+
+TEST_F(FileVerbs, ConfigurationsUnderNamesThatTheModuleTakesAreWorkedOn)
+{
+    for (const QString& name : {u"a "_s, u" "_s, u"a\u3000"_s, u" 首"_s, u"a."_s}) {
+        const QString file = Cli::RuleFile(name);
+        m_cli.Folder().WriteFile(file, Cli::Sample());
+        EXPECT_EQ(m_cli.RunInProject({u"load"_s, name}).status, 0) << name.toStdString();
+        // It is the current one from now on, as after the module's own save-as.
+        for (const QStringList& words : QList<QStringList>{{u"show"_s}, {u"show"_s, u"--config"_s, name}}) {
+            const test::Outcome shown = m_cli.RunInProject(words);
+            EXPECT_EQ(shown.status, 0) << name.toStdString() << shown.err.toStdString();
+            EXPECT_TRUE(shown.Out().contains(u"031001001002"_s)) << name.toStdString();
+        }
+        const test::Outcome batch = m_cli.Batch("{\"op\":\"AddConfig\",\"path\":{\"category\":"
+                                                "\"给排水\\\\管道\\\\给水管\"}}\n{\"op\":\"Save\"}\n");
+        EXPECT_EQ(batch.status, 0) << name.toStdString() << batch.err.toStdString();
+        EXPECT_NE(m_cli.Folder().ReadFile(file), Cli::Sample()) << name.toStdString();
+        ASSERT_EQ(m_cli.RunInProject({u"load"_s, u"DefaultConfig"_s}).status, 0);
+        EXPECT_EQ(m_cli.RunInProject({u"new"_s, name}).status, 1) << "it is there";
+        EXPECT_EQ(m_cli.RunInProject({u"new"_s, name, u"--force"_s}).status, 0) << name.toStdString();
+    }
+}
+
+TEST_F(FileVerbs, NameThatTheIniDoesNotGiveBackWholeIsTold)
+{
+    const QString longName(120, u'x');
+    m_cli.Folder().WriteFile(Cli::RuleFile(longName), Cli::Sample());
+    m_cli.Folder().WriteFile(u"project\\SysRegedit.ini"_s,
+                             "[QdDeConfigInfo]\nConfigName=" + longName.toUtf8() + "\n");
+    const test::Outcome outcome = m_cli.RunInProject({u"catalog"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.Err().contains(longName)) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Err().contains(u"打开的是“%1”"_s.arg(longName.left(99))))
+        << outcome.err.toStdString();
+    EXPECT_EQ(m_cli.RunInProject({u"show"_s, u"--config"_s, longName}).status, 0) << "the file is there";
+    m_cli.Folder().WriteFile(u"project\\SysRegedit.ini"_s, "[QdDeConfigInfo]\nConfigName=short\n");
+    EXPECT_TRUE(m_cli.RunInProject({u"catalog"_s}).err.isEmpty());
 }
 
 TEST_F(FileVerbs, PipesAndDevicesAreNoRuleFiles)
@@ -238,6 +279,27 @@ TEST_F(FileVerbs, PipesAndDevicesAreNoRuleFiles)
         const test::Outcome outcome = m_cli.RunInProject({verb, u"/dev/zero"_s});
         EXPECT_EQ(outcome.status, 1) << verb.toStdString();
         EXPECT_TRUE(outcome.Err().contains(u"普通文件"_s)) << outcome.err.toStdString();
+    }
+}
+
+TEST_F(FileVerbs, ExportsIntoPipesEnd)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "there are no pipes in the file system";
+    // The first program's standard output is a pipe; its reader takes one byte and goes.
+    for (const QString& command :
+         {u"mkfifo p; \"$0\" --project project export attributes p --force"_s,
+          u"{ \"$0\" --project project export bill /dev/stdout --force; echo $? >&2; } | head -c 1"_s}) {
+        QProcess shell;
+        shell.setWorkingDirectory(m_cli.Folder().Native({}));
+        shell.start(u"/bin/sh"_s, {u"-c"_s, command, QStringLiteral(KTQDDE_PROGRAM)});
+        test::WaitForEnd(shell);
+        const QString error = QString::fromUtf8(shell.readAllStandardError());
+        if (command.startsWith(u"mkfifo"_s)) {
+            EXPECT_EQ(shell.exitCode(), 1);
+            EXPECT_TRUE(error.contains(u"没有程序在读这个管道"_s)) << error.toStdString();
+        } else {
+            EXPECT_TRUE(error == u"0\n"_s || error.endsWith(u"\n1\n"_s)) << error.toStdString();
+        }
     }
 }
 

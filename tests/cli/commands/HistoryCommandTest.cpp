@@ -250,6 +250,29 @@ TEST_F(HistoryVerb, SpecialtyThatStandsTwiceIsRefusedForWorkAndShownWithAWord)
     EXPECT_TRUE(shown.Err().contains(u"不止一段"_s));
 }
 
+TEST_F(HistoryVerb, KeepFirstLeavesThePartThatIsReadAndACopyOfTheRest)
+{
+    EXPECT_EQ(m_cli.RunInProject({u"keep-first"_s}).status, 0);
+    EXPECT_EQ(Content(), Cli::Sample()) << "nothing stands twice";
+    EXPECT_TRUE(Ids().isEmpty());
+    QByteArray twice = Cli::Sample();
+    twice.replace("</自动套清单定额配置信息>", "<给排水 id=\"1\" name=\"给排水\"/></自动套清单定额配置信息>");
+    m_cli.Folder().WriteFile(Cli::RuleFile(), twice);
+    EXPECT_TRUE(m_cli.Batch(AddAndSave).Err().contains(u"ktqdde keep-first"_s));
+    const qsizetype copies = Ids().size();
+    const test::Outcome outcome = m_cli.RunInProject({u"keep-first"_s, u"DefaultConfig"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
+    EXPECT_EQ(Content().count("name=\"给排水\""), 1);
+    EXPECT_TRUE(Content().contains("031001001002")) << "the first part";
+    EXPECT_LE(copies, Ids().size());
+    EXPECT_EQ(Shown(Ids().value(0)), twice);
+    EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);
+    m_cli.Folder().WriteFile(Cli::RuleFile(), "<a");
+    EXPECT_EQ(m_cli.RunInProject({u"keep-first"_s}).status, 1);
+    EXPECT_EQ(Content(), "<a");
+    EXPECT_EQ(m_cli.RunInProject({u"keep-first"_s, u"none"_s}).status, 1);
+}
+
 TEST_F(HistoryVerb, ACopyFromBeforeARenamingIsWrittenToTheFileAsItIsCalledNow)
 {
     EXPECT_EQ(m_cli.Batch(AddAndSave).status, 0);

@@ -1,7 +1,12 @@
 #include "cli/CliTesting.h"
+#include "cli/commands/WriteHeadCommand.h"
+#include "store/RuleFileHead.h"
 #include "store/WrappedFile.h"
+#include "support/FaultyFileSystem.h"
 
 #include <gtest/gtest.h>
+
+#include <exception>
 
 using namespace Qt::StringLiterals;
 using test::Cli;
@@ -48,13 +53,67 @@ TEST_F(Wrap, UnwrapGivesTheContentBackAndShowsTheFields)
 TEST_F(Wrap, UnwrapOverwritesOnlyWhenForced)
 {
     WriteHead(u"rules.xml"_s);
-    m_cli.Folder().WriteFile(u"out.xml"_s, "mine");
+    const QByteArray mine = "<自动套清单定额配置信息/>";
+    m_cli.Folder().WriteFile(u"out.xml"_s, mine);
     const test::Outcome refused = Unwrap(u"rules.xml"_s);
     EXPECT_EQ(refused.status, 1);
     EXPECT_TRUE(refused.Err().contains(u"--force"_s));
-    EXPECT_EQ(m_cli.Folder().ReadFile(u"out.xml"_s), "mine");
+    EXPECT_EQ(m_cli.Folder().ReadFile(u"out.xml"_s), mine);
     EXPECT_EQ(Unwrap(u"rules.xml"_s, {u"--force"_s}).status, 0);
-    EXPECT_NE(m_cli.Folder().ReadFile(u"out.xml"_s), "mine");
+    EXPECT_NE(m_cli.Folder().ReadFile(u"out.xml"_s), mine);
+}
+
+TEST_F(Wrap, UnwrapReplacesNothingButRuleFiles)
+{
+    WriteHead(u"rules.xml"_s);
+    m_cli.Folder().WriteFile(u"note.txt"_s, "mine");
+    for (const QString& target :
+         {u"project\\app\\catalogue.db"_s, u"project\\project.ktqd"_s, u"note.txt"_s}) {
+        const QByteArray before = m_cli.Folder().ReadFile(target);
+        const test::Outcome outcome =
+            m_cli.Run({u"unwrap"_s, u"rules.xml"_s, u"-o"_s, m_cli.Folder().Native(target), u"--force"_s});
+        EXPECT_EQ(outcome.status, 1) << target.toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"不是规则文件，不能替换"_s)) << outcome.err.toStdString();
+        EXPECT_EQ(m_cli.Folder().ReadFile(target), before) << target.toStdString();
+    }
+    m_cli.Folder().WriteFile(u"out.xml"_s, m_cli.Folder().ReadFile(u"rules.xml"_s));
+    EXPECT_EQ(Unwrap(u"rules.xml"_s, {u"--force"_s}).status, 0) << "a wrapped file is one";
+}
+
+TEST_F(Wrap, WriteHeadThatFailsAnywhereLeavesTheFileAsItWas)
+{
+    const cli::WriteHeadCommand command;
+    const cli::Arguments arguments(
+        {m_cli.Folder().Native(u"rules.xml"_s), u"--project"_s, m_cli.Folder().Native(u"project"_s)},
+        {{u"project"_s, u"DIR"_s, {}, {}}});
+    int points = 0;
+    {
+        const test::FaultyFileSystem healthy;
+        command.Run(arguments);
+        points = healthy.WritePoints();
+    }
+    EXPECT_GT(points, 2);
+    bool hasMissedHead = false;
+    using enum test::Fault;
+    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Sync}) {
+        for (int point = 0; point < points; ++point) {
+            m_cli.Folder().WriteFile(u"rules.xml"_s, Cli::Sample());
+            test::FaultyFileSystem faulty;
+            faulty.Inject(fault);
+            if (fault == Write) faulty.FailAfter(20);
+            faulty.OnlyAt(point);
+            try {
+                command.Run(arguments);
+                const auto wrapped = store::ParseWrapped(m_cli.Folder().ReadFile(u"rules.xml"_s));
+                ASSERT_TRUE(wrapped.has_value()) << point;
+                EXPECT_TRUE(store::HoldsHead(*wrapped)) << point;
+            } catch (const std::exception& error) {
+                hasMissedHead |= QString::fromUtf8(error.what()).contains(u"文件头写不成"_s);
+                EXPECT_EQ(m_cli.Folder().ReadFile(u"rules.xml"_s), Cli::Sample()) << error.what() << point;
+            }
+        }
+    }
+    EXPECT_TRUE(hasMissedHead);
 }
 
 TEST_F(Wrap, UnwrapRefusesForeignMissingAndTruncatedFiles)

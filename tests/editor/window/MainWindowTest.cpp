@@ -5,6 +5,7 @@
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/RuleTable.h"
 #include "editor/workbench/Workbench.h"
+#include "embedded/data/engine/Error.h"
 #include "shared/RuleFileState.h"
 #include "support/Patience.h"
 #include "support/WindowWaits.h"
@@ -158,6 +159,33 @@ TEST_F(EditorWindow, OtherProgramWithTheProjectIsNamedForAsLongAsItHasItOpen)
     EXPECT_EQ(Others(), QString());
 }
 
+TEST_F(EditorWindow, ProjectWhoseCurrentConfigurationLeavesTheRuleFolderIsNotOpened)
+{
+    const QByteArray leaving = "[QdDeConfigInfo]\r\nConfigName=..\\..\\victim\r\n";
+    const QString folder = MakeProject(u"project"_s);
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    MakeProject(u"second"_s);
+    m_folder.WriteFile(u"second\\SysRegedit.ini"_s, leaving);
+    EXPECT_FALSE(m_window.OpenProject(Folder(u"second"_s)));
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), ::testing::HasSubstr("不能用作配置名"));
+    EXPECT_EQ(m_window.OpenedProject()->Folder(), folder);
+    EXPECT_FALSE(m_folder.Exists(u"second\\victim.xml"_s));
+    EXPECT_FALSE(m_folder.Exists(u"victim.xml"_s));
+    m_folder.WriteFile(u"project\\SysRegedit.ini"_s, leaving); // under the open project
+    EXPECT_THROW(m_window.OpenedProject()->CurrentRuleFile(), embedded::Error);
+}
+
+TEST_F(EditorWindow, NameThatTheIniDoesNotGiveBackWholeIsToldAtOpening)
+{
+    const QString folder = MakeProject(u"project"_s);
+    m_folder.WriteFile(u"project\\SysRegedit.ini"_s,
+                       "[QdDeConfigInfo]\nConfigName=" + QByteArray(120, 'x') + "\n");
+    ASSERT_TRUE(m_window.OpenProject(folder));
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_THAT(m_messages.Texts()[0].toStdString(), ::testing::HasSubstr("只读得回前面的"));
+}
+
 TEST_F(EditorWindow, RefusedNewProjectComesBackWithWhatWasEntered)
 {
     MakeProject(u"taken"_s);
@@ -189,6 +217,7 @@ TEST_F(EditorWindow, NewProjectDialogMakesAndOpensAProject)
     }});
     m_window.Commands().newProject->trigger();
     ASSERT_TRUE(user.Done());
+    EXPECT_TRUE(m_folder.Exists(u"mine\\app\\AttrConfig.xml"_s)) << "ranges would be open everywhere";
     ASSERT_NE(m_window.OpenedProject(), nullptr);
     EXPECT_EQ(m_window.OpenedProject()->Mode(), SQdDeInfo::QuotaMode);
     EXPECT_EQ(m_window.OpenedProject()->Spec(), u"电气"_s);

@@ -36,6 +36,14 @@ protected:
         m_folder.WriteFile(CurrentFile, Damaged);
         m_window.Commands().examine->trigger();
     }
+    /// Gives what the file holds then.
+    QByteArray WriteTwice()
+    {
+        QByteArray twice = m_folder.ReadFile(CurrentFile);
+        twice.replace("</自动套清单定额配置信息>", "<again name=\"给排水\"/></自动套清单定额配置信息>");
+        m_folder.WriteFile(CurrentFile, twice);
+        return twice;
+    }
     CArray<embedded::HistoryEntry> Copies() const
     {
         return embedded::History(embedded::ProjectFolder(Folder(u"project"_s)))
@@ -95,6 +103,25 @@ TEST_F(RuleFileSteps, WhatAnotherProgramWroteMeanwhileIsKeptBeforeASave)
     embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
     ASSERT_FALSE(Copies().isEmpty());
     EXPECT_EQ(history.Read(Copies().last()), theirs);
+}
+
+TEST_F(RuleFileSteps, VersionOfTheSameSpecialtyThatASaveReplacesIsToldWithItsCopy)
+{
+    CQdDeConfigPresenter presenter({});
+    const QByteArray theirs = m_folder.ReadFile(CurrentFile).replace("bDefault=\"0\"", "bDefault=\"1\"");
+    ASSERT_NE(theirs, m_folder.ReadFile(CurrentFile));
+    m_folder.WriteFile(CurrentFile, theirs);
+    ASSERT_TRUE(presenter.Save());
+    QCoreApplication::processEvents();
+    ASSERT_EQ(m_messages.Texts().size(), 1);
+    const QString text = m_messages.Texts()[0];
+    const CString spec = m_window.OpenedProject()->Spec();
+    EXPECT_THAT(text.toStdString(), HasSubstr("另一个程序也保存了专业“" + spec.toStdString() + "”的规则"));
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    CArray<QByteArray> told;
+    for (const embedded::HistoryEntry& copy : Copies())
+        if (text.contains(copy.id)) told.append(history.Read(copy));
+    EXPECT_EQ(told, CArray<QByteArray>{theirs});
 }
 
 TEST_F(RuleFileSteps, AttributeFilesHaveNoCopies)
@@ -201,13 +228,30 @@ TEST_F(RuleFileSteps, RefusedRefreshTellsTheReasonAndKeepsTheCurrentFile)
 
 TEST_F(RuleFileSteps, SpecialtyThatStandsTwiceIsLeftOnceAfterAQuestion)
 {
-    QByteArray twice = m_folder.ReadFile(CurrentFile);
-    twice.replace("</自动套清单定额配置信息>", "<again name=\"给排水\"/></自动套清单定额配置信息>");
-    m_folder.WriteFile(CurrentFile, twice);
+    const QByteArray twice = WriteTwice();
     m_messages.PresetAnswer(platform::Answer::Yes);
     const test::NextWindows user({[](QDialog& window) { window.close(); }});
     m_window.Commands().configure->trigger();
     ASSERT_TRUE(user.Done());
+    EXPECT_FALSE(m_folder.ReadFile(CurrentFile).contains("<again"));
+    embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
+    ASSERT_FALSE(Copies().isEmpty());
+    EXPECT_EQ(history.Read(Copies().last()), twice);
+}
+
+TEST_F(RuleFileSteps, WorkbenchOffersOnceToMendASpecialtyThatStandsTwiceAndOpensTheFile)
+{
+    const QByteArray twice = WriteTwice();
+    ASSERT_TRUE(m_window.OpenProject(Folder(u"project"_s)));
+    EXPECT_FALSE(m_window.Session().IsOpen()) << "the user did not want it";
+    EXPECT_EQ(m_messages.Texts().size(), 1);
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), twice);
+    m_window.Commands().configure->trigger(); // which asks the same
+    EXPECT_EQ(m_messages.Texts().size(), 2) << "and the workbench not once more";
+    m_messages.PresetAnswer(platform::Answer::Yes);
+    ASSERT_TRUE(m_window.OpenProject(Folder(u"project"_s)));
+    EXPECT_EQ(m_messages.Texts().size(), 3);
+    EXPECT_TRUE(m_window.Session().IsOpen());
     EXPECT_FALSE(m_folder.ReadFile(CurrentFile).contains("<again"));
     embedded::History history(embedded::ProjectFolder(Folder(u"project"_s)));
     ASSERT_FALSE(Copies().isEmpty());

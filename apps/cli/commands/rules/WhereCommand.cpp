@@ -13,6 +13,8 @@
 #include "rules/model/Snapshot.h"
 #include "store/RuleFile.h"
 
+#include <QtCore/QDir>
+
 using namespace Qt::StringLiterals;
 
 namespace cli {
@@ -25,8 +27,9 @@ CommandInfo Describe()
     info.name = u"where"_s;
     info.syntax = u"ITEM [--config FILE] [--json]"_s;
     info.summary = u"一个清单或定额项由哪些配置的哪些规则套用"_s;
-    info.description = u"ITEM 是清单编号、去掉顺序码的清单编号，或者定额编号。\n"
-                       "不写 --config 时查找工程的全部配置；读不了的在标准错误中说明，其余照查。"_s;
+    info.description =
+        u"ITEM 是清单编号、去掉顺序码的清单编号，或者定额编号。\n"
+        "不写 --config 时查找工程的全部配置；读不了的在标准错误中说明，其余照查，退出状态是 1。"_s;
     info.minPositional = 1;
     info.maxPositional = 1;
     info.options = {{u"config"_s, u"FILE"_s, u"只查这个规则文件或配置"_s, {}},
@@ -49,19 +52,30 @@ FileUses UsesIn(const CString& file, const CString& item)
     return {platform::ToNative(file), rules::UsesOf(*configuration, item)};
 }
 
-/// Of all configurations of the project, in the order of their names. One that cannot be read does not hide
-/// the others.
-std::vector<FileUses> UsesEverywhere(const CString& item)
+/// The names of the rule files in a folder, in their order: all that is found under such a name, also a pipe
+/// or a link that leads nowhere, of which nobody else would tell that it cannot be read.
+CStringArray NamesIn(const CString& folder)
+{
+    CStringArray names = platform::Files().FindFiles(folder, u".xml"_s);
+    const QDir directory(platform::ToNative(folder));
+    for (const QString& name : directory.entryList({u"*.xml"_s}, QDir::System | QDir::Hidden))
+        if (platform::HasPathText(name)) names.append(name);
+    names.sort();
+    return names;
+}
+
+/// Of all configurations of the project. One that cannot be read does not hide the others; how many were not
+/// is added to `unread`.
+std::vector<FileUses> UsesEverywhere(const CString& item, int& unread)
 {
     std::vector<FileUses> all;
     const CString folder = store::RuleFolder();
-    CStringArray names = platform::Files().FindFiles(folder, u".xml"_s);
-    names.sort();
-    for (const CString& name : names) {
+    for (const CString& name : NamesIn(folder)) {
         try {
             all.push_back(UsesIn(folder + u'\\' + name, item));
         } catch (const Refusal& refusal) {
             platform::WriteErr(CString::fromUtf8(refusal.what()) + u'\n');
+            ++unread;
         }
     }
     return all;
@@ -73,7 +87,7 @@ CString ItemText(const rules::ItemUse& use)
     return use.billNumber.isEmpty() ? text : text + u"（清单 %1 下）"_s.arg(use.billNumber);
 }
 
-CString UsesText(const std::vector<FileUses>& all, const CString& item)
+CString UsesText(const std::vector<FileUses>& all, const CString& item, bool areAllRead)
 {
     CString text;
     std::size_t count = 0;
@@ -85,7 +99,8 @@ CString UsesText(const std::vector<FileUses>& all, const CString& item)
         text += file.file + u'\n' + table.ToText(2) + u'\n';
         count += file.uses.size();
     }
-    return count == 0 ? u"没有规则套用“%1”\n"_s.arg(item) : text + u"共 %1 处\n"_s.arg(count);
+    if (count > 0) return text + u"共 %1 处\n"_s.arg(count);
+    return (areAllRead ? u"没有规则套用“%1”\n"_s : u"读得了的配置中没有规则套用“%1”\n"_s).arg(item);
 }
 
 CString UsesJson(const std::vector<FileUses>& all)
@@ -122,14 +137,16 @@ void WhereCommand::Run(const Arguments& arguments) const
     if (item.isEmpty()) throw UsageError(u"缺少清单或定额编号"_s);
     const Session session(arguments);
     std::vector<FileUses> all;
+    int unread = 0;
     if (arguments.Has(u"config"_s)) {
         const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
         CheckForReading(file);
         all.push_back(UsesIn(file, item));
     } else {
-        all = UsesEverywhere(item);
+        all = UsesEverywhere(item, unread);
     }
-    WriteText(arguments.Has(u"json"_s) ? UsesJson(all) : UsesText(all, item));
+    WriteText(arguments.Has(u"json"_s) ? UsesJson(all) : UsesText(all, item, unread == 0));
+    if (unread > 0) throw Refusal(u"有 %1 个配置读不了，没有查"_s.arg(unread));
 }
 
 } // namespace cli

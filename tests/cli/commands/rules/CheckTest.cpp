@@ -8,6 +8,10 @@
 
 #include <gtest/gtest.h>
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 using test::Cli;
 
@@ -316,7 +320,7 @@ TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
     m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), File(Rule(2, {}, "002") + Default));
     m_cli.Folder().WriteFile(Cli::RuleFile(u"丙"_s), "<a");
     const test::Outcome text = m_cli.RunInProject({u"where"_s, u"031001001"_s});
-    EXPECT_EQ(text.status, 0);
+    EXPECT_EQ(text.status, 1) << "not all was looked at";
     for (const QString& part :
          {u"甲.xml"_s, u"乙.xml"_s, u"031001001001"_s, u"031001001002"_s, u"材质＝PPR管"_s, u"第 1 条"_s})
         EXPECT_TRUE(text.Out().contains(part)) << part.toStdString() << text.out.toStdString();
@@ -332,6 +336,24 @@ TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
     EXPECT_TRUE(m_cli.RunInProject({u"where"_s, u"示9-9"_s}).Out().contains(u"没有规则套用"_s));
     EXPECT_EQ(m_cli.RunInProject({u"where"_s}).status, 2);
     EXPECT_EQ(m_cli.RunInProject({u"where"_s, u"1"_s, u"--config"_s, u"none.xml"_s}).status, 1);
+}
+
+TEST_F(Check, WhereSaysOfWhatItCouldNotReadThatItDidNot)
+{
+    m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
+#if defined(_WIN32)
+    m_cli.Folder().WriteFile(Cli::RuleFile(), "<a");
+#else
+    ASSERT_EQ(mkfifo(QFile::encodeName(m_cli.Folder().Native(Cli::RuleFile())).constData(), 0600), 0);
+#endif
+    const test::Outcome outcome = m_cli.RunInProject({u"where"_s, u"031001001"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.Out().startsWith(u"读得了的配置中没有规则套用"_s)) << outcome.out.toStdString();
+    EXPECT_TRUE(outcome.Err().contains(m_cli.Folder().Native(Cli::RuleFile()))) << outcome.err.toStdString();
+    EXPECT_TRUE(outcome.Err().contains(u"有 1 个配置读不了，没有查"_s)) << outcome.err.toStdString();
+    ASSERT_TRUE(QFile::remove(m_cli.Folder().Native(Cli::RuleFile())));
+    m_cli.Folder().WriteFile(Cli::RuleFile(), File(Rule(2, {}, "001") + Default));
+    EXPECT_EQ(m_cli.RunInProject({u"where"_s, u"示9-9"_s}).status, 0);
 }
 
 TEST_F(Check, WhereLooksIntoTheFilesThatTheModuleSees)

@@ -57,3 +57,24 @@ TEST_F(CurrentConfigurationTest, NameThatLeavesTheRuleFolderIsRefused)
     WriteIni("[QdDeConfigInfo]\nConfigName=夏季\n");
     EXPECT_NO_THROW(m_current.RequirePossible());
 }
+
+TEST_F(CurrentConfigurationTest, NamesThatEndInBlanksLockNothing)
+{
+    for (const CString& name : {u"a "_s, u" "_s, u" a"_s, u"a\u3000"_s, u"a."_s}) {
+        ASSERT_TRUE(m_current.Use(name));
+        EXPECT_EQ(m_current.Name(), name);
+        EXPECT_NO_THROW(m_current.RequirePossible()) << name.toStdString();
+        EXPECT_TRUE(m_current.CutNote().isEmpty());
+    }
+    EXPECT_FALSE(CurrentConfiguration::IsPossibleName(u"a "_s)) << "no new one is called so by hand";
+    EXPECT_FALSE(CurrentConfiguration::CanNameFile({}));
+}
+
+TEST_F(CurrentConfigurationTest, NameThatIsNotGivenBackWholeIsTold)
+{
+    const CString longest(CurrentConfiguration::LongestName, u'a');
+    ASSERT_TRUE(m_current.Use(longest));
+    EXPECT_TRUE(m_current.CutNote().isEmpty());
+    ASSERT_TRUE(m_current.Use(longest + u'b'));
+    EXPECT_TRUE(m_current.CutNote().contains(u"“%1b”"_s.arg(longest))) << m_current.CutNote().toStdString();
+}
