@@ -303,10 +303,18 @@ TEST_F(WorkSessionOnSample, OtherFactsKeepTheEditsAndHowToTakeThemBack)
 
 TEST_F(WorkSessionOnSample, EditsOfACategoryThatIsGoneCanNotBeTakenBackWhichIsSaid)
 {
-    m_session->Open(Path(u"新的"_s)); // which has no category of its own
-    Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
-    auto without = std::make_shared<editor::ProjectFacts>(*m_session->Facts());
-    without->offered = std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>());
+    OpenAt(Pipes);
+    const CString gone = u"给排水\\别的\\只在目录里"_s; // and not in the file
+    const auto with = std::make_shared<editor::ProjectFacts>(*m_session->Facts());
+    auto small = std::make_shared<rules::SmallCategory>();
+    small->name = u"只在目录里"_s;
+    small->text = gone;
+    with->offered = std::make_shared<const rules::Configuration>(
+        std::vector<rules::Specialty>{{1, u"给排水"_s, {{1, u"别的"_s, {small}}}}});
+    const auto without = m_session->Facts();
+    ASSERT_TRUE(m_session->TakeFacts(with));
+    Insert(gone, 0, RuleFor(u"材质"_s, u"铜管"_s));
+    ASSERT_TRUE(m_session->Undo().canUndo());
     EXPECT_FALSE(m_session->TakeFacts(without));
     EXPECT_FALSE(m_session->Undo().canUndo());
 }
