@@ -1,12 +1,7 @@
 #include "cli/CliTesting.h"
-#include "cli/commands/WriteHeadCommand.h"
-#include "store/RuleFileHead.h"
 #include "store/WrappedFile.h"
-#include "support/FaultyFileSystem.h"
 
 #include <gtest/gtest.h>
-
-#include <exception>
 
 using namespace Qt::StringLiterals;
 using test::Cli;
@@ -78,42 +73,6 @@ TEST_F(Wrap, UnwrapReplacesNothingButRuleFiles)
     }
     m_cli.Folder().WriteFile(u"out.xml"_s, m_cli.Folder().ReadFile(u"rules.xml"_s));
     EXPECT_EQ(Unwrap(u"rules.xml"_s, {u"--force"_s}).status, 0) << "a wrapped file is one";
-}
-
-TEST_F(Wrap, WriteHeadThatFailsAnywhereLeavesTheFileAsItWas)
-{
-    const cli::WriteHeadCommand command;
-    const cli::Arguments arguments(
-        {m_cli.Folder().Native(u"rules.xml"_s), u"--project"_s, m_cli.Folder().Native(u"project"_s)},
-        {{u"project"_s, u"DIR"_s, {}, {}}});
-    int points = 0;
-    {
-        const test::FaultyFileSystem healthy;
-        command.Run(arguments);
-        points = healthy.WritePoints();
-    }
-    EXPECT_GT(points, 2);
-    bool hasMissedHead = false;
-    using enum test::Fault;
-    for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Sync}) {
-        for (int point = 0; point < points; ++point) {
-            m_cli.Folder().WriteFile(u"rules.xml"_s, Cli::Sample());
-            test::FaultyFileSystem faulty;
-            faulty.Inject(fault);
-            if (fault == Write) faulty.FailAfter(20);
-            faulty.OnlyAt(point);
-            try {
-                command.Run(arguments);
-                const auto wrapped = store::ParseWrapped(m_cli.Folder().ReadFile(u"rules.xml"_s));
-                ASSERT_TRUE(wrapped.has_value()) << point;
-                EXPECT_TRUE(store::HoldsHead(*wrapped)) << point;
-            } catch (const std::exception& error) {
-                hasMissedHead |= QString::fromUtf8(error.what()).contains(u"文件头写不成"_s);
-                EXPECT_EQ(m_cli.Folder().ReadFile(u"rules.xml"_s), Cli::Sample()) << error.what() << point;
-            }
-        }
-    }
-    EXPECT_TRUE(hasMissedHead);
 }
 
 TEST_F(Wrap, UnwrapRefusesForeignMissingAndTruncatedFiles)

@@ -125,8 +125,7 @@ TEST_F(WindowLooks, HintOfTheSearchFieldIsReadInLightAndDarkPalettes)
 TEST_F(WindowLooks, PickerBecomesNarrowRatherThanCoverItsNeighbour)
 {
     const QRect screen = m_parent.screen()->availableGeometry();
-    // What a screen of 1280 by 720 leaves beside the main dialog, as one of 1920 by 1080 does at 150 %.
-    const int room = 300 * m_parent.fontMetrics().height() / 16;
+    const int room = 23 * m_parent.fontMetrics().height();
     m_parent.show();
     m_parent.move(screen.topLeft());
     const int frame = m_parent.frameGeometry().width() - m_parent.width();
