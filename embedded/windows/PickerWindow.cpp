@@ -27,7 +27,7 @@ namespace {
 /// The window before a person has sized it, in heights of a line of text, and the width down to which it
 /// makes room for its neighbour.
 constexpr QSize WindowInLines(36, 54);
-constexpr int NarrowestInLines = 22;
+constexpr int NarrowestInLines = 18;
 /// Percentages of the window's height: what stands above the second list, and in it the chapters. They stand
 /// above the items and not beside them, since beside the dialog there is height but little width.
 constexpr int UpperShare = 66;

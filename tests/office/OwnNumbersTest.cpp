@@ -56,7 +56,7 @@ TEST_F(OwnNumbers, ProjectThatCannotBeWrittenIsListedAllTheSame)
 {
     m_wang.Write(PipeFile(Rule(2, "031001001", {})));
     ASSERT_TRUE(m_wang.Publish().IsDone());
-    m_wang.Host().Office()->Memory().RememberBase(Configuration, 0);
+    m_wang.Host().Office()->Memory().RememberBase(Configuration, embedded::VersionMark());
     embedded::Database other(m_wang.Host().AppFolder() + u"\\office.db"_s);
     const embedded::Transaction transaction(other);
     EXPECT_EQ(m_wang.Entry().state, shared::OfficeState::Same);

@@ -85,7 +85,7 @@ TEST(WindowPlacement, CountsFromTheCornerOfASecondScreen)
 
 constexpr QSize DialogSize(980, 700);
 constexpr QSize PickerSize(564, 620);
-constexpr int NarrowestPicker = 368;
+constexpr int NarrowestPicker = 314;
 
 WindowPlaces PickerBesideDialogOn(const QSize& screen)
 {
@@ -113,6 +113,15 @@ TEST(WindowPlacement, SmallScreenShowsANarrowPickerThatLeavesTheDialogInSight)
     const WindowPlaces places = PickerBesideDialogOn({1366, 768});
     EXPECT_EQ(places.neighbour, QRect(0, 34, 980, 700));
     EXPECT_EQ(places.window, QRect(980, 34, 386, 620));
+}
+
+// 1920 by 1080 at 150 %. The dialog's rightmost buttons, which open the pickers, end 40 pixels before its edge.
+TEST(WindowPlacement, ScreenAtOneAndAHalfTheSizeLeavesTheDialogsButtonsInSight)
+{
+    const WindowPlaces places = PickerBesideDialogOn({1280, 720});
+    EXPECT_EQ(places.neighbour, QRect(0, 10, 980, 700));
+    EXPECT_EQ(places.window, QRect(966, 10, 314, 620));
+    EXPECT_GE(places.window.left(), DialogSize.width() - 40);
 }
 
 } // namespace
