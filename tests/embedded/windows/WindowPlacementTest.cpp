@@ -115,7 +115,8 @@ TEST(WindowPlacement, SmallScreenShowsANarrowPickerThatLeavesTheDialogInSight)
     EXPECT_EQ(places.window, QRect(980, 34, 386, 620));
 }
 
-// 1920 by 1080 at 150 %. The dialog's rightmost buttons, which open the pickers, end 40 pixels before its edge.
+// 1920 by 1080 at 150 %. The dialog's rightmost buttons, which open the pickers, end 40 pixels before its
+// edge.
 TEST(WindowPlacement, ScreenAtOneAndAHalfTheSizeLeavesTheDialogsButtonsInSight)
 {
     const WindowPlaces places = PickerBesideDialogOn({1280, 720});
