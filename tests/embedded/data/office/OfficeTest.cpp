@@ -332,8 +332,10 @@ TEST(OfficeUpgrade, DatabaseThatHasGotAnotherNameIsRefusedWithWhatMendsIt)
     };
     rename(former, name);
     test.Services().Add(u"moved"_s, test::SharedServer(), name, test.User(Administrator()));
-    const CArray<embedded::OfficeStep> steps{
-        [](Database& office) { office.Execute(u"SELECT allow('editor', 'INSERT ON cell_data')"_s); }};
+    const CArray<embedded::OfficeStep> steps =
+        embedded::KnownOfficeSteps() + CArray<embedded::OfficeStep>{[](Database& office) {
+            office.Execute(u"SELECT allow('editor', 'INSERT ON cell_data')"_s);
+        }};
     const auto upgrade = [&] {
         Database database(embedded::ServiceOf(u"moved"_s));
         embedded::UpgradeOfficeSchema(database, steps);
