@@ -50,8 +50,12 @@ JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) 
     views->addWidget(Titled(u"并入本机文件的(&T)"_s, joined.mine, joined.merged));
     views->addWidget(Titled(u"随之发布的(&M)"_s, joined.theirs, joined.merged));
     auto* buttons = new QDialogButtonBox;
-    buttons->addButton(u"发布(&P)"_s, QDialogButtonBox::AcceptRole)->setDefault(true);
-    buttons->addButton(u"不发布"_s, QDialogButtonBox::RejectRole)->setAutoDefault(false);
+    auto* publish = buttons->addButton(u"发布(&P)"_s, QDialogButtonBox::AcceptRole);
+    publish->setDefault(true);
+    publish->setToolTip(u"合并的结果写进本机的文件，并发布为下一版（Enter）"_s);
+    auto* leave = buttons->addButton(u"不发布"_s, QDialogButtonBox::RejectRole);
+    leave->setAutoDefault(false);
+    leave->setToolTip(u"什么也不改（Esc）"_s);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { accept(); });
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
     auto* column = new QVBoxLayout(this);

@@ -23,6 +23,7 @@
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPlainTextEdit>
 #include <QtWidgets/QPushButton>
+#include <QtWidgets/QSplitter>
 #include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -216,11 +217,13 @@ TEST_F(OfficeWindowTest, WhatWasMergedIsShownAndPublishedByTheButton)
         Choose(window, House);
         EXPECT_EQ(Cell(window, 0, House, 1), u"已修改，有新版");
         PublishAndAnswer<editor::JoinedDialog>(window, [&](QDialog& dialog) {
-            const auto views = dialog.findChildren<QPlainTextEdit*>();
-            ASSERT_EQ(views.size(), 2);
-            EXPECT_TRUE(views[0]->toPlainText().contains(u"DN15A"_s))
-                << views[0]->toPlainText().toStdString();
-            EXPECT_TRUE(views[1]->toPlainText().contains(u"dn"_s)) << views[1]->toPlainText().toStdString();
+            const auto& views = *dialog.findChild<QSplitter*>();
+            ASSERT_EQ(views.count(), 2);
+            const auto text = [&](int side) {
+                return views.widget(side)->findChild<QPlainTextEdit*>()->toPlainText();
+            };
+            EXPECT_TRUE(text(0).contains(u"DN15A"_s)) << text(0).toStdString();
+            EXPECT_TRUE(text(1).contains(u"dn"_s)) << text(1).toStdString();
             test::PressButton(dialog, u"不发布"_s);
         });
         EXPECT_EQ(File(), mine);
