@@ -219,7 +219,7 @@ void OfficeFiles::Write(const CString& path, const QByteArray& bytes)
 
 /// The file is free for others while `change` works, for that may ask somebody; what they have made of it by
 /// then is changed anew.
-void OfficeFiles::ChangeFile(const CString& path, const FileChange& change)
+void OfficeFiles::ChangeFile(const CString& path, const FileChange& change, const std::function<void()>& done)
 {
     const auto read = [&path]() -> std::optional<QByteArray> {
         if (!platform::Files().Exists(path)) return std::nullopt;
@@ -231,10 +231,13 @@ void OfficeFiles::ChangeFile(const CString& path, const FileChange& change)
     };
     for (std::optional<QByteArray> now = readLocked();;) {
         const std::optional<QByteArray> wanted = change(now);
-        if (!wanted || wanted == now) return;
+        if (!wanted) return;
         const auto lock = Lock(path);
         const std::optional<QByteArray> found = read();
-        if (found == now) return Write(path, *wanted);
+        if (found == now) {
+            if (wanted != now) Write(path, *wanted);
+            return done();
+        }
         now = found;
     }
 }
@@ -249,7 +252,7 @@ FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts&
         const int number = version.value_or(last->number);
         const QByteArray theirs = ContentAt(office, configuration, number);
         FetchEnd fetched{FetchEnd::Fetched, number};
-        ChangeFile(FileOf(configuration), [&](const std::optional<QByteArray>& mine) {
+        const auto change = [&](const std::optional<QByteArray>& mine) {
             fetched.end = mine == theirs ? FetchEnd::Unchanged : FetchEnd::Fetched;
             if (!mine || mine == theirs) return std::optional(theirs);
             const Origin origin = Trace(office, configuration, m_office.Memory().Base(configuration), *mine);
@@ -258,9 +261,10 @@ FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts&
             if (!merged) fetched.end = FetchEnd::Conflicts;
             if (merged && *merged != theirs) fetched.end = FetchEnd::Merged;
             return merged;
+        };
+        ChangeFile(FileOf(configuration), change, [&] {
+            Remember(configuration, {number, embedded::DigestOf(theirs)});
         });
-        if (fetched.IsDone())
-            m_office.Memory().RememberBase(configuration, {number, embedded::DigestOf(theirs)});
         return fetched;
     });
     if (!end.IsDone()) return end;
@@ -270,17 +274,18 @@ FetchEnd OfficeFiles::Fetch(const CString& configuration, const AnswerConflicts&
 }
 
 /// Brings into the project's file what `from`, which it held once, has become, with what has been edited in
-/// it since then. False when there was no answer.
+/// it since then, and remembers `base` as the version of which it is made. False when there was no answer.
 bool OfficeFiles::BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
-                              const AnswerConflicts& answer)
+                              const VersionMark& base, const AnswerConflicts& answer)
 {
     bool isAnswered = true;
-    ChangeFile(FileOf(configuration), [&](const std::optional<QByteArray>& now) -> std::optional<QByteArray> {
-        if (!now) return std::nullopt;
+    const auto change = [&](const std::optional<QByteArray>& now) -> std::optional<QByteArray> {
+        if (!now) return std::nullopt; // removed meanwhile
         auto merged = MergeRuleFiles(configuration, from, *now, to, answer);
         isAnswered = merged.has_value();
         return merged;
-    });
+    };
+    ChangeFile(FileOf(configuration), change, [&] { Remember(configuration, base); });
     return isAnswered;
 }
 

@@ -228,9 +228,12 @@ private:
     /// The bytes that a file is to hold, by those that it holds now; nothing to leave it as it is. Nothing
     /// stands for a file that is missing.
     using FileChange = std::function<std::optional<QByteArray>(const std::optional<QByteArray>& now)>;
-    void ChangeFile(const CString& path, const FileChange& change);
+    /// `done` is called once the file holds what it is to hold, before it is free for others.
+    void ChangeFile(const CString& path, const FileChange& change, const std::function<void()>& done);
     bool BringToFile(const CString& configuration, const QByteArray& from, const QByteArray& to,
-                     const AnswerConflicts& answer);
+                     const embedded::VersionMark& base, const AnswerConflicts& answer);
+    void Remember(const CString& configuration, const embedded::VersionMark& base);
+    void ForgetSent(const CString& configuration, const QByteArray& digest);
 
     embedded::EmbeddedHost& m_host;
     embedded::ProjectOffice& m_office;

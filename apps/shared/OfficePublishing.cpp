@@ -130,15 +130,34 @@ PublishOutcome OfficeFiles::AskToPublish(embedded::Office& office, const embedde
     } catch (const embedded::UnansweredError&) {
         throw;
     } catch (const Error&) {
-        m_office.Memory().ForgetSent(name, digest);
+        ForgetSent(name, digest);
         throw;
     }
     const bool isIn = outcome.end == PublishOutcome::Published || outcome.end == PublishOutcome::Unchanged;
-    if (isIn)
-        m_office.Memory().RememberBase(name, {outcome.version, digest});
+    // What had arrived unheard may be older than what the file has been made of since.
+    if (isIn && outcome.version >= m_office.Memory().Base(name).number)
+        Remember(name, {outcome.version, digest});
     else
-        m_office.Memory().ForgetSent(name, digest);
+        ForgetSent(name, digest);
     return outcome;
+}
+
+/// What has happened is not undone by a note of it that fails: it is found out again, see `Trace`.
+void OfficeFiles::Remember(const CString& configuration, const embedded::VersionMark& base)
+{
+    try {
+        m_office.Memory().RememberBase(configuration, base);
+    } catch (const Error&) {
+    }
+}
+
+/// The same for what has been answered.
+void OfficeFiles::ForgetSent(const CString& configuration, const QByteArray& digest)
+{
+    try {
+        m_office.Memory().ForgetSent(configuration, digest);
+    } catch (const Error&) {
+    }
 }
 
 /// A former publication may have arrived without an answer: this one was made of it then. And what an older
@@ -184,11 +203,11 @@ bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& pub
         end.end = PublishEnd::Declined;
         return false;
     }
-    if (!BringToFile(name, mine, *merged, questions.answer)) return false;
+    const embedded::VersionMark base(end.version, embedded::DigestOf(theirs));
+    if (!BringToFile(name, mine, *merged, base, questions.answer)) return false;
     const QByteArray first = end.joined ? end.joined->mine : mine;
-    end.joined = {name, end.version, first, theirs, *merged};
-    publication.base = {end.version, embedded::DigestOf(theirs)};
-    m_office.Memory().RememberBase(name, publication.base);
+    if (*merged != first) end.joined = {name, end.version, first, theirs, *merged};
+    publication.base = base;
     publication.content = *merged;
     publication.numbers = NumbersIn(name, *merged);
     return true;
@@ -228,8 +247,13 @@ std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& ans
     const CArray<embedded::WaitingPublication> waiting = m_office.Memory().Waiting();
     if (waiting.isEmpty() || !m_office.Reach()) return sent;
     try {
-        for (const embedded::WaitingPublication& one : waiting)
-            sent.push_back(SendOne(Reached(), one, {answer, review}));
+        for (const embedded::WaitingPublication& one : waiting) {
+            // Another program may have sent or withdrawn it by now.
+            const CArray<embedded::WaitingPublication> left = WaitingOf(one.publication.configuration);
+            const bool waits =
+                std::any_of(left.begin(), left.end(), [&](const auto& other) { return other.id == one.id; });
+            if (waits) sent.push_back(SendOne(Reached(), one, {answer, review}));
+        }
     } catch (const embedded::UnansweredError& error) {
         m_office.Lose(UnreachableError(error.Reason()));
     } catch (const UnreachableError& error) {
@@ -261,8 +285,11 @@ SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::W
 PublishEnd OfficeFiles::Restore(const CString& configuration, int version,
                                 const std::optional<embedded::VersionMark>& lastSeen)
 {
-    return WithOffice(
+    const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
+    const PublishEnd end = WithOffice(
         [&](embedded::Office& office) { return PublishAgain(office, configuration, version, lastSeen); });
+    if (end.IsDone()) Forget(waiting); // made of a state that the file no longer has
+    return end;
 }
 
 PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& configuration, int version,
@@ -292,7 +319,7 @@ PublishEnd OfficeFiles::PublishAgain(embedded::Office& office, const CString& co
     PublishEnd end = EndOf(outcome, configuration);
     if (!end.IsDone()) return end;
     if (!isThere || RulesAt(path) != publication.content) Write(path, publication.content);
-    m_office.Memory().RememberBase(configuration, {outcome.version, embedded::DigestOf(publication.content)});
+    Remember(configuration, {outcome.version, embedded::DigestOf(publication.content)});
     return end;
 }
 

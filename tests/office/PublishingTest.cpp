@@ -202,6 +202,45 @@ TEST_F(Publishing, WhatWaitsIsWithdrawnAndTheFileStays)
     EXPECT_EQ(m_li.Files().Withdraw(Configuration), WithdrawEnd::MayBeDone);
 }
 
+TEST_F(Publishing, RestoreWithdrawsWhatWaits)
+{
+    const QByteArray published = m_li.Read();
+    m_li.Write(ByLength);
+    {
+        const ServerDown down;
+        m_li.Publish();
+    }
+    m_li.Write(published);
+    m_li.Reopen();
+    ASSERT_TRUE(m_li.Host().Office()->Reach());
+    ASSERT_TRUE(m_li.Entry().isWaiting);
+    EXPECT_TRUE(m_li.Files().Restore(Configuration, 1).IsDone());
+    EXPECT_FALSE(m_li.Entry().isWaiting);
+    EXPECT_TRUE(m_li.Files().SendWaiting().empty());
+    EXPECT_EQ(m_li.Read(), published);
+}
+
+TEST_F(Publishing, WhatIsSentLateDoesNotPutTheBaseBack)
+{
+    embedded::OfficeMemory& memory = m_li.Host().Office()->Memory();
+    embedded::Publication late;
+    late.configuration = Configuration;
+    late.base = memory.Base(Configuration);
+    late.content = ByLength;
+    late.projectId = m_li.Host().Office()->ProjectId();
+    m_li.Write(ByLength);
+    ASSERT_TRUE(m_li.Publish().IsDone());
+    m_wang.Fetch();
+    m_wang.Write(ByCount);
+    ASSERT_TRUE(m_wang.Publish().IsDone());
+    m_li.Fetch();
+    const embedded::VersionMark base = memory.Base(Configuration);
+    memory.Wait(late); // as if it had waited all the time, and had arrived unheard
+    ASSERT_EQ(m_li.Files().SendWaiting().size(), 1U);
+    EXPECT_EQ(memory.Base(Configuration), base);
+    EXPECT_TRUE(memory.Sent(Configuration).isEmpty());
+}
+
 TEST_F(Publishing, FetchWithdrawsWhatWaitsUnlessItIsNotDone)
 {
     m_li.Write(ByLength);

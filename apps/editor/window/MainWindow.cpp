@@ -83,7 +83,10 @@ MainWindow::MainWindow(RecentProjects recent)
     ShowState();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    m_office->Follow(nullptr); // goes after the project
+}
 
 void MainWindow::Connect()
 {

@@ -16,15 +16,20 @@ void RunShipped(Database& database, const CString& script)
     database.ExecuteWholeStatements(CString::fromUtf8(ShippedFile(script)));
 }
 
+/// Whose the schema is, when it is there and belongs to somebody else, and `condition` holds; else empty.
+CString OtherOwner(Database& database, const CString& condition = u"true"_s)
+{
+    return database
+        .Single(u"SELECT nspowner::regrole::text FROM pg_namespace WHERE nspname = 'ktqdde' AND "
+                "nspowner::regrole::text <> quote_ident(current_user) AND "_s +
+                condition)
+        .toString();
+}
+
 /// Raises `Error` when the schema is there already and belongs to somebody else, and `condition` holds.
 void RefuseSchemaOfOthers(Database& database, const CString& condition = u"true"_s)
 {
-    const CString owner =
-        database
-            .Single(u"SELECT nspowner::regrole::text FROM pg_namespace WHERE nspname = 'ktqdde' AND "
-                    "nspowner::regrole::text <> quote_ident(current_user) AND "_s +
-                    condition)
-            .toString();
+    const CString owner = OtherOwner(database, condition);
     if (!owner.isEmpty()) database.Fail(u"模式 ktqdde 已由用户“%1”建立，请先移走它"_s.arg(owner));
 }
 
@@ -111,6 +116,9 @@ int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
     if (found == 0) FailWithoutOffice(database);
     const auto upgrade = [&] {
         found = database.SchemaVersion();
+        // Functions that work with the rights of their owner would become somebody else's.
+        const CString owner = OtherOwner(database);
+        if (!owner.isEmpty()) database.Fail(u"办公室由用户“%1”建立，请由这个用户升级"_s.arg(owner));
         RequireRoles(database);
         for (int version = found; version < newest; ++version)
             steps[version - 1](database);

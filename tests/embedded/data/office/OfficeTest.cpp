@@ -322,6 +322,20 @@ TEST(OfficeUpgrade, StepThatFailsLeavesTheFormerState)
     EXPECT_EQ(test.Ask(u"SELECT to_regclass('ktqdde.remarks')"_s), QString());
 }
 
+TEST(OfficeUpgrade, IsRefusedToAnybodyButTheOwnerWhoeverHeIs)
+{
+    TestOffice test;
+    test.Services().Add(u"almighty"_s, test::SharedServer(), test.Name(), test::PostgresServer::User());
+    Database database(embedded::ServiceOf(u"almighty"_s));
+    const CArray<embedded::OfficeStep> steps =
+        embedded::KnownOfficeSteps() + CArray<embedded::OfficeStep>{[](Database& office) {
+            office.Execute(u"CREATE TABLE remarks (text TEXT)"_s);
+        }};
+    const CString error = ErrorOf([&] { embedded::UpgradeOfficeSchema(database, steps); });
+    EXPECT_TRUE(error.contains(test.User(Administrator()))) << error.toStdString();
+    EXPECT_EQ(test.Ask(u"SELECT to_regclass('ktqdde.remarks')"_s), QString());
+}
+
 TEST(OfficeUpgrade, DatabaseThatHasGotAnotherNameIsRefusedWithWhatMendsIt)
 {
     TestOffice test;
