@@ -118,7 +118,8 @@ int UpgradeOfficeSchema(Database& database, const CArray<OfficeStep>& steps)
         found = database.SchemaVersion();
         // Functions that work with the rights of their owner would become somebody else's.
         const CString owner = OtherOwner(database);
-        if (!owner.isEmpty()) database.Fail(u"办公室由用户“%1”建立，请由这个用户升级"_s.arg(owner));
+        if (!owner.isEmpty())
+            throw RightsError(u"%1：办公室由用户“%2”建立，请由这个用户升级"_s.arg(database.Name(), owner));
         RequireRoles(database);
         for (int version = found; version < newest; ++version)
             steps[version - 1](database);
