@@ -63,7 +63,8 @@ void OfficeMark::ShowState()
 
 void OfficeMark::Look()
 {
-    if (m_followed == nullptr || m_look->IsBusy()) return;
+    if (m_followed == nullptr) return;
+    // A look that is under way may have found what is no longer so: it is taken anew.
     m_look->Start([this, office = m_followed->Name()](StepControl&) -> BackgroundWork::Outcome {
         return [this, fault = FaultOf(office)] {
             if (m_followed != nullptr) m_followed->Believe(fault);
