@@ -32,6 +32,8 @@ public:
     void Start(Work work);
     /// Does nothing any more. Nothing of what was begun comes from then on.
     void Leave();
+    /// Whether something is being done that still counts.
+    bool IsBusy() const noexcept { return m_wanted; }
     /// How far it is, from 0 to 1; 0 when nothing is known.
     double Progress() const;
 
