@@ -102,7 +102,7 @@ void ConditionDelegate::setModelData(QWidget* editor, QAbstractItemModel*, const
 // Who types fast, or ahead of a busy program, means the table with whatever comes after the choice.
 bool ConditionDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() != QEvent::KeyPress) return LineDelegate::eventFilter(watched, event);
+    if (event->type() != QEvent::KeyPress) return RoomyDelegate::eventFilter(watched, event);
     if (watched == m_done) {
         m_table.Finish(std::exchange(m_done, nullptr));
         QCoreApplication::sendEvent(&m_table, event);
@@ -110,7 +110,7 @@ bool ConditionDelegate::eventFilter(QObject* watched, QEvent* event)
     }
     const int key = static_cast<const QKeyEvent&>(*event).key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter) m_done = qobject_cast<QWidget*>(watched);
-    return LineDelegate::eventFilter(watched, event);
+    return RoomyDelegate::eventFilter(watched, event);
 }
 
 } // namespace editor

@@ -182,7 +182,7 @@ void ConditionTable::Finish(QWidget* editor)
 {
     if (editor == nullptr || !editor->isVisible() || state() != EditingState) return; // closed meanwhile
     commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    emit itemDelegate()->closeEditor(editor);
 }
 
 void ConditionTable::Commit()

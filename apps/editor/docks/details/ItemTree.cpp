@@ -204,7 +204,7 @@ void ItemTree::Finish(QWidget* editor)
 {
     if (editor == nullptr || !editor->isVisible() || state() != EditingState) return; // closed meanwhile
     commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    emit itemDelegate()->closeEditor(editor);
 }
 
 void ItemTree::Commit()

@@ -1,5 +1,6 @@
 #include "editor/docks/details/RoomyDelegate.h"
 
+#include <QtGui/QFocusEvent>
 #include <QtWidgets/QAbstractItemView>
 
 #include <algorithm>
@@ -13,7 +14,13 @@ constexpr std::size_t KeptEditors = 8;
 
 } // namespace
 
-RoomyDelegate::RoomyDelegate(QAbstractItemView& view) : LineDelegate(&view), m_view(view) {}
+// In the active window the view does it itself, and not in another one.
+RoomyDelegate::RoomyDelegate(QAbstractItemView& view) : LineDelegate(&view), m_view(view)
+{
+    connect(this, &QAbstractItemDelegate::closeEditor, this, [this](const QWidget* editor) {
+        if (m_view.window()->focusWidget() == editor && !editor->hasFocus()) m_view.setFocus();
+    });
+}
 
 void RoomyDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                          const QModelIndex&) const
@@ -31,6 +38,15 @@ void RoomyDelegate::destroyEditor(QWidget* editor, const QModelIndex& index) con
     if (m_closed.size() <= KeptEditors) return;
     if (QWidget* const oldest = m_closed.front()) LineDelegate::destroyEditor(oldest, index);
     m_closed.pop_front();
+}
+
+// The editor is not told either: a list of entries would take the one that what is typed so far happens to
+// be.
+bool RoomyDelegate::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isWindowLeft = event->type() == QEvent::FocusOut &&
+                              static_cast<const QFocusEvent&>(*event).reason() == Qt::ActiveWindowFocusReason;
+    return isWindowLeft || LineDelegate::eventFilter(watched, event);
 }
 
 } // namespace editor

@@ -1,5 +1,6 @@
 #include "editor/docks/details/DetailsFixture.h"
 #include "support/Patience.h"
+#include "support/WindowWaits.h"
 
 #include <QtGui/QAction>
 #include <QtGui/QWindow>
@@ -8,6 +9,8 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QLineEdit>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 using editor::ConditionTable;
@@ -38,6 +41,17 @@ protected:
         ASSERT_GE(combo->findText(sign), 0);
         combo->setCurrentIndex(combo->findText(sign));
         Press(Qt::Key_Return);
+    }
+    /// Another window becomes the active one, then this one again.
+    void LeaveAndComeBack(const std::function<void()>& meanwhile = [] {})
+    {
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        test::WaitUntilActive(other);
+        meanwhile();
+        m_panel->activateWindow();
+        test::WaitUntilActive(*m_panel);
     }
 };
 
@@ -325,4 +339,41 @@ TEST_F(DetailConditions, ListOfAnEditorThatHasClosedIsStillThereForKeysTypedWhil
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ASSERT_NE(list, nullptr);
     EXPECT_FALSE(list->isVisible());
+}
+
+// A window system takes the keyboard from the window for a moment whenever it shuts a list, and on a busy
+// machine the next keys are there by then.
+TEST_F(DetailConditions, WhatIsBeingTypedGoesOnWhenTheWindowHasTheKeyboardAgain)
+{
+    GoTo(1, ConditionTable::ValueColumn);
+    QTest::keyClicks(QApplication::focusWidget(), u"<"_s);
+    LeaveAndComeBack();
+    QTest::keyClicks(QApplication::focusWidget(), u"=50"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Text(), u"材质＝镀锌钢管;公称直径≤50;"_s);
+}
+
+TEST_F(DetailConditions, EntryThatIsTheBeginningOfWhatIsBeingTypedIsNotTakenWithoutTheKeyboard)
+{
+    HaveRules({test::RuleOf({test::Equals(u"公称直径"_s, u"65"_s)})});
+    GoTo(0, ConditionTable::ValueColumn);
+    QTest::keyClicks(QApplication::focusWidget(), u"2"_s);
+    QTest::keyClicks(QApplication::focusWidget(), u"0"_s);
+    LeaveAndComeBack();
+    QTest::keyClicks(QApplication::focusWidget(), u"0"_s);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Text(), u"公称直径＝200;"_s);
+}
+
+TEST_F(DetailConditions, EditorThatClosesWithoutTheKeyboardLeavesTheTableTheFocus)
+{
+    GoTo(0, ConditionTable::ValueColumn);
+    Press(Qt::Key_F2);
+    Type(u"PPR管"_s);
+    QWidget* const field = QApplication::focusWidget();
+    LeaveAndComeBack([&] {
+        QTest::keyClick(field, Qt::Key_Return);
+        test::WaitInLoopFor(u"end of the editor"_s, [&] { return !field->isVisible(); });
+    });
+    EXPECT_EQ(QApplication::focusWidget(), &Conditions());
 }
