@@ -52,7 +52,7 @@ public:
     void Ask(const QString& sql) const { m_server.Ask(DatabaseName, sql); }
 
 private:
-    test::PostgresServer m_server;
+    test::PostgresServer m_server{test::Access::Socket, test::Ordering::Bytes};
     test::ServiceFile m_services;
 };
 

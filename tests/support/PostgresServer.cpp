@@ -61,9 +61,9 @@ bool PostgresServer::IsInstalled()
     return !ProgramFolder().isEmpty();
 }
 
-PostgresServer::PostgresServer(Access access) : m_access(access)
+PostgresServer::PostgresServer(Access access, Ordering ordering) : m_access(access)
 {
-    MakeCluster();
+    MakeCluster(ordering);
     if (m_access == Access::Encrypted) MakeCertificate();
     Start();
 }
@@ -75,13 +75,18 @@ PostgresServer::~PostgresServer()
     if (!m_process.waitForFinished(static_cast<int>(Patience().count()))) test::Kill(m_process);
 }
 
-void PostgresServer::MakeCluster()
+void PostgresServer::MakeCluster(Ordering ordering)
 {
+    QStringList arguments{u"--pgdata"_s,   m_folder.Native(u"data"_s),
+                          u"--username"_s, User(),
+                          u"--auth"_s,     u"trust"_s,
+                          u"--encoding"_s, u"UTF8"_s,
+                          u"--locale"_s,   u"C"_s,
+                          u"--no-sync"_s};
+    if (ordering == Ordering::Chinese)
+        arguments += {u"--locale-provider"_s, u"icu"_s, u"--icu-locale"_s, u"zh-CN-u-kn-true"_s};
     QProcess initdb;
-    m_folder.SetUp(initdb, ProgramFolder() + u"initdb"_s,
-                   {u"--pgdata"_s, m_folder.Native(u"data"_s), u"--username"_s, User(), u"--auth"_s,
-                    u"trust"_s, u"--encoding"_s, u"UTF8"_s, u"--locale"_s, u"C"_s, u"--locale-provider"_s,
-                    u"icu"_s, u"--icu-locale"_s, u"zh-CN-u-kn-true"_s, u"--no-sync"_s});
+    m_folder.SetUp(initdb, ProgramFolder() + u"initdb"_s, arguments);
     RequireSuccess(initdb);
 }
 
@@ -104,6 +109,17 @@ QString PostgresServer::Address()
 
 void PostgresServer::Start()
 {
+    // Another server may listen at all addresses of the machine.
+    constexpr int Ports = 100;
+    for (int i = 1; !StartAtPort() && i < Ports; ++i)
+        ++m_port;
+    if (HasEnded()) throw std::runtime_error("the PostgreSQL server has ended:\n" + ReadLog().toStdString());
+}
+
+/// False when it has ended since the port is not free.
+bool PostgresServer::StartAtPort()
+{
+    QFile::remove(m_folder.Native(Log));
     const QString address = m_access == Access::Socket ? QString() : Address();
     m_folder.SetUp(m_process, ProgramFolder() + u"postgres"_s,
                    {u"-D"_s, m_folder.Native(u"data"_s), u"-k"_s, SocketFolder(), u"-c"_s,
@@ -114,14 +130,16 @@ void PostgresServer::Start()
     m_process.setStandardOutputFile(m_folder.Native(Log), QIODevice::Append);
     m_process.start();
     WaitFor(u"the PostgreSQL server"_s, [&] {
-        if (m_process.waitForFinished(0) || HasEnded()) {
-            QFile log(m_folder.Native(Log));
-            const bool isOpen = log.open(QIODevice::ReadOnly);
-            throw std::runtime_error("the PostgreSQL server has ended:\n" +
-                                     (isOpen ? log.readAll().toStdString() : std::string()));
-        }
-        return TakesConnections();
+        m_process.waitForFinished(0);
+        return HasEnded() || TakesConnections();
     });
+    return !HasEnded() || !ReadLog().contains("Address already in use");
+}
+
+QByteArray PostgresServer::ReadLog() const
+{
+    QFile log(m_folder.Native(Log));
+    return log.open(QIODevice::ReadOnly) ? log.readAll() : QByteArray();
 }
 
 bool PostgresServer::TakesConnections() const

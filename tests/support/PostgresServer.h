@@ -22,12 +22,17 @@ enum class Access {
     Encrypted, ///< the same, where connections may be encrypted
 };
 
+/// In which order a server has its texts.
+enum class Ordering {
+    /// That of the Chinese language with digits as the numbers that they make, not of their bytes, so that a
+    /// query which relies on the order of bytes without saying so is found out.
+    Chinese,
+    Bytes, ///< what a server starts with where nobody asks for a language
+};
+
 /// A PostgreSQL server of its own for as long as it lives: in a temporary folder, on a socket in there. An
 /// administrator's tests run it as nobody, since it refuses to be run by an administrator. It ends with this
 /// object, and when the process dies before that, too. It trusts whoever reaches the socket.
-///
-/// Its texts are in the order of the Chinese language with digits as the numbers that they make, not of their
-/// bytes, so that a query which relies on the order of bytes without saying so is found out.
 ///
 /// It does not wait for the disk. What a process has written stays in the hands of the operating system when
 /// the process is killed, so that this is no gentler than a server that waits; only a machine that loses its
@@ -36,7 +41,7 @@ class PostgresServer
 {
 public:
     /// Raises `std::runtime_error` with what its programs said when it does not come up.
-    explicit PostgresServer(Access access = Access::Socket);
+    explicit PostgresServer(Access access = Access::Socket, Ordering ordering = Ordering::Chinese);
     ~PostgresServer();
     PostgresServer(const PostgresServer&) = delete;
     PostgresServer& operator=(const PostgresServer&) = delete;
@@ -46,7 +51,7 @@ public:
 
     /// What a client connects with.
     QString SocketFolder() const { return m_folder.Native({}); }
-    static QString Port() { return QStringLiteral("5432"); }
+    QString Port() const { return QString::number(m_port); }
     static QString Database() { return QStringLiteral("postgres"); }
     /// An address of this machine that no other server uses.
     static QString Address();
@@ -81,8 +86,10 @@ public:
     void CreateDatabase(const QString& name) const;
 
 private:
-    void MakeCluster();
+    void MakeCluster(Ordering ordering);
     void Start();
+    bool StartAtPort();
+    QByteArray ReadLog() const;
     bool TakesConnections() const;
     PsqlAnswer RunPsql(const QString& database, const QString& user, const QStringList& arguments) const;
     void RunScript(const QString& script) const;
@@ -92,6 +99,7 @@ private:
 
     UnprivilegedFolder m_folder;
     Access m_access;
+    int m_port = 5432;
     QProcess m_process;
 };
 
