@@ -48,12 +48,12 @@ CString SaidIn(const QSqlError& error)
     return severity < 0 ? line : line.sliced(severity + 3);
 }
 
-/// Whether the client library has no entry of a service's name.
+/// Whether the client library has no entry of a service's name. It says so in the user's language; of what it
+/// says about servers, none names the service.
 bool IsUnknown(const Service& service, const QSqlError& error)
 {
-    const CString text = error.databaseText();
     return !service.isRead && error.type() == QSqlError::ConnectionError &&
-           (text.contains(u"service"_s) || text.contains(u"服务"_s));
+           error.databaseText().contains(service.name);
 }
 
 /// Whether the server is not there, or not there any more: connection exceptions, and what it says when it
