@@ -103,6 +103,7 @@ protected:
     {
         auto process = std::make_unique<QProcess>();
         process->setWorkingDirectory(m_cli.Folder().Native({}));
+        process->setProcessEnvironment(test::PatientEnvironment());
         process->start(program, arguments);
         EXPECT_TRUE(process->waitForStarted(static_cast<int>(test::Patience().count())));
         return process;

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -97,6 +98,8 @@ private:
         for (const QString& name : environment.keys())
             if (name.startsWith(u"PG")) environment.remove(name);
         environment.remove(u"KTQDDE_PROJECT"_s);
+        environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s); // a locale may be named that nobody has made
+        environment.insert(u"PGCTLTIMEOUT"_s, QString::number(test::Patience() / 1s));
         environment.insert(u"HOME"_s, m_home.Native({}));
         environment.insert(u"PATH"_s, m_home.Native({}) + u':' + environment.value(u"PATH"_s));
         return environment;

@@ -3,10 +3,12 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QThread>
 
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace test {
@@ -55,6 +57,15 @@ void WaitForEnd(QProcess& process)
     if (process.waitForFinished(static_cast<int>(Patience().count()))) return;
     if (process.state() == QProcess::NotRunning) return;
     throw std::runtime_error("does not end: " + process.program().toStdString());
+}
+
+QProcessEnvironment PatientEnvironment()
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    const QString seconds = QString::number(Patience() / 1s);
+    for (const QString& wait : {u"KTQDDE_LOCK_WAIT"_s, u"KTQDDE_DATABASE_WAIT"_s})
+        environment.insert(wait, seconds);
+    return environment;
 }
 
 void Kill(QProcess& process)

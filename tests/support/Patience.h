@@ -6,6 +6,7 @@
 #include <functional>
 
 class QProcess;
+class QProcessEnvironment;
 
 namespace test {
 
@@ -25,6 +26,10 @@ void WaitInLoopFor(const QString& what, const std::function<bool()>& holds);
 /// Waits for the end of a program that was started, also when it has ended already or could not be started.
 /// Raises `std::runtime_error` when patience is over.
 void WaitForEnd(QProcess& process);
+
+/// For a program that finds a file or a database in the hands of another one: it waits as long as a test
+/// does, instead of giving up after what is enough for people.
+QProcessEnvironment PatientEnvironment();
 
 /// Ends a program by force and waits until it is gone. Nothing happens when it does not run.
 void Kill(QProcess& process);

@@ -1,5 +1,6 @@
 #include "TableFixture.h"
 
+#include "support/Patience.h"
 #include "tables/CreateTable.h"
 
 #include <QtCore/QProcess>
@@ -64,8 +65,7 @@ protected:
         process.start(m_program,
                       {u"-env:UserInstallation="_s + profile, u"--headless"_s, u"--norestore"_s,
                        u"--convert-to"_s, form, u"--outdir"_s, into, m_folder.Native(u"账.xlsx"_s)});
-        constexpr int Milliseconds = 240000;
-        EXPECT_TRUE(process.waitForFinished(Milliseconds)) << process.errorString().toStdString();
+        test::WaitForEnd(process);
         EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
         return m_folder.ReadFile(u"out\\"_s + made);
     }

@@ -17,6 +17,7 @@
 namespace embedded {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -36,6 +37,13 @@ void RollBack(Database& database) noexcept
 }
 
 } // namespace
+
+std::chrono::milliseconds Database::UsualBusyTimeout()
+{
+    bool isNumber = false;
+    const int seconds = qEnvironmentVariableIntValue("KTQDDE_DATABASE_WAIT", &isNumber);
+    return isNumber && seconds >= 0 ? std::chrono::seconds(seconds) : 5s;
+}
 
 Database::Database(const CString& path, std::chrono::milliseconds busyTimeout)
     : Database(std::make_unique<SqliteEngine>(path, busyTimeout))

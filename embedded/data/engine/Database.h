@@ -29,13 +29,14 @@ struct Service;
 class Database final : public Statements
 {
 public:
-    static constexpr std::chrono::milliseconds DefaultBusyTimeout{5000};
+    /// Five seconds, or as many as the environment variable KTQDDE_DATABASE_WAIT says.
+    static std::chrono::milliseconds UsualBusyTimeout();
 
     /// Opens the file at a path text, creating an empty one when it is missing.
-    explicit Database(const CString& path, std::chrono::milliseconds busyTimeout = DefaultBusyTimeout);
+    explicit Database(const CString& path, std::chrono::milliseconds busyTimeout = UsualBusyTimeout());
     /// Connects to a server. Tables are those of the schema "ktqdde" there, which may be missing. Unless the
     /// server is on this machine the connection is encrypted or is none.
-    explicit Database(const Service& service, std::chrono::milliseconds busyTimeout = DefaultBusyTimeout);
+    explicit Database(const Service& service, std::chrono::milliseconds busyTimeout = UsualBusyTimeout());
     ~Database() override;
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;

@@ -282,6 +282,26 @@ TEST_F(FileVerbs, PipesAndDevicesAreNoRuleFiles)
     }
 }
 
+TEST_F(FileVerbs, WriteHeadGivesTheFileBackThatTheDiskHasNoRoomToWrap)
+{
+    if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "a limit of file sizes is set by a shell";
+    constexpr int Limit = 4096; // blocks
+    constexpr int Block = 512;
+    QByteArray former = m_cli.Folder().ReadFile(Cli::RuleFile()) + "<!--";
+    former += QByteArray(Limit * Block - former.size() - 3, 'x') + "-->";
+    m_cli.Folder().WriteFile(Cli::RuleFile(), former);
+    QProcess shell;
+    shell.setWorkingDirectory(m_cli.Folder().Native({}));
+    const QString command =
+        u"ulimit -f %1; exec \"$0\" --project project write-head DefaultConfig"_s.arg(Limit);
+    shell.start(u"/bin/sh"_s, {u"-c"_s, command, QStringLiteral(KTQDDE_PROGRAM)});
+    test::WaitForEnd(shell);
+    const QString error = QString::fromUtf8(shell.readAllStandardError());
+    EXPECT_EQ(shell.exitCode(), 1) << error.toStdString();
+    EXPECT_TRUE(error.contains(u"DefaultConfig.xml"_s)) << error.toStdString();
+    EXPECT_TRUE(m_cli.Folder().ReadFile(Cli::RuleFile()) == former);
+}
+
 TEST_F(FileVerbs, ExportsIntoPipesEnd)
 {
     if (!QFile::exists(u"/bin/sh"_s)) GTEST_SKIP() << "there are no pipes in the file system";

@@ -23,6 +23,7 @@ public:
     {
         for (int program = 0; program < Programs; ++program) {
             m_programs.push_back(std::make_unique<QProcess>());
+            m_programs.back()->setProcessEnvironment(test::PatientEnvironment());
             m_programs.back()->start(QString::fromUtf8(KTQDDE_OPENER), {verb, folder});
         }
         for (const auto& program : m_programs) {
