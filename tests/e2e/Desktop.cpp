@@ -31,9 +31,10 @@ void End(QProcess& process)
 
 Desktop::Desktop() : m_environment(QProcessEnvironment::systemEnvironment())
 {
-    for (const QString& name :
-         {u"QT_QPA_PLATFORM"_s, u"QT_QPA_PLATFORMTHEME"_s, u"QT_SCALE_FACTOR"_s, u"WAYLAND_DISPLAY"_s,
-          u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s, u"DBUS_SESSION_BUS_ADDRESS"_s})
+    for (const QString& name : m_environment.keys())
+        if (name.startsWith(u"QT_")) m_environment.remove(name);
+    for (const QString& name : {u"WAYLAND_DISPLAY"_s, u"XDG_CONFIG_HOME"_s, u"XDG_DATA_HOME"_s,
+                                u"XDG_RUNTIME_DIR"_s, u"DBUS_SESSION_BUS_ADDRESS"_s, u"XMODIFIERS"_s})
         m_environment.remove(name);
     m_environment.insert(u"HOME"_s, m_home.Native({}));
     // The platform's libraries keep some memory to the end; that is no affair of the editor's.
@@ -199,18 +200,33 @@ void Desktop::Click(const QString& title, QPointF place)
          QString::number(y), u"click"_s, u"1"_s});
 }
 
+// The tool finds nothing, too, when another window goes while it walks over all of them; but then it
+// complains.
 QByteArray Desktop::WindowId(const QString& title) const
 {
-    return Do({u"search"_s, u"--onlyvisible"_s, u"--name"_s, title}).split('\n').first().trimmed();
+    constexpr int Tries = 5; // a tool that complains of something else is believed in the end
+    QByteArray id;
+    for (int i = 0; i < Tries; ++i) {
+        QByteArray complaint;
+        id = Run(QStringLiteral(KTQDDE_XDOTOOL), {u"search"_s, u"--onlyvisible"_s, u"--name"_s, title},
+                 &complaint)
+                 .value_or(QByteArray())
+                 .split('\n')
+                 .first()
+                 .trimmed();
+        if (!id.isEmpty() || complaint.isEmpty()) break;
+    }
+    return id;
 }
 
-std::optional<QByteArray> Desktop::Run(const QString& tool, const QStringList& words) const
+std::optional<QByteArray> Desktop::Run(const QString& tool, const QStringList& words,
+                                       QByteArray* complaint) const
 {
     QProcess process;
     process.setProcessEnvironment(m_environment);
-    process.setStandardErrorFile(QProcess::nullDevice());
     process.start(tool, words);
     WaitForEnd(process);
+    if (complaint != nullptr) *complaint = process.readAllStandardError();
     const bool done = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     return done ? std::optional(process.readAllStandardOutput()) : std::nullopt;
 }

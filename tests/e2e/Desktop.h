@@ -66,8 +66,10 @@ private:
     void StartManager();
     QByteArray WindowId(const QString& title) const;
     std::optional<QMargins> ToldFrame(const QString& title) const;
-    /// Runs a tool on this screen; gives its output, and nothing when it fails.
-    std::optional<QByteArray> Run(const QString& tool, const QStringList& words) const;
+    /// Runs a tool on this screen; gives its output, and nothing when it fails. `complaint` takes what it
+    /// says of errors.
+    std::optional<QByteArray> Run(const QString& tool, const QStringList& words,
+                                  QByteArray* complaint = nullptr) const;
     /// Runs xdotool; gives its output, and an empty one when it fails, as it does for a window that is gone:
     /// for questions, and for what is tried again.
     QByteArray Do(const QStringList& words) const;

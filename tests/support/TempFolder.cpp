@@ -75,6 +75,13 @@ void TempFolder::SetReadOnly(const CString& name, bool readOnly) const
             Native(name));
 }
 
+void TempFolder::SetTime(const CString& name, const QDateTime& written) const
+{
+    QFile file(Native(name));
+    Require(file.open(QIODevice::ReadWrite) && file.setFileTime(written, QFileDevice::FileModificationTime),
+            Native(name));
+}
+
 bool TempFolder::IgnoresPermissions()
 {
     const TempFolder folder;

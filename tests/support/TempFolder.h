@@ -34,6 +34,8 @@ public:
     bool Exists(const CString& name) const;
     /// Takes from everybody the right to write a file or folder, or gives it back to the owner.
     void SetReadOnly(const CString& name, bool readOnly) const;
+    /// Lets a file say that it was written at another time.
+    void SetTime(const CString& name, const QDateTime& written) const;
     /// Whether the process may write everywhere in spite of `SetReadOnly`, as an administrator may. Tests
     /// that rely on a refusal skip then.
     static bool IgnoresPermissions();

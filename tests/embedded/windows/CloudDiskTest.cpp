@@ -61,11 +61,12 @@ private:
 TEST_F(CloudDisk, ListsTemplatesWithVersionAndDate)
 {
     m_cloud.WriteFile(u"坏.xml"_s, "<?");
+    m_cloud.SetTime(u"甲.xml"_s, QDateTime(QDate(2024, 2, 29), QTime(12, 0)));
     Run({[](QWidget& window) {
         EXPECT_EQ(window.windowTitle(), u"云盘 - 自动套模板"_s);
         const QTreeWidgetItem& item = *Templates(window).findItems(u"甲"_s, Qt::MatchExactly).first();
         EXPECT_EQ(item.text(1), u"1.2.0"_s);
-        EXPECT_TRUE(item.text(2).startsWith(QDate::currentDate().toString(u"yyyy-MM-dd"_s)));
+        EXPECT_TRUE(item.text(2).startsWith(u"2024-02-29"_s)) << item.text(2).toStdString();
         EXPECT_EQ(Templates(window).findItems(u"坏"_s, Qt::MatchExactly).first()->text(1), u"不是规则文件"_s);
         Close(window);
     }});

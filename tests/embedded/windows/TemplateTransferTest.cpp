@@ -175,6 +175,8 @@ TEST(TemplateFile, TellsVersionDateAndWhetherItIsARuleFile)
 {
     const test::TempFolder folder;
     folder.WriteFile(u"b.xml"_s, "<自动套清单定额配置信息 Version=\"1.2.0\"/>");
+    const QDateTime written(QDate(2024, 2, 29), QTime(12, 0));
+    folder.SetTime(u"b.xml"_s, written);
     folder.WriteFile(u"a.XML"_s, "<other Version=\"3\"/>");
     folder.WriteFile(u"c.xml"_s, "<broken");
     folder.WriteFile(u"d.txt"_s, "<自动套清单定额配置信息/>");
@@ -185,7 +187,7 @@ TEST(TemplateFile, TellsVersionDateAndWhetherItIsARuleFile)
     EXPECT_TRUE(files[1].isRuleFile);
     EXPECT_FALSE(files[0].isRuleFile);
     EXPECT_FALSE(files[2].isRuleFile);
-    EXPECT_EQ(files[1].modified.date(), QDate::currentDate());
+    EXPECT_EQ(files[1].modified, written);
     EXPECT_TRUE(embedded::FindTemplates(folder.Path(u"没有"_s)).empty());
 }
 

@@ -112,10 +112,7 @@ TEST(RuleNumbers, NumberThatTookThePlaceOfAnotherIsFoundThoughSizeAndTimeOfTheFi
     RuleNumbers numbers(folder.Root());
     for (const QByteArray number : {"031001001001", "031001001002"}) {
         folder.WriteFile(u"a.xml"_s, Rules(Bill(number, "pipe")));
-        QFile file(folder.Native(u"a.xml"_s));
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
-                    file.setFileTime(still, QFileDevice::FileModificationTime));
-        file.close();
+        folder.SetTime(u"a.xml"_s, still);
         EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), CStringArray{QString::fromLatin1(number)});
     }
 }
