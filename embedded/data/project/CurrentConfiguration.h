@@ -1,17 +1,17 @@
 #pragma once
 
+#include "host/ConfigurationEntry.h"
 #include "platform/Text.h"
 
 namespace embedded {
 
-/// Which configuration a project works on, and so which of its rule files. The module is told by the same
-/// entry: section "QdDeConfigInfo", key "ConfigName" of the ini beside the project file. Nothing is kept in
-/// memory.
+/// Which configuration a project works on, and so which of its rule files, and what may be one. The module is
+/// told by the same entry. Nothing is kept in memory.
 class CurrentConfiguration
 {
 public:
     /// The entry gives back no more characters than this.
-    static constexpr int LongestName = 99;
+    static constexpr int LongestName = host::ConfigurationEntry::LongestName;
 
     /// `projectFile` is the path text of the project file.
     explicit CurrentConfiguration(const CString& projectFile);
@@ -42,7 +42,7 @@ public:
     static CString DefaultName();
 
 private:
-    CString m_ini;
+    host::ConfigurationEntry m_entry;
 };
 
 } // namespace embedded

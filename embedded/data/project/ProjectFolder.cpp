@@ -2,6 +2,7 @@
 
 #include "embedded/data/engine/Error.h"
 #include "host/ProjectIni.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -25,7 +26,12 @@ CString ProjectFolder::AppFolder() const
 
 CString ProjectFolder::RuleFolder() const
 {
-    return AppFolder() + u"\\自动套配置"_s;
+    return host::RuleFolder(AppFolder());
+}
+
+CString ProjectFolder::TemplateFile() const
+{
+    return host::RuleTemplate(AppFolder());
 }
 
 CString ProjectFolder::CatalogueFile() const

@@ -16,6 +16,8 @@ public:
     CString AppFolder() const;
     /// The folder of the rule files, below the application folder. Not created here.
     CString RuleFolder() const;
+    /// The rule file that new ones are copied from.
+    CString TemplateFile() const;
     CString CatalogueFile() const;
     /// What the project remembers of its office.
     CString OfficeFile() const;
