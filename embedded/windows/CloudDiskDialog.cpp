@@ -249,7 +249,7 @@ CString CloudDiskDialog::CurrentName() const
 void CloudDiskDialog::UseConfiguration(const CString& name)
 {
     if (!CurrentConfiguration(m_places.projectFile).Use(name))
-        platform::ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
+        platform::ShowWarning(CurrentConfiguration::NotWrittenText());
 }
 
 void CloudDiskDialog::Report(const CString& action, const TransferOutcome& outcome)

@@ -333,7 +333,7 @@ void OfficeWindow::TakeFetched(const shared::FetchEnd& end, const CString& confi
         m_hasChanged = true;
         const embedded::CurrentConfiguration current(m_project.Host().ProjectPath());
         if (m_use->isChecked() && !current.Use(configuration))
-            ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
+            ShowWarning(embedded::CurrentConfiguration::NotWrittenText());
     }
     Report(shared::EndText(end, configuration, OfficeName()), isDone);
     FillConfigurations();

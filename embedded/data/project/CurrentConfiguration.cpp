@@ -21,6 +21,11 @@ bool CurrentConfiguration::Use(const CString& name) const
     return m_entry.Write(name);
 }
 
+CString CurrentConfiguration::NotWrittenText()
+{
+    return u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s;
+}
+
 void CurrentConfiguration::RequirePossible() const
 {
     const CString name = Name();

@@ -21,6 +21,8 @@ public:
     CString Name() const;
     /// Stores a name; whether it could be written.
     bool Use(const CString& name) const;
+    /// What to tell, without its final mark, where `Use` could not write what a person chose.
+    static CString NotWrittenText();
 
     /// Raises `Error`, naming the ini, when `Name()` cannot be the name of a configuration. The module builds
     /// a path from whatever stands there, so that a name with a separator leads out of the rule folder: to be
