@@ -43,7 +43,8 @@ std::optional<CString> HolderOf(const QString& file)
 
 QString MarkFolderOf(const embedded::ProjectFolder& project)
 {
-    return QDir(platform::ToNative(project.Path())).filePath(u"history/locks"_s);
+    return QDir(platform::ToNative(project.Path()))
+        .filePath(platform::ToNative(embedded::ProjectFolder::LocksBelow()));
 }
 
 OpenMark::OpenMark(const embedded::ProjectFolder& project)

@@ -12,6 +12,15 @@ namespace embedded {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+CString HistoryBelow()
+{
+    return u"history"_s;
+}
+
+} // namespace
+
 ProjectFolder::ProjectFolder(const QString& nativeFolder) : m_path(platform::FromNative(nativeFolder))
 {
     if (m_path.isEmpty()) throw Error(u"工程文件夹的路径不能为空"_s);
@@ -54,12 +63,27 @@ CString ProjectFolder::ProfileFile() const
     return host::ProjectIni(ProjectFile());
 }
 
+CString ProjectFolder::HistoryFolder() const
+{
+    return m_path + u'\\' + HistoryBelow();
+}
+
+CString ProjectFolder::LocksBelow()
+{
+    return HistoryBelow() + u"\\locks"_s;
+}
+
+CString ProjectFolder::DraftsBelow()
+{
+    return HistoryBelow() + u"\\drafts"_s;
+}
+
 bool ProjectFolder::IsRuleFile(const CString& path) const
 {
     const auto isBelow = [&path](const CString& folder) {
         return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
     };
-    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u"\\history\\drafts"_s))
+    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u'\\' + DraftsBelow()))
         return false;
     return isBelow(RuleFolder()) || !isBelow(AppFolder());
 }
