@@ -2,9 +2,9 @@
 
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/Look.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "shared/RuleFileNames.h"
 #include "shared/RuleFileState.h"
 
 #include <algorithm>
@@ -50,7 +50,7 @@ CString OfficeFiles::FileOf(const CString& configuration) const
 {
     if (!embedded::CurrentConfiguration::IsPossibleName(configuration))
         throw Error(u"“%1”不能用作配置名"_s.arg(configuration));
-    return RuleFileIn(m_host.RuleFolder(), configuration);
+    return host::RuleFileIn(m_host.RuleFolder(), configuration);
 }
 
 embedded::Office& OfficeFiles::Reached()

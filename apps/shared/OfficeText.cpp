@@ -1,7 +1,7 @@
 #include "shared/OfficeText.h"
 
+#include "platform/TimeText.h"
 #include "shared/RuleChanges.h"
-#include "shared/TimeText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -130,9 +130,10 @@ CString JoinedText(const JoinedStates& joined)
 CString EndText(const SentPublication& sent, const CString& office)
 {
     if (sent.end.IsDone())
-        return u"从 %1 起等待的发布：%2"_s.arg(TimeText(sent.waiting.since), EndText(sent.end, office));
+        return u"从 %1 起等待的发布：%2"_s.arg(platform::TimeText(sent.waiting.since),
+                                               EndText(sent.end, office));
     const CString why = sent.end.end == PublishEnd::Waits ? sent.end.fault : EndText(sent.end, office);
-    return u"从 %1 起等待的发布还在等：%2"_s.arg(TimeText(sent.waiting.since), why);
+    return u"从 %1 起等待的发布还在等：%2"_s.arg(platform::TimeText(sent.waiting.since), why);
 }
 
 } // namespace shared

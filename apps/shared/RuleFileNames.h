@@ -9,7 +9,4 @@ namespace shared {
 /// configuration.
 bool NamesPath(const QString& text);
 
-/// The path text of a configuration's rule file in a folder.
-CString RuleFileIn(const CString& folder, const CString& configuration);
-
 } // namespace shared

@@ -5,6 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
+#include "platform/TimeText.h"
 #include "widgets/FaultColour.h"
 #include "widgets/TextMetrics.h"
 #include "widgets/TipDelegate.h"
@@ -48,7 +49,7 @@ void Fill(QTreeWidget& list, const std::vector<TemplateFile>& files, const CStri
     list.clear();
     for (const TemplateFile& file : files) {
         const CString version = file.isRuleFile ? file.version : u"不是规则文件"_s;
-        const CString date = file.modified.toString(u"yyyy-MM-dd HH:mm"_s);
+        const CString date = platform::MinuteText(file.modified);
         auto* item = new QTreeWidgetItem(&list, {file.name, version, date});
         if (file.name == former || list.currentItem() == nullptr) list.setCurrentItem(item);
     }
@@ -248,7 +249,7 @@ CString CloudDiskDialog::CurrentName() const
 void CloudDiskDialog::UseConfiguration(const CString& name)
 {
     if (!CurrentConfiguration(m_places.projectFile).Use(name))
-        platform::ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
+        platform::ShowWarning(CurrentConfiguration::NotWrittenText());
 }
 
 void CloudDiskDialog::Report(const CString& action, const TransferOutcome& outcome)

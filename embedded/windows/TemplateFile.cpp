@@ -1,5 +1,6 @@
 #include "embedded/windows/TemplateFile.h"
 
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "widgets/Collation.h"
@@ -13,16 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace embedded {
 
-namespace {
-
-/// The document element of every rule file.
-CString RuleFileRoot()
-{
-    return u"自动套清单定额配置信息"_s;
-}
-
-} // namespace
-
 TemplateFile DescribeTemplate(const CString& path)
 {
     TemplateFile file;
@@ -32,7 +23,7 @@ TemplateFile DescribeTemplate(const CString& path)
     const xml::Document document = xml::Document::Create();
     if (!document || !document.Load(path)) return file;
     const xml::Element root = document.FirstChild().ToElement();
-    file.isRuleFile = root.Name() == RuleFileRoot();
+    file.isRuleFile = root.Name() == host::RuleFileRoot();
     root.GetAttribute(u"Version"_s, file.version);
     return file;
 }

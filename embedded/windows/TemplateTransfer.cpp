@@ -1,6 +1,7 @@
 #include "embedded/windows/TemplateTransfer.h"
 
 #include "embedded/data/project/CurrentConfiguration.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -14,11 +15,6 @@ using namespace Qt::StringLiterals;
 namespace embedded {
 
 namespace {
-
-CString PathOf(const CString& folder, const CString& name)
-{
-    return folder + u'\\' + name + u".xml"_s;
-}
 
 CString FreeBackupPath(const CString& path)
 {
@@ -54,7 +50,7 @@ TransferOutcome Failed(const CString& fault)
 TransferOutcome Overwrite(const CString& folder, const CString& name, const QByteArray& bytes,
                           const QByteArray& former)
 {
-    const CString path = PathOf(folder, name);
+    const CString path = host::RuleFileIn(folder, name);
     const CString backup = FreeBackupPath(path);
     CString fault = Write(backup, former, std::nullopt);
     if (!fault.isEmpty()) return Failed(u"原文件不能备份，没有覆盖："_s + fault);
@@ -84,7 +80,7 @@ CString TemplateNameFault(const CString& name)
 
 bool HasTemplate(const CString& folder, const CString& name)
 {
-    return platform::Files().Exists(PathOf(folder, name));
+    return platform::Files().Exists(host::RuleFileIn(folder, name));
 }
 
 CString FreeTemplateName(const CString& folder, const CString& name)
@@ -103,19 +99,20 @@ TransferOutcome TransferTemplate(const CString& source, const CString& folder, c
     if (!bytes) return Failed(source + u"："_s + reason);
     CString target = name;
     while (HasTemplate(folder, target)) {
-        const std::optional<QByteArray> former = platform::Files().Read(PathOf(folder, target), &reason);
+        const std::optional<QByteArray> former =
+            platform::Files().Read(host::RuleFileIn(folder, target), &reason);
         if (former == bytes) return {true, target, {}, {}};
         const ConflictDecision decision = ask(folder, target);
         if (decision.action == ConflictDecision::Cancel) return {};
         if (decision.action == ConflictDecision::Overwrite) {
-            if (!former) return Failed(PathOf(folder, target) + u"："_s + reason);
+            if (!former) return Failed(host::RuleFileIn(folder, target) + u"："_s + reason);
             return Overwrite(folder, target, *bytes, *former);
         }
         target = decision.name;
     }
     const CString fault = TemplateNameFault(target);
     if (!fault.isEmpty()) return Failed(fault);
-    const CString failure = Write(PathOf(folder, target), *bytes, std::nullopt);
+    const CString failure = Write(host::RuleFileIn(folder, target), *bytes, std::nullopt);
     return failure.isEmpty() ? TransferOutcome{true, target, {}, {}} : Failed(failure);
 }
 

@@ -2,7 +2,7 @@
 
 #include "dialogs/secondary/DlgSaveAs.h"
 #include "host/HostWindows.h"
-#include "host/NvKtProfile.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Messages.h"
 #include "store/RuleFile.h"
 
@@ -90,8 +90,7 @@ void CAutoConfigDlg::OnImportFromNetDisk()
 {
     KtNetService::CNetDiskFunc::GetInstance().ShowDialog(store::TemplateFolder(), true);
     RefreshCaption();
-    const CString path = NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置\\"_s +
-                         m_presenter->GetCurConfig() + u".xml"_s;
+    const CString path = host::RuleFileIn(store::RuleFolder(), m_presenter->GetCurConfig());
     RunLoad([&] { return m_presenter->ReLoad(path); });
     ReloadRules();
 }

@@ -1,11 +1,11 @@
 #include "presenter/CQdDeConfigPresenter.h"
 
+#include "host/ConfigurationEntry.h"
 #include "host/NvKtDataMng.h"
-#include "host/ProjectIni.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Numbers.h"
 #include "platform/Paths.h"
-#include "platform/ProfileFile.h"
 #include "store/CXmlQdDeConfig.h"
 #include "store/RuleFile.h"
 
@@ -15,22 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Texts of a condition, and the size of the buffer into which a configuration name is read.
+/// Texts of a condition.
 constexpr qsizetype ConditionTexts = 8;
-constexpr int NameBuffer = 100;
 
-CString IniSection()
+host::ConfigurationEntry CurrentEntry()
 {
-    return u"QdDeConfigInfo"_s;
-}
-CString IniKey()
-{
-    return u"ConfigName"_s;
-}
-
-platform::ProfileFile ProjectIni()
-{
-    return platform::ProfileFile(host::ProjectIni(NvKtDataMng::CProj().GetPrjPath()));
+    return host::ConfigurationEntry(NvKtDataMng::CProj().GetPrjPath());
 }
 
 CString CurrentSpec()
@@ -73,20 +63,19 @@ CQdDeConfigPresenter& CQdDeConfigPresenter::operator=(const CQdDeConfigPresenter
 
 CString CQdDeConfigPresenter::GetCurConfig() const
 {
-    const CString name = ProjectIni().Read(IniSection(), IniKey(), CString(), NameBuffer);
-    return name.isEmpty() ? store::DefaultConfigName() : name;
+    return CurrentEntry().Name();
 }
 
 CString CQdDeConfigPresenter::GetCurConfigDetailPath() const
 {
     const CString folder = store::RuleFolder();
     if (!platform::Files().Exists(folder)) platform::Files().CreateFolder(folder);
-    return folder + u'\\' + GetCurConfig() + u".xml"_s;
+    return host::RuleFileIn(folder, GetCurConfig());
 }
 
 void CQdDeConfigPresenter::SetCurConfig(const CString& name) const
 {
-    ProjectIni().Write(IniSection(), IniKey(), name);
+    CurrentEntry().Write(name);
 }
 
 bool CQdDeConfigPresenter::ReLoad(const CString& path)

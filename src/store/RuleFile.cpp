@@ -1,6 +1,8 @@
 #include "store/RuleFile.h"
 
+#include "host/ConfigurationEntry.h"
 #include "host/NvKtProfile.h"
+#include "host/RuleFilePlaces.h"
 
 using namespace Qt::StringLiterals;
 
@@ -8,11 +10,11 @@ namespace store {
 
 CString RootName()
 {
-    return u"自动套清单定额配置信息"_s;
+    return host::RuleFileRoot();
 }
 CString DefaultConfigName()
 {
-    return u"DefaultConfig"_s;
+    return host::ConfigurationEntry::DefaultName();
 }
 CString TemplateFolder()
 {
@@ -20,11 +22,11 @@ CString TemplateFolder()
 }
 CString RuleFolder()
 {
-    return NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置"_s;
+    return host::RuleFolder(NvKtProfile::GetAppProfile().GetAppFolder());
 }
 CString TemplatePath()
 {
-    return NvKtProfile::GetAppProfile().GetAppFolder() + u"\\QdDeConfig.def"_s;
+    return host::RuleTemplate(NvKtProfile::GetAppProfile().GetAppFolder());
 }
 CString VersionText()
 {

@@ -52,6 +52,12 @@ OfficeDatabase::~OfficeDatabase()
     }
 }
 
+QString OfficeDatabase::Traces() const
+{
+    return Ask(u"SELECT nspname FROM pg_namespace WHERE nspname = 'ktqdde' UNION ALL "
+               "SELECT rolname FROM pg_roles WHERE rolname LIKE '%1\\_%'"_s.arg(m_name));
+}
+
 QString OfficeDatabase::User(const CString& service) const
 {
     return m_name + u"的 "_s + service;

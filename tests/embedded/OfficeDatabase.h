@@ -27,6 +27,9 @@ public:
     PsqlAnswer Psql(const CString& service, const QString& sql) const;
     /// The same as who may do everything; raises unless it is done.
     QString Ask(const QString& sql) const { return SharedServer().Ask(m_name, sql); }
+    /// Everything that the creation of an office makes in the database and beside it; empty where nothing is
+    /// left of one.
+    QString Traces() const;
     ServiceFile& Services() noexcept { return m_services; }
 
 private:

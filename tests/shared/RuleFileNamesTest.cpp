@@ -13,8 +13,3 @@ TEST(RuleFileNames, SeparatorsAndTheEndingMakeAPath)
     for (const QString& name : {u"a"_s, u"a.b"_s, u"a.xml.bak"_s, u"xml"_s, QString()})
         EXPECT_FALSE(shared::NamesPath(name)) << name.toStdString();
 }
-
-TEST(RuleFileNames, ConfigurationIsAFileOfItsNameInTheFolder)
-{
-    EXPECT_EQ(shared::RuleFileIn(u"C:\\rules"_s, u"my.rules"_s), u"C:\\rules\\my.rules.xml"_s);
-}

@@ -9,10 +9,10 @@
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/TimeText.h"
 #include "rules/model/Snapshot.h"
 #include "shared/ChangeText.h"
 #include "shared/RuleChanges.h"
-#include "shared/TimeText.h"
 
 #include <algorithm>
 #include <iterator>
@@ -85,7 +85,7 @@ void List(History& history, const Arguments& arguments)
     TextTable table;
     table.AddRow({u"编号"_s, u"时间"_s, u"字节"_s, u"规则文件"_s});
     for (const HistoryEntry& entry : entries) {
-        table.AddRow({entry.id, shared::TimeText(entry.time), CString::number(history.Read(entry).size()),
+        table.AddRow({entry.id, platform::TimeText(entry.time), CString::number(history.Read(entry).size()),
                       platform::ToNative(entry.path)});
     }
     WriteText(table.ToText(0));
@@ -134,7 +134,7 @@ void Restore(History& history, const Arguments& arguments)
     const auto lock = LockRuleFiles(history, {entry.path});
     const auto replaced = history.Restore(entry);
     WriteText(
-        u"已还原为 %1 的内容：%2\n"_s.arg(shared::TimeText(entry.time), platform::ToNative(entry.path)));
+        u"已还原为 %1 的内容：%2\n"_s.arg(platform::TimeText(entry.time), platform::ToNative(entry.path)));
     if (replaced) WriteText(u"被替换的内容留有副本，编号 %1\n"_s.arg(replaced->id));
 }
 

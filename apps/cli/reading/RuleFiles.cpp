@@ -5,6 +5,7 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "host/NvKtDataMng.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -34,8 +35,8 @@ void CheckName(const CString& name, const CString& path)
     if (CurrentConfiguration::CanNameFile(name) && platform::Files().Exists(path)) return;
     if (!CurrentConfiguration::IsPossibleName(name))
         throw Refusal(
-            u"“%1”不能用作配置名：1 到 99 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
-                name));
+            u"“%1”不能用作配置名：1 到 %2 个字符，首尾没有空格，不含 / \\ : * ? \" < > | 和控制字符"_s.arg(
+                name, CString::number(CurrentConfiguration::LongestName)));
     if (platform::IsTooLongFileName(platform::FileNameOf(path)))
         throw Refusal(u"“%1”不能用作配置名：文件名连“.xml”在内最多 255 字节，一个汉字占 3 字节"_s.arg(name));
 }
@@ -71,7 +72,7 @@ CString RepeatedText(const shared::RuleFileState& state)
 
 CString InRuleFolder(const CString& name)
 {
-    return shared::RuleFileIn(store::RuleFolder(), name);
+    return host::RuleFileIn(store::RuleFolder(), name);
 }
 
 } // namespace
@@ -87,7 +88,7 @@ CString ResolveRuleFile(const QString& text, const CString& ruleFolder)
 {
     if (shared::NamesPath(text)) return ResolvePath(text);
     CString native = ResolvePath(text);
-    CString configuration = shared::RuleFileIn(ruleFolder, text);
+    CString configuration = host::RuleFileIn(ruleFolder, text);
     if (!platform::Files().Exists(configuration) && platform::Files().Exists(native)) return native;
     CheckName(text, configuration);
     return configuration;

@@ -11,8 +11,8 @@
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/TimeText.h"
 #include "shared/RuleFileState.h"
-#include "shared/TimeText.h"
 #include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
 
@@ -52,7 +52,7 @@ QSize InPixels(const QFontMetrics& metrics, const QSize& characters)
 QTreeWidgetItem* MakeRow(const embedded::HistoryEntry& entry)
 {
     auto* row = new QTreeWidgetItem;
-    row->setText(TimeColumn, shared::TimeText(entry.time));
+    row->setText(TimeColumn, platform::TimeText(entry.time));
     row->setText(SizeColumn, QLocale().formattedDataSize(shared::FileSize(entry.copy)));
     row->setText(IdColumn, entry.id);
     return row;
@@ -165,7 +165,7 @@ void HistoryWindow::ShowDifference()
 void HistoryWindow::Restore()
 {
     const embedded::HistoryEntry entry = *Selected();
-    const QString time = shared::TimeText(entry.time);
+    const QString time = platform::TimeText(entry.time);
     if (!AskYesNo(
             u"把 %1 还原成 %2 的样子（现在的内容会留一份副本）"_s.arg(platform::ToNative(entry.path), time)))
         return;

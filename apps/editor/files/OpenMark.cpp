@@ -1,7 +1,7 @@
 #include "editor/files/OpenMark.h"
 
 #include "platform/Paths.h"
-#include "shared/TimeText.h"
+#include "platform/TimeText.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
@@ -35,14 +35,16 @@ std::optional<CString> HolderOf(const QString& file)
     const QDateTime since = QFileInfo(file).lastModified();
     if (!isHere && since.daysTo(QDateTime::currentDateTime()) > LongestOpenDays) return std::nullopt;
     if (mark.tryLock(0)) return std::nullopt;
-    return u"%1（进程 %2，机器 %3，%4 打开）"_s.arg(program).arg(process).arg(host, shared::TimeText(since));
+    return u"%1（进程 %2，机器 %3，%4 打开）"_s.arg(program).arg(process).arg(host,
+                                                                              platform::TimeText(since));
 }
 
 } // namespace
 
 QString MarkFolderOf(const embedded::ProjectFolder& project)
 {
-    return QDir(platform::ToNative(project.Path())).filePath(u"history/locks"_s);
+    return QDir(platform::ToNative(project.Path()))
+        .filePath(platform::ToNative(embedded::ProjectFolder::LocksBelow()));
 }
 
 OpenMark::OpenMark(const embedded::ProjectFolder& project)

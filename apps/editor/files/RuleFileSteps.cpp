@@ -3,9 +3,9 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/Look.h"
 #include "embedded/windows/TemplateTransfer.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "shared/RuleFileNames.h"
 #include "shared/RuleFileState.h"
 #include "store/WrappedFile.h"
 
@@ -54,12 +54,12 @@ RuleFileSteps::RuleFileSteps(embedded::ProjectFolder project, Wait wait)
 
 CString RuleFileSteps::Template() const
 {
-    return m_project.AppFolder() + u"\\QdDeConfig.def"_s;
+    return m_project.TemplateFile();
 }
 
 CString RuleFileSteps::PathOf(const CString& name) const
 {
-    return shared::RuleFileIn(m_project.RuleFolder(), name);
+    return host::RuleFileIn(m_project.RuleFolder(), name);
 }
 
 bool RuleFileSteps::IsCurrent(const CString& path) const

@@ -11,8 +11,8 @@
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "platform/Files.h"
+#include "platform/TimeText.h"
 #include "shared/OfficeText.h"
-#include "shared/TimeText.h"
 #include "widgets/FaultColour.h"
 #include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"
@@ -57,7 +57,7 @@ QTreeWidgetItem* MakeRow(const shared::OfficeEntry& entry)
     if (!entry.last) return row;
     row->setText(VersionColumn, entry.last->isRemoved ? u"已移除"_s : CString::number(entry.last->number));
     row->setText(AuthorColumn, entry.last->author);
-    row->setText(TimeColumn, shared::TimeText(entry.last->at));
+    row->setText(TimeColumn, platform::TimeText(entry.last->at));
     return row;
 }
 
@@ -66,7 +66,7 @@ QTreeWidgetItem* MakeRow(const embedded::PublishedVersion& version)
     auto* row = new QTreeWidgetItem;
     row->setText(NumberColumn, CString::number(version.number));
     row->setText(ByColumn, version.author);
-    row->setText(AtColumn, shared::TimeText(version.at));
+    row->setText(AtColumn, platform::TimeText(version.at));
     row->setText(NoteColumn, version.note);
     row->setText(FromColumn, version.project);
     return row;
@@ -333,7 +333,7 @@ void OfficeWindow::TakeFetched(const shared::FetchEnd& end, const CString& confi
         m_hasChanged = true;
         const embedded::CurrentConfiguration current(m_project.Host().ProjectPath());
         if (m_use->isChecked() && !current.Use(configuration))
-            ShowWarning(u"工程文件 SysRegedit.ini 不能写入，仍然使用原来的配置"_s);
+            ShowWarning(embedded::CurrentConfiguration::NotWrittenText());
     }
     Report(shared::EndText(end, configuration, OfficeName()), isDone);
     FillConfigurations();

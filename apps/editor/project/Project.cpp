@@ -7,9 +7,9 @@
 #include "embedded/data/host/LibraryChoice.h"
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "embedded/data/project/ProjectFolder.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "shared/RuleFileNames.h"
 
 #include <QtCore/QDir>
 
@@ -169,7 +169,7 @@ CString Project::CurrentRuleFile() const
     const embedded::CurrentConfiguration current(m_host.ProjectPath());
     current.RequirePossible();
     const CString name = current.Name();
-    return shared::RuleFileIn(RuleFolder(), name);
+    return host::RuleFileIn(RuleFolder(), name);
 }
 
 CStringArray Project::RuleFiles() const

@@ -1,6 +1,7 @@
 #include "editor/session/DraftJournal.h"
 
 #include "editor/session/JournalSync.h"
+#include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/draft/EditLine.h"
@@ -23,12 +24,17 @@ namespace editor {
 
 namespace {
 
-const QString DraftsFolder = u"history/drafts"_s;
 const QString MarkName = u"open.lock"_s;
 const QString BaseName = u"base.xml"_s;
 const QString AboutName = u"about.json"_s;
 const QString EditsName = u"edits.jsonl"_s;
 const QString FileKey = u"ruleFile"_s;
+
+/// The folder of all drafts of a project; both are native.
+QString DraftsOf(const QString& projectFolder)
+{
+    return QDir(projectFolder).filePath(platform::ToNative(embedded::ProjectFolder::DraftsBelow()));
+}
 
 CString PathIn(const QString& folder, const QString& name)
 {
@@ -82,7 +88,7 @@ std::optional<LostDraft> ReadDraft(const QString& folder, const CString& ruleFil
 
 QStringList DraftFolders(const QString& projectFolder)
 {
-    const QDir drafts(QDir(projectFolder).filePath(DraftsFolder));
+    const QDir drafts(DraftsOf(projectFolder));
     QStringList folders;
     for (const QString& name : drafts.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
         folders.append(drafts.filePath(name));
@@ -126,7 +132,7 @@ DraftJournal::~DraftJournal() = default;
 void DraftJournal::Begin()
 {
     const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces);
-    const QString folder = QDir(m_projectFolder).filePath(DraftsFolder + u'/' + name);
+    const QString folder = QDir(DraftsOf(m_projectFolder)).filePath(name);
     QDir().mkpath(folder);
     auto unfinished = qScopeGuard([&] { QDir(folder).removeRecursively(); });
     auto mark = std::make_unique<QLockFile>(QDir(folder).filePath(MarkName));

@@ -10,6 +10,7 @@
 #include "editor/window/FocusStyle.h"
 #include "editor/window/MainWindow.h"
 #include "editor/window/TypedAhead.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Console.h"
 #include "platform/Paths.h"
 #include "shared/RuleFileNames.h"
@@ -65,7 +66,7 @@ QString ProjectOf(const CommandLine& line, const RecentProjects& recent)
 CString RuleFileOf(const Project& project, const QString& named)
 {
     if (shared::NamesPath(named)) return PathTextOf(named);
-    return shared::RuleFileIn(project.RuleFolder(), named);
+    return host::RuleFileIn(project.RuleFolder(), named);
 }
 
 int RunWizardAlone(const CommandLine& line, const QString& folder)

@@ -12,8 +12,8 @@
 #include "editor/workbench/Workbench.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/TimeText.h"
 #include "rules/model/Snapshot.h"
-#include "shared/TimeText.h"
 
 #include <utility>
 
@@ -93,7 +93,7 @@ void MainWindow::OfferLostDraft(const CString& ruleFile)
         const CString text = u"程序上一次没有保存就结束了，“%1”的修改还在：%2 处，最后一处改于 %3"_s
                                  .arg(m_session.File().Name())
                                  .arg(lost.edits.size())
-                                 .arg(shared::TimeText(lost.changed));
+                                 .arg(platform::TimeText(lost.changed));
         const RecoverAnswer answer = AskRecover(this, text);
         if (answer == RecoverAnswer::Discard) DraftJournal::Remove(lost);
         if (answer != RecoverAnswer::Recover) continue;
@@ -121,7 +121,7 @@ void MainWindow::OfferDraftsWithoutFile()
                              "但它的文件不在了：被删除、移走，或者改了名"_s
                                  .arg(platform::BeforeLastStop(platform::FileNameOf(lost.ruleFile)))
                                  .arg(lost.edits.size())
-                                 .arg(shared::TimeText(lost.changed));
+                                 .arg(platform::TimeText(lost.changed));
         const RecoverAnswer answer = AskRestore(this, text);
         if (answer == RecoverAnswer::Discard) {
             DraftJournal::Remove(lost);

@@ -1,5 +1,7 @@
 #include "embedded/data/catalogue/CatalogueDatabase.h"
 
+#include <algorithm>
+
 namespace embedded {
 
 using namespace Qt::StringLiterals;
@@ -150,6 +152,12 @@ void Loader::LoadCalculation()
 CatalogueData ReadCatalogue(Database& database)
 {
     return Loader(database).Load();
+}
+
+bool HasSpecialty(const CatalogueData& data, const CString& name)
+{
+    return std::any_of(data.specialties.begin(), data.specialties.end(),
+                       [&](const Specialty& specialty) { return specialty.name == name; });
 }
 
 } // namespace embedded

@@ -6,6 +6,7 @@
 #include "embedded/data/engine/Error.h"
 #include "embedded/data/exchange/ImportMeter.h"
 #include "embedded/data/exchange/MakeExchange.h"
+#include "embedded/data/exchange/OtherProjects.h"
 #include "embedded/data/exchange/TableDifference.h"
 #include "embedded/data/office/ProjectCatalogue.h"
 #include "embedded/data/project/ProjectDatabase.h"
@@ -177,60 +178,6 @@ Roles KeepLibrariesInUse(const CArray<Library>& before, const CArray<Library>& a
     }
     return toStore;
 }
-
-bool HasSpecialty(const CatalogueData& data, const CString& name)
-{
-    return std::any_of(data.specialties.begin(), data.specialties.end(),
-                       [&](const Specialty& specialty) { return specialty.name == name; });
-}
-
-/// What an import must not take away from under the other projects of an office, as far as they had it.
-class OtherProjects
-{
-public:
-    /// `uses` are theirs, `before` the catalogue's libraries, of which they may lack one by now.
-    OtherProjects(CArray<ProjectUse> uses, CArray<Library> before, Database& database)
-        : m_uses(std::move(uses)), m_before(std::move(before))
-    {
-        if (m_uses.isEmpty()) return;
-        const CatalogueData data = ReadCatalogue(database);
-        for (const ProjectUse& use : std::as_const(m_uses))
-            m_hadSpecialty.append(HasSpecialty(data, use.specialty));
-    }
-
-    void Check(const CatalogueData& data, const CArray<Library>& after, ImportReport& report) const
-    {
-        for (qsizetype other = 0; other < m_uses.size(); ++other) {
-            const ProjectUse& use = m_uses[other];
-            if (m_hadSpecialty[other] && !HasSpecialty(data, use.specialty))
-                report.refused.append({0, u"文件中没有%1的当前专业“%2”"_s.arg(Named(use), use.specialty)});
-            for (const auto& [word, code] : use.libraries)
-                CheckLibrary(use, word, code, after, report);
-        }
-    }
-
-private:
-    static CString Named(const ProjectUse& use)
-    {
-        return u"办公室的另一个工程“%1”（%2 前后用过）"_s.arg(use.project,
-                                                              use.at.toLocalTime().toString(u"yyyy-MM-dd"_s));
-    }
-
-    void CheckLibrary(const ProjectUse& use, const CString& word, const CString& code,
-                      const CArray<Library>& after, ImportReport& report) const
-    {
-        const auto role = RoleOfWord(word);
-        if (!role || code.isEmpty()) return;
-        if (FindLibrary(m_before, *role, code) == nullptr || FindLibrary(after, *role, code) != nullptr)
-            return;
-        report.refused.append(
-            {0, u"%1正在使用%2“%3”，不能去掉，也不能改作别用"_s.arg(Named(use), RoleLabel(*role), code)});
-    }
-
-    CArray<ProjectUse> m_uses;
-    CArray<Library> m_before;
-    CArray<bool> m_hadSpecialty; ///< one for each of `m_uses`
-};
 
 /// Whether the project could still be opened on what the transaction holds, if it also stores `toStore`, and
 /// the others of its office as well.

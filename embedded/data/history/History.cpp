@@ -125,7 +125,7 @@ bool IsNewer(const HistoryEntry& left, const HistoryEntry& right)
 } // namespace
 
 History::History(const ProjectFolder& project, Clock clock)
-    : m_project(project), m_root(project.Path() + u"\\history"_s), m_clock(std::move(clock))
+    : m_project(project), m_root(project.HistoryFolder()), m_clock(std::move(clock))
 {
 }
 

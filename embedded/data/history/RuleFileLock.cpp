@@ -52,8 +52,9 @@ QString MarkInProject(const QDir& project, const QString& name)
     // harm.
     const QByteArray hash =
         QCryptographicHash::hash(name.toCaseFolded().toUtf8(), QCryptographicHash::Sha1).toHex();
-    if (project.exists()) project.mkpath(u"history/locks"_s);
-    return project.filePath(u"history/locks/%1.lock"_s.arg(QLatin1StringView(hash.left(HashLength))));
+    const QString locks = platform::ToNative(ProjectFolder::LocksBelow());
+    if (project.exists()) project.mkpath(locks);
+    return project.filePath(u"%1/%2.lock"_s.arg(locks, QLatin1StringView(hash.left(HashLength))));
 }
 
 /// Where the mark of a rule file stands that belongs to no project; empty where none can.

@@ -151,8 +151,9 @@ private:
 void WriteFiles(const ProjectFolder& folder)
 {
     try {
-        for (const CString& name : {u"QdDeConfig.def"_s, u"AttributeInformation.xml"_s})
-            platform::Files().WriteInPlace(folder.AppFolder() + u'\\' + name, ShippedFile(name));
+        for (const CString& file :
+             {folder.TemplateFile(), folder.AppFolder() + u"\\AttributeInformation.xml"_s})
+            platform::Files().WriteInPlace(file, ShippedFile(platform::FileNameOf(file)));
         WriteProfile(folder.ProfileFile());
     } catch (const platform::FileError& error) {
         throw Error(error.Message());

@@ -3,6 +3,7 @@
 #include "embedded/data/catalogue/Library.h"
 #include "embedded/data/project/ProjectDatabase.h"
 #include "platform/Paths.h"
+#include "platform/TimeText.h"
 
 #include <QtCore/QSysInfo>
 
@@ -243,8 +244,7 @@ CString ProjectOffice::InWords()
     if (m_isReached && !IsBehind()) return office;
     const auto seen = m_memory.LastSeen();
     const CString state =
-        seen ? u"用的是 %1 的数据"_s.arg(seen->at.toLocalTime().toString(u"yyyy-MM-dd HH:mm"_s))
-             : u"还没有它的数据"_s;
+        seen ? u"用的是 %1 的数据"_s.arg(platform::MinuteText(seen->at)) : u"还没有它的数据"_s;
     const CString reason =
         m_isReached ? u"%1有了新的数据，工程的副本跟不上（%2）"_s.arg(office, m_behind) : m_fault;
     return reason + u"，"_s + state;

@@ -1,17 +1,17 @@
 #pragma once
 
+#include "host/ConfigurationEntry.h"
 #include "platform/Text.h"
 
 namespace embedded {
 
-/// Which configuration a project works on, and so which of its rule files. The module is told by the same
-/// entry: section "QdDeConfigInfo", key "ConfigName" of the ini beside the project file. Nothing is kept in
-/// memory.
+/// Which configuration a project works on, and so which of its rule files, and what may be one. The module is
+/// told by the same entry. Nothing is kept in memory.
 class CurrentConfiguration
 {
 public:
     /// The entry gives back no more characters than this.
-    static constexpr int LongestName = 99;
+    static constexpr int LongestName = host::ConfigurationEntry::LongestName;
 
     /// `projectFile` is the path text of the project file.
     explicit CurrentConfiguration(const CString& projectFile);
@@ -21,6 +21,8 @@ public:
     CString Name() const;
     /// Stores a name; whether it could be written.
     bool Use(const CString& name) const;
+    /// What to tell, without its final mark, where `Use` could not write what a person chose.
+    static CString NotWrittenText();
 
     /// Raises `Error`, naming the ini, when `Name()` cannot be the name of a configuration. The module builds
     /// a path from whatever stands there, so that a name with a separator leads out of the rule folder: to be
@@ -42,7 +44,7 @@ public:
     static CString DefaultName();
 
 private:
-    CString m_ini;
+    host::ConfigurationEntry m_entry;
 };
 
 } // namespace embedded

@@ -2,6 +2,7 @@
 
 #include "embedded/data/engine/Error.h"
 #include "host/ProjectIni.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -10,6 +11,15 @@
 namespace embedded {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+CString HistoryBelow()
+{
+    return u"history"_s;
+}
+
+} // namespace
 
 ProjectFolder::ProjectFolder(const QString& nativeFolder) : m_path(platform::FromNative(nativeFolder))
 {
@@ -25,7 +35,12 @@ CString ProjectFolder::AppFolder() const
 
 CString ProjectFolder::RuleFolder() const
 {
-    return AppFolder() + u"\\自动套配置"_s;
+    return host::RuleFolder(AppFolder());
+}
+
+CString ProjectFolder::TemplateFile() const
+{
+    return host::RuleTemplate(AppFolder());
 }
 
 CString ProjectFolder::CatalogueFile() const
@@ -48,12 +63,27 @@ CString ProjectFolder::ProfileFile() const
     return host::ProjectIni(ProjectFile());
 }
 
+CString ProjectFolder::HistoryFolder() const
+{
+    return m_path + u'\\' + HistoryBelow();
+}
+
+CString ProjectFolder::LocksBelow()
+{
+    return HistoryBelow() + u"\\locks"_s;
+}
+
+CString ProjectFolder::DraftsBelow()
+{
+    return HistoryBelow() + u"\\drafts"_s;
+}
+
 bool ProjectFolder::IsRuleFile(const CString& path) const
 {
     const auto isBelow = [&path](const CString& folder) {
         return path.startsWith(folder + u'\\', Qt::CaseInsensitive);
     };
-    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u"\\history\\drafts"_s))
+    if (!path.endsWith(u".xml"_s, Qt::CaseInsensitive) || isBelow(m_path + u'\\' + DraftsBelow()))
         return false;
     return isBelow(RuleFolder()) || !isBelow(AppFolder());
 }

@@ -3,6 +3,7 @@
 #include "dialogs/secondary/FileNameRules.h"
 #include "dialogs/template/DialogTemplates.h"
 #include "host/NvKtProfile.h"
+#include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"
@@ -31,7 +32,7 @@ enum ControlId {
 
 DlgSaveAs::DlgSaveAs(int mode, CWnd* parent, const CString& currentPath)
     : TemplateDialog(dialogs::templates::SaveAs(), parent),
-      m_folder(NvKtProfile::GetAppProfile().GetAppFolder() + u"\\自动套配置"_s), m_mode(mode),
+      m_folder(host::RuleFolder(NvKtProfile::GetAppProfile().GetAppFolder())), m_mode(mode),
       m_currentPath(currentPath)
 {
     On(DialogEvent::ListSelection, FileList, &DlgSaveAs::OnFileSelected);

@@ -1,117 +1,32 @@
-#include "editor/session/SessionFixture.h"
+#include "editor/workbench/WorkbenchFixture.h"
 
-#include "editor/workbench/CategoryPanel.h"
-#include "editor/workbench/ConflictDialog.h"
-#include "editor/workbench/CopyDialog.h"
 #include "editor/workbench/RuleTable.h"
-#include "editor/workbench/Workbench.h"
 #include "support/Patience.h"
-#include "support/WindowWaits.h"
 
 #include <QtCore/QMimeData>
 #include <QtGui/QAction>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
-#include <QtGui/QInputMethodEvent>
 #include <QtTest/QTest>
-#include <QtWidgets/QComboBox>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
-#include <QtWidgets/QPushButton>
-#include <QtWidgets/QScrollArea>
-#include <QtWidgets/QTreeView>
-#include <QtWidgets/QTreeWidget>
 
 #include <gmock/gmock.h>
 
 using namespace Qt::StringLiterals;
 using editor::RuleTableModel;
 using editor::SearchScope;
-using editor::Workbench;
+using test::WorkbenchOnSample;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 namespace {
 
-/// The workbench on the sample project, driven by keys.
-class WorkbenchOnSample : public test::SessionTest
-{
-protected:
-    WorkbenchOnSample()
-        : m_window(*m_session,
-                   {.run = [](const auto& step) { step(); },
-                    .openFile = [this](const CString& path, const CString&, std::size_t) { m_wanted = path; },
-                    .readOthers = [this] { return m_others; },
-                    .save = [this] { ++m_saves; },
-                    .tell = {}})
-    {
-        OpenAt(Pipes);
-        m_window.resize(1000, 700);
-        m_window.show();
-        m_window.activateWindow();
-        test::WaitUntilActive(m_window);
-        m_window.FocusRules();
-    }
-    ~WorkbenchOnSample() override { QGuiApplication::clipboard()->clear(); }
-
-    QWidget& Rules() const { return *m_window.RuleList(); }
-    QAbstractItemModel& Model() const { return *static_cast<QTableView&>(Rules()).model(); }
-    int Lines() const { return Model().rowCount(); }
-    CString Cell(int line, int column) const { return Model().index(line, column).data().toString(); }
-    QLineEdit& Search() const { return *m_window.findChild<QLineEdit*>(u"find"_s); }
-    editor::CategoryPanel& Categories() const
-    {
-        return dynamic_cast<editor::CategoryPanel&>(
-            *dynamic_cast<QScrollArea&>(*m_window.FindDock(u"categories"_s)->widget()).widget());
-    }
-    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
-    {
-        QTest::keyClick(&Rules(), key, modifiers);
-    }
-    std::vector<CString> Conditions() const
-    {
-        std::vector<CString> texts;
-        for (const rules::Rule& rule : m_session->Category()->rules)
-            texts.push_back(rule.Text());
-        return texts;
-    }
-
-    CString m_wanted;
-    std::vector<editor::OtherFile> m_others;
-    int m_saves = 0;
-    Workbench m_window;
-};
-
 std::vector<CString> FirstTwo(std::vector<CString> texts)
 {
     texts.resize(2);
     return texts;
-}
-
-rules::Conflict ConflictOf(const CString& mine, const CString& theirs)
-{
-    rules::Conflict conflict;
-    conflict.category = u"给排水\\管道\\给水管"_s;
-    for (const auto& [value, side] : {std::pair(mine, &conflict.mine), std::pair(theirs, &conflict.theirs)}) {
-        rules::Rule rule;
-        rule.id = 2;
-        rules::Condition condition;
-        condition.attribute = u"材质"_s;
-        condition.equalOperator = u"＝"_s;
-        condition.value = value;
-        rule.conditions.push_back(condition);
-        *side = rule;
-    }
-    return conflict;
-}
-
-QPushButton& Button(const QWidget& window, const QString& text)
-{
-    for (QPushButton* button : window.findChildren<QPushButton*>())
-        if (button->text().startsWith(text)) return *button;
-    throw std::runtime_error("no such button");
 }
 
 } // namespace
@@ -225,29 +140,6 @@ TEST_F(WorkbenchOnSample, SearchInOtherFilesShowsWhatTheyHoldNow)
     m_others.front().rules = other.Snapshot();
     m_window.OtherFilesChanged();
     EXPECT_EQ(Lines(), 1);
-}
-
-TEST_F(WorkbenchOnSample, CategoryThatAnAidForTheDisabledSelectsIsChosen)
-{
-    auto& tree = *Categories().findChild<QTreeView*>();
-    const QModelIndex wanted = tree.model()->index(1, 0, tree.model()->index(0, 0));
-    const CString text = wanted.data(Qt::UserRole).toString();
-    test::SelectByAid(tree, wanted);
-    ASSERT_NE(text, Pipes);
-    test::WaitInLoopFor(u"the category"_s, [&] { return m_session->CategoryText() == text; });
-}
-
-TEST_F(WorkbenchOnSample, InputMethodTypesTheNameOfACategory)
-{
-    auto& tree = *Categories().findChild<QTreeView*>();
-    tree.setFocus();
-    EXPECT_TRUE(tree.testAttribute(Qt::WA_InputMethodEnabled)) << "else it types nothing at all";
-    QInputMethodEvent typed;
-    typed.setCommitString(u"热水管"_s);
-    QCoreApplication::sendEvent(&tree, &typed);
-    EXPECT_EQ(m_session->CategoryText(), HotPipes);
-    for (QLineEdit* editor : tree.findChildren<QLineEdit*>())
-        ADD_FAILURE() << "opens an editor: " << editor->text().toStdString();
 }
 
 TEST_F(WorkbenchOnSample, TabPassesByThePanelsBehindOthers)
@@ -366,24 +258,6 @@ TEST_F(WorkbenchOnSample, KnowledgeOfOthersStandsBesideTheRules)
     EXPECT_TRUE(Model().index(1, 0).data(RuleTableModel::AppliesRole).toBool());
 }
 
-TEST_F(WorkbenchOnSample, InsertAndEnterAmongTheCategoriesGoToTheRules)
-{
-    auto& tree = *m_window.FindDock(u"categories"_s)->findChild<QTreeView*>();
-    const int lines = Lines();
-    tree.setFocus();
-    QTest::keyClick(&tree, Qt::Key_Return);
-    EXPECT_TRUE(Rules().hasFocus());
-    EXPECT_EQ(Lines(), lines);
-    tree.setFocus();
-    QTest::keyClick(&tree, Qt::Key_Insert);
-    EXPECT_TRUE(Rules().hasFocus());
-    EXPECT_EQ(Lines(), lines + 1);
-    tree.setFocus();
-    tree.setCurrentIndex(tree.currentIndex().parent()); // a big category: opened and closed by Enter
-    QTest::keyClick(&tree, Qt::Key_Return);
-    EXPECT_TRUE(tree.hasFocus());
-}
-
 TEST_F(WorkbenchOnSample, ColumnsOfTheRulesShareTheWidthThatThereIs)
 {
     auto& table = static_cast<QTableView&>(Rules());
@@ -401,86 +275,4 @@ TEST_F(WorkbenchOnSample, PageIsLowEnoughForAScreenOf1366By768AtTwiceTheSize)
     high->setMinimumSize(100, 2000);
     m_window.AddDock(u"high"_s, u"高"_s, high, Qt::BottomDockWidgetArea);
     EXPECT_LT(m_window.minimumSizeHint().height(), 768 / 2 - 100); // menus, status bar and frame
-}
-
-TEST_F(WorkbenchOnSample, CategoriesAreFilteredCountedAndMarkedWhenChanged)
-{
-    editor::CategoryPanel& panel = Categories();
-    auto& tree = *panel.findChild<QTreeView*>();
-    const auto named = [&](const QString& name) {
-        return tree.model()->match(tree.model()->index(0, 0), Qt::DisplayRole, name, -1,
-                                   Qt::MatchRecursive | Qt::MatchStartsWith);
-    };
-    ASSERT_EQ(named(u"给水管"_s).size(), 1);
-    EXPECT_EQ(named(u"给水管"_s).first().siblingAtColumn(1).data().toString(), u"10"_s);
-    Press(Qt::Key_Insert);
-    EXPECT_EQ(named(u"给水管"_s).first().data().toString(), u"给水管 *"_s);
-    EXPECT_EQ(named(u"给水管"_s).first().siblingAtColumn(1).data().toString(), u"11"_s);
-    auto& filter = *panel.findChild<QLineEdit*>();
-    filter.setText(u"热水"_s);
-    EXPECT_TRUE(named(u"给水管"_s).isEmpty());
-    QTest::keyClick(&filter, Qt::Key_Down);
-    ASSERT_EQ(named(u"热水管"_s).size(), 1);
-    tree.setCurrentIndex(named(u"热水管"_s).first());
-    EXPECT_EQ(m_session->CategoryText(), HotPipes);
-    auto& specialties = *panel.findChild<QComboBox*>();
-    EXPECT_THAT(specialties.currentText().toStdString(), HasSubstr("给排水（"));
-    specialties.setCurrentIndex(specialties.findData(u"电气"_s));
-    EXPECT_EQ(m_session->Specialty(), u"电气"_s);
-}
-
-TEST(ConflictDialog, CanBeAcceptedWhenEveryConflictHasAnAnswer)
-{
-    const std::vector conflicts{ConflictOf(u"甲"_s, u"乙"_s), ConflictOf(u"丙"_s, u"丁"_s)};
-    editor::ConflictDialog dialog(conflicts, editor::ConflictDialog::WordsForFile(u"DefaultConfig"_s),
-                                  nullptr);
-    QPushButton& accept = Button(dialog, u"合并并保存"_s);
-    EXPECT_EQ(test::ButtonsWithoutTip(dialog), QStringList());
-    EXPECT_FALSE(accept.isEnabled());
-    Button(dialog, u"用我的"_s).click();
-    EXPECT_FALSE(accept.isEnabled());
-    EXPECT_EQ(dialog.findChild<QTreeWidget*>()->currentIndex().row(), 1) << "the next one";
-    Button(dialog, u"用文件里的"_s).click();
-    EXPECT_TRUE(accept.isEnabled());
-    EXPECT_THAT(dialog.Answers(), ElementsAre(rules::Side::Mine, rules::Side::Theirs));
-    Button(dialog, u"全部用文件里的"_s).click();
-    EXPECT_THAT(dialog.Answers(), ElementsAre(rules::Side::Theirs, rules::Side::Theirs));
-}
-
-TEST(ConflictDialog, AnswersTheConflictThatAnAidForTheDisabledSelects)
-{
-    const std::vector conflicts{ConflictOf(u"甲"_s, u"乙"_s), ConflictOf(u"丙"_s, u"丁"_s)};
-    editor::ConflictDialog dialog(conflicts, editor::ConflictDialog::WordsForFile(u"DefaultConfig"_s),
-                                  nullptr);
-    auto& list = *dialog.findChild<QTreeWidget*>();
-    test::SelectByAid(list, list.model()->index(1, 0));
-    test::WaitInLoopFor(u"the conflict"_s, [&] { return list.currentIndex().row() == 1; });
-    Button(dialog, u"用文件里的"_s).click();
-    EXPECT_EQ(list.topLevelItem(0)->text(2), u"未定"_s);
-    EXPECT_EQ(list.topLevelItem(1)->text(2), u"用文件里的"_s);
-}
-
-TEST_F(WorkbenchOnSample, CopyDialogTellsWhatDoesNotGoWithTheCheckedCategories)
-{
-    editor::CopyDialog dialog(
-        m_session->Draft(), Pipes, 2,
-        [&](const CString& category) {
-            std::vector<rules::Misfit> misfits;
-            if (category == HotPipes) misfits.push_back({0, u"没有属性“甲”"_s});
-            return misfits;
-        },
-        nullptr);
-    auto& tree = *dialog.findChild<QTreeWidget*>();
-    const auto found = tree.findItems(u"热水管"_s, Qt::MatchExactly | Qt::MatchRecursive);
-    ASSERT_EQ(found.size(), 1);
-    EXPECT_EQ(test::ButtonsWithoutTip(dialog), QStringList());
-    EXPECT_TRUE(tree.findItems(u"给水管"_s, Qt::MatchExactly | Qt::MatchRecursive).isEmpty());
-    EXPECT_FALSE(Button(dialog, u"复制"_s).isEnabled());
-    found.first()->setCheckState(0, Qt::Checked);
-    EXPECT_TRUE(Button(dialog, u"复制"_s).isEnabled());
-    EXPECT_EQ(dialog.Chosen(), CStringArray{HotPipes});
-    bool isTold = false;
-    for (const QLabel* label : dialog.findChildren<QLabel*>())
-        isTold = isTold || label->text().contains(u"没有属性“甲”"_s);
-    EXPECT_TRUE(isTold);
 }

@@ -2,8 +2,8 @@
 
 #include "cli/printing/JsonWriter.h"
 #include "cli/printing/TextTable.h"
+#include "platform/TimeText.h"
 #include "shared/OfficeText.h"
-#include "shared/TimeText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -67,7 +67,7 @@ CString EntryTable(const CArray<OfficeEntry>& entries)
         const PublishedVersion last = entry.last.value_or(PublishedVersion());
         table.AddRow({entry.configuration, NumberText(last.number), NumberText(entry.base),
                       shared::StateText(entry), last.author,
-                      entry.last ? shared::TimeText(last.at) : CString(), last.note});
+                      entry.last ? platform::TimeText(last.at) : CString(), last.note});
     }
     return table.ToText(0);
 }
@@ -101,7 +101,7 @@ CString LogTable(const CArray<PublishedVersion>& versions)
     TextTable table;
     table.AddRow({u"版本"_s, u"改自"_s, u"发布时间"_s, u"发布人"_s, u"工程"_s, u"说明"_s});
     for (const PublishedVersion& version : versions)
-        table.AddRow({NumberText(version.number), NumberText(version.base), shared::TimeText(version.at),
+        table.AddRow({NumberText(version.number), NumberText(version.base), platform::TimeText(version.at),
                       version.author, version.project, version.note});
     return table.ToText(0);
 }
