@@ -74,7 +74,7 @@ TwoPrograms::Process TwoPrograms::Start(const QString& program, const QStringLis
 {
     auto process = std::make_unique<QProcess>();
     process->setWorkingDirectory(m_cli.Folder().Native({}));
-    process->setProcessEnvironment(test::PatientEnvironment());
+    process->setProcessEnvironment(PatientEnvironment());
     process->start(program, arguments);
     EXPECT_TRUE(process->waitForStarted(static_cast<int>(Patience().count())));
     return process;
