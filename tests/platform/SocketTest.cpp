@@ -1,7 +1,7 @@
 #include "platform/Socket.h"
 
 #include "support/Patience.h"
-#include "support/TcpPort.h"
+#include "support/sockets/TcpPort.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "embedded/OfficeFixture.h"
 #include "embedded/data/office/ProjectOffice.h"
-#include "support/SlowLine.h"
+#include "support/sockets/SlowLine.h"
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/TcpPort.h"
+#include "support/sockets/TcpPort.h"
 
 #include <QtCore/QString>
 

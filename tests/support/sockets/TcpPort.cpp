@@ -1,4 +1,4 @@
-#include "support/TcpPort.h"
+#include "support/sockets/TcpPort.h"
 
 #include <arpa/inet.h>
 #include <sys/socket.h>

@@ -1,4 +1,4 @@
-#include "support/SlowLine.h"
+#include "support/sockets/SlowLine.h"
 
 #include <QtCore/QFile>
 
