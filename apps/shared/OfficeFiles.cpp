@@ -59,6 +59,13 @@ embedded::Office& OfficeFiles::Reached()
     return *m_office.Reached();
 }
 
+/// What may be done is a matter of what was asked for, not of the office.
+void OfficeFiles::Lose(const UnreachableError& error)
+{
+    const auto* const unanswered = dynamic_cast<const embedded::UnansweredError*>(&error);
+    m_office.Lose(unanswered != nullptr ? UnreachableError(unanswered->Reason()) : error);
+}
+
 QByteArray OfficeFiles::ContentAt(embedded::Office& office, const CString& configuration, int version) const
 {
     auto content = PublishedConfigurations(office).Content(configuration, version);

@@ -42,9 +42,13 @@ struct JoinedStates
     QByteArray mine;   ///< what was to be published
     QByteArray theirs; ///< the published version
     QByteArray merged; ///< what is to be published in place of `mine`
+    /// The published version with which it was merged just before, somebody having published meanwhile: that
+    /// is in the project's file by now. 0 where this is the first merge.
+    int before = 0;
 };
 
-/// Shown what was merged before it goes anywhere. False leaves everything as it is.
+/// Shown what was merged before it goes anywhere. False leaves everything as it is: also what an earlier
+/// merge of the same publication has brought into the project's file.
 using ReviewMerge = std::function<bool(const JoinedStates& joined)>;
 
 /// What became of a publication.
@@ -62,7 +66,8 @@ struct PublishEnd
     End end = Published;
     CString configuration{};
     int version = 0; ///< the one that holds the file, or else the last one as far as it is known
-    /// With what it was merged, in the project's file, too: all that others had published meanwhile.
+    /// With what it was merged, in the project's file, too: all that others had published meanwhile. The file
+    /// holds it whatever the end is.
     std::optional<JoinedStates> joined{};
     CArray<embedded::NumberCollision> collisions{};
     CString fault{};        ///< of one that waits: why, in words
@@ -130,7 +135,8 @@ public:
 
     /// Sends what waits to be published. What cannot be published stays waiting, and so does what conflicts
     /// with others without an answer, and what was merged and not wanted. Empty when the office cannot be
-    /// reached. To be called before anything else is done with the office.
+    /// reached; when it goes on the way, the last one is what was on the way then. To be called before
+    /// anything else is done with the office.
     std::vector<SentPublication> SendWaiting(const AnswerConflicts& answer = {},
                                              const ReviewMerge& review = {});
     /// Lets what waits of a configuration wait no more. The project's file stays as it is.
@@ -175,6 +181,15 @@ private:
         const AnswerConflicts& answer;
         const ReviewMerge& review;
     };
+    /// A publication on its way to the office, and what it has become on it.
+    struct Sending
+    {
+        embedded::Publication publication;
+        std::optional<embedded::WaitingPublication> waiting{}; ///< what waits in its place
+        std::optional<JoinedStates> joined{};
+
+        PublishEnd Unreached(const embedded::UnreachableError& error) const;
+    };
     /// Where a content comes from.
     struct Origin
     {
@@ -189,14 +204,12 @@ private:
     {
         try {
             return work(Reached());
-        } catch (const embedded::UnansweredError& error) {
-            m_office.Lose(embedded::UnreachableError(error.Reason()));
-            throw;
         } catch (const embedded::UnreachableError& error) {
-            m_office.Lose(error);
+            Lose(error);
             throw;
         }
     }
+    void Lose(const embedded::UnreachableError& error);
     QByteArray ContentAt(embedded::Office& office, const CString& configuration, int version) const;
     Origin Trace(embedded::Office& office, const CString& configuration, const embedded::VersionMark& base,
                  const QByteArray& content);
@@ -209,9 +222,9 @@ private:
     CArray<embedded::NumberUse> NumbersIn(const CString& configuration, const QByteArray& content) const;
     embedded::PublishOutcome AskToPublish(embedded::Office& office, const embedded::Publication& publication);
     void FindBase(embedded::Office& office, embedded::Publication& publication);
-    PublishEnd Send(embedded::Office& office, embedded::Publication& publication,
-                    const MergeQuestions& questions);
-    bool TakeNewer(embedded::Office& office, embedded::Publication& publication, PublishEnd& end,
+    void KeepWaiting(Sending& sending);
+    PublishEnd Send(embedded::Office& office, Sending& sending, const MergeQuestions& questions);
+    bool TakeNewer(embedded::Office& office, Sending& sending, PublishEnd& end,
                    const MergeQuestions& questions);
     SentPublication SendOne(embedded::Office& office, const embedded::WaitingPublication& waiting,
                             const MergeQuestions& questions);

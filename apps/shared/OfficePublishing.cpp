@@ -100,21 +100,28 @@ PublishEnd OfficeFiles::Publish(const CString& configuration, const CString& not
 {
     // What another program lets wait from now on may be of a newer state of the file.
     const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
-    embedded::Publication publication = FromFile(configuration, note);
-    PublishEnd end{PublishEnd::Waits, configuration};
+    Sending sending{FromFile(configuration, note)};
+    if (!waiting.isEmpty()) sending.waiting = waiting.first();
     try {
-        end = WithOffice([&](embedded::Office& office) {
-            return Send(office, publication, {answer, review});
+        const PublishEnd end = WithOffice([&](embedded::Office& office) {
+            return Send(office, sending, {answer, review});
         });
         if (end.IsDone()) Forget(waiting);
-    } catch (const embedded::UnansweredError& error) {
-        m_office.Memory().Wait(publication);
-        end.mayBeDone = true;
-        end.fault = error.Reason();
+        return end;
     } catch (const UnreachableError& error) {
-        m_office.Memory().Wait(publication);
-        end.fault = error.Message();
+        m_office.Memory().Wait(sending.publication);
+        return sending.Unreached(error);
     }
+}
+
+/// What is told of a publication for which the office was not there, or to which it gave no answer.
+PublishEnd OfficeFiles::Sending::Unreached(const UnreachableError& error) const
+{
+    const auto* const unanswered = dynamic_cast<const embedded::UnansweredError*>(&error);
+    PublishEnd end{PublishEnd::Waits, publication.configuration};
+    end.joined = joined;
+    end.mayBeDone = unanswered != nullptr;
+    end.fault = end.mayBeDone ? unanswered->Reason() : error.Message();
     return end;
 }
 
@@ -169,27 +176,38 @@ void OfficeFiles::FindBase(embedded::Office& office, embedded::Publication& publ
     publication.base = Trace(office, publication.configuration, publication.base, publication.content).base;
 }
 
-/// Leaves in `publication` what it has become on the way, so that it can be sent again.
-PublishEnd OfficeFiles::Send(embedded::Office& office, embedded::Publication& publication,
-                             const MergeQuestions& questions)
+/// What waits is never older than what was sent: it would be taken for an edit of that later on, and would
+/// undo what was merged into it.
+void OfficeFiles::KeepWaiting(Sending& sending)
 {
-    FindBase(office, publication);
-    std::optional<JoinedStates> joined;
+    if (!sending.waiting) return;
+    embedded::Publication& waiting = sending.waiting->publication;
+    if (waiting.content == sending.publication.content && waiting.base == sending.publication.base) return;
+    m_office.Memory().Renew(*sending.waiting, sending.publication);
+    waiting = sending.publication;
+}
+
+/// Leaves in `sending` what it has become on the way, so that it can be sent again.
+PublishEnd OfficeFiles::Send(embedded::Office& office, Sending& sending, const MergeQuestions& questions)
+{
+    FindBase(office, sending.publication);
     for (;;) {
-        const PublishOutcome outcome = AskToPublish(office, publication);
-        PublishEnd end = EndOf(outcome, publication.configuration);
-        end.joined = joined;
-        if (outcome.end != PublishOutcome::Newer || !TakeNewer(office, publication, end, questions))
-            return end;
-        joined = end.joined;
+        KeepWaiting(sending);
+        const PublishOutcome outcome = AskToPublish(office, sending.publication);
+        PublishEnd end = EndOf(outcome, sending.publication.configuration);
+        const bool isAgain =
+            outcome.end == PublishOutcome::Newer && TakeNewer(office, sending, end, questions);
+        end.joined = sending.joined;
+        if (!isAgain) return end;
     }
 }
 
 /// Merges a publication with the last version, that of `end`, in the project's file, too. False when that was
 /// not to be, and `end` tells why.
-bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& publication, PublishEnd& end,
+bool OfficeFiles::TakeNewer(embedded::Office& office, Sending& sending, PublishEnd& end,
                             const MergeQuestions& questions)
 {
+    embedded::Publication& publication = sending.publication;
     const CString& name = publication.configuration;
     const QByteArray& mine = publication.content;
     const QByteArray theirs = ContentAt(office, name, end.version);
@@ -198,15 +216,15 @@ bool OfficeFiles::TakeNewer(embedded::Office& office, embedded::Publication& pub
         MergeRuleFiles(name, CommonState(office, name, origin, mine), mine, theirs, questions.answer);
     if (!merged) return false;
     const bool isNews = *merged != mine && *merged != theirs;
-    const JoinedStates joined{name, end.version, mine, theirs, *merged};
-    if (isNews && questions.review && !questions.review(joined)) {
+    const int before = sending.joined ? sending.joined->version : 0;
+    if (isNews && questions.review && !questions.review({name, end.version, mine, theirs, *merged, before})) {
         end.end = PublishEnd::Declined;
         return false;
     }
     const embedded::VersionMark base(end.version, embedded::DigestOf(theirs));
     if (!BringToFile(name, mine, *merged, base, questions.answer)) return false;
-    const QByteArray first = end.joined ? end.joined->mine : mine;
-    if (*merged != first) end.joined = {name, end.version, first, theirs, *merged};
+    const QByteArray first = sending.joined ? sending.joined->mine : mine;
+    if (*merged != first) sending.joined = {name, end.version, first, theirs, *merged, before};
     publication.base = base;
     publication.content = *merged;
     publication.numbers = NumbersIn(name, *merged);
@@ -253,11 +271,10 @@ std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& ans
             const bool waits =
                 std::any_of(left.begin(), left.end(), [&](const auto& other) { return other.id == one.id; });
             if (waits) sent.push_back(SendOne(Reached(), one, {answer, review}));
+            if (!m_office.IsReached()) break; // what has not been sent goes on waiting
         }
-    } catch (const embedded::UnansweredError& error) {
-        m_office.Lose(UnreachableError(error.Reason()));
     } catch (const UnreachableError& error) {
-        m_office.Lose(error); // what has not been sent goes on waiting
+        Lose(error);
     }
     return sent;
 }
@@ -266,18 +283,23 @@ SentPublication OfficeFiles::SendOne(embedded::Office& office, const embedded::W
                                      const MergeQuestions& questions)
 {
     SentPublication sent{waiting, {PublishEnd::Waits, waiting.publication.configuration}};
+    Sending sending{waiting.publication, waiting};
+    const auto stays = [&](const CString& reason) {
+        sent.end.joined = sending.joined;
+        sent.end.fault = reason;
+    };
     try {
-        embedded::Publication publication = waiting.publication;
         // An older program has let it wait.
-        if (publication.projectId.isEmpty()) publication.projectId = m_office.ProjectId();
-        sent.end = Send(office, publication, questions);
+        if (sending.publication.projectId.isEmpty()) sending.publication.projectId = m_office.ProjectId();
+        sent.end = Send(office, sending, questions);
         if (sent.end.IsDone()) m_office.Memory().Forget(waiting);
-    } catch (const UnreachableError&) {
-        throw;
+    } catch (const UnreachableError& error) {
+        Lose(error);
+        sent.end = sending.Unreached(error);
     } catch (const Error& error) {
-        sent.end.fault = error.Message();
+        stays(error.Message());
     } catch (const platform::FileError& error) {
-        sent.end.fault = error.Message();
+        stays(error.Message());
     }
     return sent;
 }

@@ -58,15 +58,14 @@ CString CollisionText(const embedded::NumberCollision& collision)
         collision.theirs.name, collision.theirs.unit);
 }
 
-} // namespace
-
-CString StateText(const OfficeEntry& entry)
+/// What the project's file holds, though it was not published.
+CString MergedText(const PublishEnd& end)
 {
-    const CString text = BareStateText(entry.state);
-    return entry.isWaiting ? text + u"，等待发布"_s : text;
+    if (end.IsDone() || !end.IsMerged()) return {};
+    return u"本地文件已与别人发布的第 %1 版合并；"_s.arg(end.joined->version);
 }
 
-CString EndText(const PublishEnd& end, const CString& office)
+CString BareEndText(const PublishEnd& end, const CString& office)
 {
     const CString version = CString::number(end.version);
     switch (end.end) {
@@ -100,6 +99,19 @@ CString EndText(const PublishEnd& end, const CString& office)
     return {};
 }
 
+} // namespace
+
+CString StateText(const OfficeEntry& entry)
+{
+    const CString text = BareStateText(entry.state);
+    return entry.isWaiting ? text + u"，等待发布"_s : text;
+}
+
+CString EndText(const PublishEnd& end, const CString& office)
+{
+    return MergedText(end) + BareEndText(end, office);
+}
+
 CString EndText(const FetchEnd& end, const CString& configuration, const CString& office)
 {
     const CString text = BareEndText(end, configuration, office);
@@ -120,11 +132,12 @@ CString EndText(WithdrawEnd end, const CString& configuration)
     return {};
 }
 
-CString JoinedText(const JoinedStates& joined)
+CString JoinedText(const JoinedStates& joined, qsizetype most)
 {
-    const auto lines = RuleChangeLines(joined.mine, joined.merged);
-    return u"合并时从办公室的第 %1 版并入的：\n"_s.arg(joined.version) +
-           lines.value_or(CStringArray()).join(u'\n');
+    CStringArray lines = RuleChangeLines(joined.mine, joined.merged).value_or(CStringArray());
+    const qsizetype left = lines.size() - most;
+    if (left > 0) lines = lines.first(most) + CStringArray{u"……还有 %1 行"_s.arg(left)};
+    return u"合并时从办公室的第 %1 版并入的：\n"_s.arg(joined.version) + lines.join(u'\n');
 }
 
 CString EndText(const SentPublication& sent, const CString& office)
@@ -132,7 +145,9 @@ CString EndText(const SentPublication& sent, const CString& office)
     if (sent.end.IsDone())
         return u"从 %1 起等待的发布：%2"_s.arg(platform::TimeText(sent.waiting.since),
                                                EndText(sent.end, office));
-    const CString why = sent.end.end == PublishEnd::Waits ? sent.end.fault : EndText(sent.end, office);
+    // What the office did not refuse may have failed on this machine.
+    const bool isOwn = sent.end.end == PublishEnd::Waits && !sent.end.mayBeDone;
+    const CString why = isOwn ? MergedText(sent.end) + sent.end.fault : EndText(sent.end, office);
     return u"从 %1 起等待的发布还在等：%2"_s.arg(platform::TimeText(sent.waiting.since), why);
 }
 

@@ -2,6 +2,8 @@
 
 #include "shared/OfficeFiles.h"
 
+#include <limits>
+
 /// What became of publishing, in words.
 namespace shared {
 
@@ -14,7 +16,8 @@ CString EndText(const FetchEnd& end, const CString& configuration, const CString
 CString EndText(const SentPublication& sent, const CString& office);
 CString EndText(WithdrawEnd end, const CString& configuration);
 
-/// What a merge has brought into what was to be published, rule by rule, a line each.
-CString JoinedText(const JoinedStates& joined);
+/// What a merge has brought into what was to be published, rule by rule, a line each. Of more than `most`
+/// lines the others are counted.
+CString JoinedText(const JoinedStates& joined, qsizetype most = std::numeric_limits<qsizetype>::max());
 
 } // namespace shared

@@ -78,6 +78,19 @@ PsqlAnswer OfficeDatabase::Psql(const CString& service, const QString& sql) cons
     return SharedServer().Psql(m_name, User(service), sql);
 }
 
+AnswerLost::AnswerLost(const OfficeDatabase& database) : m_database(database)
+{
+    m_database.Ask(u"CREATE FUNCTION public.hang_up() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER "
+                   "AS 'BEGIN PERFORM pg_terminate_backend(pg_backend_pid()); RETURN NULL; END'; "
+                   "CREATE TRIGGER hang_up BEFORE INSERT ON ktqdde.versions FOR EACH ROW "
+                   "EXECUTE FUNCTION public.hang_up()"_s);
+}
+
+AnswerLost::~AnswerLost()
+{
+    m_database.Ask(u"DROP FUNCTION public.hang_up() CASCADE"_s);
+}
+
 TestOffice::TestOffice()
 {
     embedded::Office::Create(Administrator());

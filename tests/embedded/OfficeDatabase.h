@@ -38,6 +38,19 @@ private:
     ServiceFile m_services;
 };
 
+/// The server ends the connection of whoever publishes in an office, in the middle of it, while one lives.
+class AnswerLost
+{
+public:
+    explicit AnswerLost(const OfficeDatabase& database);
+    ~AnswerLost();
+    AnswerLost(const AnswerLost&) = delete;
+    AnswerLost& operator=(const AnswerLost&) = delete;
+
+private:
+    const OfficeDatabase& m_database;
+};
+
 /// An office with a person of every right.
 class TestOffice : public OfficeDatabase
 {

@@ -218,6 +218,22 @@ TEST_F(CloudVerb, WhatWasMergedIsPrintedRuleByRule)
     EXPECT_TRUE(merged.Out().contains(u"发布为第 3 版"_s)) << merged.out.toStdString();
 }
 
+TEST_F(CloudVerb, WhatWasMergedIsPrintedThoughThePublicationIsNotAnswered)
+{
+    Write(u"wang"_s, WithCopper);
+    Cloud(u"wang"_s, {u"publish"_s, test::Configuration});
+    Write(u"li"_s, PipeFile(PipeElement(2, "钢管") + PipeElement(3, "PE管")));
+    const test::AnswerLost lost(m_setting.Database());
+    const Outcome merged = Cloud(u"li"_s, {u"publish"_s, test::Configuration});
+    EXPECT_EQ(merged.status, Waiting);
+    EXPECT_TRUE(merged.Out().contains(u"从办公室的第 2 版并入的"_s)) << merged.out.toStdString();
+    EXPECT_TRUE(merged.Out().contains(u"铜管"_s)) << merged.out.toStdString();
+    EXPECT_TRUE(merged.Err().contains(u"本地文件已与别人发布的第 2 版合并"_s)) << merged.err.toStdString();
+    Write(u"wang"_s, PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "铸铁管")));
+    const Outcome listed = Cloud(u"li"_s, {u"list"_s});
+    EXPECT_TRUE(listed.Err().contains(u"可能已经发布"_s)) << listed.err.toStdString();
+}
+
 TEST_F(CloudVerb, ProjectWithoutAnOfficeIsToldOfTheFolderAndOfOffices)
 {
     Run({u"init"_s, u"alone"_s});

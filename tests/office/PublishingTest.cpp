@@ -19,25 +19,6 @@ using Publishing = test::TwoProjects;
 
 namespace {
 
-/// The server ends the connection of whoever publishes, in the middle of it, while one lives.
-class AnswerLost
-{
-public:
-    explicit AnswerLost(const OfficeSetting& setting) : m_database(setting.Database())
-    {
-        m_database.Ask(u"CREATE FUNCTION public.hang_up() RETURNS trigger LANGUAGE plpgsql SECURITY DEFINER "
-                       "AS 'BEGIN PERFORM pg_terminate_backend(pg_backend_pid()); RETURN NULL; END'; "
-                       "CREATE TRIGGER hang_up BEFORE INSERT ON ktqdde.versions FOR EACH ROW "
-                       "EXECUTE FUNCTION public.hang_up()"_s);
-    }
-    ~AnswerLost() { m_database.Ask(u"DROP FUNCTION public.hang_up() CASCADE"_s); }
-    AnswerLost(const AnswerLost&) = delete;
-    AnswerLost& operator=(const AnswerLost&) = delete;
-
-private:
-    const OfficeDatabase& m_database;
-};
-
 /// What the project has sent is published, though the project did not hear of it.
 void PublishUnheard(OfficeProject& project, const QByteArray& content)
 {
@@ -106,7 +87,7 @@ TEST_F(Publishing, PublicationWithoutAnAnswerMayBeDoneAndSaysSo)
 {
     m_li.Write(WithCopper);
     {
-        const AnswerLost lost(m_setting);
+        const AnswerLost lost(m_setting.Database());
         const PublishEnd end = m_li.Publish();
         EXPECT_EQ(end.end, PublishEnd::Waits);
         EXPECT_TRUE(end.mayBeDone);
@@ -116,7 +97,7 @@ TEST_F(Publishing, PublicationWithoutAnAnswerMayBeDoneAndSaysSo)
     ASSERT_EQ(m_li.Files().SendWaiting().size(), 1U);
     EXPECT_EQ(m_li.Last(), WithCopper);
     {
-        const AnswerLost lost(m_setting);
+        const AnswerLost lost(m_setting.Database());
         const CString told = ErrorOf([&] { m_li.Files().Restore(Configuration, 1); });
         EXPECT_TRUE(told.contains(u"可能已经完成"_s)) << told.toStdString();
         EXPECT_FALSE(m_li.Host().Office()->Fault().contains(u"可能"_s));
@@ -153,7 +134,7 @@ TEST_F(Publishing, WhatWaitsIsOfWhatWasPublishedUnheardOf)
 {
     m_li.Write(ByLength);
     {
-        const AnswerLost lost(m_setting);
+        const AnswerLost lost(m_setting.Database());
         EXPECT_TRUE(m_li.Publish().mayBeDone);
     }
     m_li.Write(ByCount);
@@ -197,7 +178,7 @@ TEST_F(Publishing, WhatWaitsIsWithdrawnAndTheFileStays)
     EXPECT_TRUE(m_li.Files().SendWaiting().empty());
     EXPECT_EQ(m_li.Read(), WithCopper);
     EXPECT_EQ(m_li.Files().LastVersion(Configuration), 1);
-    const AnswerLost lost(m_setting);
+    const AnswerLost lost(m_setting.Database());
     m_li.Publish();
     EXPECT_EQ(m_li.Files().Withdraw(Configuration), WithdrawEnd::MayBeDone);
 }
@@ -378,4 +359,111 @@ TEST_F(Publishing, MergeThatBringsNothingOfOnesOwnIsNotShown)
         return true;
     });
     EXPECT_EQ(end.end, PublishEnd::Unchanged);
+}
+
+TEST_F(Publishing, WhatAMergeHasJoinedIsToldThoughItsPublicationIsNotAnswered)
+{
+    m_li.Write(WithPlastic);
+    {
+        const AnswerLost lost(m_setting.Database());
+        EXPECT_FALSE(m_li.Publish().IsMerged());
+    }
+    m_wang.Write(WithCopper);
+    m_wang.Publish();
+    PublishEnd end;
+    {
+        const AnswerLost lost(m_setting.Database());
+        end = m_li.Publish();
+    }
+    EXPECT_EQ(end.end, PublishEnd::Waits);
+    EXPECT_TRUE(end.mayBeDone);
+    ASSERT_TRUE(end.IsMerged());
+    EXPECT_EQ(end.joined->version, 2);
+    EXPECT_EQ(end.joined->mine, WithPlastic);
+    EXPECT_EQ(end.joined->merged, m_li.Read());
+    const CString text = shared::EndText(end, u"办"_s);
+    EXPECT_TRUE(text.contains(u"本地文件已与别人发布的第 2 版合并"_s) && text.contains(u"可能已经发布"_s))
+        << text.toStdString();
+}
+
+TEST_F(Publishing, WhatWaitedIsToldAsMergedThoughItIsNotAnsweredAndUndoesNothingLater)
+{
+    m_li.Write(WithPlastic);
+    {
+        const ServerDown down;
+        m_li.Publish();
+    }
+    m_wang.Write(WithCopper);
+    m_wang.Publish();
+    {
+        const AnswerLost lost(m_setting.Database());
+        const auto sent = m_li.Files().SendWaiting();
+        ASSERT_EQ(sent.size(), 1U);
+        EXPECT_TRUE(sent[0].end.mayBeDone);
+        ASSERT_TRUE(sent[0].end.IsMerged());
+        EXPECT_EQ(sent[0].end.joined->merged, m_li.Read());
+        const CString text = shared::EndText(sent[0], u"办"_s);
+        for (const CString& part : {u"还在等"_s, u"第 2 版合并"_s, u"可能已经发布"_s})
+            EXPECT_TRUE(text.contains(part)) << text.toStdString();
+    }
+    // As if it had arrived.
+    const QByteArray merged = m_li.Read();
+    ASSERT_TRUE(m_li.Host().Office()->Reach());
+    PublishUnheard(m_li, merged);
+    const auto sent = m_li.Files().SendWaiting();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].end.version, 3);
+    EXPECT_EQ(m_li.Last(), merged) << "with what others had published";
+}
+
+// A program that ends before the answer leaves what it has sent and what waited before that.
+TEST_F(Publishing, WhatWaitsIsNotOlderThanWhatWasSent)
+{
+    m_li.Write(WithPlastic);
+    {
+        const ServerDown down;
+        m_li.Publish();
+    }
+    ASSERT_TRUE(m_li.Host().Office()->Reach());
+    m_wang.Write(WithCopper);
+    m_wang.Publish();
+    int shown = 0;
+    m_li.Publish({}, {}, [&](const JoinedStates& joined) {
+        const auto waiting = m_li.Host().Office()->Memory().Waiting();
+        EXPECT_EQ(waiting.size(), 1);
+        EXPECT_EQ(waiting.first().publication.content, joined.mine);
+        EXPECT_EQ(waiting.first().publication.base.number, joined.version - 1);
+        if (++shown > 1) return false;
+        m_wang.Write(PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "铸铁管")));
+        m_wang.Publish();
+        return true;
+    });
+    EXPECT_EQ(shown, 2);
+}
+
+TEST_F(Publishing, MergeOfWhatWasPublishedDuringAReviewIsToldAsTheSecondOne)
+{
+    m_wang.Write(WithCopper);
+    m_wang.Publish();
+    m_li.Write(WithPlastic);
+    CArray<JoinedStates> shown;
+    const PublishEnd end = m_li.Publish({}, {}, [&](const JoinedStates& joined) {
+        shown.append(joined);
+        if (shown.size() > 1) return false;
+        m_wang.Write(PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管") + PipeElement(4, "铸铁管")));
+        EXPECT_EQ(m_wang.Publish().version, 3);
+        return true;
+    });
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].before, 0);
+    EXPECT_EQ(shown[1].before, 2);
+    EXPECT_EQ(shown[1].version, 3);
+    EXPECT_EQ(shown[1].mine, shown[0].merged);
+    EXPECT_EQ(m_li.Read(), shown[0].merged);
+    EXPECT_EQ(end.end, PublishEnd::Declined);
+    ASSERT_TRUE(end.IsMerged()) << "once";
+    const CString text = shared::EndText(end, u"办"_s);
+    EXPECT_TRUE(text.contains(u"本地文件已与别人发布的第 2 版合并"_s) &&
+                text.contains(u"第 3 版合并的结果"_s))
+        << text.toStdString();
 }

@@ -33,6 +33,18 @@ QWidget* Titled(const QString& title, const QByteArray& before, const QByteArray
     return widget;
 }
 
+CString Lead(const shared::JoinedStates& joined)
+{
+    const CString version = CString::number(joined.version);
+    if (joined.before == 0) {
+        return u"“%1”有别人发布的第 %2 版，已与本机的文件合并。请看过再发布；不发布就什么也不改"_s.arg(
+            joined.configuration, version);
+    }
+    return u"其间又有人发布了“%1”的第 %2 版，又合并了一次；与第 %3 版合并的结果已经写进本机的文件。"
+           "请看过再发布；不发布，本机的文件就停在那里"_s.arg(joined.configuration, version,
+                                                              CString::number(joined.before));
+}
+
 } // namespace
 
 JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) : QDialog(parent)
@@ -40,9 +52,7 @@ JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) 
     setWindowTitle(u"合并的结果"_s);
     resize(FirstText.width() * fontMetrics().averageCharWidth(),
            FirstText.height() * fontMetrics().lineSpacing());
-    auto* told =
-        new QLabel(u"“%1”有别人发布的第 %2 版，已与本机的文件合并。请看过再发布；不发布就什么也不改"_s.arg(
-            joined.configuration, QString::number(joined.version)));
+    auto* told = new QLabel(Lead(joined));
     told->setWordWrap(true);
     told->setTextFormat(Qt::PlainText);
     auto* views = new QSplitter;
@@ -55,7 +65,8 @@ JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) 
     publish->setToolTip(u"合并的结果写进本机的文件，并发布为下一版（Enter）"_s);
     auto* leave = buttons->addButton(u"不发布"_s, QDialogButtonBox::RejectRole);
     leave->setAutoDefault(false);
-    leave->setToolTip(u"什么也不改（Esc）"_s);
+    leave->setToolTip(joined.before == 0 ? u"什么也不改（Esc）"_s
+                                         : u"本机的文件停在上一次合并的结果（Esc）"_s);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { accept(); });
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
     auto* column = new QVBoxLayout(this);

@@ -14,14 +14,19 @@ namespace editor {
 
 namespace {
 
-/// Why an office does not answer, in words; empty when it does.
-CString FaultOf(const CString& office)
+/// What an office says to a look at it: the revision of its catalogue, or why it does not answer, in words.
+struct Answer
+{
+    qint64 revision = 0;
+    CString fault;
+};
+
+Answer AnswerOf(const CString& office)
 {
     try {
-        const embedded::Office open(office);
-        return {};
+        return {embedded::Office(office).First().revision, {}};
     } catch (const embedded::Error& error) {
-        return error.Message().simplified();
+        return {0, error.Message().simplified()};
     }
 }
 
@@ -29,6 +34,7 @@ CString TextOf(const embedded::ProjectOffice& office)
 {
     if (!office.IsReached()) return u"办公室“%1”连不上，用上次的数据"_s.arg(office.Name());
     if (office.IsBehind()) return u"办公室“%1”有新数据，副本跟不上"_s.arg(office.Name());
+    if (office.HasNews()) return u"办公室“%1”有新数据，重新打开工程就用"_s.arg(office.Name());
     return u"办公室“%1”"_s.arg(office.Name());
 }
 
@@ -66,8 +72,9 @@ void OfficeMark::Look()
     if (m_followed == nullptr) return;
     // A look that is under way may have found what is no longer so: it is taken anew.
     m_look->Start([this, office = m_followed->Name()](StepControl&) -> BackgroundWork::Outcome {
-        return [this, fault = FaultOf(office)] {
-            if (m_followed != nullptr) m_followed->Believe(fault);
+        return [this, answer = AnswerOf(office)] {
+            if (m_followed == nullptr) return;
+            answer.fault.isEmpty() ? m_followed->Believe(answer.revision) : m_followed->Believe(answer.fault);
         };
     });
 }

@@ -10,9 +10,10 @@ namespace editor {
 
 class BackgroundWork;
 
-/// Tells in the status bar which office the project belongs to, and whether it could be reached when it was
-/// last tried. Follows whatever asks the office, and looks for itself when the user comes back to the
-/// program, behind the windows.
+/// Tells in the status bar which office the project belongs to, whether it could be reached when it was last
+/// tried, and whether its catalogue is another one by now than that with which the project works. Follows
+/// whatever asks the office, and looks for itself when the user comes back to the program, behind the
+/// windows.
 class OfficeMark : public QLabel
 {
 public:

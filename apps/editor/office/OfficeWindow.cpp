@@ -41,6 +41,9 @@ namespace {
 constexpr QSize FirstText(132, 34);
 constexpr QSize LeastListSize(30, 6);
 
+/// What a box tells of a merge, which may be of hundreds of rules.
+constexpr qsizetype MostLines = 12;
+
 enum Column { NameColumn, StateColumn, VersionColumn, AuthorColumn, TimeColumn };
 enum VersionListColumn { NumberColumn, ByColumn, AtColumn, NoteColumn, FromColumn };
 
@@ -227,7 +230,7 @@ void OfficeWindow::Refresh(bool isFirst)
         const auto decline = [](const shared::JoinedStates&) { return false; };
         for (const shared::SentPublication& sent : Files().SendWaiting({}, decline)) {
             m_hasChanged = m_hasChanged || sent.end.IsMerged();
-            Report(shared::EndText(sent, OfficeName()), sent.end.IsDone());
+            Report(shared::EndText(sent, OfficeName()), sent.end);
         }
     }
     FillConfigurations();
@@ -370,7 +373,7 @@ void OfficeWindow::Restore()
 void OfficeWindow::TakePublished(const shared::PublishEnd& end)
 {
     m_hasChanged = true; // it may have been merged, or brought into the file
-    Report(shared::EndText(end, OfficeName()), end.IsDone());
+    Report(shared::EndText(end, OfficeName()), end);
     FillConfigurations();
 }
 
@@ -392,6 +395,14 @@ void OfficeWindow::Report(const CString& text, bool isDone)
 {
     m_status->setText(text);
     if (!isDone) ShowWarning(text);
+}
+
+void OfficeWindow::Report(const CString& text, const shared::PublishEnd& end)
+{
+    m_status->setText(text);
+    if (end.IsDone()) return;
+    const CString joined = end.IsMerged() ? shared::JoinedText(*end.joined, MostLines) + u'\n' : CString();
+    ShowWarning(joined + text);
 }
 
 shared::OfficeFiles OfficeWindow::Files()

@@ -56,6 +56,8 @@ private:
     void TakePublished(const shared::PublishEnd& end);
     /// What was done, below the lists; what was not, in a box.
     void Report(const CString& text, bool isDone);
+    /// The same of a publication; one that was not done tells what it has brought into the file all the same.
+    void Report(const CString& text, const shared::PublishEnd& end);
 
     /// Runs what asks the office; a connection that breaks shows the window as without the office.
     void Ask(const std::function<void()>& step);

@@ -7,7 +7,6 @@
 #include <QtCore/QLibrary>
 #include <QtSql/QSqlDriver>
 
-#include <atomic>
 #include <utility>
 
 namespace embedded {
@@ -22,9 +21,22 @@ const CString Place = u"place"_s;
 constexpr qint64 WriteLock = 0x4b'74'51'64'44'65;
 
 /// The seconds after which an attempt to connect, and a server that answers no more, is given up; and those
-/// for asking whether one is there that has fallen silent.
+/// for asking whether one is there that has fallen silent. The client library counts those of an attempt from
+/// its beginning to the server's word that it takes questions, encryption and password included, for each
+/// address of the host anew.
 constexpr int Patience = 5;
 constexpr int ProbePatience = 4;
+
+/// A function of the client library, which the toolkit has loaded; null where it is not found.
+template <typename Function>
+Function OfClient(const char* name)
+{
+#ifdef Q_OS_WIN
+    return reinterpret_cast<Function>(QLibrary(u"libpq"_s).resolve(name));
+#else
+    return reinterpret_cast<Function>(QLibrary(u"pq"_s, 5).resolve(name));
+#endif
+}
 
 CString Each(const CStringArray& columns, const CString& form, const CString& between)
 {
@@ -111,22 +123,19 @@ CString PostgresEngine::ConnectOptions(int patience) const
     return options.join(u';');
 }
 
-/// What refuses at once is there as well.
+/// What refuses at once is there as well. The toolkit's own way to a connection ends with questions for which
+/// nobody looks at the clock.
 bool PostgresEngine::IsAnswering() const
 {
-    static std::atomic<unsigned> last{0};
-    const CString name = u"ktqdde-silence-"_s + CString::number(++last);
+    using Ping = int (*)(const char*);
+    static const auto ping = OfClient<Ping>("PQping");
+    constexpr int NoResponse = 2;
+    if (ping == nullptr) return true;
     QElapsedTimer time;
     time.start();
-    bool isOpen = false;
-    {
-        QSqlDatabase other = QSqlDatabase::addDatabase(Driver(), name);
-        other.setConnectOptions(ConnectOptions(ProbePatience));
-        isOpen = other.open();
-    }
-    QSqlDatabase::removeDatabase(name);
+    const QByteArray options = ConnectOptions(ProbePatience).replace(u';', u' ').toUtf8();
     // The client library counts whole seconds of the clock and may begin in the middle of one.
-    return isOpen || !time.hasExpired((ProbePatience - 1) * 1000);
+    return ping(options.constData()) != NoResponse || !time.hasExpired((ProbePatience - 1) * 1000);
 }
 
 std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& connection) const
@@ -134,18 +143,16 @@ std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& conn
     // The toolkit hands its connection out, but not the socket; the client library, which it has loaded,
     // does.
     using SocketOf = int (*)(const void*);
-#ifdef Q_OS_WIN
-    static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"libpq"_s).resolve("PQsocket"));
-#else
-    static const auto socketOf = reinterpret_cast<SocketOf>(QLibrary(u"pq"_s, 5).resolve("PQsocket"));
-#endif
+    static const auto socketOf = OfClient<SocketOf>("PQsocket");
     const QVariant handle = connection.driver()->handle();
     const QByteArrayView type =
         handle.typeName(); // by either name of the client library's, as the toolkit spells it
     if (socketOf == nullptr || (type != "pg_conn*" && type != "PGconn*")) return nullptr;
     const void* const opened = *static_cast<void* const*>(handle.constData());
-    return std::make_unique<SilenceWatch>([engine = *this] { return engine.IsAnswering(); },
-                                          [opened] { platform::EndConnection(socketOf(opened)); });
+    return std::make_unique<SilenceWatch>(
+        SilenceWatch::Questions{[engine = *this] { return engine.IsAnswering(); },
+                                [opened] { return platform::BytesThrough(socketOf(opened)); },
+                                [opened] { platform::EndConnection(socketOf(opened)); }});
 }
 
 /// Their readers go on.

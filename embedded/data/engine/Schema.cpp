@@ -32,7 +32,8 @@ void EnsureSchema(Database& database, int version, const std::function<void()>& 
             BringTo(database, version, create, upgrade);
         } catch (const ReadOnlyError&) {
             if (found == 0) throw;
-            database.Fail(u"由旧版程序建立，第一次打开时要改写，但文件或文件夹只读"_s);
+            throw ReadOnlyError(database.Name() +
+                                u"：由旧版程序建立，第一次打开时要改写，但文件或文件夹只读"_s);
         }
     }
     RequireSchema(database, version);

@@ -60,6 +60,7 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         watch.m_since = Clock::now();
+        watch.m_last.reset();
         watch.m_wait = ++m_waits;
     }
     void End(SilenceWatch& watch)
@@ -73,9 +74,11 @@ private:
     {
         std::unique_lock lock(m_mutex);
         while (!m_end.wait_for(lock, Look, [this] { return m_isEnding; })) {
+            for (SilenceWatch* const watch : m_watches)
+                if (watch->m_since) watch->HasMoved();
             while (SilenceWatch* const found = FindLong()) {
                 const unsigned long long wait = found->m_wait;
-                const auto isAnswering = found->m_isAnswering;
+                const auto isAnswering = found->m_questions.isAnswering;
                 lock.unlock();
                 const bool answers = isAnswering();
                 lock.lock();
@@ -97,7 +100,7 @@ private:
     {
         for (SilenceWatch* const watch : m_watches) {
             if (!watch->m_since || watch->m_wait != wait) continue;
-            if (!answers) watch->m_breakOff();
+            if (!watch->HasMoved() && !answers) watch->m_questions.breakOff();
             watch->m_since = Clock::now();
         }
     }
@@ -116,10 +119,21 @@ SilenceWatch::Watchman& SilenceWatch::TheWatchman()
     return watchman;
 }
 
-SilenceWatch::SilenceWatch(std::function<bool()> isAnswering, std::function<void()> breakOff)
-    : m_isAnswering(std::move(isAnswering)), m_breakOff(std::move(breakOff))
+SilenceWatch::SilenceWatch(Questions questions) : m_questions(std::move(questions))
 {
     TheWatchman().Add(*this);
+}
+
+/// Whether bytes have got through since the last look; whoever waits has had an answer then, at the time of
+/// that look or later.
+bool SilenceWatch::HasMoved()
+{
+    const std::optional<std::uint64_t> traffic = m_questions.traffic();
+    if (!traffic) return false;
+    const bool hasMoved = m_last && m_last->traffic != *traffic;
+    if (hasMoved) m_since = std::max(*m_since, m_last->at);
+    m_last = {*traffic, Clock::now()};
+    return hasMoved;
 }
 
 SilenceWatch::~SilenceWatch()

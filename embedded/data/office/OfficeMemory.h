@@ -3,6 +3,7 @@
 #include "embedded/data/engine/Database.h"
 #include "embedded/data/office/PublishedConfigurations.h"
 
+#include <functional>
 #include <optional>
 
 namespace embedded {
@@ -16,7 +17,9 @@ struct WaitingPublication
 };
 
 /// What a project remembers of its office: the file "office.db" in the application folder, made when it is
-/// first needed. Several programs may use it at once. Raises `Error`.
+/// first needed. Several programs may use it at once. One that an older program has made is brought up to
+/// date when it is opened, or stays what it is where it cannot be written: it is read all the same then, and
+/// whatever has to be remembered raises `ReadOnlyError`. Raises `Error`.
 class OfficeMemory
 {
 public:
@@ -49,9 +52,15 @@ public:
     CArray<WaitingPublication> Waiting();
     /// Takes the place of what waits already for the same configuration: it is the newer state of the file.
     void Wait(const Publication& publication);
+    /// Gives what waits the contents of a newer state of the file. Nothing happens when it waits no more.
+    void Renew(const WaitingPublication& waiting, const Publication& publication);
     void Forget(const WaitingPublication& waiting);
 
 private:
+    void EnsureWritten();
+    bool IsFormer();
+    void Write(const std::function<void()>& statements);
+
     Database m_database;
 };
 

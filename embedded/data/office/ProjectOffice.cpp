@@ -61,6 +61,7 @@ std::optional<qint64> ProjectOffice::Settle()
     try {
         const qint64 revision = inquiry->Answer().revision;
         SetState(true, {});
+        SetRevisions(m_held, revision);
         return revision;
     } catch (const UnreachableError& error) {
         Lose(error);
@@ -113,10 +114,17 @@ void ProjectOffice::Lose(const UnreachableError& error)
     SetState(false, error.Message().simplified());
 }
 
-void ProjectOffice::Believe(const CString& fault)
+void ProjectOffice::Believe(qint64 revision)
 {
     if (m_inquiry) return; // which is about to tell
-    SetState(fault.isEmpty(), fault);
+    SetState(true, {});
+    SetRevisions(m_held, revision);
+}
+
+void ProjectOffice::Believe(const CString& fault)
+{
+    if (m_inquiry) return; // the same
+    SetState(false, fault);
 }
 
 void ProjectOffice::SetState(bool isReached, const CString& fault)
@@ -133,6 +141,14 @@ void ProjectOffice::SetBehind(const CString& reason)
     const bool isOther = reason != m_behind;
     m_behind = reason;
     if (isOther && m_onChange) m_onChange();
+}
+
+void ProjectOffice::SetRevisions(std::optional<qint64> held, std::optional<qint64> told)
+{
+    const bool hadNews = HasNews();
+    m_held = held;
+    m_told = told;
+    if (HasNews() != hadNews && m_onChange) m_onChange();
 }
 
 void ProjectOffice::NoteBase(const CString& configuration, const VersionMark& version)
@@ -174,11 +190,21 @@ bool ProjectOffice::BringUpToDate(Database& copy)
 {
     const std::optional<CopiedState> held = StateOfCopy(copy);
     const std::optional<Present> present = Read(held);
-    if (!present) return false;
-    if (held != present->state && !Write(copy, held, *present)) return false;
+    const bool isKept = present && Keep(copy, held, *present);
+    // The caller reads what the copy holds by now, which another program may have brought there.
+    const std::optional<CopiedState> now = StateOfCopy(copy);
+    const auto revision = now && now->office == m_name ? std::optional(now->revision) : std::nullopt;
+    SetRevisions(revision, isKept ? revision : m_told);
+    return isKept && held != present->state;
+}
+
+/// Brings the copy to the present state and says so. False when it could not be written.
+bool ProjectOffice::Keep(Database& copy, const std::optional<CopiedState>& held, const Present& present)
+{
+    if (held != present.state && !Write(copy, held, present)) return false;
     SetBehind({});
-    Confirm(present->state.revision);
-    return held != present->state;
+    Confirm(present.state.revision);
+    return true;
 }
 
 /// False when the copy could not be written and stays what it was.
@@ -241,13 +267,14 @@ void ProjectOffice::Confirm(qint64 revision)
 CString ProjectOffice::InWords()
 {
     const CString office = u"办公室“%1”"_s.arg(m_name);
-    if (m_isReached && !IsBehind()) return office;
+    if (m_isReached && !IsBehind() && !HasNews()) return office;
     const auto seen = m_memory.LastSeen();
     const CString state =
-        seen ? u"用的是 %1 的数据"_s.arg(platform::MinuteText(seen->at)) : u"还没有它的数据"_s;
-    const CString reason =
-        m_isReached ? u"%1有了新的数据，工程的副本跟不上（%2）"_s.arg(office, m_behind) : m_fault;
-    return reason + u"，"_s + state;
+        seen ? u"用的是 %1 的数据"_s.arg(seen->at.toLocalTime().toString(u"yyyy-MM-dd HH:mm"_s))
+             : u"还没有它的数据"_s;
+    if (!m_isReached) return m_fault + u"，"_s + state;
+    if (!IsBehind()) return u"%1有了新的数据，重新打开工程就用新的，现在%2"_s.arg(office, state);
+    return u"%1有了新的数据，工程的副本跟不上（%2），%3"_s.arg(office, m_behind, state);
 }
 
 } // namespace embedded

@@ -45,10 +45,12 @@ public:
     const CString& Fault() const noexcept { return m_fault; }
     /// To be called when something has raised `UnreachableError`: gives up the connection.
     void Lose(const UnreachableError& error);
-    /// Takes over what an inquiry of somebody else's has come to: an answer, or why there was none (in
-    /// words). The connection stays for whoever is using it.
+    /// Take over what an inquiry of somebody else's has come to: the revision of the office's catalogue, or
+    /// why there was no answer (in words). The connection stays for whoever is using it.
+    void Believe(qint64 revision);
     void Believe(const CString& fault);
-    /// `action` is called when `IsReached` or `IsBehind` has become another one; empty for nothing any more.
+    /// `action` is called when `IsReached`, `IsBehind` or `HasNews` has become another one; empty for nothing
+    /// any more.
     void OnChange(std::function<void()> action) { m_onChange = std::move(action); }
 
     OfficeMemory& Memory() noexcept { return m_memory; }
@@ -75,11 +77,14 @@ public:
     bool BringUpToDateWithin(Database& copy);
     /// Whether the copy is known to be older than the office's state, and could not be brought up to date.
     bool IsBehind() const noexcept { return !m_behind.isEmpty(); }
+    /// Whether the office's catalogue is known to have become another one since `BringUpToDate`: what was
+    /// read from the copy then is former. Who opens the project again has the new one.
+    bool HasNews() const noexcept { return m_held && m_told && m_held != m_told; }
     /// Raises `Error` when a database is no copy of this office's catalogue.
     void RequireCopy(Database& copy);
 
     /// For status bar and command line, without final mark: "办公室“NAME”", or with the time of the last
-    /// state and the reason where it was not reached or the copy is behind.
+    /// state and the reason where it was not reached, the copy is behind or the office has news.
     CString InWords();
 
 private:
@@ -105,6 +110,9 @@ private:
     bool IsStale() const { return Clock::now() - m_heard > StaleTime; }
     void SetState(bool isReached, const CString& fault);
     void SetBehind(const CString& reason);
+    /// What the project works with, and what the office has said last; nothing where that is not known.
+    void SetRevisions(std::optional<qint64> held, std::optional<qint64> told);
+    bool Keep(Database& copy, const std::optional<CopiedState>& held, const Present& present);
 
     static constexpr std::chrono::seconds StaleTime{5};
 
@@ -118,7 +126,9 @@ private:
     std::unique_ptr<OfficeInquiry> m_telling; ///< asks nothing
     bool m_isReached = false;
     CString m_fault;
-    CString m_behind; ///< why the copy could not be brought up to date
+    CString m_behind;             ///< why the copy could not be brought up to date
+    std::optional<qint64> m_held; ///< the revision of the catalogue with which the project works
+    std::optional<qint64> m_told; ///< the one that the office had when it was last asked
     Clock::time_point m_heard{};
     std::function<void()> m_onChange;
     std::unique_ptr<Office> m_office;

@@ -41,6 +41,7 @@ protected:
 };
 
 const CString Reached = u"办公室“keeper”"_s;
+const CString News = u"办公室“keeper”有新数据，重新打开工程就用"_s;
 const CString Gone = u"办公室“keeper”连不上，用上次的数据"_s;
 
 } // namespace
@@ -70,6 +71,17 @@ TEST_F(OfficeMarkTest, LooksAgainWhenTheUserComesBackToTheProgram)
     ComeBack();
     test::WaitInLoopFor(u"the mark of the office"_s, [this] { return Mark().text() == Reached; });
     EXPECT_NE(Office().Reached(), nullptr);
+}
+
+TEST_F(OfficeMarkTest, TellsOfACatalogueThatIsNewerThanThatOfTheOpenProject)
+{
+    EXPECT_EQ(Mark().text(), Reached);
+    m_office.Ask(u"UPDATE ktqdde.office_state SET revision = revision + 1"_s);
+    ComeBack();
+    test::WaitInLoopFor(u"the mark of news"_s, [this] { return Mark().text() == News; });
+    EXPECT_EQ(Mark().toolTip(), Office().InWords());
+    EXPECT_TRUE(m_window.OpenProject(Folder(u"mine"_s)));
+    EXPECT_EQ(Mark().text(), Reached);
 }
 
 TEST_F(OfficeMarkTest, GoesWithTheProject)

@@ -157,6 +157,19 @@ protected:
         });
         Publish(Changed(first, "DN15", "DN15A"), 1, {});
     }
+    /// Another edit of the project's file than the colleague's.
+    void EditMyself()
+    {
+        QByteArray mine = File();
+        WriteFile(mine.replace(mine.lastIndexOf("DN"), 2, "dn"));
+    }
+    /// What the dialog begins with.
+    static CString Lead(QDialog& dialog)
+    {
+        for (const QLabel* label : dialog.findChildren<QLabel*>())
+            if (label->wordWrap()) return label->text();
+        return {};
+    }
     QByteArray LastPublished()
     {
         embedded::Office office(test::TestOffice::Keeper());
@@ -235,6 +248,57 @@ TEST_F(OfficeWindowTest, WhatWasMergedIsShownAndPublishedByTheButton)
     EXPECT_TRUE(File().contains("DN15A"));
     EXPECT_EQ(File().count("dn"), mine.count("dn"));
     EXPECT_EQ(LastPublished(), File());
+}
+
+TEST_F(OfficeWindowTest, SecondMergeOfAPublicationTellsWhatTheFileHoldsByNow)
+{
+    EditWithAColleague();
+    EditMyself();
+    CStringArray leads;
+    QByteArray afterFirst;
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        QTimer user;
+        QObject::connect(&user, &QTimer::timeout, &window, [&] {
+            auto* dialog = dynamic_cast<editor::JoinedDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || leads.contains(Lead(*dialog))) return;
+            leads.append(Lead(*dialog));
+            const bool isFirst = leads.size() == 1;
+            if (isFirst)
+                Publish(Changed(LastPublished(), "DN100", "DN100A"), 2, {});
+            else
+                afterFirst = File();
+            test::PressButton(*dialog, isFirst ? u"发布"_s : u"不发布"_s);
+        });
+        user.start(10);
+        PublishWith(window, {});
+    });
+    ASSERT_EQ(leads.size(), 2);
+    EXPECT_TRUE(leads[0].contains(u"第 2 版"_s) && leads[0].contains(u"什么也不改"_s))
+        << leads[0].toStdString();
+    EXPECT_TRUE(leads[1].contains(u"又有人发布了"_s) && leads[1].contains(u"第 3 版"_s) &&
+                leads[1].contains(u"第 2 版"_s) && !leads[1].contains(u"什么也不改"_s))
+        << leads[1].toStdString();
+    EXPECT_TRUE(afterFirst.contains("DN15A") && !afterFirst.contains("DN100A"));
+    EXPECT_EQ(File(), afterFirst);
+    EXPECT_TRUE(m_messages.Texts().last().contains(u"本地文件已与别人发布的第 2 版合并"_s));
+}
+
+TEST_F(OfficeWindowTest, WhatWasMergedIsToldThoughThePublicationIsNotAnswered)
+{
+    EditWithAColleague();
+    EditMyself();
+    const test::AnswerLost lost(m_office);
+    InOffice([&](editor::OfficeWindow& window) {
+        Choose(window, House);
+        PublishAndAnswer<editor::JoinedDialog>(window,
+                                               [](QDialog& dialog) { test::PressButton(dialog, u"发布"_s); });
+        EXPECT_TRUE(window.HasChangedFiles());
+    });
+    EXPECT_TRUE(File().contains("DN15A"));
+    const CString told = m_messages.Texts().last();
+    for (const CString& part : {u"本地文件已与别人发布的第 2 版合并"_s, u"可能已经发布"_s, u"DN15A"_s})
+        EXPECT_TRUE(told.contains(part)) << told.toStdString();
 }
 
 TEST_F(OfficeWindowTest, ConflictIsAskedInTheWordsOfTheOffice)

@@ -89,6 +89,57 @@ TEST_F(CopyBehind, FolderThatIsReadOnlyIsReadAllTheSame)
     ExpectPresentState();
 }
 
+TEST_F(CopyBehind, FolderThatIsReadOnlyIsReadAlsoAsAnOlderProgramHasLeftIt)
+{
+    if (test::TempFolder::IgnoresPermissions()) GTEST_SKIP() << "this user may write everything";
+    const CString memory = u"app\\office.db"_s;
+    m_project.Sql(memory, u"ALTER TABLE bases DROP COLUMN digest"_s);
+    m_project.Sql(memory, u"ALTER TABLE waiting DROP COLUMN base_digest"_s);
+    m_project.Sql(memory, u"ALTER TABLE waiting DROP COLUMN project_id"_s);
+    m_project.Sql(memory, u"DROP TABLE sent"_s);
+    m_project.Sql(memory, u"INSERT INTO bases VALUES ('甲', 3)"_s);
+    m_project.Sql(memory, u"PRAGMA user_version = 1"_s);
+    const ReadOnly readOnly(m_project, {CopyFile(), memory, u"project.ktqd"_s, u"app"_s});
+    ExpectFormerState(u"只读"_s);
+    EmbeddedHost host(m_project.Folder());
+    EXPECT_NO_THROW(host.Office()->NoteBase(u"甲"_s, {4, "digest"_ba}));
+    EXPECT_EQ(host.Office()->Memory().Base(u"甲"_s), embedded::VersionMark(3, {}));
+}
+
+TEST_F(CopyBehind, OpenProjectIsToldOfNewsAndHasThemWhenItIsOpenedAgain)
+{
+    const auto revision = [this] { return embedded::Office(Administrator()).First().revision; };
+    EmbeddedHost host(m_project.Folder());
+    embedded::ProjectOffice& office = *host.Office();
+    int changes = 0;
+    office.OnChange([&] { ++changes; });
+    office.Believe(revision());
+    EXPECT_FALSE(office.HasNews());
+    EXPECT_EQ(changes, 0);
+    AddLibrary(u"NEU-2"_s);
+    office.Believe(revision());
+    EXPECT_TRUE(office.HasNews());
+    EXPECT_EQ(changes, 1);
+    EXPECT_FALSE(office.IsBehind());
+    EXPECT_FALSE(Offers(host, u"NEU-2"_s));
+    const CString words = office.InWords();
+    EXPECT_TRUE(words.contains(u"重新打开工程"_s) && words.contains(u"用的是 "_s)) << words.toStdString();
+    {
+        EmbeddedHost again(m_project.Folder());
+        EXPECT_TRUE(Offers(again, u"NEU-2"_s));
+        EXPECT_FALSE(again.Office()->HasNews());
+    }
+    EXPECT_TRUE(office.HasNews()) << "this one goes on with what it has read";
+    AddLibrary(u"NEU-3"_s);
+    EmbeddedHost early(m_project.Folder());
+    EXPECT_TRUE(early.Office()->Reach());
+    AddLibrary(u"NEU-4"_s);
+    EXPECT_FALSE(early.Office()->HasNews()) << "nobody has asked";
+    early.Office()->Lose(embedded::UnreachableError(u"weg"_s));
+    EXPECT_TRUE(early.Office()->Reach());
+    EXPECT_TRUE(early.Office()->HasNews()) << "whoever asks finds it out";
+}
+
 TEST_F(CopyBehind, FileThatAnotherProgramWritesIsUsedAsItIs)
 {
     {

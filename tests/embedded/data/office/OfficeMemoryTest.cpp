@@ -1,6 +1,7 @@
 #include "embedded/data/office/OfficeMemory.h"
 
 #include "embedded/TestProject.h"
+#include "embedded/data/engine/Error.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,35 @@ class OfficeMemoryFile : public ::testing::Test
 {
 protected:
     OfficeMemory Open() { return OfficeMemory(m_folder.Path(u"office.db"_s)); }
+    /// The file of an older program, which knew versions by their numbers, and projects by their names.
+    void MakeFormer()
+    {
+        embedded::Database former(m_folder.Path(u"office.db"_s));
+        former.ExecuteScript(
+            u"CREATE TABLE seen (revision INTEGER NOT NULL, at TEXT NOT NULL);"
+            "CREATE TABLE bases (configuration TEXT PRIMARY KEY, version INTEGER NOT NULL);"
+            "CREATE TABLE waiting (id INTEGER PRIMARY KEY AUTOINCREMENT, since TEXT NOT NULL, configuration "
+            "TEXT NOT NULL UNIQUE, base INTEGER NOT NULL, content BLOB NOT NULL, note TEXT NOT NULL, project "
+            "TEXT NOT NULL);"
+            "CREATE TABLE waiting_numbers (waiting INTEGER NOT NULL REFERENCES waiting (id), library TEXT "
+            "NOT NULL, number TEXT NOT NULL, name TEXT NOT NULL, unit TEXT NOT NULL);"
+            "INSERT INTO bases VALUES ('一', 4);"
+            "INSERT INTO waiting (since, configuration, base, content, note, project) VALUES "
+            "('2026-02-03T04:05:06.007Z', '一', 4, x'61', '说明', '工程@机器')"_s);
+        former.SetSchemaVersion(1);
+    }
+    /// As it was made by `MakeFormer`.
+    static void ExpectFormer(OfficeMemory& memory)
+    {
+        EXPECT_EQ(memory.Base(u"一"_s), VersionMark(4, {}));
+        const CArray<WaitingPublication> waiting = memory.Waiting();
+        ASSERT_EQ(waiting.size(), 1);
+        EXPECT_EQ(waiting[0].publication.base, VersionMark(4, {}));
+        EXPECT_EQ(waiting[0].publication.content, "a");
+        EXPECT_EQ(waiting[0].publication.projectId, CString());
+        EXPECT_TRUE(memory.Sent(u"一"_s).isEmpty());
+        EXPECT_FALSE(memory.LastSeen());
+    }
 
     test::TempFolder m_folder;
 };
@@ -109,33 +139,62 @@ TEST_F(OfficeMemoryFile, WhatIsSentIsRememberedUntilItIsSettled)
     EXPECT_EQ(Open().Sent(u"二"_s), CArray<QByteArray>{"c"});
 }
 
-// An older program knew versions by their numbers, and projects by their names.
 TEST_F(OfficeMemoryFile, OfAnOlderProgramKeepsWhatItHolds)
 {
-    {
-        embedded::Database former(m_folder.Path(u"office.db"_s));
-        former.ExecuteScript(
-            u"CREATE TABLE seen (revision INTEGER NOT NULL, at TEXT NOT NULL);"
-            "CREATE TABLE bases (configuration TEXT PRIMARY KEY, version INTEGER NOT NULL);"
-            "CREATE TABLE waiting (id INTEGER PRIMARY KEY AUTOINCREMENT, since TEXT NOT NULL, configuration "
-            "TEXT NOT NULL UNIQUE, base INTEGER NOT NULL, content BLOB NOT NULL, note TEXT NOT NULL, project "
-            "TEXT NOT NULL);"
-            "CREATE TABLE waiting_numbers (waiting INTEGER NOT NULL REFERENCES waiting (id), library TEXT "
-            "NOT "
-            "NULL, number TEXT NOT NULL, name TEXT NOT NULL, unit TEXT NOT NULL);"
-            "INSERT INTO bases VALUES ('一', 4);"
-            "INSERT INTO waiting (since, configuration, base, content, note, project) VALUES "
-            "('2026-02-03T04:05:06.007Z', '一', 4, x'61', '说明', '工程@机器')"_s);
-        former.SetSchemaVersion(1);
-    }
-    EXPECT_EQ(Open().Base(u"一"_s), VersionMark(4, {}));
-    const CArray<WaitingPublication> waiting = Open().Waiting();
-    ASSERT_EQ(waiting.size(), 1);
-    EXPECT_EQ(waiting[0].publication.base, VersionMark(4, {}));
-    EXPECT_EQ(waiting[0].publication.content, "a");
-    EXPECT_EQ(waiting[0].publication.projectId, CString());
+    MakeFormer();
+    OfficeMemory memory = Open();
+    ExpectFormer(memory);
+    memory.RememberBase(u"一"_s, {5, "five"});
+    EXPECT_EQ(memory.Base(u"一"_s), VersionMark(5, "five"));
+}
+
+TEST_F(OfficeMemoryFile, OfAnOlderProgramIsReadAsItIsWhereItCannotBeWritten)
+{
+    if (test::TempFolder::IgnoresPermissions()) GTEST_SKIP() << "this user may write everything";
+    MakeFormer();
+    const QByteArray before = m_folder.ReadFile(u"office.db"_s);
+    m_folder.SetReadOnly(u"office.db"_s, true);
+    OfficeMemory memory = Open();
+    ExpectFormer(memory);
+    const auto refused = [](const std::function<void()>& action) {
+        try {
+            action();
+        } catch (const embedded::ReadOnlyError& error) {
+            return error.Message().contains(u"由旧版程序建立"_s);
+        }
+        return false;
+    };
+    EXPECT_TRUE(refused([&] { memory.RememberSeen(1, QDateTime::currentDateTimeUtc()); }));
+    EXPECT_TRUE(refused([&] { memory.RememberBase(u"一"_s, {5, "five"}); }));
+    EXPECT_TRUE(refused([&] { memory.RememberSent(u"一"_s, "a"); }));
+    EXPECT_TRUE(refused([&] { memory.Wait(Sample(u"一"_s, "b")); }));
+    EXPECT_TRUE(refused([&] { memory.Forget(memory.Waiting().first()); }));
+    EXPECT_EQ(m_folder.ReadFile(u"office.db"_s), before);
+    m_folder.SetReadOnly(u"office.db"_s, false);
     Open().RememberBase(u"一"_s, {5, "five"});
-    EXPECT_EQ(Open().Base(u"一"_s), VersionMark(5, "five"));
+    EXPECT_EQ(memory.Base(u"一"_s), VersionMark(5, "five")) << "another program has brought it up to date";
+}
+
+TEST_F(OfficeMemoryFile, WhatWaitsIsRenewedInItsPlace)
+{
+    OfficeMemory memory = Open();
+    memory.Wait(Sample(u"一"_s, "old"));
+    const WaitingPublication waiting = memory.Waiting().first();
+    Publication newer = Sample(u"一"_s, "new");
+    newer.base = {7, "seven"};
+    newer.numbers[0].number = u"002"_s;
+    memory.Renew(waiting, newer);
+    const CArray<WaitingPublication> renewed = memory.Waiting();
+    ASSERT_EQ(renewed.size(), 1);
+    EXPECT_EQ(renewed[0].id, waiting.id);
+    EXPECT_EQ(renewed[0].since, waiting.since);
+    EXPECT_EQ(renewed[0].publication.content, "new");
+    EXPECT_EQ(renewed[0].publication.base, VersionMark(7, "seven"));
+    ASSERT_EQ(renewed[0].publication.numbers.size(), 1);
+    EXPECT_EQ(renewed[0].publication.numbers[0].number, u"002"_s);
+    memory.Forget(waiting);
+    memory.Renew(waiting, newer);
+    EXPECT_TRUE(memory.Waiting().isEmpty());
 }
 
 TEST_F(OfficeMemoryFile, OfANewerProgramIsRefused)

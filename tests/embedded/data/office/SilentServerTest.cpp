@@ -1,5 +1,6 @@
 #include "embedded/OfficeFixture.h"
 #include "embedded/data/office/ProjectOffice.h"
+#include "support/sockets/SlowLine.h"
 
 using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
@@ -48,6 +49,48 @@ TEST_F(SilentServer, StatementThatMerelyTakesLongGoesOn)
     // Longer than the server is let be without being asked.
     EXPECT_EQ(office.Connection().Single(u"SELECT 7 FROM pg_sleep(7)"_s).toInt(), 7);
 }
+
+#if !defined(_WIN32)
+// The system takes the connection, and nobody says a word on it, as behind a port that leads nowhere.
+TEST_F(SilentServer, AttemptToConnectIsGivenUp)
+{
+    const test::TcpPort port;
+    const QString entry = u"[%1]\nhost=127.0.0.1\nport=%2\ndbname=buero\nuser=wang\nsslmode=%3\n"_s;
+    for (const QString& mode : {u"disable"_s, u"require"_s}) {
+        m_database.Services().AddText(entry.arg(mode, QString::number(port.Number()), mode));
+        EXPECT_THROW(embedded::Office{mode}, embedded::UnreachableError) << mode.toStdString();
+    }
+    embedded::OfficeInquiry inquiry(u"require"_s);
+    EXPECT_THROW(inquiry.Answer(), embedded::UnreachableError);
+}
+
+// What is sent fills the line, so that nobody else gets through to ask for the server.
+TEST_F(SilentServer, StatementThatTakesLongOnASlowLineGoesOn)
+{
+    constexpr int Seconds = 14;
+    constexpr int Size =
+        Seconds * 1000 / static_cast<int>(test::SlowLine::Step.count()) * test::SlowLine::BytesEachStep;
+    const QString text(Size, u'x');
+    // A machine that has too much to do holds the line up for itself: then it tells nothing.
+    for (bool isHeldUp = true; isHeldUp;) {
+        const test::SlowLine line(test::SharedServer().SocketFolder() + u"/.s.PGSQL."_s +
+                                  test::PostgresServer::Port());
+        const CString name = u"line"_s + CString::number(line.Port());
+        m_database.Services().AddText(u"[%1]\nhost=127.0.0.1\nport=%2\ndbname=%3\nuser=%4\n"_s.arg(
+            name, QString::number(line.Port()), m_database.Name(), m_database.User(Administrator())));
+        try {
+            embedded::Office office(name);
+            const QVariant length = office.Connection().Single(u"SELECT length(?::text)"_s, {text});
+            EXPECT_EQ(length.toInt(), Size);
+            isHeldUp = false;
+        } catch (const embedded::UnreachableError& error) {
+            isHeldUp = line.LongestPause() > std::chrono::seconds(2);
+            EXPECT_TRUE(isHeldUp) << error.Message().toStdString();
+        }
+    }
+}
+
+#endif
 
 TEST_F(SilentServer, ProjectIsOpenedWithItsCopyAndOneThatIsOpenGoesOn)
 {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "support/sockets/TcpPort.h"
+
+#include <QtCore/QString>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace test {
+
+/// A way by TCP to a server's local socket that lets little through at a time from its client, and all at
+/// once to it. It carries the first connection alone: others wait behind what is on its way, without a word.
+class SlowLine
+{
+public:
+    /// How much comes through in a second, with a piece every `Step`.
+    static constexpr int BytesEachStep = 32 * 1024;
+    static constexpr std::chrono::milliseconds Step{250};
+
+    /// `socket` is the native path of the local socket.
+    explicit SlowLine(const QString& socket);
+    ~SlowLine();
+    SlowLine(const SlowLine&) = delete;
+    SlowLine& operator=(const SlowLine&) = delete;
+
+    int Port() const noexcept { return m_port.Number(); }
+    /// The longest time for which it was busy with something else than letting the next piece through, as on
+    /// a machine that has too much to do.
+    std::chrono::milliseconds LongestPause() const { return m_longestPause; }
+
+private:
+    void Run();
+    void Carry(int client, int server);
+
+    TcpPort m_port;
+    QByteArray m_socket;
+    std::atomic<bool> m_isEnding = false;
+    std::atomic<std::chrono::milliseconds> m_longestPause{};
+    std::thread m_thread;
+};
+
+} // namespace test
