@@ -16,14 +16,20 @@ namespace test {
 
 namespace {
 
-/// Writes a file that has the same time whenever it was written.
 void Write(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
-        file.setFileTime(QDateTime(QDate(2020, 1, 1), QTime(12, 0)), QFileDevice::FileModificationTime);
-    if (!isWritten) throw std::runtime_error("cannot write " + path.toStdString());
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
+        throw std::runtime_error("cannot write " + path.toStdString());
+}
+
+/// Gives a file the same time whenever it was written.
+void Stamp(const QString& path)
+{
+    QFile file(path);
+    const QDateTime time(QDate(2020, 1, 1), QTime(12, 0));
+    if (!file.open(QIODevice::ReadWrite) || !file.setFileTime(time, QFileDevice::FileModificationTime))
+        throw std::runtime_error("cannot give a time to " + path.toStdString());
 }
 
 } // namespace
@@ -32,18 +38,21 @@ Watching WatchingHere()
 {
     const TempFolder folder;
     const QString alike = folder.Native(u"alike"_s);
-    const QString longer = folder.Native(u"longer"_s);
-    Write(alike, "a");
-    Write(longer, "a");
+    const QString later = folder.Native(u"later"_s);
+    for (const QString& path : {alike, later}) {
+        Write(path, "a");
+        Stamp(path);
+    }
     QSet<QString> heard;
     QFileSystemWatcher watcher;
     QObject::connect(&watcher, &QFileSystemWatcher::fileChanged, &watcher,
                      [&](const QString& path) { heard.insert(path); });
-    if (!watcher.addPaths({alike, longer}).isEmpty()) return Watching::Nothing;
+    if (!watcher.addPaths({alike, later}).isEmpty()) return Watching::Nothing;
     // What is written first is told first, if at all.
     Write(alike, "b");
-    Write(longer, "and longer");
-    WaitInLoopFor(u"a file that was written"_s, [&] { return heard.contains(longer); });
+    Stamp(alike);
+    Write(later, "b");
+    WaitInLoopFor(u"a file that was written"_s, [&] { return heard.contains(later); });
     return heard.contains(alike) ? Watching::EveryWrite : Watching::ByTime;
 }
 

@@ -5,8 +5,8 @@ namespace test {
 /// What this machine tells a program that watches files now.
 enum class Watching {
     Nothing,    ///< it watches as many as it lets anybody
-    ByTime,     ///< that a file has another time or length
-    EveryWrite, ///< also a write that leaves both
+    ByTime,     ///< that a file has another time
+    EveryWrite, ///< also a write that leaves that
 };
 
 /// Why a test that waits for such words is skipped.
