@@ -1,6 +1,6 @@
 #include "platform/ReplacedFile.h"
 
-#include <QtCore/QCoreApplication>
+#include <QtCore/QRandomGenerator>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +12,11 @@ namespace {
 constexpr qsizetype BufferSize = qsizetype{1} << 20;
 
 } // namespace
+
+CString PartBeside(const CString& path)
+{
+    return path + u".%1.part"_s.arg(QRandomGenerator::system()->generate(), 8, 16, QLatin1Char('0'));
+}
 
 ReplacedFile::ReplacedFile(const CString& path, FileSystem& files)
     : m_files(files), m_target(files.ThroughLinks(path)), m_kind(files.KindOf(m_target))
@@ -33,7 +38,7 @@ void ReplacedFile::OpenBeside()
 {
     // Write protection is of the file; its folder would let it be replaced.
     if (m_kind == FileKind::File) m_files.OpenForWriting(m_target);
-    const CString part = m_target + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
+    const CString part = PartBeside(m_target);
     try {
         m_file = m_files.OpenForWriting(part);
         m_part = part;

@@ -7,6 +7,10 @@
 
 namespace platform {
 
+/// The path of a file to be written beside `path` before it gets that name: behind it come a full stop, a
+/// word by chance, so that no two writers on whatever machines have one file, and ".part".
+KTQDDE_EXPORT CString PartBeside(const CString& path);
+
 /// A file that is written anew beside the one whose place it takes at the end: until then the old one stands
 /// whole, whatever happens, and without an end nothing is left. Made for what is written piece by piece and
 /// must not be held as a whole. Links, owner and permissions of the old one stay: where a file of its own

@@ -109,8 +109,16 @@ TEST_F(HeldRuleFile, MarkThatNobodyHasSignedIsTakenOverWhenItIsOld)
 {
     m_held.reset();
     QFile mark(m_mark);
-    ASSERT_TRUE(mark.open(QIODevice::WriteOnly));
-    EXPECT_EQ(SaveNow().status, 1) << "its program may be about to sign";
+    const auto saveWithNewMark = [&] {
+        mark.close();
+        EXPECT_TRUE(mark.open(QIODevice::WriteOnly));
+        EXPECT_TRUE(mark.setFileTime(QDateTime::currentDateTime(), QFile::FileModificationTime));
+        return SaveNow().status;
+    };
+    // On a machine that stands still for a minute in between the mark is old.
+    int status = saveWithNewMark();
+    if (status == 0) status = saveWithNewMark();
+    EXPECT_EQ(status, 1) << "its program may be about to sign";
     ASSERT_TRUE(mark.setFileTime(QDateTime::currentDateTime().addSecs(-120), QFile::FileModificationTime));
     mark.close();
     EXPECT_EQ(SaveNow().status, 0);

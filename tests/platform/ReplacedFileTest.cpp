@@ -57,6 +57,21 @@ TEST(ReplacedFile, WithoutAnEndLeavesNothing)
     EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
 }
 
+TEST(ReplacedFile, TwoAtATimeHaveEachItsBytes)
+{
+    const test::TempFolder folder;
+    const CString path = folder.WriteFile(u"a"_s, "old");
+    ReplacedFile first(path);
+    ReplacedFile second(path);
+    first.Write("first and longer");
+    second.Write("second");
+    first.Commit();
+    EXPECT_EQ(folder.ReadFile(u"a"_s), "first and longer");
+    second.Commit();
+    EXPECT_EQ(folder.ReadFile(u"a"_s), "second");
+    EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+}
+
 TEST(ReplacedFile, HoldsWhatIsWrittenInManyPieces)
 {
     const test::TempFolder folder;

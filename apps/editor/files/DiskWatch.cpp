@@ -30,6 +30,11 @@ std::optional<QByteArray> ReadToLook(const CString& path)
     return platform::Files().Read(path);
 }
 
+QByteArray HashOf(const QByteArray& bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
 } // namespace
 
 /// Notes which rule files this program writes.
@@ -106,10 +111,6 @@ private:
 
 DiskWatch::DiskWatch(CString folder, Told told) : m_folder(std::move(folder)), m_told(std::move(told))
 {
-    for (const CString& name : platform::Files().FindFiles(m_folder, u".xml"_s)) {
-        const CString path = m_folder + u'\\' + name;
-        Knows(path, ReadToLook(path));
-    }
     m_quiet.setSingleShot(true);
     m_quiet.setInterval(QuietTime);
     connect(&m_quiet, &QTimer::timeout, this, [this] { LookWhenQuiet(); });
@@ -118,7 +119,8 @@ DiskWatch::DiskWatch(CString folder, Told told) : m_folder(std::move(folder)), m
         m_touched.insert(platform::FromNative(file));
         m_quiet.start();
     });
-    Watch();
+    for (const CString& path : Find())
+        Knows(path, ReadToLook(path));
     m_ownWrites = std::make_unique<OwnWrites>(*this);
 }
 
@@ -138,15 +140,9 @@ void DiskWatch::NoteOwnWrite(const CString& path)
 void DiskWatch::Knows(const CString& path, const std::optional<QByteArray>& bytes)
 {
     if (bytes)
-        m_known[path] = Describe(path, *bytes);
+        m_known[path] = {HashOf(*bytes), bytes->size(), QFileInfo(platform::ToNative(path)).lastModified()};
     else
         m_known.erase(path);
-}
-
-DiskWatch::Known DiskWatch::Describe(const CString& path, const QByteArray& bytes) const
-{
-    const QFileInfo file(platform::ToNative(path));
-    return {QCryptographicHash::hash(bytes, QCryptographicHash::Sha1), bytes.size(), file.lastModified()};
 }
 
 void DiskWatch::LookWhenQuiet()
@@ -159,16 +155,13 @@ void DiskWatch::LookWhenQuiet()
 
 void DiskWatch::Look()
 {
-    QSet<CString> paths;
-    for (const CString& name : platform::Files().FindFiles(m_folder, u".xml"_s))
-        paths.insert(m_folder + u'\\' + name);
+    QSet<CString> paths = Find();
     for (const auto& [path, known] : m_known)
         paths.insert(path);
     QList<DiskChange> changes;
     for (const CString& path : std::as_const(paths))
         if (const auto change = Compare(path)) changes.append(*change);
     m_touched.clear();
-    Watch();
     if (changes.isEmpty()) return;
     std::sort(changes.begin(), changes.end(),
               [](const DiskChange& left, const DiskChange& right) { return left.path < right.path; });
@@ -184,12 +177,13 @@ std::optional<DiskChange> DiskWatch::Compare(const CString& path)
         m_known.erase(known);
         return DiskChange{path, DiskChange::Kind::Gone};
     }
+    const QDateTime time = file.lastModified(); // before reading: what is written meanwhile has another
     const bool looksSame = known != m_known.end() && !m_touched.contains(path) &&
-                           known->second.size == file.size() && known->second.time == file.lastModified();
+                           known->second.size == file.size() && known->second.time == time;
     if (looksSame) return std::nullopt;
     const auto bytes = ReadToLook(path);
     if (!bytes) return std::nullopt; // looked at again when it changes next
-    Known now = Describe(path, *bytes);
+    Known now{HashOf(*bytes), bytes->size(), time};
     if (known == m_known.end()) {
         m_known.emplace(path, std::move(now));
         return DiskChange{path, DiskChange::Kind::Appeared};
@@ -199,17 +193,29 @@ std::optional<DiskChange> DiskWatch::Compare(const CString& path)
     return isOther ? std::optional(DiskChange{path, DiskChange::Kind::Changed}) : std::nullopt;
 }
 
-/// A file that was replaced is another one to the system and is watched no more; a folder that is missing is
-/// waited for in the one above it.
-void DiskWatch::Watch()
+/// A folder that is missing is waited for in the one above it.
+QSet<CString> DiskWatch::Find()
 {
     const QString folder = platform::ToNative(m_folder);
-    QStringList wanted{QFileInfo::exists(folder) ? folder : platform::ToNative(platform::FolderOf(m_folder))};
-    for (const auto& [path, known] : m_known)
-        wanted.append(platform::ToNative(path));
+    if (!QFileInfo::exists(folder)) Watch({platform::ToNative(platform::FolderOf(m_folder))});
+    Watch({folder}); // it may just have come
+    QSet<CString> paths;
+    QStringList files;
+    for (const CString& name : platform::Files().FindFiles(m_folder, u".xml"_s)) {
+        const CString path = m_folder + u'\\' + name;
+        paths.insert(path);
+        files.append(platform::ToNative(path));
+    }
+    Watch(files);
+    return paths;
+}
+
+/// A file that was replaced is another one to the system and is watched no more.
+void DiskWatch::Watch(const QStringList& paths)
+{
     const QStringList watched = m_watcher.files() + m_watcher.directories();
     QStringList missing;
-    for (const QString& path : wanted)
+    for (const QString& path : paths)
         if (!watched.contains(path) && QFileInfo::exists(path)) missing.append(path);
     if (!missing.isEmpty()) m_watcher.addPaths(missing);
 }

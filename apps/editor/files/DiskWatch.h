@@ -47,9 +47,12 @@ public:
     /// past the file system of this program.
     void Knows(const CString& path, const std::optional<QByteArray>& bytes);
 
-    /// Looks at once and tells what is found. To be called, too, when the window becomes the active one: some
-    /// network folders do not say when something changes in them.
+    /// Looks at once and tells what is found. In no long piece of work.
     void Look();
+    /// Looks when nothing has been said to change for a moment, and not in the middle of long work. To be
+    /// called when the window becomes the active one: some network folders do not say when something changes
+    /// in them, and a system that watches too much already says nothing of any.
+    void LookSoon() { m_quiet.start(); }
 
 private:
     class OwnWrites;
@@ -64,10 +67,11 @@ private:
 
     bool IsWatched(const CString& path) const;
     void NoteOwnWrite(const CString& path);
-    Known Describe(const CString& path, const QByteArray& bytes) const;
     /// What came of a file since it was known; it is known then.
     std::optional<DiskChange> Compare(const CString& path);
-    void Watch();
+    /// The rule files that are there, each watched before somebody looks what it holds.
+    QSet<CString> Find();
+    void Watch(const QStringList& paths);
     void LookWhenQuiet();
 
     CString m_folder;

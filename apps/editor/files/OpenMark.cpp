@@ -11,6 +11,8 @@
 #include <QtCore/QSysInfo>
 #include <QtCore/QUuid>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace editor {
@@ -39,6 +41,16 @@ std::optional<CString> HolderOf(const QString& file)
                                                                               platform::TimeText(since));
 }
 
+/// The marks in a project, those that were made first before the others.
+QStringList MarksOf(const embedded::ProjectFolder& project)
+{
+    const QDir folder(MarkFolderOf(project));
+    QStringList files;
+    for (const QString& name : folder.entryList({u"open-*.lock"_s}, QDir::Files, QDir::Time | QDir::Reversed))
+        files.append(folder.filePath(name));
+    return files;
+}
+
 } // namespace
 
 QString MarkFolderOf(const embedded::ProjectFolder& project)
@@ -61,12 +73,22 @@ OpenMark::~OpenMark() = default;
 
 std::optional<CString> OtherProgramWithProject(const embedded::ProjectFolder& project)
 {
-    const QDir folder(MarkFolderOf(project));
     CStringArray holders;
-    for (const QString& name : folder.entryList({u"open-*.lock"_s}, QDir::Files, QDir::Time | QDir::Reversed))
-        if (const auto holder = HolderOf(folder.filePath(name))) holders.append(*holder);
+    for (const QString& file : MarksOf(project))
+        if (const auto holder = HolderOf(file)) holders.append(*holder);
     if (holders.isEmpty()) return std::nullopt;
     return holders.join(u"、"_s);
+}
+
+bool HasUnsignedMark(const embedded::ProjectFolder& project)
+{
+    const QStringList files = MarksOf(project);
+    return std::any_of(files.begin(), files.end(), [](const QString& file) {
+        qint64 process = 0;
+        QString host;
+        QString program;
+        return !QLockFile(file).getLockInfo(&process, &host, &program) && QFileInfo::exists(file);
+    });
 }
 
 } // namespace editor

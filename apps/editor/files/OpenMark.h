@@ -33,4 +33,8 @@ QString MarkFolderOf(const embedded::ProjectFolder& project);
 /// machines that are so old that nobody can have the project open for as long.
 std::optional<CString> OtherProgramWithProject(const embedded::ProjectFolder& project);
 
+/// Whether a mark of the project does not say whose it is, because its program is just making it, or died
+/// while it did. Such a one is no other program's to `OtherProgramWithProject`.
+bool HasUnsignedMark(const embedded::ProjectFolder& project);
+
 } // namespace editor

@@ -27,11 +27,16 @@ public:
     void Look();
 
 private:
+    void LookAgain();
+    /// Sees to it that a mark that does not say yet whose it is is looked at again.
+    void AwaitSignature();
+
     embedded::ProjectFolder m_project;
     Told m_told;
     std::optional<CString> m_others; ///< as told last
     QFileSystemWatcher m_watcher;
-    QTimer m_quiet; ///< runs while a mark may still be written
+    QTimer m_quiet;      ///< runs while a mark may still be written
+    int m_looksLeft = 0; ///< for a signature; its program may have died
 };
 
 } // namespace editor

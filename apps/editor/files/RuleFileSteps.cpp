@@ -6,10 +6,9 @@
 #include "host/RuleFilePlaces.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/ReplacedFile.h"
 #include "shared/RuleFileState.h"
 #include "store/WrappedFile.h"
-
-#include <QtCore/QCoreApplication>
 
 #include <exception>
 #include <utility>
@@ -138,7 +137,7 @@ CString RuleFileSteps::WriteNew(const CString& name, const QByteArray& bytes) co
     const CString path = PathOf(name);
     const auto lock = Lock({path});
     RequireName(name);
-    const CString part = m_project.RuleFolder() + u"\\~%1.part"_s.arg(QCoreApplication::applicationPid());
+    const CString part = platform::PartBeside(m_project.RuleFolder() + u"\\~"_s);
     files.WriteInPlace(part, bytes);
     if (files.Rename(part, path)) return path;
     files.Remove(part);

@@ -109,9 +109,11 @@ std::vector<LostDraft> Find(const QString& projectFolder, IsWanted isWanted)
 {
     std::vector<LostDraft> lost;
     for (const QString& folder : DraftFolders(projectFolder)) {
-        if (IsInUse(folder)) continue;
         const CString ruleFile = RuleFileOf(projectFolder, StoredNameIn(folder));
         if (ruleFile.isEmpty() || !isWanted(ruleFile)) continue;
+        // Last, for asking takes the mark for a moment, in which a program that is about to begin a draft
+        // would not get its own.
+        if (IsInUse(folder)) continue;
         if (auto draft = ReadDraft(folder, ruleFile)) lost.push_back(std::move(*draft));
     }
     std::sort(lost.begin(), lost.end(),

@@ -65,7 +65,12 @@ void FileRules::ReadOthers(std::function<void()> come)
 {
     if (!m_rest || m_rest->thread) return;
     m_rest->thread = std::make_unique<WorkThread>([rest = m_rest.get(), come = std::move(come)] {
-        rest->Read();
+        try {
+            rest->Read();
+        } catch (...) {
+            come();
+            throw;
+        }
         come();
     });
 }

@@ -32,7 +32,7 @@ public:
     FileRules& operator=(const FileRules&) = delete;
 
     /// Begins to read the others, if they are not there and nobody has begun. `come` is called on the thread
-    /// that has read them.
+    /// that has read them, also when it could not: whoever asks for them then gets the reason raised.
     void ReadOthers(std::function<void()> come);
     /// Without waiting: the first category alone (see `rules::ReadCategory`), or all of it. It stays the same
     /// object when the others come.

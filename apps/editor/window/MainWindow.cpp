@@ -217,8 +217,9 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow() && m_otherPrograms)
-        m_otherPrograms->Look();
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+    if (m_otherPrograms) m_otherPrograms->Look();
+    if (m_disk) m_disk->LookSoon();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)

@@ -4,8 +4,8 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ProfileFile.h"
+#include "platform/ReplacedFile.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QCryptographicHash>
 
 #include <algorithm>
@@ -91,9 +91,8 @@ QByteArray ReadOrRaise(const CString& path)
 bool WriteNew(const CString& path, const QByteArray& bytes)
 {
     platform::FileSystem& files = platform::Files();
-    const CString part = platform::FolderOf(path) + u'\\' +
-                         platform::BeforeLastStop(platform::FileNameOf(path)) + u'.' +
-                         CString::number(QCoreApplication::applicationPid()) + PartEnding;
+    const CString part = platform::PartBeside(platform::FolderOf(path) + u'\\' +
+                                              platform::BeforeLastStop(platform::FileNameOf(path)));
     try {
         files.WriteInPlace(part, bytes);
     } catch (const platform::FileError& error) {

@@ -7,10 +7,31 @@
 #include "support/PrintText.h"
 
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// What another program does before a file that has been written gets its name, once.
+class BeforeNaming : public platform::FileSystemProxy
+{
+public:
+    explicit BeforeNaming(std::function<void()> step)
+        : FileSystemProxy(platform::Files()), m_step(std::move(step)), m_installed(*this)
+    {
+    }
+
+    bool Rename(const CString& from, const CString& to) override
+    {
+        if (m_step) std::exchange(m_step, nullptr)();
+        return Target().Rename(from, to);
+    }
+
+private:
+    std::function<void()> m_step;
+    platform::ScopedFileSystem m_installed;
+};
 
 class FileSteps : public test::ProjectWithFiles
 {
@@ -142,6 +163,15 @@ TEST_F(FileSteps, ATakenNameIsNotWrittenOver)
         EXPECT_EQ(Refusal(step), u"已经有叫“乙”的规则文件"_s);
     EXPECT_EQ(Content(u"甲"_s), Rules("a"));
     EXPECT_EQ(Content(u"乙"_s), Rules("b"));
+}
+
+TEST_F(FileSteps, FilesThatAreMadeAtTheSameTimeHaveEachItsBytes)
+{
+    const BeforeNaming other([this] { Steps().Duplicate(Path(u"甲"_s), u"丁"_s); });
+    Steps().Duplicate(Path(u"乙"_s), u"丙"_s);
+    EXPECT_EQ(Content(u"丙"_s), Rules("b"));
+    EXPECT_EQ(Content(u"丁"_s), Rules("a"));
+    EXPECT_EQ(Remains(), CStringArray());
 }
 
 TEST_F(FileSteps, ADuplicateIsTheSameByteForByteEvenOfAWrappedFile)

@@ -5,8 +5,10 @@
 #include "support/Patience.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSemaphore>
+#include <QtCore/QSysInfo>
 
 #include <atomic>
 #include <utility>
@@ -139,6 +141,19 @@ TEST_F(DraftsOfSample, DraftOfAnotherFileDoesNotFollow)
     DraftJournal::Follow(Folder(), Path(u"给排水示例"_s), Path(u"新名"_s));
     EXPECT_EQ(Lost(Path()), 1U);
     EXPECT_EQ(Lost(Path(u"新名"_s)), 0U);
+}
+
+TEST_F(DraftsOfSample, WhoLooksForLostOnesLeavesADraftAloneThatIsBeingBegun)
+{
+    const QString folder = Folder() + u"/history/drafts/begun"_s; // its program is about to take the mark
+    ASSERT_TRUE(QDir().mkpath(folder));
+    QFile mark(folder + u"/open.lock"_s);
+    ASSERT_TRUE(mark.open(QIODevice::WriteOnly));
+    mark.write("2147483647\nnobody\n" + QSysInfo::machineHostName().toUtf8() + '\n');
+    mark.close();
+    EXPECT_EQ(Lost(Path()), 0U);
+    EXPECT_TRUE(DraftJournal::FindWithoutFile(Folder()).empty());
+    EXPECT_TRUE(mark.exists()) << "that of a program which has died goes when somebody takes it";
 }
 
 TEST_F(DraftsOfSample, DraftIsFoundWhenItsFileIsGone)

@@ -8,8 +8,10 @@
 #include "editor/window/ProjectPanel.h"
 #include "editor/workbench/CategoryPanel.h"
 #include "editor/workbench/Workbench.h"
+#include "platform/Paths.h"
 #include "rules/document/RuleWriter.h"
 #include "support/Patience.h"
+#include "support/Watching.h"
 #include "support/WindowWaits.h"
 
 #include <QtCore/QCoreApplication>
@@ -29,6 +31,8 @@
 #include <QtWidgets/QStatusBar>
 #include <QtWidgets/QTableView>
 #include <QtWidgets/QTreeWidget>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using editor::ConditionTable;
@@ -58,6 +62,14 @@ protected:
     QString NativePath() const { return Folder(u"project/app/自动套配置/DefaultConfig.xml"_s); }
     QString Told() const { return m_window.statusBar()->currentMessage(); }
 
+    /// The user comes back to the window.
+    void BecomeActive()
+    {
+        m_window.activateWindow();
+        test::WaitUntilActive(m_window);
+        QEvent activated(QEvent::ActivationChange);
+        QApplication::sendEvent(&m_window, &activated);
+    }
     static rules::Rule RuleFor(const CString& value)
     {
         rules::Rule rule;
@@ -105,8 +117,30 @@ TEST_F(MainWindowRules, WhatIsBeingTypedIsInTheDraftBeforeSomethingIsUndone)
     EXPECT_EQ(First().Text(), u"材质＝金管;"_s);
 }
 
+TEST_F(MainWindowRules, ChangeOfWhichTheSystemSaysNothingIsFollowedWhenTheWindowBecomesActive)
+{
+    InsertOutside(u"铜管"_s);
+    BecomeActive();
+    test::WaitInLoopFor(u"the rules of the other program"_s,
+                        [&] { return First().Text() == u"材质＝铜管;"_s; });
+    // A file that is written through memory is told to nobody who watches it.
+    QFile file(platform::ToNative(Path()));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const qint64 place = file.readAll().indexOf(u"铜管"_s.toUtf8());
+    ASSERT_GE(place, 0);
+    const QByteArray other = u"铝管"_s.toUtf8();
+    uchar* const bytes = file.map(place, other.size());
+    ASSERT_NE(bytes, nullptr);
+    std::copy(other.begin(), other.end(), bytes);
+    ASSERT_TRUE(file.unmap(bytes));
+    file.close();
+    BecomeActive();
+    test::WaitInLoopFor(u"the other rule"_s, [&] { return First().Text() == u"材质＝铝管;"_s; });
+}
+
 TEST_F(MainWindowRules, ChangeOnDiskIsFollowedWhenNoModalWindowIsOpenAnyMore)
 {
+    if (test::WatchingHere() == test::Watching::Nothing) GTEST_SKIP() << test::NoWatching;
     bool isSeen = false;
     QDialog dialog(&m_window);
     dialog.setModal(true);
@@ -128,6 +162,7 @@ TEST_F(MainWindowRules, ChangeOnDiskIsFollowedWhenNoModalWindowIsOpenAnyMore)
 
 TEST_F(MainWindowRules, FileThatCannotBeTakenOverIsNotToldAsTakenOver)
 {
+    if (test::WatchingHere() == test::Watching::Nothing) GTEST_SKIP() << test::NoWatching;
     platform::RealFileSystem().WriteInPlace(Path(), "<broken");
     test::WaitInLoopFor(u"the change on disk"_s, [&] { return !Session().IsOpen(); });
     EXPECT_THAT(Told().toStdString(), ::testing::Not(HasSubstr("已换成新的内容")));

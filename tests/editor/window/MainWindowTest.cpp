@@ -8,6 +8,7 @@
 #include "embedded/data/engine/Error.h"
 #include "shared/RuleFileState.h"
 #include "support/Patience.h"
+#include "support/Watching.h"
 #include "support/WindowWaits.h"
 
 #include <QtCore/QDir>
@@ -141,6 +142,7 @@ TEST_F(EditorWindow, ProjectWhoseOpeningFailsInTheMiddleIsNotHalfOpen)
 
 TEST_F(EditorWindow, OtherProgramWithTheProjectIsNamedForAsLongAsItHasItOpen)
 {
+    if (test::WatchingHere() == test::Watching::Nothing) GTEST_SKIP() << test::NoWatching;
     const QString folder = MakeProject(u"project"_s);
     ASSERT_TRUE(m_window.OpenProject(folder));
     EXPECT_EQ(Others(), QString());

@@ -3,6 +3,8 @@
 #include "editor/EditorFixture.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
 #include "presenter/CQdDeConfigPresenter.h"
 #include "shared/RuleFileState.h"
 
@@ -24,6 +26,24 @@ const QByteArray Damaged = "<a>\n  <b x=\"1\" x=\"2\"/>\n</a>";
 // Its runner works on it.
 static_assert(!std::is_copy_constructible_v<editor::ModuleSteps> &&
               !std::is_move_constructible_v<editor::ModuleSteps>);
+
+/// Notes which files are opened to be written.
+class OpenedFiles : public platform::FileSystemProxy
+{
+public:
+    OpenedFiles() : FileSystemProxy(platform::Files()), m_installed(*this) {}
+
+    std::unique_ptr<platform::OutputFile> OpenForWriting(const CString& path) override
+    {
+        m_opened.append(path);
+        return Target().OpenForWriting(path);
+    }
+    const CStringArray& Opened() const noexcept { return m_opened; }
+
+private:
+    CStringArray m_opened;
+    platform::ScopedFileSystem m_installed;
+};
 
 /// The window on a project whose current rule file is the sample's.
 class RuleFileSteps : public test::EditorWindow
@@ -187,14 +207,17 @@ TEST_F(RuleFileSteps, HeadIsWrittenOnAFileOfTheLongestName)
 
 TEST_F(RuleFileSteps, HeadTouchesNoFileBesideItsTarget)
 {
-    const CString beside =
-        CurrentFile + u'.' + CString::number(QCoreApplication::applicationPid()) + u".part"_s;
-    m_folder.WriteFile(beside, "mine");
+    const OpenedFiles files;
     const test::NextWindows user({[](QDialog& window) { test::PressButton(window, u"写在这个文件上"_s); }});
     m_window.Commands().writeHead->trigger();
     ASSERT_TRUE(user.Done());
-    EXPECT_TRUE(m_folder.Exists(beside));
-    EXPECT_EQ(m_folder.ReadFile(beside), "mine");
+    CStringArray opened = files.Opened();
+    const CString path = m_folder.Path(CurrentFile);
+    EXPECT_TRUE(opened.contains(path));
+    opened.removeIf([&](const CString& file) {
+        return file == path || platform::FolderOf(file) != platform::FolderOf(path);
+    });
+    EXPECT_EQ(opened, CStringArray());
 }
 
 TEST_F(RuleFileSteps, HeadIsNotWrittenWhenTheUserCancels)
