@@ -198,6 +198,14 @@ void RuleTable::currentChanged(const QModelIndex& current, const QModelIndex& pr
     ChoiceChanged();
 }
 
+QModelIndex RuleTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const bool isToAnEnd = action == MoveHome || action == MoveEnd;
+    if (!isToAnEnd || modifiers.testFlag(Qt::ControlModifier) || CurrentLine() < 0)
+        return QTableView::moveCursor(action, modifiers);
+    return currentIndex().siblingAtRow(action == MoveHome ? 0 : m_model.rowCount() - 1);
+}
+
 void RuleTable::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
