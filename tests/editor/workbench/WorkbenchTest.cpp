@@ -40,12 +40,11 @@ class WorkbenchOnSample : public test::SessionTest
 {
 protected:
     WorkbenchOnSample()
-        : m_window(*m_session,
-                   {.run = [](const auto& step) { step(); },
-                    .openFile = [this](const CString& path, const CString&, std::size_t) { m_wanted = path; },
-                    .readOthers = [this] { return m_others; },
-                    .save = [this] { ++m_saves; },
-                    .tell = {}})
+        : m_window(*m_session, {.run = [](const auto& step) { step(); },
+                                .openFile = [this](const editor::RuleRow& found) { m_wanted = found.file; },
+                                .readOthers = [this] { return m_others; },
+                                .save = [this] { ++m_saves; },
+                                .tell = {}})
     {
         OpenAt(Pipes);
         m_window.resize(1000, 700);
@@ -125,6 +124,28 @@ TEST_F(WorkbenchOnSample, ShowsTheRulesOfTheChosenCategoryALineEach)
     EXPECT_EQ(Cell(Lines() - 1, RuleTableModel::ConditionColumn), u"其它"_s);
     m_session->ChooseCategory(HotPipes);
     EXPECT_EQ(Lines(), static_cast<int>(m_session->Category()->rules.size()));
+}
+
+TEST_F(WorkbenchOnSample, HomeAndEndGoToTheFirstAndTheLastRule)
+{
+    const std::size_t last = m_session->Category()->rules.size() - 1;
+    ASSERT_GT(last, 1U);
+    Press(Qt::Key_End);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(last));
+    Press(Qt::Key_Home);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(0U));
+    EXPECT_EQ(m_session->CurrentRule(), 0U);
+}
+
+TEST_F(WorkbenchOnSample, HomeAndEndWithShiftChooseAllRulesUpToThere)
+{
+    const std::size_t last = m_session->Category()->rules.size() - 1;
+    m_session->ChooseRules({last - 1}, last - 1);
+    Press(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(last - 1, last));
+    Press(Qt::Key_Home, Qt::ShiftModifier);
+    EXPECT_EQ(m_session->ChosenRules().size(), last) << "from the rule where it began to the first one";
+    EXPECT_EQ(m_session->CurrentRule(), 0U);
 }
 
 TEST_F(WorkbenchOnSample, KeysAddMoveAndDeleteRulesAndUndoTakesThemBack)
