@@ -3,6 +3,7 @@
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 
+#include <QtGui/QScreen>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -16,7 +17,7 @@ namespace editor {
 namespace {
 
 // In characters and lines, for a large font needs a larger window.
-constexpr QSize FirstText(120, 28);
+constexpr QSize FirstText(180, 28);
 
 /// A difference below its title.
 QWidget* Titled(const QString& title, const QByteArray& before, const QByteArray& after)
@@ -38,8 +39,9 @@ QWidget* Titled(const QString& title, const QByteArray& before, const QByteArray
 JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) : QDialog(parent)
 {
     setWindowTitle(u"合并的结果"_s);
-    resize(FirstText.width() * fontMetrics().averageCharWidth(),
-           FirstText.height() * fontMetrics().lineSpacing());
+    const QSize first(FirstText.width() * fontMetrics().averageCharWidth(),
+                      FirstText.height() * fontMetrics().lineSpacing());
+    resize(first.boundedTo(screen()->availableSize()));
     auto* told =
         new QLabel(u"“%1”有别人发布的第 %2 版，已与本机的文件合并。请看过再发布；不发布就什么也不改"_s.arg(
             joined.configuration, QString::number(joined.version)));
