@@ -68,7 +68,7 @@ TEST_F(WorkSessionOnSample, OfRulesWithOneIdTheOneAtItsPositionIsGoneTo)
         return "<Config id=\"" + QByteArray::number(m_session->Category()->rules[position].id) + '"';
     };
     QByteArray bytes = Bytes();
-    const qsizetype second = bytes.indexOf(idOf(1));
+    const qsizetype second = bytes.indexOf(idOf(1), bytes.indexOf("name=\"给水管\""));
     ASSERT_GT(second, 0);
     bytes.replace(second, idOf(1).size(), idOf(0));
     platform::RealFileSystem().WriteInPlace(Path(), bytes);
