@@ -8,7 +8,6 @@
 #include "editor/dialogs/NewProjectDialog.h"
 #include "editor/dialogs/TransferDialog.h"
 #include "editor/steps/ProgressWindow.h"
-#include "editor/window/MainWindow.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "host/UserMessage.h"
@@ -18,7 +17,6 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QDockWidget>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QListWidget>
 #include <QtWidgets/QTabWidget>
@@ -31,10 +29,6 @@ using namespace Qt::StringLiterals;
 using namespace dialogs::autoconfig;
 
 namespace {
-
-/// The editor in the documents: as on a small screen, so that its texts can be read where the picture is
-/// scaled.
-constexpr QSize PicturedEditor(1366, 740);
 
 /// What is to be seen of the main dialog.
 struct View
@@ -112,26 +106,6 @@ std::unique_ptr<QWidget> MakeBillNumber()
     return dialog;
 }
 
-std::unique_ptr<QWidget> MakeEditor(const SampleOnShow& sample, bool opened)
-{
-    auto window = std::make_unique<editor::MainWindow>(editor::RecentProjects(sample.SettingsFile()));
-    if (opened) window->OpenProject(sample.Folder());
-    window->resize(PicturedEditor);
-    return window;
-}
-
-/// Tries a component in the panel beside the rules.
-void TryComponent(QWidget& editor)
-{
-    auto* const dock = editor.findChild<QDockWidget*>(u"trial"_s);
-    if (dock == nullptr) throw std::runtime_error("no dock for trials");
-    dock->raise();
-    for (const auto& [attribute, value] :
-         {std::pair(u"材质"_s, u"镀锌钢管"_s), std::pair(u"连接方式"_s, u"螺纹连接"_s),
-          std::pair(u"公称直径"_s, u"65"_s), std::pair(u"水平管长度"_s, u"12.5"_s)})
-        if (auto* field = dock->findChild<QComboBox*>(attribute)) field->setEditText(value);
-}
-
 std::unique_ptr<QWidget> MakeImport(SampleOnShow& sample)
 {
     auto dialog = std::make_unique<editor::TransferDialog>(nullptr, editor::TransferDialog::Direction::Import,
@@ -182,9 +156,6 @@ std::vector<Scene> SampleScenes(SampleOnShow& sample)
 {
     constexpr auto Bills = SQdDeInfo::BillMode;
     return {
-        {u"editor-start"_s, [&sample] { return MakeEditor(sample, false); }},
-        {u"editor"_s, [&sample] { return MakeEditor(sample, true); }},
-        {u"workbench-trial"_s, [&sample] { return MakeEditor(sample, true); }, &TryComponent},
         {u"new-project"_s,
          [] { return std::make_unique<editor::NewProjectDialog>(nullptr, u"/home/user/新工程"_s); }},
         {u"progress"_s, [] { return MakeProgress(); }},

@@ -21,6 +21,6 @@ private:
     std::unique_ptr<editor::Project> m_project;
 };
 
-/// The windows of the editor and the dialogs of the module over the sample project, which must outlive the
-/// scenes and their widgets. The last scene changes its rules.
+/// The editor's dialogs over a project and the dialogs of the module over the sample project, which must
+/// outlive the scenes and their widgets. The last scene changes its rules.
 std::vector<Scene> SampleScenes(SampleOnShow& sample);

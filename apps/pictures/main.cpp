@@ -5,7 +5,9 @@
 #include "HostWindowScenes.h"
 #include "SampleScenes.h"
 #include "WizardScenes.h"
+#include "WorkbenchScenes.h"
 #include "editor/window/FocusStyle.h"
+#include "editor/window/KeyNames.h"
 #include "host/Installation.h"
 #include "platform/Console.h"
 
@@ -21,12 +23,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Take = bool (*)(const Scene&, const QString&);
+/// How pictures are taken, and of what.
+struct Taking
+{
+    bool (*take)(const Scene&, const QString&);
+    QString folder;
+    QString only{}; ///< the scenes whose names begin so
+};
 
-bool TakeEach(const std::vector<Scene>& scenes, Take take, const QString& folder)
+bool TakeEach(const std::vector<Scene>& scenes, const Taking& taking)
 {
     for (const Scene& scene : scenes) {
-        if (take(scene, folder)) continue;
+        if (!scene.name.startsWith(taking.only) || taking.take(scene, taking.folder)) continue;
         platform::WriteErr(u"cannot write the pictures of %1\n"_s.arg(scene.name));
         return false;
     }
@@ -34,7 +42,7 @@ bool TakeEach(const std::vector<Scene>& scenes, Take take, const QString& folder
 }
 
 /// Scenes that stand on hosts of their own, or those of them over which a tip lies.
-bool TakeOthers(const QString& folder, bool tipsOnly = false)
+bool TakeOthers(const Taking& taking, bool tipsOnly = false)
 {
     PictureHost host;
     PictureFiles files;
@@ -48,20 +56,20 @@ bool TakeOthers(const QString& folder, bool tipsOnly = false)
     for (const auto& more : {ControlScenes(host), AutoConfigScenes(), WizardScenes(), HostWindowScenes()})
         scenes.insert(scenes.end(), more.begin(), more.end());
     if (tipsOnly) std::erase_if(scenes, [](const Scene& scene) { return !scene.showsTip; });
-    return TakeEach(scenes, TakePictures, folder);
+    return TakeEach(scenes, taking);
 }
 
-bool TakeSample(Take take, const QString& folder)
+bool TakeSample(const Taking& taking)
 {
     SampleOnShow sample;
-    return TakeEach(SampleScenes(sample), take, folder);
+    return TakeEach(WorkbenchScenes(sample), taking) && TakeEach(SampleScenes(sample), taking);
 }
 
 /// What the documents do not show of the editor.
-bool TakeEditor(const QString& folder)
+bool TakeEditor(const Taking& taking)
 {
     SampleOnShow sample;
-    return TakeEach(EditorScenes(sample), TakePictures, folder);
+    return TakeEach(EditorScenes(sample), taking);
 }
 
 /// The documents show the sample project, and the host's windows on a project of theirs.
@@ -73,7 +81,8 @@ bool TakeForDocuments(const QString& folder)
     std::erase_if(windows, [&](const Scene& scene) {
         return std::find(Shown.begin(), Shown.end(), scene.name) == Shown.end();
     });
-    return TakeEach(windows, TakeDocumentPicture, folder) && TakeSample(TakeDocumentPicture, folder);
+    const Taking taking{TakeDocumentPicture, folder};
+    return TakeEach(windows, taking) && TakeSample(taking);
 }
 
 /// Takes a screen that has room for the largest window in the largest font; the platform's own has not. The
@@ -93,7 +102,8 @@ void TakeLargeScreen(QTemporaryFile& description)
 
 /// ktqdde-pictures OUT: puts pictures of every window into the folder OUT, which is made if need be: light
 /// and dark, small and large, to be looked at. ktqdde-pictures --documents OUT: the pictures that the
-/// documents show. ktqdde-pictures --tips OUT: only what lies under a tip.
+/// documents show. ktqdde-pictures --tips OUT: only what lies under a tip. ktqdde-pictures --only NAME OUT:
+/// only the windows whose pictures' names begin with NAME.
 int main(int argc, char** argv)
 {
     platform::UseUtf8Console();
@@ -102,11 +112,18 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     editor::ShowFocusInLists();
+    editor::KeyNames keyNames;
+    QCoreApplication::installTranslator(&keyNames);
     QStringList arguments = QCoreApplication::arguments().mid(1);
     const bool documents = arguments.removeAll(u"--documents"_s) > 0;
     const bool tips = arguments.removeAll(u"--tips"_s) > 0;
+    QString only;
+    if (arguments.size() == 3 && arguments.first() == u"--only"_s) {
+        only = arguments[1];
+        arguments = arguments.mid(2);
+    }
     if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
-        platform::WriteErr(u"usage: ktqdde-pictures [--documents|--tips] OUT\n"_s);
+        platform::WriteErr(u"usage: ktqdde-pictures [--documents|--tips|--only NAME] OUT\n"_s);
         return 2;
     }
     const QString& folder = arguments.first();
@@ -115,6 +132,7 @@ int main(int argc, char** argv)
         return 1;
     }
     if (documents) return TakeForDocuments(folder) ? 0 : 1;
-    if (tips) return TakeOthers(folder, true) ? 0 : 1;
-    return TakeOthers(folder) && TakeSample(TakePictures, folder) && TakeEditor(folder) ? 0 : 1;
+    const Taking taking{TakePictures, folder, only};
+    if (tips) return TakeOthers(taking, true) ? 0 : 1;
+    return TakeOthers(taking) && TakeSample(taking) && TakeEditor(taking) ? 0 : 1;
 }

@@ -107,9 +107,13 @@ void PickerWindow::PlaceBesideWindow(QWidget& neighbour)
     if (size() != m_placed) m_wanted = size();
     const int narrowest = std::max(NarrowestInLines * fontMetrics().height(), minimumSizeHint().width());
     const QRect stands = widgets::OuterGeometry(neighbour);
-    const WindowPlaces places =
-        PlaceBeside(stands, m_wanted.expandedTo(minimumSizeHint()).grownBy(frame),
-                    narrowest + frame.left() + frame.right(), neighbour.screen()->availableGeometry());
+    const QSize wanted = m_wanted.expandedTo(minimumSizeHint()).grownBy(frame);
+    const int least = narrowest + frame.left() + frame.right();
+    const QRect screen = neighbour.screen()->availableGeometry();
+    const WindowPlaces places = neighbour.isWindow()
+                                    ? PlaceBeside(stands, wanted, least, screen)
+                                    : PlaceBesidePart({neighbour.mapToGlobal(QPoint()), neighbour.size()},
+                                                      stands, wanted, least, screen);
     const QPoint way = places.neighbour.topLeft() - stands.topLeft();
     if (QWindow* window = neighbour.window()->windowHandle(); window != nullptr && !way.isNull())
         window->setPosition(window->position() + way);

@@ -45,7 +45,8 @@ public:
     void EnableContent(bool enable);
     /// Places the window at the right of another, or at its left when there is no room. The other one makes
     /// way, and this one becomes narrower, rather than that it covers the other. The size that a person gave
-    /// it comes back where there is room for it.
+    /// it comes back where there is room for it. Where the neighbour is a part of a window, this one stands
+    /// beside that window, or else over it, but beside the part.
     void PlaceBesideWindow(QWidget& neighbour);
 
 protected:

@@ -26,4 +26,20 @@ WindowPlaces PlaceBeside(const QRect& neighbour, const QSize& size, int narrowes
     return places;
 }
 
+WindowPlaces PlaceBesidePart(const QRect& part, const QRect& neighbour, const QSize& size, int narrowest,
+                             const QRect& screen)
+{
+    const WindowPlaces beside = PlaceBeside(neighbour, size, narrowest, screen);
+    const QPoint way = beside.neighbour.topLeft() - neighbour.topLeft();
+    if (!beside.window.intersects(part.translated(way))) return beside;
+    const int atLeft = part.x() - screen.x();
+    const int atRight = screen.x() + screen.width() - part.x() - part.width();
+    const int room = std::max(atLeft, atRight);
+    if (room < narrowest) return beside;
+    QRect window = beside.window;
+    window.setWidth(std::min(size.width(), room));
+    window.moveLeft(atLeft >= atRight ? part.x() - window.width() : part.x() + part.width());
+    return {window, neighbour};
+}
+
 } // namespace embedded

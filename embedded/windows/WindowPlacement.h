@@ -18,4 +18,11 @@ struct WindowPlaces
 /// `screen` and never beyond it. All in pixels of the screen, frames included.
 WindowPlaces PlaceBeside(const QRect& neighbour, const QSize& size, int narrowest, const QRect& screen);
 
+/// The same beside the window of which `part` is what a person looks at while he works in the other: where
+/// that would cover the part, it stands at the side of the part where there is more room instead, over the
+/// rest of the window, which stays where it is; there, too, it becomes narrower rather than that it covers
+/// the part. A part that has no room of `narrowest` on either side is covered.
+WindowPlaces PlaceBesidePart(const QRect& part, const QRect& neighbour, const QSize& size, int narrowest,
+                             const QRect& screen);
+
 } // namespace embedded

@@ -3,6 +3,7 @@
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 
+#include <QtGui/QScreen>
 #include <QtWidgets/QDialogButtonBox>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
@@ -16,7 +17,7 @@ namespace editor {
 namespace {
 
 // In characters and lines, for a large font needs a larger window.
-constexpr QSize FirstText(120, 28);
+constexpr QSize FirstText(180, 28);
 
 /// A difference below its title.
 QWidget* Titled(const QString& title, const QByteArray& before, const QByteArray& after)
@@ -50,8 +51,9 @@ CString Lead(const shared::JoinedStates& joined)
 JoinedDialog::JoinedDialog(const shared::JoinedStates& joined, QWidget* parent) : QDialog(parent)
 {
     setWindowTitle(u"合并的结果"_s);
-    resize(FirstText.width() * fontMetrics().averageCharWidth(),
-           FirstText.height() * fontMetrics().lineSpacing());
+    const QSize first(FirstText.width() * fontMetrics().averageCharWidth(),
+                      FirstText.height() * fontMetrics().lineSpacing());
+    resize(first.boundedTo(screen()->availableSize()));
     auto* told = new QLabel(Lead(joined));
     told->setWordWrap(true);
     told->setTextFormat(Qt::PlainText);

@@ -116,6 +116,11 @@ public:
     void ChoosePlaces(rules::RulePlaces places, const CString& category, std::size_t position);
     /// Goes to a rule wherever it stands.
     void GoTo(const CString& category, std::size_t position);
+    /// Goes to a rule that was read elsewhere, or formerly, at that position: to the one with its id,
+    /// wherever that stands now. Where several have its id, to the one at the position, else to the first of
+    /// them; a default rule, of which a file may have none, goes to the default rule. False when there is
+    /// none any more: the category alone is chosen then, if there is one.
+    bool GoToRule(const CString& category, const rules::Rule& rule, std::size_t position);
 
 signals:
     /// Another project, file or set of facts: everything is to be looked at again.

@@ -28,6 +28,19 @@ void Trim(std::vector<std::size_t>& positions, const rules::SmallCategoryPtr& ca
         positions.pop_back();
 }
 
+/// Where a rule that stood at that position stands among these.
+std::optional<std::size_t> PlaceOf(const rules::Rule& rule, std::size_t position,
+                                   const std::vector<rules::Rule>& present)
+{
+    const auto isIt = [&](const rules::Rule& other) {
+        return rule.isDefault ? other.isDefault : !other.isDefault && other.id == rule.id;
+    };
+    if (position < present.size() && isIt(present[position])) return position;
+    const auto found = std::find_if(present.begin(), present.end(), isIt);
+    if (found == present.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - present.begin());
+}
+
 } // namespace
 
 /// The category that will be chosen when a file is opened. Empty when only the file can tell: the catalogue
@@ -165,6 +178,15 @@ void WorkSession::GoTo(const CString& category, std::size_t position)
 {
     ChooseCategory(category);
     if (category == m_category) ChooseRules({position}, position);
+}
+
+bool WorkSession::GoToRule(const CString& category, const rules::Rule& rule, std::size_t position)
+{
+    ChooseCategory(category);
+    if (category != m_category) return false;
+    const auto place = PlaceOf(rule, position, Category()->rules);
+    if (place) ChooseRules({*place}, place);
+    return place.has_value();
 }
 
 /// The category that was last chosen in the specialty, else its first one; none where it has none.

@@ -8,6 +8,7 @@
 #include "editor/window/AppIcon.h"
 #include "editor/window/CommandLine.h"
 #include "editor/window/FocusStyle.h"
+#include "editor/window/KeyNames.h"
 #include "editor/window/MainWindow.h"
 #include "editor/window/TypedAhead.h"
 #include "host/RuleFilePlaces.h"
@@ -110,6 +111,8 @@ int RunApplication(int& argc, char** argv)
     QTranslator translator;
     if (translator.load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&translator);
+    KeyNames keyNames;
+    QCoreApplication::installTranslator(&keyNames);
     const CommandLine line = ParseWords();
     const dialogs::MessageBoxes boxes;
     const RecentProjects recent(SettingsFile());

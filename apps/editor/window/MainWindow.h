@@ -39,6 +39,7 @@ class TrialPanel;
 class Workbench;
 enum class FileCommand;
 struct OtherFile;
+struct RuleRow;
 class WelcomePage;
 
 /// The host window: opens a project, shows its settings and rule files, and starts the module on them. What a
@@ -129,7 +130,7 @@ private:
     void OfferDraftsWithoutFile();
     void RestoreRules(const LostDraft& lost);
     void Recover(const LostDraft& lost);
-    void GoToFile(const CString& path, const CString& category, std::size_t position);
+    void GoToFile(const RuleRow& found);
     std::vector<OtherFile> ReadOtherFiles();
     void TakeSpecialty();
     void ShowTitle();

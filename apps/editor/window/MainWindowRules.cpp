@@ -26,19 +26,17 @@ namespace editor {
 Workbench* MainWindow::MakeWorkbench()
 {
     auto* workbench = new Workbench(
-        m_session,
-        {.run =
-             [this](const auto& step) {
-                 RunAlone([&] {
-                     m_details->Commit(); // what is being typed comes before what is commanded
-                     step();
-                 });
-             },
-         .openFile = [this](const CString& path, const CString& category,
-                            std::size_t position) { RunAlone([&] { GoToFile(path, category, position); }); },
-         .readOthers = [this] { return ReadOtherFiles(); },
-         .save = [this] { RunAlone([this] { SaveRules(); }); },
-         .tell = [this](const QString& text) { Tell(text); }});
+        m_session, {.run =
+                        [this](const auto& step) {
+                            RunAlone([&] {
+                                m_details->Commit(); // what is being typed comes before what is commanded
+                                step();
+                            });
+                        },
+                    .openFile = [this](const RuleRow& found) { RunAlone([&] { GoToFile(found); }); },
+                    .readOthers = [this] { return ReadOtherFiles(); },
+                    .save = [this] { RunAlone([this] { SaveRules(); }); },
+                    .tell = [this](const QString& text) { Tell(text); }});
     connect(&m_session, &WorkSession::Reopened, this, [this] { ShowTitle(); });
     connect(&m_session, &WorkSession::FileChanged, this, [this] { ShowTitle(); });
     connect(&m_session, &WorkSession::Edited, this, [this] {
@@ -216,9 +214,12 @@ bool MainWindow::MayLeaveRules()
     return false;
 }
 
-void MainWindow::GoToFile(const CString& path, const CString& category, std::size_t position)
+/// The file may have changed on the disk since the rule was found.
+void MainWindow::GoToFile(const RuleRow& found)
 {
-    if (SwitchRules(path)) m_session.GoTo(category, position);
+    if (!SwitchRules(found.file) || !m_session.IsOpen()) return;
+    if (!m_session.GoToRule(found.category->text, found.Get(), found.position))
+        Tell(u"找到的规则已经不在 %1 中：另一个程序改了它"_s.arg(m_session.File().Name()));
 }
 
 /// Those that can be read; the others say so in the list of files.

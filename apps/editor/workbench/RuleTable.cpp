@@ -195,7 +195,16 @@ void RuleTable::selectionChanged(const QItemSelection& selected, const QItemSele
 void RuleTable::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTableView::currentChanged(current, previous);
-    ChoiceChanged();
+    // The cursor goes before the choice when that is extended, and without it when Ctrl is held.
+    if (current.isValid() && selectionModel()->isRowSelected(current.row())) ChoiceChanged();
+}
+
+QModelIndex RuleTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const bool isToAnEnd = action == MoveHome || action == MoveEnd;
+    if (!isToAnEnd || modifiers.testFlag(Qt::ControlModifier) || CurrentLine() < 0)
+        return QTableView::moveCursor(action, modifiers);
+    return currentIndex().siblingAtRow(action == MoveHome ? 0 : m_model.rowCount() - 1);
 }
 
 void RuleTable::keyPressEvent(QKeyEvent* event)

@@ -9,7 +9,9 @@
 namespace editor {
 
 /// The table of rules. Several lines may be chosen; they are dragged to another place, and Enter or a double
-/// click asks for the rule to be worked on. Rules that a trial or a take-off speaks of are marked.
+/// click asks for the rule to be worked on. Home and End go to the first and the last line, since a line is
+/// one thing here; with Shift they choose all up to there. Rules that a trial or a take-off speaks of are
+/// marked.
 class RuleTable : public QTableView
 {
 public:
@@ -34,6 +36,7 @@ public:
 protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

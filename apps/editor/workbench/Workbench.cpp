@@ -277,7 +277,7 @@ void Workbench::EditCurrent()
     const int current = m_table->CurrentLine();
     if (current < 0) return;
     const RuleRow row = m_model->Rows()[static_cast<std::size_t>(current)];
-    if (!row.file.isEmpty()) return m_wishes.openFile(row.file, row.category->text, row.position);
+    if (!row.file.isEmpty()) return m_wishes.openFile(row);
     if (m_editor == nullptr) return;
     for (QWidget* widget = m_editor; widget != nullptr; widget = widget->parentWidget())
         if (auto* dock = qobject_cast<QDockWidget*>(widget)) {

@@ -31,8 +31,9 @@ public:
     {
         /// Runs a step of a command: guarded, and alone.
         std::function<void(const std::function<void()>&)> run;
-        /// Opens another rule file of the project at a rule. May be refused by the user.
-        std::function<void(const CString& path, const CString& category, std::size_t position)> openFile;
+        /// Opens another rule file of the project at the rule that was found in it. May be refused by the
+        /// user, and the file may hold something else by now.
+        std::function<void(const RuleRow& found)> openFile;
         /// Reads the other rule files of the project, for a search in all of them.
         std::function<std::vector<OtherFile>()> readOthers;
         std::function<void()> save;

@@ -1,5 +1,7 @@
 #include "editor/session/SessionFixture.h"
 
+#include "platform/Files.h"
+
 #include <QtCore/QFile>
 #include <QtTest/QSignalSpy>
 
@@ -45,6 +47,51 @@ TEST_F(WorkSessionOnSample, OpensOnTheSpecialtyOfTheProjectWithAllCategoriesOfTh
     EXPECT_EQ(m_session->CurrentRule(), 0U);
     EXPECT_EQ(m_session->Draft().Specialties().size(), 6U);
     EXPECT_FALSE(m_session->IsChanged());
+}
+
+TEST_F(WorkSessionOnSample, RuleReadFormerlyIsFoundByItsIdWhereItStandsNow)
+{
+    OpenAt(Pipes);
+    const rules::Rule third = m_session->Category()->rules[2];
+    const rules::Rule last = m_session->Category()->rules.back();
+    Insert(Pipes, 0, RuleFor(u"材质"_s, u"铜管"_s));
+    EXPECT_TRUE(m_session->GoToRule(Pipes, third, 2));
+    EXPECT_EQ(m_session->CurrentRule(), 3U);
+    EXPECT_TRUE(m_session->GoToRule(Pipes, last, 9));
+    EXPECT_TRUE(m_session->Category()->rules[*m_session->CurrentRule()].isDefault);
+}
+
+TEST_F(WorkSessionOnSample, OfRulesWithOneIdTheOneAtItsPositionIsGoneTo)
+{
+    OpenAt(Pipes);
+    const auto idOf = [&](std::size_t position) {
+        return "<Config id=\"" + QByteArray::number(m_session->Category()->rules[position].id) + '"';
+    };
+    QByteArray bytes = Bytes();
+    const qsizetype second = bytes.indexOf(idOf(1), bytes.indexOf("name=\"给水管\""));
+    ASSERT_GT(second, 0);
+    bytes.replace(second, idOf(1).size(), idOf(0));
+    platform::RealFileSystem().WriteInPlace(Path(), bytes);
+    m_session->Open(Path());
+    const std::vector<rules::Rule> rules = m_session->Category()->rules;
+    ASSERT_EQ(rules[0].id, rules[1].id);
+    EXPECT_TRUE(m_session->GoToRule(Pipes, rules[1], 1));
+    EXPECT_EQ(m_session->CurrentRule(), 1U);
+    EXPECT_TRUE(m_session->GoToRule(Pipes, rules[1], 5));
+    EXPECT_EQ(m_session->CurrentRule(), 0U);
+}
+
+TEST_F(WorkSessionOnSample, RuleThatIsGoneIsNotTakenForTheOneInItsPlace)
+{
+    OpenAt(HotPipes);
+    m_session->ChooseCategory(Pipes);
+    m_session->ChooseRules({4}, 4);
+    rules::Rule gone = m_session->Category()->rules[2];
+    gone.id = 4711;
+    EXPECT_FALSE(m_session->GoToRule(Pipes, gone, 2));
+    EXPECT_EQ(m_session->CurrentRule(), 4U);
+    EXPECT_FALSE(m_session->GoToRule(u"给排水\\管道\\没有"_s, gone, 2));
+    EXPECT_EQ(m_session->CategoryText(), Pipes);
 }
 
 TEST_F(WorkSessionOnSample, EditIsChosenToldAndUndone)

@@ -92,6 +92,26 @@ protected:
         platform::RealFileSystem().WriteInPlace(Path(),
                                                 rules::WriteRules(Session().File().Bytes(), other.Wanted()));
     }
+    CString ElsewherePath() const { return m_window.OpenedProject()->RuleFolder() + u"\\又一个.xml"_s; }
+    /// What another program does: another file with a rule for each value before those of the open one, made
+    /// from the last to the first.
+    void WriteElsewhere(const CStringArray& values)
+    {
+        rules::Draft other(Session().File().Rules(), Session().Facts()->offered);
+        for (auto value = values.rbegin(); value != values.rend(); ++value)
+            other.Apply(rules::InsertRules(other, Pipes, 0, {RuleFor(*value)}, {}));
+        platform::RealFileSystem().WriteInPlace(ElsewherePath(),
+                                                rules::WriteRules(Session().File().Bytes(), other.Wanted()));
+    }
+    /// Looks for a rule that only the other file has, and puts the cursor on it.
+    void FindElsewhere()
+    {
+        WriteElsewhere({u"铜金合金"_s});
+        m_window.Bench().Find(u"铜金合金"_s, editor::SearchScope::Project);
+        auto& table = *static_cast<QTableView*>(m_window.Bench().RuleList());
+        test::WaitInLoopFor(u"the rule of the other file"_s, [&] { return table.model()->rowCount() == 1; });
+        table.setCurrentIndex(table.model()->index(0, 0));
+    }
 };
 
 } // namespace
@@ -255,6 +275,26 @@ TEST_F(MainWindowRules, SearchInTheOtherFilesFollowsWhatChangesOnDisk)
     platform::RealFileSystem().WriteInPlace(m_window.OpenedProject()->RuleFolder() + u"\\又一个.xml"_s,
                                             rules::WriteRules(Session().File().Bytes(), other.Wanted()));
     test::WaitInLoopFor(u"the rule of the new file"_s, [&] { return lines.rowCount() == 1; });
+}
+
+TEST_F(MainWindowRules, RuleFoundInAnotherFileIsGoneToWhereItStandsNow)
+{
+    FindElsewhere();
+    WriteElsewhere({u"铝管"_s, u"铜金合金"_s}); // not told yet
+    m_window.Bench().Commands().edit->trigger();
+    EXPECT_EQ(Session().File().Name(), u"又一个"_s);
+    ASSERT_TRUE(Session().CurrentRule());
+    EXPECT_EQ(Session().Category()->rules[*Session().CurrentRule()].Text(), u"材质＝铜金合金;"_s);
+}
+
+TEST_F(MainWindowRules, RuleFoundInAnotherFileThatIsGoneIsToldAndNotTakenForAnother)
+{
+    FindElsewhere();
+    platform::RealFileSystem().WriteInPlace(ElsewherePath(), Session().File().Bytes());
+    m_window.Bench().Commands().edit->trigger();
+    EXPECT_EQ(Session().File().Name(), u"又一个"_s);
+    EXPECT_EQ(Session().CategoryText(), Pipes);
+    EXPECT_THAT(Told().toStdString(), HasSubstr("找到的规则已经不在 又一个 中"));
 }
 
 TEST_F(MainWindowRules, ClosedWindowLeavesNoDraftToBeOfferedAgain)

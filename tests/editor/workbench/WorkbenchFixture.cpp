@@ -15,12 +15,11 @@ using namespace Qt::StringLiterals;
 namespace test {
 
 WorkbenchOnSample::WorkbenchOnSample()
-    : m_window(*m_session,
-               {.run = [](const auto& step) { step(); },
-                .openFile = [this](const CString& path, const CString&, std::size_t) { m_wanted = path; },
-                .readOthers = [this] { return m_others; },
-                .save = [this] { ++m_saves; },
-                .tell = {}})
+    : m_window(*m_session, {.run = [](const auto& step) { step(); },
+                            .openFile = [this](const editor::RuleRow& found) { m_wanted = found.file; },
+                            .readOthers = [this] { return m_others; },
+                            .save = [this] { ++m_saves; },
+                            .tell = {}})
 {
     OpenAt(Pipes);
     m_window.resize(1000, 700);

@@ -42,6 +42,28 @@ TEST_F(WorkbenchOnSample, ShowsTheRulesOfTheChosenCategoryALineEach)
     EXPECT_EQ(Lines(), static_cast<int>(m_session->Category()->rules.size()));
 }
 
+TEST_F(WorkbenchOnSample, HomeAndEndGoToTheFirstAndTheLastRule)
+{
+    const std::size_t last = m_session->Category()->rules.size() - 1;
+    ASSERT_GT(last, 1U);
+    Press(Qt::Key_End);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(last));
+    Press(Qt::Key_Home);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(0U));
+    EXPECT_EQ(m_session->CurrentRule(), 0U);
+}
+
+TEST_F(WorkbenchOnSample, HomeAndEndWithShiftChooseAllRulesUpToThere)
+{
+    const std::size_t last = m_session->Category()->rules.size() - 1;
+    m_session->ChooseRules({last - 1}, last - 1);
+    Press(Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_THAT(m_session->ChosenRules(), ElementsAre(last - 1, last));
+    Press(Qt::Key_Home, Qt::ShiftModifier);
+    EXPECT_EQ(m_session->ChosenRules().size(), last) << "from the rule where it began to the first one";
+    EXPECT_EQ(m_session->CurrentRule(), 0U);
+}
+
 TEST_F(WorkbenchOnSample, KeysAddMoveAndDeleteRulesAndUndoTakesThemBack)
 {
     const auto before = Conditions();

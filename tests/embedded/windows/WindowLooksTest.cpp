@@ -136,6 +136,23 @@ TEST_F(WindowLooks, PickerBecomesNarrowRatherThanCoverItsNeighbour)
     EXPECT_EQ(Window().frameGeometry().left(), m_parent.frameGeometry().right() + 1);
 }
 
+TEST_F(WindowLooks, PickerLeavesThePartItIsPlacedBesideToBeSeen)
+{
+    const QRect screen = m_parent.screen()->availableGeometry();
+    m_parent.show();
+    m_parent.setGeometry(screen);
+    QWidget part(&m_parent);
+    part.setGeometry(2 * screen.width() / 3, 0, screen.width() / 3, screen.height());
+    part.show();
+    NvQdDeMng::CSelQdDeDlg picker(&m_parent);
+    picker.ShowWindow(true);
+    picker.MoveWndToRight(&part);
+    const QRect seen(part.mapToGlobal(QPoint()), part.size());
+    EXPECT_FALSE(Window().frameGeometry().intersects(seen));
+    EXPECT_TRUE(screen.contains(Window().frameGeometry()));
+    EXPECT_EQ(m_parent.geometry(), screen) << "its window makes no way";
+}
+
 TEST_F(WindowLooks, PickerThatAPlaceMadeNarrowIsAsWideAsBeforeWhereThereIsRoom)
 {
     const QRect screen = m_parent.screen()->availableGeometry();

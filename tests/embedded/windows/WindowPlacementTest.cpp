@@ -125,4 +125,41 @@ TEST(WindowPlacement, ScreenAtOneAndAHalfTheSizeLeavesTheDialogsButtonsInSight)
     EXPECT_GE(places.window.left(), DialogSize.width() - 40);
 }
 
+/// The place beside a part of a window that fills the screen.
+WindowPlaces PlaceInFullScreen(const QRect& part, const QSize& size)
+{
+    return embedded::PlaceBesidePart(part, Screen, size, Narrowest, Screen);
+}
+
+TEST(WindowPlacement, StandsBesideTheWindowOfAPartWhereThereIsRoom)
+{
+    const WindowPlaces places =
+        embedded::PlaceBesidePart({250, 100, 50, 50}, {120, 50, 700, 400}, {200, 500}, Narrowest, Screen);
+    EXPECT_EQ(places.neighbour, QRect(100, 50, 700, 400));
+    EXPECT_EQ(places.window, QRect(800, 50, 200, 500));
+}
+
+TEST(WindowPlacement, StandsBesideThePartAndNotOverItWhereThereIsNoRoomBesideItsWindow)
+{
+    EXPECT_EQ(PlaceInFullScreen({700, 300, 290, 400}, {200, 500}).window, QRect(500, 0, 200, 500));
+    // A part at the left is not covered by what stands at the right edge anyway.
+    EXPECT_EQ(PlaceInFullScreen({10, 300, 290, 400}, {200, 500}).window, QRect(850, 0, 150, 500));
+    EXPECT_EQ(PlaceInFullScreen({300, 300, 600, 400}, {200, 500}).window, QRect(100, 0, 200, 500));
+}
+
+TEST(WindowPlacement, BecomesNarrowerRatherThanCoverThePart)
+{
+    EXPECT_EQ(PlaceInFullScreen({180, 300, 800, 400}, {200, 500}).window, QRect(0, 0, 180, 500));
+    EXPECT_EQ(PlaceInFullScreen({0, 300, 900, 400}, {200, 500}).window, QRect(850, 0, 150, 500))
+        << "no side has room";
+}
+
+TEST(WindowPlacement, WindowOfThePartStaysWhereItIsWhenItIsCovered)
+{
+    const QRect window(50, 50, 900, 400);
+    EXPECT_EQ(
+        embedded::PlaceBesidePart({700, 100, 240, 300}, window, {200, 500}, Narrowest, Screen).neighbour,
+        window);
+}
+
 } // namespace

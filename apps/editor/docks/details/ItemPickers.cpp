@@ -14,18 +14,10 @@ CString PositionOf(const CString& category)
     return NvKtDataMng::CSys().GetIndexPath(category + u'\\').replace(u'\\', u'.');
 }
 
-/// A window that fills the screen has no place beside it, and must not be moved to make one.
-template <typename Picker>
-void PlaceBeside(Picker& picker, CWnd& window)
-{
-    if (!window.isMaximized() && !window.isFullScreen()) picker.MoveWndToRight(&window);
-}
-
 } // namespace
 
 void ItemPickers::Show(bool isBillMode, const CString& category)
 {
-    CWnd& window = *m_receiver.window();
     m_category = category;
     if (isBillMode) {
         if (!m_bills) {
@@ -35,7 +27,7 @@ void ItemPickers::Show(bool isBillMode, const CString& category)
         }
         if (m_bills->IsWindowVisible()) return;
         m_bills->ShowWindow(true);
-        PlaceBeside(*m_bills, window);
+        m_bills->MoveWndToRight(&m_receiver);
         m_bills->InitQdDeData();
         m_bills->SetTreePosition(PositionOf(category));
         return;
@@ -47,7 +39,7 @@ void ItemPickers::Show(bool isBillMode, const CString& category)
     m_quotas->EnableWindow(true);
     if (m_quotas->IsWindowVisible()) return;
     m_quotas->ShowWindow(true);
-    PlaceBeside(*m_quotas, window);
+    m_quotas->MoveWndToRight(&m_receiver);
     m_quotas->InitDeData();
 }
 

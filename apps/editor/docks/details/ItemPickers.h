@@ -21,8 +21,9 @@ public:
     /// `receiver` gets what is picked, as `host::UserMessage`s; it outlives this.
     explicit ItemPickers(CWnd& receiver) : m_receiver(receiver) {}
 
-    /// Shows the picker of the mode beside the window, with its lists loaded anew and turned to the chapter
-    /// of the category. One that is up already stays as it is.
+    /// Shows the picker of the mode beside the window of the receiver, or where there is no room over that
+    /// but beside the receiver, whose items stay to be seen, with its lists loaded anew and turned to the
+    /// chapter of the category. One that is up already stays as it is.
     void Show(bool isBillMode, const CString& category);
     /// Turns a picker that is up to another category.
     void Follow(const CString& category);

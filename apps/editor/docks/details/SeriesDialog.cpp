@@ -5,6 +5,7 @@
 #include "editor/session/WorkSession.h"
 #include "rules/match/CellText.h"
 #include "widgets/FaultColour.h"
+#include "widgets/LineDelegate.h"
 
 #include <QtCore/QRegularExpression>
 #include <QtCore/QSignalBlocker>
@@ -160,6 +161,7 @@ QWidget* SeriesDialog::MakeValues()
     label->setBuddy(m_values);
     column->addWidget(label);
     m_values->setAccessibleName(u"值"_s);
+    m_values->setItemDelegate(new widgets::LineDelegate(m_values));
     m_values->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_values->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
     m_values->installEventFilter(this);

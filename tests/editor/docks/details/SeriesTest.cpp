@@ -81,6 +81,14 @@ TEST(SplitValues, TakesLinesBlanksAndCommasOfAnyKindAndEachValueOnce)
     EXPECT_TRUE(editor::SplitValues(u" ,\n"_s).isEmpty());
 }
 
+TEST_F(DetailSeries, ValuesHaveLinesAsHighAsTheRulesBesideThem)
+{
+    Open(u"公称直径"_s);
+    ASSERT_GT(List(u"值"_s).count(), 0);
+    ASSERT_GT(List(u"生成的规则"_s).count(), 0);
+    EXPECT_GE(List(u"值"_s).sizeHintForRow(0), List(u"生成的规则"_s).sizeHintForRow(0));
+}
+
 TEST_F(DetailSeries, OffersTheCatalogueValuesAndShowsTheRulesToCome)
 {
     Open(u"公称直径"_s);

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "SampleScenes.h"
+
+/// The editor's window with its docks, and the windows that it opens over rules, on the sample project, which
+/// must outlive the scenes and their widgets and stays as it is.
+std::vector<Scene> WorkbenchScenes(SampleOnShow& sample);
