@@ -10,6 +10,7 @@
 #include <QtCore/QScopedValueRollback>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QUndoStack>
+#include <QtWidgets/QComboBox>
 #include <QtWidgets/QHeaderView>
 
 #include <algorithm>
@@ -368,15 +369,29 @@ CString ConditionTable::CurrentAttribute() const
     return row < 0 ? CString() : InputAt(row).attribute;
 }
 
-// Escape is only taken while there is something to be given up, and Enter only where a cell can be edited:
-// a window around may have a use for them.
+/// The list of the current cell, as Alt and an arrow open it wherever there is one; false where there is
+/// none.
+bool ConditionTable::OpenList()
+{
+    if ((currentItem()->flags() & Qt::ItemIsEditable) == 0) return false;
+    edit(currentIndex());
+    auto* combo = qobject_cast<QComboBox*>(m_editor);
+    if (combo != nullptr) combo->showPopup();
+    return combo != nullptr;
+}
+
+// Escape is only taken while there is something to be given up, Enter and the key of a list only where a cell
+// can be edited: a window around may have a use for them.
 void ConditionTable::keyPressEvent(QKeyEvent* event)
 {
+    const bool isAtCell = state() != EditingState && currentItem() != nullptr;
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && state() != EditingState && currentItem() != nullptr) {
+    const bool isForList = event->key() == Qt::Key_Down && event->modifiers().testFlag(Qt::AltModifier);
+    if (isEnter && isAtCell) {
         if ((currentItem()->flags() & Qt::ItemIsEditable) != 0) edit(currentIndex());
         return;
     }
+    if (isForList && isAtCell && OpenList()) return;
     if (event->key() == Qt::Key_Escape && HasInput()) {
         DropInput();
         return;

@@ -85,6 +85,7 @@ private:
     void AddInput(std::vector<Line>& lines);
     void ShowLine(int row);
     void FitColumns();
+    bool OpenList();
     void Enter(const Line& line, const ConditionInput& input);
     void Put(const Line& line, const rules::Condition& condition);
     void DeleteOf(const std::vector<Line>& lines);

@@ -325,6 +325,20 @@ TEST_F(DetailConditions, KeysAfterEnterGoToTheTableThoughTheEditorIsStillOpen)
     EXPECT_EQ(m_session.Undo().count(), 1);
 }
 
+TEST_F(DetailConditions, AltAndDownOpensTheListOfACell)
+{
+    GoTo(0, ConditionTable::ValueColumn);
+    Press(Qt::Key_Down, Qt::AltModifier);
+    auto* combo = qobject_cast<QComboBox*>(QApplication::focusWidget());
+    ASSERT_NE(combo, nullptr);
+    EXPECT_TRUE(combo->view()->isVisible());
+    combo->hidePopup();
+    Press(Qt::Key_Escape);
+    GoTo(0, ConditionTable::UpperColumn); // the value form has none
+    Press(Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &Conditions());
+}
+
 TEST_F(DetailConditions, ListOfAnEditorThatHasClosedIsStillThereForKeysTypedWhileItWasOpen)
 {
     GoTo(0, ConditionTable::AttributeColumn);
