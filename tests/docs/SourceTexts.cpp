@@ -137,7 +137,9 @@ void ForEachLiteral(const std::function<void(const SourceLiteral&)>& take)
                           QDirIterator::Subdirectories);
         while (walk.hasNext()) {
             const QString path = walk.next();
-            if (path.contains(u"/exchange/") && !path.endsWith(u"/TableImport.cpp")) continue;
+            const bool isOfWindows =
+                path.endsWith(u"/TableImport.cpp") || path.endsWith(u"/OtherProjects.cpp");
+            if (path.contains(u"/exchange/") && !isOfWindows) continue;
             QFile file(path);
             if (!file.open(QIODevice::ReadOnly)) continue;
             for (const SourceLiteral& literal : LiteralsOf(QString::fromUtf8(file.readAll())))
@@ -178,8 +180,9 @@ QSet<QString> TextsOfWindows()
 
 QSet<QString> WarningsOfWindows()
 {
-    // The faults of a file name and of a chosen cloud folder come up as warnings of their dialogs.
-    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s, u"Choose"_s};
+    // The faults of a file name, of a chosen cloud folder and of the ini come up as warnings of their
+    // dialogs.
+    const QStringList warners{u"ShowWarning"_s, u"FileNameFault"_s, u"Choose"_s, u"NotWrittenText"_s};
     QSet<QString> warnings;
     ForEachLiteral([&](const SourceLiteral& literal) {
         const bool warns = std::any_of(warners.begin(), warners.end(), [&](const QString& warner) {
