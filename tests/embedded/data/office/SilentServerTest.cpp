@@ -74,7 +74,7 @@ TEST_F(SilentServer, StatementThatTakesLongOnASlowLineGoesOn)
     // A machine that has too much to do holds the line up for itself: then it tells nothing.
     for (bool isHeldUp = true; isHeldUp;) {
         const test::SlowLine line(test::SharedServer().SocketFolder() + u"/.s.PGSQL."_s +
-                                  test::PostgresServer::Port());
+                                  test::SharedServer().Port());
         const CString name = u"line"_s + CString::number(line.Port());
         m_database.Services().AddText(u"[%1]\nhost=127.0.0.1\nport=%2\ndbname=%3\nuser=%4\n"_s.arg(
             name, QString::number(line.Port()), m_database.Name(), m_database.User(Administrator())));
