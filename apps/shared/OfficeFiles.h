@@ -78,7 +78,8 @@ struct PublishEnd
     bool IsDone() const { return end == Published || end == Unchanged; }
 };
 
-/// What became of a publication that waited: `fault` is what the office refused, in words, when it did.
+/// What became of a publication that waited. Where it still waits, the `fault` of its end says why, in words:
+/// what the office refused, that it could not be reached, or what failed on this machine.
 struct SentPublication
 {
     embedded::WaitingPublication waiting;
@@ -135,8 +136,8 @@ public:
 
     /// Sends what waits to be published. What cannot be published stays waiting, and so does what conflicts
     /// with others without an answer, and what was merged and not wanted. Empty when the office cannot be
-    /// reached; when it goes on the way, the last one is what was on the way then. To be called before
-    /// anything else is done with the office.
+    /// reached; when it goes while one is sent, that is the last one. To be called before anything else is
+    /// done with the office.
     std::vector<SentPublication> SendWaiting(const AnswerConflicts& answer = {},
                                              const ReviewMerge& review = {});
     /// Lets what waits of a configuration wait no more. The project's file stays as it is.

@@ -102,15 +102,27 @@ PublishEnd OfficeFiles::Publish(const CString& configuration, const CString& not
     const CArray<embedded::WaitingPublication> waiting = WaitingOf(configuration);
     Sending sending{FromFile(configuration, note)};
     if (!waiting.isEmpty()) sending.waiting = waiting.first();
+    // What was refused or not wanted is not to be sent later in place of what waits.
+    const auto letFormerWait = [&] {
+        if (!waiting.isEmpty()) m_office.Memory().Renew(waiting.first(), waiting.first().publication);
+    };
     try {
         const PublishEnd end = WithOffice([&](embedded::Office& office) {
             return Send(office, sending, {answer, review});
         });
-        if (end.IsDone()) Forget(waiting);
+        end.IsDone() ? Forget(waiting) : letFormerWait();
         return end;
     } catch (const UnreachableError& error) {
         m_office.Memory().Wait(sending.publication);
         return sending.Unreached(error);
+    } catch (const Error& error) {
+        if (sending.joined) throw Error(MergedText(*sending.joined) + error.Message());
+        letFormerWait();
+        throw;
+    } catch (const platform::FileError& error) {
+        if (sending.joined) throw Error(MergedText(*sending.joined) + error.Message());
+        letFormerWait();
+        throw;
     }
 }
 
@@ -266,11 +278,11 @@ std::vector<SentPublication> OfficeFiles::SendWaiting(const AnswerConflicts& ans
     if (waiting.isEmpty() || !m_office.Reach()) return sent;
     try {
         for (const embedded::WaitingPublication& one : waiting) {
-            // Another program may have sent or withdrawn it by now.
+            // Another program may have sent or withdrawn it by now, or merged it with what others published.
             const CArray<embedded::WaitingPublication> left = WaitingOf(one.publication.configuration);
-            const bool waits =
-                std::any_of(left.begin(), left.end(), [&](const auto& other) { return other.id == one.id; });
-            if (waits) sent.push_back(SendOne(Reached(), one, {answer, review}));
+            const auto present =
+                std::find_if(left.begin(), left.end(), [&](const auto& other) { return other.id == one.id; });
+            if (present != left.end()) sent.push_back(SendOne(Reached(), *present, {answer, review}));
             if (!m_office.IsReached()) break; // what has not been sent goes on waiting
         }
     } catch (const UnreachableError& error) {

@@ -58,11 +58,9 @@ CString CollisionText(const embedded::NumberCollision& collision)
         collision.theirs.name, collision.theirs.unit);
 }
 
-/// What the project's file holds, though it was not published.
 CString MergedText(const PublishEnd& end)
 {
-    if (end.IsDone() || !end.IsMerged()) return {};
-    return u"本地文件已与别人发布的第 %1 版合并；"_s.arg(end.joined->version);
+    return end.IsDone() || !end.IsMerged() ? CString() : MergedText(*end.joined);
 }
 
 CString BareEndText(const PublishEnd& end, const CString& office)
@@ -105,6 +103,11 @@ CString StateText(const OfficeEntry& entry)
 {
     const CString text = BareStateText(entry.state);
     return entry.isWaiting ? text + u"，等待发布"_s : text;
+}
+
+CString MergedText(const JoinedStates& joined)
+{
+    return u"本地文件已与别人发布的第 %1 版合并；"_s.arg(joined.version);
 }
 
 CString EndText(const PublishEnd& end, const CString& office)

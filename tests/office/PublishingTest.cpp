@@ -441,6 +441,24 @@ TEST_F(Publishing, WhatWaitsIsNotOlderThanWhatWasSent)
     EXPECT_EQ(shown, 2);
 }
 
+TEST_F(Publishing, WhatIsNotWantedDoesNotTakeThePlaceOfWhatWaits)
+{
+    m_li.Write(WithPlastic);
+    {
+        const ServerDown down;
+        m_li.Publish();
+    }
+    ASSERT_TRUE(m_li.Host().Office()->Reach());
+    m_wang.Write(WithCopper);
+    m_wang.Publish();
+    m_li.Write(PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铸铁管")));
+    const PublishEnd end = m_li.Publish({}, {}, [](const JoinedStates&) { return false; });
+    EXPECT_EQ(end.end, PublishEnd::Declined);
+    const auto waiting = m_li.Host().Office()->Memory().Waiting();
+    ASSERT_EQ(waiting.size(), 1);
+    EXPECT_EQ(waiting.first().publication.content, WithPlastic);
+}
+
 TEST_F(Publishing, MergeOfWhatWasPublishedDuringAReviewIsToldAsTheSecondOne)
 {
     m_wang.Write(WithCopper);

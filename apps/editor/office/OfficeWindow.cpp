@@ -352,6 +352,7 @@ void OfficeWindow::Publish()
     const auto review = [this](const shared::JoinedStates& joined) {
         return JoinedDialog::Ask(joined, this);
     };
+    m_hasChanged = true; // what others published may be in the file, also when this fails
     TakePublished(Files().Publish(configuration, note.trimmed(), m_ask(configuration), review));
 }
 
@@ -367,12 +368,12 @@ void OfficeWindow::Restore()
     const embedded::PublishedVersion version = *Version();
     if (!AskYesNo(u"把“%1”还原成第 %2 版，作为新的一版发布"_s.arg(version.configuration).arg(version.number)))
         return;
+    m_hasChanged = true;
     TakePublished(Files().Restore(version.configuration, version.number, m_versions.first().Mark()));
 }
 
 void OfficeWindow::TakePublished(const shared::PublishEnd& end)
 {
-    m_hasChanged = true; // it may have been merged, or brought into the file
     Report(shared::EndText(end, OfficeName()), end);
     FillConfigurations();
 }

@@ -7,6 +7,8 @@
 #include <QtCore/QLibrary>
 #include <QtSql/QSqlDriver>
 
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace embedded {
@@ -60,12 +62,24 @@ CString SaidIn(const QSqlError& error)
     return severity < 0 ? line : line.sliced(severity + 3);
 }
 
-/// Whether the client library has no entry of a service's name. It says so in the user's language; of what it
-/// says about servers, none names the service.
+/// As the client library has it, see `PQping`.
+using Ping = int (*)(const char*);
+enum PingAnswer { NoResponse = 2, NoAttempt = 3 };
+
+/// Null where the client library is not found.
+Ping FindPing()
+{
+    static const auto ping = OfClient<Ping>("PQping");
+    return ping;
+}
+
+/// Whether the client library has no entry of a service's name, wherever it looks for one. It says so in the
+/// user's language; what does not depend on that is that it tries no address then.
 bool IsUnknown(const Service& service, const QSqlError& error)
 {
-    return !service.isRead && error.type() == QSqlError::ConnectionError &&
-           error.databaseText().contains(service.name);
+    if (service.isRead || error.type() != QSqlError::ConnectionError || FindPing() == nullptr) return false;
+    const CString options = u"service=%1 host=127.0.0.1 hostaddr=127.0.0.1 port=1 connect_timeout=2"_s;
+    return FindPing()(options.arg(service.name).toUtf8().constData()) == NoAttempt;
 }
 
 /// Whether the server is not there, or not there any more: connection exceptions, and what it says when it
@@ -127,15 +141,12 @@ CString PostgresEngine::ConnectOptions(int patience) const
 /// nobody looks at the clock.
 bool PostgresEngine::IsAnswering() const
 {
-    using Ping = int (*)(const char*);
-    static const auto ping = OfClient<Ping>("PQping");
-    constexpr int NoResponse = 2;
-    if (ping == nullptr) return true;
+    if (FindPing() == nullptr) return true;
     QElapsedTimer time;
     time.start();
     const QByteArray options = ConnectOptions(ProbePatience).replace(u';', u' ').toUtf8();
     // The client library counts whole seconds of the clock and may begin in the middle of one.
-    return ping(options.constData()) != NoResponse || !time.hasExpired((ProbePatience - 1) * 1000);
+    return FindPing()(options.constData()) != NoResponse || !time.hasExpired((ProbePatience - 1) * 1000);
 }
 
 std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& connection) const
@@ -168,10 +179,13 @@ qsizetype PostgresEngine::RowsPerInsertion() const
 
 CStringArray PostgresEngine::Greeting() const
 {
+    // To the server no time at all is no limit.
+    const auto longest = static_cast<qint64>(std::numeric_limits<int>::max());
+    const qint64 wait = std::clamp<qint64>(m_busyTimeout.count(), 1, longest);
     // One message, for each is a way to the server and back.
     return {u"SET search_path TO %1; SET lock_timeout TO %2; SET client_min_messages TO error; "
             "SET standard_conforming_strings TO on"_s.arg(SchemaName())
-                .arg(m_busyTimeout.count())};
+                .arg(wait)};
 }
 
 CStringArray PostgresEngine::BeginWriting() const

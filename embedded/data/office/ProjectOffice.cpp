@@ -269,9 +269,10 @@ CString ProjectOffice::InWords()
     const CString office = u"办公室“%1”"_s.arg(m_name);
     if (m_isReached && !IsBehind() && !HasNews()) return office;
     const auto seen = m_memory.LastSeen();
-    const CString state =
-        seen ? u"用的是 %1 的数据"_s.arg(seen->at.toLocalTime().toString(u"yyyy-MM-dd HH:mm"_s))
-             : u"还没有它的数据"_s;
+    CString state = u"还没有它的数据"_s;
+    if (seen) state = u"用的是 %1 的数据"_s.arg(platform::MinuteText(seen->at));
+    // The newer data may have been seen already, by another program.
+    if (seen && m_held && seen->revision != *m_held) state = u"用的是以前的数据"_s;
     if (!m_isReached) return m_fault + u"，"_s + state;
     if (!IsBehind()) return u"%1有了新的数据，重新打开工程就用新的，现在%2"_s.arg(office, state);
     return u"%1有了新的数据，工程的副本跟不上（%2），%3"_s.arg(office, m_behind, state);

@@ -15,7 +15,7 @@ namespace test {
 class SlowLine
 {
 public:
-    /// How much comes through in a second, with a piece every `Step`.
+    /// How much comes through at a time, and how long it is to the next piece.
     static constexpr int BytesEachStep = 32 * 1024;
     static constexpr std::chrono::milliseconds Step{250};
 

@@ -83,6 +83,21 @@ TEST_F(DatabaseTest, WriteLockOfAnotherConnectionIsReportedAsSuch)
     EXPECT_TRUE(ErrorOf([&] { const Transaction refused(second); }).contains(u"被其他程序占用"_s));
 }
 
+TEST_F(DatabaseTest, HowLongAnotherOneIsWaitedForCanBeSet)
+{
+    EXPECT_EQ(Database::UsualBusyTimeout(), std::chrono::seconds(5));
+    const auto with = [](const char* value) {
+        qputenv("KTQDDE_DATABASE_WAIT", value);
+        const auto set = Database::UsualBusyTimeout();
+        qunsetenv("KTQDDE_DATABASE_WAIT");
+        return set;
+    };
+    EXPECT_EQ(with("70"), std::chrono::seconds(70));
+    EXPECT_EQ(with("0"), std::chrono::seconds(0));
+    EXPECT_EQ(with("-1"), std::chrono::seconds(5));
+    EXPECT_EQ(with("lange"), std::chrono::seconds(5));
+}
+
 TEST_F(DatabaseTest, FileThatIsNoDatabaseIsReportedAsDamagedWithItsPath)
 {
     m_folder.WriteFile(u"数据 库.db"_s, QByteArray(4096, 'x'));

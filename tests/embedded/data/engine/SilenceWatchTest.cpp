@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using embedded::SilenceWatch;
@@ -18,40 +19,47 @@ public:
     /// Each look finds so many bytes more.
     explicit Connection(unsigned bytesEachLook) : m_bytesEachLook(bytesEachLook) {}
 
-    int Looks() const { return m_looks; }
-    int Questions() const { return m_questions; }
-    int Ends() const { return m_ends; }
+    int Looks() const { return m_seen->looks; }
+    int Questions() const { return m_seen->questions; }
+    int Ends() const { return m_seen->ends; }
     /// So many bytes get through while the watch asks for the server.
-    void MoveWhileAsked(unsigned bytes) { m_bytesEachQuestion = bytes; }
+    void MoveWhileAsked(unsigned bytes) { m_seen->bytesEachQuestion = bytes; }
 
 private:
+    /// The watch may still ask when it has ended.
+    struct Seen
+    {
+        std::atomic<unsigned> bytesEachQuestion = 0;
+        std::atomic<unsigned> bytes = 0;
+        std::atomic<int> looks = 0;
+        std::atomic<int> questions = 0;
+        std::atomic<int> ends = 0;
+    };
+
     const unsigned m_bytesEachLook;
-    std::atomic<unsigned> m_bytesEachQuestion = 0;
-    std::atomic<unsigned> m_bytes = 0;
-    std::atomic<int> m_looks = 0;
-    std::atomic<int> m_questions = 0;
-    std::atomic<int> m_ends = 0;
-    SilenceWatch m_watch{{[this] {
-                              ++m_questions;
-                              m_bytes += m_bytesEachQuestion;
+    const std::shared_ptr<Seen> m_seen = std::make_shared<Seen>();
+    SilenceWatch m_watch{{[seen = m_seen] {
+                              seen->bytes += seen->bytesEachQuestion;
+                              ++seen->questions;
                               return false;
                           },
-                          [this] {
-                              ++m_looks;
-                              return std::optional<std::uint64_t>(m_bytes += m_bytesEachLook);
+                          [seen = m_seen, each = m_bytesEachLook] {
+                              const unsigned bytes = seen->bytes += each;
+                              ++seen->looks;
+                              return std::optional<std::uint64_t>(bytes);
                           },
-                          [this] { ++m_ends; }}};
+                          [seen = m_seen] { ++seen->ends; }}};
     SilenceWatch::Wait m_wait{&m_watch};
 };
 
 } // namespace
 
-// The look comes every second, and a wait is long after four.
+// The look comes every second, and a wait is long after four; on a machine that stands still for as long the
+// server is asked for all the same.
 TEST(SilenceWatch, WaitInWhichBytesGetThroughIsNoSilence)
 {
     const Connection connection(1);
     test::WaitFor(u"looks at the connection"_s, [&] { return connection.Looks() >= 9; });
-    EXPECT_EQ(connection.Questions(), 0);
     EXPECT_EQ(connection.Ends(), 0);
 }
 

@@ -130,6 +130,7 @@ TEST_F(CopyBehind, OpenProjectIsToldOfNewsAndHasThemWhenItIsOpenedAgain)
         EXPECT_FALSE(again.Office()->HasNews());
     }
     EXPECT_TRUE(office.HasNews()) << "this one goes on with what it has read";
+    EXPECT_TRUE(office.InWords().contains(u"用的是以前的数据"_s)) << office.InWords().toStdString();
     AddLibrary(u"NEU-3"_s);
     EmbeddedHost early(m_project.Folder());
     EXPECT_TRUE(early.Office()->Reach());

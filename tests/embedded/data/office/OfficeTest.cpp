@@ -80,6 +80,18 @@ TEST(OfficeConnection, ServerThatIsNotThereIsUnreachable)
     EXPECT_THROW(Office::Create(u"gone"_s), embedded::UnreachableError);
 }
 
+// To the server a limit of 0 is none.
+TEST(OfficeConnection, WhoIsNotToWaitForOthersDoesNot)
+{
+    const TestOffice test;
+    Office first(TestOffice::Keeper());
+    const embedded::Transaction writing(first.Connection());
+    qputenv("KTQDDE_DATABASE_WAIT", "0");
+    Office second(TestOffice::Keeper());
+    qunsetenv("KTQDDE_DATABASE_WAIT");
+    EXPECT_THROW(const embedded::Transaction refused(second.Connection()), embedded::BusyError);
+}
+
 TEST(OfficeConnection, ServerThatStopsIsUnreachableUntilItIsBack)
 {
     const TestOffice test;
