@@ -120,7 +120,7 @@ DiskWatch::DiskWatch(CString folder, Told told) : m_folder(std::move(folder)), m
         m_quiet.start();
     });
     for (const CString& path : Find())
-        Knows(path, ReadToLook(path));
+        Learn(path);
     m_ownWrites = std::make_unique<OwnWrites>(*this);
 }
 
@@ -134,13 +134,15 @@ bool DiskWatch::IsWatched(const CString& path) const
 
 void DiskWatch::NoteOwnWrite(const CString& path)
 {
-    if (IsWatched(path)) Knows(path, ReadToLook(path));
+    if (IsWatched(path)) Learn(path);
 }
 
-void DiskWatch::Knows(const CString& path, const std::optional<QByteArray>& bytes)
+void DiskWatch::Learn(const CString& path)
 {
+    const QDateTime time = QFileInfo(platform::ToNative(path)).lastModified(); // see `Compare`
+    const auto bytes = ReadToLook(path);
     if (bytes)
-        m_known[path] = {HashOf(*bytes), bytes->size(), QFileInfo(platform::ToNative(path)).lastModified()};
+        m_known[path] = {HashOf(*bytes), bytes->size(), time};
     else
         m_known.erase(path);
 }

@@ -43,10 +43,6 @@ public:
     DiskWatch(CString folder, Told told);
     ~DiskWatch() override;
 
-    /// Says that a file is known to hold those bytes, or to be gone: neither is told. For what was written
-    /// past the file system of this program.
-    void Knows(const CString& path, const std::optional<QByteArray>& bytes);
-
     /// Looks at once and tells what is found. In no long piece of work.
     void Look();
     /// Looks when nothing has been said to change for a moment, and not in the middle of long work. To be
@@ -67,6 +63,8 @@ private:
 
     bool IsWatched(const CString& path) const;
     void NoteOwnWrite(const CString& path);
+    /// What a file holds now is known, and not told.
+    void Learn(const CString& path);
     /// What came of a file since it was known; it is known then.
     std::optional<DiskChange> Compare(const CString& path);
     /// The rule files that are there, each watched before somebody looks what it holds.

@@ -131,16 +131,6 @@ TEST_F(DiskWatch, DoesNotTellWhatIsTouchedOrWrittenAgain)
     EXPECT_TRUE(m_changes.isEmpty());
 }
 
-TEST_F(DiskWatch, DoesNotTellWhatItIsToldToKnow)
-{
-    m_watch.Knows(Path(u"乙"_s), Rules("known"));
-    m_watch.Knows(Path(u"甲"_s), std::nullopt);
-    WriteElsewhere(u"乙"_s, Rules("known"));
-    QFile::remove(Native(u"甲"_s));
-    m_watch.Look();
-    EXPECT_TRUE(m_changes.isEmpty());
-}
-
 TEST_F(DiskWatch, FindsWhatHasTheSameLengthAndTime)
 {
     if (test::WatchingHere() != Watching::EveryWrite) GTEST_SKIP() << test::NotEveryWrite;

@@ -26,9 +26,6 @@ public:
     SlowLine& operator=(const SlowLine&) = delete;
 
     int Port() const noexcept { return m_port.Number(); }
-    /// The longest time for which it was busy with something else than letting the next piece through, as on
-    /// a machine that has too much to do.
-    std::chrono::milliseconds LongestPause() const { return m_longestPause; }
 
 private:
     void Run();
@@ -37,7 +34,6 @@ private:
     TcpPort m_port;
     QByteArray m_socket;
     std::atomic<bool> m_isEnding = false;
-    std::atomic<std::chrono::milliseconds> m_longestPause{};
     std::thread m_thread;
 };
 

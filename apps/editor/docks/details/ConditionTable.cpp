@@ -369,11 +369,11 @@ CString ConditionTable::CurrentAttribute() const
     return row < 0 ? CString() : InputAt(row).attribute;
 }
 
-/// The list of the current cell, as Alt and an arrow open it wherever there is one; false where there is
-/// none.
+/// The list of the current cell; false where there is none.
 bool ConditionTable::OpenList()
 {
-    if ((currentItem()->flags() & Qt::ItemIsEditable) == 0) return false;
+    const bool hasList = currentColumn() != UpperColumn;
+    if (!hasList || (currentItem()->flags() & Qt::ItemIsEditable) == 0) return false;
     edit(currentIndex());
     auto* combo = qobject_cast<QComboBox*>(m_editor);
     if (combo != nullptr) combo->showPopup();

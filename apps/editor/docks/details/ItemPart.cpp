@@ -240,6 +240,7 @@ void ItemPart::AddQuota(const DeStruct& record)
 
 void ItemPart::EditFormula()
 {
+    m_tree->Commit();
     const auto line = m_tree->Current();
     if (!line || line->isForeign) return;
     const ChosenRules::Name asked = m_chosen.Named();

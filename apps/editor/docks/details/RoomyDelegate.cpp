@@ -2,8 +2,10 @@
 
 #include <QtGui/QFocusEvent>
 #include <QtWidgets/QAbstractItemView>
+#include <QtWidgets/QApplication>
 
 #include <algorithm>
+#include <utility>
 
 namespace editor {
 
@@ -14,12 +16,24 @@ constexpr std::size_t KeptEditors = 8;
 
 } // namespace
 
-// In the active window the view does it itself, and not in another one.
+// In the active window the view takes the focus back by itself, and not in another one.
 RoomyDelegate::RoomyDelegate(QAbstractItemView& view) : LineDelegate(&view), m_view(view)
 {
     connect(this, &QAbstractItemDelegate::closeEditor, this, [this](const QWidget* editor) {
         if (m_view.window()->focusWidget() == editor && !editor->hasFocus()) m_view.setFocus();
     });
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* focus) { FollowFocus(focus); });
+}
+
+/// `focus` is null while no window of the program has the keyboard. A list is part of the editor.
+void RoomyDelegate::FollowFocus(const QWidget* focus)
+{
+    if (focus == nullptr || m_left == nullptr || focus->window()->windowType() == Qt::Popup) return;
+    QWidget* const editor = std::exchange(m_left, nullptr);
+    if (editor == focus || editor->isAncestorOf(focus) || !editor->isVisible()) return;
+    emit commitData(editor);
+    emit closeEditor(editor);
 }
 
 void RoomyDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
@@ -46,6 +60,7 @@ bool RoomyDelegate::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isWindowLeft = event->type() == QEvent::FocusOut &&
                               static_cast<const QFocusEvent&>(*event).reason() == Qt::ActiveWindowFocusReason;
+    if (isWindowLeft) m_left = qobject_cast<QWidget*>(watched);
     return isWindowLeft || LineDelegate::eventFilter(watched, event);
 }
 

@@ -18,10 +18,11 @@ namespace editor {
 /// Keeps the editors that have closed last, hidden: what was typed while the list of one was open is
 /// addressed to that list, and reaches the program only as long as the list is there (`TypedAhead`).
 ///
-/// Leaves an editor open while another window has the keyboard, instead of taking half of what is being
-/// typed: when a list is shut, some window systems take the keyboard from the window for a moment. Whoever
-/// needs what has been typed so far asks for it (`DetailPanel::Commit`). An editor that closes then leaves
-/// the focus to the view, which itself would do so only in the window that has the keyboard.
+/// Leaves an editor open while no window of the program has the keyboard, instead of taking half of what is
+/// being typed: when a list is shut, some window systems take the keyboard from the window for a moment. What
+/// was typed is taken when the user goes on elsewhere in the program, or by whoever asks for it
+/// (`DetailPanel::Commit`). An editor that closes meanwhile leaves the focus to the view, which itself would
+/// do so only in the window that has the keyboard.
 class RoomyDelegate : public widgets::LineDelegate
 {
 public:
@@ -36,7 +37,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void FollowFocus(const QWidget* focus);
+
     QAbstractItemView& m_view;
+    QPointer<QWidget> m_left;                       ///< the open editor whose window has lost the keyboard
     mutable std::deque<QPointer<QWidget>> m_closed; ///< the view owns them
 };
 

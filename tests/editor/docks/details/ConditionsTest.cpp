@@ -334,9 +334,11 @@ TEST_F(DetailConditions, AltAndDownOpensTheListOfACell)
     EXPECT_TRUE(combo->view()->isVisible());
     combo->hidePopup();
     Press(Qt::Key_Escape);
-    GoTo(0, ConditionTable::UpperColumn); // the value form has none
-    Press(Qt::Key_Down, Qt::AltModifier);
-    EXPECT_EQ(QApplication::focusWidget(), &Conditions());
+    for (const int row : {0, 1}) { // a value has no upper bound; that of a range is a plain field
+        GoTo(row, ConditionTable::UpperColumn);
+        Press(Qt::Key_Down, Qt::AltModifier);
+        EXPECT_EQ(QApplication::focusWidget(), &Conditions()) << row;
+    }
 }
 
 TEST_F(DetailConditions, ListOfAnEditorThatHasClosedIsStillThereForKeysTypedWhileItWasOpen)
@@ -390,4 +392,27 @@ TEST_F(DetailConditions, EditorThatClosesWithoutTheKeyboardLeavesTheTableTheFocu
         test::WaitInLoopFor(u"end of the editor"_s, [&] { return !field->isVisible(); });
     });
     EXPECT_EQ(QApplication::focusWidget(), &Conditions());
+}
+
+TEST_F(DetailConditions, WhatIsBeingTypedIsTakenWhenTheUserGoesOnInAnotherWindowOfTheProgram)
+{
+    GoTo(1, ConditionTable::ValueColumn);
+    QTest::keyClicks(QApplication::focusWidget(), u"6"_s);
+    QWidget other;
+    auto* field = new QLineEdit(&other);
+    other.show();
+    other.activateWindow();
+    test::WaitInLoopFor(u"the other field"_s, [&] { return QApplication::focusWidget() == field; });
+    EXPECT_EQ(Text(), u"材质＝镀锌钢管;6＜公称直径≤65;"_s);
+}
+
+TEST_F(DetailConditions, WhatIsBeingTypedIsTakenWhenTheUserComesBackToSomethingElse)
+{
+    auto* field = new QLineEdit(m_panel.get());
+    field->show();
+    GoTo(1, ConditionTable::ValueColumn);
+    QTest::keyClicks(QApplication::focusWidget(), u"6"_s);
+    LeaveAndComeBack([&] { field->setFocus(); });
+    test::WaitInLoopFor(u"the other field"_s, [&] { return QApplication::focusWidget() == field; });
+    EXPECT_EQ(Text(), u"材质＝镀锌钢管;6＜公称直径≤65;"_s);
 }

@@ -65,6 +65,18 @@ TEST_F(DetailItems, AllCommandsAreSeenInANarrowDock)
     }
 }
 
+TEST_F(DetailItems, NameThatIsBeingTypedIsTakenBeforeTheCalculatorOpens)
+{
+    HaveItems();
+    m_windows.SetCalculation(u"管道长度*1.05"_s);
+    GoTo(Row(0), ItemTree::NameColumn);
+    Press(Qt::Key_F2);
+    Type(u"新名称"_s);
+    Command(u"计算…"_s).trigger();
+    EXPECT_EQ(Rule().bills[0].record.strName, u"新名称"_s);
+    EXPECT_EQ(Rule().bills[0].record.strFormula, u"管道长度*1.05"_s);
+}
+
 TEST_F(DetailItems, FormulaCellOpensTheCalculator)
 {
     HaveItems();

@@ -16,20 +16,20 @@ namespace {
 class Connection
 {
 public:
-    /// Each look finds so many bytes more.
-    explicit Connection(unsigned bytesEachLook) : m_bytesEachLook(bytesEachLook) {}
+    /// Each look finds so many bytes more, and so many get through while the watch asks for the server.
+    explicit Connection(unsigned bytesEachLook, unsigned bytesEachQuestion = 0)
+        : m_bytesEachLook(bytesEachLook), m_bytesEachQuestion(bytesEachQuestion)
+    {
+    }
 
     int Looks() const { return m_seen->looks; }
     int Questions() const { return m_seen->questions; }
     int Ends() const { return m_seen->ends; }
-    /// So many bytes get through while the watch asks for the server.
-    void MoveWhileAsked(unsigned bytes) { m_seen->bytesEachQuestion = bytes; }
 
 private:
     /// The watch may still ask when it has ended.
     struct Seen
     {
-        std::atomic<unsigned> bytesEachQuestion = 0;
         std::atomic<unsigned> bytes = 0;
         std::atomic<int> looks = 0;
         std::atomic<int> questions = 0;
@@ -37,9 +37,10 @@ private:
     };
 
     const unsigned m_bytesEachLook;
+    const unsigned m_bytesEachQuestion;
     const std::shared_ptr<Seen> m_seen = std::make_shared<Seen>();
-    SilenceWatch m_watch{{[seen = m_seen] {
-                              seen->bytes += seen->bytesEachQuestion;
+    SilenceWatch m_watch{{[seen = m_seen, each = m_bytesEachQuestion] {
+                              seen->bytes += each;
                               ++seen->questions;
                               return false;
                           },
@@ -72,8 +73,7 @@ TEST(SilenceWatch, WaitInWhichNothingGetsThroughEndsWhenTheServerAnswersNobody)
 
 TEST(SilenceWatch, WhatGetsThroughWhileTheServerIsAskedForCounts)
 {
-    Connection connection(0);
-    connection.MoveWhileAsked(1);
+    const Connection connection(0, 1);
     test::WaitFor(u"questions"_s, [&] { return connection.Questions() >= 2; });
     EXPECT_EQ(connection.Ends(), 0);
 }

@@ -71,8 +71,10 @@ TEST_F(SilentServer, StatementThatTakesLongOnASlowLineGoesOn)
     constexpr int Size =
         Seconds * 1000 / static_cast<int>(test::SlowLine::Step.count()) * test::SlowLine::BytesEachStep;
     const QString text(Size, u'x');
-    // A machine that has too much to do holds the line up for itself: then it tells nothing.
-    for (bool isHeldUp = true; isHeldUp;) {
+    // A machine that has too much to do holds the line up for itself, which tells nothing; not every time.
+    constexpr int Tries = 5;
+    CString fault;
+    for (int i = 0; i < Tries; ++i) {
         const test::SlowLine line(test::SharedServer().SocketFolder() + u"/.s.PGSQL."_s +
                                   test::SharedServer().Port());
         const CString name = u"line"_s + CString::number(line.Port());
@@ -82,12 +84,12 @@ TEST_F(SilentServer, StatementThatTakesLongOnASlowLineGoesOn)
             embedded::Office office(name);
             const QVariant length = office.Connection().Single(u"SELECT length(?::text)"_s, {text});
             EXPECT_EQ(length.toInt(), Size);
-            isHeldUp = false;
+            return;
         } catch (const embedded::UnreachableError& error) {
-            isHeldUp = line.LongestPause() > std::chrono::seconds(2);
-            EXPECT_TRUE(isHeldUp) << error.Message().toStdString();
+            fault = error.Message();
         }
     }
+    ADD_FAILURE() << fault.toStdString();
 }
 
 #endif
