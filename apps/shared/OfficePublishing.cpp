@@ -1,4 +1,5 @@
 #include "shared/OfficeFiles.h"
+#include "shared/OfficeText.h"
 
 #include "platform/Files.h"
 #include "rules/model/Snapshot.h"
