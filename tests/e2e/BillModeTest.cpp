@@ -21,8 +21,7 @@ protected:
     }
     void CloseBillPicker()
     {
-        m_desktop.Press({u"alt+c"_s});
-        m_desktop.WaitUntilGone(BillPickerTitle);
+        CloseBy(u"alt+c"_s, BillPickerTitle);
         m_desktop.Focus(ConfigTitle);
     }
 };

@@ -97,6 +97,11 @@ void EditorTest::PressUntil(const QString& title, const QString& key, const QStr
         title, [&] { m_desktop.Press({key}); }, what, holds);
 }
 
+void EditorTest::CloseBy(const QString& key, const QString& title)
+{
+    PressUntil(title, key, u"end of "_s + title, [&] { return !m_desktop.Shows(title); });
+}
+
 // A window hears nothing while it is busy with the command before, and a user would press once more.
 void EditorTest::DoUntil(const QString& title, const std::function<void()>& act, const QString& what,
                          const std::function<bool()>& holds)
@@ -194,8 +199,8 @@ void EditorTest::PickBillWithQuota(const QString& title, const QString& number)
     m_desktop.Press({u"Return"_s});
     m_desktop.WaitUntilGone(NumberTitle);
     m_desktop.Focus(BillPickerTitle);
-    m_desktop.Press({u"alt+d"_s, u"alt+c"_s});
-    m_desktop.WaitUntilGone(BillPickerTitle);
+    m_desktop.Press({u"alt+d"_s});
+    CloseBy(u"alt+c"_s, BillPickerTitle);
     m_desktop.Focus(title);
 }
 
@@ -205,8 +210,8 @@ void EditorTest::PickQuota(const QString& title, const QString& number)
     m_desktop.Focus(QuotaPickerTitle);
     m_desktop.Press({u"alt+f"_s});
     m_desktop.Type(number);
-    m_desktop.Press({u"Return"_s, u"alt+c"_s});
-    m_desktop.WaitUntilGone(QuotaPickerTitle);
+    m_desktop.Press({u"Return"_s});
+    CloseBy(u"alt+c"_s, QuotaPickerTitle);
     m_desktop.Focus(title);
 }
 

@@ -92,6 +92,8 @@ protected:
     /// The same with whatever else a user does there.
     void DoUntil(const QString& title, const std::function<void()>& act, const QString& what,
                  const std::function<bool()>& holds);
+    /// Presses the key that closes a window until it is gone.
+    void CloseBy(const QString& key, const QString& title);
     /// Makes the rule file "Other", which differs from the first one, and gives what it holds.
     QByteArray MakeOtherFile();
     /// Compares the rule file with what it was at first, with `rule` (XML) added to 给水管.

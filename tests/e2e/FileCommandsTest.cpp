@@ -102,8 +102,8 @@ TEST_P(FileCommands, TemplateFromTheCloudDiskBecomesTheCurrentFile)
     BeginWork();
     Click(ConfigTitle, NetDiskButton);
     m_desktop.Focus(CloudTitle);
-    m_desktop.Press({u"alt+i"_s, u"alt+c"_s});
-    m_desktop.WaitUntilGone(CloudTitle);
+    m_desktop.Press({u"alt+i"_s});
+    CloseBy(u"alt+c"_s, CloudTitle);
     m_desktop.Focus(TitleOn(u"Shared"_s));
     EndWorkOn(u"Shared"_s);
     ExpectRuleInFile(BareRule());

@@ -54,7 +54,7 @@ TEST_F(WorkbenchJourney, RuleFromNothingReachesTheBill)
     m_desktop.Focus(BillPickerTitle);
     m_desktop.Press({u"alt+d"_s});
     WaitForDraft(4);
-    ClosePicker();
+    CloseBy(u"alt+c"_s, BillPickerTitle);
     SaveRules(ProjectTitle);
     EXPECT_THAT(RulesInFile(), ElementsAre(u"公称直径≤50;"_s, u"其它"_s));
 
@@ -103,7 +103,7 @@ TEST_F(WorkbenchJourney, BillItemThatIsFoundIsReplacedInAllRules)
     m_desktop.Press({u"Down"_s, u"ctrl+a"_s, u"F4"_s, u"Tab"_s, u"ctrl+Return"_s});
     PickBill(u"031001005"_s);
     WaitForDraft(1);
-    ClosePicker();
+    CloseBy(u"alt+c"_s, BillPickerTitle);
     SaveRules(ProjectTitle);
     Quit();
     EXPECT_THAT(BillsInFile(), ElementsAre(u"031001005001"_s, u"031001005001"_s, u"031001005001"_s));

@@ -112,13 +112,6 @@ void WorkbenchTest::PickBill(const QString& number)
     m_desktop.WaitUntilGone(NumberTitle);
 }
 
-void WorkbenchTest::ClosePicker()
-{
-    m_desktop.Focus(BillPickerTitle);
-    m_desktop.Press({u"alt+c"_s});
-    m_desktop.WaitUntilGone(BillPickerTitle);
-}
-
 void WorkbenchTest::CommandIn(int panel, const QString& key, const QString& title)
 {
     const auto act = [&] { m_desktop.Press({u"ctrl+%1"_s.arg(panel), key}); };

@@ -43,7 +43,6 @@ protected:
     void ChooseDiameters(int count);
     /// Picks a bill item by its number in the picker that comes up, and takes the proposed suffix.
     void PickBill(const QString& number);
-    void ClosePicker();
     /// Goes to the panel of that number, counted from 1 as its key is, gives a command there by a key, and
     /// waits for the window of that title that the command brings up.
     void CommandIn(int panel, const QString& key, const QString& title);
