@@ -1,5 +1,6 @@
 #pragma once
 
+#include "embedded/data/office/PublishedConfigurations.h"
 #include "office/OfficeSetting.h"
 #include "support/PostgresServer.h"
 
@@ -50,6 +51,29 @@ protected:
         m_wang.Write(Base);
         m_wang.Publish(QStringLiteral("第一版"));
         m_li.Fetch();
+    }
+
+    /// What the project has sent is published, though the project did not hear of it.
+    static void PublishUnheard(OfficeProject& project, const QByteArray& content)
+    {
+        embedded::OfficeMemory& memory = project.Host().Office()->Memory();
+        const embedded::VersionMark base = memory.Base(Configuration);
+        memory.RememberSent(Configuration, embedded::DigestOf(content));
+        const auto outcome = embedded::PublishedConfigurations(*project.Host().Office()->Reached())
+                                 .Publish({Configuration, base, content});
+        ASSERT_EQ(outcome.end, embedded::PublishOutcome::Published);
+    }
+    /// What Li has made waits, Wang publishes something else meanwhile, and the office is there again.
+    void LetPlasticWaitWhileCopperIsPublished()
+    {
+        m_li.Write(WithPlastic);
+        {
+            const ServerDown down;
+            m_li.Publish();
+        }
+        ASSERT_TRUE(m_li.Host().Office()->Reach());
+        m_wang.Write(WithCopper);
+        m_wang.Publish();
     }
 
     OfficeSetting m_setting;
