@@ -30,11 +30,12 @@ function(ktqdde_library name)
 endfunction()
 
 # The code of tests is neither timed nor shipped: it is compiled without optimization in every build, with the
-# headers that all tests include compiled once. What they test keeps the build's own settings.
+# headers that all tests include compiled once, and without the checks for undefined behaviour, which double the data of an
+# object. What they test keeps the build's own settings.
 function(ktqdde_test_settings target)
     ktqdde_compile_settings(${target})
     target_compile_options(${target} PRIVATE
-        $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0> $<$<CXX_COMPILER_ID:MSVC>:/Od>)
+        $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-O0;-fno-sanitize=undefined> $<$<CXX_COMPILER_ID:MSVC>:/Od>)
 endfunction()
 
 # How long a test program may take, in seconds: far longer than a working one does on a tenth of a busy machine, so that

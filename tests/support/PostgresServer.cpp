@@ -125,7 +125,8 @@ bool PostgresServer::StartAtPort()
                    {u"-D"_s, m_folder.Native(u"data"_s), u"-k"_s, SocketFolder(), u"-c"_s,
                     u"listen_addresses="_s + address, u"-c"_s,
                     m_access == Access::Encrypted ? u"ssl=on"_s : u"ssl=off"_s, u"-c"_s, u"fsync=off"_s,
-                    u"-c"_s, u"jit=off"_s, u"-c"_s, u"log_min_error_statement=panic"_s, u"-p"_s, Port()});
+                    u"-c"_s, u"jit=off"_s, u"-c"_s, u"dynamic_shared_memory_type=mmap"_s, u"-c"_s,
+                    u"log_min_error_statement=panic"_s, u"-p"_s, Port()});
     // Not into a pipe, which nobody empties while a test is busy.
     m_process.setStandardOutputFile(m_folder.Native(Log), QIODevice::Append);
     m_process.start();
