@@ -17,10 +17,13 @@ public:
     ServiceFile(const ServiceFile&) = delete;
     ServiceFile& operator=(const ServiceFile&) = delete;
 
-    /// Adds an entry for a user of a database.
+    /// Adds an entry for a user of a database. A server of a machine that has too much to do, which takes
+    /// long to start a process, is waited for.
     void Add(const CString& name, const PostgresServer& server, const QString& database, const QString& user);
     /// Adds lines as they are.
     void AddText(const QString& text);
+    /// Lets all entries have the usual times again, for tests of a server that does not answer.
+    void ForgetPatience();
     QString Native() const;
 
 private:

@@ -25,7 +25,7 @@ constexpr qint64 WriteLock = 0x4b'74'51'64'44'65;
 /// The seconds after which an attempt to connect, and a server that answers no more, is given up; and those
 /// for asking whether one is there that has fallen silent. The client library counts those of an attempt from
 /// its beginning to the server's word that it takes questions, encryption and password included, for each
-/// address of the host anew.
+/// address of the host anew. An entry may have another time for both attempts.
 constexpr int Patience = 5;
 constexpr int ProbePatience = 4;
 
@@ -124,12 +124,21 @@ void PostgresEngine::SetUp(QSqlDatabase& connection) const
     connection.setConnectOptions(ConnectOptions(Patience));
 }
 
-/// `patience` is for the attempt to connect.
-CString PostgresEngine::ConnectOptions(int patience) const
+/// The seconds after which an attempt to connect is given up.
+int PostgresEngine::AttemptTime(int usual) const
 {
-    CStringArray options{u"service=%1"_s.arg(m_service.name),          u"application_name=ktqdde"_s,
-                         u"connect_timeout=%1"_s.arg(patience),        u"keepalives_idle=%1"_s.arg(Patience),
-                         u"keepalives_interval=%1"_s.arg(Patience),    u"keepalives_count=2"_s,
+    return m_service.connectTimeout > 0 ? m_service.connectTimeout : usual;
+}
+
+/// `usual` is the time for the attempt to connect.
+CString PostgresEngine::ConnectOptions(int usual) const
+{
+    CStringArray options{u"service=%1"_s.arg(m_service.name),
+                         u"application_name=ktqdde"_s,
+                         u"connect_timeout=%1"_s.arg(AttemptTime(usual)),
+                         u"keepalives_idle=%1"_s.arg(Patience),
+                         u"keepalives_interval=%1"_s.arg(Patience),
+                         u"keepalives_count=2"_s,
                          u"tcp_user_timeout=%1"_s.arg(2000 * Patience)};
     // Stricter than asked for, such as with the server's name verified, is left to the entry.
     if (!m_service.IsLocal() && !m_service.sslMode.startsWith(u"verify-"))
@@ -146,7 +155,8 @@ bool PostgresEngine::IsAnswering() const
     time.start();
     const QByteArray options = ConnectOptions(ProbePatience).replace(u';', u' ').toUtf8();
     // The client library counts whole seconds of the clock and may begin in the middle of one.
-    return FindPing()(options.constData()) != NoResponse || !time.hasExpired((ProbePatience - 1) * 1000);
+    return FindPing()(options.constData()) != NoResponse ||
+           !time.hasExpired((AttemptTime(ProbePatience) - 1) * 1000);
 }
 
 std::unique_ptr<SilenceWatch> PostgresEngine::WatchOver(const QSqlDatabase& connection) const

@@ -37,7 +37,8 @@ public:
     [[noreturn]] void Raise(const QSqlError& error) const override;
 
 private:
-    CString ConnectOptions(int patience) const;
+    int AttemptTime(int usual) const;
+    CString ConnectOptions(int usual) const;
     bool IsAnswering() const;
 
     Service m_service;

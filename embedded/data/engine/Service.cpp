@@ -48,6 +48,8 @@ void Take(const CString& line, Service& service)
     take(u"dbname", service.database);
     take(u"user", service.user);
     take(u"sslmode", service.sslMode);
+    if (key == u"connect_timeout" && service.connectTimeout == 0)
+        service.connectTimeout = std::max(value.toInt(), 0);
 }
 
 CArray<Service> Parse(const CString& text)

@@ -20,6 +20,9 @@ struct Service
     CString database; ///< empty for the client library's default
     CString user;     ///< empty for the client library's default
     CString sslMode;  ///< empty for the client library's default
+    /// The seconds after which an attempt to connect is given up, each address of the host by itself; 0 when
+    /// the entry says nothing of it, or nothing that is a number above 0.
+    int connectTimeout = 0;
     bool isRead = false; ///< whether the entry was found, or no more than its name is known
 
     /// Whether the server is known to be on this machine, so that nobody can listen on the way: a socket, or

@@ -96,6 +96,8 @@ TEST_F(OfficeMarkTest, GoesWithTheProject)
 // What has not been heard of for a while is not waited for on the thread of the windows.
 TEST_F(OfficeMarkTest, WindowsAreAliveWhileTheServerKeepsSilent)
 {
+    m_office.Services().ForgetPatience();
+    EXPECT_TRUE(m_window.OpenProject(Folder(u"mine"_s)));
     test::SharedServer().StandStill();
     ComeBack();
     test::WaitInLoopFor(u"the mark of a lost office"_s, [this] { return Mark().text() == Gone; });

@@ -69,6 +69,15 @@ TEST_F(ServiceTest, EntriesComeInTheOrderOfTheFileWithWhatTellsThemApart)
     EXPECT_EQ(services[1].sslMode, u"verify-full");
 }
 
+TEST_F(ServiceTest, TimeForAnAttemptToConnectIsTheFirstThatIsOne)
+{
+    Write("[one]\nconnect_timeout=30\nconnect_timeout=7\n[two]\nconnect_timeout = soon\n"
+          "[three]\nconnect_timeout=0\n[four]\nconnect_timeout=-1\n[five]\n");
+    EXPECT_EQ(ServiceOf(u"one"_s).connectTimeout, 30);
+    for (const CString& name : {u"two"_s, u"three"_s, u"four"_s, u"five"_s})
+        EXPECT_EQ(ServiceOf(name).connectTimeout, 0) << name.toStdString();
+}
+
 TEST_F(ServiceTest, LinesBeforeTheFirstEntryAndAMissingFileGiveNone)
 {
     Write("host=nowhere\n");

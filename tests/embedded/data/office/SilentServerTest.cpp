@@ -18,7 +18,11 @@ public:
     ServerStill& operator=(const ServerStill&) = delete;
 };
 
-using SilentServer = test::OfficeFixture;
+class SilentServer : public test::OfficeFixture
+{
+protected:
+    SilentServer() { m_database.Services().ForgetPatience(); }
+};
 
 } // namespace
 
