@@ -117,6 +117,12 @@ void Desktop::Press(const QStringList& keys)
     Act(QStringList{u"key"_s, u"--delay"_s, u"5"_s} + keys);
 }
 
+void Desktop::PressIn(const QString& title, const QString& key)
+{
+    const QByteArray id = WindowId(title);
+    if (!id.isEmpty()) Do({u"key"_s, u"--window"_s, QString::fromLatin1(id), key});
+}
+
 void Desktop::Type(const QString& text)
 {
     Act({u"type"_s, u"--delay"_s, u"5"_s, text});

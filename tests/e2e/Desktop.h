@@ -50,6 +50,9 @@ public:
 
     /// Presses keys one after another where the focus is, named as in "alt+b", "Return".
     void Press(const QStringList& keys);
+    /// Presses a key in a window, wherever the focus is; nothing happens when there is no such window any
+    /// more.
+    void PressIn(const QString& title, const QString& key);
     /// Types ASCII text where the focus is.
     void Type(const QString& text);
     /// Clicks in a window, at a place given as parts of its width and height.

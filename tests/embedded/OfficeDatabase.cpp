@@ -1,6 +1,7 @@
 #include "embedded/OfficeDatabase.h"
 
 #include "embedded/data/office/Office.h"
+#include "support/Patience.h"
 
 #include <stdexcept>
 
@@ -56,6 +57,21 @@ QString OfficeDatabase::Traces() const
 {
     return Ask(u"SELECT nspname FROM pg_namespace WHERE nspname = 'ktqdde' UNION ALL "
                "SELECT rolname FROM pg_roles WHERE rolname LIKE '%1\\_%'"_s.arg(m_name));
+}
+
+QString OfficeDatabase::Clients() const
+{
+    return Ask(u"SELECT COALESCE(string_agg(pid::text, ','), '0') FROM pg_stat_activity "
+               "WHERE datname = current_database() AND pid <> pg_backend_pid()"_s);
+}
+
+void OfficeDatabase::WaitForDead(const QString& clients) const
+{
+    WaitFor(u"the server's end of a dead client"_s, [&] {
+        return Ask(u"SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
+                   "pid <> pg_backend_pid() AND backend_type = 'client backend' AND pid NOT IN (%1)"_s.arg(
+                       clients)) == u"0";
+    });
 }
 
 QString OfficeDatabase::User(const CString& service) const

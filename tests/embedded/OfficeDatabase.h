@@ -27,6 +27,11 @@ public:
     PsqlAnswer Psql(const CString& service, const QString& sql) const;
     /// The same as who may do everything; raises unless it is done.
     QString Ask(const QString& sql) const { return SharedServer().Ask(m_name, sql); }
+    /// The numbers of the server's processes that serve this database, for `WaitForDead`; "0" for none.
+    QString Clients() const;
+    /// Waits until whatever dead clients have asked for is done or undone, also what the server has not read
+    /// yet: until it serves nobody any more but `clients`.
+    void WaitForDead(const QString& clients = QStringLiteral("0")) const;
     /// Everything that the creation of an office makes in the database and beside it; empty where nothing is
     /// left of one.
     QString Traces() const;

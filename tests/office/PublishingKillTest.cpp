@@ -63,16 +63,6 @@ private:
 class PublishingKills : public TwoProjects
 {
 protected:
-    /// Waits until whatever dead clients have asked for is done or undone.
-    void WaitForServer() const
-    {
-        WaitFor(u"the server's end of a dead client"_s, [&] {
-            return m_setting.Database().Ask(
-                       u"SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
-                       "state <> 'idle' AND pid <> pg_backend_pid() AND backend_type = 'client backend'"_s) ==
-                   u"0";
-        });
-    }
     /// Nothing that was told to be published is lost, no version is half, and nobody was in conflict with
     /// himself.
     void Check(const QByteArray& output)
@@ -127,10 +117,11 @@ TEST_F(PublishingKills, OfTheProgramLoseNothingAndLeaveNoConflictWithOneself)
 {
     const int kills = KillsOfRun(UsualKills);
     while (m_kills < kills && !HasFailure()) {
+        const QString before = m_setting.Database().Clients();
         Editor editor(m_li.Folder(), m_edited + 1);
         PassTime(m_moments, LongestRun);
         editor.Kill();
-        WaitForServer();
+        m_setting.Database().WaitForDead(before);
         Check(editor.Output());
     }
     Finish();

@@ -71,10 +71,12 @@ void OfficeMark::Look()
 {
     if (m_followed == nullptr) return;
     // A look that is under way may have found what is no longer so: it is taken anew.
-    m_look->Start([this, office = m_followed->Name()](StepControl&) -> BackgroundWork::Outcome {
-        return [this, answer = AnswerOf(office)] {
+    const int since = m_followed->Hearings();
+    m_look->Start([this, since, office = m_followed->Name()](StepControl&) -> BackgroundWork::Outcome {
+        return [this, since, answer = AnswerOf(office)] {
             if (m_followed == nullptr) return;
-            answer.fault.isEmpty() ? m_followed->Believe(answer.revision) : m_followed->Believe(answer.fault);
+            answer.fault.isEmpty() ? m_followed->Believe(since, answer.revision)
+                                   : m_followed->Believe(since, answer.fault);
         };
     });
 }

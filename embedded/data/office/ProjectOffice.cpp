@@ -102,7 +102,7 @@ void ProjectOffice::Connect()
     if (!m_isReached) return;
     try {
         if (!m_office) m_office = std::make_unique<Office>(m_name);
-        m_heard = Clock::now();
+        SetState(true, {});
     } catch (const UnreachableError& error) {
         Lose(error);
     }
@@ -114,22 +114,23 @@ void ProjectOffice::Lose(const UnreachableError& error)
     SetState(false, error.Message().simplified());
 }
 
-void ProjectOffice::Believe(qint64 revision)
+void ProjectOffice::Believe(int since, qint64 revision)
 {
-    if (m_inquiry) return; // which is about to tell
+    if (IsOvertaken(since)) return;
     SetState(true, {});
     SetRevisions(m_held, revision);
 }
 
-void ProjectOffice::Believe(const CString& fault)
+void ProjectOffice::Believe(int since, const CString& fault)
 {
-    if (m_inquiry) return; // the same
+    if (IsOvertaken(since)) return;
     SetState(false, fault);
 }
 
 void ProjectOffice::SetState(bool isReached, const CString& fault)
 {
     if (isReached) m_heard = Clock::now();
+    ++m_hearings;
     const bool isOther = isReached != m_isReached || fault != m_fault;
     m_isReached = isReached;
     m_fault = fault;

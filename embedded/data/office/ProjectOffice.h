@@ -45,10 +45,13 @@ public:
     const CString& Fault() const noexcept { return m_fault; }
     /// To be called when something has raised `UnreachableError`: gives up the connection.
     void Lose(const UnreachableError& error);
-    /// Take over what an inquiry of somebody else's has come to: the revision of the office's catalogue, or
-    /// why there was no answer (in words). The connection stays for whoever is using it.
-    void Believe(qint64 revision);
-    void Believe(const CString& fault);
+    /// How often the office has been heard of or missed by now.
+    int Hearings() const noexcept { return m_hearings; }
+    /// Take over what an inquiry of somebody else's has come to that began when there were `since` hearings:
+    /// the revision of the office's catalogue, or why there was no answer (in words). What has been overtaken
+    /// by a later hearing is passed over. The connection stays for whoever is using it.
+    void Believe(int since, qint64 revision);
+    void Believe(int since, const CString& fault);
     /// `action` is called when `IsReached`, `IsBehind` or `HasNews` has become another one; empty for nothing
     /// any more.
     void OnChange(std::function<void()> action) { m_onChange = std::move(action); }
@@ -108,6 +111,8 @@ private:
     void Connect();
     /// Whether the office has not been heard of for so long that it may be gone.
     bool IsStale() const { return Clock::now() - m_heard > StaleTime; }
+    /// Whether what began at `since` is older than what this has heard, or is about to hear, by itself.
+    bool IsOvertaken(int since) const { return m_inquiry || since != m_hearings; }
     void SetState(bool isReached, const CString& fault);
     void SetBehind(const CString& reason);
     /// What the project works with, and what the office has said last; nothing where that is not known.
@@ -130,6 +135,7 @@ private:
     std::optional<qint64> m_held; ///< the revision of the catalogue with which the project works
     std::optional<qint64> m_told; ///< the one that the office had when it was last asked
     Clock::time_point m_heard{};
+    int m_hearings = 0;
     std::function<void()> m_onChange;
     std::unique_ptr<Office> m_office;
 };

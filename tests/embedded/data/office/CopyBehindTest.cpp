@@ -106,6 +106,24 @@ TEST_F(CopyBehind, FolderThatIsReadOnlyIsReadAlsoAsAnOlderProgramHasLeftIt)
     EXPECT_EQ(host.Office()->Memory().Base(u"甲"_s), embedded::VersionMark(3, {}));
 }
 
+// Somebody else's inquiry may come to its end long after it has found out what it tells.
+TEST_F(CopyBehind, AnswerThatALaterOneHasOvertakenIsPassedOver)
+{
+    EmbeddedHost host(m_project.Folder());
+    embedded::ProjectOffice& office = *host.Office();
+    const int before = office.Hearings();
+    EXPECT_TRUE(office.Reach());
+    office.Believe(before, u"连不上"_s);
+    EXPECT_TRUE(office.IsReached());
+    office.Believe(office.Hearings(), u"连不上"_s);
+    EXPECT_FALSE(office.IsReached());
+    const int missed = office.Hearings();
+    EXPECT_TRUE(office.Reach());
+    AddLibrary(u"NEU-9"_s);
+    office.Believe(missed, embedded::Office(Administrator()).First().revision);
+    EXPECT_FALSE(office.HasNews());
+}
+
 TEST_F(CopyBehind, OpenProjectIsToldOfNewsAndHasThemWhenItIsOpenedAgain)
 {
     const auto revision = [this] { return embedded::Office(Administrator()).First().revision; };
@@ -113,11 +131,11 @@ TEST_F(CopyBehind, OpenProjectIsToldOfNewsAndHasThemWhenItIsOpenedAgain)
     embedded::ProjectOffice& office = *host.Office();
     int changes = 0;
     office.OnChange([&] { ++changes; });
-    office.Believe(revision());
+    office.Believe(office.Hearings(), revision());
     EXPECT_FALSE(office.HasNews());
     EXPECT_EQ(changes, 0);
     AddLibrary(u"NEU-2"_s);
-    office.Believe(revision());
+    office.Believe(office.Hearings(), revision());
     EXPECT_TRUE(office.HasNews());
     EXPECT_EQ(changes, 1);
     EXPECT_FALSE(office.IsBehind());

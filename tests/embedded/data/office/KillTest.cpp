@@ -33,15 +33,6 @@ int LastOf(const QByteArray& output, const QByteArray& word)
     return last;
 }
 
-/// Waits until whatever dead clients have asked for is done or undone.
-void WaitForServer(const test::OfficeDatabase& database)
-{
-    test::WaitFor(u"the server's end of a dead client"_s, [&] {
-        return database.Ask(u"SELECT count(*) FROM pg_stat_activity WHERE datname = current_database() AND "
-                            "pid <> pg_backend_pid() AND backend_type = 'client backend'"_s) == u"0";
-    });
-}
-
 /// A program that publishes without end.
 class Publisher
 {
@@ -122,7 +113,7 @@ TEST_F(Kills, OfAPublishingProgramLeaveEveryVersionWholeAndLoseNone)
         Publisher publisher(m_base);
         test::PassTime(moments, LongestRun);
         publisher.Kill();
-        WaitForServer(office);
+        office.WaitForDead();
         Check(publisher.Output());
     }
     Tell();
@@ -156,7 +147,7 @@ TEST(KillsOfCreation, LeaveAWholeOfficeOrNone)
                       [&] { return creator.waitForReadyRead(1) || creator.state() == QProcess::NotRunning; });
         test::PassTime(moments, LongestCreation);
         test::Kill(creator);
-        WaitForServer(database);
+        database.WaitForDead();
         const bool wasCreated = Office::Status(test::OfficeDatabase::Administrator()).schema != 0;
         EXPECT_TRUE(wasCreated || !creator.readAll().contains("created"));
         if (wasCreated) {
