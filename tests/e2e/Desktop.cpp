@@ -78,7 +78,11 @@ void Desktop::StartManager()
     m_manager.setProcessEnvironment(m_environment);
     m_manager.setStandardErrorFile(QProcess::nullDevice());
     m_manager.start();
-    WaitFor(u"window manager"_s, [&] { return !Do({u"get_num_desktops"_s}).isEmpty(); });
+    // One that has not begun to listen yet does nothing of what is asked of it.
+    WaitFor(u"window manager"_s, [&] {
+        Do({u"set_num_desktops"_s, QString::number(m_desktops)});
+        return HasDesktops();
+    });
 }
 
 void Desktop::WaitFor(const QString& what, const std::function<bool()>& holds)
@@ -204,6 +208,26 @@ void Desktop::Click(const QString& title, QPointF place)
     const auto y = static_cast<int>(place.y() * window.height());
     Act({u"mousemove"_s, u"--window"_s, QString::fromLatin1(WindowId(title)), QString::number(x),
          QString::number(y), u"click"_s, u"1"_s});
+    WaitForManager();
+}
+
+void Desktop::KeepManagerBusy()
+{
+    const QString script = u"kill -STOP %1; (sleep 1; kill -CONT %1) >/dev/null 2>&1 &"_s;
+    Run(u"sh"_s, {u"-c"_s, script.arg(m_manager.processId())});
+}
+
+// It does one thing after the other, and the number of desktops can be seen.
+void Desktop::WaitForManager()
+{
+    m_desktops = 3 - m_desktops;
+    Act({u"set_num_desktops"_s, QString::number(m_desktops)});
+    WaitFor(u"the window manager"_s, [this] { return HasDesktops(); });
+}
+
+bool Desktop::HasDesktops() const
+{
+    return Do({u"get_num_desktops"_s}).trimmed() == QByteArray::number(m_desktops);
 }
 
 // The tool finds nothing, too, when another window goes while it walks over all of them; but then it

@@ -55,8 +55,12 @@ public:
     void PressIn(const QString& title, const QString& key);
     /// Types ASCII text where the focus is.
     void Type(const QString& text);
-    /// Clicks in a window, at a place given as parts of its width and height.
+    /// Clicks in a window, at a place given as parts of its width and height. Keys that are pressed then come
+    /// after the click: the window manager holds a click up until it has looked at it, and keys would
+    /// overtake it meanwhile.
     void Click(const QString& title, QPointF place);
+    /// Lets the window manager do nothing for a second from now on.
+    void KeepManagerBusy();
 
     /// The titles and places of all windows, a line each, for who has to find out why a test failed.
     QString Describe() const;
@@ -67,6 +71,10 @@ public:
 private:
     void StartServer();
     void StartManager();
+    /// Waits until the window manager has done what was asked of it before.
+    void WaitForManager();
+    /// Whether there are as many desktops as the window manager has been asked for.
+    bool HasDesktops() const;
     QByteArray WindowId(const QString& title) const;
     std::optional<QMargins> ToldFrame(const QString& title) const;
     /// Runs a tool on this screen; gives its output, and nothing when it fails. `complaint` takes what it
@@ -83,6 +91,7 @@ private:
     QProcessEnvironment m_environment;
     QProcess m_server;
     QProcess m_manager;
+    int m_desktops = 1; ///< how many the window manager has been asked to have
 };
 
 } // namespace test

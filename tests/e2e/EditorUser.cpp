@@ -219,6 +219,11 @@ void EditorTest::CallFile(const QString& configuration)
 {
     Click(ConfigTitle, LoadFileButton);
     m_desktop.Focus(u"调用"_s);
+    ChooseFile(configuration);
+}
+
+void EditorTest::ChooseFile(const QString& configuration)
+{
     m_desktop.Click(u"调用"_s, MiddleOf(dialogs::templates::SaveAs(), FileList));
     // A list goes to the line that begins with what is typed. Its first letter is enough, and more of them
     // would have to follow each other without a pause.

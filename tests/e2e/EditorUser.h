@@ -71,6 +71,8 @@ protected:
 
     /// Calls a rule file and waits until the dialog is on it.
     void CallFile(const QString& configuration);
+    /// The same when the dialog that asks for the file is there already.
+    void ChooseFile(const QString& configuration);
     /// Makes a new rule file and waits until the dialog is on it.
     void NewFile(const QString& configuration);
     /// Saves the rules under another name, up to the message that follows.

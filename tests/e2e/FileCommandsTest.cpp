@@ -48,6 +48,20 @@ TEST_P(FileCommands, CallingAFileSavesTheFormerOneAndGoesOnInTheOther)
     ExpectGivenBack(u"Other"_s, other);
 }
 
+// The click into the list is held up, and the keys must not go before it.
+TEST_P(FileCommands, FileIsCalledWhileTheWindowManagerIsBusy)
+{
+    MakeOtherFile();
+    StartOnProject();
+    OpenConfig();
+    Click(ConfigTitle, LoadFileButton);
+    m_desktop.Focus(u"调用"_s);
+    m_desktop.KeepManagerBusy();
+    ChooseFile(u"Other"_s);
+    CloseConfig();
+    Quit();
+}
+
 TEST_P(FileCommands, NewFileStartsFromTheTemplateAndSavesTheFormerOne)
 {
     const QByteArray ownTemplate = WithNote(m_firstRuleFile, "of the house");
