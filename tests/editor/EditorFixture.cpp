@@ -7,6 +7,7 @@
 #include <QtCore/QThread>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
 
 #include <stdexcept>
 #include <utility>
@@ -22,6 +23,12 @@ struct ProgressStep
 {
     NextWindows::Step step;
     void operator()(QDialog& window) const { step(window); }
+};
+
+struct BoxStep
+{
+    std::function<void(QMessageBox&)> step;
+    void operator()(QDialog& window) const { step(dynamic_cast<QMessageBox&>(window)); }
 };
 
 bool IsProgress(const QObject* window)
@@ -42,6 +49,8 @@ void NextWindows::Look()
     auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (window == nullptr || window == m_last || Done()) return;
     if (IsProgress(window) && m_steps[m_next].target<ProgressStep>() == nullptr) return;
+    const bool isBox = dynamic_cast<const QMessageBox*>(window) != nullptr;
+    if (!isBox && m_steps[m_next].target<BoxStep>() != nullptr) return;
     m_last = window;
     m_steps[m_next++](*window);
     // A window that the step has closed may come up again.
@@ -51,6 +60,11 @@ void NextWindows::Look()
 NextWindows::Step NextWindows::InProgress(Step step)
 {
     return ProgressStep{std::move(step)};
+}
+
+NextWindows::Step NextWindows::InBox(std::function<void(QMessageBox&)> step)
+{
+    return BoxStep{std::move(step)};
 }
 
 SlowFiles::SlowFiles() : FileSystemProxy(platform::Files()), m_installed(*this)

@@ -19,6 +19,8 @@
 #include <stdexcept>
 #include <vector>
 
+class QMessageBox;
+
 namespace test {
 
 /// What the user does in the modal windows that the next steps bring up, one after another. Looks for them as
@@ -31,6 +33,8 @@ public:
 
     /// A step for the progress window that comes next. The test must see to it that one comes.
     static Step InProgress(Step step);
+    /// A step for the message box that comes next: a window that is seen again before it is passed over.
+    static Step InBox(std::function<void(QMessageBox&)> step);
 
     explicit NextWindows(std::vector<Step> steps);
 

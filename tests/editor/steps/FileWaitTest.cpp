@@ -124,11 +124,11 @@ TEST_F(HeldRuleFile, DialogWaitsUnderAWindowForItsSaveAndKeepsItsEditsWhenThatIs
                                       QTimer::singleShot(0, &dialog, [&dialog] { dialog.close(); });
                                   },
                                   BreakOff(),
-                                  [](QDialog& box) {
-                                      const auto& told = dynamic_cast<QMessageBox&>(box);
-                                      EXPECT_THAT(told.text().toStdString(), HasSubstr("没有再等"));
+                                  // The dialog is seen without the window before the box is.
+                                  test::NextWindows::InBox([](QMessageBox& box) {
+                                      EXPECT_THAT(box.text().toStdString(), HasSubstr("没有再等"));
                                       test::PressButton(box, u"确定"_s);
-                                  },
+                                  }),
                                   [&](QDialog& dialog) {
                                       EXPECT_TRUE(dialog.isVisible());
                                       EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
