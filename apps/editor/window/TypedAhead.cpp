@@ -5,6 +5,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
 
 #include <utility>
 
@@ -31,6 +32,17 @@ QWindow* HeirOf(const QWindow& list)
     return focus == nullptr || focus == &list ? list.transientParent() : focus;
 }
 
+/// Has the toolkit take `window` for the active one, whose widget has the focus; that the window system says
+/// so is on its way, behind the keys that were typed before. What the toolkit offers instead of this function
+/// asks the window system, and comes too late.
+void TakeForActive(const QWindow& window)
+{
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    QApplication::setActiveWindow(QWidget::find(window.winId()));
+    QT_WARNING_POP
+}
+
 } // namespace
 
 TypedAhead::TypedAhead()
@@ -47,8 +59,10 @@ bool TypedAhead::eventFilter(QObject* watched, QEvent* event)
     const auto& window = static_cast<const QWindow&>(*watched);
     if (window.isVisible() || window.type() != Qt::Popup) return false;
     QWindow* const heir = HeirOf(window);
-    if (heir != nullptr) QCoreApplication::sendEvent(heir, event);
-    return heir != nullptr;
+    if (heir == nullptr) return false;
+    TakeForActive(*heir);
+    QCoreApplication::sendEvent(heir, event);
+    return true;
 }
 
 } // namespace editor
