@@ -92,9 +92,10 @@ const rules::FileStructure& FileRules::Structure()
 void FileRules::TakeRest()
 {
     if (!m_rest) return;
-    if (m_rest->thread) {
-        m_rest->thread->Wait(QDeadlineTimer::Forever);
-        m_rest->thread->Raise();
+    // A thread that failed is not asked again: the next call reads anew.
+    if (const auto thread = std::move(m_rest->thread)) {
+        thread->Wait(QDeadlineTimer::Forever);
+        thread->Raise();
     } else {
         m_rest->Read();
     }

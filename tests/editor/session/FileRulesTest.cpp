@@ -26,3 +26,17 @@ TEST_F(FileRules, WhoWaitsForTheOthersIsCalledAlsoWhenTheyCannotBeRead)
     EXPECT_TRUE(isCalled);
     EXPECT_EQ(rules.SoFar()->Find(Pipes)->text, Pipes);
 }
+
+TEST_F(FileRules, OthersThatCouldNotBeReadAreReadAnewWhenTheyAreAskedForAgain)
+{
+    auto document = xml::Document::Create();
+    document.LoadBytes(Bytes());
+    const QByteArray unreadable(1 << 20, ' ');
+    editor::FileRules rules(unreadable, document, Pipes);
+    int readings = 0;
+    for (int time = 1; time <= 2; ++time) {
+        rules.ReadOthers([&] { ++readings; });
+        EXPECT_THROW(static_cast<void>(rules.Rules()), std::runtime_error);
+        EXPECT_EQ(readings, time);
+    }
+}
