@@ -1,12 +1,10 @@
 #include "dialogs/CAutoConfigDlg.h"
 
 #include "dialogs/ProjectMode.h"
+#include "host/TreeCategories.h"
 #include "platform/Messages.h"
 #include "platform/Numbers.h"
 #include "widgets/TreeControl.h"
-
-#include <algorithm>
-#include <array>
 
 // The tree of categories, and the pickers that follow it.
 
@@ -19,14 +17,6 @@ QTreeWidgetItem* AddItem(QTreeWidgetItem& parent, const CString& name, const CSt
     auto* item = new QTreeWidgetItem(&parent, {name});
     widgets::SetData(*item, platform::_wtoi(id));
     return item;
-}
-
-/// Small categories whose rules are nobody's to edit: they get no tree item.
-bool IsLeftOut(const CString& smallCategory)
-{
-    const std::array names{u"导线·导管"_s, u"配管配线"_s, u"组合管线"_s};
-    return std::any_of(names.begin(), names.end(),
-                       [&](const CString& name) { return smallCategory.contains(name); });
 }
 
 } // namespace
@@ -60,7 +50,7 @@ void CAutoConfigDlg::FillBigCategory(const SNvKtBigCategoryId& id, QTreeWidgetIt
     for (const SNvKtSmallCategoryId& smallId : smallIds) {
         CString smallName;
         host.GetSmallCategoryName(smallId, smallName);
-        if (!IsLeftOut(smallName)) AddItem(big, smallName, smallId.strSmallCategoryId);
+        if (host::IsInCategoryTree(smallName)) AddItem(big, smallName, smallId.strSmallCategoryId);
     }
     big.setExpanded(true);
 }

@@ -1,6 +1,7 @@
 #include "embedded/data/exchange/CatalogueExchange.h"
 
 #include "embedded/data/catalogue/CatalogueSchema.h"
+#include "host/TreeCategories.h"
 #include "xml/Dom.h"
 
 #include <algorithm>
@@ -27,12 +28,6 @@ CString TagName(const ImportRow& row, const CString& column)
     // nothing declares.
     if (name.contains(u':')) row.Refuse(column, u"“%1”含有冒号，而类别名要写成 XML 标签"_s.arg(name));
     return name;
-}
-
-/// Small categories of these names are left out of the tree of rules.
-bool IsLeftOut(const CString& small)
-{
-    return small.contains(u"导线·导管"_s) || small.contains(u"配管配线"_s) || small.contains(u"组合管线"_s);
 }
 
 /// Specialty, big and small category of a small category's row.
@@ -244,7 +239,7 @@ void CatalogueExchange::CheckBigCategories(ImportReport& report) const
     QHash<CString, bool> isShown;
     for (const CStringArray& small : m_smalls.table.Rows()) {
         bool& shown = isShown[small[0] + u'\\' + small[1]];
-        shown = shown || !IsLeftOut(small[2]);
+        shown = shown || host::IsInCategoryTree(small[2]);
     }
     for (auto big = isShown.constBegin(); big != isShown.constEnd(); ++big) {
         if (*big) continue;
