@@ -9,7 +9,6 @@
 #include "dialogs/template/DialogTemplates.h"
 #include "host/HostWindows.h"
 #include "host/UserMessage.h"
-#include "platform/Apart.h"
 #include "widgets/CutTextTips.h"
 #include "widgets/ListControls.h"
 #include "widgets/TextMetrics.h"
@@ -26,7 +25,6 @@
 
 #include <array>
 #include <cstddef>
-#include <exception>
 #include <initializer_list>
 #include <utility>
 
@@ -248,50 +246,4 @@ void CAutoConfigDlg::OnGridNotify(const GridNotification& notification)
     notice.text = notification.text;
     if (notification.code == NM_CLICK) Dispatch(DialogEvent::CellClick, Grid, notice);
     if (notification.code == CellChoiceMade) Dispatch(DialogEvent::CellChoice, Grid, notice);
-}
-
-void CAutoConfigDlg::FlushAndSave()
-{
-    FlushGrid();
-    m_presenter->Save();
-}
-
-bool CAutoConfigDlg::SaveForLogOff(const std::function<bool()>& mayShow)
-{
-    std::exception_ptr failure;
-    try {
-        FlushAndSave();
-    } catch (...) {
-        failure = std::current_exception();
-    }
-    if (failure && mayShow()) RunGuarded([&failure] { std::rethrow_exception(failure); });
-    return !failure;
-}
-
-// A session that ends in the middle of reading or writing has to wait: a second save must not run into that.
-void CAutoConfigDlg::OnLogOff(QSessionManager& session)
-{
-    if (!isVisible()) return;
-    if (platform::IsInLongWork() || !SaveForLogOff([&session] { return session.allowsErrorInteraction(); }))
-        session.cancel();
-}
-
-// The result of the save is not looked at; what it raises keeps the dialog open.
-void CAutoConfigDlg::SaveAndHidePickers()
-{
-    FlushAndSave();
-    m_billPicker.ShowWindow(false);
-    m_quotaPicker.ShowWindow(false);
-}
-
-void CAutoConfigDlg::OnCancel()
-{
-    SaveAndHidePickers();
-    TemplateDialog::OnCancel();
-}
-
-void CAutoConfigDlg::OnClose()
-{
-    SaveAndHidePickers();
-    TemplateDialog::OnClose();
 }
