@@ -7,7 +7,7 @@
 #include "platform/Process.h"
 #include "rules/bill/PriceTakeoff.h"
 #include "rules/model/Snapshot.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 #include "tables/TableReader.h"
 
 #include <QtCore/QFile>

@@ -5,7 +5,7 @@
 #include "platform/Paths.h"
 #include "rules/check/Check.h"
 #include "rules/model/Snapshot.h"
-#include "shared/CheckFacts.h"
+#include "shared/GatherCheckFacts.h"
 #include "store/CXmlQdDeConfig.h"
 
 #include <QtCore/QByteArray>

@@ -1,6 +1,6 @@
 #include "shared/BillFiles.h"
 
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 #include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 #include "tables/CreateTable.h"

@@ -4,7 +4,7 @@
 #include "embedded/data/catalogue/LibraryContents.h"
 #include "host/NvQdInfo.h"
 #include "presenter/PickedItems.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 using namespace Qt::StringLiterals;
 

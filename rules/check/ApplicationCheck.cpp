@@ -1,7 +1,7 @@
-#include "rules/check/Checks.h"
-#include "rules/check/Coverage.h"
+#include "rules/check/CheckParts.h"
 #include "rules/check/Gaps.h"
 #include "rules/check/RegionText.h"
+#include "rules/check/RuleCoverage.h"
 
 #include <algorithm>
 

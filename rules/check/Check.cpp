@@ -1,6 +1,6 @@
 #include "rules/check/Check.h"
 
-#include "rules/check/Checks.h"
+#include "rules/check/CheckParts.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "rules/check/Checks.h"
+#include "rules/check/CheckParts.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "rules/check/Checks.h"
+#include "rules/check/CheckParts.h"
 
 #include "platform/Numbers.h"
 #include "rules/match/CategoryMatcher.h"

@@ -1,6 +1,6 @@
 #include "rules/CheckTesting.h"
-#include "rules/check/Coverage.h"
 #include "rules/check/Gaps.h"
+#include "rules/check/RuleCoverage.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Which rules never apply, what is left of the others, and the gaps, against going through all combinations
 // of elementary values with the slow matcher of docs/matching.md. KTQDDE_CHECK_LISTS asks for more lists of
 // rules, KTQDDE_CHECK_SEED repeats a run.
-#include "rules/check/Coverage.h"
 #include "rules/check/Gaps.h"
+#include "rules/check/RuleCoverage.h"
 
 #include "rules/BruteForce.h"
 #include "rules/CoverageLists.h"

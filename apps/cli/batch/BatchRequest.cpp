@@ -1,6 +1,6 @@
 #include "cli/batch/BatchRequest.h"
 
-#include "cli/reading/Catalogue.h"
+#include "cli/reading/CategoryLists.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/RuleFiles.h"
 #include "platform/Encoding.h"

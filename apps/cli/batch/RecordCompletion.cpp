@@ -1,6 +1,6 @@
 #include "cli/batch/RecordCompletion.h"
 
-#include "cli/reading/Catalogue.h"
+#include "cli/reading/CategoryLists.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvQdInfo.h"
 #include "presenter/PickedItems.h"

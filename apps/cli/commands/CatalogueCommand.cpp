@@ -3,7 +3,7 @@
 #include "cli/printing/JsonWriter.h"
 #include "cli/printing/Output.h"
 #include "cli/printing/TextTable.h"
-#include "cli/reading/Catalogue.h"
+#include "cli/reading/CategoryLists.h"
 #include "cli/reading/Session.h"
 
 using namespace Qt::StringLiterals;

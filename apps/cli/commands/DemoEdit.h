@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/reading/Catalogue.h"
+#include "cli/reading/CategoryLists.h"
 #include "presenter/CQdDeConfigPresenter.h"
 
 namespace cli {

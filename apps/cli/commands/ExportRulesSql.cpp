@@ -8,7 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
 #include "rules/sql/RulesSql.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "cli/pricing/BillTable.h"
 
 #include "cli/printing/TextTable.h"
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "cli/pricing/PricingJson.h"
 
 #include "platform/Paths.h"
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 #include "shared/Outcomes.h"
 #include "shared/PricingText.h"
 

@@ -5,7 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/model/Snapshot.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 #include <utility>
 

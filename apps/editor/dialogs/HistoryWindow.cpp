@@ -4,7 +4,7 @@
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
 #include "editor/steps/WatchedStep.h"

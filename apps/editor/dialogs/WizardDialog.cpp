@@ -1,7 +1,7 @@
 #include "editor/dialogs/WizardDialog.h"
 
 #include "editor/dialogs/DialogParts.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/ChosenFile.h"
 #include "platform/Paths.h"
 

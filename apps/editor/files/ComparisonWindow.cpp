@@ -3,7 +3,7 @@
 #include "editor/dialogs/DialogParts.h"
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/ChosenFile.h"
 #include "editor/steps/LongStep.h"
 #include "embedded/data/project/Look.h"

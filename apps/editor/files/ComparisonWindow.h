@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/files/FileQuestions.h"
+#include "editor/files/FileDialogs.h"
 
 #include <QtWidgets/QDialog>
 

@@ -1,6 +1,6 @@
 #include "editor/files/DiskWatch.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "embedded/data/project/Look.h"
 #include "platform/Apart.h"
 #include "platform/Files.h"

@@ -1,6 +1,6 @@
 #include "editor/files/FilePanel.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "platform/Paths.h"
 #include "widgets/SelectedRow.h"
 #include "widgets/TipDelegate.h"

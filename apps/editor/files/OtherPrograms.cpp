@@ -1,7 +1,7 @@
 #include "editor/files/OtherPrograms.h"
 
 #include "editor/files/OpenMark.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 
 #include <chrono>
 #include <utility>

@@ -3,7 +3,7 @@
 #include "editor/dialogs/DifferenceView.h"
 #include "editor/dialogs/TextDifference.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/office/JoinedDialog.h"
 #include "editor/project/Project.h"
 #include "editor/steps/BusyCursor.h"

@@ -1,8 +1,8 @@
 #include "editor/session/ProjectFacts.h"
 
 #include "editor/project/Project.h"
-#include "shared/CheckFacts.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherCheckFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 namespace editor {
 

@@ -1,6 +1,6 @@
 #include "editor/session/WorkSession.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/Project.h"
 #include "platform/Files.h"
 

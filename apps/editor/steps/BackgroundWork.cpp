@@ -1,6 +1,6 @@
 #include "editor/steps/BackgroundWork.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/steps/WorkThread.h"
 
 #include <utility>

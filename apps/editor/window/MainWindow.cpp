@@ -7,7 +7,7 @@
 #include "editor/help/HelpTopics.h"
 #include "editor/help/ManualWindow.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"

@@ -6,8 +6,8 @@
 #include "editor/docks/takeoff/HitsPanel.h"
 #include "editor/docks/takeoff/TakeoffHits.h"
 #include "editor/docks/trial/TrialPanel.h"
+#include "editor/files/FileCommands.h"
 #include "editor/files/FilePanel.h"
-#include "editor/files/FileWork.h"
 #include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"
@@ -200,7 +200,7 @@ void MainWindow::RunFileCommand(FileCommand command, const CString& path)
                                  command == FileCommand::Unwrap || command == FileCommand::Duplicate ||
                                  command == FileCommand::Compare;
         if (isOpen && changesFile && !MayLeaveRules()) return;
-        const FileEnd end = FileWork(this, *m_project).Run(command, path);
+        const FileEnd end = FileCommands(this, *m_project).Run(command, path);
         if (!end.done) return;
         if (command == FileCommand::Rename) DraftJournal::Follow(m_project->Folder(), path, end.path);
         ExamineRuleFiles();
@@ -218,7 +218,7 @@ void MainWindow::RunFileCommand(FileCommand command, const CString& path)
 void MainWindow::TakeInFiles(const QStringList& files)
 {
     RunAlone([&] {
-        const FileEnd end = FileWork(this, *m_project).TakeIn(files);
+        const FileEnd end = FileCommands(this, *m_project).TakeIn(files);
         if (!end.done) return;
         ExamineRuleFiles();
         m_files->Select(end.path);

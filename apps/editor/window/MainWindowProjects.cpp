@@ -7,7 +7,7 @@
 #include "editor/files/OpenMark.h"
 #include "editor/files/OtherPrograms.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/office/OfficeMark.h"
 #include "editor/project/Project.h"
 #include "editor/project/Settings.h"

@@ -1,8 +1,8 @@
 #include "editor/docks/details/DetailPanel.h"
+#include "editor/files/FileCommands.h"
 #include "editor/files/FilePanel.h"
-#include "editor/files/FileWork.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/Project.h"
 #include "editor/steps/BusyCursor.h"
 #include "editor/steps/LongStep.h"
@@ -134,7 +134,7 @@ void MainWindow::OfferDraftsWithoutFile()
 void MainWindow::RestoreRules(const LostDraft& lost)
 {
     const CString name = platform::BeforeLastStop(platform::FileNameOf(lost.ruleFile));
-    const FileEnd end = FileWork(this, *m_project).Restore(name, lost.base);
+    const FileEnd end = FileCommands(this, *m_project).Restore(name, lost.base);
     if (!end.done) return;
     const LostDraft attached = DraftJournal::Attach(m_project->Folder(), lost, end.path);
     ExamineRuleFiles();

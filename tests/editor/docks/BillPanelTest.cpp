@@ -2,8 +2,8 @@
 
 #include "editor/docks/DocksFixture.h"
 #include "shared/BillFiles.h"
-#include "shared/BillLines.h"
-#include "shared/PricingFacts.h"
+#include "shared/BillListing.h"
+#include "shared/GatherPricingFacts.h"
 #include "support/Patience.h"
 #include "tables/TableReader.h"
 

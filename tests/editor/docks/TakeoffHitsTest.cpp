@@ -3,7 +3,7 @@
 #include "editor/docks/DocksFixture.h"
 #include "rules/bill/Coverage.h"
 #include "rules/draft/RuleEdits.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 #include "support/Patience.h"
 
 using namespace Qt::StringLiterals;

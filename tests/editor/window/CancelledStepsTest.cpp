@@ -1,7 +1,7 @@
 #include "editor/window/ModuleSteps.h"
 
 #include "editor/EditorFixture.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/steps/StepWatch.h"
 #include "embedded/data/engine/Progress.h"
 #include "shared/RuleFileState.h"

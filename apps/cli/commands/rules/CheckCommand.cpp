@@ -11,7 +11,7 @@
 #include "rules/check/Check.h"
 #include "rules/check/Mends.h"
 #include "rules/model/Snapshot.h"
-#include "shared/CheckFacts.h"
+#include "shared/GatherCheckFacts.h"
 
 #include <algorithm>
 #include <array>

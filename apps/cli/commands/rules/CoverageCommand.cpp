@@ -8,7 +8,7 @@
 #include "cli/reading/RuleFiles.h"
 #include "platform/Paths.h"
 #include "platform/ReplacedFile.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 #include <algorithm>
 #include <utility>

@@ -7,7 +7,7 @@
 #include "cli/reading/Failure.h"
 #include "cli/reading/Session.h"
 #include "rules/match/CellText.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 #include "shared/PricingText.h"
 
 #include <limits>

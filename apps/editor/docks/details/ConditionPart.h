@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/docks/details/ChosenRules.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 
 #include <QtWidgets/QWidget>
 

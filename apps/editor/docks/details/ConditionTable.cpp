@@ -1,6 +1,6 @@
 #include "editor/docks/details/ConditionTable.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/session/WorkSession.h"
 #include "rules/draft/RuleEdits.h"
 #include "rules/sheet/ConditionCell.h"

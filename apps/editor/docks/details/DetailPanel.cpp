@@ -3,7 +3,7 @@
 #include "editor/docks/details/ConditionPart.h"
 #include "editor/docks/details/ConditionTable.h"
 #include "editor/docks/details/ItemPart.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/session/WorkSession.h"
 
 #include <QtCore/QScopedValueRollback>

@@ -3,7 +3,7 @@
 #include "editor/docks/details/ChosenRules.h"
 #include "editor/docks/details/ItemPickers.h"
 #include "editor/docks/details/ItemTree.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "host/Records.h"
 
 #include <QtWidgets/QWidget>

@@ -1,6 +1,6 @@
 #include "editor/docks/details/ItemTree.h"
 
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "host/NvKtDataMng.h"
 #include "presenter/PickedItems.h"
 #include "widgets/LineColour.h"

@@ -1,7 +1,7 @@
 #include "editor/docks/details/SeriesDialog.h"
 
 #include "editor/docks/details/ConditionInput.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/session/WorkSession.h"
 #include "rules/match/CellText.h"
 #include "widgets/FaultColour.h"

@@ -1,7 +1,7 @@
 #include "editor/docks/details/ViewCommands.h"
 
 #include "editor/docks/details/FlowLayout.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 
 #include <QtGui/QAction>
 #include <QtGui/QKeyEvent>

@@ -3,7 +3,7 @@
 #include "editor/docks/findings/FindingWords.h"
 #include "editor/docks/findings/FindingsModel.h"
 #include "editor/docks/findings/SeverityMark.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/steps/BusyCursor.h"
 #include "rules/check/Mends.h"
 #include "rules/draft/MendEdit.h"

@@ -2,7 +2,7 @@
 
 #include "editor/docks/findings/SeverityMark.h"
 #include "rules/check/Check.h"
-#include "rules/check/Checks.h"
+#include "rules/check/CheckParts.h"
 
 #include <QtCore/QElapsedTimer>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/docks/takeoff/TakeoffFigures.h"
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 
 #include <QtCore/QAbstractItemModel>
 

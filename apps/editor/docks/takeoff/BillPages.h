@@ -1,7 +1,7 @@
 #pragma once
 
 #include "rules/bill/BillBuilder.h"
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 
 #include <QtCore/QSizeF>
 #include <QtGui/QFont>

@@ -1,7 +1,7 @@
 #include "editor/docks/takeoff/BillPanel.h"
 
 #include "editor/docks/takeoff/BillModel.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/Project.h"
 #include "editor/steps/LongStep.h"
 #include "platform/Paths.h"

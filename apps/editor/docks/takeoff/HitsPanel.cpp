@@ -1,7 +1,7 @@
 #include "editor/docks/takeoff/HitsPanel.h"
 
 #include "editor/docks/takeoff/ComponentsModel.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "platform/Paths.h"
 #include "shared/Outcomes.h"
 #include "widgets/FaultColour.h"

@@ -2,7 +2,7 @@
 
 #include "editor/docks/trial/MissesModel.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "rules/match/CellText.h"
 #include "shared/PricingText.h"
 #include "widgets/LineColour.h"

@@ -1,6 +1,6 @@
 #include "dialogs/ModalUser.h"
 #include "editor/docks/details/DetailItems.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "host/UserMessage.h"
 
 #include <QtGui/QAction>

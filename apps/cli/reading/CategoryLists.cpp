@@ -1,4 +1,4 @@
-#include "cli/reading/Catalogue.h"
+#include "cli/reading/CategoryLists.h"
 
 #include "cli/reading/Failure.h"
 #include "host/NvKtDataMng.h"

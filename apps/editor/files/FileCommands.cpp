@@ -1,8 +1,8 @@
-#include "editor/files/FileWork.h"
+#include "editor/files/FileCommands.h"
 
 #include "editor/files/ComparisonWindow.h"
 #include "editor/messages/Boxes.h"
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 #include "editor/project/ChosenFile.h"
 #include "editor/project/Project.h"
 #include "editor/steps/FileWait.h"
@@ -38,12 +38,12 @@ bool AskUntilDone(QDialog& dialog, Step step)
 
 } // namespace
 
-FileWork::FileWork(QWidget* window, Project& project)
+FileCommands::FileCommands(QWidget* window, Project& project)
     : m_window(window), m_project(project), m_steps(embedded::ProjectFolder(project.Folder()), &WaitInWindow)
 {
 }
 
-FileEnd FileWork::Run(FileCommand command, const CString& path)
+FileEnd FileCommands::Run(FileCommand command, const CString& path)
 {
     switch (command) {
     case FileCommand::MakeCurrent:
@@ -69,7 +69,7 @@ FileEnd FileWork::Run(FileCommand command, const CString& path)
     return {};
 }
 
-FileChoices FileWork::Choices(const CString& but) const
+FileChoices FileCommands::Choices(const CString& but) const
 {
     FileChoices files;
     for (const CString& path : m_project.RuleFiles())
@@ -77,13 +77,13 @@ FileChoices FileWork::Choices(const CString& but) const
     return files;
 }
 
-FileEnd FileWork::MakeCurrent(const CString& path)
+FileEnd FileCommands::MakeCurrent(const CString& path)
 {
     m_steps.MakeCurrent(path);
     return {true, u"当前配置现在是“%1”"_s.arg(NameOf(path)), path};
 }
 
-FileEnd FileWork::New()
+FileEnd FileCommands::New()
 {
     FileChoices sources = Choices();
     if (platform::Files().Exists(m_steps.Template())) sources.prepend({u"模板"_s, m_steps.Template()});
@@ -99,7 +99,7 @@ FileEnd FileWork::New()
     return {true, u"已新建规则文件“%1”"_s.arg(NameOf(made)), made};
 }
 
-FileEnd FileWork::Duplicate(const CString& path)
+FileEnd FileCommands::Duplicate(const CString& path)
 {
     NameDialog dialog(m_window, {u"复制一份"_s, u"把“%1”另存为工程中的另一个规则文件。"_s.arg(NameOf(path)),
                                  u"复制"_s, m_steps.FreeName(NameOf(path)),
@@ -109,7 +109,7 @@ FileEnd FileWork::Duplicate(const CString& path)
     return {true, u"已复制为“%1”"_s.arg(NameOf(made)), made};
 }
 
-FileEnd FileWork::Rename(const CString& path)
+FileEnd FileCommands::Rename(const CString& path)
 {
     const bool isCurrent = m_steps.IsCurrent(path);
     NameDialog dialog(m_window,
@@ -121,7 +121,7 @@ FileEnd FileWork::Rename(const CString& path)
     return {true, u"“%1”已重命名为“%2”"_s.arg(NameOf(path), NameOf(renamed)), renamed};
 }
 
-FileEnd FileWork::Delete(const CString& path)
+FileEnd FileCommands::Delete(const CString& path)
 {
     const FileEnd done{true, u"已删除“%1”，内容留在历史副本中"_s.arg(NameOf(path)), {}};
     if (!m_steps.IsCurrent(path)) {
@@ -142,7 +142,7 @@ FileEnd FileWork::Delete(const CString& path)
     return done;
 }
 
-FileEnd FileWork::Unwrap(const CString& path)
+FileEnd FileCommands::Unwrap(const CString& path)
 {
     if (!AskYesNo(u"解除封装\n%1\n文件头和封装去掉以后又可以编辑，封装的文件会留一份历史副本。解除"_s.arg(
             platform::ToNative(path))))
@@ -151,7 +151,7 @@ FileEnd FileWork::Unwrap(const CString& path)
     return {true, u"已解除封装：“%1”"_s.arg(NameOf(path)), path};
 }
 
-FileEnd FileWork::Compare(const CString& path)
+FileEnd FileCommands::Compare(const CString& path)
 {
     const FileChoices files = Choices();
     const CString current = m_project.CurrentRuleFile();
@@ -162,13 +162,13 @@ FileEnd FileWork::Compare(const CString& path)
     return {};
 }
 
-FileEnd FileWork::Reveal(const CString& path) const
+FileEnd FileCommands::Reveal(const CString& path) const
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(platform::ToNative(platform::FolderOf(path))));
     return {};
 }
 
-FileEnd FileWork::TakeIn(const QStringList& files)
+FileEnd FileCommands::TakeIn(const QStringList& files)
 {
     FileEnd end;
     for (const QString& file : files) {
@@ -186,7 +186,7 @@ FileEnd FileWork::TakeIn(const QStringList& files)
     return end;
 }
 
-FileEnd FileWork::Restore(const CString& formerName, const QByteArray& bytes)
+FileEnd FileCommands::Restore(const CString& formerName, const QByteArray& bytes)
 {
     NameDialog dialog(m_window, {u"还原规则文件"_s, u"重新建立“%1”，按开始修改时的样子。"_s.arg(formerName),
                                  u"还原"_s, m_steps.FreeName(formerName),

@@ -1,4 +1,4 @@
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 #include "embedded/TestProject.h"
 

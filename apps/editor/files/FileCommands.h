@@ -1,7 +1,7 @@
 #pragma once
 
+#include "editor/files/FileDialogs.h"
 #include "editor/files/FilePanel.h"
-#include "editor/files/FileQuestions.h"
 #include "editor/files/RuleFileSteps.h"
 
 #include <QtCore/QStringList>
@@ -20,11 +20,11 @@ struct FileEnd
 
 /// Asks what a command on rule files needs to know and carries it out. Raises what `RuleFileSteps` raises. To
 /// be run as a step of the window, and the files to be examined again afterwards.
-class FileWork
+class FileCommands
 {
 public:
     /// Both must outlive this. `window` owns the questions.
-    FileWork(QWidget* window, Project& project);
+    FileCommands(QWidget* window, Project& project);
 
     /// `path` is the path text of the selected file. `Open` and `History` are the window's own business and
     /// do nothing here.

@@ -1,4 +1,4 @@
-#include "rules/check/Coverage.h"
+#include "rules/check/RuleCoverage.h"
 
 #include <algorithm>
 

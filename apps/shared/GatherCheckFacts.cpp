@@ -1,9 +1,9 @@
-#include "shared/CheckFacts.h"
+#include "shared/GatherCheckFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
 #include "host/BillNumbering.h"
 #include "shared/BillNumbers.h"
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 #include "store/CXmlAttrConfig.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-#include "shared/PricingFacts.h"
+#include "shared/GatherPricingFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
 #include "presenter/DerivedAttributes.h"

@@ -1,4 +1,4 @@
-#include "editor/files/FileQuestions.h"
+#include "editor/files/FileDialogs.h"
 
 #include "editor/dialogs/DialogParts.h"
 #include "widgets/FaultColour.h"

@@ -1,4 +1,4 @@
-#include "editor/messages/Guard.h"
+#include "editor/messages/ErrorBox.h"
 
 #include "editor/messages/Boxes.h"
 #include "platform/Messages.h"

@@ -1,4 +1,4 @@
-#include "editor/files/FileWork.h"
+#include "editor/files/FileCommands.h"
 
 #include "editor/EditorFixture.h"
 #include "editor/project/Project.h"
@@ -19,13 +19,13 @@ using editor::FileCommand;
 namespace {
 
 /// What a user does with the rule files of the sample project, which is open in the window.
-class FileWork : public test::EditorWindow
+class FileCommands : public test::EditorWindow
 {
 protected:
-    FileWork()
+    FileCommands()
     {
         m_window.OpenSample(Folder(u"工程"_s));
-        m_work = std::make_unique<editor::FileWork>(&m_window, Project());
+        m_work = std::make_unique<editor::FileCommands>(&m_window, Project());
     }
 
     editor::Project& Project() const { return *m_window.OpenedProject(); }
@@ -42,12 +42,12 @@ protected:
         };
     }
 
-    std::unique_ptr<editor::FileWork> m_work;
+    std::unique_ptr<editor::FileCommands> m_work;
 };
 
 } // namespace
 
-TEST_F(FileWork, ANewFileIsMadeFromTheTemplateUnderTheNameThatIsTyped)
+TEST_F(FileCommands, ANewFileIsMadeFromTheTemplateUnderTheNameThatIsTyped)
 {
     test::NextWindows user({Name(u"新的"_s, u"新建"_s)});
     const editor::FileEnd end = m_work->Run(FileCommand::New, {});
@@ -58,7 +58,7 @@ TEST_F(FileWork, ANewFileIsMadeFromTheTemplateUnderTheNameThatIsTyped)
     EXPECT_TRUE(Stands(u"新的"_s));
 }
 
-TEST_F(FileWork, ANameThatIsTakenIsToldWhileItIsTypedAndCannotBeAccepted)
+TEST_F(FileCommands, ANameThatIsTakenIsToldWhileItIsTypedAndCannotBeAccepted)
 {
     test::NextWindows user({[](QDialog& dialog) {
         dialog.findChild<QLineEdit*>()->setText(u"电气示例"_s);
@@ -74,7 +74,7 @@ TEST_F(FileWork, ANameThatIsTakenIsToldWhileItIsTypedAndCannotBeAccepted)
     EXPECT_TRUE(user.Done());
 }
 
-TEST_F(FileWork, TheCurrentConfigurationIsRenamedAndStaysCurrent)
+TEST_F(FileCommands, TheCurrentConfigurationIsRenamedAndStaysCurrent)
 {
     test::NextWindows user({Name(u"改过的"_s, u"重命名"_s)});
     EXPECT_TRUE(m_work->Run(FileCommand::Rename, Path(u"DefaultConfig"_s)).done);
@@ -82,7 +82,7 @@ TEST_F(FileWork, TheCurrentConfigurationIsRenamedAndStaysCurrent)
     EXPECT_TRUE(m_messages.Texts().isEmpty());
 }
 
-TEST_F(FileWork, DeletingAsksFirst)
+TEST_F(FileCommands, DeletingAsksFirst)
 {
     EXPECT_FALSE(m_work->Run(FileCommand::Delete, Path(u"电气示例"_s)).done);
     EXPECT_TRUE(Stands(u"电气示例"_s));
@@ -93,7 +93,7 @@ TEST_F(FileWork, DeletingAsksFirst)
     EXPECT_EQ(embedded::History(ProjectFolder()).List(Path(u"电气示例"_s)).size(), 1);
 }
 
-TEST_F(FileWork, DeletingTheCurrentConfigurationAsksWhatComesInItsPlace)
+TEST_F(FileCommands, DeletingTheCurrentConfigurationAsksWhatComesInItsPlace)
 {
     test::NextWindows user({[](QDialog& dialog) {
         auto* files = dialog.findChild<QComboBox*>();
@@ -107,7 +107,7 @@ TEST_F(FileWork, DeletingTheCurrentConfigurationAsksWhatComesInItsPlace)
     EXPECT_FALSE(Stands(u"DefaultConfig"_s));
 }
 
-TEST_F(FileWork, ComparingShowsWhatDiffersAndTurnsAround)
+TEST_F(FileCommands, ComparingShowsWhatDiffersAndTurnsAround)
 {
     QString forth;
     QString back;
@@ -123,14 +123,14 @@ TEST_F(FileWork, ComparingShowsWhatDiffersAndTurnsAround)
     EXPECT_TRUE(back.contains(u"加上条件 半周长(mm)≤500")) << back.left(200).toStdString();
 }
 
-TEST_F(FileWork, MakingCurrentIsTold)
+TEST_F(FileCommands, MakingCurrentIsTold)
 {
     const editor::FileEnd end = m_work->Run(FileCommand::MakeCurrent, Path(u"电气示例"_s));
     EXPECT_EQ(end.told, u"当前配置现在是“电气示例”"_s);
     EXPECT_EQ(Project().CurrentRuleFile(), Path(u"电气示例"_s));
 }
 
-TEST_F(FileWork, DroppedFilesAreOfferedOneAfterAnother)
+TEST_F(FileCommands, DroppedFilesAreOfferedOneAfterAnother)
 {
     const QByteArray rules = platform::Files().Read(Path(u"电气示例"_s)).value();
     m_folder.WriteFile(u"一.xml"_s, rules);
@@ -147,7 +147,7 @@ TEST_F(FileWork, DroppedFilesAreOfferedOneAfterAnother)
     EXPECT_FALSE(Stands(u"一"_s));
 }
 
-TEST_F(FileWork, WhatIsRefusedIsShownAndAskedAgain)
+TEST_F(FileCommands, WhatIsRefusedIsShownAndAskedAgain)
 {
     m_folder.WriteFile(u"表.xml"_s, "<table/>");
     test::NextWindows user({Name(u"表"_s, u"复制"_s), [](QDialog& dialog) {

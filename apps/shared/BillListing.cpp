@@ -1,4 +1,4 @@
-#include "shared/BillLines.h"
+#include "shared/BillListing.h"
 
 #include <algorithm>
 #include <tuple>
