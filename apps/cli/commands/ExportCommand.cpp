@@ -5,13 +5,13 @@
 #include "cli/printing/WatchedWork.h"
 #include "cli/reading/Failure.h"
 #include "cli/reading/Offices.h"
+#include "cli/reading/Overwriting.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "cli/reading/TableKinds.h"
 #include "cli/rulefiles/RuleTables.h"
 #include "embedded/data/engine/Progress.h"
 #include "embedded/data/exchange/TableImport.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 
 using namespace Qt::StringLiterals;
@@ -87,8 +87,7 @@ void ExportCommand::Run(const Arguments& arguments) const
         return TellIfWithoutOffice(NamedProject(arguments));
     }
     const CString path = ResolvePath(arguments.Positional()[1]);
-    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    RefuseToOverwrite(arguments, path);
     const auto kept = KeepBeforeReplacing(arguments, path);
     const embedded::LibraryName written = Write(arguments, kind, library);
     TellIfWithoutOffice(NamedProject(arguments)); // not before, for an interrupt ends what is watched alone

@@ -3,6 +3,7 @@
 #include "cli/printing/Output.h"
 #include "cli/printing/WrappedText.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Overwriting.h"
 #include "cli/reading/RuleFiles.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -37,8 +38,7 @@ void UnwrapCommand::Run(const Arguments& arguments) const
     if (!arguments.Has(u"output"_s)) throw UsageError(u"缺少 -o OUT"_s);
     const CString target = ResolvePath(arguments.Value(u"output"_s));
     const store::WrappedFile file = ReadWrapped(ResolvePath(arguments.Positional()[0]));
-    if (platform::Files().Exists(target) && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(target)));
+    RefuseToOverwrite(arguments, target);
     if (platform::Files().KindOf(target) != platform::FileKind::Other) CheckReplaceable(target);
     const auto kept = KeepBeforeReplacing(arguments, target);
     platform::Files().WriteInPlace(target, file.content);

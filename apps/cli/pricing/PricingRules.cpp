@@ -1,8 +1,8 @@
 #include "cli/pricing/PricingRules.h"
 
 #include "cli/reading/Failure.h"
+#include "cli/reading/Overwriting.h"
 #include "cli/reading/RuleFiles.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "rules/model/Snapshot.h"
 #include "shared/GatherPricingFacts.h"
@@ -38,8 +38,7 @@ CString OutputFile(const Arguments& arguments)
     const CString named = arguments.Value(u"output"_s);
     if (named.isEmpty()) return {};
     const CString path = ResolvePath(named);
-    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    RefuseToOverwrite(arguments, path);
     return path;
 }
 

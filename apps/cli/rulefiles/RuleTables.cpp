@@ -2,6 +2,7 @@
 
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Overwriting.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/reading/Session.h"
 #include "embedded/data/catalogue/CatalogueData.h"
@@ -209,8 +210,7 @@ void ExportRules(const Arguments& arguments)
     if (arguments.Positional()[1] == u"-") throw UsageError(u"rules 要写到文件"_s);
     const Session session(arguments);
     const CString path = ResolvePath(arguments.Positional()[1]);
-    if (platform::Files().Exists(path) && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(path)));
+    RefuseToOverwrite(arguments, path);
     const CString file = ChooseRuleFile(arguments.Value(u"config"_s));
     CheckRuleFile(file);
     const embedded::CatalogueData& catalogue = session.Host().CatalogueContents();

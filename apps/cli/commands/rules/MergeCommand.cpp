@@ -2,6 +2,7 @@
 
 #include "cli/printing/Output.h"
 #include "cli/reading/Failure.h"
+#include "cli/reading/Overwriting.h"
 #include "cli/reading/RuleFiles.h"
 #include "cli/rulefiles/ConflictAnswers.h"
 #include "platform/Files.h"
@@ -137,8 +138,7 @@ Target ReadTarget(const Arguments& arguments, const CString& mine)
     if (!platform::Files().Exists(target.path)) return target;
     const QFileInfo file(platform::ToNative(target.path));
     const bool isMine = file.canonicalFilePath() == QFileInfo(platform::ToNative(mine)).canonicalFilePath();
-    if (!isMine && !arguments.Has(u"force"_s))
-        throw Refusal(u"%1 已经存在，覆盖请加 --force"_s.arg(platform::ToNative(target.path)));
+    if (!isMine) RefuseToOverwrite(arguments, target.path);
     target.bytes = platform::Files().Read(target.path);
     CheckReplaceable(target.path);
     return target;
