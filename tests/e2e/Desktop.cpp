@@ -60,14 +60,24 @@ void Desktop::StartServer()
     m_server.setArguments({u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1600x1200x24"_s, u"-nolisten"_s,
                            u"tcp"_s, u"-noreset"_s, u"-r"_s, u"-ardelay"_s, u"1"_s, u"-arinterval"_s,
                            u"1"_s});
-    m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start();
+    m_server.setStandardErrorFile(m_records.Native(u"server"_s));
     QByteArray number;
-    WaitFor(u"X server"_s, [&] {
+    const auto isReady = [&] {
+        if (m_server.state() == QProcess::NotRunning) { // not yet, or it could not start
+            number.clear();
+            m_server.start();
+        }
         m_server.waitForReadyRead(100);
         number += m_server.readAllStandardOutput();
         return number.endsWith('\n');
-    });
+    };
+    try {
+        WaitFor(u"X server"_s, isReady);
+    } catch (const std::runtime_error& error) {
+        throw std::runtime_error(error.what() +
+                                 u"; state %1, it says: "_s.arg(m_server.state()).toStdString() +
+                                 m_records.ReadFile(u"server"_s).toStdString());
+    }
     m_environment.insert(u"DISPLAY"_s, u":"_s + QString::fromLatin1(number.trimmed()));
 }
 

@@ -88,6 +88,7 @@ private:
     void Act(const QStringList& words) const;
 
     TempFolder m_home;
+    TempFolder m_records; ///< of what the server says when it cannot start
     QProcessEnvironment m_environment;
     QProcess m_server;
     QProcess m_manager;
