@@ -68,14 +68,6 @@ Values ValuesOf(const Rule& rule)
     return values;
 }
 
-/// Whether ＝ takes one for the other.
-bool IsSameValue(const CString& a, const CString& b)
-{
-    if (a == b || Normalised(a) == Normalised(b)) return true;
-    const std::optional<Decimal> number = PlainNumber(a);
-    return number && number == PlainNumber(b);
-}
-
 /// Compares what the rules say of one bill number.
 class NumberCheck
 {

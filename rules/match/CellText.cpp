@@ -109,7 +109,7 @@ std::optional<Decimal> PlainNumber(QStringView text)
 
 bool IsSameValue(const CString& a, const CString& b)
 {
-    if (Normalised(a) == Normalised(b)) return true;
+    if (a == b || Normalised(a) == Normalised(b)) return true;
     const auto number = PlainNumber(a);
     return number && number == PlainNumber(b);
 }
