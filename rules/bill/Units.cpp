@@ -1,10 +1,33 @@
 #include "rules/bill/Units.h"
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace rules {
+
+namespace {
+
+struct KnownUnit
+{
+    QStringView base; ///< without the number that it begins with, in small letters
+    unsigned digits;
+    Dimension dimension;
+};
+
+constexpr std::array KnownUnits{
+    KnownUnit{u"t", 3, Dimension::Weight},      KnownUnit{u"吨", 3, Dimension::Weight},
+    KnownUnit{u"kg", 2, Dimension::Weight},     KnownUnit{u"千克", 2, Dimension::Weight},
+    KnownUnit{u"公斤", 2, Dimension::Weight},   KnownUnit{u"m", 2, Dimension::Length},
+    KnownUnit{u"米", 2, Dimension::Length},     KnownUnit{u"m2", 2, Dimension::Area},
+    KnownUnit{u"平方米", 2, Dimension::Area},   KnownUnit{u"m3", 2, Dimension::Volume},
+    KnownUnit{u"立方米", 2, Dimension::Volume}, KnownUnit{u"km", 0, Dimension::Length},
+    KnownUnit{u"", 0, Dimension::Unknown},      KnownUnit{u"项", 0, Dimension::Unknown},
+    KnownUnit{u"系统", 0, Dimension::Unknown},
+};
+
+} // namespace
 
 UnitOfMeasure UnitOfMeasure::Of(const CString& unit)
 {
@@ -16,10 +39,11 @@ UnitOfMeasure UnitOfMeasure::Of(const CString& unit)
     if (const auto number = Decimal::Parse(text.first(digits)); number && !number->IsZero())
         result.multiple = *number;
     const CString base = text.sliced(digits).trimmed().toLower();
-    if (base == u"t"_s)
-        result.digits = 3;
-    else if (base == u"m"_s || base == u"m2"_s || base == u"m3"_s || base == u"kg"_s)
-        result.digits = 2;
+    const auto known = std::find_if(KnownUnits.begin(), KnownUnits.end(),
+                                    [&](const KnownUnit& one) { return one.base == base; });
+    if (known == KnownUnits.end()) return result;
+    result.digits = known->digits;
+    result.dimension = known->dimension;
     return result;
 }
 

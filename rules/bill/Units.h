@@ -4,14 +4,19 @@
 
 namespace rules {
 
-/// A unit of measure as items have it, such as "m", "10m2" or "100kg".
+/// What a quantity counts.
+enum class Dimension { Unknown, Length, Count, Area, Volume, Weight };
+
+/// A unit of measure as items have it, such as "m", "10m2", "100kg" or "吨".
 struct UnitOfMeasure
 {
     Decimal multiple{1}; ///< the whole number that the text begins with, at least 1
-    unsigned digits =
-        0; ///< behind the point of a quantity in the base unit: t 3; m, m2, m3, kg 2; pieces none
+    /// Behind the point of a quantity in the base unit: t 3; m, m2, m3, kg 2; others none.
+    unsigned digits = 0;
+    /// `Unknown` for units that count anything, such as 项; pieces of any name are a `Count`.
+    Dimension dimension = Dimension::Count;
 
-    /// Reads a unit. "m²", "㎡" and "m2" are one unit.
+    /// Reads a unit. "m²", "㎡" and "m2" are one unit, and so are a sign and its name: "t" and "吨".
     KTQDDE_RULES_EXPORT static UnitOfMeasure Of(const CString& unit);
 
     /// A sum in the base unit as it is written in this one: rounded once, in the base unit, and then divided.

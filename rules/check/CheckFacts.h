@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/bill/QuantityTable.h"
+#include "rules/bill/Units.h"
 #include "rules/check/BillNumberForm.h"
 #include "rules/check/Cover.h"
 #include "rules/model/Facts.h"
@@ -10,9 +11,6 @@
 #include <unordered_map>
 
 namespace rules {
-
-/// What a quantity counts.
-enum class Dimension { Unknown, Length, Count, Area, Volume, Weight };
 
 /// What a library knows of one of its items.
 struct LibraryItem

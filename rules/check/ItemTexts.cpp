@@ -1,50 +1,15 @@
 #include "rules/check/ItemTexts.h"
 
 #include "rules/bill/Formula.h"
-#include "rules/bill/Units.h"
 
 #include <algorithm>
-#include <array>
 
 namespace rules {
 
-namespace {
-
-/// The unit without the number that it begins with, in plain letters.
-CString BaseOf(const CString& unit)
-{
-    CString text = unit.trimmed().normalized(CString::NormalizationForm_KC);
-    while (!text.isEmpty() && text.front() >= u'0' && text.front() <= u'9')
-        text.remove(0, 1);
-    return text.trimmed().toLower();
-}
-
-/// What a unit counts; `Unknown` for those that count anything, such as 项.
-Dimension DimensionOf(const CString& unit)
-{
-    struct Known
-    {
-        QStringView base;
-        Dimension dimension;
-    };
-    constexpr std::array Units{
-        Known{u"m", Dimension::Length},   Known{u"km", Dimension::Length},    Known{u"米", Dimension::Length},
-        Known{u"m2", Dimension::Area},    Known{u"m3", Dimension::Volume},    Known{u"kg", Dimension::Weight},
-        Known{u"t", Dimension::Weight},   Known{u"吨", Dimension::Weight},    Known{u"", Dimension::Unknown},
-        Known{u"项", Dimension::Unknown}, Known{u"系统", Dimension::Unknown},
-    };
-    const CString base = BaseOf(unit);
-    const auto found =
-        std::find_if(Units.begin(), Units.end(), [&](const Known& known) { return known.base == base; });
-    return found == Units.end() ? Dimension::Count : found->dimension;
-}
-
-} // namespace
-
-const ItemTexts::Unit& ItemTexts::UnitOf(const CString& text)
+const UnitOfMeasure& ItemTexts::UnitOf(const CString& text)
 {
     const auto [place, isNew] = m_units.try_emplace(text);
-    if (isNew) place->second = {UnitOfMeasure::Of(text).multiple, DimensionOf(text)};
+    if (isNew) place->second = UnitOfMeasure::Of(text);
     return place->second;
 }
 

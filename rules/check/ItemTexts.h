@@ -10,12 +10,6 @@ namespace rules {
 class ItemTexts
 {
 public:
-    struct Unit
-    {
-        Decimal multiple;                         ///< that it begins with
-        Dimension dimension = Dimension::Unknown; ///< `Unknown` for those that count anything, such as 项
-    };
-
     struct FormulaText
     {
         enum class State { Missing, Bad, Good };
@@ -31,7 +25,7 @@ public:
     explicit ItemTexts(const CheckFacts& facts) : m_facts(facts) {}
 
     /// The results live as long as this.
-    const Unit& UnitOf(const CString& text);
+    const UnitOfMeasure& UnitOf(const CString& text);
     const FormulaText& FormulaOf(const CString& text);
 
 private:
@@ -39,7 +33,7 @@ private:
     Dimension Counted(const CString& formula) const;
 
     const CheckFacts& m_facts;
-    std::unordered_map<CString, Unit> m_units;
+    std::unordered_map<CString, UnitOfMeasure> m_units;
     std::unordered_map<CString, FormulaText> m_formulas;
 };
 

@@ -124,8 +124,10 @@ TEST(UnitOfMeasure, RoundsByTheBaseUnitAndDividesByTheMultiple)
     const auto format = [](const CString& unit, const CString& sum) {
         return rules::UnitOfMeasure::Of(unit).Format(*Decimal::Parse(sum));
     };
-    EXPECT_EQ(format(u"t"_s, u"1.2345"_s), u"1.235"_s);
-    for (const CString& unit : {u"m"_s, u"m2"_s, u"m²"_s, u"㎡"_s, u"m3"_s, u"㎥"_s, u"kg"_s, u" M "_s})
+    for (const CString& unit : {u"t"_s, u"T"_s, u"吨"_s})
+        EXPECT_EQ(format(unit, u"1.2345"_s), u"1.235"_s) << unit.toStdString();
+    for (const CString& unit : {u"m"_s, u"m2"_s, u"m²"_s, u"㎡"_s, u"m3"_s, u"㎥"_s, u"kg"_s, u" M "_s,
+                                u"米"_s, u"平方米"_s, u"立方米"_s, u"千克"_s, u"公斤"_s})
         EXPECT_EQ(format(unit, u"1.005"_s), u"1.01"_s) << unit.toStdString();
     for (const CString& unit : {u"个"_s, u"台"_s, u"系统"_s, u""_s})
         EXPECT_EQ(format(unit, u"2.5"_s), u"3"_s) << unit.toStdString();
@@ -134,4 +136,18 @@ TEST(UnitOfMeasure, RoundsByTheBaseUnitAndDividesByTheMultiple)
     EXPECT_EQ(format(u"10套"_s, u"25"_s), u"2.5"_s) << "sets are whole, tens of sets are not";
     EXPECT_EQ(format(u"4个"_s, u"10"_s), u"2.5"_s);
     EXPECT_EQ(format(u"0m"_s, u"1"_s), u"1.00"_s);
+}
+
+TEST(UnitOfMeasure, CountsTheSameByItsSignAndByItsName)
+{
+    const auto counted = [](const CString& unit) { return rules::UnitOfMeasure::Of(unit).dimension; };
+    for (const CString& unit : {u"t"_s, u"吨"_s, u"kg"_s, u"100kg"_s, u"千克"_s, u"公斤"_s})
+        EXPECT_EQ(counted(unit), rules::Dimension::Weight) << unit.toStdString();
+    for (const CString& unit : {u"m"_s, u"10m"_s, u"米"_s, u"km"_s})
+        EXPECT_EQ(counted(unit), rules::Dimension::Length) << unit.toStdString();
+    EXPECT_EQ(counted(u"平方米"_s), rules::Dimension::Area);
+    EXPECT_EQ(counted(u"立方米"_s), rules::Dimension::Volume);
+    EXPECT_EQ(counted(u"10套"_s), rules::Dimension::Count);
+    for (const CString& unit : {u""_s, u"项"_s, u"系统"_s})
+        EXPECT_EQ(counted(unit), rules::Dimension::Unknown) << unit.toStdString();
 }
