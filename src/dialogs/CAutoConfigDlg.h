@@ -48,7 +48,7 @@ class TreeControl;
 /// shows must be complete before the selection is made. Selecting an entry of a list box, combo or tab from
 /// code runs nothing.
 ///
-/// The source is divided by concern: `CAutoConfigDlg.cpp` has construction, event table and closing; the
+/// The source is divided by concern: `CAutoConfigDlg.cpp` has construction and event table; the
 /// others bear the name of theirs.
 class CAutoConfigDlg : public dialogs::TemplateDialog
 {

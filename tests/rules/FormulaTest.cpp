@@ -143,7 +143,7 @@ TEST(UnitOfMeasure, CountsTheSameByItsSignAndByItsName)
     const auto counted = [](const CString& unit) { return rules::UnitOfMeasure::Of(unit).dimension; };
     for (const CString& unit : {u"t"_s, u"吨"_s, u"kg"_s, u"100kg"_s, u"千克"_s, u"公斤"_s})
         EXPECT_EQ(counted(unit), rules::Dimension::Weight) << unit.toStdString();
-    for (const CString& unit : {u"m"_s, u"10m"_s, u"米"_s, u"km"_s})
+    for (const CString& unit : {u"m"_s, u"10m"_s, u"米"_s, u"km"_s, u"千米"_s, u"公里"_s})
         EXPECT_EQ(counted(unit), rules::Dimension::Length) << unit.toStdString();
     EXPECT_EQ(counted(u"平方米"_s), rules::Dimension::Area);
     EXPECT_EQ(counted(u"立方米"_s), rules::Dimension::Volume);

@@ -372,8 +372,9 @@ def unit_parts(unit):
     """Multiple and digits behind the point."""
     found = re.match(r"[0-9]+", trimmed(unit))
     multiple = max(1, int(found.group())) if found else 1
-    base = normalised(trimmed(unit)[found.end() if found else 0 :])
-    return multiple, {"t": 3, "m": 2, "m2": 2, "m3": 2, "kg": 2}.get(base, 0)
+    base = normalised(trimmed(unit)[found.end() if found else 0 :]).lower()
+    digits = {"t": 3, "吨": 3, "m": 2, "米": 2, "m2": 2, "平方米": 2, "m3": 2, "立方米": 2, "kg": 2, "千克": 2, "公斤": 2}
+    return multiple, digits.get(base, 0)
 
 
 def written(total, unit):

@@ -40,7 +40,7 @@ public:
     /// Whether all rules are there, so that the next two need not wait.
     bool AreWhole() const noexcept { return m_rest == nullptr; }
     /// All rules, and how the file is built. Read what nobody has begun to read, wait for what is being read,
-    /// and raise what reading it has raised, as for want of memory.
+    /// and raise what reading it has raised, as for want of memory; who asks again has it read anew.
     const rules::ConfigurationPtr& Rules();
     const rules::FileStructure& Structure();
 

@@ -2,11 +2,13 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QWidget>
 
+#include <algorithm>
 #include <utility>
 
 namespace editor {
@@ -32,14 +34,28 @@ QWindow* HeirOf(const QWindow& list)
     return focus == nullptr || focus == &list ? list.transientParent() : focus;
 }
 
+/// The widget of `window` if it may be the active one: it is seen, and not behind a modal window. Else null.
+QWidget* FindActivatable(const QWindow& window)
+{
+    const QWindow* const modal = QGuiApplication::modalWindow();
+    const bool isBehind = modal != nullptr && modal != &window && !modal->isAncestorOf(&window);
+    if (isBehind || !window.isVisible()) return nullptr;
+    const QWidgetList all = QApplication::topLevelWidgets();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const QWidget* one) { return one->windowHandle() == &window; });
+    return found == all.end() ? nullptr : *found;
+}
+
 /// Has the toolkit take `window` for the active one, whose widget has the focus; that the window system says
 /// so is on its way, behind the keys that were typed before. What the toolkit offers instead of this function
 /// asks the window system, and comes too late.
 void TakeForActive(const QWindow& window)
 {
+    QWidget* const widget = FindActivatable(window);
+    if (widget == nullptr) return;
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
-    QApplication::setActiveWindow(QWidget::find(window.winId()));
+    QApplication::setActiveWindow(widget);
     QT_WARNING_POP
 }
 
@@ -58,10 +74,10 @@ bool TypedAhead::eventFilter(QObject* watched, QEvent* event)
         return true;
     const auto& window = static_cast<const QWindow&>(*watched);
     if (window.isVisible() || window.type() != Qt::Popup) return false;
-    QWindow* const heir = HeirOf(window);
-    if (heir == nullptr) return false;
+    const QPointer<QWindow> heir = HeirOf(window); // may end with whatever a change of the focus sets off
+    if (!heir) return false;
     TakeForActive(*heir);
-    QCoreApplication::sendEvent(heir, event);
+    if (heir) QCoreApplication::sendEvent(heir, event);
     return true;
 }
 

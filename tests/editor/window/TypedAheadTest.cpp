@@ -42,6 +42,26 @@ protected:
         m_field.setFocus();
     }
 
+    /// A busy program hears that the list has the keyboard when it is shut already; the tests' platform tells
+    /// it at once.
+    void ShutListThatHasTheKeyboard()
+    {
+        m_combo.showPopup();
+        test::WaitInLoopFor(u"the list"_s, [this] { return QGuiApplication::focusWindow() == m_list; });
+        m_combo.hidePopup();
+        ASSERT_EQ(QGuiApplication::focusWindow(), m_list);
+        QT_WARNING_PUSH
+        QT_WARNING_DISABLE_DEPRECATED
+        QApplication::setActiveWindow(m_combo.view()->window());
+        QT_WARNING_POP
+    }
+
+    void PressInList()
+    {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, u"5"_s);
+        QCoreApplication::sendEvent(m_list, &press);
+    }
+
     QDialog m_window;
     QLineEdit m_field;
     QComboBox m_combo;
@@ -62,21 +82,35 @@ TEST_F(KeysForAShutList, GoToWhereTheFocusIs)
 TEST_F(KeysForAShutList, GoToItsWindowBeforeTheKeyboardHasComeBackFromIt)
 {
     const editor::TypedAhead typedAhead;
-    m_combo.showPopup();
-    test::WaitInLoopFor(u"the list"_s, [this] { return QGuiApplication::focusWindow() == m_list; });
-    m_combo.hidePopup();
-    ASSERT_EQ(QGuiApplication::focusWindow(), m_list);
-    // A busy program hears that the list has the keyboard when it is shut already; the tests' platform tells
-    // it at once.
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    QApplication::setActiveWindow(m_combo.view()->window());
-    QT_WARNING_POP
+    ShutListThatHasTheKeyboard();
     ASSERT_FALSE(m_field.hasFocus());
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_5, Qt::NoModifier, u"5"_s);
-    QCoreApplication::sendEvent(m_list, &press);
+    PressInList();
     EXPECT_EQ(m_field.text(), u"5"_s);
     EXPECT_TRUE(m_field.hasFocus()); // which some widgets ask before they take a key
+}
+
+TEST_F(KeysForAShutList, DoNotMakeAWindowBehindAModalOneTheActiveOne)
+{
+    const editor::TypedAhead typedAhead;
+    ShutListThatHasTheKeyboard();
+    QDialog modal(&m_window);
+    modal.setModal(true);
+    modal.setAttribute(Qt::WA_ShowWithoutActivating);
+    modal.show();
+    PressInList();
+    EXPECT_FALSE(m_window.isActiveWindow());
+    EXPECT_EQ(m_field.text(), u""_s);
+}
+
+TEST_F(KeysForAShutList, LeaveTheFocusWhereItIsWhenItsWindowIsGone)
+{
+    const editor::TypedAhead typedAhead;
+    ShutListThatHasTheKeyboard();
+    m_window.hide();
+    const QWidget* const active = QApplication::activeWindow();
+    PressInList();
+    EXPECT_EQ(QApplication::activeWindow(), active);
+    EXPECT_FALSE(m_window.isActiveWindow());
 }
 
 TEST_F(KeysForAShutList, ChooseNothingInIt)
