@@ -31,7 +31,7 @@ using namespace dialogs::autoconfig;
 namespace {
 
 /// What is to be seen of the main dialog.
-struct View
+struct SampleView
 {
     CString category = u"给水管"_s;
     bool ranges = false;
@@ -45,7 +45,7 @@ void SelectCategory(QTreeWidget& tree, const CString& name)
     tree.setCurrentItem(found.first());
 }
 
-void Show(const CAutoConfigDlg& dialog, const View& view)
+void Show(const CAutoConfigDlg& dialog, const SampleView& view)
 {
     SelectCategory(dialog.Item<QTreeWidget>(CategoryTree), view.category);
     auto& rules = dialog.Item<QTreeWidget>(RuleRows);
@@ -70,7 +70,7 @@ void PickQuotas(CAutoConfigDlg& dialog)
     }
 }
 
-std::unique_ptr<QWidget> MakeConfig(SampleOnShow& sample, SQdDeInfo::EQdDeMode mode, const View& view)
+std::unique_ptr<QWidget> MakeConfig(SampleOnShow& sample, SQdDeInfo::EQdDeMode mode, const SampleView& view)
 {
     sample.Project().SetMode(mode);
     auto dialog = std::make_unique<CAutoConfigDlg>(CString());
@@ -133,7 +133,7 @@ std::unique_ptr<QWidget> MakeProgress()
     return std::make_unique<Window>();
 }
 
-std::unique_ptr<QWidget> MakeHistory(SampleOnShow& sample)
+std::unique_ptr<QWidget> MakeChangedHistory(SampleOnShow& sample)
 {
     const CString file = sample.Project().CurrentRuleFile();
     embedded::History(embedded::ProjectFolder(sample.Folder())).Keep(file);
@@ -166,6 +166,6 @@ std::vector<Scene> SampleScenes(SampleOnShow& sample)
         {u"bill-number"_s, [] { return MakeBillNumber(); }},
         {u"wizard"_s, [&sample] { return MakeWizard(sample); }},
         {u"import"_s, [&sample] { return MakeImport(sample); }},
-        {u"history"_s, [&sample] { return MakeHistory(sample); }},
+        {u"history"_s, [&sample] { return MakeChangedHistory(sample); }},
     };
 }

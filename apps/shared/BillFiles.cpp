@@ -36,17 +36,17 @@ CArray<tables::Column> BillColumns(const CStringArray& groupBy)
     CArray<tables::Column> columns;
     for (const CString& name : groupBy)
         columns.append({.heading = name});
-    columns += {{.heading = u"序号"_s, .kind = ColumnKind::Number, .width = 6},
-                {.heading = u"项目编码"_s, .width = 16},
-                {.heading = u"项目名称"_s, .width = 30},
-                {.heading = u"项目特征描述"_s, .width = 40},
-                {.heading = u"计量单位"_s, .width = 10},
-                {.heading = u"工程量"_s, .kind = ColumnKind::Number, .width = 14},
+    columns += {{.heading = billheading::Serial.toString(), .kind = ColumnKind::Number, .width = 6},
+                {.heading = billheading::Number.toString(), .width = 16},
+                {.heading = billheading::Name.toString(), .width = 30},
+                {.heading = billheading::Features.toString(), .width = 40},
+                {.heading = billheading::Unit.toString(), .width = 10},
+                {.heading = billheading::Quantity.toString(), .kind = ColumnKind::Number, .width = 14},
                 {.heading = u"类型"_s, .width = 6},
                 {.heading = u"构件数"_s, .kind = ColumnKind::Number, .width = 8},
                 {.heading = u"缺工程量的构件数"_s, .kind = ColumnKind::Number, .width = 18},
                 {.heading = u"专业"_s, .width = 10},
-                {.heading = u"备注"_s, .width = 24}};
+                {.heading = billheading::Note.toString(), .width = 24}};
     return columns;
 }
 
@@ -129,13 +129,14 @@ public:
         m_writer.BeginSheet(
             u"构件"_s,
             ComponentColumns() +
-                CArray<tables::Column>{{.heading = u"结果"_s, .width = 10},
-                                       {.heading = u"规则"_s, .kind = ColumnKind::Number, .width = 6},
-                                       {.heading = u"规则内容"_s, .width = 40},
-                                       {.heading = u"清单序号"_s, .width = 10},
-                                       {.heading = u"项目编码"_s, .width = 16},
-                                       {.heading = u"工程量"_s, .kind = ColumnKind::Number, .width = 14},
-                                       {.heading = u"缺工程量的原因"_s, .width = 30}});
+                CArray<tables::Column>{
+                    {.heading = u"结果"_s, .width = 10},
+                    {.heading = u"规则"_s, .kind = ColumnKind::Number, .width = 6},
+                    {.heading = u"规则内容"_s, .width = 40},
+                    {.heading = u"清单序号"_s, .width = 10},
+                    {.heading = billheading::Number.toString(), .width = 16},
+                    {.heading = billheading::Quantity.toString(), .kind = ColumnKind::Number, .width = 14},
+                    {.heading = u"缺工程量的原因"_s, .width = 30}});
     }
 
     void Put(const rules::PricedRow& priced) const

@@ -6,6 +6,19 @@
 
 namespace shared {
 
+/// What the columns of a bill are called wherever one is shown, printed or written.
+namespace billheading {
+
+inline constexpr QStringView Serial = u"序号";
+inline constexpr QStringView Number = u"项目编码";
+inline constexpr QStringView Name = u"项目名称";
+inline constexpr QStringView Features = u"项目特征描述";
+inline constexpr QStringView Unit = u"计量单位";
+inline constexpr QStringView Quantity = u"工程量";
+inline constexpr QStringView Note = u"备注";
+
+} // namespace billheading
+
 /// A row of the bill as it is shown and written: a bill row, or a quota row below its bill row.
 struct BillLine
 {

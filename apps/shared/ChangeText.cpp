@@ -19,7 +19,7 @@ CString WithNarrowTabs(const CString& line)
     return CString(2 * tabs, u' ') + line.mid(tabs);
 }
 
-qsizetype Indentation(const CString& line)
+qsizetype LeadingBlanks(const CString& line)
 {
     qsizetype blanks = 0;
     while (blanks < line.size() && line[blanks] == u' ')
@@ -44,7 +44,7 @@ CString DescribeChanges(const CArray<LineChange>& given)
     qsizetype margin = std::numeric_limits<qsizetype>::max();
     for (const LineChange& change : changes)
         for (const CString& line : change.removed + change.added)
-            margin = std::min(margin, Indentation(line));
+            margin = std::min(margin, LeadingBlanks(line));
     CString text;
     for (const LineChange& change : changes) {
         text += u"  第 %1 行：删去 %2 行，加入 %3 行\n"_s.arg(change.line)

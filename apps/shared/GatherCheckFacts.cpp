@@ -1,6 +1,7 @@
 #include "shared/GatherCheckFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
+#include "host/AttributeGroups.h"
 #include "host/BillNumbering.h"
 #include "shared/BillNumbers.h"
 #include "shared/GatherPricingFacts.h"
@@ -11,9 +12,6 @@
 namespace shared {
 
 namespace {
-
-/// Texts per attribute in a category's flat list.
-constexpr qsizetype GroupSize = 4;
 
 rules::Dimension DimensionOf(int kind)
 {
@@ -38,7 +36,7 @@ rules::CategoryFacts AttributesOf(const embedded::SmallCategory& category,
                                   const embedded::CatalogueData& data, const CXmlAttrConfig& config)
 {
     rules::CategoryFacts facts = OfferedAttributesOf(category, data);
-    const auto own = static_cast<std::size_t>(category.attributes.size() / GroupSize);
+    const auto own = static_cast<std::size_t>(category.attributes.size() / host::AttributeGroupSize);
     for (std::size_t i = 0; i < own; ++i) {
         AttrConfig record;
         facts[i].allowsRange =

@@ -1,6 +1,7 @@
 #include "shared/GatherPricingFacts.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
+#include "host/AttributeGroups.h"
 #include "presenter/DerivedAttributes.h"
 
 #include <map>
@@ -13,25 +14,21 @@ namespace shared {
 
 namespace {
 
-/// Texts per attribute in a category's flat list, and which stands where.
-constexpr qsizetype GroupSize = 4;
-constexpr qsizetype NamePlace = 1;
-constexpr qsizetype ListPlace = 2;
-constexpr qsizetype CodePlace = 3;
-
 rules::CategoryFacts FactsOf(const embedded::SmallCategory& category, const embedded::CatalogueData& data,
                              const CArray<embedded::AttributeUnit>& units)
 {
     rules::CategoryFacts facts;
     std::set<CString> own;
-    for (qsizetype i = 0; i + GroupSize <= category.attributes.size(); i += GroupSize) {
-        const CString& name = category.attributes[i + NamePlace];
-        const CString& code = category.attributes[i + CodePlace];
+    for (qsizetype i = 0; i + host::AttributeGroupSize <= category.attributes.size();
+         i += host::AttributeGroupSize) {
+        const CString& name = category.attributes[i + host::AttributeNamePlace];
+        const CString& code = category.attributes[i + host::AttributeCodePlace];
         own.insert(name);
-        facts.push_back({.name = name,
-                         .code = code,
-                         .unit = category.units.value(i / GroupSize),
-                         .valueList = ValuesOf(data, code, category.attributes[i + ListPlace])});
+        facts.push_back(
+            {.name = name,
+             .code = code,
+             .unit = category.units.value(i / host::AttributeGroupSize),
+             .valueList = ValuesOf(data, code, category.attributes[i + host::AttributeExtraPlace])});
     }
     for (const embedded::AttributeUnit& unit : units)
         if (!own.contains(unit.name))

@@ -210,10 +210,7 @@ QByteArray OfficeFiles::RulesAt(const CString& path)
     const RuleFileState state = ExamineRuleFile(path);
     if (state.kind != RuleFileKind::Rules)
         throw Error(u"%1：%2"_s.arg(platform::ToNative(path), state.Describe()));
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
+    return platform::Files().ReadWhole(path);
 }
 
 /// With the file locked.

@@ -9,7 +9,7 @@ namespace shared {
 
 namespace {
 
-struct Known
+struct KnownOutcome
 {
     rules::Outcome outcome;
     CString word;
@@ -17,10 +17,10 @@ struct Known
     std::uint64_t rules::Totals::*count; ///< how many components came to it
 };
 
-const std::array<Known, 3>& Outcomes()
+const std::array<KnownOutcome, 3>& Outcomes()
 {
     using enum rules::Outcome;
-    static const std::array<Known, 3> outcomes{{
+    static const std::array<KnownOutcome, 3> outcomes{{
         {Priced, u"priced"_s, u"已套价"_s, &rules::Totals::priced},
         {OnDefault, u"default"_s, u"默认规则"_s, &rules::Totals::onDefault},
         {Refused, u"refused"_s, u"未套价"_s, &rules::Totals::refused},
@@ -28,11 +28,11 @@ const std::array<Known, 3>& Outcomes()
     return outcomes;
 }
 
-const Known& Of(rules::Outcome outcome)
+const KnownOutcome& Of(rules::Outcome outcome)
 {
     const auto& all = Outcomes();
     return *std::find_if(all.begin(), all.end(),
-                         [&](const Known& known) { return known.outcome == outcome; });
+                         [&](const KnownOutcome& known) { return known.outcome == outcome; });
 }
 
 } // namespace
@@ -50,7 +50,7 @@ CString OutcomeText(rules::Outcome outcome)
 CString TotalsText(const rules::Totals& totals)
 {
     CStringArray parts;
-    for (const Known& known : Outcomes())
+    for (const KnownOutcome& known : Outcomes())
         parts.append(known.text + u' ' + CString::number(totals.*known.count));
     return u"构件 %1 个 ＝ "_s.arg(totals.in) + parts.join(u" ＋ "_s);
 }
@@ -59,7 +59,7 @@ std::array<OutcomeCount, 3> CountsOf(const rules::Totals& totals)
 {
     std::array<OutcomeCount, 3> counts;
     const auto& all = Outcomes();
-    std::transform(all.begin(), all.end(), counts.begin(), [&](const Known& known) {
+    std::transform(all.begin(), all.end(), counts.begin(), [&](const KnownOutcome& known) {
         return OutcomeCount{known.word, totals.*known.count};
     });
     return counts;

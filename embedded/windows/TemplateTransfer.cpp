@@ -63,9 +63,8 @@ TransferOutcome Overwrite(const CString& folder, const CString& name, const QByt
 
 CString TemplateNameFault(const CString& name)
 {
-    const QStringView forbidden = u"\\/:*?<>\"|";
-    const auto isForbidden = [&](QChar c) {
-        return forbidden.contains(c) || c.category() == QChar::Other_Control;
+    const auto isForbidden = [](QChar c) {
+        return platform::IsForbiddenInFileNames(c) || c.category() == QChar::Other_Control;
     };
     if (name.trimmed().isEmpty()) return u"请输入名称"_s;
     if (std::any_of(name.begin(), name.end(), isForbidden) || !name.isValidUtf16())

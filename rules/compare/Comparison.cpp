@@ -9,8 +9,6 @@ namespace rules {
 
 namespace {
 
-constexpr int None = RulePairing::None;
-
 const Rule& RuleAt(const SmallCategory& category, int index)
 {
     return category.rules[static_cast<std::size_t>(index)];
@@ -29,7 +27,8 @@ std::vector<SmallCategoryPtr> AllCategories(const Configuration& configuration)
 void TakeRemoved(const RulePairing& pairing, int& next, int end, std::vector<RuleDifference>& differences)
 {
     for (; next < end; ++next)
-        if (pairing.afterOf[static_cast<std::size_t>(next)] == None) differences.push_back({next, None});
+        if (pairing.afterOf[static_cast<std::size_t>(next)] == RulePairing::None)
+            differences.push_back({next, RulePairing::None});
 }
 
 class Comparer

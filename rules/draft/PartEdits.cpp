@@ -38,7 +38,7 @@ bool Concerns(const Condition& condition, const CString& attribute)
 }
 
 /// What an attribute is to be, as a menu tells it.
-CString Told(const Condition& condition)
+CString ConditionTold(const Condition& condition)
 {
     if (!condition.isValueForm) return condition.Text();
     return condition.equalOperator == u"＝" ? condition.value : condition.equalOperator + condition.value;
@@ -85,7 +85,7 @@ CString Replaced(const CString& kind, const CString& number, const CString& othe
 Edit SetCondition(const Draft& draft, const CString& category, const std::vector<std::size_t>& positions,
                   const Condition& condition)
 {
-    const CString text = u"%1改为 %2"_s.arg(condition.attribute, Told(condition));
+    const CString text = u"%1改为 %2"_s.arg(condition.attribute, ConditionTold(condition));
     return ChangeEach(draft, {{category, positions}}, text, [&](Rule& rule) {
         if (rule.isDefault) return;
         Condition wanted = condition;

@@ -20,11 +20,6 @@ constexpr qsizetype PartsOfAnd = 100;
 
 using Rules = std::span<const TestedRule>;
 
-CString NumberText(std::size_t number)
-{
-    return CString::number(static_cast<qulonglong>(number));
-}
-
 /// The parts joined by AND, in brackets of brackets where they are very many.
 CString AllOf(const CStringArray& parts)
 {
@@ -53,9 +48,9 @@ Ranges RangesOf(const CellTest& test, const Column& column)
 CString RangeText(const Ranges& ranges, const Column& column)
 {
     const CString r = column.Named(u'r');
-    if (ranges.first == ranges.last) return r + u" = "_s + NumberText(ranges.first);
-    if (ranges.last == 2 * column.Bounds().size()) return r + u" >= "_s + NumberText(ranges.first);
-    return r + u" BETWEEN "_s + NumberText(ranges.first) + u" AND "_s + NumberText(ranges.last);
+    if (ranges.first == ranges.last) return r + u" = "_s + CString::number(ranges.first);
+    if (ranges.last == 2 * column.Bounds().size()) return r + u" >= "_s + CString::number(ranges.first);
+    return r + u" BETWEEN "_s + CString::number(ranges.first) + u" AND "_s + CString::number(ranges.last);
 }
 
 /// What a test says in SQL.
@@ -65,14 +60,14 @@ CString TestText(const CellTest& test, const Column& column)
     const CString n = column.Named(u'n');
     switch (test.form) {
     case CellTest::Form::Equal:
-        if (test.number == 0) return t + u" = "_s + NumberText(test.text);
-        if (test.text == 0) return n + u" = "_s + NumberText(test.number);
-        return u'(' + t + u" = "_s + NumberText(test.text) + u" OR "_s + n + u" = "_s +
-               NumberText(test.number) + u')';
+        if (test.number == 0) return t + u" = "_s + CString::number(test.text);
+        if (test.text == 0) return n + u" = "_s + CString::number(test.number);
+        return u'(' + t + u" = "_s + CString::number(test.text) + u" OR "_s + n + u" = "_s +
+               CString::number(test.number) + u')';
     case CellTest::Form::Unequal: {
         CString text = t + u" >= 0"_s;
-        if (test.text > 0) text += u" AND "_s + t + u" <> "_s + NumberText(test.text);
-        if (test.number > 0) text += u" AND "_s + n + u" <> "_s + NumberText(test.number);
+        if (test.text > 0) text += u" AND "_s + t + u" <> "_s + CString::number(test.text);
+        if (test.number > 0) text += u" AND "_s + n + u" <> "_s + CString::number(test.number);
         return text;
     }
     case CellTest::Form::Range:
@@ -133,7 +128,7 @@ CString OneOf(const CString& name, const std::set<std::size_t>& numbers)
 {
     CStringArray texts;
     for (const std::size_t number : numbers)
-        texts.append(NumberText(number));
+        texts.append(CString::number(number));
     return texts.size() == 1 ? name + u" = "_s + texts.first()
                              : name + u" IN ("_s + texts.join(u", "_s) + u')';
 }
@@ -162,7 +157,7 @@ CString BlockText(Rules rules, const std::vector<Column>& columns)
     if (rules.size() <= BlockSize) {
         CString text = u"CASE"_s;
         for (const TestedRule& rule : rules)
-            text += u"\n      WHEN "_s + RuleText(rule, columns) + u" THEN "_s + NumberText(rule.key);
+            text += u"\n      WHEN "_s + RuleText(rule, columns) + u" THEN "_s + CString::number(rule.key);
         return text + u" END"_s;
     }
     std::size_t size = BlockSize;

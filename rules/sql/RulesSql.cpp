@@ -22,11 +22,6 @@ const CStringArray RuleColumns{RuleKey, u"place"_s, u"is_default"_s, u"condition
 const CStringArray ItemColumns{RuleKey,   u"place"_s, u"bill_number"_s, u"number"_s,       u"name"_s,
                                u"unit"_s, u"code"_s,  u"formula"_s,     u"with_fittings"_s};
 
-CString NumberText(std::size_t number)
-{
-    return CString::number(static_cast<qulonglong>(number));
-}
-
 /// A text of the rules in the answer, where it is told and not compared: what no database can hold is left
 /// out of it.
 CString Told(const CString& text, const Dialect& dialect)
@@ -50,7 +45,7 @@ CString TableText(const CString& name, const CStringArray& columns, const CStrin
 CString RuleRow(const Rule& rule, std::size_t key, std::size_t place, const Dialect& dialect)
 {
     return u'(' +
-           CStringArray{NumberText(key), NumberText(place), rule.isDefault ? u"'是'"_s : u"'否'"_s,
+           CStringArray{CString::number(key), CString::number(place), rule.isDefault ? u"'是'"_s : u"'否'"_s,
                         Told(rule.Text(), dialect)}
                .join(u", "_s) +
            u')';
@@ -96,7 +91,7 @@ private:
 
     void Append(const CString& billNumber, const CStringArray& texts)
     {
-        CStringArray row{NumberText(m_key), NumberText(++m_place), billNumber};
+        CStringArray row{CString::number(m_key), CString::number(++m_place), billNumber};
         for (const CString& text : texts)
             row.append(Told(text, m_dialect));
         m_rows.append(u'(' + row.join(u", "_s) + u')');
@@ -135,7 +130,7 @@ CString CategoryChoice(const SqlPlan& plan, const Dialect& dialect)
     CString choice = u"CASE "_s + CellExpression(CategoryHeading, dialect);
     for (std::size_t i = 0; i < plan.categories.size(); ++i)
         choice += u"\n    WHEN "_s + dialect.Literal(plan.categories[i].category->text) + u" THEN "_s +
-                  NumberText(i + 1);
+                  CString::number(i + 1);
     return choice + u" END"_s;
 }
 
@@ -144,8 +139,8 @@ CString RuleChoice(const SqlPlan& plan)
     CString choice;
     for (std::size_t i = 0; i < plan.categories.size(); ++i) {
         const SqlPlan::Category& planned = plan.categories[i];
-        const CString otherwise = planned.defaultKey ? NumberText(*planned.defaultKey) : u"NULL"_s;
-        choice += u"\n    WHEN "_s + NumberText(i + 1) + u" THEN "_s +
+        const CString otherwise = planned.defaultKey ? CString::number(*planned.defaultKey) : u"NULL"_s;
+        choice += u"\n    WHEN "_s + CString::number(i + 1) + u" THEN "_s +
                   ChoiceOf(planned.tested, plan.columns, otherwise);
     }
     if (choice.isEmpty()) return u"CAST(NULL AS INTEGER)"_s;

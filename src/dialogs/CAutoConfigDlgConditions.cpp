@@ -4,6 +4,7 @@
 #include "dialogs/secondary/CExListBox.h"
 #include "dialogs/secondary/CTTComboBox.h"
 #include "host/APCellData.h"
+#include "host/AttributeGroups.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
 #include "presenter/DerivedAttributes.h"
@@ -30,12 +31,6 @@ using namespace dialogs::autoconfig;
 namespace {
 
 enum Page : int { ValuePage = 0, RangePage = 1 };
-
-/// Texts per attribute in the host's list, and their places in a group.
-constexpr qsizetype GroupSize = 4;
-constexpr qsizetype NamePlace = 1;
-constexpr qsizetype ExtraPlace = 2;
-constexpr qsizetype CodePlace = 3;
 
 /// The type of a value source whose values come from the host's drop list.
 constexpr int DropListType = 9;
@@ -116,11 +111,11 @@ void CAutoConfigDlg::AddHostAttributes(const CString& categoryText)
     NvKtDataMng::SmallCategoryNameToId(categoryText, id);
     CStringArray texts;
     NvKtDataMng::CSysSmallCategoryMng(id).GetAttributeList(texts);
-    for (qsizetype group = 0; group < texts.size(); group += GroupSize) {
-        if (texts.size() - group < GroupSize)
+    for (qsizetype group = 0; group < texts.size(); group += host::AttributeGroupSize) {
+        if (texts.size() - group < host::AttributeGroupSize)
             throw std::invalid_argument(u"小类的属性列表不完整"_s.toStdString());
-        m_attributeExtras.append(texts[group + ExtraPlace]);
-        AddAttribute(texts[group + NamePlace], texts[group + CodePlace]);
+        m_attributeExtras.append(texts[group + host::AttributeExtraPlace]);
+        AddAttribute(texts[group + host::AttributeNamePlace], texts[group + host::AttributeCodePlace]);
     }
 }
 

@@ -20,7 +20,8 @@ class KTQDDE_EXPORT BillNumbering
 public:
     using Known = std::function<bool(const CString& number)>;
 
-    /// Nothing for a missing or unknown rule.
+    /// Nothing for a missing or unknown rule. Known are 9 and 3, 12 and 3, 12 and 1, 10 and 2 digits; the
+    /// import of libraries names these to people.
     static std::optional<BillNumbering> Of(int codeLength, int suffixLength);
 
     /// The base of a picked number, and the suffix that it brings, which is empty where numbers are picked

@@ -21,14 +21,6 @@ void WriteStream(OutputFile& stream, const QByteArray& bytes)
     stream.Sync();
 }
 
-QByteArray ReadOrRaise(FileSystem& files, const CString& path)
-{
-    CString reason;
-    std::optional<QByteArray> bytes = files.Read(path, &reason);
-    if (!bytes) throw FileError(path, reason);
-    return *std::move(bytes);
-}
-
 /// A file of which all is held.
 class HeldInputFile : public InputFile
 {
@@ -70,9 +62,17 @@ OutputFile::~OutputFile() = default;
 InputFile::~InputFile() = default;
 FileSystem::~FileSystem() = default;
 
+QByteArray FileSystem::ReadWhole(const CString& path)
+{
+    CString reason;
+    std::optional<QByteArray> bytes = Read(path, &reason);
+    if (!bytes) throw FileError(path, reason);
+    return *std::move(bytes);
+}
+
 std::unique_ptr<InputFile> FileSystem::OpenForReading(const CString& path)
 {
-    return std::make_unique<HeldInputFile>(ReadOrRaise(*this, path));
+    return std::make_unique<HeldInputFile>(ReadWhole(path));
 }
 
 void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes, const QByteArray* former)
@@ -84,7 +84,7 @@ void FileSystem::WriteInPlace(const CString& path, const QByteArray& bytes, cons
     // A file that came there in this moment is somebody else's.
     const bool isNew = kind == FileKind::Missing && size == 0;
     QByteArray kept;
-    if (size > 0) kept = former != nullptr && former->size() == size ? *former : ReadOrRaise(*this, path);
+    if (size > 0) kept = former != nullptr && former->size() == size ? *former : ReadWhole(path);
     try {
         if (bytes.size() > size) file->Reserve(bytes.size());
         file->Write(bytes);

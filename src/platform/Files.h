@@ -94,6 +94,8 @@ public:
     /// The whole content of a file; nothing when it cannot be opened or read, or is no regular file: a device
     /// or a pipe may never end. `reason`, if given, tells why.
     virtual std::optional<QByteArray> Read(const CString& path, CString* reason = nullptr) = 0;
+    /// The same for those who cannot go on without it: raises `FileError` instead of giving nothing.
+    QByteArray ReadWhole(const CString& path);
     /// The first `length` bytes of a file, or all of it if it is shorter; nothing when it cannot be read.
     virtual std::optional<QByteArray> ReadHead(const CString& path, qint64 length) = 0;
     /// Opens a file for reading piece by piece. Raises `FileError`, also for what is no regular file: a

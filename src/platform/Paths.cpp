@@ -58,6 +58,11 @@ bool IsDeviceName(const CString& fileName)
     return isPort && device.size() == 4 && device.at(3) >= u'1' && device.at(3) <= u'9';
 }
 
+bool IsForbiddenInFileNames(QChar character)
+{
+    return QStringView(u"\\/:*?\"<>|").contains(character);
+}
+
 bool IsTooLongFileName(const CString& fileName)
 {
     constexpr qsizetype most = 255;

@@ -32,6 +32,10 @@ KTQDDE_EXPORT CString BeforeLastStop(const CString& fileName);
 /// and with any extension.
 KTQDDE_EXPORT bool IsDeviceName(const CString& fileName);
 
+/// Whether no file name may hold the character on one of the systems between which projects travel:
+/// \ / : * ? " < > |. Control characters are told apart from these by whoever minds them.
+KTQDDE_EXPORT bool IsForbiddenInFileNames(QChar character);
+
 /// Whether a file name is longer than file systems hold: 255 bytes in UTF-8, in which a Chinese character has
 /// three.
 KTQDDE_EXPORT bool IsTooLongFileName(const CString& fileName);

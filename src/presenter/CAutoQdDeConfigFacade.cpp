@@ -34,11 +34,9 @@ store::WrappedFile WrappedHead()
 QByteArray ReadContent(const CString& path)
 {
     if (!platform::Files().Exists(path)) return {};
-    CString reason;
-    const auto content = platform::Files().Read(path, &reason);
-    if (!content) throw platform::FileError(path, reason);
-    if (content->size() > LargestContent) throw platform::FileError(path, u"文件超过 2 GiB，不能包装"_s);
-    return *content;
+    QByteArray content = platform::Files().ReadWhole(path);
+    if (content.size() > LargestContent) throw platform::FileError(path, u"文件超过 2 GiB，不能包装"_s);
+    return content;
 }
 
 void WriteFields(const CString& path, const std::vector<QByteArray>& fields)

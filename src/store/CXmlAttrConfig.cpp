@@ -1,5 +1,6 @@
 #include "store/CXmlAttrConfig.h"
 
+#include "host/AttributeGroups.h"
 #include "host/NvKtDataMng.h"
 #include "host/NvKtProfile.h"
 #include "platform/Numbers.h"
@@ -10,11 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Texts per attribute in the host's flat list, and where display name and code stand in a group.
-constexpr qsizetype GroupSize = 4;
-constexpr qsizetype NameEntry = 1;
-constexpr qsizetype CodeEntry = 3;
 
 CString RootName()
 {
@@ -194,12 +190,12 @@ void CXmlAttrConfig::SaveSpec(const IXMLDOMElement& root, const CString& specNam
 
 void CXmlAttrConfig::SaveAttributes(const IXMLDOMElement& category, const CStringArray& attributes)
 {
-    for (qsizetype group = 0; group < attributes.size(); group += GroupSize) {
-        if (attributes.size() - group < GroupSize)
+    for (qsizetype group = 0; group < attributes.size(); group += host::AttributeGroupSize) {
+        if (attributes.size() - group < host::AttributeGroupSize)
             throw std::invalid_argument("the host's attribute list ends within a group of four");
         AttrConfig config;
-        config.name = attributes[group + NameEntry];
-        config.namecode = attributes[group + CodeEntry];
+        config.name = attributes[group + host::AttributeNamePlace];
+        config.namecode = attributes[group + host::AttributeCodePlace];
         IXMLDOMElement element = category.SelectSingleNode(config.namecode).ToElement();
         if (element.IsNull()) element = XmlVisitor::addChild(category, config.namecode);
         // Raises when the parameters were never opened, which is so in the bound form.

@@ -10,9 +10,6 @@ namespace tables {
 
 namespace {
 
-/// As many digits as every binary number of double precision keeps.
-constexpr std::size_t ExactDigits = 15;
-
 bool IsDigit(char character)
 {
     return character >= '0' && character <= '9';
@@ -28,7 +25,7 @@ struct Plain
     /// Nothing when `text` has an exponent or is no number.
     static std::optional<Plain> Of(std::string_view text);
     /// Whether it has more digits than a binary number keeps.
-    bool IsLong() const { return whole.size() + fraction.size() > ExactDigits; }
+    bool IsLong() const { return whole.size() + fraction.size() > std::size_t{ExactDigits}; }
     std::string Text() const;
 };
 

@@ -11,11 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-CString TextOf(QByteArrayView utf8)
-{
-    return platform::FromUtf8(utf8);
-}
-
 /// A number of repetitions; 1 when there is none.
 qint64 CountOf(QByteArrayView value)
 {
@@ -51,7 +46,7 @@ public:
     const CStringArray& Names() const noexcept { return m_names; }
     void Start(std::string_view name, const XmlAttributes& attributes) override
     {
-        if (name == "table" && m_depth++ == 0) m_names.append(TextOf(attributes.Value("name")));
+        if (name == "table" && m_depth++ == 0) m_names.append(platform::FromUtf8(attributes.Value("name")));
     }
     void End(std::string_view name) override
     {
@@ -144,7 +139,7 @@ void OdsReader::Start(std::string_view name, const XmlAttributes& attributes)
     switch (m_within) {
     case Within::Nothing:
         if (name != "table") return;
-        if (!m_isDone && TextOf(attributes.Value("name")) == Sheet())
+        if (!m_isDone && platform::FromUtf8(attributes.Value("name")) == Sheet())
             m_within = Within::Sheet;
         else
             m_foreign = 1;
@@ -270,21 +265,21 @@ void OdsReader::End(std::string_view name)
 
 CString OdsReader::Value() const
 {
-    return TextOf(m_value.isEmpty() ? m_text : m_value);
+    return platform::FromUtf8(m_value.isEmpty() ? m_text : m_value);
 }
 
 void OdsReader::EndCell()
 {
     switch (m_type) {
     case Type::None:
-        m_isFormula ? Put(CellKind::Error, {}) : Put(CellKind::Text, TextOf(m_text));
+        m_isFormula ? Put(CellKind::Error, {}) : Put(CellKind::Text, platform::FromUtf8(m_text));
         break;
     case Type::Text:
         Put(CellKind::Text, Value());
         break;
     case Type::Number: {
         const std::optional<CString> number = NumberText(m_value);
-        if (!number) Fail(u"“%1”不是数"_s.arg(TextOf(m_value.left(40))), m_line, m_column);
+        if (!number) Fail(u"“%1”不是数"_s.arg(platform::FromUtf8(m_value.left(40))), m_line, m_column);
         Put(CellKind::Number, *number);
         break;
     }
@@ -295,7 +290,7 @@ void OdsReader::EndCell()
         Put(CellKind::Boolean, m_value == "true" ? u"TRUE"_s : u"FALSE"_s);
         break;
     case Type::Error:
-        Put(CellKind::Error, TextOf(m_text));
+        Put(CellKind::Error, platform::FromUtf8(m_text));
         break;
     }
     m_column = static_cast<qsizetype>(std::min<qint64>(m_column + m_columns, MostColumns));

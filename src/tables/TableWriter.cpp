@@ -9,7 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int ExactDigits = 15;
 constexpr qint64 ProgressEvery = 1024;
 
 } // namespace

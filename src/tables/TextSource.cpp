@@ -11,7 +11,7 @@ using platform::Encoding;
 
 namespace {
 
-constexpr qsizetype PieceSize = qsizetype{1} << 19;
+constexpr qsizetype ReadAtOnce = qsizetype{1} << 19;
 /// A text in which no character ends for so long is none.
 constexpr qsizetype LongestPiece = qsizetype{1} << 26;
 
@@ -79,8 +79,8 @@ QByteArray TextSource::NextPiece()
     m_rest.clear();
     for (;;) {
         const qsizetype before = piece.size();
-        piece.resize(before + PieceSize);
-        const qint64 read = m_file->Read(piece.data() + before, PieceSize);
+        piece.resize(before + ReadAtOnce);
+        const qint64 read = m_file->Read(piece.data() + before, ReadAtOnce);
         m_read += read;
         piece.resize(before + read);
         if (read == 0) return piece;

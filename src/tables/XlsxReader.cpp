@@ -14,9 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A number of so many characters has no digits that it might not keep.
-constexpr qsizetype ExactDigits = 15;
-
 /// A cell's place as worksheets write it.
 struct Reference
 {
@@ -239,6 +236,7 @@ void XlsxReader::TakeNumber()
     if (m_value.isEmpty()) return;
     const bool isDate = m_styles.IsDate(m_style);
     // Most numbers are stored as they are wanted.
+    // One of so few characters has no digits that it might not keep.
     if (!isDate && m_value.size() <= ExactDigits && IsShortestNumber(QByteArrayView(m_value)))
         return Cells().SetUtf8(m_column, CellKind::Number, m_isFormula, m_value);
     const std::optional<CString> number = NumberText(m_value);

@@ -12,11 +12,6 @@ namespace {
 /// More than any program makes.
 constexpr qsizetype MostParts = 100000;
 
-CString TextOf(QByteArrayView utf8)
-{
-    return CString::fromUtf8(utf8);
-}
-
 /// The path of a part that is named relatively to the folder of another one.
 CString Resolve(const CString& folder, const CString& target)
 {
@@ -63,9 +58,9 @@ public:
     {
         if (name != "Relationship" || attributes.Value("TargetMode") == "External") return;
         if (m_relations.size() == MostParts) throw TableError(m_path, u"工作簿的部件太多"_s);
-        m_relations.insert(TextOf(attributes.Value("Id")),
-                           {TextOf(attributes.Value("Type")).section(u'/', -1),
-                            Resolve(m_folder, TextOf(attributes.Value("Target")))});
+        m_relations.insert(CString::fromUtf8(attributes.Value("Id")),
+                           {CString::fromUtf8(attributes.Value("Type")).section(u'/', -1),
+                            Resolve(m_folder, CString::fromUtf8(attributes.Value("Target")))});
     }
     void End(std::string_view /*name*/) override {}
     void Text(std::string_view /*text*/) override {}
@@ -93,12 +88,12 @@ public:
         }
         if (name != "sheet") return;
         if (m_parts.sheets.size() == MostParts) throw TableError(m_path, u"工作表太多"_s);
-        const Relations::Relation relation = m_relations.Of(TextOf(attributes.Prefixed("id")));
+        const Relations::Relation relation = m_relations.Of(CString::fromUtf8(attributes.Prefixed("id")));
         // Charts and macros have sheets, too, and no rows.
         if (relation.type != u"worksheet") return;
         const QByteArrayView state = attributes.Value("state");
         const bool isHidden = !state.isEmpty() && state != "visible";
-        m_parts.sheets.push_back({TextOf(attributes.Value("name")), relation.part, isHidden});
+        m_parts.sheets.push_back({CString::fromUtf8(attributes.Value("name")), relation.part, isHidden});
     }
     void End(std::string_view /*name*/) override {}
     void Text(std::string_view /*text*/) override {}

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype WrittenAtOnce = qsizetype{1} << 16;
+constexpr qsizetype HeldAtMost = qsizetype{1} << 16;
 constexpr int MostLinks = 65530;
 constexpr qsizetype LongestName = 31;
 /// What archives of the plain kind hold of one part.
@@ -185,7 +185,7 @@ void XlsxWriter::PutEmpty() {}
 void XlsxWriter::StopRow()
 {
     if (std::exchange(m_isRowOpen, false)) m_rows += "</row>";
-    if (m_rows.size() >= WrittenAtOnce) Flush();
+    if (m_rows.size() >= HeldAtMost) Flush();
 }
 
 void XlsxWriter::Flush()
@@ -195,7 +195,7 @@ void XlsxWriter::Flush()
     m_zip.Write(m_rows);
     m_rows.resize(0);
     m_packed += m_zip.Take();
-    if (m_packed.size() < WrittenAtOnce) return;
+    if (m_packed.size() < HeldAtMost) return;
     Write(m_packed);
     m_packed.resize(0);
 }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int PieceSize = 1 << 16;
+constexpr int ParsedAtOnce = 1 << 16;
 constexpr int Deepest = 256;
 /// Bytes without an event: the parser keeps a tag until it ends.
 constexpr qsizetype LongestSilence = qsizetype{1} << 22;
@@ -126,9 +126,9 @@ struct XmlStream::Parser
 
     XML_Status Feed()
     {
-        void* const buffer = XML_GetBuffer(expat.get(), PieceSize);
+        void* const buffer = XML_GetBuffer(expat.get(), ParsedAtOnce);
         if (buffer == nullptr) Fail(u"太大"_s);
-        const qsizetype read = zip.Read(static_cast<char*>(buffer), PieceSize);
+        const qsizetype read = zip.Read(static_cast<char*>(buffer), ParsedAtOnce);
         silence += read;
         if (silence > LongestSilence) Fail(u"含有过长的标签"_s);
         isFed = read == 0;

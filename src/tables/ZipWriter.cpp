@@ -1,6 +1,5 @@
 #include "tables/ZipWriter.h"
 
-#define ZLIB_CONST // what is packed is not written to
 #include <zlib.h>
 
 #include <array>
@@ -18,7 +17,7 @@ namespace {
 constexpr int Level = 3;
 constexpr int RawWindow = -15; ///< the largest one, without a head of its own
 constexpr int UsualMemory = 8;
-constexpr qsizetype PieceSize = qsizetype{1} << 16;
+constexpr qsizetype PackedAtOnce = qsizetype{1} << 16;
 
 constexpr quint32 LocalHead = 0x04034B50;
 constexpr quint32 Descriptor = 0x08074B50;
@@ -78,7 +77,7 @@ struct ZipWriter::Packer
 
     void Pack(const QByteArray& text, int flush)
     {
-        std::array<char, PieceSize> piece;
+        std::array<char, PackedAtOnce> piece;
         stream.next_in = reinterpret_cast<const Bytef*>(text.constData());
         stream.avail_in = static_cast<uInt>(text.size());
         do {

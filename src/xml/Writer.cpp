@@ -43,8 +43,8 @@ constexpr std::array<bool, 256> PlainBytes(const Escapes& escapes)
     return plain;
 }
 
-constexpr std::array<bool, 256> PlainInText = PlainBytes(TextEscapes);
-constexpr std::array<bool, 256> PlainInValue = PlainBytes(ValueEscapes);
+constexpr std::array<bool, 256> PlainOfText = PlainBytes(TextEscapes);
+constexpr std::array<bool, 256> PlainOfValue = PlainBytes(ValueEscapes);
 
 void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const std::array<bool, 256>& plain)
 {
@@ -61,12 +61,12 @@ void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const 
 
 void AppendText(Output& out, const char* text)
 {
-    AppendEscaped(out, text, TextEscapes, PlainInText);
+    AppendEscaped(out, text, TextEscapes, PlainOfText);
 }
 
 void AppendValue(Output& out, const char* value)
 {
-    AppendEscaped(out, value, ValueEscapes, PlainInValue);
+    AppendEscaped(out, value, ValueEscapes, PlainOfValue);
 }
 
 /// A node without children, or the start tag of an element with children.

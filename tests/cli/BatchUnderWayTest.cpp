@@ -6,13 +6,13 @@ using test::Cli;
 using test::Power;
 using test::RulesOf;
 using test::Save;
-using test::TwoPrograms;
+using test::TwoProgramsFixture;
 using test::Water;
 
 namespace {
 
 /// A batch that is under way, and talked to line by line.
-class BatchUnderWay : public TwoPrograms
+class BatchUnderWay : public TwoProgramsFixture
 {
 protected:
     BatchUnderWay()

@@ -15,13 +15,13 @@ using test::Cli;
 using test::Edits;
 using test::RulesOf;
 using test::Save;
-using test::TwoPrograms;
+using test::TwoProgramsFixture;
 using test::Water;
 
 namespace {
 
 /// This process holds the rule file, as a program does in the middle of a save.
-class HeldRuleFile : public TwoPrograms
+class HeldRuleFile : public TwoProgramsFixture
 {
 protected:
     HeldRuleFile()

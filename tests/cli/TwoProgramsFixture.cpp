@@ -53,7 +53,7 @@ int Rounds()
     return asked > 0 ? asked : UsualRounds;
 }
 
-TwoPrograms::TwoPrograms() : m_cli(u"bill"_s)
+TwoProgramsFixture::TwoProgramsFixture() : m_cli(u"bill"_s)
 {
     EXPECT_EQ(m_cli.Batch(AddRule(Water) + Save).status, 0);
     EXPECT_EQ(m_cli.Batch(AddRule(Power) + Save, {u"--spec"_s, Power.name}).status, 0);
@@ -62,7 +62,7 @@ TwoPrograms::TwoPrograms() : m_cli(u"bill"_s)
     WriteScript(Power);
 }
 
-void TwoPrograms::WriteScript(const MetSpecialty& specialty) const
+void TwoProgramsFixture::WriteScript(const MetSpecialty& specialty) const
 {
     QByteArray script;
     for (int edit = 0; edit < Edits; ++edit)
@@ -70,7 +70,8 @@ void TwoPrograms::WriteScript(const MetSpecialty& specialty) const
     m_cli.Folder().WriteFile(specialty.name + u".jsonl"_s, script);
 }
 
-TwoPrograms::Process TwoPrograms::Start(const QString& program, const QStringList& arguments) const
+TwoProgramsFixture::Process TwoProgramsFixture::Start(const QString& program,
+                                                      const QStringList& arguments) const
 {
     auto process = std::make_unique<QProcess>();
     process->setWorkingDirectory(m_cli.Folder().Native({}));
@@ -80,31 +81,31 @@ TwoPrograms::Process TwoPrograms::Start(const QString& program, const QStringLis
     return process;
 }
 
-TwoPrograms::Process TwoPrograms::StartBatch(const MetSpecialty& specialty) const
+TwoProgramsFixture::Process TwoProgramsFixture::StartBatch(const MetSpecialty& specialty) const
 {
     return Start(QStringLiteral(KTQDDE_PROGRAM), {u"--project"_s, u"project"_s, u"batch"_s,
                                                   specialty.name + u".jsonl"_s, u"--spec"_s, specialty.name});
 }
 
-TwoPrograms::Process TwoPrograms::StartDialog() const
+TwoProgramsFixture::Process TwoProgramsFixture::StartDialog() const
 {
     return Start(QStringLiteral(KTQDDE_DIALOG_SAVER),
                  {m_cli.Folder().Native(u"project"_s), QString::number(Edits)});
 }
 
-TwoPrograms::Process TwoPrograms::StartWorkbench(const MetSpecialty& specialty) const
+TwoProgramsFixture::Process TwoProgramsFixture::StartWorkbench(const MetSpecialty& specialty) const
 {
     const QString category = QString::fromUtf8(specialty.category).replace(u"\\\\"_s, u"\\"_s);
     return Start(QStringLiteral(KTQDDE_DIALOG_SAVER),
                  {m_cli.Folder().Native(u"project"_s), QString::number(Edits), category});
 }
 
-QString TwoPrograms::MarkFolder() const
+QString TwoProgramsFixture::MarkFolder() const
 {
     return m_cli.Folder().Native(u"project\\history\\locks"_s);
 }
 
-QStringList TwoPrograms::Marks() const
+QStringList TwoProgramsFixture::Marks() const
 {
     return QDir(MarkFolder()).entryList({u"*.lock"_s}, QDir::Files | QDir::Hidden);
 }

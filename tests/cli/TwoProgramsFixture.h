@@ -39,12 +39,12 @@ int SavesOf(const QByteArray& output);
 int Rounds();
 
 /// A project whose rule file has a rule in each of two specialties, and programs that work on it at once.
-class TwoPrograms : public testing::Test
+class TwoProgramsFixture : public testing::Test
 {
 protected:
     using Process = std::unique_ptr<QProcess>;
 
-    TwoPrograms();
+    TwoProgramsFixture();
 
     /// What the rule file holds now.
     QByteArray Content() const { return m_cli.Folder().ReadFile(Cli::RuleFile()); }

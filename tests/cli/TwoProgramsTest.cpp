@@ -17,7 +17,7 @@ int Sum(int sum, const std::unique_ptr<QProcess>& process)
 }
 
 /// The tests' own, so that what two of them repeat stands once.
-class TwoPrograms : public test::TwoPrograms
+class TwoPrograms : public test::TwoProgramsFixture
 {
 protected:
     /// Repeats an editor that `start` starts on the one specialty beside two batches on the other one:

@@ -15,7 +15,7 @@ using NvKtDataMng::CAtt;
 
 namespace {
 
-const CString Unknown = u"没有这个专业"_s;
+const CString UnknownSpecialty = u"没有这个专业"_s;
 
 /// The level's own id of each category.
 template <typename List, typename Field>
@@ -116,17 +116,18 @@ TEST_P(HostContract, UnknownCategoryNamesAreFalseAndLeaveTheIdAlone)
 {
     const CString sample = Sample().SmallCategory();
     const CString big = sample.section(u'\\', 0, 1);
-    for (const CString& name : {CString(), Unknown, big, sample.section(u'\\', 2), u'\\' + sample}) {
+    for (const CString& name : {CString(), UnknownSpecialty, big, sample.section(u'\\', 2), u'\\' + sample}) {
         SNvKtSpecId id{u"kept"_s};
         EXPECT_FALSE(NvKtDataMng::SpecNameToId(name, id)) << name.toStdString();
         EXPECT_EQ(Fields(id), u"kept"_s);
     }
-    for (const CString& name : {CString(), Unknown, sample, big + u'\\', sample.section(u'\\', 0, 0)}) {
+    for (const CString& name :
+         {CString(), UnknownSpecialty, sample, big + u'\\', sample.section(u'\\', 0, 0)}) {
         SNvKtBigCategoryId id{u"kept"_s, u"kept"_s};
         EXPECT_FALSE(NvKtDataMng::BigCategoryNameToId(name, id)) << name.toStdString();
         EXPECT_EQ(Fields(id), u"kept/kept"_s);
     }
-    for (const CString& name : {CString(), Unknown, big, sample + u'\\', sample.section(u'\\', 2)}) {
+    for (const CString& name : {CString(), UnknownSpecialty, big, sample + u'\\', sample.section(u'\\', 2)}) {
         SNvKtSmallCategoryId id{u"kept"_s, u"kept"_s, u"kept"_s};
         EXPECT_FALSE(NvKtDataMng::SmallCategoryNameToId(name, id)) << name.toStdString();
         EXPECT_EQ(Fields(id), u"kept/kept/kept"_s);
@@ -154,7 +155,7 @@ TEST_P(HostContract, UnknownCategoryIdsAreFalseAndLeaveTheOutputAlone)
 
 TEST_P(HostContract, UnknownTreePathHasNoIndexPath)
 {
-    EXPECT_EQ(NvKtDataMng::CSys().GetIndexPath(Unknown + u'\\'), CString());
+    EXPECT_EQ(NvKtDataMng::CSys().GetIndexPath(UnknownSpecialty + u'\\'), CString());
     EXPECT_EQ(NvKtDataMng::CSys().GetIndexPath(CString()), CString());
 }
 

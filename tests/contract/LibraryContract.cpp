@@ -15,7 +15,7 @@ using NvSysRuleData::CFaceSysRule;
 
 namespace {
 
-const CString Unknown = u"没有"_s;
+const CString UnknownText = u"没有"_s;
 
 } // namespace
 
@@ -57,7 +57,7 @@ TEST_P(HostContract, UnknownBillNumberIsFalseAndLeavesTheItemAlone)
 {
     SQdInfo info;
     info.strName = u"kept"_s;
-    EXPECT_FALSE(IBillLib::GetQdInfo(Unknown, info));
+    EXPECT_FALSE(IBillLib::GetQdInfo(UnknownText, info));
     EXPECT_FALSE(IBillLib::GetQdInfo(CString(), info));
     EXPECT_EQ(info.strName, u"kept"_s);
     EXPECT_EQ(info.strNumber, CString());
@@ -67,8 +67,8 @@ TEST_P(HostContract, IsInQdkAgreesWithGetQdInfo)
 {
     const CString number = Sample().BillNumber();
     EXPECT_TRUE(IBillLib::IsInQdk(number));
-    for (const CString& text : {number, Unknown, CString(), number.chopped(1), number + u'0', u' ' + number,
-                                number + u"001"_s, u"%"_s, u"' OR '1'='1"_s}) {
+    for (const CString& text : {number, UnknownText, CString(), number.chopped(1), number + u'0',
+                                u' ' + number, number + u"001"_s, u"%"_s, u"' OR '1'='1"_s}) {
         SQdInfo info;
         EXPECT_EQ(IBillLib::IsInQdk(text), IBillLib::GetQdInfo(text, info)) << text.toStdString();
     }
@@ -100,7 +100,7 @@ TEST_P(HostContract, HistoryOfAnUnknownNumberHoldsNothing)
     SQdInfo old;
     old.strNumber = u"kept"_s;
     CArray<SQdInfo> items = {old};
-    const bool known = CQdHistoryMng().GetQdInfoByQdNum(Unknown, items);
+    const bool known = CQdHistoryMng().GetQdInfoByQdNum(UnknownText, items);
     EXPECT_EQ(items.size(), known ? 0 : 1);
 }
 
@@ -123,7 +123,7 @@ TEST_P(HostContract, UnknownCalculationItemIsFalseAndLeavesTheDescriptionAlone)
 {
     RuleCodeStruct info;
     info.strRule = u"kept"_s;
-    EXPECT_FALSE(CFaceSysRule::GetCalItemInfo(Unknown, info));
+    EXPECT_FALSE(CFaceSysRule::GetCalItemInfo(UnknownText, info));
     EXPECT_EQ(info.strRule, u"kept"_s);
 }
 
@@ -131,7 +131,7 @@ TEST_P(HostContract, CalculationItemsOfAnUnknownCategoryAreFalseAndLeaveTheLists
 {
     CStringArray items = {u"kept"_s};
     CStringArray other = {u"kept"_s};
-    EXPECT_FALSE(CFaceSysRule::GetCalItems(Unknown, items, other));
+    EXPECT_FALSE(CFaceSysRule::GetCalItems(UnknownText, items, other));
     EXPECT_EQ(items, CStringArray{u"kept"_s});
     EXPECT_EQ(other, CStringArray{u"kept"_s});
 }

@@ -14,7 +14,7 @@ using namespace test::autoconfig;
 namespace {
 
 /// Longer than the former name, so that the file needs more room.
-const CString NewName = u"一个比原来长得多的新名字，文件因此要在磁盘上占更多的地方"_s;
+const CString LongerName = u"一个比原来长得多的新名字，文件因此要在磁盘上占更多的地方"_s;
 
 /// A rule with a bill item whose name is being edited, and what is expected of a way out.
 class AutoConfigClosing : public AutoConfigTest
@@ -26,7 +26,7 @@ protected:
         PrepareBill(m_id, u"031001001001"_s);
         Open();
         Press(PickerButton);
-        EditCell(1, 2, NewName);
+        EditCell(1, 2, LongerName);
     }
     CString SavedName()
     {
@@ -39,7 +39,7 @@ protected:
     {
         EXPECT_FALSE(m_dialog->isVisible());
         EXPECT_EQ(m_dialog->result(), dialogs::IdCancel);
-        EXPECT_EQ(SavedName(), NewName);
+        EXPECT_EQ(SavedName(), LongerName);
         EXPECT_FALSE(m_windows.Bill().IsVisible());
         EXPECT_EQ(Messages().Texts(), CStringArray());
     }
@@ -48,7 +48,7 @@ protected:
         EXPECT_TRUE(m_dialog->isVisible());
         ASSERT_EQ(Messages().Texts().size(), 1);
         EXPECT_TRUE(Messages().Texts().first().contains(u"DefaultConfig.xml"_s));
-        EXPECT_EQ(GridColumn(2), CStringArray{NewName});
+        EXPECT_EQ(GridColumn(2), CStringArray{LongerName});
         EXPECT_TRUE(m_windows.Bill().IsVisible());
     }
     static void AskToQuit()
@@ -70,7 +70,7 @@ TEST_F(AutoConfigClosing, EscapeSaves)
     OpenWithAnEdit();
     Key(Qt::Key_Escape); // ends the edit and gives it up
     EXPECT_TRUE(m_dialog->isVisible());
-    EditCell(1, 2, NewName);
+    EditCell(1, 2, LongerName);
     Key(Qt::Key_Return);
     Key(Qt::Key_Escape);
     ExpectClosedAndSaved();
@@ -96,7 +96,7 @@ TEST_F(AutoConfigClosing, LogOffSavesAndLeavesTheDialogToTheSession)
     auto* session = qApp->findChild<QSessionManager*>();
     ASSERT_NE(session, nullptr);
     emit qApp->commitDataRequest(*session);
-    EXPECT_EQ(SavedName(), NewName);
+    EXPECT_EQ(SavedName(), LongerName);
     EXPECT_TRUE(m_dialog->isVisible());
 }
 
@@ -206,7 +206,7 @@ TEST_F(AutoConfigClosing, SaveThatFailsAtALogOffIsSilentWhereTheSessionForbidsWi
     emit qApp->commitDataRequest(*session);
     EXPECT_EQ(Messages().Texts(), CStringArray());
     EXPECT_TRUE(m_dialog->isVisible());
-    EXPECT_EQ(GridColumn(2), CStringArray{NewName});
+    EXPECT_EQ(GridColumn(2), CStringArray{LongerName});
 }
 
 TEST_F(AutoConfigClosing, SessionIsNotAskedForAWindowWhenTheSaveSucceeds)
@@ -216,7 +216,7 @@ TEST_F(AutoConfigClosing, SessionIsNotAskedForAWindowWhenTheSaveSucceeds)
         ADD_FAILURE() << "asked";
         return true;
     }));
-    EXPECT_EQ(SavedName(), NewName);
+    EXPECT_EQ(SavedName(), LongerName);
 }
 
 TEST_F(AutoConfigClosing, ModalRunEndsWithCancel)

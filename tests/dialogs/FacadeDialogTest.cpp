@@ -95,7 +95,7 @@ protected:
 };
 
 /// A way to end the wizard and the result that it gives.
-struct WayOut
+struct WizardWayOut
 {
     const char* title;
     int button; ///< 0 for a way without one
@@ -149,7 +149,7 @@ class FacadeFailures : public FacadeDialogs, public ::testing::WithParamInterfac
 {
 };
 
-class FacadeResults : public FacadeDialogs, public ::testing::WithParamInterface<WayOut>
+class FacadeResults : public FacadeDialogs, public ::testing::WithParamInterface<WizardWayOut>
 {
 };
 
@@ -211,9 +211,10 @@ TEST_P(FacadeResults, WizardGivesTheResultOfItsStep)
 }
 
 INSTANTIATE_TEST_SUITE_P(WaysOut, FacadeResults,
-                         ::testing::Values(WayOut{"Next", NextStepButton, 1},
-                                           WayOut{"Back", PreviousStepButton, -1},
-                                           WayOut{"Cancel", CancelStepButton, 0}, WayOut{"CloseBox", 0, 0}),
+                         ::testing::Values(WizardWayOut{"Next", NextStepButton, 1},
+                                           WizardWayOut{"Back", PreviousStepButton, -1},
+                                           WizardWayOut{"Cancel", CancelStepButton, 0},
+                                           WizardWayOut{"CloseBox", 0, 0}),
                          [](const auto& tested) { return tested.param.title; });
 
 TEST_F(FacadeDialogs, WizardGivesZeroOnEscape)

@@ -11,7 +11,7 @@ using namespace test;
 namespace {
 
 /// A way out of the wizard, and what then comes out of the program.
-struct End
+struct WizardEnd
 {
     const char* name;
     std::optional<ControlId> button; ///< none is the close box
@@ -19,12 +19,12 @@ struct End
     int status;
 };
 
-void PrintTo(const End& end, std::ostream* out)
+void PrintTo(const WizardEnd& end, std::ostream* out)
 {
     *out << end.name;
 }
 
-class WizardEnds : public EditorTest, public ::testing::WithParamInterface<End>
+class WizardEnds : public EditorTest, public ::testing::WithParamInterface<WizardEnd>
 {
 protected:
     WizardEnds() { MakeProject(SQdDeInfo::BillMode); }
@@ -49,10 +49,10 @@ protected:
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(Way, WizardEnds,
-                         ::testing::Values(End{"Next", NextStepButton, "1\n", 0},
-                                           End{"Back", PreviousStepButton, "-1\n", 3},
-                                           End{"Cancel", CancelStepButton, "0\n", 4},
-                                           End{"CloseBox", {}, "0\n", 4}),
+                         ::testing::Values(WizardEnd{"Next", NextStepButton, "1\n", 0},
+                                           WizardEnd{"Back", PreviousStepButton, "-1\n", 3},
+                                           WizardEnd{"Cancel", CancelStepButton, "0\n", 4},
+                                           WizardEnd{"CloseBox", {}, "0\n", 4}),
                          [](const auto& end) { return end.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(In, WizardModes, Modes(), NameOfMode);

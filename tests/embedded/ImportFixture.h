@@ -7,6 +7,22 @@
 
 namespace test {
 
+inline const CString BillHeader = QStringLiteral("number,name,unit,section,section_title\n");
+
+inline CString BillRow(int number)
+{
+    return QStringLiteral("%1,项目,m,09,自有\n").arg(900000000 + number);
+}
+
+/// A table of so many bill items.
+inline CString BillRows(int count)
+{
+    CString text = BillHeader;
+    for (int row = 0; row < count; ++row)
+        text += BillRow(row);
+    return text;
+}
+
 /// A project that takes tables in.
 class ImportFixture : public ::testing::Test
 {

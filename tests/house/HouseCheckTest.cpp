@@ -12,12 +12,12 @@ using house::Source;
 
 namespace {
 
-const QString Table = u"limit 2\n"
-                      "room src/base :\n"
-                      "room src/top : src/base\n"
-                      "library QtSql/ : src/base\n"_s;
+const QString GoodTable = u"limit 2\n"
+                          "room src/base :\n"
+                          "room src/top : src/base\n"
+                          "library QtSql/ : src/base\n"_s;
 
-QStringList Faults(const QList<Source>& sources, const QString& table = Table)
+QStringList Faults(const QList<Source>& sources, const QString& table = GoodTable)
 {
     return house::FaultsOf(sources, house::Doors(table));
 }
@@ -79,7 +79,7 @@ TEST(HouseCheck, FindsUnitsThatNeedEachOtherThroughTheirSources)
         ReadSource(u"src/base/B.h"_s, {}),
         ReadSource(u"src/base/B.cpp"_s, u"#include \"base/B.h\"\n#include \"base/A.h\""_s)};
     EXPECT_EQ(Faults(sources), QStringList(u"include each other: src/base/A src/base/B"_s));
-    EXPECT_EQ(Faults(sources, Table + u"for now ring src/base/A src/base/B\n"_s), QStringList());
+    EXPECT_EQ(Faults(sources, GoodTable + u"for now ring src/base/A src/base/B\n"_s), QStringList());
 }
 
 TEST(HouseCheck, FindsASourceWithoutARoom)
@@ -104,11 +104,11 @@ TEST(HouseCheck, FindsAFolderWithTooManyFiles)
 {
     const QList<Source> sources{ReadSource(u"src/base/A.h"_s, {}), ReadSource(u"src/base/A.cpp"_s, {}),
                                 ReadSource(u"src/base/in/B.h"_s, {})};
-    EXPECT_EQ(house::CrowdedFolders(sources, house::Doors(Table)), QStringList());
+    EXPECT_EQ(house::CrowdedFolders(sources, house::Doors(GoodTable)), QStringList());
     const QList<Source> more = sources + QList<Source>{ReadSource(u"src/base/B.h"_s, {})};
-    EXPECT_EQ(house::CrowdedFolders(more, house::Doors(Table)),
+    EXPECT_EQ(house::CrowdedFolders(more, house::Doors(GoodTable)),
               QStringList(u"src/base holds 3 files, more than 2"_s));
-    EXPECT_EQ(house::CrowdedFolders(more, house::Doors(Table + u"for now crowded src/base\n"_s)),
+    EXPECT_EQ(house::CrowdedFolders(more, house::Doors(GoodTable + u"for now crowded src/base\n"_s)),
               QStringList());
 }
 

@@ -1,23 +1,22 @@
 #include "cli/CliTesting.h"
 #include "office/OfficeSetting.h"
-#include "support/PostgresServer.h"
+#include "office/TwoProjects.h"
 
 #include <QtCore/QJsonArray>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+using test::Base;
 using test::Outcome;
 using test::PipeElement;
 using test::PipeFile;
+using test::WithCopper;
 
 namespace {
 
 constexpr int InConflict = 3;
 constexpr int Waiting = 4;
-
-const QByteArray Base = PipeFile(PipeElement(2, "钢管"));
-const QByteArray WithCopper = PipeFile(PipeElement(2, "钢管") + PipeElement(3, "铜管"));
 
 /// Two projects of one office, worked on by the command line.
 class CloudVerb : public testing::Test

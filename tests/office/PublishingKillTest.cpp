@@ -12,7 +12,6 @@ using namespace test; // NOLINT(google-build-using-namespace): all of this is ab
 
 namespace {
 
-constexpr int UsualKills = 10;
 /// Some publications long.
 constexpr int LongestRun = 250; // ms
 
@@ -115,7 +114,7 @@ protected:
 
 TEST_F(PublishingKills, OfTheProgramLoseNothingAndLeaveNoConflictWithOneself)
 {
-    const int kills = KillsOfRun(UsualKills);
+    const int kills = KillsOfRun();
     while (m_kills < kills && !HasFailure()) {
         const QString before = m_setting.Database().Clients();
         Editor editor(m_li.Folder(), m_edited + 1);
@@ -129,7 +128,7 @@ TEST_F(PublishingKills, OfTheProgramLoseNothingAndLeaveNoConflictWithOneself)
 
 TEST_F(PublishingKills, OfTheServerLoseNothingAndLeaveNoConflictWithOneself)
 {
-    const int kills = KillsOfRun(UsualKills);
+    const int kills = KillsOfRun();
     while (m_kills < kills && !HasFailure()) {
         Editor editor(m_li.Folder(), m_edited + 1);
         PassTime(m_moments, LongestRun);

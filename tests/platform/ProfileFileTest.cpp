@@ -2,6 +2,7 @@
 
 #include "EncodingNames.h"
 #include "platform/Encoding.h"
+#include "platform/ProfileFileTesting.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
@@ -11,10 +12,11 @@ using namespace Qt::StringLiterals;
 using platform::Encoding;
 using platform::ProfileFile;
 
+using test::Key;
+using test::Section;
+
 namespace {
 
-const CString Section = u"QdDeConfigInfo"_s;
-const CString Key = u"ConfigName"_s;
 const CString Fallback = u"(fallback)"_s;
 
 /// What a reader gets from a file with these bytes.

@@ -2,6 +2,7 @@
 
 #include "EncodingNames.h"
 #include "platform/Encoding.h"
+#include "platform/ProfileFileTesting.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
@@ -11,10 +12,10 @@ using namespace Qt::StringLiterals;
 using platform::Encoding;
 using platform::ProfileFile;
 
-namespace {
+using test::Key;
+using test::Section;
 
-const CString Section = u"QdDeConfigInfo"_s;
-const CString Key = u"ConfigName"_s;
+namespace {
 
 /// The bytes of a file after the key has been written to it.
 QByteArray Written(const QByteArray& bytes, const CString& value = u"new"_s)

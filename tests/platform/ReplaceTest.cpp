@@ -31,13 +31,6 @@ std::filesystem::path NativeOf(const test::TempFolder& folder, const CString& na
     return folder.Native(name).toStdU16String();
 }
 
-CStringArray NamesIn(const test::TempFolder& folder)
-{
-    CStringArray names = Files().FindFiles(folder.Root(), {});
-    names.sort();
-    return names;
-}
-
 TEST(Replace, CreatesOrReplacesAndLeavesNothingBeside)
 {
     const test::TempFolder folder;
@@ -45,7 +38,7 @@ TEST(Replace, CreatesOrReplacesAndLeavesNothingBeside)
     for (const QByteArray& bytes : {QByteArray("first"), QByteArray("second, longer"), QByteArray()}) {
         Files().Replace(path, bytes);
         EXPECT_EQ(folder.ReadFile(u"表.csv"_s), bytes);
-        EXPECT_EQ(NamesIn(folder), CStringArray{u"表.csv"_s});
+        EXPECT_EQ(folder.FileNames(), CStringArray{u"表.csv"_s});
     }
 }
 
@@ -66,12 +59,12 @@ TEST(Replace, EveryFaultLeavesTheOldFileOrNone)
             } catch (const FileError&) {
                 EXPECT_EQ(folder.ReadFile(u"a"_s), "old");
             }
-            EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+            EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
             faulty.Heal();
             faulty.Inject(fault);
             if (fault == Write) faulty.FailAfter(5);
             EXPECT_THROW(Files().Replace(folder.Path(u"new"_s), "the new content"), FileError);
-            EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+            EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
         }
 }
 
@@ -145,7 +138,7 @@ TEST(Replace, OtherNamesOfAFileKeepTheirFile)
     std::filesystem::create_hard_link(NativeOf(folder, u"a"_s), NativeOf(folder, u"b"_s));
     Files().Replace(folder.Path(u"a"_s), "new");
     EXPECT_EQ(folder.ReadFile(u"b"_s), "new");
-    EXPECT_EQ(NamesIn(folder), (CStringArray{u"a"_s, u"b"_s}));
+    EXPECT_EQ(folder.FileNames(), (CStringArray{u"a"_s, u"b"_s}));
 }
 
 TEST(Replace, FolderThatTakesNoNewFileStillHasItsFileWritten)
@@ -218,7 +211,7 @@ TEST_F(Pipe, ThatNobodyReadsIsRefused)
             EXPECT_EQ(error.Reason(), u"没有程序在读这个管道"_s);
         }
     }
-    EXPECT_EQ(NamesIn(m_folder), CStringArray());
+    EXPECT_EQ(m_folder.FileNames(), CStringArray());
 }
 
 TEST_F(Pipe, GivesItsReaderWhatIsWritten)

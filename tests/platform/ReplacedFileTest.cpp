@@ -1,5 +1,6 @@
 #include "platform/ReplacedFile.h"
 
+#include "platform/Files.h"
 #include "support/FaultyFileSystem.h"
 #include "support/TempFolder.h"
 
@@ -7,17 +8,9 @@
 
 using namespace Qt::StringLiterals;
 using platform::FileError;
-using platform::Files;
 using platform::ReplacedFile;
 
 namespace {
-
-CStringArray NamesIn(const test::TempFolder& folder)
-{
-    CStringArray names = Files().FindFiles(folder.Root(), {});
-    names.sort();
-    return names;
-}
 
 void WriteAll(const CString& path, const QByteArray& bytes)
 {
@@ -40,7 +33,7 @@ TEST(ReplacedFile, IsMadeOrReplacedAtTheEndOnly)
     EXPECT_EQ(folder.ReadFile(u"表.csv"_s), "new");
     WriteAll(folder.Path(u"other"_s), "fresh");
     EXPECT_EQ(folder.ReadFile(u"other"_s), "fresh");
-    EXPECT_EQ(NamesIn(folder), (CStringArray{u"other"_s, u"表.csv"_s}));
+    EXPECT_EQ(folder.FileNames(), (CStringArray{u"other"_s, u"表.csv"_s}));
 }
 
 TEST(ReplacedFile, WithoutAnEndLeavesNothing)
@@ -54,7 +47,7 @@ TEST(ReplacedFile, WithoutAnEndLeavesNothing)
         other.Write("x");
     }
     EXPECT_EQ(folder.ReadFile(u"a"_s), "old");
-    EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+    EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
 }
 
 TEST(ReplacedFile, TwoAtATimeHaveEachItsBytes)
@@ -69,7 +62,7 @@ TEST(ReplacedFile, TwoAtATimeHaveEachItsBytes)
     EXPECT_EQ(folder.ReadFile(u"a"_s), "first and longer");
     second.Commit();
     EXPECT_EQ(folder.ReadFile(u"a"_s), "second");
-    EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+    EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
 }
 
 TEST(ReplacedFile, HoldsWhatIsWrittenInManyPieces)
@@ -103,7 +96,7 @@ TEST(ReplacedFile, EveryFaultOfTheDiskLeavesTheOldFileWholeAndNothingElse)
                 << static_cast<int>(fault) << ' ' << point;
             files.Heal();
             EXPECT_EQ(folder.ReadFile(u"a"_s), "old");
-            EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+            EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
         }
     }
 }
@@ -118,12 +111,12 @@ TEST(ReplacedFile, WhereNothingCanBeMadeBesideTheFileItIsWrittenInPlace)
     WriteAll(path, "new");
     files.Heal();
     EXPECT_EQ(folder.ReadFile(u"a"_s), "new");
-    EXPECT_EQ(NamesIn(folder), CStringArray{u"a"_s});
+    EXPECT_EQ(folder.FileNames(), CStringArray{u"a"_s});
 }
 
 TEST(ReplacedFile, FolderIsRefused)
 {
     const test::TempFolder folder;
     EXPECT_THROW(WriteAll(folder.MakeFolder(u"sub"_s), "x"), FileError);
-    EXPECT_TRUE(NamesIn(folder).isEmpty());
+    EXPECT_TRUE(folder.FileNames().isEmpty());
 }

@@ -7,16 +7,12 @@
 using namespace Qt::StringLiterals;
 using test::CodesOf;
 using test::FindingsOf;
+using test::Material;
 using test::PricedRule;
 using test::Range;
 using test::Value;
 
 namespace {
-
-rules::Condition Material(const CString& value, const CString& sign = u"＝"_s)
-{
-    return Value(u"材质"_s, sign, value);
-}
 
 /// 壁厚, which has no value list.
 rules::Condition Thickness(const CString& lowerSign, const CString& lower, const CString& upperSign,
@@ -111,7 +107,7 @@ TEST(ApplicationCheck, HiddenRuleWhoseIdIsNotItsOwnHasNoMend)
     rules::SmallCategory category =
         test::WithDefault({PricedRule({Material(u"铜管"_s)}), PricedRule({Material(u"铜管"_s)})});
     category.rules[1].id = category.rules[0].id;
-    const auto findings = rules::Check(test::ConfigurationOf(category), {}, test::KnownFacts());
+    const auto findings = rules::Check(test::ConfigurationWith(category), {}, test::KnownFacts());
     EXPECT_EQ(test::Codes(findings), (CStringArray{u"repeated-id@2"_s, u"never-applies@2"_s}));
     EXPECT_FALSE(findings[1].mend);
 }

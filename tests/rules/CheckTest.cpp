@@ -7,17 +7,13 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using test::Material;
 using test::PricedRule;
 using test::Value;
 
 namespace {
 
 const CString Drains = u"给排水\\管道\\排水管"_s;
-
-rules::Condition Material(const CString& value)
-{
-    return Value(u"材质"_s, u"＝"_s, value);
-}
 
 /// Faults of every kind of check that looks at one category: ids, a hidden rule, a value that the list has
 /// not, a bill item that stands twice. All of its rules give one bill number.
@@ -40,7 +36,8 @@ rules::SmallCategory FaultyCategory(const CString& text, const CString& nameOfIt
 rules::Configuration FaultyConfiguration()
 {
     rules::BigCategory big{11, u"管道"_s, {}};
-    for (const auto& [text, name] : {std::pair(test::Pipes, u"铜管"_s), std::pair(Drains, u"排水管"_s)})
+    for (const auto& [text, name] :
+         {std::pair(test::PipeCategory, u"铜管"_s), std::pair(Drains, u"排水管"_s)})
         big.smallCategories.push_back(
             std::make_shared<const rules::SmallCategory>(FaultyCategory(text, name)));
     return rules::Configuration({rules::Specialty{1, u"给排水"_s, {big}}});
@@ -49,8 +46,8 @@ rules::Configuration FaultyConfiguration()
 rules::CheckFacts FactsOfBoth()
 {
     rules::CheckFacts facts = test::KnownFacts();
-    facts.attributes[Drains] = facts.attributes[test::Pipes];
-    facts.categories[Drains] = facts.categories[test::Pipes];
+    facts.attributes[Drains] = facts.attributes[test::PipeCategory];
+    facts.categories[Drains] = facts.categories[test::PipeCategory];
     return facts;
 }
 
@@ -67,7 +64,7 @@ bool IsOfNumbers(const rules::Finding& finding)
 }
 
 /// All that a finding says, a line each.
-CStringArray Told(const std::vector<rules::Finding>& findings)
+CStringArray TextsOf(const std::vector<rules::Finding>& findings)
 {
     CStringArray lines;
     for (const rules::Finding& finding : findings) {
@@ -98,7 +95,7 @@ TEST(CheckCategory, FindsInRulesAsTheyAreEditedWhatCheckFindsInTheFile)
                                 u"repeated-id@3"_s, u"value-not-in-list@3"_s}));
         found.insert(found.end(), ofThis.begin(), ofThis.end());
     }
-    EXPECT_EQ(Told(found), Told(expected));
+    EXPECT_EQ(TextsOf(found), TextsOf(expected));
 }
 
 TEST(CheckCategory, TellsWhatIsAboutTheWholeCategoryFirst)
@@ -110,7 +107,7 @@ TEST(CheckCategory, TellsWhatIsAboutTheWholeCategoryFirst)
          PricedRule({test::Range(u"壁厚"_s, {}, {}, u"≤"_s, u"2"_s)}),
          PricedRule({test::Range(u"壁厚"_s, u"＞"_s, u"3"_s, {}, {})}),
          PricedRule({Material(u"铜管"_s), test::Range(u"壁厚"_s, u"＞"_s, u"2"_s, u"≤"_s, u"3"_s)})});
-    category.text = test::Pipes;
+    category.text = test::PipeCategory;
     EXPECT_EQ(test::Codes(rules::CheckCategory(category, facts)),
               (CStringArray{u"not-decided"_s, u"value-not-in-list@1"_s}));
 }
@@ -129,13 +126,13 @@ TEST(CheckBillNumbers, ComparesTheRulesOfAllCategories)
     EXPECT_TRUE(std::all_of(found.begin(), found.end(), IsOfNumbers));
     std::vector<rules::Finding> ofCheck = rules::Check(FaultyConfiguration(), {}, FactsOfBoth());
     ofCheck.erase(std::remove_if(ofCheck.begin(), ofCheck.end(), std::not_fn(IsOfNumbers)), ofCheck.end());
-    EXPECT_EQ(Told(found), Told(ofCheck));
+    EXPECT_EQ(TextsOf(found), TextsOf(ofCheck));
     const auto first = std::find_if(found.begin(), found.end(), [](const rules::Finding& finding) {
         return finding.code == rules::FindingCode::NumberTwoNames;
     });
     ASSERT_NE(first, found.end());
     EXPECT_EQ(first->category, Drains);
-    EXPECT_TRUE(first->text.contains(test::Pipes)) << first->text.toStdString();
+    EXPECT_TRUE(first->text.contains(test::PipeCategory)) << first->text.toStdString();
 }
 
 TEST(CheckBillNumbers, FindsNothingInQuotaMode)

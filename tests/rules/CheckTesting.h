@@ -8,8 +8,6 @@
 /// What the tests of the checks share: a category without fault, and what a small catalogue knows.
 namespace test {
 
-inline const CString Pipes = QStringLiteral("给排水\\管道\\给水管");
-
 inline rules::QuotaItem GoodQuota(const CString& number = QStringLiteral("示10-1-7"), int id = 1)
 {
     rules::QuotaItem quota;
@@ -31,6 +29,12 @@ inline rules::BillItem GoodBill(const CString& number = QStringLiteral("03100100
     bill.record.strFormula = QStringLiteral("管道长度");
     bill.quotas.push_back(GoodQuota());
     return bill;
+}
+
+/// A condition on 材质.
+inline rules::Condition Material(const CString& value, const CString& sign = QStringLiteral("＝"))
+{
+    return Value(QStringLiteral("材质"), sign, value);
 }
 
 /// A rule with these conditions, numbered, and a bill item without fault.
@@ -62,8 +66,8 @@ inline rules::CheckFacts KnownFacts()
                           .valueList = {QStringLiteral("15"), QStringLiteral("20"), QStringLiteral("25"),
                                         QStringLiteral("32"), QStringLiteral("65"), QStringLiteral("80")}});
     attributes.push_back({.name = QStringLiteral("壁厚")});
-    facts.attributes[Pipes] = attributes;
-    facts.categories[Pipes] = attributes;
+    facts.attributes[PipeCategory] = attributes;
+    facts.categories[PipeCategory] = attributes;
     facts.specialties = {QStringLiteral("给排水")};
     facts.calculationItems = {{QStringLiteral("管道长度"), QStringLiteral("水平管长度+立管长度")},
                               {QStringLiteral("数量"), QStringLiteral("构件个数")},
@@ -77,9 +81,9 @@ inline rules::CheckFacts KnownFacts()
 }
 
 /// A configuration of this category alone.
-inline rules::Configuration ConfigurationOf(rules::SmallCategory category)
+inline rules::Configuration ConfigurationWith(rules::SmallCategory category)
 {
-    category.text = category.text.isEmpty() ? Pipes : category.text;
+    category.text = category.text.isEmpty() ? PipeCategory : category.text;
     const CStringArray names = category.text.split(u'\\');
     category.name = names[2];
     rules::BigCategory big{11, names[1], {std::make_shared<const rules::SmallCategory>(std::move(category))}};
@@ -101,7 +105,7 @@ inline rules::SmallCategory WithDefault(std::vector<rules::Rule> list)
 inline std::vector<rules::Finding> FindingsOf(std::vector<rules::Rule> list,
                                               const rules::CheckFacts& facts = KnownFacts())
 {
-    return rules::Check(ConfigurationOf(WithDefault(std::move(list))), {}, facts);
+    return rules::Check(ConfigurationWith(WithDefault(std::move(list))), {}, facts);
 }
 
 /// The codes with the places of their rules, such as "gap@2".

@@ -11,18 +11,16 @@
 using namespace Qt::StringLiterals;
 using rules::Rule;
 using test::DefaultRule;
+using test::FourRules;
 using test::PipeRule;
 using test::Pipes;
 
 namespace {
 
-CString Told(const std::vector<Rule>& before, const std::vector<Rule>& after)
+CString Difference(const std::vector<Rule>& before, const std::vector<Rule>& after)
 {
     return rules::DifferenceLines(rules::Compare(Pipes(before), Pipes(after))).join(u'\n');
 }
-
-const std::vector<Rule> Four{PipeRule(2, u"钢管"_s, u"01"_s), PipeRule(3, u"铜管"_s, u"02"_s),
-                             PipeRule(4, u"PPR管"_s, u"03"_s), DefaultRule()};
 
 std::vector<Rule> WithIds(std::vector<Rule> rules, const std::vector<int>& ids)
 {
@@ -35,17 +33,17 @@ std::vector<Rule> WithIds(std::vector<Rule> rules, const std::vector<int>& ids)
 
 TEST(Compare, EqualStatesHaveNoDifferences)
 {
-    EXPECT_TRUE(rules::Compare(Pipes(Four), Pipes(Four)).HasNoDifferences());
-    EXPECT_EQ(Told(Four, Four), u"规则没有差别。"_s);
+    EXPECT_TRUE(rules::Compare(Pipes(FourRules), Pipes(FourRules)).HasNoDifferences());
+    EXPECT_EQ(Difference(FourRules, FourRules), u"规则没有差别。"_s);
 }
 
 TEST(Compare, AddedRuleIsToldWithItsPlaceAndItems)
 {
-    std::vector<Rule> after = Four;
+    std::vector<Rule> after = FourRules;
     Rule added = PipeRule(5, u"铸铁管"_s, u"09"_s);
     added.bills[0].quotas = {test::Quota(u"8-1"_s, u"管道长度"_s)};
     after.insert(after.begin() + 1, added);
-    EXPECT_EQ(Told(Four, after),
+    EXPECT_EQ(Difference(FourRules, after),
               u"给排水\\管道\\给水管\n  加了第 2 条：材质＝铸铁管;\n      清单 09 名称09（m）\n"
               "        定额 8-1 名称8-1：管道长度\n\n规则：加了 1 条。"_s);
 }
@@ -53,13 +51,13 @@ TEST(Compare, AddedRuleIsToldWithItsPlaceAndItems)
 TEST(Compare, RemovedRuleIsToldWithItsFormerPlace)
 {
     EXPECT_EQ(
-        Told(Four, {Four[0], Four[2], Four[3]}),
+        Difference(FourRules, {FourRules[0], FourRules[2], FourRules[3]}),
         u"给排水\\管道\\给水管\n  删了原第 2 条：材质＝铜管;\n      清单 02 名称02（m）\n\n规则：删了 1 条。"_s);
 }
 
 TEST(Compare, ChangedConditionsAndItemsAreToldOneByOne)
 {
-    std::vector<Rule> after = Four;
+    std::vector<Rule> after = FourRules;
     after[0].conditions[0].value = u"无缝钢管"_s;
     after[0].conditions.push_back(test::Range(u"公称直径"_s, u"＞"_s, u"50"_s, u"≤"_s, u"65"_s));
     after[0].bills[0].record.strFormula = u"管道长度"_s;
@@ -67,17 +65,17 @@ TEST(Compare, ChangedConditionsAndItemsAreToldOneByOne)
     after[0].bills.push_back(test::Bill(u"05"_s, u"个数"_s));
     after[1].conditions.clear();
     after[1].bills.clear();
-    EXPECT_EQ(Told(Four, after), u"给排水\\管道\\给水管\n"
-                                 "  改了第 1 条：材质＝无缝钢管;50＜公称直径≤65;\n"
-                                 "      条件 材质＝钢管 改为 材质＝无缝钢管\n"
-                                 "      加上条件 50＜公称直径≤65\n"
-                                 "      清单 01 名称01：工程量 （空） 改为 管道长度\n"
-                                 "        加上定额 8-1 名称8-1\n"
-                                 "      加上清单 05 名称05（m）：个数\n"
-                                 "  改了第 2 条：（无条件）\n"
-                                 "      去掉条件 材质＝铜管\n"
-                                 "      去掉清单 02 名称02（m）\n\n"
-                                 "规则：改了 2 条。"_s);
+    EXPECT_EQ(Difference(FourRules, after), u"给排水\\管道\\给水管\n"
+                                            "  改了第 1 条：材质＝无缝钢管;50＜公称直径≤65;\n"
+                                            "      条件 材质＝钢管 改为 材质＝无缝钢管\n"
+                                            "      加上条件 50＜公称直径≤65\n"
+                                            "      清单 01 名称01：工程量 （空） 改为 管道长度\n"
+                                            "        加上定额 8-1 名称8-1\n"
+                                            "      加上清单 05 名称05（m）：个数\n"
+                                            "  改了第 2 条：（无条件）\n"
+                                            "      去掉条件 材质＝铜管\n"
+                                            "      去掉清单 02 名称02（m）\n\n"
+                                            "规则：改了 2 条。"_s);
 }
 
 TEST(Compare, QuotaItemsOfQuotaModeAndHiddenFieldsAreToldToo)
@@ -88,7 +86,7 @@ TEST(Compare, QuotaItemsOfQuotaModeAndHiddenFieldsAreToldToo)
     after.quotas = {after.quotas[1], after.quotas[0]};
     after.quotas[1].record.strFormula = u"b"_s;
     after.conditions[0].lowerBound = u"leftover"_s;
-    EXPECT_EQ(Told({before, DefaultRule()}, {after, DefaultRule()}),
+    EXPECT_EQ(Difference({before, DefaultRule()}, {after, DefaultRule()}),
               u"给排水\\管道\\给水管\n  改了第 1 条：材质＝钢管;\n      条件 材质＝钢管 不显示的内容变了\n"
               "      定额 1-1 名称1-1：工程量 a 改为 b\n      定额项的次序变了\n\n规则：改了 1 条。"_s);
 }
@@ -99,14 +97,14 @@ TEST(Compare, OrderOfConditionsIsToldWhenNothingElseChanged)
     Rule after = before;
     std::swap(after.conditions[0], after.conditions[1]);
     EXPECT_EQ(
-        Told({before, DefaultRule()}, {after, DefaultRule()}),
+        Difference({before, DefaultRule()}, {after, DefaultRule()}),
         u"给排水\\管道\\给水管\n  改了第 1 条：b＝2;a＝1;\n      条件的次序变了\n\n规则：改了 1 条。"_s);
 }
 
 TEST(Compare, RuleThatStandsElsewhereHasMovedAndNoOther)
 {
     EXPECT_EQ(
-        Told(Four, {Four[2], Four[0], Four[1], Four[3]}),
+        Difference(FourRules, {FourRules[2], FourRules[0], FourRules[1], FourRules[3]}),
         u"给排水\\管道\\给水管\n  移动了第 1 条（从第 3 条移来）：材质＝PPR管;\n\n规则：移动了 1 条。"_s);
 }
 
@@ -138,35 +136,36 @@ TEST(Compare, AsFewRulesAsPossibleHaveMoved)
 TEST(Compare, RuleIsRecognisedByItsContentWhereIdsWereGivenAnew)
 {
     // One rule more at the front, and everything behind it numbered anew.
-    std::vector<Rule> after = Four;
+    std::vector<Rule> after = FourRules;
     after.insert(after.begin(), PipeRule(0, u"铸铁管"_s, u"09"_s));
     after = WithIds(after, {2, 3, 4, 5, 1});
-    EXPECT_EQ(Told(Four, after),
+    EXPECT_EQ(Difference(FourRules, after),
               u"给排水\\管道\\给水管\n  加了第 1 条：材质＝铸铁管;\n      清单 09 名称09（m）\n\n"
               "规则：加了 1 条。\n另有 3 条规则只换了编号。"_s);
-    EXPECT_EQ(Told(Four, WithIds(Four, {12, 13, 14, 15})), u"规则没有差别。\n另有 4 条规则只换了编号。"_s);
+    EXPECT_EQ(Difference(FourRules, WithIds(FourRules, {12, 13, 14, 15})),
+              u"规则没有差别。\n另有 4 条规则只换了编号。"_s);
 }
 
 TEST(Compare, RuleWithANewIdAndOneChangeIsRecognisedByTheRest)
 {
-    std::vector<Rule> after = WithIds(Four, {12, 13, 14, 1});
+    std::vector<Rule> after = WithIds(FourRules, {12, 13, 14, 1});
     after[0].bills[0].record.strFormula = u"管道长度"_s;
     after[1].conditions.push_back(test::Value(u"连接方式"_s, u"＝"_s, u"焊接"_s));
-    EXPECT_EQ(Told(Four, after), u"给排水\\管道\\给水管\n"
-                                 "  改了第 1 条：材质＝钢管;\n"
-                                 "      清单 01 名称01：工程量 （空） 改为 管道长度\n"
-                                 "  改了第 2 条：材质＝铜管;连接方式＝焊接;\n"
-                                 "      加上条件 连接方式＝焊接\n\n"
-                                 "规则：改了 2 条。\n另有 1 条规则只换了编号。"_s);
+    EXPECT_EQ(Difference(FourRules, after), u"给排水\\管道\\给水管\n"
+                                            "  改了第 1 条：材质＝钢管;\n"
+                                            "      清单 01 名称01：工程量 （空） 改为 管道长度\n"
+                                            "  改了第 2 条：材质＝铜管;连接方式＝焊接;\n"
+                                            "      加上条件 连接方式＝焊接\n\n"
+                                            "规则：改了 2 条。\n另有 1 条规则只换了编号。"_s);
 }
 
 TEST(Compare, CopyOfARuleThatWasChangedAfterwardsIsTheOneAdded)
 {
-    std::vector<Rule> after = Four;
-    after.insert(after.begin() + 3, Four[0]);
+    std::vector<Rule> after = FourRules;
+    after.insert(after.begin() + 3, FourRules[0]);
     after[3].id = 5;
     after[0].conditions[0].value = u"无缝钢管"_s;
-    const CString told = Told(Four, after);
+    const CString told = Difference(FourRules, after);
     EXPECT_TRUE(told.contains(u"改了第 1 条：材质＝无缝钢管;"_s)) << told.toStdString();
     EXPECT_TRUE(told.contains(u"加了第 4 条：材质＝钢管;"_s)) << told.toStdString();
 }
@@ -177,7 +176,7 @@ TEST(Compare, IdOfADeletedRuleThatIsGivenAgainMakesNoChangedRule)
     other.id = 4;
     other.bills = {test::Bill(u"77"_s)};
     const rules::Comparison comparison =
-        rules::Compare(Pipes(Four), Pipes({Four[0], Four[1], other, Four[3]}));
+        rules::Compare(Pipes(FourRules), Pipes({FourRules[0], FourRules[1], other, FourRules[3]}));
     EXPECT_EQ(comparison.Added(), 1U);
     EXPECT_EQ(comparison.Removed(), 1U);
     EXPECT_EQ(comparison.Changed(), 0U);
@@ -187,10 +186,10 @@ TEST(Compare, CategoryWithRulesThatOnlyOneStateHasIsToldRuleByRule)
 {
     const rules::Configuration none = test::ConfigurationOf({});
     EXPECT_EQ(
-        rules::DifferenceLines(rules::Compare(none, Pipes({Four[0], Four[3]}))).join(u'\n'),
+        rules::DifferenceLines(rules::Compare(none, Pipes({FourRules[0], FourRules[3]}))).join(u'\n'),
         u"给排水\\管道\\给水管\n  加了第 1 条：材质＝钢管;\n      清单 01 名称01（m）\n\n规则：加了 1 条。"_s);
     EXPECT_EQ(
-        rules::DifferenceLines(rules::Compare(Pipes({Four[0], Four[3]}), none)).join(u'\n'),
+        rules::DifferenceLines(rules::Compare(Pipes({FourRules[0], FourRules[3]}), none)).join(u'\n'),
         u"给排水\\管道\\给水管\n  删了原第 1 条：材质＝钢管;\n      清单 01 名称01（m）\n\n规则：删了 1 条。"_s);
 }
 

@@ -9,8 +9,6 @@
 /// Configurations of one small category in few words.
 namespace test {
 
-inline const CString PipeCategory = QStringLiteral("给排水\\管道\\给水管");
-
 inline rules::BillItem Bill(const CString& number, const CString& formula = {},
                             std::vector<rules::QuotaItem> quotas = {})
 {
@@ -51,6 +49,12 @@ inline rules::Rule DefaultRule(int id = 1)
     rule.isDefault = true;
     return rule;
 }
+
+/// Three pipes and the default rule.
+inline const std::vector<rules::Rule> FourRules{PipeRule(2, QStringLiteral("钢管"), QStringLiteral("01")),
+                                                PipeRule(3, QStringLiteral("铜管"), QStringLiteral("02")),
+                                                PipeRule(4, QStringLiteral("PPR管"), QStringLiteral("03")),
+                                                DefaultRule()};
 
 inline rules::SmallCategoryPtr SmallOf(const CString& name, std::vector<rules::Rule> list)
 {

@@ -92,7 +92,7 @@ TEST(ConditionCheck, BoundThatIsNoNumberIsTold)
     EXPECT_EQ(CodesWith(Range(u"壁厚"_s, u"＞"_s, u"DN2"_s, {}, {})),
               CStringArray{u"bound-not-a-number@1"_s});
     rules::CheckFacts facts = test::KnownFacts();
-    facts.attributes[test::Pipes][2].valueList = {u"DN1"_s, u"DN4"_s};
+    facts.attributes[test::PipeCategory][2].valueList = {u"DN1"_s, u"DN4"_s};
     EXPECT_EQ(CodesOf({PricedRule({Range(u"壁厚"_s, u"＞"_s, u"DN2"_s, {}, {})})}, facts), CStringArray())
         << "written as the value list writes numbers";
 }
@@ -162,7 +162,7 @@ TEST(ConditionCheck, ConditionOfADefaultRuleIsOfNoAccount)
 {
     rules::SmallCategory category = test::WithDefault({});
     category.rules.back().conditions.push_back(Value({}, u"="_s, {}));
-    EXPECT_EQ(test::Codes(rules::Check(test::ConfigurationOf(category), {}, test::KnownFacts())),
+    EXPECT_EQ(test::Codes(rules::Check(test::ConfigurationWith(category), {}, test::KnownFacts())),
               CStringArray());
 }
 

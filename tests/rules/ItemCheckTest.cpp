@@ -370,7 +370,7 @@ TEST(Where, RulesThatGiveAnItemAreFoundByItsNumberAndABillItemByItsBaseNumber)
              bill.record.strQdId = u"031001001002"_s;
              bill.quotas[0].record.strDeId = u"示10-1-70"_s;
          })});
-    const rules::Configuration configuration = test::ConfigurationOf(category);
+    const rules::Configuration configuration = test::ConfigurationWith(category);
     const auto positions = [&](const CString& number) {
         std::vector<int> found;
         for (const rules::ItemUse& use : rules::UsesOf(configuration, number))
@@ -384,13 +384,13 @@ TEST(Where, RulesThatGiveAnItemAreFoundByItsNumberAndABillItemByItsBaseNumber)
     const rules::ItemUse use = rules::UsesOf(configuration, u"示10-1-7"_s)[0];
     EXPECT_EQ(use.billNumber, u"031001001001"_s);
     EXPECT_FALSE(use.isBill);
-    EXPECT_EQ(use.category, test::Pipes);
+    EXPECT_EQ(use.category, test::PipeCategory);
     EXPECT_EQ(use.rule, u"材质＝铜管;"_s);
 }
 
 TEST(Where, BaseNumberMayHaveLetters)
 {
-    const rules::Configuration configuration = test::ConfigurationOf(test::WithDefault(
+    const rules::Configuration configuration = test::ConfigurationWith(test::WithDefault(
         {WithBill([](rules::BillItem& bill) { bill.record.strQdId = u"03B001001002"_s; })}));
     EXPECT_EQ(rules::UsesOf(configuration, u"03B001001"_s).size(), 1U);
     EXPECT_EQ(rules::UsesOf(configuration, u"03B001"_s).size(), 0U) << "a chapter is no item";

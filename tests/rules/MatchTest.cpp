@@ -14,8 +14,8 @@ using test::RuleOf;
 
 namespace {
 
-const CString Material = u"材质"_s;
-const CString Diameter = u"公称直径"_s;
+const CString MaterialName = u"材质"_s;
+const CString DiameterName = u"公称直径"_s;
 
 /// Whether a rule of that one condition applies to a component with that cell; all ways of asking must agree.
 bool Holds(const rules::Condition& condition, const Cell& cell, const CStringArray& valueList = {},
@@ -48,17 +48,17 @@ Reason ReasonFor(const rules::Condition& condition, const Cell& cell, const CStr
 
 rules::Condition Is(const CString& value)
 {
-    return test::Value(Material, u"＝"_s, value);
+    return test::Value(MaterialName, u"＝"_s, value);
 }
 
 rules::Condition IsNot(const CString& value)
 {
-    return test::Value(Material, u"≠"_s, value);
+    return test::Value(MaterialName, u"≠"_s, value);
 }
 
 rules::Condition Between(const CString& lower, const CString& upper)
 {
-    return test::Range(Diameter, u"＞"_s, lower, u"≤"_s, upper);
+    return test::Range(DiameterName, u"＞"_s, lower, u"≤"_s, upper);
 }
 
 /// The rule that a component of that material gets.
@@ -98,7 +98,8 @@ TEST(WhichRule, NoneWhenNothingHoldsAndThereIsNoDefault)
 
 TEST(WhichRule, RuleThatCanNeverHoldIsPassedOver)
 {
-    EXPECT_EQ(Applies({RuleOf({test::Value(Material, u"="_s, u"a"_s)}), RuleOf({Is(u"a"_s)})}, u"a"_s), 1);
+    EXPECT_EQ(Applies({RuleOf({test::Value(MaterialName, u"="_s, u"a"_s)}), RuleOf({Is(u"a"_s)})}, u"a"_s),
+              1);
 }
 
 TEST(Equality, ComparesTextsWithoutBlanksAround)
@@ -157,19 +158,21 @@ TEST(MissingCell, LetsNoConditionHold)
 TEST(Operator, MustBeOneThatTheEditorOffersAtItsPlace)
 {
     for (const CString& sign : {u""_s, u"="_s, u"≥"_s, u" ＝"_s, u"！＝"_s}) {
-        EXPECT_FALSE(Holds(test::Value(Material, sign, u"1"_s), u"1"_s)) << sign.toStdString();
-        EXPECT_EQ(ReasonFor(test::Value(Material, sign, u"1"_s), u"1"_s), Reason::UnknownOperator);
+        EXPECT_FALSE(Holds(test::Value(MaterialName, sign, u"1"_s), u"1"_s)) << sign.toStdString();
+        EXPECT_EQ(ReasonFor(test::Value(MaterialName, sign, u"1"_s), u"1"_s), Reason::UnknownOperator);
     }
     for (const CString& sign : {u""_s, u">"_s, u"＜"_s, u"≤"_s, u"＝"_s})
-        EXPECT_EQ(ReasonFor(test::Range(Diameter, sign, u"1"_s, {}, {}), u"2"_s), Reason::UnknownOperator);
+        EXPECT_EQ(ReasonFor(test::Range(DiameterName, sign, u"1"_s, {}, {}), u"2"_s),
+                  Reason::UnknownOperator);
     for (const CString& sign : {u""_s, u"<"_s, u"＞"_s, u"≥"_s, u"≠"_s})
-        EXPECT_EQ(ReasonFor(test::Range(Diameter, {}, {}, sign, u"3"_s), u"2"_s), Reason::UnknownOperator);
+        EXPECT_EQ(ReasonFor(test::Range(DiameterName, {}, {}, sign, u"3"_s), u"2"_s),
+                  Reason::UnknownOperator);
 }
 
 TEST(Operator, OfABoundThatIsNotThereIsOfNoAccount)
 {
-    EXPECT_TRUE(Holds(test::Range(Diameter, u"?"_s, {}, u"≤"_s, u"3"_s), u"2"_s));
-    EXPECT_TRUE(Holds(test::Range(Diameter, u"＞"_s, u"1"_s, {}, {}), u"2"_s));
+    EXPECT_TRUE(Holds(test::Range(DiameterName, u"?"_s, {}, u"≤"_s, u"3"_s), u"2"_s));
+    EXPECT_TRUE(Holds(test::Range(DiameterName, u"＞"_s, u"1"_s, {}, {}), u"2"_s));
 }
 
 TEST(Range, IncludesItsBoundsByTheOperatorsOnly)
@@ -181,8 +184,8 @@ TEST(Range, IncludesItsBoundsByTheOperatorsOnly)
                                                       {u"64.9999999999999999999999"_s, true, true},
                                                       {u"49.99"_s, false, false},
                                                       {u"65.01"_s, false, false}}) {
-        EXPECT_EQ(Holds(test::Range(Diameter, u"＞"_s, u"50"_s, u"＜"_s, u"65"_s), value), strict);
-        EXPECT_EQ(Holds(test::Range(Diameter, u"≥"_s, u"50"_s, u"≤"_s, u"65"_s), value), wide);
+        EXPECT_EQ(Holds(test::Range(DiameterName, u"＞"_s, u"50"_s, u"＜"_s, u"65"_s), value), strict);
+        EXPECT_EQ(Holds(test::Range(DiameterName, u"≥"_s, u"50"_s, u"≤"_s, u"65"_s), value), wide);
     }
     EXPECT_EQ(ReasonFor(Between(u"50"_s, u"65"_s), u"50"_s), Reason::OutsideLower);
     EXPECT_EQ(ReasonFor(Between(u"50"_s, u"65"_s), u"66"_s), Reason::OutsideUpper);
@@ -190,10 +193,11 @@ TEST(Range, IncludesItsBoundsByTheOperatorsOnly)
 
 TEST(Range, ComparesInDecimal)
 {
-    EXPECT_TRUE(Holds(test::Range(Diameter, u"≥"_s, u"0.3"_s, {}, {}), u"0.30"_s));
+    EXPECT_TRUE(Holds(test::Range(DiameterName, u"≥"_s, u"0.3"_s, {}, {}), u"0.30"_s));
     EXPECT_FALSE(
-        Holds(test::Range(Diameter, u"＞"_s, u"9007199254740992"_s, {}, {}), u"9007199254740992.0"_s));
-    EXPECT_TRUE(Holds(test::Range(Diameter, u"＞"_s, u"9007199254740992"_s, {}, {}), u"9007199254740993"_s));
+        Holds(test::Range(DiameterName, u"＞"_s, u"9007199254740992"_s, {}, {}), u"9007199254740992.0"_s));
+    EXPECT_TRUE(
+        Holds(test::Range(DiameterName, u"＞"_s, u"9007199254740992"_s, {}, {}), u"9007199254740993"_s));
 }
 
 TEST(Range, HoldsForNoTextThatIsNoNumber)
@@ -214,7 +218,7 @@ TEST(Range, ReadsNumbersAsTheValueListWritesThem)
 TEST(Range, WithoutABoundHoldsForAnyNumber)
 {
     EXPECT_TRUE(Holds(Between({}, {}), u"-1000000"_s));
-    EXPECT_TRUE(Holds(test::Range(Diameter, u"?"_s, {}, u"?"_s, {}), u"６５"_s));
+    EXPECT_TRUE(Holds(test::Range(DiameterName, u"?"_s, {}, u"?"_s, {}), u"６５"_s));
 }
 
 TEST(Range, WithABoundThatIsNoNumberHoldsForNothing)
@@ -243,7 +247,8 @@ TEST(Attribute, IsTheColumnOfItsNameElseOfItsCode)
     const rules::CategoryMatcher matcher(
         test::CategoryOf({RuleOf({Is(u"a"_s), test::Value(u"周长(mm)"_s, u"＝"_s, u"1"_s),
                                   test::Value(u"壁厚"_s, u"＝"_s, u"1"_s)})}),
-        {{.name = Material, .code = u"AM_Material"_s}, {.name = u"周长(mm)"_s, .code = u"AM_Perimeter"_s}});
+        {{.name = MaterialName, .code = u"AM_Material"_s},
+         {.name = u"周长(mm)"_s, .code = u"AM_Perimeter"_s}});
     using Columns = std::vector<std::optional<std::size_t>>;
     EXPECT_EQ(matcher.ColumnsFor({u"AM_Material"_s, u" 材质"_s, u"周长（mm）"_s}),
               (Columns{1, 2, std::nullopt}));
@@ -265,7 +270,7 @@ TEST(Attribute, OwnNameIsNoColumn)
 
 TEST(Attribute, TestedTwiceMustSatisfyBoth)
 {
-    const auto both = RuleOf({Between(u"10"_s, u"50"_s), test::Value(Diameter, u"≠"_s, u"40"_s)});
+    const auto both = RuleOf({Between(u"10"_s, u"50"_s), test::Value(DiameterName, u"≠"_s, u"40"_s)});
     EXPECT_EQ(Applies({both}, u"40.0"_s), NoRule);
     EXPECT_EQ(Applies({both}, u"50"_s), 0);
     EXPECT_EQ(Applies({both}, u"60"_s), NoRule);

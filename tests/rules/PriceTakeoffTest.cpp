@@ -14,13 +14,13 @@ using rules::TakeoffPricing;
 
 namespace {
 
-const CString Category = u"甲\\乙\\丙"_s;
+const CString OnlyCategory = u"甲\\乙\\丙"_s;
 
 /// One category: pipes of steel have a bill item, the default rule none.
 rules::ConfigurationPtr Configuration(const CString& material = u"钢管"_s)
 {
     auto category = std::make_shared<rules::SmallCategory>();
-    category->text = Category;
+    category->text = OnlyCategory;
     rules::Rule rule = test::RuleOf({test::Value(u"材质"_s, u"＝"_s, material)});
     rules::BillItem item;
     item.record.strQdId = u"1"_s;
@@ -56,7 +56,7 @@ protected:
 
 QString Row(const QString& id, const QString& material, const QString& length)
 {
-    return id + u',' + Category + u',' + material + u',' + length + u",1\n"_s;
+    return id + u',' + OnlyCategory + u',' + material + u',' + length + u",1\n"_s;
 }
 
 } // namespace

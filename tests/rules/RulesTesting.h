@@ -9,6 +9,8 @@
 /// What the tests of the rules share: conditions and categories in few words.
 namespace test {
 
+inline const CString PipeCategory = QStringLiteral("给排水\\管道\\给水管");
+
 inline rules::Condition Value(const CString& attribute, const CString& sign, const CString& value)
 {
     rules::Condition condition;

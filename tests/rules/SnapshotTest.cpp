@@ -16,9 +16,9 @@ using rules::ConfigurationPtr;
 
 namespace {
 
-const QByteArray Head =
+const QByteArray FileHead =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<自动套清单定额配置信息 Version=\"1\">\n";
-const QByteArray Tail = "</自动套清单定额配置信息>\n";
+const QByteArray FileTail = "</自动套清单定额配置信息>\n";
 
 const QByteArray OneRule =
     R"(<给排水 id="1" name="给排水"><LMember id="11" name="管道"><SMember id="111" name="给水管">
@@ -72,7 +72,7 @@ ConfigurationPtr ReadBytes(const QByteArray& bytes, CString& reason)
 TEST(Snapshot, HoldsEveryFieldOfARuleAsTheFileHasIt)
 {
     CString reason;
-    const ConfigurationPtr configuration = ReadBytes(Head + OneRule + Tail, reason);
+    const ConfigurationPtr configuration = ReadBytes(FileHead + OneRule + FileTail, reason);
     ASSERT_NE(configuration, nullptr) << reason.toStdString();
     const rules::SmallCategoryPtr pipes = configuration->Find(u"给排水\\管道\\给水管"_s);
     ASSERT_NE(pipes, nullptr);
@@ -96,14 +96,15 @@ TEST(Snapshot, HoldsEveryFieldOfARuleAsTheFileHasIt)
 TEST(Snapshot, CategoriesOutliveTheConfiguration)
 {
     CString reason;
-    rules::SmallCategoryPtr pipes = ReadBytes(Head + OneRule + Tail, reason)->Find(u"给排水\\管道\\给水管"_s);
+    rules::SmallCategoryPtr pipes =
+        ReadBytes(FileHead + OneRule + FileTail, reason)->Find(u"给排水\\管道\\给水管"_s);
     EXPECT_EQ(pipes->rules.size(), 3U);
 }
 
 TEST(Snapshot, FindsNoCategoryOfAnotherName)
 {
     CString reason;
-    const ConfigurationPtr configuration = ReadBytes(Head + OneRule + Tail, reason);
+    const ConfigurationPtr configuration = ReadBytes(FileHead + OneRule + FileTail, reason);
     EXPECT_EQ(configuration->Find(u"给排水\\管道\\给水"_s), nullptr);
     EXPECT_EQ(configuration->Find({}), nullptr);
 }
@@ -112,10 +113,10 @@ TEST(Snapshot, ReadsAllSpecialtiesAndOfEqualNamesTheFirst)
 {
     CString reason;
     const ConfigurationPtr configuration = ReadBytes(
-        Head +
+        FileHead +
             "<a id=\"1\" name=\"甲\"/><!-- x --><b id=\"2\" name=\"乙\"><LMember name=\"大\" id=\"9\"/>"
             "<LMember name=\"大\" id=\"8\"/><LMember/></b><c id=\"3\" name=\"甲\"/><d/>" +
-            Tail,
+            FileTail,
         reason);
     ASSERT_NE(configuration, nullptr);
     EXPECT_EQ(Told(*configuration), u"1 甲\n2 乙\n 9 大\n"_s);
@@ -185,12 +186,12 @@ TEST(Snapshot, OfATreeIsThatOfItsFileAndOutlivesIt)
 
 TEST(Snapshot, OfOneCategoryNamesWhatStandsBesideItAndIsThatOfTheWholeFile)
 {
-    const QByteArray bytes = Head +
+    const QByteArray bytes = FileHead +
                              "<电气 id=\"2\" name=\"电气\"><LMember id=\"21\" name=\"灯\"/></电气>\n"
                              "<给排水 id=\"1\" name=\"给排水\"><LMember id=\"12\" name=\"设备\"/>"
                              "<LMember id=\"11\" name=\"管道\"><SMember id=\"110\" name=\"排水管\"/>"
                              "<SMember id=\"111\" name=\"给水管\"/></LMember></给排水>\n" +
-                             Tail;
+                             FileTail;
     const CString pipes = u"给排水\\管道\\给水管"_s;
     const xml::Document document = xml::Document::Create();
     ASSERT_TRUE(document.LoadBytes(bytes));

@@ -4,8 +4,8 @@
 
 namespace test {
 
-/// How many programs a test kills at random moments: the environment variable `KTQDDE_KILLS`, else `usual`.
-int KillsOfRun(int usual);
+/// How many programs a test kills at random moments: the environment variable `KTQDDE_KILLS`, else 10.
+int KillsOfRun();
 /// What chooses the moments; prints its seed. The environment variable `KTQDDE_KILL_SEED` sets another one.
 QRandomGenerator MomentsOfRun();
 /// Lets a random time pass, of at most so many milliseconds.

@@ -66,6 +66,11 @@ bool TempFolder::Exists(const CString& name) const
     return QFileInfo::exists(Native(name));
 }
 
+CStringArray TempFolder::FileNames() const
+{
+    return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
 void TempFolder::SetReadOnly(const CString& name, bool readOnly) const
 {
     const QFile::Permissions writing =

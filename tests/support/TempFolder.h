@@ -32,6 +32,8 @@ public:
     /// The content of a file.
     QByteArray ReadFile(const CString& name) const;
     bool Exists(const CString& name) const;
+    /// The names of the files in it, sorted.
+    CStringArray FileNames() const;
     /// Takes from everybody the right to write a file or folder, or gives it back to the owner.
     void SetReadOnly(const CString& name, bool readOnly) const;
     /// Lets a file say that it was written at another time.

@@ -11,7 +11,7 @@ using test::RefusalOf;
 
 namespace {
 
-const CString Name = u"表.ods"_s;
+const CString OdsName = u"表.ods"_s;
 
 QByteArray Row(const QByteArray& cells, const QByteArray& attributes = {})
 {
@@ -44,19 +44,19 @@ TEST(OdsReader, CellsHaveTheirTextAndKind)
             "calcext:value-type=\"error\"><text:p>#REF!</text:p></table:table-cell>"
             "<table:table-cell/>"
             "<table:table-cell><text:p>bare</text:p></table:table-cell>"));
-    EXPECT_EQ(RecordsOf(book, Name).first().fields, (CStringArray{u"编号"_s,
-                                                                  u"50"_s,
-                                                                  u"0.5"_s,
-                                                                  u"2024-01-02"_s,
-                                                                  u"TRUE"_s,
-                                                                  u"2"_s,
-                                                                  {},
-                                                                  u"#REF!"_s,
-                                                                  {},
-                                                                  u"bare"_s}));
+    EXPECT_EQ(RecordsOf(book, OdsName).first().fields, (CStringArray{u"编号"_s,
+                                                                     u"50"_s,
+                                                                     u"0.5"_s,
+                                                                     u"2024-01-02"_s,
+                                                                     u"TRUE"_s,
+                                                                     u"2"_s,
+                                                                     {},
+                                                                     u"#REF!"_s,
+                                                                     {},
+                                                                     u"bare"_s}));
     using enum CellKind;
-    EXPECT_EQ(CellKind::Text, test::KindsOf(book, Name, 0).front());
-    EXPECT_EQ(test::KindsOf(book, Name, 0),
+    EXPECT_EQ(CellKind::Text, test::KindsOf(book, OdsName, 0).front());
+    EXPECT_EQ(test::KindsOf(book, OdsName, 0),
               (std::vector<CellKind>{CellKind::Text, Number, Number, Date, Boolean, Number, Error, Error,
                                      Empty, CellKind::Text}));
 }
@@ -70,7 +70,7 @@ TEST(OdsReader, ParagraphsBlanksAndRemarksAreTakenAsSpreadsheetsShowThem)
                 "<text:p> e<text:line-break/>f</text:p>"
                 "<office:annotation><text:p>no</text:p></office:annotation>"
                 "<draw:frame><draw:text-box><text:p>no</text:p></draw:text-box></draw:frame>"))),
-            Name),
+            OdsName),
         (CArray<CStringArray>{{u"a   b c\td\n\ne\nf"_s}}));
 }
 
@@ -86,7 +86,7 @@ TEST(OdsReader, RepeatedCellsAndRowsAreCounted)
                 "<table:table-header-rows>" + Row(Text("<text:p>c</text:p>")) + "</table:table-header-rows>" +
                 Row("<table:table-cell table:number-columns-repeated=\"16384\"/>",
                     "table:number-rows-repeated=\"1048562\"")),
-        Name);
+        OdsName);
     ASSERT_EQ(records.size(), 4);
     EXPECT_EQ(records[0].fields, CStringArray(3, u"a"_s));
     EXPECT_EQ(records[1].line, 12);
@@ -100,14 +100,14 @@ TEST(OdsReader, RepeatedCellsAndRowsAreCounted)
 TEST(OdsReader, SheetIsTheFirstOneOrTheNamedOne)
 {
     const QByteArray book = MakeOds(Row(Text("<text:p>a</text:p>")));
-    EXPECT_EQ(FieldsOf(book, Name), CArray<CStringArray>{{u"a"_s}});
-    EXPECT_EQ(FieldsOf(book, Name, u"说明"_s), CArray<CStringArray>{{u"别的"_s}});
-    EXPECT_EQ(RefusalOf(book, Name, u"没有"_s), u"没有名为“没有”的工作表，只有：构件、说明"_s);
+    EXPECT_EQ(FieldsOf(book, OdsName), CArray<CStringArray>{{u"a"_s}});
+    EXPECT_EQ(FieldsOf(book, OdsName, u"说明"_s), CArray<CStringArray>{{u"别的"_s}});
+    EXPECT_EQ(RefusalOf(book, OdsName, u"没有"_s), u"没有名为“没有”的工作表，只有：构件、说明"_s);
 }
 
 TEST(OdsReader, WhatNoSheetHoldsIsRefused)
 {
-    const auto refusal = [](const QByteArray& rows) { return RefusalOf(MakeOds(rows), Name); };
+    const auto refusal = [](const QByteArray& rows) { return RefusalOf(MakeOds(rows), OdsName); };
     const QByteArray text = Text("<text:p>a</text:p>");
     EXPECT_TRUE(
         refusal(Row(text, "table:number-rows-repeated=\"2000000\"")).contains(u"不能超过 1048576 行"_s));
@@ -126,5 +126,5 @@ TEST(OdsReader, EncryptedWorkbookIsRefused)
     parts["content.xml"] = "\x01\x02 no XML";
     parts["META-INF/manifest.xml"] =
         "<m:manifest xmlns:m=\"m\"><m:file-entry><m:encryption-data/></m:file-entry></m:manifest>";
-    EXPECT_EQ(RefusalOf(test::MakeZip(parts), Name), u"工作簿是加密的，请去掉密码再试"_s);
+    EXPECT_EQ(RefusalOf(test::MakeZip(parts), OdsName), u"工作簿是加密的，请去掉密码再试"_s);
 }

@@ -11,7 +11,7 @@ using test::RefusalOf;
 
 namespace {
 
-const CString Name = u"表.xlsx"_s;
+const CString XlsxName = u"表.xlsx"_s;
 
 } // namespace
 
@@ -26,7 +26,7 @@ TEST(XlsxReader, CellsHaveTheirTextAndKind)
                  "<c r=\"G3\" s=\"2\"><v>45293.25</v></c><c r=\"H3\" t=\"d\"><v>2024-01-02T00:00:00</v></c>"
                  "<c r=\"I3\" t=\"str\"><f>A1</f><v>结果</v></c><c r=\"J3\"><f>1+1</f><v>2</v></c>"
                  "<c r=\"K3\"><f>1+1</f></c><c r=\"L3\" s=\"3\"><v>0.1</v></c><c r=\"M3\"/></row>");
-    const auto records = RecordsOf(book, Name);
+    const auto records = RecordsOf(book, XlsxName);
     ASSERT_EQ(records.size(), 2);
     EXPECT_EQ(records[0].fields, (CStringArray{u"编号"_s, u"名称"_s, u"镀锌 钢管"_s}));
     EXPECT_EQ(records[1].line, 3);
@@ -43,15 +43,16 @@ TEST(XlsxReader, CellsHaveTheirTextAndKind)
                                                {},
                                                u"0.1"_s}));
     using enum CellKind;
-    EXPECT_EQ(test::KindsOf(book, Name, 1), (std::vector<CellKind>{Text, Number, Empty, Boolean, Error, Date,
-                                                                   Date, Date, Text, Number, Error, Number}));
+    EXPECT_EQ(test::KindsOf(book, XlsxName, 1),
+              (std::vector<CellKind>{Text, Number, Empty, Boolean, Error, Date, Date, Date, Text, Number,
+                                     Error, Number}));
 }
 
 TEST(XlsxReader, CellsThatHoldNoValueAreFaultsOfTheirRecord)
 {
     const auto faultOf = [](const QByteArray& cell) {
         return RecordsOf(MakeXlsx("<row><c t=\"s\"><v>0</v></c></row><row><c><v>1</v></c>" + cell + "</row>"),
-                         Name)[1]
+                         XlsxName)[1]
             .fault;
     };
     EXPECT_EQ(faultOf("<c t=\"e\"><v>#REF!</v></c>"), u"B 列是出错的值（#REF!）"_s);
@@ -67,7 +68,7 @@ TEST(XlsxReader, NumberAndTextOfTheSameDigitsAreOneValue)
     const auto rows =
         FieldsOf(MakeXlsx("<row><c t=\"inlineStr\"><is><t>30801001001</t></is></c><c><v>30801001001</v></c>"
                           "<c><v>3.0801001001E+10</v></c></row>"),
-                 Name);
+                 XlsxName);
     EXPECT_EQ(rows.first(), CStringArray(3, u"30801001001"_s));
 }
 
@@ -75,7 +76,7 @@ TEST(XlsxReader, EscapedCharactersAndEmptyTextsAreTakenAsMeant)
 {
     EXPECT_EQ(FieldsOf(MakeXlsx("<row><c t=\"s\"><v>3</v></c><c t=\"s\"><v>4</v></c>"
                                 "<c t=\"inlineStr\"><is><t>x_x000A_y</t></is></c></row>"),
-                       Name),
+                       XlsxName),
               (CArray<CStringArray>{{u"a\rb_x0041_"_s, {}, u"x\ny"_s}}));
 }
 
@@ -86,7 +87,7 @@ TEST(XlsxReader, EmptyRowsArePassedOverAndRowsAreFilledUpToTheHeadings)
                            "<row r=\"6\"><c r=\"C6\" t=\"s\"><v>4</v></c></row>"
                            "<row r=\"9\"><c r=\"B9\"><v>4</v></c></row>"
                            "<row r=\"10\"><c r=\"E10\"><v>4</v></c></row>"),
-                  Name);
+                  XlsxName);
     ASSERT_EQ(records.size(), 3);
     EXPECT_EQ(records[1].line, 9);
     EXPECT_EQ(records[1].fields, (CStringArray{{}, u"4"_s, {}}));
@@ -96,12 +97,12 @@ TEST(XlsxReader, EmptyRowsArePassedOverAndRowsAreFilledUpToTheHeadings)
 TEST(XlsxReader, FirstVisibleSheetIsReadUnlessOneIsNamed)
 {
     const QByteArray book = MakeXlsx("<row><c><v>1</v></c></row>");
-    EXPECT_EQ(FieldsOf(book, Name), CArray<CStringArray>{{u"1"_s}});
-    EXPECT_EQ(FieldsOf(book, Name, u"说明"_s), CArray<CStringArray>{{u"别的"_s}});
-    EXPECT_EQ(FieldsOf(book, Name, u"藏"_s), CArray<CStringArray>{{u"别的"_s}});
-    EXPECT_EQ(RefusalOf(book, Name, u"没有"_s), u"没有名为“没有”的工作表，只有：藏、构件、说明"_s);
+    EXPECT_EQ(FieldsOf(book, XlsxName), CArray<CStringArray>{{u"1"_s}});
+    EXPECT_EQ(FieldsOf(book, XlsxName, u"说明"_s), CArray<CStringArray>{{u"别的"_s}});
+    EXPECT_EQ(FieldsOf(book, XlsxName, u"藏"_s), CArray<CStringArray>{{u"别的"_s}});
+    EXPECT_EQ(RefusalOf(book, XlsxName, u"没有"_s), u"没有名为“没有”的工作表，只有：藏、构件、说明"_s);
     const test::TempFolder folder;
-    const auto reader = tables::OpenTable(folder.WriteFile(Name, book));
+    const auto reader = tables::OpenTable(folder.WriteFile(XlsxName, book));
     EXPECT_EQ(reader->Sheets(), (CStringArray{u"藏"_s, u"构件"_s, u"说明"_s}));
     EXPECT_EQ(reader->Sheet(), u"构件"_s);
 }
@@ -110,9 +111,9 @@ TEST(XlsxReader, WhatTheFileHoldsDecidesNotItsName)
 {
     const QByteArray book = MakeXlsx("<row><c><v>1</v></c></row>");
     EXPECT_EQ(FieldsOf(book, u"a.csv"_s), CArray<CStringArray>{{u"1"_s}});
-    EXPECT_EQ(RefusalOf("a,b\n", Name), u"不是工作簿，内容与扩展名不符"_s);
+    EXPECT_EQ(RefusalOf("a,b\n", XlsxName), u"不是工作簿，内容与扩展名不符"_s);
     EXPECT_EQ(RefusalOf("a,b\n", u"a.ODS"_s), u"不是工作簿，内容与扩展名不符"_s);
-    EXPECT_EQ(RefusalOf(test::MakeZip({{"a.txt", "x"}}), Name), u"不是工作簿，是别的压缩文件"_s);
+    EXPECT_EQ(RefusalOf(test::MakeZip({{"a.txt", "x"}}), XlsxName), u"不是工作簿，是别的压缩文件"_s);
 }
 
 TEST(XlsxReader, MergedCellsOfTheTableAreRefusedOthersAreNot)
@@ -120,7 +121,8 @@ TEST(XlsxReader, MergedCellsOfTheTableAreRefusedOthersAreNot)
     const QByteArray rows = "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><v>2</v></c></row>"
                             "<row r=\"3\"><c r=\"A3\"><v>1</v></c></row>";
     const auto refusal = [&](const QByteArray& range) {
-        return RefusalOf(MakeXlsx(rows, "<mergeCells><mergeCell ref=\"" + range + "\"/></mergeCells>"), Name);
+        return RefusalOf(MakeXlsx(rows, "<mergeCells><mergeCell ref=\"" + range + "\"/></mergeCells>"),
+                         XlsxName);
     };
     EXPECT_EQ(refusal("A2:A3"),
               u"工作表“构件”第 2 行 A 列：有合并的单元格（A2:A3），请取消合并，把每个单元格都填上"_s);
@@ -131,7 +133,7 @@ TEST(XlsxReader, MergedCellsOfTheTableAreRefusedOthersAreNot)
 
 TEST(XlsxReader, PlacesThatCannotBeAreRefused)
 {
-    const auto refusal = [](const QByteArray& rows) { return RefusalOf(MakeXlsx(rows), Name); };
+    const auto refusal = [](const QByteArray& rows) { return RefusalOf(MakeXlsx(rows), XlsxName); };
     EXPECT_TRUE(refusal("<row r=\"1048577\"><c><v>1</v></c></row>").contains(u"不能超过 1048576 行"_s));
     EXPECT_TRUE(refusal("<row r=\"2000000\"/>").contains(u"不能超过 1048576 行"_s));
     EXPECT_TRUE(refusal("<row r=\"2\"/><row r=\"2\"/>").contains(u"不按顺序"_s));
@@ -151,12 +153,12 @@ TEST(XlsxReader, WorkbookMayLackTextsAndFormats)
     test::Parts parts = test::XlsxParts("<row><c s=\"7\"><v>1</v></c></row>");
     parts.erase("xl/sharedStrings.xml");
     parts.erase("xl/styles.xml");
-    EXPECT_EQ(FieldsOf(test::MakeZip(parts), Name), CArray<CStringArray>{{u"1"_s}});
+    EXPECT_EQ(FieldsOf(test::MakeZip(parts), XlsxName), CArray<CStringArray>{{u"1"_s}});
 }
 
 TEST(XlsxReader, DatesCountFrom1904WhereTheWorkbookSaysSo)
 {
     test::Parts parts = test::XlsxParts("<row><c s=\"1\"><v>43831</v></c></row>");
     parts["xl/workbook.xml"].replace("<sheets>", "<workbookPr date1904=\"1\"/><sheets>");
-    EXPECT_EQ(RecordsOf(test::MakeZip(parts), Name).first().fields, CStringArray{u"2024-01-02"_s});
+    EXPECT_EQ(RecordsOf(test::MakeZip(parts), XlsxName).first().fields, CStringArray{u"2024-01-02"_s});
 }

@@ -38,7 +38,7 @@ CStringArray Fields(const QdStruct& record)
 }
 
 /// A bill item with quota items 1, 2 and 3.
-std::unique_ptr<QdNode> WithThree()
+std::unique_ptr<QdNode> WithThreeQuotas()
 {
     auto node = std::make_unique<QdNode>();
     for (const CString& number : {u"C8-1"_s, u"C8-2"_s, u"C8-3"_s})
@@ -77,7 +77,7 @@ TEST(QdNode, RoundTripKeepsIdsOrderAndHighestQuotaId)
 
 TEST(QdNode, AddingNumbersFromOneAndSetsTheParent)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     EXPECT_EQ(test::Ids(node->GetDe()), (std::vector<int>{1, 2, 3}));
     EXPECT_EQ(node->GetDe(2)->GetParent(), node.get());
     EXPECT_EQ(node->GetDe(2)->GetRecord().strDeId, u"C8-2"_s);
@@ -86,7 +86,7 @@ TEST(QdNode, AddingNumbersFromOneAndSetsTheParent)
 
 TEST(QdNode, IdOfADeletedLastItemIsNotGivenOutAgainInMemory)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     EXPECT_TRUE(node->DelDe({3}));
     EXPECT_TRUE(node->AddDe(De(u"new"_s)));
     EXPECT_EQ(test::Ids(node->GetDe()), (std::vector<int>{1, 2, 4}));
@@ -94,7 +94,7 @@ TEST(QdNode, IdOfADeletedLastItemIsNotGivenOutAgainInMemory)
 
 TEST(QdNode, IdOfADeletedLastItemIsGivenOutAgainAfterAFile)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     node->DelDe({3});
     QdNode read;
     test::RoundTrip(*node, read);
@@ -105,7 +105,7 @@ TEST(QdNode, IdOfADeletedLastItemIsGivenOutAgainAfterAFile)
 
 TEST(QdNode, DeletingNothingIsTrueAndChangesNothing)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     EXPECT_TRUE(node->DelDe({}));
     EXPECT_TRUE(node->DelDe({0, 7, -1}));
     EXPECT_EQ(test::Ids(node->GetDe()), (std::vector<int>{1, 2, 3}));
@@ -113,7 +113,7 @@ TEST(QdNode, DeletingNothingIsTrueAndChangesNothing)
 
 TEST(QdNode, DeletingKeepsTheOrderOfTheOthersAndTheCounter)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     node->AddDe(De(u"C8-4"_s));
     EXPECT_TRUE(node->DelDe({1, 3, 99}));
     EXPECT_EQ(test::Ids(node->GetDe()), (std::vector<int>{2, 4}));
@@ -130,7 +130,7 @@ TEST(QdNode, DeletingARepeatedIdDeletesAllThatHaveIt)
 
 TEST(QdNode, ResettingAnUnknownIdIsFalseAndChangesNothing)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     const CString before = test::Written(*node);
     EXPECT_FALSE(node->ReSetDe(4, FullDe()));
     EXPECT_EQ(test::Written(*node), before);
@@ -138,7 +138,7 @@ TEST(QdNode, ResettingAnUnknownIdIsFalseAndChangesNothing)
 
 TEST(QdNode, ResettingOverwritesTheWholeRecordAndKeepsTheId)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     EXPECT_TRUE(node->ReSetDe(2, FullDe()));
     EXPECT_EQ(Fields(node->GetDe(2)->GetRecord()), Fields(FullDe()));
     EXPECT_TRUE(node->ReSetDe(2, DeStruct{}));
@@ -216,7 +216,7 @@ TEST(QdNode, NegativeIdsDoNotLowerTheCounter)
 TEST(QdNode, CloneKeepsIdsAndCounterAndIsTheParentOfItsChildren)
 {
     QdDeConfigNode parent;
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     node->SetId(8);
     node->SetParent(&parent);
     node->SetRecord(FullQd());
@@ -234,7 +234,7 @@ TEST(QdNode, CloneKeepsIdsAndCounterAndIsTheParentOfItsChildren)
 
 TEST(QdNode, DeletingAllLeavesTheCounter)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     node->DeleteAllDe();
     EXPECT_TRUE(node->GetDe().empty());
     EXPECT_EQ(node->GetLastDeId(), 3);
@@ -257,7 +257,7 @@ TEST(QdNode, AddingAPointerNeitherNumbersNorSetsTheParent)
 
 TEST(QdNode, ListHandedOutIsACopy)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     std::vector<DeNode*> list = node->GetDe();
     list.clear();
     EXPECT_EQ(node->GetDe().size(), 3U);
@@ -278,7 +278,7 @@ TEST(QdNode, WritesTenAttributesInOrderAndAnEmptyContainer)
 
 TEST(QdNode, WritesEveryQuotaItemAsDeInTheContainerDe)
 {
-    const auto node = WithThree();
+    const auto node = WithThreeQuotas();
     node->DelDe({1, 2});
     EXPECT_TRUE(test::Written(*node).endsWith(
         u"\n <De>\n  <De id=\"3\" strName=\"\" strUnit=\"\" strUnitCode=\"\" strDeId=\"C8-3\" strDeCode=\"\" "

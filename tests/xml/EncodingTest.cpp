@@ -2,10 +2,13 @@
 
 #include "platform/Encoding.h"
 #include "support/StrictXml.h"
+#include "xml/XmlTesting.h"
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+using test::Parsed;
 
 namespace {
 
@@ -15,13 +18,6 @@ QByteArray Encoded(const QByteArray& label, platform::Encoding encoding, const C
     const CString text =
         u"<?xml version=\"1.0\" encoding=\""_s + CString::fromLatin1(label) + u"\"?>\n"_s + body;
     return platform::Encode(text, encoding).value();
-}
-
-xml::Document Parse(const QByteArray& bytes)
-{
-    xml::Document document = xml::Document::Create();
-    EXPECT_TRUE(document.LoadBytes(bytes)) << qPrintable(document.Reason().ToString());
-    return document;
 }
 
 CString Value(const xml::Document& document)
@@ -37,7 +33,7 @@ TEST(Encoding, GbFilesAreReadAndKeptByteForByte)
 {
     for (const QByteArray label : {"GB2312", "gbk", "GB18030"}) {
         const QByteArray bytes = Encoded(label, platform::Encoding::Gb18030, u"<清单 x='定额'/>\n"_s);
-        const xml::Document document = Parse(bytes);
+        const xml::Document document = Parsed(bytes);
         EXPECT_EQ(Value(document), u"定额"_s) << label.constData();
         EXPECT_EQ(document.ToBytes(), bytes) << label.constData();
     }
@@ -46,22 +42,22 @@ TEST(Encoding, GbFilesAreReadAndKeptByteForByte)
 TEST(Encoding, GbFileKeepsItsEncodingWhenItIsChanged)
 {
     const xml::Document document =
-        Parse(Encoded("GBK", platform::Encoding::Gb18030, u"<清单 x='定额'/>\n"_s));
+        Parsed(Encoded("GBK", platform::Encoding::Gb18030, u"<清单 x='定额'/>\n"_s));
     document.FirstChild().ToElement().SetAttribute(u"x"_s, u"镀锌"_s);
     const QByteArray saved = document.ToBytes();
     EXPECT_TRUE(saved.contains("encoding=\"GBK\""));
-    EXPECT_EQ(Value(Parse(saved)), u"镀锌"_s);
+    EXPECT_EQ(Value(Parsed(saved)), u"镀锌"_s);
     EXPECT_TRUE(test::IsStrictXml(saved));
 }
 
 TEST(Encoding, TextBeyondTheDeclaredCharsetIsDeclaredAsGb18030)
 {
     const xml::Document document =
-        Parse(Encoded("GB2312", platform::Encoding::Gb18030, u"<清单 x='定额'/>\n"_s));
+        Parsed(Encoded("GB2312", platform::Encoding::Gb18030, u"<清单 x='定额'/>\n"_s));
     document.FirstChild().ToElement().SetAttribute(u"x"_s, u"\U00020000鎔"_s);
     const QByteArray saved = document.ToBytes();
     EXPECT_TRUE(saved.contains("encoding=\"GB18030\""));
-    EXPECT_EQ(Value(Parse(saved)), u"\U00020000鎔"_s);
+    EXPECT_EQ(Value(Parsed(saved)), u"\U00020000鎔"_s);
     EXPECT_TRUE(test::IsStrictXml(saved));
 }
 
@@ -69,7 +65,7 @@ TEST(Encoding, Utf16FilesOfBothOrdersAreReadAndKept)
 {
     for (const auto encoding : {platform::Encoding::Utf16Le, platform::Encoding::Utf16Be}) {
         const QByteArray bytes = Encoded("UTF-16", encoding, u"<清单 x='定额'/>\n"_s);
-        const xml::Document document = Parse(bytes);
+        const xml::Document document = Parsed(bytes);
         EXPECT_EQ(Value(document), u"定额"_s);
         EXPECT_EQ(document.ToBytes(), bytes);
     }
@@ -78,7 +74,7 @@ TEST(Encoding, Utf16FilesOfBothOrdersAreReadAndKept)
 TEST(Encoding, ByteOrderMarkOfUtf8IsKept)
 {
     const QByteArray bytes = "\xEF\xBB\xBF<清单 x='定额'/>\n";
-    EXPECT_EQ(Parse(bytes).ToBytes(), bytes);
+    EXPECT_EQ(Parsed(bytes).ToBytes(), bytes);
 }
 
 TEST(Encoding, NewDocumentIsUtf8)
@@ -98,7 +94,7 @@ TEST(Encoding, OddNumberOfUtf16BytesIsRefused)
 TEST(Encoding, InstructionWhoseNameBeginsLikeTheDeclarationDeclaresNothing)
 {
     const CString text = u"<?xmlns version=\"1.0\" encoding=\"GBK\"?>\n<清单 x='定额'/>\n"_s;
-    EXPECT_EQ(Value(Parse(text.toUtf8())), u"定额"_s);
+    EXPECT_EQ(Value(Parsed(text.toUtf8())), u"定额"_s);
     EXPECT_FALSE(
         xml::Document::Create().LoadBytes(platform::Encode(text, platform::Encoding::Gb18030).value()));
 }
@@ -107,10 +103,10 @@ TEST(Encoding, ByteOrderMarkWinsAndTheDeclarationIsPutRight)
 {
     const CString text = u"<?xml version=\"1.0\" encoding=\"GBK\"?>\n<清单 x='定额'/>\n"_s;
     for (const auto encoding : {platform::Encoding::Utf8Bom, platform::Encoding::Utf16Le}) {
-        const xml::Document document = Parse(platform::Encode(text, encoding).value());
+        const xml::Document document = Parsed(platform::Encode(text, encoding).value());
         EXPECT_EQ(Value(document), u"定额"_s);
         const QByteArray saved = document.ToBytes();
         EXPECT_TRUE(test::IsStrictXml(saved));
-        EXPECT_EQ(Value(Parse(saved)), u"定额"_s);
+        EXPECT_EQ(Value(Parsed(saved)), u"定额"_s);
     }
 }

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-xml::Document Parse(const QByteArray& bytes)
+xml::Document Loaded(const QByteArray& bytes)
 {
     xml::Document document = xml::Document::Create();
     document.LoadBytes(bytes);
@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Load, NamesLineAndColumnOfWhatItRefuses)
 {
-    const xml::Document document = Parse("<a>\n  <甲 乙='1' 乙='2'/>\n</a>");
+    const xml::Document document = Loaded("<a>\n  <甲 乙='1' 乙='2'/>\n</a>");
     EXPECT_EQ(document.Reason().line, 2);
     EXPECT_EQ(document.Reason().column, 22 - 3);
     EXPECT_TRUE(document.Reason().text.contains(u"重复"_s));
@@ -131,7 +131,7 @@ TEST(Load, NamesLineAndColumnOfWhatItRefuses)
 
 TEST(Load, SaysWhatIsWrongAlsoWhereTheFileEnds)
 {
-    const auto reason = [](const QByteArray& bytes) { return Parse(bytes).Reason().text; };
+    const auto reason = [](const QByteArray& bytes) { return Loaded(bytes).Reason().text; };
     EXPECT_EQ(reason("<?xml version=\"1.0\"?>\n"), u"没有根元素"_s);
     EXPECT_EQ(reason("<!-- x -->"), u"没有根元素"_s);
     EXPECT_EQ(reason("<a x='1' x='2'/>"), u"同一元素中属性重复"_s);
@@ -149,15 +149,15 @@ TEST(Load, BytesOfAnotherEncodingAreToldAsSuchWhereverTheyStand)
          {"<" + gbk + "/>", "<a" + gbk + "/>", "<a " + gbk + "='1'/>", "<a x='" + gbk + "'/>",
           "<a>" + gbk + "</a>", "<a></" + gbk + ">", "<a><b></" + gbk + "></a>", "<a/><!--" + gbk + "-->",
           "<?" + gbk + "?><a/>", "<a x=" + gbk + "/>"})
-        EXPECT_EQ(Parse(declaration + place).Reason().text, u"字节不是有效的文字编码"_s)
+        EXPECT_EQ(Loaded(declaration + place).Reason().text, u"字节不是有效的文字编码"_s)
             << place.toHex().constData();
 }
 
 TEST(Load, TakesElementsOfANameWithEverChangingAttributes)
 {
     const xml::Document document =
-        Parse("<r><a x=\"1\" y=\"2\"/><a y=\"＝\" x=\"≤\"/><a/><a x='3'  y = \"&lt;\" z=\"4\"/>"
-              "<a x=\"é\" y=\"5\" z=\"𠀀\" w=\"\"/></r>");
+        Loaded("<r><a x=\"1\" y=\"2\"/><a y=\"＝\" x=\"≤\"/><a/><a x='3'  y = \"&lt;\" z=\"4\"/>"
+               "<a x=\"é\" y=\"5\" z=\"𠀀\" w=\"\"/></r>");
     CString text;
     for (xml::Node node = document.FirstChild().FirstChild(); node; node = node.NextSibling())
         for (const CString& name : {u"w"_s, u"x"_s, u"y"_s, u"z"_s}) {
@@ -179,7 +179,7 @@ TEST(Load, MissingFileIsFalseWithAReason)
 
 TEST(Load, ReplacesWhatTheDocumentHeld)
 {
-    const xml::Document document = Parse("<a><b/></a>");
+    const xml::Document document = Loaded("<a><b/></a>");
     EXPECT_TRUE(document.LoadBytes("<c/>"));
     EXPECT_TRUE(document.SelectSingleNode(u"a"_s).IsNull());
     EXPECT_FALSE(document.SelectSingleNode(u"c"_s).IsNull());
@@ -187,7 +187,7 @@ TEST(Load, ReplacesWhatTheDocumentHeld)
 
 TEST(Load, WalksCommentsInstructionsAndTextButNoBlankText)
 {
-    const xml::Document document = Parse("<a>\n <!--c--> <?p q?> 字 <![CDATA[d]]> <b/> \n</a>");
+    const xml::Document document = Loaded("<a>\n <!--c--> <?p q?> 字 <![CDATA[d]]> <b/> \n</a>");
     QList<xml::NodeKind> kinds;
     for (xml::Node n = document.FirstChild().FirstChild(); n; n = n.NextSibling())
         kinds.append(n.Kind());
@@ -197,7 +197,7 @@ TEST(Load, WalksCommentsInstructionsAndTextButNoBlankText)
 
 TEST(Load, ReadsValuesAsXmlSays)
 {
-    const xml::Document document = Parse("<a x='1&#10;2\n3&amp;' y=\"甲\"/>");
+    const xml::Document document = Loaded("<a x='1&#10;2\n3&amp;' y=\"甲\"/>");
     CString value;
     ASSERT_TRUE(document.FirstChild().ToElement().GetAttribute(u"x"_s, value));
     EXPECT_EQ(value, u"1\n2 3&"_s);
@@ -207,7 +207,7 @@ TEST(Load, ReadsValuesAsXmlSays)
 
 TEST(Load, FindsContentAtEveryDepth)
 {
-    const xml::Document document = Parse("<a><b x='1'><c><d y='2'>t</d></c></b><b/></a>");
+    const xml::Document document = Loaded("<a><b x='1'><c><d y='2'>t</d></c></b><b/></a>");
     const xml::Node d = document.FirstChild().SelectSingleNode(u"b"_s).SelectSingleNode(u"c"_s).FirstChild();
     EXPECT_EQ(d.Name(), u"d"_s);
     EXPECT_EQ(d.FirstChild().Kind(), xml::NodeKind::Text);
@@ -217,7 +217,7 @@ TEST(Load, TakesAHundredThousandNestedElements)
 {
     constexpr int Depth = 100000;
     const QByteArray nested = QByteArray("<n>").repeated(Depth) + QByteArray("</n>").repeated(Depth);
-    const xml::Document document = Parse("<a>" + nested + "<b/></a>");
+    const xml::Document document = Loaded("<a>" + nested + "<b/></a>");
     int depth = 0;
     for (xml::Node n = document.FirstChild().FirstChild(); n; n = n.FirstChild())
         ++depth;

@@ -1,6 +1,7 @@
 #include "xml/Dom.h"
 
 #include "xml/PrintXml.h"
+#include "xml/XmlTesting.h"
 
 #include <gtest/gtest.h>
 
@@ -8,16 +9,11 @@ using namespace Qt::StringLiterals;
 
 // Elements that are made or loaded in one document and appended to another.
 
+using test::Parsed;
+
 namespace {
 
 constexpr char Head[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
-
-xml::Document Parse(const QByteArray& bytes)
-{
-    xml::Document document = xml::Document::Create();
-    EXPECT_TRUE(document.LoadBytes(bytes));
-    return document;
-}
 
 /// A document with the element `name`, which is its document element.
 xml::Document WithRoot(const CString& name)
@@ -79,7 +75,7 @@ TEST(MovedNode, HandleFromBeforeStillWritesIntoTheElement)
 TEST(MovedNode, HandlesBelowItFollowToo)
 {
     const xml::Document target = WithRoot(u"r"_s);
-    const xml::Document source = Parse("<s><t><u/><v><w/></v></t></s>");
+    const xml::Document source = Parsed("<s><t><u/><v><w/></v></t></s>");
     const xml::Node t = source.FirstChild().FirstChild();
     const xml::Element w = t.FirstChild().NextSibling().FirstChild().ToElement();
     target.FirstChild().AppendChild(t);
@@ -114,11 +110,11 @@ TEST(MovedNode, HandleOutlivesTheDocumentThatItsElementWentTo)
 
 TEST(MovedNode, DocumentElementBringsContentThatNobodyHasLookedAt)
 {
-    const xml::Document source = Parse("<s><t><u x='1'/></t></s>");
+    const xml::Document source = Parsed("<s><t><u x='1'/></t></s>");
     const xml::Document target = WithRoot(u"r"_s);
     target.FirstChild().AppendChild(source.FirstChild());
     EXPECT_EQ(target.FirstChild().FirstChild().FirstChild().FirstChild().Name(), u"u"_s);
-    const xml::Document nested = Parse("<s><t><u x='1'/></t></s>");
+    const xml::Document nested = Parsed("<s><t><u x='1'/></t></s>");
     const xml::Node root = nested.FirstChild();
     nested.RemoveChild(root);
     nested.AppendChild(nested.CreateElement(u"r"_s)).AppendChild(root);
@@ -127,7 +123,7 @@ TEST(MovedNode, DocumentElementBringsContentThatNobodyHasLookedAt)
 
 TEST(DocumentNode, TakesNoText)
 {
-    const xml::Document source = Parse("<s>t<![CDATA[c]]></s>");
+    const xml::Document source = Parsed("<s>t<![CDATA[c]]></s>");
     const xml::Document target = xml::Document::Create();
     const xml::Node text = source.FirstChild().FirstChild();
     EXPECT_THROW(target.AppendChild(text.NextSibling()), xml::Error);
@@ -138,7 +134,7 @@ TEST(DocumentNode, TakesNoText)
 
 TEST(DocumentNode, CommentLeavesRoomForTheElement)
 {
-    const xml::Document source = Parse("<s><!--c--><?p i?></s>");
+    const xml::Document source = Parsed("<s><!--c--><?p i?></s>");
     const xml::Document target = xml::Document::Create();
     const xml::Node comment = target.AppendChild(source.FirstChild().FirstChild());
     EXPECT_TRUE(target.FirstChild().IsNull());
@@ -153,8 +149,8 @@ TEST(DocumentNode, CommentLeavesRoomForTheElement)
 
 TEST(DocumentNode, CommentBesideALoadedElementIsWritten)
 {
-    const xml::Document source = Parse("<s><!--c--></s>");
-    const xml::Document target = Parse("<?xml version='1.0'?>\n<r  x='1'/>");
+    const xml::Document source = Parsed("<s><!--c--></s>");
+    const xml::Document target = Parsed("<?xml version='1.0'?>\n<r  x='1'/>");
     target.AppendChild(source.FirstChild().FirstChild());
     EXPECT_EQ(target.ToBytes(), "<?xml version='1.0'?>\n<r  x='1'/>\n<!--c-->\n");
     target.AppendChild(target.FirstChild());
@@ -163,7 +159,7 @@ TEST(DocumentNode, CommentBesideALoadedElementIsWritten)
 
 TEST(RootText, GetsNoBlanksFromTheChildrenThatComeAndGo)
 {
-    const xml::Document document = Parse("<r>\n\t<a/>text<b/>\n\t<c/>\n</r>\n");
+    const xml::Document document = Parsed("<r>\n\t<a/>text<b/>\n\t<c/>\n</r>\n");
     const xml::Node root = document.FirstChild();
     root.RemoveChild(root.SelectSingleNode(u"b"_s));
     EXPECT_EQ(document.ToBytes(), "<r>\n\t<a/>text<c/>\n</r>\n");
@@ -176,15 +172,15 @@ TEST(RootText, GetsNoBlanksFromTheChildrenThatComeAndGo)
 
 TEST(RootText, AppendedStaysAsItIs)
 {
-    const xml::Document source = Parse("<s>text</s>");
-    const xml::Document document = Parse("<r>\n\t<a/>\n</r>\n");
+    const xml::Document source = Parsed("<s>text</s>");
+    const xml::Document document = Parsed("<r>\n\t<a/>\n</r>\n");
     document.FirstChild().AppendChild(source.FirstChild().FirstChild());
     EXPECT_EQ(document.ToBytes(), "<r>\n\t<a/>text</r>\n");
 }
 
 TEST(RootText, NewChildAndEndTagAreNoBlanksBehindIt)
 {
-    const xml::Document document = Parse("<r>text<a/></r>");
+    const xml::Document document = Parsed("<r>text<a/></r>");
     const xml::Node root = document.FirstChild();
     root.RemoveChild(root.SelectSingleNode(u"a"_s));
     root.AppendChild(document.CreateElement(u"a"_s));
@@ -193,7 +189,7 @@ TEST(RootText, NewChildAndEndTagAreNoBlanksBehindIt)
 
 TEST(Content, MarkAtTheBeginningOfAChangedChildIsACharacter)
 {
-    const xml::Document document = Parse("<r><a>\xEF\xBB\xBFtext<b/></a></r>");
+    const xml::Document document = Parsed("<r><a>\xEF\xBB\xBFtext<b/></a></r>");
     document.FirstChild().FirstChild().ToElement().SetAttribute(u"x"_s, u"1"_s);
     EXPECT_EQ(document.ToBytes(), "<r><a x=\"1\">\xEF\xBB\xBFtext<b/></a></r>\n");
 }

@@ -4,19 +4,15 @@
 #include "support/FaultyFileSystem.h"
 #include "support/StrictXml.h"
 #include "support/TempFolder.h"
+#include "xml/XmlTesting.h"
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 
-namespace {
+using test::Parsed;
 
-xml::Document Parse(const QByteArray& bytes)
-{
-    xml::Document document = xml::Document::Create();
-    EXPECT_TRUE(document.LoadBytes(bytes)) << qPrintable(document.Reason().ToString());
-    return document;
-}
+namespace {
 
 /// Every way of writing that a careful hand or another program may have used.
 const QByteArray Handwritten =
@@ -28,12 +24,12 @@ const QByteArray Handwritten =
 
 TEST(Save, UntouchedDocumentComesBackByteForByte)
 {
-    EXPECT_EQ(Parse(Handwritten).ToBytes(), Handwritten);
+    EXPECT_EQ(Parsed(Handwritten).ToBytes(), Handwritten);
 }
 
 TEST(Save, LookingAtADocumentChangesNothing)
 {
-    const xml::Document document = Parse(Handwritten);
+    const xml::Document document = Parsed(Handwritten);
     for (xml::Node child = document.FirstChild().FirstChild(); child; child = child.NextSibling())
         if (child.Kind() == xml::NodeKind::Element)
             for (xml::Node below = child.FirstChild(); below; below = below.NextSibling())
@@ -43,7 +39,7 @@ TEST(Save, LookingAtADocumentChangesNothing)
 
 TEST(Save, ReplacingOneChildKeepsTheOthersByteForByte)
 {
-    const xml::Document document = Parse(Handwritten);
+    const xml::Document document = Parsed(Handwritten);
     const xml::Node root = document.FirstChild();
     root.RemoveChild(root.SelectSingleNode(u"给排水"_s));
     const xml::Element renewed = root.AppendChild(document.CreateElement(u"给排水"_s)).ToElement();
@@ -55,7 +51,7 @@ TEST(Save, ReplacingOneChildKeepsTheOthersByteForByte)
 
 TEST(Save, ChangedChildIsWrittenAnewAndTheOthersStay)
 {
-    const xml::Document document = Parse(Handwritten);
+    const xml::Document document = Parsed(Handwritten);
     const xml::Element electric = document.FirstChild().SelectSingleNode(u"电气"_s).ToElement();
     electric.SetAttribute(u"id"_s, u"3"_s);
     const QByteArray saved = document.ToBytes();
@@ -68,7 +64,7 @@ TEST(Save, ChangedChildIsWrittenAnewAndTheOthersStay)
 
 TEST(Save, DeepChangeIsNotOverlooked)
 {
-    const xml::Document document = Parse("<r>\n\t<a><b><c x='1'/></b></a>\n\t<d/>\n</r>\n");
+    const xml::Document document = Parsed("<r>\n\t<a><b><c x='1'/></b></a>\n\t<d/>\n</r>\n");
     document.FirstChild().FirstChild().FirstChild().FirstChild().ToElement().SetAttribute(u"x"_s, u"2"_s);
     EXPECT_EQ(test::CanonicalXml(document.ToBytes()),
               test::CanonicalXml("<r><a><b><c x='2'/></b></a><d/></r>"));
@@ -76,18 +72,18 @@ TEST(Save, DeepChangeIsNotOverlooked)
 
 TEST(Save, RootAttributeRewritesTheRootTagAlone)
 {
-    const xml::Document document = Parse("<r a='1'  >\n <x  y='1'/>\n</r>\n");
+    const xml::Document document = Parsed("<r a='1'  >\n <x  y='1'/>\n</r>\n");
     document.FirstChild().ToElement().SetAttribute(u"b"_s, u"2"_s);
     EXPECT_EQ(document.ToBytes(), "<r a=\"1\" b=\"2\">\n <x  y='1'/>\n</r>\n");
 }
 
 TEST(Save, TextBesideANewOrChangedChildStaysAsItIs)
 {
-    const xml::Document document = Parse("<r><a x='1'/>1<b/></r>");
+    const xml::Document document = Parsed("<r><a x='1'/>1<b/></r>");
     document.FirstChild().FirstChild().ToElement().SetAttribute(u"x"_s, u"2"_s);
     document.FirstChild().SelectSingleNode(u"b"_s).ToElement().SetAttribute(u"y"_s, u"3"_s);
     EXPECT_EQ(document.ToBytes(), "<r><a x=\"2\"/>1<b y=\"3\"/></r>\n");
-    const xml::Document text = Parse("<r>1</r>");
+    const xml::Document text = Parsed("<r>1</r>");
     text.FirstChild().AppendChild(text.CreateElement(u"c"_s));
     EXPECT_EQ(test::CanonicalXml(text.ToBytes()), test::CanonicalXml("<r>1<c/></r>"));
 }
@@ -95,7 +91,7 @@ TEST(Save, TextBesideANewOrChangedChildStaysAsItIs)
 TEST(Save, ChildInAnEmptyRootGetsALineOfItsOwn)
 {
     for (const QByteArray source : {"<r/>", "<r></r>"}) {
-        const xml::Document document = Parse(source);
+        const xml::Document document = Parsed(source);
         document.FirstChild().AppendChild(document.CreateElement(u"a"_s));
         EXPECT_EQ(document.ToBytes(), "<r>\n\t<a/>\n</r>\n");
     }
@@ -103,7 +99,7 @@ TEST(Save, ChildInAnEmptyRootGetsALineOfItsOwn)
 
 TEST(Save, RemovingTheLastChildLeavesAWellFormedRoot)
 {
-    const xml::Document document = Parse("<r>\n\t<a/>\n</r>");
+    const xml::Document document = Parsed("<r>\n\t<a/>\n</r>");
     document.FirstChild().RemoveChild(document.FirstChild().FirstChild());
     EXPECT_EQ(document.ToBytes(), "<r>\n</r>\n");
 }
@@ -111,7 +107,7 @@ TEST(Save, RemovingTheLastChildLeavesAWellFormedRoot)
 TEST(Save, WritesOneElementOnALineAndTextWhereItIs)
 {
     const xml::Document document = xml::Document::Create();
-    const xml::Document fragment = Parse("<t>甲<u/>乙</t>");
+    const xml::Document fragment = Parsed("<t>甲<u/>乙</t>");
     const xml::Node root = document.AppendChild(document.CreateElement(u"r"_s));
     root.AppendChild(document.CreateElement(u"a"_s)).AppendChild(document.CreateElement(u"b"_s));
     root.AppendChild(fragment.FirstChild());
@@ -131,7 +127,7 @@ TEST(Save, EveryLegalCharacterSurvivesInAValue)
     const QByteArray saved = document.ToBytes();
     EXPECT_TRUE(test::IsStrictXml(saved));
     CString read;
-    ASSERT_TRUE(Parse(saved).FirstChild().ToElement().GetAttribute(u"x"_s, read));
+    ASSERT_TRUE(Parsed(saved).FirstChild().ToElement().GetAttribute(u"x"_s, read));
     EXPECT_EQ(read, text);
 }
 
@@ -141,7 +137,7 @@ TEST(Save, ByteOrderMarkAtTheBeginningOfAValueIsACharacterOfIt)
     const xml::Document document = xml::Document::Create();
     document.AppendChild(document.CreateElement(u"a"_s)).ToElement().SetAttribute(u"x"_s, text);
     CString read;
-    ASSERT_TRUE(Parse(document.ToBytes()).FirstChild().ToElement().GetAttribute(u"x"_s, read));
+    ASSERT_TRUE(Parsed(document.ToBytes()).FirstChild().ToElement().GetAttribute(u"x"_s, read));
     EXPECT_EQ(read, text);
 }
 
@@ -149,7 +145,7 @@ TEST(Save, DeepDocumentIsWrittenWithoutAStack)
 {
     constexpr int Depth = 100000;
     const QByteArray nested = QByteArray("<n>").repeated(Depth) + QByteArray("</n>").repeated(Depth);
-    const xml::Document document = Parse("<a>" + nested + "</a>");
+    const xml::Document document = Parsed("<a>" + nested + "</a>");
     document.FirstChild().FirstChild().ToElement().SetAttribute(u"x"_s, u"1"_s);
     const QByteArray saved = document.ToBytes();
     EXPECT_EQ(saved.count("<n"), Depth);
@@ -161,7 +157,7 @@ TEST(Save, WritesTheFileInPlace)
     const test::TempFolder folder;
     const CString path =
         folder.WriteFile(u"a.xml"_s, QByteArray("<r>").append(QByteArray(5000, ' ')).append("</r>"));
-    const xml::Document document = Parse("<r/>");
+    const xml::Document document = Parsed("<r/>");
     document.Save(path);
     EXPECT_EQ(folder.ReadFile(u"a.xml"_s), "<r/>\n");
 }
@@ -170,7 +166,7 @@ TEST(Save, EveryFaultRaisesAnErrorThatNamesTheFile)
 {
     const test::TempFolder folder;
     const QByteArray old = "<old/>\n";
-    const xml::Document document = Parse("<r>" + QByteArray("<a/>").repeated(1000) + "</r>");
+    const xml::Document document = Parsed("<r>" + QByteArray("<a/>").repeated(1000) + "</r>");
     using enum test::Fault;
     for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync}) {
         const CString path = folder.WriteFile(u"规则.xml"_s, old);

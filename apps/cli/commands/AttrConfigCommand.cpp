@@ -15,15 +15,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"attr-config"_s;
-    info.summary = u"重建属性配置文件 AttrConfig.xml"_s;
-    info.description = u"按程序的属性列表和 AttributeInformation.xml 重建应用文件夹中的属性配置文件。"_s;
-    return info;
-}
-
 void CheckReadable(const CString& path)
 {
     const xml::Document document = xml::Document::Create();
@@ -32,6 +23,15 @@ void CheckReadable(const CString& path)
 }
 
 } // namespace
+
+CommandInfo AttrConfigCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"attr-config"_s;
+    info.summary = u"重建属性配置文件 AttrConfig.xml"_s;
+    info.description = u"按程序的属性列表和 AttributeInformation.xml 重建应用文件夹中的属性配置文件。"_s;
+    return info;
+}
 
 AttrConfigCommand::AttrConfigCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class AttrConfigCommand final : public Command
 public:
     AttrConfigCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

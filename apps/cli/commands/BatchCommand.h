@@ -10,6 +10,9 @@ class BatchCommand final : public Command
 public:
     BatchCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

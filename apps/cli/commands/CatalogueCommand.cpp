@@ -12,19 +12,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"catalog"_s;
-    info.syntax = u"[--spec NAME] [--json]"_s;
-    info.summary = u"列出专业、类别和属性"_s;
-    info.description = u"按程序的顺序列出各专业的大类、小类和属性，以及它们的 id 和 AttType\n"
-                       "（0：清单定额表没有“带管道配件”一列）。"_s;
-    info.options = {{u"spec"_s, u"NAME"_s, u"只列这个专业"_s, {}},
-                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    return info;
-}
-
 template <typename Entry>
 void BeginEntry(JsonWriter& json, const Entry& entry)
 {
@@ -98,6 +85,19 @@ CString ToTable(const CArray<Specialty>& specialties)
 }
 
 } // namespace
+
+CommandInfo CatalogueCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"catalog"_s;
+    info.syntax = u"[--spec NAME] [--json]"_s;
+    info.summary = u"列出专业、类别和属性"_s;
+    info.description = u"按程序的顺序列出各专业的大类、小类和属性，以及它们的 id 和 AttType\n"
+                       "（0：清单定额表没有“带管道配件”一列）。"_s;
+    info.options = {{u"spec"_s, u"NAME"_s, u"只列这个专业"_s, {}},
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
 
 CatalogueCommand::CatalogueCommand() : Command(Describe()) {}
 

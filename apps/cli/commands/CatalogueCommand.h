@@ -10,6 +10,9 @@ class CatalogueCommand final : public Command
 public:
     CatalogueCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

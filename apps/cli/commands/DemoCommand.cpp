@@ -31,20 +31,6 @@ namespace {
 /// How much of the sample's bill a terminal shows.
 constexpr std::size_t BillLinesShown = 24;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"demo"_s;
-    info.syntax = u"[DIR]"_s;
-    info.summary = u"在示例工程上走一遍：看规则、加规则、保存、看变化、套价"_s;
-    info.description = u"在 DIR（不写时为临时文件夹下的新文件夹）中建立示例工程，显示规则文件，加一条规则，\n"
-                       "保存后重新读取，说明规则文件里变了什么，最后给一份构件表套价，写出工程量清单。\n"
-                       "DIR 中已有工程时拒绝。"_s;
-    info.maxPositional = 1;
-    info.needsProject = false;
-    return info;
-}
-
 QString FreshFolder()
 {
     QTemporaryDir folder(QDir::tempPath() + u"/ktqdde-demo-XXXXXX"_s);
@@ -140,6 +126,20 @@ void SayWhatNext(const QString& folder)
 }
 
 } // namespace
+
+CommandInfo DemoCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"demo"_s;
+    info.syntax = u"[DIR]"_s;
+    info.summary = u"在示例工程上走一遍：看规则、加规则、保存、看变化、套价"_s;
+    info.description = u"在 DIR（不写时为临时文件夹下的新文件夹）中建立示例工程，显示规则文件，加一条规则，\n"
+                       "保存后重新读取，说明规则文件里变了什么，最后给一份构件表套价，写出工程量清单。\n"
+                       "DIR 中已有工程时拒绝。"_s;
+    info.maxPositional = 1;
+    info.needsProject = false;
+    return info;
+}
 
 DemoCommand::DemoCommand() : Command(Describe()) {}
 

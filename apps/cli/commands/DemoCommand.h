@@ -10,6 +10,9 @@ class DemoCommand final : public Command
 public:
     DemoCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -27,7 +27,28 @@ CArray<Option> RulesOptions()
             {u"category"_s, u"TEXT"_s, u"只写这个类别的规则，例如 给排水\\管道\\给水管 或 给水管"_s, {}}};
 }
 
-CommandInfo Describe()
+/// Gives the library whose table it is.
+embedded::LibraryName Write(const Arguments& arguments, embedded::TableKind kind, const CString& library)
+{
+    WatchedWork work;
+    try {
+        return embedded::Export(NamedProject(arguments), kind, arguments.Positional()[1], library,
+                                work.Progress());
+    } catch (const embedded::Cancelled&) {
+        throw Refusal(u"已取消，没有写出"_s);
+    }
+}
+
+/// For options that only some of the words behind `export` know.
+void RefuseOptions(const Arguments& arguments, const CArray<Option>& options, const CString& users)
+{
+    for (const Option& option : options)
+        if (arguments.Has(option.name)) throw UsageError(u"--%1 只用于 %2"_s.arg(option.name, users));
+}
+
+} // namespace
+
+CommandInfo ExportCommand::Describe()
 {
     CommandInfo info;
     info.name = u"export"_s;
@@ -49,27 +70,6 @@ CommandInfo Describe()
                    CArray<Option>{{u"force"_s, {}, u"覆盖已有的文件"_s, {}}};
     return info;
 }
-
-/// Gives the library whose table it is.
-embedded::LibraryName Write(const Arguments& arguments, embedded::TableKind kind, const CString& library)
-{
-    WatchedWork work;
-    try {
-        return embedded::Export(NamedProject(arguments), kind, arguments.Positional()[1], library,
-                                work.Progress());
-    } catch (const embedded::Cancelled&) {
-        throw Refusal(u"已取消，没有写出"_s);
-    }
-}
-
-/// For options that only some of the words behind `export` know.
-void RefuseOptions(const Arguments& arguments, const CArray<Option>& options, const CString& users)
-{
-    for (const Option& option : options)
-        if (arguments.Has(option.name)) throw UsageError(u"--%1 只用于 %2"_s.arg(option.name, users));
-}
-
-} // namespace
 
 ExportCommand::ExportCommand() : Command(Describe()) {}
 

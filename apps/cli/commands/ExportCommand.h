@@ -10,6 +10,9 @@ class ExportCommand final : public Command
 public:
     ExportCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -26,28 +26,6 @@ namespace {
 using embedded::History;
 using embedded::HistoryEntry;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"history"_s;
-    info.syntax = u"list|show 编号|diff 编号 [编号]|restore 编号|limit [个数] [--config FILE] [--xml]"_s;
-    info.summary = u"规则文件的历史副本：列出、显示、比较、还原"_s;
-    info.description =
-        u"每个会改写规则文件的命令事先都把原文件留一份副本，放在工程的 history 文件夹中。\n"
-        "  list            列出副本，新的在前\n"
-        "  show 编号       显示一个副本中的规则；--xml 显示文件的原文\n"
-        "  diff 编号       副本与规则文件现在的内容比较，逐条规则说明；给两个编号时比较两个副本；\n"
-        "                  --xml 逐行比较文件的原文\n"
-        "  restore 编号    把副本写回规则文件；被替换的内容先留一份副本\n"
-        "  limit [个数]    显示或设定每个规则文件保留几个副本，0 表示不再留副本\n"
-        "编号见 list；last 表示最新的副本。--config 只看一个规则文件的副本。"_s;
-    info.minPositional = 1;
-    info.maxPositional = 3;
-    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为全部规则文件"_s, {}},
-                    {u"xml"_s, {}, u"show 和 diff 显示文件的原文，而不是规则"_s, {}}};
-    return info;
-}
-
 const CString XmlOption = u"xml"_s;
 
 /// Why the text is shown although the rules were asked for.
@@ -105,21 +83,14 @@ void Show(History& history, const Arguments& arguments)
     WriteText(TextOf(bytes, entry.id));
 }
 
-QByteArray ReadNow(const CString& path)
-{
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
-
 void Compare(History& history, const Arguments& arguments)
 {
     const HistoryEntry first = Named(history, arguments, 1);
     const bool isPair = arguments.Positional().size() > 2;
     const CString secondName = isPair ? Named(history, arguments, 2).id : platform::ToNative(first.path);
     const QByteArray before = history.Read(first);
-    const QByteArray after = isPair ? history.Read(Named(history, arguments, 2)) : ReadNow(first.path);
+    const QByteArray after =
+        isPair ? history.Read(Named(history, arguments, 2)) : platform::Files().ReadWhole(first.path);
     if (before == after) return WriteText(u"没有差别。\n"_s);
     const auto lines = arguments.Has(XmlOption) ? std::nullopt : shared::RuleChangeLines(before, after);
     if (lines) return WriteText(lines->join(u'\n') + u'\n');
@@ -176,6 +147,28 @@ const Action& ChooseAction(const CStringArray& words)
 }
 
 } // namespace
+
+CommandInfo HistoryCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"history"_s;
+    info.syntax = u"list|show 编号|diff 编号 [编号]|restore 编号|limit [个数] [--config FILE] [--xml]"_s;
+    info.summary = u"规则文件的历史副本：列出、显示、比较、还原"_s;
+    info.description =
+        u"每个会改写规则文件的命令事先都把原文件留一份副本，放在工程的 history 文件夹中。\n"
+        "  list            列出副本，新的在前\n"
+        "  show 编号       显示一个副本中的规则；--xml 显示文件的原文\n"
+        "  diff 编号       副本与规则文件现在的内容比较，逐条规则说明；给两个编号时比较两个副本；\n"
+        "                  --xml 逐行比较文件的原文\n"
+        "  restore 编号    把副本写回规则文件；被替换的内容先留一份副本\n"
+        "  limit [个数]    显示或设定每个规则文件保留几个副本，0 表示不再留副本\n"
+        "编号见 list；last 表示最新的副本。--config 只看一个规则文件的副本。"_s;
+    info.minPositional = 1;
+    info.maxPositional = 3;
+    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为全部规则文件"_s, {}},
+                    {u"xml"_s, {}, u"show 和 diff 显示文件的原文，而不是规则"_s, {}}};
+    return info;
+}
 
 HistoryCommand::HistoryCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class HistoryCommand final : public Command
 public:
     HistoryCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

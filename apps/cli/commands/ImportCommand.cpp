@@ -16,7 +16,35 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
+embedded::ImportReport RunImport(const Arguments& arguments)
+{
+    WatchedWork work;
+    try {
+        return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
+                                {arguments.Has(u"replace"_s), arguments.Value(u"library"_s),
+                                 arguments.Value(u"sheet"_s), arguments.Has(u"dry-run"_s)},
+                                work.Progress());
+    } catch (const embedded::Error& error) {
+        throw Refusal(error.Message() + u"；原数据没有变"_s);
+    }
+}
+
+CString Complaint(const embedded::RefusedRow& row)
+{
+    return row.line > 0 ? u"第 %1 行：%2\n"_s.arg(row.line).arg(row.reason) : row.reason + u'\n';
+}
+
+CString Summary(const embedded::ImportReport& report)
+{
+    const CString text = report.stored
+                             ? u"已导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s
+                             : u"只是试导入，什么也没有改。会导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s;
+    return text.arg(report.rows).arg(report.added).arg(report.changed).arg(report.removed);
+}
+
+} // namespace
+
+CommandInfo ImportCommand::Describe()
 {
     CommandInfo info;
     info.name = u"import"_s;
@@ -48,34 +76,6 @@ CommandInfo Describe()
                     {u"dry-run"_s, {}, u"只说会怎样，什么也不导入"_s, {}}};
     return info;
 }
-
-embedded::ImportReport RunImport(const Arguments& arguments)
-{
-    WatchedWork work;
-    try {
-        return embedded::Import(NamedProject(arguments), NamedTableKind(arguments), arguments.Positional()[1],
-                                {arguments.Has(u"replace"_s), arguments.Value(u"library"_s),
-                                 arguments.Value(u"sheet"_s), arguments.Has(u"dry-run"_s)},
-                                work.Progress());
-    } catch (const embedded::Error& error) {
-        throw Refusal(error.Message() + u"；原数据没有变"_s);
-    }
-}
-
-CString Complaint(const embedded::RefusedRow& row)
-{
-    return row.line > 0 ? u"第 %1 行：%2\n"_s.arg(row.line).arg(row.reason) : row.reason + u'\n';
-}
-
-CString Summary(const embedded::ImportReport& report)
-{
-    const CString text = report.stored
-                             ? u"已导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s
-                             : u"只是试导入，什么也没有改。会导入 %1 行：新增 %2，修改 %3，去掉 %4\n"_s;
-    return text.arg(report.rows).arg(report.added).arg(report.changed).arg(report.removed);
-}
-
-} // namespace
 
 ImportCommand::ImportCommand() : Command(Describe()) {}
 

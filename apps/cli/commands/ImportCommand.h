@@ -10,6 +10,9 @@ class ImportCommand final : public Command
 public:
     ImportCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

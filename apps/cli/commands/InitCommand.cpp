@@ -16,7 +16,26 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
+SQdDeInfo::EQdDeMode ModeOf(const CString& text)
+{
+    if (text.isEmpty() || text == u"bill") return SQdDeInfo::BillMode;
+    if (text == u"quota") return SQdDeInfo::QuotaMode;
+    throw UsageError(u"--mode 只能是 bill 或 quota，不能是“%1”"_s.arg(text));
+}
+
+void Create(const QString& folder, const embedded::ProjectOptions& options)
+{
+    WatchedWork work;
+    try {
+        embedded::CreateProject(folder, options, work.Progress());
+    } catch (const embedded::Cancelled&) {
+        throw Refusal(u"已取消，什么也没有建立"_s);
+    }
+}
+
+} // namespace
+
+CommandInfo InitCommand::Describe()
 {
     CommandInfo info;
     info.name = u"init"_s;
@@ -38,25 +57,6 @@ CommandInfo Describe()
     info.needsProject = false;
     return info;
 }
-
-SQdDeInfo::EQdDeMode ModeOf(const CString& text)
-{
-    if (text.isEmpty() || text == u"bill") return SQdDeInfo::BillMode;
-    if (text == u"quota") return SQdDeInfo::QuotaMode;
-    throw UsageError(u"--mode 只能是 bill 或 quota，不能是“%1”"_s.arg(text));
-}
-
-void Create(const QString& folder, const embedded::ProjectOptions& options)
-{
-    WatchedWork work;
-    try {
-        embedded::CreateProject(folder, options, work.Progress());
-    } catch (const embedded::Cancelled&) {
-        throw Refusal(u"已取消，什么也没有建立"_s);
-    }
-}
-
-} // namespace
 
 InitCommand::InitCommand() : Command(Describe()) {}
 

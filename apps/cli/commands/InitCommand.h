@@ -10,6 +10,9 @@ class InitCommand final : public Command
 public:
     InitCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -11,9 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-CommandInfo Describe()
+CommandInfo KeepFirstCommand::Describe()
 {
     CommandInfo info;
     info.name = u"keep-first"_s;
@@ -27,8 +25,6 @@ CommandInfo Describe()
     info.maxPositional = 1;
     return info;
 }
-
-} // namespace
 
 KeepFirstCommand::KeepFirstCommand() : Command(Describe()) {}
 

@@ -11,6 +11,9 @@ class KeepFirstCommand final : public Command
 public:
     KeepFirstCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

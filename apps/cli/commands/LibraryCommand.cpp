@@ -17,24 +17,6 @@ namespace {
 
 using embedded::LibraryEntry;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"library"_s;
-    info.syntax = u"[use CODE] [--json]"_s;
-    info.summary = u"列出工程的清单库和定额库，或改用另一个"_s;
-    info.description = u"不带参数时列出工程的全部库，正在使用的标有“*”。每种用途使用一个库。\n"
-                       "  use CODE    改用代码为 CODE 的库\n"
-                       "定额库的指引（清单下的常用定额）是为一个清单库写的，只在使用那个清单库时列出。\n"
-                       "规则中的清单和定额记着自己的库。改用别的库以后它们留在规则文件里，但配置对话框不再显"
-                       "示，改回来就又看得到；\n"
-                       "ktqdde show 照样列出，注明“其他库”。\n"
-                       "增加、改名和去掉库用 ktqdde import libraries。"_s;
-    info.maxPositional = 2;
-    info.options = {{u"json"_s, {}, u"以 JSON 列出，写法见手册 docs/json.md"_s, {}}};
-    return info;
-}
-
 CString ToTable(const CArray<LibraryEntry>& entries)
 {
     TextTable table;
@@ -87,6 +69,24 @@ CString Hints(const CArray<LibraryEntry>& entries, embedded::LibraryRole role)
 }
 
 } // namespace
+
+CommandInfo LibraryCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"library"_s;
+    info.syntax = u"[use CODE] [--json]"_s;
+    info.summary = u"列出工程的清单库和定额库，或改用另一个"_s;
+    info.description = u"不带参数时列出工程的全部库，正在使用的标有“*”。每种用途使用一个库。\n"
+                       "  use CODE    改用代码为 CODE 的库\n"
+                       "定额库的指引（清单下的常用定额）是为一个清单库写的，只在使用那个清单库时列出。\n"
+                       "规则中的清单和定额记着自己的库。改用别的库以后它们留在规则文件里，但配置对话框不再显"
+                       "示，改回来就又看得到；\n"
+                       "ktqdde show 照样列出，注明“其他库”。\n"
+                       "增加、改名和去掉库用 ktqdde import libraries。"_s;
+    info.maxPositional = 2;
+    info.options = {{u"json"_s, {}, u"以 JSON 列出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
 
 LibraryCommand::LibraryCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class LibraryCommand final : public Command
 public:
     LibraryCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -11,9 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-CommandInfo Describe()
+CommandInfo LoadCommand::Describe()
 {
     CommandInfo info;
     info.name = u"load"_s;
@@ -25,8 +23,6 @@ CommandInfo Describe()
     info.minPositional = info.maxPositional = 1;
     return info;
 }
-
-} // namespace
 
 LoadCommand::LoadCommand() : Command(Describe()) {}
 

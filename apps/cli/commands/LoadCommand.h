@@ -10,6 +10,9 @@ class LoadCommand final : public Command
 public:
     LoadCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -18,19 +18,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"new"_s;
-    info.syntax = u"NAME [--force]"_s;
-    info.summary = u"按模板新建配置，并设为当前配置"_s;
-    info.description =
-        u"把应用文件夹的模板 QdDeConfig.def 复制为规则文件夹中的 NAME.xml。原来的当前配置先保存。"_s;
-    info.minPositional = info.maxPositional = 1;
-    info.options = {OverwriteOption()};
-    return info;
-}
-
 /// The module takes what stands at the path when the template could not be copied there. `taken` is what it
 /// answered.
 void CheckCopy(const CString& path, bool taken)
@@ -66,6 +53,19 @@ private:
 };
 
 } // namespace
+
+CommandInfo NewCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"new"_s;
+    info.syntax = u"NAME [--force]"_s;
+    info.summary = u"按模板新建配置，并设为当前配置"_s;
+    info.description =
+        u"把应用文件夹的模板 QdDeConfig.def 复制为规则文件夹中的 NAME.xml。原来的当前配置先保存。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {OverwriteOption()};
+    return info;
+}
 
 NewCommand::NewCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class NewCommand final : public Command
 public:
     NewCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

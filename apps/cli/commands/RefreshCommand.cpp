@@ -12,9 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-CommandInfo Describe()
+CommandInfo RefreshCommand::Describe()
 {
     CommandInfo info;
     info.name = u"refresh"_s;
@@ -26,8 +24,6 @@ CommandInfo Describe()
     info.minPositional = info.maxPositional = 1;
     return info;
 }
-
-} // namespace
 
 RefreshCommand::RefreshCommand() : Command(Describe()) {}
 

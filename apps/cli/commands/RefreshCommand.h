@@ -10,6 +10,9 @@ class RefreshCommand final : public Command
 public:
     RefreshCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -9,9 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-CommandInfo Describe()
+CommandInfo SaveAsCommand::Describe()
 {
     CommandInfo info;
     info.name = u"save-as"_s;
@@ -22,8 +20,6 @@ CommandInfo Describe()
     info.options = {OverwriteOption()};
     return info;
 }
-
-} // namespace
 
 SaveAsCommand::SaveAsCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class SaveAsCommand final : public Command
 public:
     SaveAsCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

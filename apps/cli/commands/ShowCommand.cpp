@@ -17,25 +17,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"show"_s;
-    info.syntax = u"[FILE] [--config FILE] [--spec NAME] [--category TEXT] [--json]"_s;
-    info.summary = u"显示规则文件中的规则"_s;
-    info.description =
-        u"显示一个专业的规则：每条规则的条件、清单和定额。只有空默认规则的小类不列出，\n"
-        "只报个数；用 --category 指明类别时全部列出。规则文件读不了时指出行、列和原因。\n"
-        "指明 FILE 时不需要工程：逐行列出这个规则文件各专业的规则，没有序号和编号，适合版本管理软件\n"
-        "逐行比较（手册 docs/version-control.md）。"_s;
-    info.maxPositional = 1;
-    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}},
-                    {u"spec"_s, u"NAME"_s, u"专业；不写时为工程的当前专业"_s, {}},
-                    {u"category"_s, u"TEXT"_s, u"类别：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
-                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    return info;
-}
-
 void WriteJson(const std::vector<CategoryRules>& categories, const QString& file, const Session& session)
 {
     JsonWriter json(JsonWriter::Style::Indented);
@@ -90,6 +71,25 @@ void ShowFile(const Arguments& arguments)
 }
 
 } // namespace
+
+CommandInfo ShowCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"show"_s;
+    info.syntax = u"[FILE] [--config FILE] [--spec NAME] [--category TEXT] [--json]"_s;
+    info.summary = u"显示规则文件中的规则"_s;
+    info.description =
+        u"显示一个专业的规则：每条规则的条件、清单和定额。只有空默认规则的小类不列出，\n"
+        "只报个数；用 --category 指明类别时全部列出。规则文件读不了时指出行、列和原因。\n"
+        "指明 FILE 时不需要工程：逐行列出这个规则文件各专业的规则，没有序号和编号，适合版本管理软件\n"
+        "逐行比较（手册 docs/version-control.md）。"_s;
+    info.maxPositional = 1;
+    info.options = {{u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}},
+                    {u"spec"_s, u"NAME"_s, u"专业；不写时为工程的当前专业"_s, {}},
+                    {u"category"_s, u"TEXT"_s, u"类别：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
 
 ShowCommand::ShowCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class ShowCommand final : public Command
 public:
     ShowCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

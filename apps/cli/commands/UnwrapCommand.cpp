@@ -12,9 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace cli {
 
-namespace {
-
-CommandInfo Describe()
+CommandInfo UnwrapCommand::Describe()
 {
     CommandInfo info;
     info.name = u"unwrap"_s;
@@ -28,8 +26,6 @@ CommandInfo Describe()
     info.needsProject = false;
     return info;
 }
-
-} // namespace
 
 UnwrapCommand::UnwrapCommand() : Command(Describe()) {}
 

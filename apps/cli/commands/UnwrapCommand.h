@@ -10,6 +10,9 @@ class UnwrapCommand final : public Command
 public:
     UnwrapCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

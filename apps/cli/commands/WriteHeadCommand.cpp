@@ -19,7 +19,24 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
+/// The module passes over a head that it cannot write, and wraps the file without; and it removes the file in
+/// between, which write protection does not prevent.
+void WriteCheckedHead(const CString& path)
+{
+    platform::FileSystem& files = platform::Files();
+    const QByteArray former = platform::Files().ReadWhole(path);
+    files.OpenForWriting(path);
+    auto putBack = qScopeGuard([&] { files.PutBack(path, former); });
+    CAutoQdDeConfigFacade::WriteHead(path);
+    const auto wrapped = store::ParseWrapped(files.Read(path).value_or(QByteArray()));
+    if (!wrapped || !store::HoldsHead(*wrapped))
+        throw Refusal(u"文件头写不成，文件没有改动：%1"_s.arg(platform::ToNative(path)));
+    putBack.dismiss();
+}
+
+} // namespace
+
+CommandInfo WriteHeadCommand::Describe()
 {
     CommandInfo info;
     info.name = u"write-head"_s;
@@ -31,31 +48,6 @@ CommandInfo Describe()
     info.minPositional = info.maxPositional = 1;
     return info;
 }
-
-QByteArray ReadOrRaise(const CString& path)
-{
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
-
-/// The module passes over a head that it cannot write, and wraps the file without; and it removes the file in
-/// between, which write protection does not prevent.
-void WriteCheckedHead(const CString& path)
-{
-    platform::FileSystem& files = platform::Files();
-    const QByteArray former = ReadOrRaise(path);
-    files.OpenForWriting(path);
-    auto putBack = qScopeGuard([&] { files.PutBack(path, former); });
-    CAutoQdDeConfigFacade::WriteHead(path);
-    const auto wrapped = store::ParseWrapped(files.Read(path).value_or(QByteArray()));
-    if (!wrapped || !store::HoldsHead(*wrapped))
-        throw Refusal(u"文件头写不成，文件没有改动：%1"_s.arg(platform::ToNative(path)));
-    putBack.dismiss();
-}
-
-} // namespace
 
 WriteHeadCommand::WriteHeadCommand() : Command(Describe()) {}
 

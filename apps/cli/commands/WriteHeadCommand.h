@@ -10,6 +10,9 @@ class WriteHeadCommand final : public Command
 public:
     WriteHeadCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

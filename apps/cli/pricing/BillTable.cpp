@@ -16,8 +16,12 @@ CString BillTable(const rules::Bill& bill, rules::PricingMode mode, const CStrin
     const std::size_t left = lines.size() - std::min(lines.size(), most);
     lines.resize(lines.size() - left);
     TextTable table;
-    table.AddRow(groupBy + CStringArray{u"序号"_s, u"项目编码"_s, u"项目名称"_s, u"项目特征描述"_s,
-                                        u"计量单位"_s, u"工程量"_s, u"备注"_s});
+    namespace heading = shared::billheading;
+    CStringArray headings = groupBy;
+    for (const QStringView text : {heading::Serial, heading::Number, heading::Name, heading::Features,
+                                   heading::Unit, heading::Quantity, heading::Note})
+        headings.append(text.toString());
+    table.AddRow(headings);
     for (const shared::BillLine& line : lines) {
         const rules::BillRow& row = *line.row;
         CStringArray cells;

@@ -1,6 +1,7 @@
 #include "cli/reading/CategoryLists.h"
 
 #include "cli/reading/Failure.h"
+#include "host/AttributeGroups.h"
 #include "host/NvKtDataMng.h"
 #include "platform/Numbers.h"
 
@@ -15,11 +16,6 @@ namespace {
 using NvKtDataMng::CAtt;
 using platform::_wtoi;
 
-/// Texts per attribute in the host's flat list, and where name and code stand among them.
-constexpr qsizetype GroupSize = 4;
-constexpr qsizetype NameAt = 1;
-constexpr qsizetype CodeAt = 3;
-
 CPath PathOf(const SNvKtSmallCategoryId& id)
 {
     CPath path{};
@@ -33,11 +29,11 @@ CArray<Attribute> ReadAttributes(const NvKtDataMng::CSysSmallCategoryMng& catego
 {
     CStringArray list;
     category.GetAttributeList(list);
-    if (list.size() % GroupSize != 0)
+    if (list.size() % host::AttributeGroupSize != 0)
         throw std::invalid_argument("the host's attribute list ends inside a group");
     CArray<Attribute> attributes;
-    for (qsizetype i = 0; i < list.size(); i += GroupSize)
-        attributes.append({list[i + NameAt], list[i + CodeAt]});
+    for (qsizetype i = 0; i < list.size(); i += host::AttributeGroupSize)
+        attributes.append({list[i + host::AttributeNamePlace], list[i + host::AttributeCodePlace]});
     return attributes;
 }
 

@@ -11,10 +11,7 @@ namespace cli {
 
 CStringArray LinesOf(const CString& path)
 {
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return TextOf(*bytes, platform::ToNative(path)).split(u'\n');
+    return TextOf(platform::Files().ReadWhole(path), platform::ToNative(path)).split(u'\n');
 }
 
 CString TextOf(const QByteArray& bytes, const CString& name)

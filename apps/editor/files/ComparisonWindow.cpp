@@ -7,7 +7,6 @@
 #include "editor/project/ChosenFile.h"
 #include "editor/steps/LongStep.h"
 #include "embedded/data/project/Look.h"
-#include "platform/Files.h"
 #include "platform/Paths.h"
 
 #include <QtCore/QFileInfo>
@@ -29,15 +28,6 @@ namespace {
 // In characters and lines, for a large font needs a larger window.
 constexpr int FirstWidth = 110;
 constexpr int FirstHeight = 32;
-
-QByteArray ReadOrRaise(const CString& path)
-{
-    const embedded::Look look;
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
 
 } // namespace
 
@@ -135,8 +125,8 @@ void ComparisonWindow::ShowDifference()
     const bool asXml = m_asXml->isChecked();
     CString text;
     const bool compared = RunLongStep(this, u"正在比较…"_s, [&](StepControl& control) {
-        const QByteArray from = ReadOrRaise(before);
-        const QByteArray to = ReadOrRaise(after);
+        const QByteArray from = embedded::ReadToLook(before);
+        const QByteArray to = embedded::ReadToLook(after);
         control.Check();
         text = asXml ? DescribeDifference(from, to) : DescribeRuleDifference(from, to);
         control.Check();

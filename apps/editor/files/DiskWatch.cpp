@@ -24,7 +24,7 @@ namespace {
 /// So long nothing more must change before the files are looked at: another program may be writing.
 constexpr auto QuietTime = 300ms;
 
-std::optional<QByteArray> ReadToLook(const CString& path)
+std::optional<QByteArray> LookAt(const CString& path)
 {
     const embedded::Look look;
     return platform::Files().Read(path);
@@ -140,7 +140,7 @@ void DiskWatch::NoteOwnWrite(const CString& path)
 void DiskWatch::Learn(const CString& path)
 {
     const QDateTime time = QFileInfo(platform::ToNative(path)).lastModified(); // see `Compare`
-    const auto bytes = ReadToLook(path);
+    const auto bytes = LookAt(path);
     if (bytes)
         m_known[path] = {HashOf(*bytes), bytes->size(), time};
     else
@@ -183,7 +183,7 @@ std::optional<DiskChange> DiskWatch::Compare(const CString& path)
     const bool looksSame = known != m_known.end() && !m_touched.contains(path) &&
                            known->second.size == file.size() && known->second.time == time;
     if (looksSame) return std::nullopt;
-    const auto bytes = ReadToLook(path);
+    const auto bytes = LookAt(path);
     if (!bytes) return std::nullopt; // looked at again when it changes next
     Known now{HashOf(*bytes), bytes->size(), time};
     if (known == m_known.end()) {

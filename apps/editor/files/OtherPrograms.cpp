@@ -13,7 +13,7 @@ namespace editor {
 namespace {
 
 /// A mark stands there before it says whose it is.
-constexpr auto QuietTime = 300ms;
+constexpr auto SettleTime = 300ms;
 /// So often a mark without a signature is looked at again: for a minute.
 constexpr int LooksForSignature = 200;
 
@@ -23,7 +23,7 @@ OtherPrograms::OtherPrograms(embedded::ProjectFolder project, Told told)
     : m_project(std::move(project)), m_told(std::move(told))
 {
     m_quiet.setSingleShot(true);
-    m_quiet.setInterval(QuietTime);
+    m_quiet.setInterval(SettleTime);
     connect(&m_quiet, &QTimer::timeout, this, [this] { LookAgain(); });
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
         m_looksLeft = LooksForSignature;

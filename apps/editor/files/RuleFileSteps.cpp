@@ -24,16 +24,6 @@ using embedded::Error;
 
 const CString Ending = u".xml"_s;
 
-/// Read to be copied, not to be worked on.
-QByteArray ReadOrRaise(const CString& path)
-{
-    const embedded::Look look;
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
-
 CString Named(const CString& path)
 {
     return platform::BeforeLastStop(platform::FileNameOf(path));
@@ -148,7 +138,7 @@ CString RuleFileSteps::WriteNew(const CString& name, const QByteArray& bytes) co
 CString RuleFileSteps::Make(const CString& source, const CString& name)
 {
     RequireName(name);
-    const QByteArray bytes = ReadOrRaise(source);
+    const QByteArray bytes = embedded::ReadToLook(source);
     const shared::RuleFileState state = shared::ExamineRuleBytes(source, bytes);
     RequireKind(state, state.kind == shared::RuleFileKind::Rules);
     return WriteNew(name, bytes);
@@ -157,14 +147,14 @@ CString RuleFileSteps::Make(const CString& source, const CString& name)
 CString RuleFileSteps::Duplicate(const CString& path, const CString& name)
 {
     RequireName(name);
-    return WriteNew(name, ReadOrRaise(path));
+    return WriteNew(name, embedded::ReadToLook(path));
 }
 
 CString RuleFileSteps::TakeIn(const CString& source, const CString& name)
 {
     RequireOutside(source);
     RequireName(name);
-    const QByteArray bytes = ReadOrRaise(source);
+    const QByteArray bytes = embedded::ReadToLook(source);
     const shared::RuleFileState state = shared::ExamineRuleBytes(source, bytes);
     RequireKind(state, state.kind == shared::RuleFileKind::Rules ||
                            state.kind == shared::RuleFileKind::Repeated ||
@@ -224,7 +214,7 @@ void RuleFileSteps::Unwrap(const CString& path)
 {
     const auto lock = Lock({path});
     CString reason;
-    const auto wrapped = store::ParseWrapped(ReadOrRaise(path), &reason);
+    const auto wrapped = store::ParseWrapped(embedded::ReadToLook(path), &reason);
     if (!wrapped) throw Error(u"%1：不是完整的封装文件：%2"_s.arg(platform::ToNative(path), reason));
     const shared::RuleFileState inside = shared::ExamineRuleBytes(path, wrapped->content);
     RequireKind(inside,

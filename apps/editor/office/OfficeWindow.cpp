@@ -38,7 +38,7 @@ namespace editor {
 namespace {
 
 // In characters and lines, for a large font needs a larger window.
-constexpr QSize FirstText(132, 34);
+constexpr QSize FirstTextSize(132, 34);
 constexpr QSize LeastListSize(30, 6);
 
 /// What a box tells of a merge, which may be of hundreds of rules.
@@ -123,7 +123,7 @@ OfficeWindow::OfficeWindow(QWidget* parent, Project& project, AskConflicts ask)
       m_withdraw(MakeButton(u"撤回等待的(&W)"_s, u"等着发布的这一份不再发布；本机的文件不变"_s))
 {
     setWindowTitle(u"办公室"_s);
-    resize(InPixels(fontMetrics(), FirstText));
+    resize(InPixels(fontMetrics(), FirstTextSize));
     Build();
     Connect();
     RunGuarded([&] { Refresh(true); });

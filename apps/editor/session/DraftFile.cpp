@@ -23,24 +23,16 @@ namespace editor {
 
 namespace {
 
-QByteArray ReadOrRaise(const CString& path)
-{
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
-
 /// What the module makes of a rule file that is missing.
 QByteArray NewBytes()
 {
     const QTemporaryDir folder;
     const CString path = platform::FromNative(folder.path()) + u"\\new.xml"_s;
     const CQdDeConfigPresenter made(path); // writes it
-    return ReadOrRaise(path);
+    return platform::Files().ReadWhole(path);
 }
 
-rules::ConfigurationPtr ReadOrRaise(const QByteArray& bytes, const CString& path)
+rules::ConfigurationPtr RulesOf(const QByteArray& bytes, const CString& path)
 {
     CString reason;
     rules::ConfigurationPtr read = rules::ReadRules(bytes, reason);
@@ -128,14 +120,14 @@ DraftFile::SaveEnd DraftFile::Save(const rules::Configuration& wanted, const Ans
         return SaveEnd::Saved;
     }
     if (!m_project.KeepCopy(m_path)) return SaveEnd::Cancelled;
-    const QByteArray now = ReadOrRaise(m_path);
+    const QByteArray now = platform::Files().ReadWhole(m_path);
     if (now == m_bytes) {
         Write(rules::WriteRules(m_bytes, wanted));
         return SaveEnd::Saved;
     }
     const shared::RuleFileState state = shared::ExamineRuleFile(m_path);
     if (!state.IsSafe()) throw platform::FileError(m_path, state.Describe());
-    const rules::Merge merge(*Rules(), wanted, *ReadOrRaise(now, m_path));
+    const rules::Merge merge(*Rules(), wanted, *RulesOf(now, m_path));
     std::vector<rules::Side> answers;
     if (!merge.Conflicts().empty()) {
         auto given = answer(merge.Conflicts());

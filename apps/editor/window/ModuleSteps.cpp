@@ -31,20 +31,12 @@ constexpr qint64 FilesOfAttributes = 3;
 constexpr qint64 FilesOfRefresh = 20;
 constexpr qint64 FilesOfHead = 24;
 
-QByteArray ReadOrRaise(const CString& path)
-{
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return *bytes;
-}
-
 /// Writes a file in one go. What it held before comes back when that fails midway.
 void Replace(const CString& path, const QByteArray& bytes)
 {
     platform::FileSystem& files = platform::Files();
     const bool stood = files.Exists(path);
-    const QByteArray former = stood ? ReadOrRaise(path) : QByteArray();
+    const QByteArray former = stood ? platform::Files().ReadWhole(path) : QByteArray();
     try {
         files.WriteInPlace(path, bytes);
     } catch (const platform::FileError&) {
@@ -150,10 +142,10 @@ StepEnd ModuleSteps::WriteHead(const CString& ruleFile)
 /// written at the end in one go: until then the step can be cancelled or fail without a trace.
 bool ModuleSteps::WriteHeadTo(const CString& ruleFile, const CString& target, const CString& draft)
 {
-    const QByteArray rules = ReadOrRaise(ruleFile);
+    const QByteArray rules = platform::Files().ReadWhole(ruleFile);
     platform::Files().WriteInPlace(draft, rules);
     CAutoQdDeConfigFacade::WriteHead(draft);
-    const QByteArray finished = ReadOrRaise(draft);
+    const QByteArray finished = platform::Files().ReadWhole(draft);
     if (finished == rules) throw platform::FileError(ruleFile, u"不是规则文件，没有写文件头"_s);
     // The module passes over a head that it could not write, and wraps the file without.
     const auto wrapped = store::ParseWrapped(finished);

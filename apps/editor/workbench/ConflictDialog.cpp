@@ -20,7 +20,7 @@ namespace editor {
 
 namespace {
 
-enum Column { CategoryColumn, RuleColumn, AnswerColumn };
+enum ConflictColumn { CategoryColumn, RuleColumn, AnswerColumn };
 constexpr QSize UsualSize(760, 520);
 
 /// The rule as whoever still has it shows it.

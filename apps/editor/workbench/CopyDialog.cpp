@@ -20,9 +20,9 @@ namespace editor {
 
 namespace {
 
-constexpr QSize UsualSize(520, 560);
-constexpr int TextRole = Qt::UserRole; ///< of a small category its full text
-constexpr int MostLines = 6;
+constexpr QSize UsualCopySize(520, 560);
+constexpr int CategoryRole = Qt::UserRole; ///< of a small category its full text
+constexpr int MostShown = 6;
 
 } // namespace
 
@@ -35,7 +35,7 @@ CopyDialog::CopyDialog(const rules::Draft& draft, const CString& from, std::size
     Build(count);
     Fill(draft, from);
     ShowState();
-    resize(UsualSize);
+    resize(UsualCopySize);
 }
 
 void CopyDialog::Build(std::size_t count)
@@ -73,7 +73,7 @@ void CopyDialog::Fill(const rules::Draft& draft, const CString& from)
                 if (small->text == from) own = middle;
                 if (small->text == from) continue;
                 auto* item = new QTreeWidgetItem(middle, {small->name});
-                item->setData(0, TextRole, small->text);
+                item->setData(0, CategoryRole, small->text);
                 item->setCheckState(0, Qt::Unchecked);
             }
         }
@@ -91,7 +91,7 @@ void CopyDialog::Filter(const QString& text)
         (*it)->setHidden(!text.isEmpty());
     for (QTreeWidgetItemIterator it(m_tree); *it != nullptr; ++it) {
         QTreeWidgetItem* const item = *it;
-        if (text.isEmpty() || !item->data(0, TextRole).toString().contains(text, Qt::CaseInsensitive))
+        if (text.isEmpty() || !item->data(0, CategoryRole).toString().contains(text, Qt::CaseInsensitive))
             continue;
         for (QTreeWidgetItem* shown = item; shown != nullptr; shown = shown->parent()) {
             shown->setHidden(false);
@@ -104,8 +104,8 @@ CStringArray CopyDialog::Chosen() const
 {
     CStringArray chosen;
     for (QTreeWidgetItemIterator it(m_tree); *it != nullptr; ++it)
-        if ((*it)->checkState(0) == Qt::Checked && !(*it)->data(0, TextRole).isNull())
-            chosen.append((*it)->data(0, TextRole).toString());
+        if ((*it)->checkState(0) == Qt::Checked && !(*it)->data(0, CategoryRole).isNull())
+            chosen.append((*it)->data(0, CategoryRole).toString());
     return chosen;
 }
 
@@ -117,8 +117,8 @@ void CopyDialog::ShowState()
     for (const CString& category : chosen)
         for (const rules::Misfit& misfit : m_misfits(category))
             lines.append(u"%1：第 %2 条 %3"_s.arg(category).arg(misfit.rule + 1).arg(misfit.text));
-    const qsizetype rest = lines.size() - MostLines;
-    if (rest > 0) lines = lines.first(MostLines) << u"还有 %1 处"_s.arg(rest);
+    const qsizetype rest = lines.size() - MostShown;
+    if (rest > 0) lines = lines.first(MostShown) << u"还有 %1 处"_s.arg(rest);
     m_told->setText(lines.isEmpty() ? QString() : u"不合适、但仍会照样复制的：\n"_s + lines.join(u'\n'));
 }
 

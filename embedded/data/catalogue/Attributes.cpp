@@ -1,4 +1,5 @@
 #include "embedded/data/catalogue/Attributes.h"
+#include "host/AttributeGroups.h"
 
 #include <algorithm>
 #include <utility>
@@ -18,20 +19,16 @@ private:
     CellSource m_source;
 };
 
-/// Texts per attribute in a category's flat list, and where extra and code stand among them.
-constexpr qsizetype GroupSize = 4;
-constexpr qsizetype ExtraPlace = 2;
-constexpr qsizetype CodePlace = 3;
-
 /// Which of a category's attributes has that code; -1 when none has, or when the extras are not those of the
 /// category.
 qsizetype PlaceOf(const CString& code, const CStringArray& attributes, const CStringArray& extras)
 {
-    if (attributes.size() != extras.size() * GroupSize) return -1;
+    if (attributes.size() != extras.size() * host::AttributeGroupSize) return -1;
     qsizetype place = -1;
     for (qsizetype i = 0; i < extras.size(); ++i) {
-        if (attributes[i * GroupSize + ExtraPlace] != extras[i]) return -1;
-        if (place < 0 && attributes[i * GroupSize + CodePlace] == code) place = i;
+        if (attributes[i * host::AttributeGroupSize + host::AttributeExtraPlace] != extras[i]) return -1;
+        if (place < 0 && attributes[i * host::AttributeGroupSize + host::AttributeCodePlace] == code)
+            place = i;
     }
     return place;
 }

@@ -1,6 +1,7 @@
 #include "embedded/data/exchange/AttributeExchange.h"
 
 #include "embedded/data/catalogue/AttributeUnits.h"
+#include "embedded/data/exchange/SharedColumns.h"
 #include "xml/Dom.h"
 
 #include <QtCore/QSet>
@@ -12,13 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const CString Category = u"category"_s;
-const CString Code = u"code"_s;
 const CString DisplayName = u"display_name"_s;
-const CString Kind = u"kind"_s;
-const CString List = u"list_name"_s;
+const CString ListName = u"list_name"_s;
 const CString Values = u"values"_s;
-const CString Unit = u"unit"_s;
 
 /// Where the values of a code come from.
 const CString FreeEntry = u"0"_s;
@@ -70,7 +67,7 @@ AttributeExchange::AttributeExchange()
                      {DisplayName, u"属性"_s, true},
                      {Code, u"代码"_s, true, true},
                      {Kind, u"取值方式"_s},
-                     {List, u"值表"_s},
+                     {ListName, u"值表"_s},
                      {Values, u"值"_s},
                      {Unit, u"单位"_s}}),
       m_attributes(u"attributes"_s, {Category, Code, u"group_name"_s, DisplayName, u"extra"_s, Unit}, 2),
@@ -123,7 +120,7 @@ void AttributeExchange::Take(const ImportRow& row, ImportReport& report)
     m_lines.insert(KeyOf(category, code), row.Line());
 
     const CStringArray loaded = m_attributes.FindLoaded({category, code});
-    const CString list = row.Word(List, loaded.value(4));
+    const CString list = row.Word(ListName, loaded.value(4));
     const CString name = row.Key(DisplayName);
     const CString unit = row.Word(Unit, loaded.isEmpty() ? ShippedUnitOf(name) : loaded.value(5));
     const auto change =
@@ -160,7 +157,7 @@ KeyedTable::Change AttributeExchange::TakeListed(const ImportRow& row, const CSt
         if (!m_listedCodes.contains(code)) row.Refuse(Values, u"不能为空：代码 %1 还没有值表"_s.arg(code));
         return change;
     }
-    if (list.isEmpty()) row.Refuse(List, u"不能为空：取值方式 9 的值属于一个值表"_s);
+    if (list.isEmpty()) row.Refuse(ListName, u"不能为空：取值方式 9 的值属于一个值表"_s);
     m_agreed.Agree(code + u" 的值表 "_s + list, values, row.Line());
     m_listedCodes.insert(code);
     return Stronger(change, m_lists.Put({code, list, values}));

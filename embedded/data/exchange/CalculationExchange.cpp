@@ -1,6 +1,7 @@
 #include "embedded/data/exchange/CalculationExchange.h"
 
 #include "embedded/data/catalogue/FormulaChecker.h"
+#include "embedded/data/exchange/SharedColumns.h"
 
 #include <QtCore/QSet>
 #include <algorithm>
@@ -12,10 +13,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const CString Item = u"item"_s;
-const CString Code = u"code"_s;
-const CString Kind = u"kind"_s;
 const CString Rule = u"rule"_s;
-const CString Category = u"category"_s;
 const CString List = u"list"_s;
 
 constexpr int FirstKind = 1;

@@ -1,6 +1,7 @@
 #include "embedded/data/exchange/LibraryExchange.h"
 
 #include "embedded/data/exchange/GuideTable.h"
+#include "embedded/data/exchange/SharedColumns.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,7 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const CString NumberColumn = u"number"_s;
-const CString Unit = u"unit"_s;
 const CString Section = u"section"_s;
 const CString SectionTitle = u"section_title"_s;
 

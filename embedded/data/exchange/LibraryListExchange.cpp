@@ -3,6 +3,8 @@
 #include "embedded/data/catalogue/Library.h"
 
 #include "embedded/data/exchange/GuideTable.h"
+#include "embedded/data/exchange/SharedColumns.h"
+#include "host/BillNumbering.h"
 
 #include <QtCore/QSet>
 
@@ -15,21 +17,28 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const CString Code = u"code"_s;
 const CString Role = u"role"_s;
-const CString Name = u"file_name"_s;
+const CString FileName = u"file_name"_s;
 const CString CodeLength = u"code_length"_s;
 const CString SuffixLength = u"suffix_length"_s;
 const CString BillLibrary = u"bill_library"_s;
 
-enum Column { CodeAt, RoleAt, NameAt, LocalAt, YearAt, CodeLengthAt, SuffixLengthAt, ItemsAt, BillLibraryAt };
+enum Column {
+    CodeAt,
+    RoleAt,
+    FileNameAt,
+    LocalAt,
+    YearAt,
+    CodeLengthAt,
+    SuffixLengthAt,
+    ItemsAt,
+    BillLibraryAt
+};
 
 constexpr int LongestNumber = 30;
 
-/// Digits of a bill item's number and of what a project adds to it: the pairs for which a project can number
-/// its items. The first is that of a new library.
-const CArray<CStringArray> NumberRules{
-    {u"9"_s, u"3"_s}, {u"12"_s, u"3"_s}, {u"12"_s, u"1"_s}, {u"10"_s, u"2"_s}};
+/// Digits of a bill item's number and of what a project adds to it, in a new library of bills.
+const CStringArray UsualNumberRule{u"9"_s, u"3"_s};
 const CStringArray NoNumberRule{u"-1"_s, u"-1"_s};
 
 /// What the tables of items are called: sections first, then items.
@@ -122,7 +131,7 @@ private:
 LibraryListExchange::LibraryListExchange()
     : TableExchange({{Role, u"用途"_s, true},
                      {Code, u"代码"_s, true, true},
-                     {Name, u"名称"_s, true},
+                     {FileName, u"名称"_s, true},
                      {u"local"_s, u"地区"_s},
                      {u"year"_s, u"年份"_s},
                      {CodeLength, u"编号位数"_s},
@@ -131,7 +140,7 @@ LibraryListExchange::LibraryListExchange()
                      {BillLibrary, u"指引的清单库"_s}}),
       m_libraries(
           u"libraries"_s,
-          {Code, Role, Name, u"local"_s, u"year"_s, CodeLength, SuffixLength, u"items"_s, BillLibrary}, 1)
+          {Code, Role, FileName, u"local"_s, u"year"_s, CodeLength, SuffixLength, u"items"_s, BillLibrary}, 1)
 {
 }
 
@@ -152,7 +161,7 @@ CArray<Library> LibraryListExchange::Libraries() const
     for (const CStringArray& row : m_libraries.Rows()) {
         Library library;
         library.role = RoleOfWord(row[RoleAt]).value_or(LibraryRole::Bill);
-        library.name = {row[CodeAt], row[NameAt], row[LocalAt], row[YearAt], row[BillLibraryAt]};
+        library.name = {row[CodeAt], row[FileNameAt], row[LocalAt], row[YearAt], row[BillLibraryAt]};
         library.codeLength = row[CodeLengthAt].toInt();
         library.items = row[ItemsAt].isEmpty() ? row[CodeAt] : row[ItemsAt];
         libraries.append(library);
@@ -186,7 +195,7 @@ void LibraryListExchange::Take(const ImportRow& row, ImportReport& report)
     for (const LibraryRole role : AllLibraryRoles)
         roles.append({RoleWord(role), RoleLabel(role)});
     const CString role = row.Choice(Role, roles, {}, {});
-    const CString name = row.Key(Name);
+    const CString name = row.Key(FileName);
     const CStringArray loaded = m_libraries.FindLoaded({code});
     const CStringArray rule = NumberRule(row, role, loaded);
     Count(m_libraries.Put({code, role, name, row.Word(u"local"_s, loaded.value(LocalAt)),
@@ -202,12 +211,12 @@ CStringArray LibraryListExchange::NumberRule(const ImportRow& row, const CString
                                              const CStringArray& loaded) const
 {
     const bool isBill = role == RoleWord(LibraryRole::Bill);
-    const CStringArray& usual = isBill ? NumberRules.first() : NoNumberRule;
+    const CStringArray& usual = isBill ? UsualNumberRule : NoNumberRule;
     const bool isNew = loaded.value(RoleAt) != role;
     const CStringArray former = isNew ? usual : CStringArray{loaded[CodeLengthAt], loaded[SuffixLengthAt]};
     CStringArray rule{row.Number(CodeLength, -1, LongestNumber, former[0], usual[0]),
                       row.Number(SuffixLength, -1, LongestNumber, former[1], usual[1])};
-    if (isBill && rule != former && !NumberRules.contains(rule))
+    if (isBill && rule != former && !host::BillNumbering::Of(rule[0].toInt(), rule[1].toInt()))
         row.Refuse(CodeLength, u"和后缀位数只能是 9 和 3、12 和 3、12 和 1、10 和 2，而不是 %1 和 %2"_s.arg(
                                    rule[0], rule[1]));
     return rule;

@@ -1,6 +1,7 @@
 #include "embedded/data/project/CurrentConfiguration.h"
 
 #include "embedded/data/engine/Error.h"
+#include "platform/Paths.h"
 #include "xml/Dom.h"
 
 #include <algorithm>
@@ -49,10 +50,10 @@ bool CurrentConfiguration::IsPossibleName(const CString& name)
 
 bool CurrentConfiguration::CanNameFile(const CString& name)
 {
-    static const CString Forbidden = u"/\\:*?\"<>|"_s;
     return !name.isEmpty() && xml::IsText(name) &&
            std::none_of(name.begin(), name.end(), [](QChar character) {
-               return Forbidden.contains(character) || character.category() == QChar::Other_Control;
+               return platform::IsForbiddenInFileNames(character) ||
+                      character.category() == QChar::Other_Control;
            });
 }
 

@@ -1,5 +1,7 @@
 #include "embedded/data/project/Look.h"
 
+#include "platform/Files.h"
+
 namespace embedded {
 
 namespace {
@@ -21,6 +23,12 @@ Look::~Look()
 bool Look::IsUnderWay() noexcept
 {
     return looks > 0;
+}
+
+QByteArray ReadToLook(const CString& path)
+{
+    const Look look;
+    return platform::Files().ReadWhole(path);
 }
 
 } // namespace embedded

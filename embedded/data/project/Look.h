@@ -1,5 +1,9 @@
 #pragma once
 
+#include "platform/Text.h"
+
+#include <QtCore/QByteArray>
+
 namespace embedded {
 
 /// While one lives, files are read on this thread to be looked at, and nothing is worked on or written from
@@ -15,5 +19,8 @@ public:
 
     static bool IsUnderWay() noexcept;
 };
+
+/// The content of a file, read so. Raises `platform::FileError`.
+QByteArray ReadToLook(const CString& path);
 
 } // namespace embedded

@@ -18,7 +18,7 @@ using NvQdInfo::IBillLib;
 
 namespace {
 
-enum ControlId {
+enum NumberControl {
     DetailEdit = 1069,
     BaseEdit = 1076,
     SuffixEdit = 1077,

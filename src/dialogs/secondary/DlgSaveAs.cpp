@@ -22,7 +22,7 @@ using dialogs::IdOk;
 
 namespace {
 
-enum ControlId {
+enum SaveAsControl {
     FileList = 1000,
     TypeCombo = 1001,
     NameEdit = 1069,
@@ -96,8 +96,7 @@ void DlgSaveAs::OnFileSelected()
 
 bool DlgSaveAs::CheckFileName(const CString& name) const
 {
-    const QStringView forbidden = u"\\/:*?<>\"|";
-    const bool good = std::none_of(name.begin(), name.end(), [&](QChar c) { return forbidden.contains(c); });
+    const bool good = std::none_of(name.begin(), name.end(), platform::IsForbiddenInFileNames);
     if (!good) platform::ShowWarning(u"文件名不能包含下列任何字符:\n \\ /:*?\"<>|"_s);
     return good;
 }

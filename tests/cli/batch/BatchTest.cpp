@@ -10,9 +10,9 @@ using test::Cli;
 
 namespace {
 
-constexpr char AddRule[] = R"({"op":"AddConfig","path":{"category":"给排水\\管道\\给水管"}})"
-                           "\n";
-constexpr char Save[] = "{\"op\":\"Save\"}\n";
+constexpr char AddPipeRule[] = R"({"op":"AddConfig","path":{"category":"给排水\\管道\\给水管"}})"
+                               "\n";
+constexpr char SaveLine[] = "{\"op\":\"Save\"}\n";
 constexpr char Refused[] = R"({"op":"AddConfig","path":{"specId":1}})"
                            "\n";
 
@@ -34,7 +34,7 @@ QStringList Keys(const QJsonObject& object)
 TEST(Batch, AnswersNameLineOperationAndOutcome)
 {
     const Cli cli(u"bill"_s);
-    const test::Outcome outcome = cli.Batch(QByteArray("\n  \n") + AddRule + "\r\n" + Save);
+    const test::Outcome outcome = cli.Batch(QByteArray("\n  \n") + AddPipeRule + "\r\n" + SaveLine);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     const QList<QJsonObject> lines = outcome.Lines();
     ASSERT_EQ(lines.size(), 2);
@@ -46,7 +46,7 @@ TEST(Batch, AnswersNameLineOperationAndOutcome)
 TEST(Batch, ScriptFileAndStandardInputDoTheSame)
 {
     const Cli cli(u"bill"_s);
-    cli.Folder().WriteFile(u"script.jsonl"_s, QByteArray(AddRule) + "{\"op\":\"Save\"}");
+    cli.Folder().WriteFile(u"script.jsonl"_s, QByteArray(AddPipeRule) + "{\"op\":\"Save\"}");
     const test::Outcome outcome = cli.RunInProject({u"batch"_s, u"script.jsonl"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(outcome.Lines().size(), 2);
@@ -56,20 +56,20 @@ TEST(Batch, ScriptFileAndStandardInputDoTheSame)
 TEST(Batch, NothingIsSavedUnlessTheScriptSaysSo)
 {
     const Cli cli(u"bill"_s);
-    cli.Batch(Save);
+    cli.Batch(SaveLine);
     const QByteArray before = cli.Folder().ReadFile(Cli::RuleFile());
-    EXPECT_EQ(cli.Batch(AddRule).status, 0);
+    EXPECT_EQ(cli.Batch(AddPipeRule).status, 0);
     EXPECT_EQ(cli.Folder().ReadFile(Cli::RuleFile()), before);
-    EXPECT_EQ(cli.Batch(QByteArray(AddRule) + Save).status, 0);
+    EXPECT_EQ(cli.Batch(QByteArray(AddPipeRule) + SaveLine).status, 0);
     EXPECT_NE(cli.Folder().ReadFile(Cli::RuleFile()), before);
 }
 
 TEST(Batch, FirstRefusedOperationEndsItAndNothingIsSavedAfterIt)
 {
     const Cli cli(u"bill"_s);
-    cli.Batch(Save);
+    cli.Batch(SaveLine);
     const QByteArray before = cli.Folder().ReadFile(Cli::RuleFile());
-    const test::Outcome outcome = cli.Batch(QByteArray(AddRule) + Refused + Save);
+    const test::Outcome outcome = cli.Batch(QByteArray(AddPipeRule) + Refused + SaveLine);
     EXPECT_EQ(outcome.status, 1);
     ASSERT_EQ(outcome.Lines().size(), 2);
     EXPECT_EQ(outcome.Lines()[1].value(u"ok"_s), QJsonValue(false));
@@ -82,7 +82,7 @@ TEST(Batch, KeepGoingRunsTheRestAndStillEndsWithOne)
 {
     const Cli cli(u"bill"_s);
     const test::Outcome outcome =
-        cli.Batch(QByteArray(Refused) + AddRule + Refused + Save, {u"--keep-going"_s});
+        cli.Batch(QByteArray(Refused) + AddPipeRule + Refused + SaveLine, {u"--keep-going"_s});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.Lines().size(), 4);
     EXPECT_TRUE(outcome.Err().contains(u"第 1 行 AddConfig"_s));
@@ -93,7 +93,7 @@ TEST(Batch, KeepGoingRunsTheRestAndStillEndsWithOne)
 TEST(Batch, RaisedErrorIsAnsweredAsErrorAndCountsAsFailure)
 {
     const Cli cli(u"bill"_s);
-    const test::Outcome outcome = cli.Batch(OnRule("DelConfig", 1) + AddRule + Save);
+    const test::Outcome outcome = cli.Batch(OnRule("DelConfig", 1) + AddPipeRule + SaveLine);
     EXPECT_EQ(outcome.status, 1);
     ASSERT_EQ(outcome.Lines().size(), 2);
     EXPECT_FALSE(outcome.Lines()[1].value(u"error"_s).toString().isEmpty());
@@ -121,8 +121,8 @@ TEST(Batch, GetConfigGivesOneRuleWhenThePathNamesOneElseAll)
     const Cli cli(u"bill"_s);
     const QByteArray all = R"({"op":"GetConfig","path":{"category":"给排水\\管道\\给水管"}})"
                            "\n";
-    const test::Outcome outcome =
-        cli.Batch(AddRule + all + OnRule("GetConfig", 2) + OnRule("GetConfig", 0) + OnRule("GetConfig", 9));
+    const test::Outcome outcome = cli.Batch(AddPipeRule + all + OnRule("GetConfig", 2) +
+                                            OnRule("GetConfig", 0) + OnRule("GetConfig", 9));
     EXPECT_EQ(outcome.status, 1);
     const QList<QJsonObject> lines = outcome.Lines();
     ASSERT_EQ(lines.size(), 5);
@@ -168,7 +168,7 @@ TEST(Batch, ConditionOfSevenTextsIsRefusedByThePresenter)
 TEST(Batch, ConfigNamesAnotherFileThatIsMadeWhenItIsMissing)
 {
     const Cli cli(u"bill"_s);
-    EXPECT_EQ(cli.Batch(QByteArray(AddRule) + Save, {u"--config"_s, u"./other.xml"_s}).status, 0);
+    EXPECT_EQ(cli.Batch(QByteArray(AddPipeRule) + SaveLine, {u"--config"_s, u"./other.xml"_s}).status, 0);
     EXPECT_TRUE(test::IsStrictXml(cli.Folder().ReadFile(u"other.xml"_s)));
     EXPECT_FALSE(cli.Folder().Exists(Cli::RuleFile()));
 }
@@ -176,7 +176,7 @@ TEST(Batch, ConfigNamesAnotherFileThatIsMadeWhenItIsMissing)
 TEST(Batch, ConfigurationIsMadeInAProjectThatHasNoRuleFolderYet)
 {
     const Cli cli(u"bill"_s);
-    EXPECT_EQ(cli.Batch(Save, {u"--config"_s, u"按名"_s}).status, 0);
+    EXPECT_EQ(cli.Batch(SaveLine, {u"--config"_s, u"按名"_s}).status, 0);
     EXPECT_TRUE(test::IsStrictXml(cli.Folder().ReadFile(Cli::RuleFile(u"按名"_s))));
     const Cli other(u"bill"_s);
     EXPECT_EQ(other.Batch(R"({"op":"SaveAs","file":"另存"})", {u"--config"_s, u"./other.xml"_s}).status, 0);
@@ -221,7 +221,7 @@ TEST(Batch, ItemOfTheManualsExampleIsOneThatTheDialogsShow)
 {
     const Cli cli(u"bill"_s);
     const test::Outcome outcome =
-        cli.Batch(OnRule("AddQd", 1, R"(,"qd":{"strQdId":"031001001002","strName":"镀锌钢管"})") + Save);
+        cli.Batch(OnRule("AddQd", 1, R"(,"qd":{"strQdId":"031001001002","strName":"镀锌钢管"})") + SaveLine);
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("strQdCode=\"GB50856-2013\""));
 }
@@ -230,7 +230,7 @@ TEST(Batch, ConfigThatIsNoRuleFileIsRefusedBeforeAnythingRuns)
 {
     const Cli cli(u"bill"_s);
     cli.Folder().WriteFile(u"bad.xml"_s, "<other/>");
-    const test::Outcome outcome = cli.Batch(Save, {u"--config"_s, u"bad.xml"_s});
+    const test::Outcome outcome = cli.Batch(SaveLine, {u"--config"_s, u"bad.xml"_s});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.out.isEmpty());
     EXPECT_EQ(cli.Folder().ReadFile(u"bad.xml"_s), "<other/>");
@@ -250,7 +250,7 @@ TEST(Batch, SpecEditsAnotherSpecialty)
     const QByteArray line = R"({"op":"AddConfig","path":{"category":"电气\\电缆桥架\\桥架"}})"
                             "\n";
     EXPECT_EQ(cli.Batch(line).status, 1) << "the project is in 给排水";
-    EXPECT_EQ(cli.Batch(line + Save, {u"--spec"_s, u"电气"_s}).status, 0);
+    EXPECT_EQ(cli.Batch(line + SaveLine, {u"--spec"_s, u"电气"_s}).status, 0);
     EXPECT_TRUE(cli.Folder().ReadFile(Cli::RuleFile()).contains("<电气"));
 }
 
@@ -266,7 +266,7 @@ TEST(Batch, NewRuleMayComeWithItsConditions)
     const Cli cli(u"bill"_s);
     const QByteArray conditions =
         R"([["材质","1","＝","","","铜\"管\\","",""],["公称直径","0","","＞","≤","","15","20"]])";
-    const QByteArray line = QByteArray(AddRule).chopped(2) + ",\"conditions\":" + conditions + "}\n";
+    const QByteArray line = QByteArray(AddPipeRule).chopped(2) + ",\"conditions\":" + conditions + "}\n";
     const test::Outcome outcome = cli.Batch(line + OnRule("GetConfig", 2));
     ASSERT_EQ(outcome.status, 0) << outcome.err.toStdString();
     const QJsonObject rule = outcome.Lines().at(1).value(u"rules").toArray().at(0).toObject();
@@ -277,7 +277,7 @@ TEST(Batch, NewRuleMayComeWithItsConditions)
 TEST(Batch, NewRuleOfWhichAConditionIsRefusedIsNotThere)
 {
     const Cli cli(u"bill"_s);
-    const QByteArray line = QByteArray(AddRule).chopped(2) +
+    const QByteArray line = QByteArray(AddPipeRule).chopped(2) +
                             R"(,"conditions":[["材质","1","＝","","","铜管","",""],["材质"]]})" + "\n";
     const test::Outcome outcome =
         cli.Batch(line + R"({"op":"GetConfig","path":{"category":"给排水\\管道\\给水管"}})" + "\n",
@@ -285,5 +285,5 @@ TEST(Batch, NewRuleOfWhichAConditionIsRefusedIsNotThere)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_FALSE(outcome.Lines().at(0).value(u"ok").toBool());
     EXPECT_EQ(outcome.Lines().at(1).value(u"rules").toArray().size(), 1) << outcome.out.toStdString();
-    EXPECT_EQ(cli.Batch(QByteArray(AddRule).chopped(2) + ",\"conditions\":[7]}\n").status, 1);
+    EXPECT_EQ(cli.Batch(QByteArray(AddPipeRule).chopped(2) + ",\"conditions\":[7]}\n").status, 1);
 }

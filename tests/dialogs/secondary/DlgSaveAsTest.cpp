@@ -147,7 +147,7 @@ TEST_F(DlgSaveAsTest, LoadModeWithAnEmptyFolderOnlyLetsTheUserCancel)
     test::Click(dialog, Save);
     EXPECT_TRUE(dialog.isVisible());
     ExpectSilence();
-    test::Click(dialog, Cancel);
+    test::Click(dialog, test::saveas::Cancel);
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialog.result(), dialogs::IdCancel);
 }
@@ -208,7 +208,7 @@ TEST_F(DlgSaveAsTest, ThousandRoundsLeaveNoWidgetBehind)
         DlgSaveAs dialog(round % 3, nullptr, PathOf(u"abc.xml"_s));
         test::Open(dialog);
         test::ClickLine(dialog, FileList, round % 2);
-        test::Click(dialog, round % 2 == 0 ? Save : Cancel);
+        test::Click(dialog, round % 2 == 0 ? test::saveas::Save : test::saveas::Cancel);
         dialog.close();
     }
     EXPECT_EQ(QApplication::allWidgets().size(), before);

@@ -1,6 +1,7 @@
 #include "editor/dialogs/HistoryWindow.h"
 
 #include "editor/EditorFixture.h"
+#include "editor/SampleFiles.h"
 #include "editor/project/Project.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
@@ -15,10 +16,9 @@
 #include <QtWidgets/QStatusBar>
 
 using namespace Qt::StringLiterals;
+using test::CurrentFile;
 
 namespace {
-
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
 /// The file system in force, in which a thread beside the window's reads nothing before the user has pressed
 /// 取消.

@@ -1,5 +1,6 @@
 #include "editor/dialogs/HistoryWindow.h"
 
+#include "editor/SampleFiles.h"
 #include "support/WindowWaits.h"
 
 #include "editor/EditorFixture.h"
@@ -19,10 +20,9 @@
 #include <QtWidgets/QTreeWidget>
 
 using namespace Qt::StringLiterals;
+using test::CurrentFile;
 
 namespace {
-
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
 /// The file system in force. When it is read on the window's thread while a progress window is there, the
 /// user presses its button.

@@ -9,13 +9,9 @@ using namespace Qt::StringLiterals;
 using editor::DraftFile;
 using editor::WorkSession;
 using test::LargeFile;
+using test::NoConflicts;
 
 namespace {
-
-const editor::AnswerConflicts NoConflicts = [](const auto&) -> std::optional<std::vector<rules::Side>> {
-    ADD_FAILURE() << "asked about conflicts";
-    return std::nullopt;
-};
 
 void WaitForAll(QSignalSpy& completed)
 {

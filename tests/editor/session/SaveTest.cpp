@@ -12,18 +12,10 @@
 using namespace Qt::StringLiterals;
 using editor::DraftFile;
 using editor::DraftJournal;
+using test::NoConflicts;
+using test::NotAsked;
 
 namespace {
-
-const editor::AnswerConflicts NoConflicts = [](const auto&) -> std::optional<std::vector<rules::Side>> {
-    ADD_FAILURE() << "asked about conflicts";
-    return std::nullopt;
-};
-
-const editor::AskWhetherAnew NotAsked = [] {
-    ADD_FAILURE() << "asked whether to write the file anew";
-    return false;
-};
 
 /// The file system in force, with one file told apart: what it comes to hold, and whether it can be written.
 class OneFile : public platform::FileSystemProxy

@@ -8,8 +8,22 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace test {
+
+/// For saves that must not ask.
+inline const editor::AnswerConflicts NoConflicts =
+    [](const auto&) -> std::optional<std::vector<rules::Side>> {
+    ADD_FAILURE() << "asked about conflicts";
+    return std::nullopt;
+};
+
+inline const editor::AskWhetherAnew NotAsked = [] {
+    ADD_FAILURE() << "asked whether to write the file anew";
+    return false;
+};
 
 /// A session on the sample project.
 class SessionTest : public ::testing::Test

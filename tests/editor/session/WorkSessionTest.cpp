@@ -10,16 +10,12 @@
 using namespace Qt::StringLiterals;
 using editor::DraftFile;
 using editor::WorkSession;
+using test::NoConflicts;
 using ::testing::ElementsAre;
 
 namespace {
 
 using WorkSessionOnSample = test::SessionTest;
-
-const editor::AnswerConflicts NoConflicts = [](const auto&) -> std::optional<std::vector<rules::Side>> {
-    ADD_FAILURE() << "asked about conflicts";
-    return std::nullopt;
-};
 
 std::vector<CString> TextsOf(const rules::SmallCategoryPtr& category)
 {

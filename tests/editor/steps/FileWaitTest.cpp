@@ -2,6 +2,7 @@
 
 #include "dialogs/AutoConfigIds.h"
 #include "editor/EditorFixture.h"
+#include "editor/SampleFiles.h"
 #include "editor/project/Project.h"
 #include "editor/window/ModuleSteps.h"
 #include "embedded/data/project/ProjectFolder.h"
@@ -19,11 +20,10 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using test::CurrentFile;
 using ::testing::HasSubstr;
 
 namespace {
-
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
 /// The editor on the sample project, whose rule file another program may hold for as long as it likes.
 class HeldRuleFile : public test::EditorWindow

@@ -1,6 +1,7 @@
 #include "editor/window/ModuleSteps.h"
 
 #include "editor/EditorFixture.h"
+#include "editor/SampleFiles.h"
 #include "editor/messages/ErrorBox.h"
 #include "editor/steps/StepWatch.h"
 #include "embedded/data/engine/Progress.h"
@@ -16,11 +17,10 @@
 
 using namespace Qt::StringLiterals;
 using editor::StepEnd;
+using test::CurrentFile;
+using test::OtherFile;
 
 namespace {
-
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
-const CString OtherFile = u"project\\app\\自动套配置\\给排水示例.xml"_s;
 
 /// The steps of the module, cancelled at any of the pieces of work at which they can be left.
 class CancelledSteps : public test::EditorWindow

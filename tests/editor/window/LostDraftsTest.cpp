@@ -1,5 +1,6 @@
 #include "editor/EditorFixture.h"
 
+#include "editor/SampleFiles.h"
 #include "editor/files/FilePanel.h"
 #include "editor/project/Project.h"
 #include "editor/session/DraftJournal.h"
@@ -13,10 +14,9 @@
 
 using namespace Qt::StringLiterals;
 using editor::DraftJournal;
+using test::Pipes;
 
 namespace {
-
-const CString Pipes = u"给排水\\管道\\给水管"_s;
 
 /// The window on the sample project, in which a program that ended in the middle has left edits of a rule
 /// file: of the one that the window has open, or of another one.

@@ -1,5 +1,6 @@
 #include "editor/EditorFixture.h"
 
+#include "editor/SampleFiles.h"
 #include "editor/docks/details/ConditionTable.h"
 #include "editor/files/DiskWatch.h"
 #include "editor/files/FilePanel.h"
@@ -37,12 +38,11 @@
 using namespace Qt::StringLiterals;
 using editor::ConditionTable;
 using editor::DraftJournal;
+using test::CurrentFile;
+using test::Pipes;
 using ::testing::HasSubstr;
 
 namespace {
-
-const CString Pipes = u"给排水\\管道\\给水管"_s;
-const CString RuleFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 
 /// The window on the sample project, with rules that are edited here and by other programs.
 class MainWindowRules : public test::EditorWindow
@@ -206,17 +206,17 @@ TEST_F(MainWindowRules, ClosingWithChangesSavesThemWhenTheUserSaysSo)
     const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"保存"_s); }});
     EXPECT_TRUE(m_window.close());
     EXPECT_TRUE(user.Done());
-    EXPECT_TRUE(m_folder.ReadFile(RuleFile).contains(u"铜金合金"_s.toUtf8()));
+    EXPECT_TRUE(m_folder.ReadFile(CurrentFile).contains(u"铜金合金"_s.toUtf8()));
 }
 
 TEST_F(MainWindowRules, ClosingWithChangesDropsThemWhenTheUserSaysSo)
 {
-    const QByteArray before = m_folder.ReadFile(RuleFile);
+    const QByteArray before = m_folder.ReadFile(CurrentFile);
     Insert(u"铜管"_s);
     const test::NextWindows user({[](QDialog& box) { test::PressButton(box, u"放弃修改"_s); }});
     EXPECT_TRUE(m_window.close());
     EXPECT_TRUE(user.Done());
-    EXPECT_EQ(m_folder.ReadFile(RuleFile), before);
+    EXPECT_EQ(m_folder.ReadFile(CurrentFile), before);
 }
 
 TEST_F(MainWindowRules, EditsAreTakenBackBehindAChangeOfTheMode)
@@ -234,7 +234,7 @@ TEST_F(MainWindowRules, EditsAreTakenBackBehindAChangeOfTheMode)
 
 TEST_F(MainWindowRules, RuleFileDroppedOnTheWindowIsOfferedToTheProject)
 {
-    m_folder.WriteFile(u"别处.xml"_s, m_folder.ReadFile(RuleFile));
+    m_folder.WriteFile(u"别处.xml"_s, m_folder.ReadFile(CurrentFile));
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(Folder(u"别处.xml"_s))});
     QDragEnterEvent enter({}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);

@@ -1,5 +1,6 @@
 #include "editor/EditorFixture.h"
 
+#include "editor/SampleFiles.h"
 #include "editor/files/FilePanel.h"
 #include "editor/project/Project.h"
 #include "editor/window/ProjectPanel.h"
@@ -24,12 +25,11 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using test::CurrentFile;
+using test::OtherFile;
 using ::testing::HasSubstr;
 
 namespace {
-
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
-const CString OtherFile = u"project\\app\\自动套配置\\给排水示例.xml"_s;
 
 /// The file system in force. Once a file is opened for writing, it is torn and the disk is full.
 class ThrowingFiles : public platform::FileSystemProxy

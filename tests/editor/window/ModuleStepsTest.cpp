@@ -1,6 +1,7 @@
 #include "editor/window/ModuleSteps.h"
 
 #include "editor/EditorFixture.h"
+#include "editor/SampleFiles.h"
 #include "embedded/data/history/History.h"
 #include "embedded/data/project/ProjectFolder.h"
 #include "platform/Files.h"
@@ -16,11 +17,11 @@
 #include <type_traits>
 
 using namespace Qt::StringLiterals;
+using test::CurrentFile;
 using ::testing::HasSubstr;
 
 namespace {
 
-const CString CurrentFile = u"project\\app\\自动套配置\\DefaultConfig.xml"_s;
 const QByteArray Damaged = "<a>\n  <b x=\"1\" x=\"2\"/>\n</a>";
 
 // Its runner works on it.

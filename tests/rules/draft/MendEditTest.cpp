@@ -16,9 +16,9 @@ using test::Value;
 
 namespace {
 
-Draft DraftOf(const rules::SmallCategory& category)
+Draft DraftOfCategory(const rules::SmallCategory& category)
 {
-    const auto file = std::make_shared<const rules::Configuration>(test::ConfigurationOf(category));
+    const auto file = std::make_shared<const rules::Configuration>(test::ConfigurationWith(category));
     return {file, std::make_shared<const rules::Configuration>(std::vector<rules::Specialty>())};
 }
 
@@ -66,7 +66,7 @@ rules::CheckFacts QuotaMode()
 CString Mended(const rules::SmallCategory& category, const CString& op,
                const rules::CheckFacts& facts = test::KnownFacts())
 {
-    Draft draft = DraftOf(category);
+    Draft draft = DraftOfCategory(category);
     const std::vector<Finding> findings = FindingsIn(draft, facts);
     EXPECT_EQ(findings.size(), 1U) << test::Codes(findings).join(u' ').toStdString();
     if (findings.empty() || !findings[0].mend) {
@@ -79,7 +79,7 @@ CString Mended(const rules::SmallCategory& category, const CString& op,
     draft.Apply(edit);
     EXPECT_EQ(test::Codes(FindingsIn(draft, facts)), CStringArray());
     draft.Revert(edit);
-    EXPECT_EQ(draft.Find(test::Pipes)->rules, category.rules);
+    EXPECT_EQ(draft.Find(test::PipeCategory)->rules, category.rules);
     return edit.text;
 }
 
@@ -148,13 +148,13 @@ TEST(MendEdit, ItemThatIsThereTwiceGoesOnce)
 
 TEST(MendEdit, FindingWithoutAMendOrWithoutItsObjectGivesNothing)
 {
-    const Draft draft = DraftOf(test::WithDefault({PricedRule({Copper()})}));
-    const auto isNothing = [&](const rules::Mend& mend, const CString& category = test::Pipes) {
+    const Draft draft = DraftOfCategory(test::WithDefault({PricedRule({Copper()})}));
+    const auto isNothing = [&](const rules::Mend& mend, const CString& category = test::PipeCategory) {
         Finding finding{.category = category};
         finding.mend = mend;
         return rules::MendEdit(draft, finding).IsEmpty();
     };
-    EXPECT_TRUE(rules::MendEdit(draft, {.category = test::Pipes}).IsEmpty());
+    EXPECT_TRUE(rules::MendEdit(draft, {.category = test::PipeCategory}).IsEmpty());
     EXPECT_TRUE(isNothing({.op = u"Save"_s}));
     EXPECT_FALSE(isNothing({.op = u"DelConfig"_s, .configId = 2}));
     EXPECT_TRUE(isNothing({.op = u"DelConfig"_s, .configId = 3}));

@@ -28,40 +28,6 @@ namespace {
 
 using shared::OfficeFiles;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"cloud"_s;
-    info.syntax = u"list|fetch|publish|withdraw|log|diff|restore|remove [NAME] [版本 [版本]] [--note TEXT] "
-                  "[--version N] [--prefer mine|theirs] [--back] [--json]"_s;
-    info.summary = u"办公室发布的配置：列出、取来、发布、撤回、比较、还原"_s;
-    info.description =
-        u"工程属于一个办公室时（ktqdde init --office），配置由办公室发布，每次发布是一个版本，永远留着。\n"
-        "  list              列出办公室的和本地的配置，本地的是不是最新的一版\n"
-        "  fetch [NAME]      取来最新的一版，或 --version N；本地有修改时按规则合并\n"
-        "  publish [NAME]    发布本地的配置；别人其间也发布过时，按规则合并后发布合并的结果，\n"
-        "                    并写出从别人的版本并入了什么\n"
-        "  withdraw NAME     等着的不再发布；本地文件不变\n"
-        "  log NAME          列出全部版本：时间、发布人、工程、说明\n"
-        "  diff NAME [版本 [版本]]  比较两个版本；给一个时与本地文件比，不给时是最新的一版与本地文件\n"
-        "  restore NAME --version N  把第 N 版作为新的一版发布并取来\n"
-        "  remove NAME       从办公室的列表中移除，版本都留着；--back 收回\n"
-        "NAME 是配置名；fetch 和 publish 不写时是当前配置。本地文件改动以前先留历史副本。\n"
-        "冲突写在标准错误上，由 --prefer 回答，在终端上逐个询问；没有答案就什么也不发布、不改动，退出状态为 "
-        "3。\n"
-        "办公室连不上时，publish 留着等连上再发，退出状态为 4；以后任何一个 cloud 命令都先发等着的，\n"
-        "withdraw 除外；取来一版以后，等着的也不再发布。\n"
-        "没有办公室的工程，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用。"_s;
-    info.minPositional = 1;
-    info.maxPositional = 4;
-    info.options = {{u"note"_s, u"TEXT"_s, u"publish 的说明"_s, {}},
-                    {u"version"_s, u"N"_s, u"fetch 和 restore 的版本"_s, {}},
-                    PreferOption(),
-                    {u"back"_s, {}, u"remove 反过来：收回已移除的"_s, {}},
-                    {u"json"_s, {}, u"list、log、diff 以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    return info;
-}
-
 /// A number of a version. Raises `UsageError` for what is none.
 int VersionOf(const CString& text)
 {
@@ -165,10 +131,7 @@ State LocalState(const Run& run)
 {
     const CString path = run.files.FileOf(run.configuration);
     CheckRuleFile(path);
-    CString reason;
-    const auto bytes = platform::Files().Read(path, &reason);
-    if (!bytes) throw platform::FileError(path, reason);
-    return {platform::ToNative(path), *bytes};
+    return {platform::ToNative(path), platform::Files().ReadWhole(path)};
 }
 
 rules::ConfigurationPtr RulesOf(const State& state)
@@ -262,6 +225,40 @@ CString NamedConfiguration(const CStringArray& words)
 }
 
 } // namespace
+
+CommandInfo CloudCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"cloud"_s;
+    info.syntax = u"list|fetch|publish|withdraw|log|diff|restore|remove [NAME] [版本 [版本]] [--note TEXT] "
+                  "[--version N] [--prefer mine|theirs] [--back] [--json]"_s;
+    info.summary = u"办公室发布的配置：列出、取来、发布、撤回、比较、还原"_s;
+    info.description =
+        u"工程属于一个办公室时（ktqdde init --office），配置由办公室发布，每次发布是一个版本，永远留着。\n"
+        "  list              列出办公室的和本地的配置，本地的是不是最新的一版\n"
+        "  fetch [NAME]      取来最新的一版，或 --version N；本地有修改时按规则合并\n"
+        "  publish [NAME]    发布本地的配置；别人其间也发布过时，按规则合并后发布合并的结果，\n"
+        "                    并写出从别人的版本并入了什么\n"
+        "  withdraw NAME     等着的不再发布；本地文件不变\n"
+        "  log NAME          列出全部版本：时间、发布人、工程、说明\n"
+        "  diff NAME [版本 [版本]]  比较两个版本；给一个时与本地文件比，不给时是最新的一版与本地文件\n"
+        "  restore NAME --version N  把第 N 版作为新的一版发布并取来\n"
+        "  remove NAME       从办公室的列表中移除，版本都留着；--back 收回\n"
+        "NAME 是配置名；fetch 和 publish 不写时是当前配置。本地文件改动以前先留历史副本。\n"
+        "冲突写在标准错误上，由 --prefer 回答，在终端上逐个询问；没有答案就什么也不发布、不改动，退出状态为 "
+        "3。\n"
+        "办公室连不上时，publish 留着等连上再发，退出状态为 4；以后任何一个 cloud 命令都先发等着的，\n"
+        "withdraw 除外；取来一版以后，等着的也不再发布。\n"
+        "没有办公室的工程，共用的配置放在一个文件夹里，用编辑器的“云盘”窗口取用。"_s;
+    info.minPositional = 1;
+    info.maxPositional = 4;
+    info.options = {{u"note"_s, u"TEXT"_s, u"publish 的说明"_s, {}},
+                    {u"version"_s, u"N"_s, u"fetch 和 restore 的版本"_s, {}},
+                    PreferOption(),
+                    {u"back"_s, {}, u"remove 反过来：收回已移除的"_s, {}},
+                    {u"json"_s, {}, u"list、log、diff 以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
 
 CloudCommand::CloudCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class CloudCommand final : public Command
 public:
     CloudCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -18,25 +18,6 @@ using embedded::Office;
 using embedded::OfficeRight;
 using embedded::OfficeStatus;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"office"_s;
-    info.syntax = u"create|status|upgrade NAME [--json]"_s;
-    info.summary = u"办公室：在服务器上建立、查看、升级"_s;
-    info.description =
-        u"办公室是一个 PostgreSQL 数据库，装着几个工程共用的类别、属性、库、清单编号和发布的配置。\n"
-        "NAME 是连接服务文件 pg_service.conf 中的一节；口令由 .pgpass 保管，本程序不保存也不显示。\n"
-        "  create NAME     在那个数据库中建立办公室，内容是本程序自带的库；建立的人是管理员\n"
-        "  status NAME     看连不连得上、自己的权限、有什么；--json 以 JSON 输出\n"
-        "  upgrade NAME    把旧版程序建立的办公室升级到本程序的结构\n"
-        "怎样从头设立一个办公室，见手册 docs/office.md；工程用 ktqdde init --office 加入。"_s;
-    info.minPositional = info.maxPositional = 2;
-    info.options = {{u"json"_s, {}, u"status 以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    info.needsProject = false;
-    return info;
-}
-
 void Create(const CString& name)
 {
     WatchedWork work;
@@ -127,6 +108,25 @@ CString ToJson(const OfficeStatus& status)
 }
 
 } // namespace
+
+CommandInfo OfficeCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"office"_s;
+    info.syntax = u"create|status|upgrade NAME [--json]"_s;
+    info.summary = u"办公室：在服务器上建立、查看、升级"_s;
+    info.description =
+        u"办公室是一个 PostgreSQL 数据库，装着几个工程共用的类别、属性、库、清单编号和发布的配置。\n"
+        "NAME 是连接服务文件 pg_service.conf 中的一节；口令由 .pgpass 保管，本程序不保存也不显示。\n"
+        "  create NAME     在那个数据库中建立办公室，内容是本程序自带的库；建立的人是管理员\n"
+        "  status NAME     看连不连得上、自己的权限、有什么；--json 以 JSON 输出\n"
+        "  upgrade NAME    把旧版程序建立的办公室升级到本程序的结构\n"
+        "怎样从头设立一个办公室，见手册 docs/office.md；工程用 ktqdde init --office 加入。"_s;
+    info.minPositional = info.maxPositional = 2;
+    info.options = {{u"json"_s, {}, u"status 以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    info.needsProject = false;
+    return info;
+}
 
 OfficeCommand::OfficeCommand() : Command(Describe()) {}
 

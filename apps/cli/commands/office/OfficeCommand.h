@@ -10,6 +10,9 @@ class OfficeCommand final : public Command
 public:
     OfficeCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

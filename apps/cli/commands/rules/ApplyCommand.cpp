@@ -26,30 +26,6 @@ namespace {
 /// How many components the terminal shows of those that somebody should look at.
 constexpr qsizetype ToldShown = 40;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"apply"_s;
-    info.syntax =
-        u"TABLE [--sheet NAME] [-o OUT] [--by COLUMN] [--json] [--config FILE] [--compare FILE] [--force]"_s;
-    info.summary = u"按规则给构件表套价，得出工程量清单"_s;
-    info.description =
-        u"TABLE 是构件表（CSV、XLSX 或 ODS），一行一个构件，各列见手册 docs/takeoff.md。\n"
-        "不写 -o 时在终端列出清单和需要核对的构件。OUT 以 .xlsx 结尾时写成工作簿：工程量清单、每个构件\n"
-        "套的规则和清单、未套价和需要核对的构件；以 .csv 结尾时只写清单；以 .json 结尾时写成 JSON。\n"
-        "--compare 用另一个配置再套一遍，列出哪些构件、哪些清单行会变；写成工作簿时多出两个工作表。\n"
-        "每个构件或者已套价，或者套默认规则，或者未套价，三者之和程序会核对。Ctrl+C 取消，不留文件。"_s;
-    info.minPositional = info.maxPositional = 1;
-    info.options = {SheetOption(),
-                    OutputOption(u"写到这个文件：.xlsx、.csv 或 .json"_s),
-                    {u"by"_s, u"COLUMN"_s, u"按这一列分开列清单；几列之间用逗号"_s, {}},
-                    {u"json"_s, {}, u"在终端以 JSON 输出，写法见手册 docs/json.md"_s, {}},
-                    PricingConfigOption(),
-                    {u"compare"_s, u"FILE"_s, u"与这个规则文件或配置比较"_s, {}},
-                    ForceOption()};
-    return info;
-}
-
 enum class Form { Terminal, TerminalJson, Workbook, Csv, Json };
 
 /// What is written, as the options tell.
@@ -173,6 +149,30 @@ std::unique_ptr<BillChange> ChangeOf(const Arguments& arguments, const CString& 
 }
 
 } // namespace
+
+CommandInfo ApplyCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"apply"_s;
+    info.syntax =
+        u"TABLE [--sheet NAME] [-o OUT] [--by COLUMN] [--json] [--config FILE] [--compare FILE] [--force]"_s;
+    info.summary = u"按规则给构件表套价，得出工程量清单"_s;
+    info.description =
+        u"TABLE 是构件表（CSV、XLSX 或 ODS），一行一个构件，各列见手册 docs/takeoff.md。\n"
+        "不写 -o 时在终端列出清单和需要核对的构件。OUT 以 .xlsx 结尾时写成工作簿：工程量清单、每个构件\n"
+        "套的规则和清单、未套价和需要核对的构件；以 .csv 结尾时只写清单；以 .json 结尾时写成 JSON。\n"
+        "--compare 用另一个配置再套一遍，列出哪些构件、哪些清单行会变；写成工作簿时多出两个工作表。\n"
+        "每个构件或者已套价，或者套默认规则，或者未套价，三者之和程序会核对。Ctrl+C 取消，不留文件。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {SheetOption(),
+                    OutputOption(u"写到这个文件：.xlsx、.csv 或 .json"_s),
+                    {u"by"_s, u"COLUMN"_s, u"按这一列分开列清单；几列之间用逗号"_s, {}},
+                    {u"json"_s, {}, u"在终端以 JSON 输出，写法见手册 docs/json.md"_s, {}},
+                    PricingConfigOption(),
+                    {u"compare"_s, u"FILE"_s, u"与这个规则文件或配置比较"_s, {}},
+                    ForceOption()};
+    return info;
+}
 
 ApplyCommand::ApplyCommand() : Command(Describe()) {}
 

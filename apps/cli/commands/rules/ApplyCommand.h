@@ -10,6 +10,9 @@ class ApplyCommand final : public Command
 public:
     ApplyCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

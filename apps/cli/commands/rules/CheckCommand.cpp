@@ -23,30 +23,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"check"_s;
-    info.syntax =
-        u"[--config FILE] [--spec NAME] [--category TEXT] [--json] [--fail-on error|warning|never] [--mends FILE]"_s;
-    info.summary = u"检查规则：永远不会适用的、有空档的、写错的、重复的"_s;
-    info.description = u"检查一个规则文件的全部专业，每个发现一行：哪条规则、多严重、代码、一句话。\n"
-                       "各代码的意思见手册 docs/checks.md。规则文件不会改动。\n"
-                       "--mends 把能自动改的写成 ktqdde batch 的脚本，只含一个专业的，最后一行保存；\n"
-                       "脚本先看过再用：保存时，类别里没有的内容会丢失。"_s;
-    info.options = {
-        {u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}},
-        {u"spec"_s, u"NAME"_s, u"--mends 写哪个专业的；不写时为工程的当前专业"_s, {}},
-        {u"category"_s, u"TEXT"_s, u"只要这个类别的：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
-        {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}},
-        {u"fail-on"_s,
-         u"LEVEL"_s,
-         u"有这个级别以上的发现时退出状态为 1：error（不写时）、warning 或 never"_s,
-         {}},
-        {u"mends"_s, u"FILE"_s, u"把能自动改的写成 batch 脚本，FILE 不能已经存在"_s, {}}};
-    return info;
-}
-
 /// The least severity that fails; nothing for none.
 std::optional<rules::Severity> FailingLevel(const Arguments& arguments)
 {
@@ -114,6 +90,30 @@ void WriteMends(const CString& path, const std::vector<rules::Finding>& findings
 }
 
 } // namespace
+
+CommandInfo CheckCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"check"_s;
+    info.syntax =
+        u"[--config FILE] [--spec NAME] [--category TEXT] [--json] [--fail-on error|warning|never] [--mends FILE]"_s;
+    info.summary = u"检查规则：永远不会适用的、有空档的、写错的、重复的"_s;
+    info.description = u"检查一个规则文件的全部专业，每个发现一行：哪条规则、多严重、代码、一句话。\n"
+                       "各代码的意思见手册 docs/checks.md。规则文件不会改动。\n"
+                       "--mends 把能自动改的写成 ktqdde batch 的脚本，只含一个专业的，最后一行保存；\n"
+                       "脚本先看过再用：保存时，类别里没有的内容会丢失。"_s;
+    info.options = {
+        {u"config"_s, u"FILE"_s, u"规则文件或配置名；不写时为工程的当前配置"_s, {}},
+        {u"spec"_s, u"NAME"_s, u"--mends 写哪个专业的；不写时为工程的当前专业"_s, {}},
+        {u"category"_s, u"TEXT"_s, u"只要这个类别的：给排水\\管道\\给水管、给排水\\管道或给水管"_s, {}},
+        {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}},
+        {u"fail-on"_s,
+         u"LEVEL"_s,
+         u"有这个级别以上的发现时退出状态为 1：error（不写时）、warning 或 never"_s,
+         {}},
+        {u"mends"_s, u"FILE"_s, u"把能自动改的写成 batch 脚本，FILE 不能已经存在"_s, {}}};
+    return info;
+}
 
 CheckCommand::CheckCommand() : Command(Describe()) {}
 

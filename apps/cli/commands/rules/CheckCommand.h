@@ -10,6 +10,9 @@ class CheckCommand final : public Command
 public:
     CheckCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

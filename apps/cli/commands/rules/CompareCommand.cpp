@@ -23,26 +23,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"compare"_s;
-    info.syntax = u"A B [--on TABLE [--sheet NAME]] [--json]"_s;
-    info.summary = u"逐条规则比较两个规则文件，还能指出哪些构件因此变化"_s;
-    info.description =
-        u"A 和 B 是规则文件；指明了工程时也可以是配置名。列出从 A 到 B 加了、删了、改了和移动了的规则，\n"
-        "改了的规则列出变了的条件、清单和定额。规则按编号辨认，编号重排过的按内容辨认。只因打开并关闭\n"
-        "配置而补上的默认规则只用一行说明。\n"
-        "--on TABLE 按构件表（手册 docs/takeoff.md）试套两次，列出规则、项或数量不同的构件和变了的清单行，\n"
-        "需要指明工程。什么也不写入。有没有差别，退出状态都是 0。"_s;
-    info.minPositional = info.maxPositional = 2;
-    info.options = {{u"on"_s, u"TABLE"_s, u"构件表：CSV、XLSX 或 ODS"_s, {}},
-                    {u"sheet"_s, u"NAME"_s, u"构件表是工作簿时的工作表；不写时为第一个"_s, {}},
-                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    info.needsProject = false;
-    return info;
-}
-
 /// A rule file as it was at one moment: all that is told is told of that.
 struct ReadFile
 {
@@ -121,6 +101,26 @@ CString TextOf(const Arguments& arguments)
 }
 
 } // namespace
+
+CommandInfo CompareCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"compare"_s;
+    info.syntax = u"A B [--on TABLE [--sheet NAME]] [--json]"_s;
+    info.summary = u"逐条规则比较两个规则文件，还能指出哪些构件因此变化"_s;
+    info.description =
+        u"A 和 B 是规则文件；指明了工程时也可以是配置名。列出从 A 到 B 加了、删了、改了和移动了的规则，\n"
+        "改了的规则列出变了的条件、清单和定额。规则按编号辨认，编号重排过的按内容辨认。只因打开并关闭\n"
+        "配置而补上的默认规则只用一行说明。\n"
+        "--on TABLE 按构件表（手册 docs/takeoff.md）试套两次，列出规则、项或数量不同的构件和变了的清单行，\n"
+        "需要指明工程。什么也不写入。有没有差别，退出状态都是 0。"_s;
+    info.minPositional = info.maxPositional = 2;
+    info.options = {{u"on"_s, u"TABLE"_s, u"构件表：CSV、XLSX 或 ODS"_s, {}},
+                    {u"sheet"_s, u"NAME"_s, u"构件表是工作簿时的工作表；不写时为第一个"_s, {}},
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    info.needsProject = false;
+    return info;
+}
 
 CompareCommand::CompareCommand() : Command(Describe()) {}
 

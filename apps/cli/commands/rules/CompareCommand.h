@@ -10,6 +10,9 @@ class CompareCommand final : public Command
 public:
     CompareCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

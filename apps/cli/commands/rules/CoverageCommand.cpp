@@ -22,26 +22,6 @@ namespace {
 /// Pixels for a unit of the picture, so that it stays sharp on fine screens and in print.
 constexpr double PngScale = 2;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"coverage"_s;
-    info.syntax = u"TABLE [--sheet NAME] [--category TEXT] [-o OUT] [--json] [--config FILE] [--force]"_s;
-    info.summary = u"看构件表里的构件被哪些规则收下，哪些落在默认规则"_s;
-    info.description =
-        u"TABLE 是构件表，同 apply。按类别列出每条规则命中几个构件、哪些规则从未命中；没有规则收下的构件按\n"
-        "规则看的属性分组，工程量大的在前，每组附一行 ktqdde batch 的操作，照它就能加上一条规则。\n"
-        "OUT 以 .svg 或 .png 结尾，是各类别每条规则和默认规则收下多少构件的图。规则文件不改动。"_s;
-    info.minPositional = info.maxPositional = 1;
-    info.options = {SheetOption(),
-                    {u"category"_s, u"TEXT"_s, u"只看这个小类：给排水\\管道\\给水管，或给水管"_s, {}},
-                    OutputOption(u"把图写到这个文件：.svg 或 .png"_s),
-                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}},
-                    PricingConfigOption(),
-                    ForceOption()};
-    return info;
-}
-
 void CheckForm(const CString& path)
 {
     const bool isKnown = path.isEmpty() || path.endsWith(u".svg"_s, Qt::CaseInsensitive) ||
@@ -99,6 +79,26 @@ void WritePicture(const CString& path, const CoverageReport& report)
 }
 
 } // namespace
+
+CommandInfo CoverageCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"coverage"_s;
+    info.syntax = u"TABLE [--sheet NAME] [--category TEXT] [-o OUT] [--json] [--config FILE] [--force]"_s;
+    info.summary = u"看构件表里的构件被哪些规则收下，哪些落在默认规则"_s;
+    info.description =
+        u"TABLE 是构件表，同 apply。按类别列出每条规则命中几个构件、哪些规则从未命中；没有规则收下的构件按\n"
+        "规则看的属性分组，工程量大的在前，每组附一行 ktqdde batch 的操作，照它就能加上一条规则。\n"
+        "OUT 以 .svg 或 .png 结尾，是各类别每条规则和默认规则收下多少构件的图。规则文件不改动。"_s;
+    info.minPositional = info.maxPositional = 1;
+    info.options = {SheetOption(),
+                    {u"category"_s, u"TEXT"_s, u"只看这个小类：给排水\\管道\\给水管，或给水管"_s, {}},
+                    OutputOption(u"把图写到这个文件：.svg 或 .png"_s),
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}},
+                    PricingConfigOption(),
+                    ForceOption()};
+    return info;
+}
 
 CoverageCommand::CoverageCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class CoverageCommand final : public Command
 public:
     CoverageCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

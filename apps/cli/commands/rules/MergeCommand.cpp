@@ -28,28 +28,6 @@ namespace {
 
 using rules::Side;
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"merge"_s;
-    info.syntax = u"BASE MINE THEIRS -o OUT [--prefer mine|theirs] [--force]"_s;
-    info.summary = u"把从同一个规则文件改出来的两份合并成一份"_s;
-    info.description =
-        u"BASE 是两边共同的旧文件，MINE 和 THEIRS "
-        u"是两边各自改过的文件。只有一边改、加、删或移动的规则照做，\n"
-        "两边做得一样的只做一次；两边加的规则编号相同时其中一条换新编号。没有动过的专业，字节不变。\n"
-        "其余是冲突：两边的样子列在标准错误上，全部有了答案才写 OUT，否则什么也不写，退出状态为 1。\n"
-        "答案由 --prefer 给出；在终端上运行时逐个询问。OUT 可以就是 MINE，已有的\n"
-        "其他文件要加 --force 才覆盖；工程的规则文件先留历史副本。\n"
-        "BASE 可以是空文件。怎样用在 git 里，见手册 docs/version-control.md。"_s;
-    info.minPositional = info.maxPositional = 3;
-    info.options = {{u"output"_s, u"OUT"_s, u"写到这个文件"_s, u'o'},
-                    PreferOption(),
-                    {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}}};
-    info.needsProject = false;
-    return info;
-}
-
 /// A state of the rule file.
 struct State
 {
@@ -166,6 +144,28 @@ void WriteMerged(const Arguments& arguments, const Target& target, const std::ve
 }
 
 } // namespace
+
+CommandInfo MergeCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"merge"_s;
+    info.syntax = u"BASE MINE THEIRS -o OUT [--prefer mine|theirs] [--force]"_s;
+    info.summary = u"把从同一个规则文件改出来的两份合并成一份"_s;
+    info.description =
+        u"BASE 是两边共同的旧文件，MINE 和 THEIRS "
+        u"是两边各自改过的文件。只有一边改、加、删或移动的规则照做，\n"
+        "两边做得一样的只做一次；两边加的规则编号相同时其中一条换新编号。没有动过的专业，字节不变。\n"
+        "其余是冲突：两边的样子列在标准错误上，全部有了答案才写 OUT，否则什么也不写，退出状态为 1。\n"
+        "答案由 --prefer 给出；在终端上运行时逐个询问。OUT 可以就是 MINE，已有的\n"
+        "其他文件要加 --force 才覆盖；工程的规则文件先留历史副本。\n"
+        "BASE 可以是空文件。怎样用在 git 里，见手册 docs/version-control.md。"_s;
+    info.minPositional = info.maxPositional = 3;
+    info.options = {{u"output"_s, u"OUT"_s, u"写到这个文件"_s, u'o'},
+                    PreferOption(),
+                    {u"force"_s, {}, u"覆盖已有的 OUT"_s, {}}};
+    info.needsProject = false;
+    return info;
+}
 
 MergeCommand::MergeCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class MergeCommand final : public Command
 public:
     MergeCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

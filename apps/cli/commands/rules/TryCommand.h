@@ -10,6 +10,9 @@ class TryCommand final : public Command
 public:
     TryCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -21,22 +21,6 @@ namespace cli {
 
 namespace {
 
-CommandInfo Describe()
-{
-    CommandInfo info;
-    info.name = u"where"_s;
-    info.syntax = u"ITEM [--config FILE] [--json]"_s;
-    info.summary = u"一个清单或定额项由哪些配置的哪些规则套用"_s;
-    info.description =
-        u"ITEM 是清单编号、去掉顺序码的清单编号，或者定额编号。\n"
-        "不写 --config 时查找工程的全部配置；读不了的在标准错误中说明，其余照查，退出状态是 1。"_s;
-    info.minPositional = 1;
-    info.maxPositional = 1;
-    info.options = {{u"config"_s, u"FILE"_s, u"只查这个规则文件或配置"_s, {}},
-                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
-    return info;
-}
-
 /// The rules of one configuration that give the item.
 struct FileUses
 {
@@ -128,6 +112,22 @@ CString UsesJson(const std::vector<FileUses>& all)
 }
 
 } // namespace
+
+CommandInfo WhereCommand::Describe()
+{
+    CommandInfo info;
+    info.name = u"where"_s;
+    info.syntax = u"ITEM [--config FILE] [--json]"_s;
+    info.summary = u"一个清单或定额项由哪些配置的哪些规则套用"_s;
+    info.description =
+        u"ITEM 是清单编号、去掉顺序码的清单编号，或者定额编号。\n"
+        "不写 --config 时查找工程的全部配置；读不了的在标准错误中说明，其余照查，退出状态是 1。"_s;
+    info.minPositional = 1;
+    info.maxPositional = 1;
+    info.options = {{u"config"_s, u"FILE"_s, u"只查这个规则文件或配置"_s, {}},
+                    {u"json"_s, {}, u"以 JSON 输出，写法见手册 docs/json.md"_s, {}}};
+    return info;
+}
 
 WhereCommand::WhereCommand() : Command(Describe()) {}
 

@@ -10,6 +10,9 @@ class WhereCommand final : public Command
 public:
     WhereCommand();
     void Run(const Arguments& arguments) const override;
+
+private:
+    static CommandInfo Describe();
 };
 
 } // namespace cli

@@ -1,7 +1,9 @@
 #include "editor/docks/takeoff/BillModel.h"
 
+#include "shared/BillListing.h"
 #include "widgets/CutTextTips.h"
 
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -101,10 +103,12 @@ QVariant BillModel::data(const QModelIndex& index, int role) const
 
 QVariant BillModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const CStringArray Headings{u"序号"_s,   u"项目编码"_s,     u"项目名称"_s, u"计量单位"_s,
-                                       u"工程量"_s, u"项目特征描述"_s, u"备注"_s};
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return Headings.value(section);
+    namespace heading = shared::billheading;
+    static const std::array Headings{heading::Serial,   heading::Number,   heading::Name, heading::Unit,
+                                     heading::Quantity, heading::Features, heading::Note};
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
+        return {};
+    return Headings.at(static_cast<std::size_t>(section)).toString();
 }
 
 } // namespace editor

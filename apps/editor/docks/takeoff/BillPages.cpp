@@ -1,4 +1,5 @@
 #include "editor/docks/takeoff/BillPages.h"
+#include "shared/BillListing.h"
 
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QPagedPaintDevice>
@@ -27,11 +28,13 @@ struct Column
     double share; ///< of the width
     Qt::Alignment alignment;
 };
-constexpr std::array Columns{
-    Column{u"序号", 0.055, Qt::AlignHCenter},     Column{u"项目编码", 0.145, Qt::AlignLeft},
-    Column{u"项目名称", 0.24, Qt::AlignLeft},     Column{u"项目特征描述", 0.255, Qt::AlignLeft},
-    Column{u"计量单位", 0.085, Qt::AlignHCenter}, Column{u"工程量", 0.11, Qt::AlignRight},
-    Column{u"备注", 0.11, Qt::AlignLeft}};
+constexpr std::array Columns{Column{shared::billheading::Serial, 0.055, Qt::AlignHCenter},
+                             Column{shared::billheading::Number, 0.145, Qt::AlignLeft},
+                             Column{shared::billheading::Name, 0.24, Qt::AlignLeft},
+                             Column{shared::billheading::Features, 0.255, Qt::AlignLeft},
+                             Column{shared::billheading::Unit, 0.085, Qt::AlignHCenter},
+                             Column{shared::billheading::Quantity, 0.11, Qt::AlignRight},
+                             Column{shared::billheading::Note, 0.11, Qt::AlignLeft}};
 
 /// Lines that are no wider than that.
 CStringArray LinesOf(const CString& text, const QFont& font, const QPaintDevice& device, double width)

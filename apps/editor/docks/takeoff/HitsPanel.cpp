@@ -29,7 +29,7 @@ namespace {
 enum Scope { OfRules, OfCategory, OfDefault, Refused };
 
 /// Columns are as wide as their texts in the lines that are seen, up to this many characters.
-constexpr int WidestColumn = 24;
+constexpr int WidestHitColumn = 24;
 
 CString PercentText(std::uint64_t part, std::uint64_t whole)
 {
@@ -208,7 +208,7 @@ void HitsPanel::Relist()
         const int line = place == rows.end() ? -1 : static_cast<int>(place - rows.begin());
         m_model->List(figures, std::move(rows), isOfCategory ? m_session.Category() : nullptr);
         m_table->resizeColumnsToContents();
-        const int widest = WidestColumn * fontMetrics().averageCharWidth();
+        const int widest = WidestHitColumn * fontMetrics().averageCharWidth();
         for (int column = 0; column < m_model->columnCount(); ++column)
             if (m_table->columnWidth(column) > widest) m_table->setColumnWidth(column, widest);
         if (line >= 0) m_table->setCurrentIndex(m_model->index(line, 0));

@@ -10,7 +10,7 @@ namespace editor {
 
 namespace {
 
-constexpr int TellEvery = 100; ///< milliseconds
+constexpr int TellInterval = 100; ///< milliseconds
 
 /// The rules of the categories that the host offers: the others stay in the file, and nothing is priced by
 /// them.
@@ -53,7 +53,7 @@ TakeoffHits::TakeoffHits(WorkSession& session, QObject* parent) : QObject(parent
         if (m_figures && !IsSame(*m_figures->rules, *OfferedRules(m_session.Draft()))) Price();
     });
     connect(&m_telling, &QTimer::timeout, this, &TakeoffHits::StateChanged);
-    m_telling.setInterval(TellEvery);
+    m_telling.setInterval(TellInterval);
 }
 
 TakeoffHits::~TakeoffHits() = default;

@@ -13,7 +13,7 @@ namespace editor {
 namespace {
 
 /// How many rows are read between two looks at the progress.
-constexpr std::size_t TellEvery = 256;
+constexpr std::size_t RowsBetweenTellings = 256;
 constexpr qint64 WholeProgress = 1000;
 
 } // namespace
@@ -75,7 +75,7 @@ TakeoffTablePtr TakeoffTable::Read(const CString& path, StepControl& control, st
     std::size_t read = 0;
     while (const rules::TakeoffRow* const row = ahead.Next()) {
         maker.Add(*row);
-        if (++read % TellEvery != 0) continue;
+        if (++read % RowsBetweenTellings != 0) continue;
         control.Check();
         control.Report(static_cast<qint64>(ahead.Progress() * static_cast<double>(WholeProgress)),
                        WholeProgress);

@@ -1,4 +1,5 @@
 #include "cli/CliTesting.h"
+#include "cli/TakeoffTesting.h"
 #include "support/SourceTree.h"
 #include "tables/TableReader.h"
 
@@ -13,13 +14,13 @@
 
 using namespace Qt::StringLiterals;
 using test::Cli;
+using test::Pipe;
 
 namespace {
 
-const QString Head = u"构件编号,类别,材质,公称直径,水平管长度,立管长度,连接方式,楼层\n"_s;
-const QString Pipe = u"给排水\\管道\\给水管"_s;
-const QString Rows = u"1,%1,钢塑复合管,65,12.5,0,沟槽连接,1\n2,%1,钢塑复合管,65,1,0,沟槽连接,2\n"
-                     "3,%1,奇怪的管,40,2,0,,1\n3,%1,奇怪的管,40,2,0,,1\n"_s;
+const QString StoreyHead = u"构件编号,类别,材质,公称直径,水平管长度,立管长度,连接方式,楼层\n"_s;
+const QString StoreyRows = u"1,%1,钢塑复合管,65,12.5,0,沟槽连接,1\n2,%1,钢塑复合管,65,1,0,沟槽连接,2\n"
+                           "3,%1,奇怪的管,40,2,0,,1\n3,%1,奇怪的管,40,2,0,,1\n"_s;
 
 /// The rules without the items of the first default rule, that of 给水管.
 QByteArray WithBareDefault(const QByteArray& rules)
@@ -42,7 +43,7 @@ protected:
         m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), bytes);
         m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), bytes);
-        m_cli.Folder().WriteFile(u"t.csv"_s, (Head + Rows.arg(Pipe)).toUtf8());
+        m_cli.Folder().WriteFile(u"t.csv"_s, (StoreyHead + StoreyRows.arg(Pipe)).toUtf8());
     }
 
     /// Adds a rule with a bill item for 奇怪的管 to 乙.

@@ -2,6 +2,7 @@
 
 #include "cli/CliTesting.h"
 #include "cli/InterruptingReads.h"
+#include "cli/TakeoffTesting.h"
 #include "cli/reading/Failure.h"
 #include "embedded/TestProject.h"
 #include "platform/Files.h"
@@ -16,11 +17,10 @@
 
 using namespace Qt::StringLiterals;
 using test::Cli;
+using test::Head;
+using test::Pipe;
 
 namespace {
-
-const QString Head = u"构件编号,具体构件,类别,材质,公称直径,水平管长度,立管长度,连接方式\n"_s;
-const QString Pipe = u"给排水\\管道\\给水管"_s;
 
 /// A project with a table and the full sample rules for 给排水.
 class Takeoff : public testing::Test

@@ -1,4 +1,5 @@
 #include "cli/CliTesting.h"
+#include "cli/TakeoffTesting.h"
 #include "support/SourceTree.h"
 
 #include <QtCore/QFile>
@@ -16,8 +17,6 @@ using namespace Qt::StringLiterals;
 using test::Cli;
 
 namespace {
-
-const QString Pipes = u"给排水\\管道\\给水管"_s;
 
 QByteArray Condition(int id, const char* attribute, const char* sign, const char* value)
 {
@@ -51,7 +50,7 @@ QByteArray Rule(int id, const QByteArray& conditions, const char* suffix,
 
 const QByteArray Default = "<Config id=\"1\" bDefault=\"1\"/>";
 
-QByteArray File(const QByteArray& list, const QByteArray& more = {})
+QByteArray FileWith(const QByteArray& list, const QByteArray& more = {})
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><自动套清单定额配置信息 Version=\"1\"><给排水 id=\"1\" "
            "name=\"给排水\"><LMember id=\"101\" name=\"管道\"><SMember id=\"10101\" "
@@ -101,8 +100,9 @@ protected:
 
 TEST_F(Check, GoodRulesHaveNoFindingAndStatusZero)
 {
-    const test::Outcome outcome = Run(File(Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), "001") + Default),
-                                      {u"--fail-on"_s, u"warning"_s});
+    const test::Outcome outcome =
+        Run(FileWith(Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), "001") + Default),
+            {u"--fail-on"_s, u"warning"_s});
     EXPECT_EQ(outcome.status, 0) << outcome.err.toStdString();
     EXPECT_EQ(outcome.Out(), u"没有发现问题\n"_s);
     EXPECT_TRUE(outcome.err.isEmpty());
@@ -110,11 +110,11 @@ TEST_F(Check, GoodRulesHaveNoFindingAndStatusZero)
 
 TEST_F(Check, TellsCategoryPlaceSeverityCodeAndSentence)
 {
-    const QByteArray file = File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") +
-                                 Rule(3, Condition(1, "材质", "＝", "PPR管"), "002") + Default);
+    const QByteArray file = FileWith(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") +
+                                     Rule(3, Condition(1, "材质", "＝", "PPR管"), "002") + Default);
     const test::Outcome outcome = Run(file);
     EXPECT_EQ(outcome.status, 1);
-    for (const QString& text : {Pipes + u'\n', u"第 2 条"_s, u"错误"_s, u"never-applies"_s,
+    for (const QString& text : {test::Pipe + u'\n', u"第 2 条"_s, u"错误"_s, u"never-applies"_s,
                                 u"它的构件都先归了前面的第 1 条规则"_s, u"错误 1 处，警告 0 处，提示 0 处"_s})
         EXPECT_TRUE(outcome.Out().contains(text)) << text.toStdString() << outcome.out.toStdString();
     EXPECT_TRUE(outcome.Err().contains(u"检查没有通过"_s)) << outcome.err.toStdString();
@@ -123,11 +123,11 @@ TEST_F(Check, TellsCategoryPlaceSeverityCodeAndSentence)
 
 TEST_F(Check, StatusGoesByTheLevelThatIsAskedFor)
 {
-    const QByteArray warning = File(Rule(2, {}, "001"));
+    const QByteArray warning = FileWith(Rule(2, {}, "001"));
     EXPECT_EQ(Run(warning).status, 0) << "warnings only";
     EXPECT_EQ(RunAgain({u"--fail-on"_s, u"error"_s}).status, 0);
     EXPECT_EQ(RunAgain({u"--fail-on=warning"_s}).status, 1);
-    const QByteArray error = File(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default);
+    const QByteArray error = FileWith(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default);
     EXPECT_EQ(Run(error).status, 1);
     EXPECT_EQ(RunAgain({u"--fail-on"_s, u"never"_s}).status, 0);
     EXPECT_EQ(RunAgain({u"--fail-on"_s, u"note"_s}).status, 2);
@@ -147,10 +147,10 @@ TEST_F(Check, FileThatCannotBeReadIsRefusedWithTheReason)
 
 TEST_F(Check, CategoryIsNamedByItsFullTextItsBeginningOrItsOwnName)
 {
-    const QByteArray file = File(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default,
-                                 "<SMember id=\"10102\" name=\"热水管\"/>");
+    const QByteArray file = FileWith(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default,
+                                     "<SMember id=\"10102\" name=\"热水管\"/>");
     EXPECT_EQ(Codes(Run(file, {u"--json"_s}).Json()), (QStringList{u"unknown-operator"_s, u"no-default"_s}));
-    for (const QString& name : {Pipes, u"给水管"_s})
+    for (const QString& name : {test::Pipe, u"给水管"_s})
         EXPECT_EQ(Codes(RunAgain({u"--json"_s, u"--category"_s, name}).Json()),
                   QStringList{u"unknown-operator"_s});
     EXPECT_EQ(RunAgain({u"--category"_s, u"热水管"_s}).status, 0);
@@ -162,15 +162,15 @@ TEST_F(Check, CategoryIsNamedByItsFullTextItsBeginningOrItsOwnName)
 
 TEST_F(Check, JsonCarriesPlacesOtherRulesAndMends)
 {
-    const QJsonObject json = Run(File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") +
-                                      Rule(3, Condition(1, "材质", "＝", "PPR管"), "002") + Default),
+    const QJsonObject json = Run(FileWith(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") +
+                                          Rule(3, Condition(1, "材质", "＝", "PPR管"), "002") + Default),
                                  {u"--json"_s})
                                  .Json();
     EXPECT_EQ(json[u"mode"_s].toString(), u"bill"_s);
     EXPECT_EQ(json[u"totals"_s][u"error"_s].toInt(), 1);
     const QJsonObject finding = json[u"findings"_s].toArray().first().toObject();
     EXPECT_EQ(finding[u"severity"_s].toString(), u"error"_s);
-    EXPECT_EQ(finding[u"category"_s].toString(), Pipes);
+    EXPECT_EQ(finding[u"category"_s].toString(), test::Pipe);
     EXPECT_EQ(finding[u"rule"_s].toInt(), 2);
     EXPECT_EQ(finding[u"id"_s].toInt(), 3);
     EXPECT_EQ(finding[u"others"_s].toArray().size(), 1);
@@ -181,7 +181,7 @@ TEST_F(Check, JsonCarriesPlacesOtherRulesAndMends)
 
 TEST_F(Check, BatchTakesTheMendsAndTheirFindingsAreGone)
 {
-    const QJsonObject before = Run(File(MendableList()), {u"--json"_s}).Json();
+    const QJsonObject before = Run(FileWith(MendableList()), {u"--json"_s}).Json();
     const QSet<QString> expected{u"unknown-operator"_s, u"bounds-reversed"_s, u"full-width-digits"_s,
                                  u"unit-multiple"_s,    u"repeated-item"_s,   u"never-applies"_s,
                                  u"several-defaults"_s};
@@ -219,8 +219,8 @@ TEST_F(Check, ScriptDeletesLastAndLeavesOutWhatIsDeleted)
     QByteArray spare = Rule(9, {}, "004", Quota(1, "1"));
     spare.replace("bDefault=\"0\"", "bDefault=\"1\"");
     const QByteArray file =
-        File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Rule(3, hidden, "002", Quota(1, "1")) +
-             twice + Rule(5, Condition(1, "材质", "＝", "６５"), "005", Quota(1, "1")) + Default + spare);
+        FileWith(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Rule(3, hidden, "002", Quota(1, "1")) +
+                 twice + Rule(5, Condition(1, "材质", "＝", "６５"), "005", Quota(1, "1")) + Default + spare);
     Run(file, {u"--mends"_s, u"mends.jsonl"_s});
     QStringList operations;
     for (const QByteArray& line : m_cli.Folder().ReadFile(u"mends.jsonl"_s).trimmed().split('\n')) {
@@ -248,7 +248,7 @@ TEST_F(Check, NumbersAreHeldAgainstTheCodingRuleOfTheLibraryInUse)
     const auto codesWith = [&](const char* suffix, const QByteArray& library) {
         QByteArray rule = Rule(2, Condition(1, "材质", "＝", "镀锌钢管"), suffix, {});
         rule.replace("strQdId=\"031001001", "strQdId=\"03B001001").replace("GB50856-2013", library);
-        return Codes(Run(File(rule + Default), {u"--json"_s}).Json());
+        return Codes(Run(FileWith(rule + Default), {u"--json"_s}).Json());
     };
     for (const QString& library : {u"十二三"_s, u"十二一"_s}) {
         const test::Outcome items =
@@ -263,7 +263,7 @@ TEST_F(Check, NumbersAreHeldAgainstTheCodingRuleOfTheLibraryInUse)
 
 TEST_F(Check, MissingDefaultRuleIsMendedByASave)
 {
-    Run(File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001")), {u"--mends"_s, u"mends.jsonl"_s});
+    Run(FileWith(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001")), {u"--mends"_s, u"mends.jsonl"_s});
     EXPECT_EQ(m_cli.Folder().ReadFile(u"mends.jsonl"_s), "{\"op\":\"Save\"}\n");
     ASSERT_EQ(m_cli.RunInProject({u"batch"_s, u"mends.jsonl"_s, u"--config"_s, u"rules.xml"_s}).status, 0);
     EXPECT_EQ(Codes(RunAgain({u"--json"_s}).Json()), QStringList());
@@ -271,8 +271,8 @@ TEST_F(Check, MissingDefaultRuleIsMendedByASave)
 
 TEST_F(Check, MendsAreThoseOfOneSpecialtyAndWarnOfWhatASaveLoses)
 {
-    QByteArray file = File(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default,
-                           "<SMember name=\"旧管\"><Config>" + Default + "</Config></SMember>");
+    QByteArray file = FileWith(Rule(2, Condition(1, "材质", "=", "PPR管"), "001") + Default,
+                               "<SMember name=\"旧管\"><Config>" + Default + "</Config></SMember>");
     file.replace(
         "</自动套",
         "<电气 id=\"2\" name=\"电气\"><LMember name=\"配管配线\"><SMember name=\"没有的小类\"/></LMember>"
@@ -316,8 +316,8 @@ TEST_F(Check, WhereTellsEveryRuleOfEveryConfigurationThatGivesAnItem)
 {
     m_cli.Folder().MakeFolder(u"project\\app\\自动套配置"_s);
     m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s),
-                             File(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Default));
-    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), File(Rule(2, {}, "002") + Default));
+                             FileWith(Rule(2, Condition(1, "材质", "＝", "PPR管"), "001") + Default));
+    m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), FileWith(Rule(2, {}, "002") + Default));
     m_cli.Folder().WriteFile(Cli::RuleFile(u"丙"_s), "<a");
     const test::Outcome text = m_cli.RunInProject({u"where"_s, u"031001001"_s});
     EXPECT_EQ(text.status, 1) << "not all was looked at";
@@ -352,7 +352,7 @@ TEST_F(Check, WhereSaysOfWhatItCouldNotReadThatItDidNot)
     EXPECT_TRUE(outcome.Err().contains(m_cli.Folder().Native(Cli::RuleFile()))) << outcome.err.toStdString();
     EXPECT_TRUE(outcome.Err().contains(u"有 1 个配置读不了，没有查"_s)) << outcome.err.toStdString();
     ASSERT_TRUE(QFile::remove(m_cli.Folder().Native(Cli::RuleFile())));
-    m_cli.Folder().WriteFile(Cli::RuleFile(), File(Rule(2, {}, "001") + Default));
+    m_cli.Folder().WriteFile(Cli::RuleFile(), FileWith(Rule(2, {}, "001") + Default));
     EXPECT_EQ(m_cli.RunInProject({u"where"_s, u"示9-9"_s}).status, 0);
 }
 
@@ -360,7 +360,7 @@ TEST_F(Check, WhereLooksIntoTheFilesThatTheModuleSees)
 {
     const QString folder = u"project\\app\\自动套配置"_s;
     m_cli.Folder().MakeFolder(folder);
-    const QByteArray rules = File(Rule(2, {}, "001") + Default);
+    const QByteArray rules = FileWith(Rule(2, {}, "001") + Default);
     m_cli.Folder().WriteFile(Cli::RuleFile(u"乙"_s), rules);
     m_cli.Folder().WriteFile(Cli::RuleFile(u"甲"_s), rules);
     // Not a name that a path text can hold.

@@ -1,4 +1,5 @@
 #include "cli/CliTesting.h"
+#include "cli/TakeoffTesting.h"
 #include "cli/drawing/Picture.h"
 #include "support/SourceTree.h"
 #include "support/StrictXml.h"
@@ -12,11 +13,10 @@
 
 using namespace Qt::StringLiterals;
 using test::Cli;
+using test::Head;
+using test::Pipe;
 
 namespace {
-
-const QString Head = u"构件编号,具体构件,类别,材质,公称直径,水平管长度,立管长度,连接方式\n"_s;
-const QString Pipe = u"给排水\\管道\\给水管"_s;
 
 /// A project with the full sample rules for 给排水 as a configuration of its own, and a table.
 class Coverage : public testing::Test

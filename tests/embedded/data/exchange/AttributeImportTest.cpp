@@ -10,7 +10,7 @@ namespace {
 using AttributeImport = test::ImportFixture;
 using CalculationImport = test::ImportFixture;
 
-const CString Header = u"category,display_name,code,kind,list_name,values\n"_s;
+const CString AttributeHeader = u"category,display_name,code,kind,list_name,values\n"_s;
 const CString Place = u"给排水\\管道\\给水管,"_s;
 const CString CalcHeader = u"item,code,kind,rule,category,list\n"_s;
 
@@ -19,7 +19,7 @@ const CString CalcHeader = u"item,code,kind,rule,category,list\n"_s;
 TEST_F(AttributeImport, AttributesComeWithTheirValues)
 {
     const ImportReport report = Import(
-        TableKind::Attributes, Header + Place + u"洁净级别,AM_Clean,固定值,,百级|千级\n"_s + Place +
+        TableKind::Attributes, AttributeHeader + Place + u"洁净级别,AM_Clean,固定值,,百级|千级\n"_s + Place +
                                    u"隔声,AM_Sound,9,隔声值,甲|乙\n"_s + Place + u"随意,AM_Free,0,,\n"_s);
     EXPECT_EQ(report.added, 3) << Refusals(report).toStdString();
     EmbeddedHost host(m_project.Folder());
@@ -36,10 +36,10 @@ TEST_F(AttributeImport, AttributesThatShareAListNameKeepTheirOwnLists)
 {
     // In the category 热水管 the names of the lists are exchanged, so that both codes have both.
     const CString other = u"给排水\\管道\\热水管,"_s;
-    const ImportReport report =
-        Import(TableKind::Attributes,
-               Header + Place + u"内层,AM_In,9,甲类,内甲\n"_s + Place + u"外层,AM_Out,9,乙类,外乙\n"_s +
-                   other + u"内层,AM_In,9,乙类,内乙\n"_s + other + u"外层,AM_Out,9,甲类,外甲\n"_s);
+    const ImportReport report = Import(
+        TableKind::Attributes, AttributeHeader + Place + u"内层,AM_In,9,甲类,内甲\n"_s + Place +
+                                   u"外层,AM_Out,9,乙类,外乙\n"_s + other + u"内层,AM_In,9,乙类,内乙\n"_s +
+                                   other + u"外层,AM_Out,9,甲类,外甲\n"_s);
     ASSERT_EQ(report.added, 4) << Refusals(report).toStdString();
     EmbeddedHost host(m_project.Folder());
     const host::Roles roles = host.Roles();
@@ -63,18 +63,19 @@ TEST_F(AttributeImport, AttributesThatShareAListNameKeepTheirOwnLists)
 
 TEST_F(AttributeImport, CodeWithAColonIsRefused)
 {
-    const ImportReport report = Import(TableKind::Attributes, Header + Place + u"甲,AM:A,0,,\n"_s);
+    const ImportReport report = Import(TableKind::Attributes, AttributeHeader + Place + u"甲,AM:A,0,,\n"_s);
     ASSERT_EQ(report.refused.size(), 1) << Refusals(report).toStdString();
     EXPECT_TRUE(report.refused[0].reason.contains(u"冒号"_s));
 }
 
 TEST_F(AttributeImport, RowsThatDoNotFitAreRefused)
 {
-    const ImportReport report = Import(
-        TableKind::Attributes,
-        Header + u"给排水\\管道\\无,甲,AM_A,,,\n"_s + Place + u"乙,1AM,,,\n"_s + Place + u"丙,AM B,,,\n"_s +
-            Place + u",AM_C,,,\n"_s + Place + u"丁,AM_D,7,,\n"_s + Place + u"戊,AM_E,1,,\n"_s + Place +
-            u"己,AM_F,9,,\n"_s + Place + u"庚,AM_G,0,,值\n"_s + Place + u"辛,AM_H,9,,值\n"_s);
+    const ImportReport report =
+        Import(TableKind::Attributes, AttributeHeader + u"给排水\\管道\\无,甲,AM_A,,,\n"_s + Place +
+                                          u"乙,1AM,,,\n"_s + Place + u"丙,AM B,,,\n"_s + Place +
+                                          u",AM_C,,,\n"_s + Place + u"丁,AM_D,7,,\n"_s + Place +
+                                          u"戊,AM_E,1,,\n"_s + Place + u"己,AM_F,9,,\n"_s + Place +
+                                          u"庚,AM_G,0,,值\n"_s + Place + u"辛,AM_H,9,,值\n"_s);
     EXPECT_FALSE(report.stored);
     EXPECT_EQ(report.refused.size(), 9) << Refusals(report).toStdString();
     EXPECT_TRUE(Refusals(report).contains(u"“1AM”不能作为 XML 元素名"_s)) << Refusals(report).toStdString();
@@ -83,7 +84,7 @@ TEST_F(AttributeImport, RowsThatDoNotFitAreRefused)
 TEST_F(AttributeImport, RowsOfOneCodeMustAgreeOnItsValues)
 {
     const ImportReport report =
-        Import(TableKind::Attributes, Header + Place + u"洁净级别,AM_Clean,1,,甲|乙\n"_s +
+        Import(TableKind::Attributes, AttributeHeader + Place + u"洁净级别,AM_Clean,1,,甲|乙\n"_s +
                                           u"给排水\\管道\\热水管,洁净级别,AM_Clean,1,,甲\n"_s);
     ASSERT_EQ(report.refused.size(), 1);
     EXPECT_TRUE(report.refused[0].reason.contains(u"第 2 行矛盾"_s)) << Refusals(report).toStdString();
@@ -91,8 +92,8 @@ TEST_F(AttributeImport, RowsOfOneCodeMustAgreeOnItsValues)
 
 TEST_F(AttributeImport, NamesThatHoldEachOtherAreRefused)
 {
-    const ImportReport report = Import(TableKind::Attributes, Header + Place + u"径,AM_New,0,,\n"_s + Place +
-                                                                  u"公称直径二,AM_New2,0,,\n"_s);
+    const ImportReport report = Import(TableKind::Attributes, AttributeHeader + Place + u"径,AM_New,0,,\n"_s +
+                                                                  Place + u"公称直径二,AM_New2,0,,\n"_s);
     ASSERT_EQ(report.refused.size(), 2) << Refusals(report).toStdString();
     EXPECT_TRUE(report.refused[1].reason.contains(u"公称直径”"_s));
 }

@@ -10,14 +10,6 @@ namespace {
 /// What only a catalogue in a file of the project's own can meet with.
 using CatalogueFileImport = test::ImportFixture;
 
-CString BillRows(int count)
-{
-    CString text = u"number,name,unit,section,section_title\n"_s;
-    for (int row = 0; row < count; ++row)
-        text += u"%1,项目,m,09,自有\n"_s.arg(900000000 + row);
-    return text;
-}
-
 } // namespace
 
 TEST_F(CatalogueFileImport, FaultOfTheDatabaseInTheMiddleLeavesTheOldDataWhole)
@@ -27,8 +19,9 @@ TEST_F(CatalogueFileImport, FaultOfTheDatabaseInTheMiddleLeavesTheOldDataWhole)
         m_project.Sql(u"app\\catalogue.db"_s,
                       u"CREATE TRIGGER fault BEFORE INSERT ON bill_items WHEN "
                       "NEW.number = '%1' BEGIN SELECT RAISE(FAIL, 'disk'); END"_s.arg(when));
-        EXPECT_TRUE(
-            ErrorOf([&] { Import(TableKind::Bill, BillRows(2000), {.replace = true}); }).contains(u"disk"_s));
+        EXPECT_TRUE(ErrorOf([&] {
+                        Import(TableKind::Bill, test::BillRows(2000), {.replace = true});
+                    }).contains(u"disk"_s));
         m_project.Sql(u"app\\catalogue.db"_s, u"DROP TRIGGER fault"_s);
         EXPECT_EQ(Exported(TableKind::Bill), before);
     }
@@ -38,12 +31,12 @@ TEST_F(CatalogueFileImport, LockedCatalogueIsReportedAsSuch)
 {
     embedded::Database other(m_project.Path(u"app\\catalogue.db"_s));
     const embedded::Transaction transaction(other);
-    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, BillRows(1)); }).contains(u"被其他程序占用"_s));
+    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, test::BillRows(1)); }).contains(u"被其他程序占用"_s));
 }
 
 TEST_F(CatalogueFileImport, NewerCatalogueIsRefused)
 {
     m_project.Sql(u"app\\catalogue.db"_s, u"PRAGMA user_version = 99"_s);
-    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, BillRows(1)); }).contains(u"更新版本"_s));
+    EXPECT_TRUE(ErrorOf([&] { Import(TableKind::Bill, test::BillRows(1)); }).contains(u"更新版本"_s));
     EXPECT_TRUE(ErrorOf([&] { Exported(TableKind::Bill); }).contains(u"更新版本"_s));
 }

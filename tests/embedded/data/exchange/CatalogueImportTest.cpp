@@ -9,7 +9,7 @@ namespace {
 
 using CatalogueImport = test::ImportFixture;
 
-const CString Header = u"specialty,big_category,small_category_id,small_category\n"_s;
+const CString CategoryHeader = u"specialty,big_category,small_category_id,small_category\n"_s;
 
 CString IdOf(const test::TestProject& project, const CString& fullName)
 {
@@ -25,7 +25,7 @@ TEST_F(CatalogueImport, NewCategoriesGetFreshIdsAndTheLevelsAboveThem)
 {
     const ImportReport report =
         Import(TableKind::Catalogue,
-               Header + u"自控,仪表,,温度仪表\n自控,仪表,,压力仪表\n给排水,管道,,直饮水管\n"_s);
+               CategoryHeader + u"自控,仪表,,温度仪表\n自控,仪表,,压力仪表\n给排水,管道,,直饮水管\n"_s);
     EXPECT_EQ(report.added, 3) << Refusals(report).toStdString();
     EXPECT_GT(IdOf(m_project, u"给排水\\管道\\直饮水管"_s).toInt(), 0);
     EXPECT_NE(IdOf(m_project, u"自控\\仪表\\温度仪表"_s), IdOf(m_project, u"自控\\仪表\\压力仪表"_s));
@@ -33,9 +33,9 @@ TEST_F(CatalogueImport, NewCategoriesGetFreshIdsAndTheLevelsAboveThem)
 
 TEST_F(CatalogueImport, NamesThatCannotBeTagsAreRefusedWithTheirLines)
 {
-    const ImportReport report =
-        Import(TableKind::Catalogue,
-               Header + u"给排水,管道,,1号管\n给 排水,管道,,甲\n给排水,管\\道,,甲\n给排水,管道,,\n"_s);
+    const ImportReport report = Import(
+        TableKind::Catalogue,
+        CategoryHeader + u"给排水,管道,,1号管\n给 排水,管道,,甲\n给排水,管\\道,,甲\n给排水,管道,,\n"_s);
     EXPECT_FALSE(report.stored);
     ASSERT_EQ(report.refused.size(), 4);
     for (int row = 0; row < 4; ++row)
@@ -45,8 +45,8 @@ TEST_F(CatalogueImport, NamesThatCannotBeTagsAreRefusedWithTheirLines)
 
 TEST_F(CatalogueImport, NamesWithAColonAreRefusedInEveryLevel)
 {
-    const ImportReport report =
-        Import(TableKind::Catalogue, Header + u"自:控,仪表,,甲\n给排水,管:道,,乙\n给排水,管道,,丙:丁\n"_s);
+    const ImportReport report = Import(
+        TableKind::Catalogue, CategoryHeader + u"自:控,仪表,,甲\n给排水,管:道,,乙\n给排水,管道,,丙:丁\n"_s);
     EXPECT_FALSE(report.stored);
     ASSERT_EQ(report.refused.size(), 3) << Refusals(report).toStdString();
     for (const embedded::RefusedRow& row : report.refused)
@@ -56,9 +56,9 @@ TEST_F(CatalogueImport, NamesWithAColonAreRefusedInEveryLevel)
 TEST_F(CatalogueImport, IdsStayWithTheirCategories)
 {
     const CString id = IdOf(m_project, u"给排水\\管道\\给水管"_s);
-    const ImportReport report =
-        Import(TableKind::Catalogue,
-               Header + u"给排水,管道,987654,给水管\n给排水,管道,%1,新管\n给排水,管道,x,新新管\n"_s.arg(id));
+    const ImportReport report = Import(
+        TableKind::Catalogue,
+        CategoryHeader + u"给排水,管道,987654,给水管\n给排水,管道,%1,新管\n给排水,管道,x,新新管\n"_s.arg(id));
     ASSERT_EQ(report.refused.size(), 3);
     EXPECT_TRUE(report.refused[0].reason.contains(id));
     EXPECT_TRUE(report.refused[1].reason.contains(u"给水管"_s));
@@ -67,10 +67,10 @@ TEST_F(CatalogueImport, IdsStayWithTheirCategories)
 TEST_F(CatalogueImport, IdOfARemovedCategoryIsNotGivenOutAgain)
 {
     const CString before = Exported(TableKind::Catalogue);
-    ASSERT_TRUE(Import(TableKind::Catalogue, Header + u"给排水,管道,,临时管\n"_s).stored);
+    ASSERT_TRUE(Import(TableKind::Catalogue, CategoryHeader + u"给排水,管道,,临时管\n"_s).stored);
     const int given = IdOf(m_project, u"给排水\\管道\\临时管"_s).toInt();
     ASSERT_EQ(Import(TableKind::Catalogue, before, {.replace = true}).removed, 1);
-    ASSERT_TRUE(Import(TableKind::Catalogue, Header + u"给排水,管道,,另一管\n"_s).stored);
+    ASSERT_TRUE(Import(TableKind::Catalogue, CategoryHeader + u"给排水,管道,,另一管\n"_s).stored);
     EXPECT_GT(IdOf(m_project, u"给排水\\管道\\另一管"_s).toInt(), given);
 }
 
@@ -107,7 +107,7 @@ TEST_F(CatalogueImport, CurrentSpecialtyOfTheProjectCannotBeRemoved)
 {
     const CString before = Exported(TableKind::Catalogue);
     const ImportReport report =
-        Import(TableKind::Catalogue, Header + u"自控,仪表,,温度仪表\n"_s, {.replace = true});
+        Import(TableKind::Catalogue, CategoryHeader + u"自控,仪表,,温度仪表\n"_s, {.replace = true});
     EXPECT_FALSE(report.stored);
     EXPECT_TRUE(Refusals(report).startsWith(u"0:"_s) && Refusals(report).contains(u"给排水"_s));
     EXPECT_EQ(Exported(TableKind::Catalogue), before);
@@ -116,8 +116,9 @@ TEST_F(CatalogueImport, CurrentSpecialtyOfTheProjectCannotBeRemoved)
 TEST_F(CatalogueImport, BigCategoryOfWhichTheTreeShowsNothingIsRefused)
 {
     const ImportReport report =
-        Import(TableKind::Catalogue, Header + u"电气,线,,导线·导管\n电气,线,,组合管线甲\n"_s);
+        Import(TableKind::Catalogue, CategoryHeader + u"电气,线,,导线·导管\n电气,线,,组合管线甲\n"_s);
     ASSERT_EQ(report.refused.size(), 1);
     EXPECT_EQ(report.refused[0].line, 3);
-    EXPECT_TRUE(Import(TableKind::Catalogue, Header + u"电气,线,,导线·导管\n电气,线,,电线\n"_s).stored);
+    EXPECT_TRUE(
+        Import(TableKind::Catalogue, CategoryHeader + u"电气,线,,导线·导管\n电气,线,,电线\n"_s).stored);
 }

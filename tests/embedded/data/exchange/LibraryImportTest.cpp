@@ -9,25 +9,25 @@ namespace {
 
 using LibraryImport = test::ImportFixture;
 
-const CString Header = u"number,name,unit,unit_code,with_annex,section,section_title\n"_s;
+const CString ItemHeader = u"number,name,unit,unit_code,with_annex,section,section_title\n"_s;
 
 } // namespace
 
 TEST_F(LibraryImport, BillItemsThatDoNotFitAreRefusedWithTheirLines)
 {
     const ImportReport report =
-        Import(TableKind::Bill, Header + u"31001001,少一位,m,,,0310\\031001,\n"
-                                         ",没有编号,m,,,0310\\031001,\n"
-                                         "03100-001,横线,m,,,0310\\031001,\n"
-                                         "099901001,没有章节,m,,,0999,\n"
-                                         "031001001,一,m,,,0310\\031001,\n"
-                                         "031001001,二,m,,,0310\\031001,\n"
-                                         "031001002, ,m,,,0310\\031001,\n"
-                                         "031001002,没有单位,,,,0310\\031001,\n"
-                                         "031001002,倍数,m,0,,0310\\031001,\n"
-                                         "031001002,管件,m,,也许,0310\\031001,\n"
-                                         "031001002,少一个字段,m\n"
-                                         "031001002,字\u0001符,m,,,0310\\031001,\n"_s);
+        Import(TableKind::Bill, ItemHeader + u"31001001,少一位,m,,,0310\\031001,\n"
+                                             ",没有编号,m,,,0310\\031001,\n"
+                                             "03100-001,横线,m,,,0310\\031001,\n"
+                                             "099901001,没有章节,m,,,0999,\n"
+                                             "031001001,一,m,,,0310\\031001,\n"
+                                             "031001001,二,m,,,0310\\031001,\n"
+                                             "031001002, ,m,,,0310\\031001,\n"
+                                             "031001002,没有单位,,,,0310\\031001,\n"
+                                             "031001002,倍数,m,0,,0310\\031001,\n"
+                                             "031001002,管件,m,,也许,0310\\031001,\n"
+                                             "031001002,少一个字段,m\n"
+                                             "031001002,字\u0001符,m,,,0310\\031001,\n"_s);
     EXPECT_FALSE(report.stored);
     const QList<int> lines{2, 3, 4, 5, 7, 8, 9, 10, 11, 12, 13};
     ASSERT_EQ(report.refused.size(), lines.size()) << Refusals(report).toStdString();
@@ -40,7 +40,7 @@ TEST_F(LibraryImport, BillItemsThatDoNotFitAreRefusedWithTheirLines)
 TEST_F(LibraryImport, NewSectionsAreMadeFromTheirTitles)
 {
     ASSERT_TRUE(
-        Import(TableKind::Bill, Header + u"099901001,甲,10m,,是,0999\\099901,自有章\\自有节\n"_s).stored);
+        Import(TableKind::Bill, ItemHeader + u"099901001,甲,10m,,是,0999\\099901,自有章\\自有节\n"_s).stored);
     const EmbeddedHost host(m_project.Folder());
     const auto& sections = host.Contents().bills;
     ASSERT_GE(sections.size(), 2U);
@@ -58,13 +58,13 @@ TEST_F(LibraryImport, SectionOfTooManyLevelsIsRefused)
     const auto levels = [](qsizetype count, const CString& level) {
         return CStringArray(count, level).join(u'\\');
     };
-    EXPECT_TRUE(Import(TableKind::Bill,
-                       Header + u"099901001,甲,m,,,%1,%2\n"_s.arg(levels(32, u"09"_s), levels(32, u"章"_s)))
+    EXPECT_TRUE(Import(TableKind::Bill, ItemHeader + u"099901001,甲,m,,,%1,%2\n"_s.arg(levels(32, u"09"_s),
+                                                                                       levels(32, u"章"_s)))
                     .stored);
     for (const qsizetype count : {33, 20000}) {
         const ImportReport report =
-            Import(TableKind::Bill,
-                   Header + u"099901002,乙,m,,,%1,%2\n"_s.arg(levels(count, u"9"_s), levels(count, u"章"_s)));
+            Import(TableKind::Bill, ItemHeader + u"099901002,乙,m,,,%1,%2\n"_s.arg(levels(count, u"9"_s),
+                                                                                   levels(count, u"章"_s)));
         ASSERT_EQ(report.refused.size(), 1);
         EXPECT_TRUE(report.refused[0].reason.contains(u"最多 32 级"_s)) << Refusals(report).toStdString();
     }
@@ -72,10 +72,11 @@ TEST_F(LibraryImport, SectionOfTooManyLevelsIsRefused)
 
 TEST_F(LibraryImport, TitlesThatContradictOrHaveTooManyLevelsAreRefused)
 {
-    const ImportReport report = Import(TableKind::Bill, Header + u"099901001,甲,m,,,0999,章\n"
-                                                                 "099901002,乙,m,,,0999,另一章\n"
-                                                                 "099901003,丙,m,,,0999,部\\章\n"
-                                                                 "099901004,丁,m,,,0999\\099901,\\节\n"_s);
+    const ImportReport report =
+        Import(TableKind::Bill, ItemHeader + u"099901001,甲,m,,,0999,章\n"
+                                             "099901002,乙,m,,,0999,另一章\n"
+                                             "099901003,丙,m,,,0999,部\\章\n"
+                                             "099901004,丁,m,,,0999\\099901,\\节\n"_s);
     ASSERT_EQ(report.refused.size(), 3) << Refusals(report).toStdString();
     EXPECT_TRUE(report.refused[0].reason.contains(u"第 2 行矛盾"_s));
 }
@@ -83,7 +84,7 @@ TEST_F(LibraryImport, TitlesThatContradictOrHaveTooManyLevelsAreRefused)
 TEST_F(LibraryImport, ReplacingBillItemsTakesTheGuidesOfTheRemovedAway)
 {
     const ImportReport report =
-        Import(TableKind::Bill, Header + u"031001001,镀锌钢管,m,,,0310\\031001,\n"_s, {.replace = true});
+        Import(TableKind::Bill, ItemHeader + u"031001001,镀锌钢管,m,,,0310\\031001,\n"_s, {.replace = true});
     EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_GT(report.removed, 100);
     EXPECT_EQ(report.notes.size(), 1);
@@ -99,10 +100,10 @@ TEST_F(LibraryImport, QuotaNumbersAreFreeAndKeepTheirGuides)
     const CString guide = Exported(TableKind::Guide);
     ASSERT_TRUE(Import(TableKind::Quota, Exported(TableKind::Quota), {.replace = true}).stored);
     EXPECT_EQ(Exported(TableKind::Guide), guide);
-    ASSERT_TRUE(Import(TableKind::Quota, Header + u"自-1,安装,10m,,,自,自有\n"_s).stored);
+    ASSERT_TRUE(Import(TableKind::Quota, ItemHeader + u"自-1,安装,10m,,,自,自有\n"_s).stored);
     EXPECT_TRUE(Exported(TableKind::Quota).contains(u"自-1,安装,10m,10,否,,自,自有\r\n"_s));
     const ImportReport report =
-        Import(TableKind::Quota, Header + u"自-1,安装,10m,,,自,自有\n"_s, {.replace = true});
+        Import(TableKind::Quota, ItemHeader + u"自-1,安装,10m,,,自,自有\n"_s, {.replace = true});
     EXPECT_TRUE(report.stored) << Refusals(report).toStdString();
     EXPECT_EQ(report.notes.size(), 1) << "the guides of the removed quota items";
 }

@@ -12,15 +12,15 @@ using embedded::TableKind;
 
 namespace {
 
-const CString Header = u"role,code,file_name,local,year,code_length,suffix_length,items,bill_library\n"_s;
-const CString BillHeader = u"number,name,unit,section,section_title\n"_s;
+const CString LibraryHeader =
+    u"role,code,file_name,local,year,code_length,suffix_length,items,bill_library\n"_s;
 
 class LibraryListImport : public test::ImportFixture
 {
 protected:
     ImportReport ImportLibraries(const CString& rows, bool replace = false) const
     {
-        return Import(TableKind::Libraries, Header + rows, {.replace = replace});
+        return Import(TableKind::Libraries, LibraryHeader + rows, {.replace = replace});
     }
     /// The exported libraries without those whose line holds one of the texts.
     CString Without(const CStringArray& texts) const
@@ -46,7 +46,7 @@ TEST_F(LibraryListImport, AddedLibraryTakesItemsAndCanBeUsed)
     const ImportReport report = ImportLibraries(u"清单库,企标-1,企业清单,本地,2024,10,2,,\n"_s);
     EXPECT_EQ(report.added, 1) << Refusals(report).toStdString();
     const ImportReport items =
-        Import(TableKind::Bill, BillHeader + u"A000000001,自有,m,A,甲\n"_s, {.library = u"企标-1"_s});
+        Import(TableKind::Bill, test::BillHeader + u"A000000001,自有,m,A,甲\n"_s, {.library = u"企标-1"_s});
     EXPECT_EQ(items.added, 1) << Refusals(items).toStdString();
     EXPECT_EQ(items.library.name, u"企业清单"_s);
     EmbeddedHost host(m_project.Folder());
@@ -187,8 +187,9 @@ TEST_F(LibraryListImport, TablesOfOneLibraryLeaveTheOthersAlone)
 {
     const CString used = Exported(TableKind::Bill);
     const CString guide = Exported(TableKind::Guide);
-    const ImportReport report = Import(TableKind::Bill, BillHeader + u"030801001,自有,m,C8\\030801,\n"_s,
-                                       {.replace = true, .library = u"GB50500-2008"_s});
+    const ImportReport report =
+        Import(TableKind::Bill, test::BillHeader + u"030801001,自有,m,C8\\030801,\n"_s,
+               {.replace = true, .library = u"GB50500-2008"_s});
     EXPECT_EQ(report.removed, 143) << Refusals(report).toStdString();
     EXPECT_EQ(report.notes.size(), 1) << "the guide of the other quota library";
     EXPECT_EQ(ExportedOf(TableKind::Bill, u"GB50500-2008"_s).count(u'\n'), 2);

@@ -10,26 +10,14 @@ using namespace Qt::StringLiterals;
 using embedded::EmbeddedHost;
 using embedded::ImportReport;
 using embedded::TableKind;
+using test::BillHeader;
+using test::BillRow;
+using test::BillRows;
 using test::ErrorOf;
 
 namespace {
 
 using TableImport = test::ImportFixture;
-
-const CString BillHeader = u"number,name,unit,section,section_title\n"_s;
-
-CString BillRow(int number)
-{
-    return u"%1,项目,m,09,自有\n"_s.arg(900000000 + number);
-}
-
-CString BillRows(int count)
-{
-    CString text = BillHeader;
-    for (int row = 0; row < count; ++row)
-        text += BillRow(row);
-    return text;
-}
 
 } // namespace
 

@@ -20,7 +20,7 @@ using test::TestProject;
 
 namespace {
 
-const CString RuleFile = u"app\\规则.xml"_s;
+const CString KeptFile = u"app\\规则.xml"_s;
 
 class KeepingFilesTest : public ::testing::Test
 {
@@ -28,7 +28,7 @@ protected:
     KeepingFilesTest() { m_project.Create(); }
 
     History Open() const { return History(embedded::ProjectFolder(m_project.Folder())); }
-    CString Path() const { return m_project.Path(RuleFile); }
+    CString Path() const { return m_project.Path(KeptFile); }
     KeepingFiles Keeping(bool goesOn = false)
     {
         return KeepingFiles(
@@ -45,7 +45,7 @@ protected:
             contents.append(Open().Read(entry));
         return contents;
     }
-    QByteArray Content() const { return m_project.Temp().ReadFile(TestProject::Below(RuleFile)); }
+    QByteArray Content() const { return m_project.Temp().ReadFile(TestProject::Below(KeptFile)); }
 
     TestProject m_project;
     int m_asked = 0;
@@ -67,7 +67,7 @@ TEST_F(KeepingFilesTest, FileThatAnotherProgramWroteIsKeptBeforeItIsWrittenOver)
 {
     const KeepingFiles files = Keeping();
     platform::Files().WriteInPlace(Path(), "mine");
-    m_project.Temp().WriteFile(TestProject::Below(RuleFile), "somebody else's");
+    m_project.Temp().WriteFile(TestProject::Below(KeptFile), "somebody else's");
     platform::Files().WriteInPlace(Path(), "mine again");
     EXPECT_EQ(Kept(), QList<QByteArray>{"somebody else's"});
 }
@@ -101,7 +101,7 @@ TEST_F(KeepingFilesTest, WithItsEndCopiesEnd)
 
 TEST_F(KeepingFilesTest, BytesPutBackAfterABrokenWriteLeaveNoCopyOfTheTornFile)
 {
-    m_project.Temp().WriteFile(TestProject::Below(RuleFile), "former");
+    m_project.Temp().WriteFile(TestProject::Below(KeptFile), "former");
     test::FaultyFileSystem disk;
     const KeepingFiles files = Keeping();
     platform::Files().WriteInPlace(Path(), "second");
@@ -117,7 +117,7 @@ TEST_F(KeepingFilesTest, BytesPutBackAfterABrokenWriteLeaveNoCopyOfTheTornFile)
 
 TEST_F(KeepingFilesTest, WithoutACopyNothingIsWrittenUnlessThePersonGoesOn)
 {
-    m_project.Temp().WriteFile(TestProject::Below(RuleFile), "former");
+    m_project.Temp().WriteFile(TestProject::Below(KeptFile), "former");
     test::FaultyFileSystem disk;
     disk.Inject(test::Fault::RefuseOpen);
     disk.OnlyAt(0);
@@ -129,7 +129,7 @@ TEST_F(KeepingFilesTest, WithoutACopyNothingIsWrittenUnlessThePersonGoesOn)
 
 TEST_F(KeepingFilesTest, WhoGoesOnWithoutCopiesIsAskedOnce)
 {
-    m_project.Temp().WriteFile(TestProject::Below(RuleFile), "former");
+    m_project.Temp().WriteFile(TestProject::Below(KeptFile), "former");
     test::FaultyFileSystem disk;
     disk.Inject(test::Fault::RefuseCreateFolder);
     const KeepingFiles files = Keeping(true);
@@ -180,7 +180,7 @@ protected:
     }
     void OtherWrites(const QByteArray& bytes) const
     {
-        m_project.Temp().WriteFile(TestProject::Below(RuleFile), bytes);
+        m_project.Temp().WriteFile(TestProject::Below(KeptFile), bytes);
     }
     QDir Marks() const { return {m_project.Native(u"history\\locks"_s)}; }
     QStringList Held() const { return Marks().entryList({u"*.lock"_s}, QDir::Files); }

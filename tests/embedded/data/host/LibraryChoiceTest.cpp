@@ -17,7 +17,7 @@ using test::TestProject;
 
 namespace {
 
-const CString First = u"GB50856-2013"_s;
+const CString FirstLibrary = u"GB50856-2013"_s;
 const CString Second = u"GB50500-2008"_s;
 const CString QuotaOf2008 = u"DEMO-QDDE-2025"_s;
 
@@ -46,7 +46,7 @@ protected:
     LibraryChoice() { m_project.Create(); }
     void ExpectFirst(EmbeddedHost& host) const
     {
-        EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), First);
+        EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), FirstLibrary);
         EXPECT_EQ(host.Contents().bills.front().indexPath, u"0301"_s);
         SQdInfo info;
         EXPECT_TRUE(host.Roles().libraries->GetQdInfo(u"031001001"_s, info));
@@ -66,7 +66,7 @@ protected:
 TEST_F(LibraryChoice, EveryRoleOffersItsLibrariesInTheirOrder)
 {
     const EmbeddedHost host(m_project.Folder());
-    EXPECT_EQ(Codes(host.LibrariesOf(LibraryRole::Bill)), (CStringArray{First, Second}));
+    EXPECT_EQ(Codes(host.LibrariesOf(LibraryRole::Bill)), (CStringArray{FirstLibrary, Second}));
     EXPECT_EQ(Codes(host.LibrariesOf(LibraryRole::QuotaOfBills)),
               (CStringArray{u"DEMO-QDDE-2024"_s, QuotaOf2008}));
     const auto quotas = host.LibrariesOf(LibraryRole::Quota);
@@ -100,7 +100,7 @@ TEST_F(LibraryChoice, EveryAnswerFollowsTheBillLibraryAtOnce)
     EXPECT_FALSE(libraries.IsInQdk(u"031001001"_s));
     EXPECT_EQ(&contents, &host.Contents());
     EXPECT_EQ(contents.bills.front().indexPath, u"C1"_s);
-    host.SetLibrary(LibraryRole::Bill, First);
+    host.SetLibrary(LibraryRole::Bill, FirstLibrary);
     ExpectFirst(host);
 }
 
@@ -140,7 +140,7 @@ TEST_F(LibraryChoice, GuideCountsOnlyWithTheBillLibraryThatItSpeaksOf)
     EXPECT_EQ(GuidedQuotas(host), 0) << "its numbers mean other items there";
     host.SetLibrary(LibraryRole::QuotaOfBills, QuotaOf2008);
     EXPECT_GT(GuidedQuotas(host), 50);
-    host.SetLibrary(LibraryRole::Bill, First);
+    host.SetLibrary(LibraryRole::Bill, FirstLibrary);
     EXPECT_EQ(GuidedQuotas(host), 0);
 }
 
@@ -169,7 +169,7 @@ TEST_F(LibraryChoice, ItemsWithWhichTheProjectStartedCountOnlyInTheLibraryFromWh
     EXPECT_EQ(history(host), 0) << "the number means something else there";
     m_project.Sql(u"project.ktqd"_s, u"DELETE FROM settings WHERE name = 'history_library'"_s);
     EXPECT_EQ(history(host), 0) << "a project of an older program";
-    host.SetLibrary(LibraryRole::Bill, First);
+    host.SetLibrary(LibraryRole::Bill, FirstLibrary);
     EXPECT_EQ(history(host), 2);
     Store(u"history_library"_s, Second);
     EXPECT_EQ(history(host), 0);
@@ -264,7 +264,7 @@ TEST(NewProject, GetsTheQuotaLibrariesWhoseGuidesSpeakOfItsBillLibrary)
 TEST(NewProject, QuotaLibraryBesideABillLibraryWithoutAGuideIsTheFirst)
 {
     const CArray<embedded::LibraryName> quotas = embedded::ShippedLibraries(LibraryRole::Quota);
-    EXPECT_EQ(quotas.first().billLibrary, First);
+    EXPECT_EQ(quotas.first().billLibrary, FirstLibrary);
     EXPECT_EQ(embedded::QuotaLibraryBeside(quotas, Second), u"DEMO-DE-2025"_s);
     EXPECT_EQ(embedded::QuotaLibraryBeside(quotas, u"GB1"_s), u"DEMO-DE-2024"_s);
     EXPECT_EQ(embedded::QuotaLibraryBeside({}, Second), CString());
@@ -275,10 +275,10 @@ TEST(NewProject, OnACatalogueThatWasLeftBehindChoosesFromThatOne)
     const TestProject project;
     project.Create();
     project.Sql(u"app\\catalogue.db"_s,
-                u"UPDATE libraries SET code = 'MINE', items = '%1' WHERE code = '%1'"_s.arg(First));
+                u"UPDATE libraries SET code = 'MINE', items = '%1' WHERE code = '%1'"_s.arg(FirstLibrary));
     ASSERT_TRUE(platform::RealFileSystem().Remove(project.Path(u"project.ktqd"_s)));
-    for (const embedded::ProjectOptions& options :
-         {embedded::ProjectOptions{.billLibrary = First}, embedded::ProjectOptions{.spec = u"园林"_s}}) {
+    for (const embedded::ProjectOptions& options : {embedded::ProjectOptions{.billLibrary = FirstLibrary},
+                                                    embedded::ProjectOptions{.spec = u"园林"_s}}) {
         EXPECT_TRUE(ErrorOf([&] { project.Create(options); }).contains(u"可用的"_s));
         EXPECT_FALSE(project.Temp().Exists(TestProject::Below(u"project.ktqd"_s)));
     }

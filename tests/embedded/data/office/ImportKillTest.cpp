@@ -14,8 +14,6 @@ using test::TestProject;
 
 namespace {
 
-constexpr int UsualKills = 10;
-
 /// A project whose bill table goes back and forth between two states, each by the import of a file.
 class ImportKill : public test::OfficeFixture
 {
@@ -77,7 +75,7 @@ TEST_F(ImportKill, OfTheProgramAtAnyMomentLeavesTheOldOrTheNewState)
     int stored = 0;
     int before = State();
     ASSERT_EQ(before, 1);
-    for (int kill = 0; kill < test::KillsOfRun(UsualKills); ++kill) {
+    for (int kill = 0; kill < test::KillsOfRun(); ++kill) {
         Begin(1 - before);
         WaitSome();
         test::Kill(m_program);
@@ -86,7 +84,7 @@ TEST_F(ImportKill, OfTheProgramAtAnyMomentLeavesTheOldOrTheNewState)
         stored += state != before ? 1 : 0;
         before = state;
     }
-    std::cout << stored << " of " << test::KillsOfRun(UsualKills) << " imports were stored\n";
+    std::cout << stored << " of " << test::KillsOfRun() << " imports were stored\n";
 }
 
 TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseReport)
@@ -94,7 +92,7 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
     int stored = 0;
     int before = State();
     ASSERT_EQ(before, 1);
-    for (int kill = 0; kill < test::KillsOfRun(UsualKills); ++kill) {
+    for (int kill = 0; kill < test::KillsOfRun(); ++kill) {
         const int wanted = 1 - before;
         Begin(wanted);
         WaitSome();
@@ -112,5 +110,5 @@ TEST_F(ImportKill, OfTheServerAtAnyMomentLeavesTheOldOrTheNewStateAndNoFalseRepo
         stored += state != before ? 1 : 0;
         before = state;
     }
-    std::cout << stored << " of " << test::KillsOfRun(UsualKills) << " imports were stored\n";
+    std::cout << stored << " of " << test::KillsOfRun() << " imports were stored\n";
 }

@@ -16,12 +16,11 @@ using test::TestOffice;
 
 namespace {
 
-constexpr int UsualKills = 10;
 /// Some publications long.
 constexpr int LongestRun = 150; // ms
 /// A little longer than it takes to create an office.
 constexpr int LongestCreation = 700; // ms
-const CString Name = u"配置"_s;
+const CString PublishedName = u"配置"_s;
 
 /// The number behind the last line that begins with a word; 0 when there is none.
 int LastOf(const QByteArray& output, const QByteArray& word)
@@ -41,7 +40,7 @@ public:
     {
         m_process.setProcessChannelMode(QProcess::MergedChannels);
         m_process.start(QString::fromUtf8(KTQDDE_PUBLISHER),
-                        {u"publish"_s, TestOffice::Keeper(), Name, QString::number(base)});
+                        {u"publish"_s, TestOffice::Keeper(), PublishedName, QString::number(base)});
         test::WaitFor(u"a publication"_s, [this] { return Output().contains("asked") || HasEnded(); });
     }
 
@@ -73,7 +72,7 @@ protected:
         const int taken = LastOf(output, "taken");
         Office connection(TestOffice::Keeper());
         PublishedConfigurations published(connection);
-        const auto log = published.Log(Name);
+        const auto log = published.Log(PublishedName);
         ASSERT_FALSE(output.contains("refused")) << output.toStdString();
         EXPECT_GE(log.size(), taken) << "a version that was taken is lost";
         EXPECT_LE(log.size(), std::max(asked, m_checked)) << "a version that nobody asked for";
@@ -82,7 +81,7 @@ protected:
             EXPECT_EQ(log[i].base, log[i].number - 1);
         }
         for (int number = m_checked + 1; number <= log.size(); ++number)
-            EXPECT_EQ(published.Content(Name, number), test::ContentOf(number)) << number;
+            EXPECT_EQ(published.Content(PublishedName, number), test::ContentOf(number)) << number;
         ++m_kills;
         m_inPublication += asked > taken ? 1 : 0;
         m_doneUnanswered += log.size() > std::max(taken, m_base) ? 1 : 0;
@@ -108,7 +107,7 @@ protected:
 
 TEST_F(Kills, OfAPublishingProgramLeaveEveryVersionWholeAndLoseNone)
 {
-    const int kills = test::KillsOfRun(UsualKills);
+    const int kills = test::KillsOfRun();
     while (m_kills < kills && !HasFailure()) {
         Publisher publisher(m_base);
         test::PassTime(moments, LongestRun);
@@ -121,7 +120,7 @@ TEST_F(Kills, OfAPublishingProgramLeaveEveryVersionWholeAndLoseNone)
 
 TEST_F(Kills, OfTheServerLeaveEveryVersionWholeAndLoseNone)
 {
-    const int kills = test::KillsOfRun(UsualKills);
+    const int kills = test::KillsOfRun();
     while (m_kills < kills && !HasFailure()) {
         Publisher publisher(m_base);
         test::PassTime(moments, LongestRun);
@@ -137,7 +136,7 @@ TEST(KillsOfCreation, LeaveAWholeOfficeOrNone)
 {
     QRandomGenerator moments = test::MomentsOfRun();
     int whole = 0;
-    const int kills = test::KillsOfRun(UsualKills);
+    const int kills = test::KillsOfRun();
     for (int kill = 0; kill < kills && !testing::Test::HasFailure(); ++kill) {
         const test::OfficeDatabase database;
         QProcess creator;

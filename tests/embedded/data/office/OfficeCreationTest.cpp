@@ -15,15 +15,6 @@ using test::ErrorOf;
 using test::OfficeDatabase;
 using test::TestOffice;
 
-namespace {
-
-CString Administrator()
-{
-    return OfficeDatabase::Administrator();
-}
-
-} // namespace
-
 TEST(OfficeCreation, FillsTheCatalogueWithWhatIsShipped)
 {
     const TestOffice office;
@@ -37,10 +28,10 @@ TEST(OfficeCreation, FillsTheCatalogueWithWhatIsShipped)
 TEST(OfficeCreation, CreatorBecomesKeeper)
 {
     const OfficeDatabase database;
-    Office::Create(Administrator());
-    EXPECT_EQ(Office(Administrator()).Right(), OfficeRight::Keeper);
+    Office::Create(OfficeDatabase::Administrator());
+    EXPECT_EQ(Office(OfficeDatabase::Administrator()).Right(), OfficeRight::Keeper);
     EXPECT_EQ(database.Ask(u"SELECT pg_has_role('%1', '%2_keeper', 'USAGE')"_s.arg(
-                  database.User(Administrator()), database.Name())),
+                  database.User(OfficeDatabase::Administrator()), database.Name())),
               u"t"_s);
 }
 
@@ -48,9 +39,10 @@ TEST(OfficeCreation, OfficeThatStandsThereIsLeftAsItIs)
 {
     const TestOffice office;
     office.Ask(u"UPDATE ktqdde.libraries SET local = '别处'"_s);
-    EXPECT_TRUE(ErrorOf([] { Office::Create(Administrator()); }).contains(u"已有办公室"_s));
+    EXPECT_TRUE(ErrorOf([] { Office::Create(OfficeDatabase::Administrator()); }).contains(u"已有办公室"_s));
     office.Ask(u"UPDATE ktqdde.schema_version SET version = 0"_s);
-    EXPECT_TRUE(ErrorOf([] { Office::Create(Administrator()); }).contains(u"不是本程序的数据库"_s));
+    EXPECT_TRUE(
+        ErrorOf([] { Office::Create(OfficeDatabase::Administrator()); }).contains(u"不是本程序的数据库"_s));
     EXPECT_EQ(office.Ask(u"SELECT DISTINCT local FROM ktqdde.libraries"_s), u"别处"_s);
 }
 
@@ -60,7 +52,7 @@ TEST(OfficeCreation, SchemaOfSomebodyElseIsRefusedByTheNameOfItsOwnerAndLeftAlon
     database.AddUser(u"somebody"_s, {});
     database.Ask(u"CREATE SCHEMA ktqdde AUTHORIZATION \"%1\""_s.arg(database.User(u"somebody"_s)));
     const auto expectRefused = [&] {
-        const CString told = ErrorOf([] { Office::Create(Administrator()); });
+        const CString told = ErrorOf([] { Office::Create(OfficeDatabase::Administrator()); });
         EXPECT_TRUE(told.contains(u"请先移走它"_s) && told.contains(database.User(u"somebody"_s)))
             << told.toStdString();
     };
@@ -77,12 +69,12 @@ TEST(OfficeCreation, SchemaOfSomebodyElseIsRefusedByTheNameOfItsOwnerAndLeftAlon
 TEST(OfficeCreation, CancelledCreationLeavesNothing)
 {
     const OfficeDatabase database;
-    EXPECT_THROW(Office::Create(Administrator(), [](int percent) { return percent < 50; }),
+    EXPECT_THROW(Office::Create(OfficeDatabase::Administrator(), [](int percent) { return percent < 50; }),
                  embedded::Cancelled);
     EXPECT_EQ(database.Traces(), QString());
-    EXPECT_EQ(Office::Status(Administrator()).schema, 0);
-    Office::Create(Administrator());
-    EXPECT_EQ(Office::Status(Administrator()).schema, Office::SchemaVersion);
+    EXPECT_EQ(Office::Status(OfficeDatabase::Administrator()).schema, 0);
+    Office::Create(OfficeDatabase::Administrator());
+    EXPECT_EQ(Office::Status(OfficeDatabase::Administrator()).schema, Office::SchemaVersion);
 }
 
 TEST(OfficeCreation, UserWithoutTheRightsIsToldWhichAreMissingAndLeavesNothing)
@@ -105,7 +97,8 @@ TEST(OfficeCreation, OfManyProgramsThatCreateAtOnceExactlyOneDoes)
     std::vector<CString> ends(Programs);
     std::vector<std::thread> threads;
     for (CString& end : ends)
-        threads.emplace_back([&end] { end = ErrorOf([] { Office::Create(Administrator()); }); });
+        threads.emplace_back(
+            [&end] { end = ErrorOf([] { Office::Create(OfficeDatabase::Administrator()); }); });
     for (std::thread& thread : threads)
         thread.join();
     std::size_t created = 0;
@@ -116,7 +109,7 @@ TEST(OfficeCreation, OfManyProgramsThatCreateAtOnceExactlyOneDoes)
     }
     EXPECT_EQ(created, 1U);
     EXPECT_EQ(told, Programs - 1);
-    EXPECT_EQ(Office::Status(Administrator()).contents.value().libraries,
+    EXPECT_EQ(Office::Status(OfficeDatabase::Administrator()).contents.value().libraries,
               embedded::DataFile::Shipped(u"libraries"_s).rows.size());
 }
 

@@ -17,11 +17,6 @@ using test::TestOffice;
 
 namespace {
 
-CString Administrator()
-{
-    return OfficeDatabase::Administrator();
-}
-
 /// The servers' address on this machine, in a form that is not taken for one.
 CString NotKnownAsLocal()
 {
@@ -67,7 +62,7 @@ TEST(OfficeConnection, RightsStayWhenTheDatabaseGetsAnotherName)
 TEST(OfficeConnection, DatabaseWithoutOfficeIsToldSo)
 {
     const OfficeDatabase database;
-    EXPECT_TRUE(ErrorOf([] { Office{Administrator()}; }).contains(u"还没有办公室"_s));
+    EXPECT_TRUE(ErrorOf([] { Office{OfficeDatabase::Administrator()}; }).contains(u"还没有办公室"_s));
 }
 
 TEST(OfficeConnection, ServerThatIsNotThereIsUnreachable)
@@ -128,10 +123,10 @@ TEST(OfficeStatusTest, TellsAllOfAnOffice)
 TEST(OfficeStatusTest, WorksWhereNoOfficeWasCreated)
 {
     const OfficeDatabase database;
-    const OfficeStatus status = Office::Status(Administrator());
+    const OfficeStatus status = Office::Status(OfficeDatabase::Administrator());
     EXPECT_EQ(status.schema, 0);
     EXPECT_EQ(status.right, OfficeRight::None);
-    EXPECT_EQ(status.user, database.User(Administrator()));
+    EXPECT_EQ(status.user, database.User(OfficeDatabase::Administrator()));
     EXPECT_EQ(status.server, u"本机/"_s + database.Name());
 }
 

@@ -19,15 +19,6 @@ using test::ErrorOf;
 using test::OfficeDatabase;
 using test::TestOffice;
 
-namespace {
-
-CString Administrator()
-{
-    return OfficeDatabase::Administrator();
-}
-
-} // namespace
-
 TEST(OfficeUpgrade, OfficeOfANewerProgramIsRefusedInWordsAndLeftAlone)
 {
     const TestOffice test;
@@ -37,8 +28,8 @@ TEST(OfficeUpgrade, OfficeOfANewerProgramIsRefusedInWordsAndLeftAlone)
     };
     EXPECT_TRUE(isTold(ErrorOf([] { Office{TestOffice::Keeper()}; })));
     EXPECT_TRUE(isTold(ErrorOf([] { Office{TestOffice::Stranger()}; })));
-    EXPECT_TRUE(isTold(ErrorOf([] { Office::Create(Administrator()); })));
-    EXPECT_TRUE(isTold(ErrorOf([] { Office::Upgrade(Administrator()); })));
+    EXPECT_TRUE(isTold(ErrorOf([] { Office::Create(OfficeDatabase::Administrator()); })));
+    EXPECT_TRUE(isTold(ErrorOf([] { Office::Upgrade(OfficeDatabase::Administrator()); })));
     EXPECT_EQ(test.Ask(u"SELECT version FROM ktqdde.schema_version"_s), u"99"_s);
     const OfficeStatus status = Office::Status(TestOffice::Reader());
     EXPECT_EQ(status.schema, 99);
@@ -48,7 +39,7 @@ TEST(OfficeUpgrade, OfficeOfANewerProgramIsRefusedInWordsAndLeftAlone)
 TEST(OfficeUpgrade, OfficeOfThisProgramStaysAsItIs)
 {
     const TestOffice test;
-    EXPECT_EQ(Office::Upgrade(Administrator()), Office::SchemaVersion);
+    EXPECT_EQ(Office::Upgrade(OfficeDatabase::Administrator()), Office::SchemaVersion);
     EXPECT_NO_THROW(Office{TestOffice::Reader()});
 }
 
@@ -69,13 +60,13 @@ TEST(OfficeUpgrade, OfficeOfVersion1ComesOutAsANewOneAndKeepsWhatItHolds)
     }
     QFile former(test::InSourceTree(u"tests/embedded/office-1.sql"_s));
     ASSERT_TRUE(former.open(QIODevice::ReadOnly));
-    Database(embedded::ServiceOf(Administrator()))
+    Database(embedded::ServiceOf(OfficeDatabase::Administrator()))
         .ExecuteWholeStatements(QString::fromUtf8(former.readAll()));
     EXPECT_TRUE(ErrorOf([] { Office{TestOffice::Editor()}; }).contains(u"结构版本 1"_s));
     EXPECT_EQ(Office::Status(TestOffice::Editor()).right, OfficeRight::Editor);
     const QString publish = u"SELECT ktqdde.publish('甲', 1, 'b', sha256('b'), '', '', '[]')"_s;
 
-    EXPECT_EQ(Office::Upgrade(Administrator()), 1);
+    EXPECT_EQ(Office::Upgrade(OfficeDatabase::Administrator()), 1);
     EXPECT_EQ(test.Ask(shape).toStdString(), wanted.toStdString());
     EXPECT_FALSE(test.Psql(TestOffice::Editor(), publish).isDone) << "no older program publishes";
     Office editor(TestOffice::Editor());
@@ -88,14 +79,15 @@ TEST(OfficeUpgrade, OfficeOfVersion1ComesOutAsANewOneAndKeepsWhatItHolds)
 TEST(OfficeUpgrade, DatabaseWithoutOfficeIsNotUpgraded)
 {
     const OfficeDatabase database;
-    EXPECT_TRUE(ErrorOf([] { Office::Upgrade(Administrator()); }).contains(u"还没有办公室"_s));
+    EXPECT_TRUE(
+        ErrorOf([] { Office::Upgrade(OfficeDatabase::Administrator()); }).contains(u"还没有办公室"_s));
     EXPECT_EQ(database.Traces(), QString());
 }
 
 TEST(OfficeUpgrade, StepsRunInTheirOrderAndWhatTheyBringIsCoveredByTheRights)
 {
     const TestOffice test;
-    Database database(embedded::ServiceOf(Administrator()));
+    Database database(embedded::ServiceOf(OfficeDatabase::Administrator()));
     const CArray<embedded::OfficeStep> steps =
         embedded::KnownOfficeSteps() +
         CArray<embedded::OfficeStep>{
@@ -111,7 +103,7 @@ TEST(OfficeUpgrade, StepsRunInTheirOrderAndWhatTheyBringIsCoveredByTheRights)
 TEST(OfficeUpgrade, StepThatFailsLeavesTheFormerState)
 {
     const TestOffice test;
-    Database database(embedded::ServiceOf(Administrator()));
+    Database database(embedded::ServiceOf(OfficeDatabase::Administrator()));
     const CArray<embedded::OfficeStep> steps =
         embedded::KnownOfficeSteps() +
         CArray<embedded::OfficeStep>{
@@ -133,7 +125,7 @@ TEST(OfficeUpgrade, IsRefusedToAnybodyButTheOwnerWhoeverHeIs)
             office.Execute(u"CREATE TABLE remarks (text TEXT)"_s);
         }};
     const CString error = ErrorOf([&] { embedded::UpgradeOfficeSchema(database, steps); });
-    EXPECT_TRUE(error.contains(test.User(Administrator()))) << error.toStdString();
+    EXPECT_TRUE(error.contains(test.User(OfficeDatabase::Administrator()))) << error.toStdString();
     EXPECT_EQ(test.Ask(u"SELECT to_regclass('ktqdde.remarks')"_s), QString());
 }
 
@@ -146,7 +138,7 @@ TEST(OfficeUpgrade, DatabaseThatHasGotAnotherNameIsRefusedWithWhatMendsIt)
         test::SharedServer().Ask(u"template1"_s, u"ALTER DATABASE \"%1\" RENAME TO \"%2\""_s.arg(from, to));
     };
     rename(former, name);
-    test.Services().Add(u"moved"_s, test::SharedServer(), name, test.User(Administrator()));
+    test.Services().Add(u"moved"_s, test::SharedServer(), name, test.User(OfficeDatabase::Administrator()));
     const CArray<embedded::OfficeStep> steps =
         embedded::KnownOfficeSteps() + CArray<embedded::OfficeStep>{[](Database& office) {
             office.Execute(u"SELECT allow('editor', 'INSERT ON cell_data')"_s);

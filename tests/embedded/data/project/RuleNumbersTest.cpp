@@ -14,7 +14,7 @@ using test::TestProject;
 
 namespace {
 
-const CString Base = u"031001001"_s;
+const CString BaseNumber = u"031001001"_s;
 const CString Library = u"GB-1"_s;
 
 /// A rule with one bill item.
@@ -49,7 +49,7 @@ TEST(RuleNumbers, ItemOfTheBaseNumberIsFilledIn)
 {
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001007", "pipe") + Bill("031001002001", "other")));
-    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base, Library);
+    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(BaseNumber, Library);
     ASSERT_EQ(items.size(), 1);
     EXPECT_EQ(items.at(0).strNumber, u"031001001007"_s);
     EXPECT_EQ(items.at(0).strName, u"pipe"_s);
@@ -65,7 +65,7 @@ TEST(RuleNumbers, NumbersOfAllFilesAreGivenOnceInTheOrderOfFilesAndRules)
     folder.WriteFile(u"b.XML"_s, Rules(Bill("031001001001", "b1") + Bill("031001001009", "b9")));
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001003", "a3") + Bill("031001001001", "a1") +
                                        Bill("031001001003", "again")));
-    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(Base, Library);
+    const CArray<SQdInfo> items = RuleNumbers(folder.Root()).Find(BaseNumber, Library);
     EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001003"_s, u"031001001001"_s, u"031001001009"_s}));
     EXPECT_EQ(items.at(0).strName, u"a3"_s);
     EXPECT_EQ(items.at(1).strName, u"a1"_s);
@@ -76,7 +76,7 @@ TEST(RuleNumbers, NumberWithoutSuffixAndAnEmptyBaseAreNoMatch)
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001", "pipe") + Bill("", "none")));
     RuleNumbers numbers(folder.Root());
-    EXPECT_TRUE(numbers.Find(Base, Library).isEmpty());
+    EXPECT_TRUE(numbers.Find(BaseNumber, Library).isEmpty());
     EXPECT_TRUE(numbers.Find({}, Library).isEmpty());
 }
 
@@ -88,10 +88,10 @@ TEST(RuleNumbers, ItemsOfOtherLibrariesHaveTheSameNumbersForOtherThings)
                            Bill("031001001002", "valve", "GB-2") + Bill("031001001003", "untold", "") +
                            Bill("031001001004", "by letter case", "gb-1")));
     RuleNumbers numbers(folder.Root());
-    const CArray<SQdInfo> items = numbers.Find(Base, Library);
+    const CArray<SQdInfo> items = numbers.Find(BaseNumber, Library);
     EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001001"_s, u"031001001003"_s, u"031001001004"_s}));
     EXPECT_EQ(items.at(0).strName, u"pipe"_s);
-    EXPECT_EQ(numbers.Find(Base, u"GB-2"_s).at(0).strName, u"gauge"_s);
+    EXPECT_EQ(numbers.Find(BaseNumber, u"GB-2"_s).at(0).strName, u"gauge"_s);
 }
 
 TEST(RuleNumbers, FileThatCannotBeReadIsPassedOver)
@@ -100,8 +100,9 @@ TEST(RuleNumbers, FileThatCannotBeReadIsPassedOver)
     folder.WriteFile(u"a.xml"_s, "<Rules><broken>" + Bill("031001001001", "lost"));
     folder.WriteFile(u"b.xml"_s, Rules(Bill("031001001002", "pipe")));
     folder.WriteFile(u"c.bak"_s, Rules(Bill("031001001003", "no rule file")));
-    EXPECT_EQ(NumbersOf(RuleNumbers(folder.Root()).Find(Base, Library)), CStringArray{u"031001001002"_s});
-    EXPECT_TRUE(RuleNumbers(folder.Path(u"none"_s)).Find(Base, Library).isEmpty());
+    EXPECT_EQ(NumbersOf(RuleNumbers(folder.Root()).Find(BaseNumber, Library)),
+              CStringArray{u"031001001002"_s});
+    EXPECT_TRUE(RuleNumbers(folder.Path(u"none"_s)).Find(BaseNumber, Library).isEmpty());
 }
 
 // As when two programs save within one tick of the clock.
@@ -113,7 +114,7 @@ TEST(RuleNumbers, NumberThatTookThePlaceOfAnotherIsFoundThoughSizeAndTimeOfTheFi
     for (const QByteArray number : {"031001001001", "031001001002"}) {
         folder.WriteFile(u"a.xml"_s, Rules(Bill(number, "pipe")));
         folder.SetTime(u"a.xml"_s, still);
-        EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), CStringArray{QString::fromLatin1(number)});
+        EXPECT_EQ(NumbersOf(numbers.Find(BaseNumber, Library)), CStringArray{QString::fromLatin1(number)});
     }
 }
 
@@ -122,11 +123,12 @@ TEST(RuleNumbers, ChangedAndVanishedFilesAreSeen)
     const test::TempFolder folder;
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001001", "pipe")));
     RuleNumbers numbers(folder.Root());
-    EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), CStringArray{u"031001001001"_s});
+    EXPECT_EQ(NumbersOf(numbers.Find(BaseNumber, Library)), CStringArray{u"031001001001"_s});
     folder.WriteFile(u"a.xml"_s, Rules(Bill("031001001001", "pipe") + Bill("031001001002", "new")));
-    EXPECT_EQ(NumbersOf(numbers.Find(Base, Library)), (CStringArray{u"031001001001"_s, u"031001001002"_s}));
+    EXPECT_EQ(NumbersOf(numbers.Find(BaseNumber, Library)),
+              (CStringArray{u"031001001001"_s, u"031001001002"_s}));
     QFile::remove(folder.Native(u"a.xml"_s));
-    EXPECT_TRUE(numbers.Find(Base, Library).isEmpty());
+    EXPECT_TRUE(numbers.Find(BaseNumber, Library).isEmpty());
 }
 
 TEST(RuleNumbers, DeeplyNestedFileIsRead)
@@ -136,7 +138,7 @@ TEST(RuleNumbers, DeeplyNestedFileIsRead)
     folder.WriteFile(u"a.xml"_s, "<Rules>" + QByteArray("<a>").repeated(depth) +
                                      Bill("031001001001", "pipe") + QByteArray("</a>").repeated(depth) +
                                      "</Rules>");
-    EXPECT_EQ(RuleNumbers(folder.Root()).Find(Base, Library).size(), 1);
+    EXPECT_EQ(RuleNumbers(folder.Root()).Find(BaseNumber, Library).size(), 1);
 }
 
 TEST(RuleNumbers, ProjectsHistoryHoldsTheNumbersOfItsRulesBesideThoseOfItsStart)
@@ -147,10 +149,10 @@ TEST(RuleNumbers, ProjectsHistoryHoldsTheNumbersOfItsRulesBesideThoseOfItsStart)
     project.Temp().WriteFile(TestProject::Below(u"app\\自动套配置\\DefaultConfig.xml"_s), SampleRules());
     embedded::EmbeddedHost host(project.Folder());
     CArray<SQdInfo> items(1);
-    ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(Base, items));
+    ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(BaseNumber, items));
     EXPECT_EQ(NumbersOf(items), (CStringArray{u"031001001001"_s, u"031001001002"_s, u"031001001003"_s,
                                               u"031001001004"_s, u"031001001005"_s, u"031001001006"_s}));
     host.SetLibrary(embedded::LibraryRole::Bill, u"GB50500-2008"_s);
-    ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(Base, items));
+    ASSERT_TRUE(host.Roles().libraries->GetQdInfoByQdNum(BaseNumber, items));
     EXPECT_TRUE(items.isEmpty()) << "they are all of the library from which the project started";
 }
