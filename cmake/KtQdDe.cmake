@@ -11,6 +11,10 @@ endif()
 
 function(ktqdde_compile_settings target)
     target_compile_options(${target} PRIVATE ${KTQDDE_WARNINGS})
+    if(CMAKE_UNITY_BUILD)
+        # There a source is included by another file, which is no reason to take its classes for those of a header.
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    endif()
     target_compile_definitions(${target} PRIVATE
         QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_DEPRECATED_WARNINGS KTQDDE_BUILD)
 endfunction()
