@@ -27,7 +27,7 @@ IXMLDOMElement SpecElement(const IXMLDOMElement& root, const CString& specName)
 {
     for (IXMLDOMNode child = root.FirstChild(); child; child = child.NextSibling())
         if (XmlVisitor::getNodeAttribute(child.ToElement(), u"name"_s) == specName) return child.ToElement();
-    const IXMLDOMElement element = XmlVisitor::addChild(root, specName);
+    IXMLDOMElement element = XmlVisitor::addChild(root, specName);
     SNvKtSpecId id;
     NvKtDataMng::SpecNameToId(specName, id);
     XmlVisitor::addatt(element, u"id"_s, id.strSpecId);
@@ -39,7 +39,7 @@ IXMLDOMElement SpecElement(const IXMLDOMElement& root, const CString& specName)
 IXMLDOMElement CategoryElement(const IXMLDOMElement& parent, const CString& name, const CString& id)
 {
     if (const IXMLDOMNode found = parent.SelectSingleNode(name)) return found.ToElement();
-    const IXMLDOMElement element = XmlVisitor::addChild(parent, name);
+    IXMLDOMElement element = XmlVisitor::addChild(parent, name);
     XmlVisitor::addatt(element, u"id"_s, id);
     XmlVisitor::addatt(element, u"name"_s, name);
     return element;

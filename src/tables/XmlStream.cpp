@@ -149,7 +149,7 @@ XmlStream::XmlStream(ZipReader& zip, const char* part, XmlHandler& handler)
           new Parser{zip, CString::fromUtf8(part), handler, {XML_ParserCreate(nullptr), &XML_ParserFree}})
 {
     zip.Open(m_parser->part);
-    XML_Parser const expat = m_parser->expat.get();
+    XML_ParserStruct* const expat = m_parser->expat.get();
     XML_SetUserData(expat, m_parser.get());
     XML_SetElementHandler(expat, Parser::OnStart, Parser::OnEnd);
     XML_SetCharacterDataHandler(expat, Parser::OnText);

@@ -58,7 +58,7 @@ bool RuleFileSteps::IsCurrent(const CString& path) const
 
 CString RuleFileSteps::NameFault(const CString& name, const CString& renamed) const
 {
-    const CString fault = embedded::TemplateNameFault(name);
+    CString fault = embedded::TemplateNameFault(name);
     if (!fault.isEmpty()) return fault;
     if (!CurrentConfiguration::IsPossibleName(name)) return u"名称中有不能使用的字符"_s;
     if (!renamed.isEmpty() && name == Named(renamed)) return u"请输入另一个名称"_s;
@@ -124,7 +124,7 @@ CString RuleFileSteps::WriteNew(const CString& name, const QByteArray& bytes) co
 {
     platform::FileSystem& files = platform::Files();
     embedded::EnsureFolder(m_project.RuleFolder());
-    const CString path = PathOf(name);
+    CString path = PathOf(name);
     const auto lock = Lock({path});
     RequireName(name);
     const CString part = platform::PartBeside(m_project.RuleFolder() + u"\\~"_s);
@@ -178,7 +178,7 @@ void RuleFileSteps::Keep(const CString& path)
 
 CString RuleFileSteps::Rename(const CString& path, const CString& name)
 {
-    const CString target = PathOf(name);
+    CString target = PathOf(name);
     const auto lock = Lock({path, target});
     RequireName(name, path);
     Keep(path);

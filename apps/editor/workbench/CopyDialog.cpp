@@ -65,6 +65,8 @@ void CopyDialog::Build(std::size_t count)
 void CopyDialog::Fill(const rules::Draft& draft, const CString& from)
 {
     QTreeWidgetItem* own = nullptr;
+    // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): an item belongs to the tree or item that it is
+    // made with
     for (const rules::Specialty& specialty : draft.Specialties()) {
         auto* top = new QTreeWidgetItem(m_tree, {specialty.name});
         for (const rules::BigCategory& big : specialty.bigCategories) {
@@ -78,6 +80,7 @@ void CopyDialog::Fill(const rules::Draft& draft, const CString& from)
             }
         }
     }
+    // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
     if (own == nullptr) return;
     own->parent()->setExpanded(true);
     own->setExpanded(true);

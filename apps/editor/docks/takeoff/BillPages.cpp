@@ -184,7 +184,7 @@ void BillPages::PaintPiece(QPainter& painter, const Piece& piece, double& y) con
         for (qsizetype i = 0; i < lines.size(); ++i)
             painter.drawText(
                 QRectF(left + m_gap, y + m_gap + static_cast<double>(i) * m_line, width - 2 * m_gap, m_line),
-                Columns[column].alignment | Qt::AlignVCenter, lines[i]);
+                static_cast<int>((Columns[column].alignment | Qt::AlignVCenter).toInt()), lines[i]);
     }
     y += height;
 }
