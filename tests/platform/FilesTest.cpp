@@ -73,6 +73,23 @@ TEST(Files, ReadTellsWhyItGivesNothing)
     }
 }
 
+TEST(Files, ReadWholeGivesTheContentOrRaisesWithPathAndReason)
+{
+    const test::TempFolder folder;
+    const QByteArray bytes("a\0\r\n\xFF", 5);
+    EXPECT_EQ(Files().ReadWhole(folder.WriteFile(u"a.xml"_s, bytes)), bytes);
+    const CString missing = folder.Path(u"b.xml"_s);
+    CString reason;
+    ASSERT_FALSE(Files().Read(missing, &reason));
+    try {
+        Files().ReadWhole(missing);
+        FAIL() << "read what is not there";
+    } catch (const platform::FileError& error) {
+        EXPECT_EQ(error.Path(), missing);
+        EXPECT_EQ(error.Reason(), reason);
+    }
+}
+
 TEST(Files, ReadLeavesTheReasonAloneOnSuccess)
 {
     const test::TempFolder folder;

@@ -11,6 +11,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+TEST(Paths, NineCharactersAreForbiddenInFileNames)
+{
+    CString found;
+    for (char16_t character = 0; character < 0x3000; ++character)
+        if (platform::IsForbiddenInFileNames(character)) found += QChar(character);
+    EXPECT_EQ(found, u"\"*/:<>?\\|"_s);
+}
+
 TEST(Paths, NativeFormHasThePlatformsSeparator)
 {
     const QChar separator = QDir::separator();
