@@ -16,7 +16,7 @@ IXMLDOMDocument XmlVisitor::CreateXmlDocPtr()
     return document;
 }
 
-IXMLDOMNode XmlVisitor::GetRootNode_C(IXMLDOMDocument document, const CString& name)
+IXMLDOMNode XmlVisitor::GetRootNode_C(const IXMLDOMDocument& document, const CString& name)
 {
     if (IXMLDOMNode root = document.SelectSingleNode(name)) return root;
     const IXMLDOMElement created = document.CreateElement(name);
@@ -24,18 +24,18 @@ IXMLDOMNode XmlVisitor::GetRootNode_C(IXMLDOMDocument document, const CString& n
     return document.AppendChild(created);
 }
 
-IXMLDOMElement XmlVisitor::addChild(IXMLDOMElement parent, CString name)
+IXMLDOMElement XmlVisitor::addChild(const IXMLDOMElement& parent, const CString& name)
 {
     const IXMLDOMElement created = CreateXmlDocPtr().CreateElement(name);
     return parent.AppendChild(created).ToElement();
 }
 
-void XmlVisitor::addatt(IXMLDOMElement element, CString name, CString value)
+void XmlVisitor::addatt(const IXMLDOMElement& element, const CString& name, const CString& value)
 {
     element.SetAttribute(name, value);
 }
 
-CString XmlVisitor::getNodeAttribute(IXMLDOMElement element, const CString& name)
+CString XmlVisitor::getNodeAttribute(const IXMLDOMElement& element, const CString& name)
 {
     try {
         CString value;

@@ -159,7 +159,7 @@ pugi::xml_node DocumentData::MakeElement(const char* name)
 
 pugi::xml_node DocumentData::NotedElement()
 {
-    if (!m_notedNode) m_notedNode = MakeElement(m_noted.constData());
+    if (!m_notedNode) m_notedNode = MakeElement(NotedName());
     return m_notedNode;
 }
 
@@ -220,7 +220,9 @@ void DocumentData::EnsureWhole(pugi::xml_node node)
 
 void DocumentData::TouchContent(pugi::xml_node node)
 {
-    if (!m_loadedRoot || node == m_touched) return;
+    // The parent of a place where source bytes no longer tell is such a place, too, or the document element,
+    // where there is nothing to remember: that is where the next of several children goes.
+    if (!m_loadedRoot || node == m_touched || node == m_touched.parent()) return;
     // The document element's own list of children is what saving goes by: nothing to remember.
     pugi::xml_node child = node;
     while (child && child.parent() != m_loadedRoot)
@@ -245,7 +247,7 @@ QByteArray DocumentData::ToBytes()
     else
         WriteNew(out);
     if (!out.EndsWith('\n')) out.Put(SourceLayout().lineEnd);
-    return EncodeSource(out.Take(), m_source);
+    return EncodeSource(std::move(out).Take(), m_source);
 }
 
 void DocumentData::WriteNew(Output& out)

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <unordered_map>
 
 namespace xml::detail {
@@ -64,13 +65,13 @@ public:
     pugi::xml_node MakeElement(const char* name);
     /// The first element that an empty document is asked for is only noted: most such documents exist to make
     /// one element that is appended elsewhere at once, and need no tree of their own for it.
-    bool CanNote() const { return !m_document && m_noted.isEmpty(); }
+    bool CanNote() const { return !m_document && m_noted.empty(); }
     /// Whether nothing but its name is known of the noted element.
     bool IsOnlyNoted() const { return !m_notedNode; }
-    void NoteElement(const QByteArray& name) { m_noted = name; }
+    void NoteElement(const char* name) { m_noted = name; }
     /// What a handle to the noted element holds in place of a node.
     void* NotedKey() { return &m_noted; }
-    const QByteArray& NotedName() const { return m_noted; }
+    const char* NotedName() const { return m_noted.c_str(); }
     /// The noted element as a node in limbo, made when it is first asked for.
     pugi::xml_node NotedElement();
     /// The attribute of that name; null when there is none. Asking in the order of the file finds each at
@@ -184,7 +185,7 @@ private:
     pugi::xml_node m_touched;      ///< a node known to stand where source bytes no longer tell
     pugi::xml_node m_bareElement;  ///< all its attributes came through `AttributeToSet`
     std::uint64_t m_bareNames = 0; ///< a bit for each of their names; names of different bits differ
-    QByteArray m_noted;
+    std::string m_noted;           ///< short as most names are, it needs no memory of its own
     pugi::xml_node m_notedNode;
     Place m_notedPlace;
     std::unordered_map<const void*, Place> m_places; ///< of nodes that were appended to other documents

@@ -44,7 +44,8 @@ public:
     /// null handle.
     CString Name() const;
     /// The node as an element; a null element for a null handle and for every other kind. Never raises.
-    Element ToElement() const;
+    Element ToElement() const&;
+    Element ToElement() &&;
 
     /// First child and next sibling in document order, null when there is none. Elements, comments,
     /// processing instructions, CDATA and text that is not blank are nodes; blank text is not. The child of a

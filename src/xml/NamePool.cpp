@@ -8,11 +8,12 @@ namespace {
 
 constexpr std::size_t Places = 128;
 
+/// No two attributes that the tree writes share a place, nor one of the 64 bits.
 std::size_t PlaceOf(const CString& name) noexcept
 {
     if (name.isEmpty()) return 0;
     const auto size = static_cast<std::size_t>(name.size());
-    return (size * 11 + 3U * name[name.size() / 2].unicode() + name.back().unicode()) % Places;
+    return (size + name[name.size() / 2].unicode() + 8U * name.back().unicode()) % Places;
 }
 
 KnownName Examine(const CString& name)

@@ -108,10 +108,17 @@ CString Node::Name() const
     return m_document->TagOf(Access::Require(*this, u"Name"));
 }
 
-Element Node::ToElement() const
+Element Node::ToElement() const&
 {
-    if (Access::HasMoved(*this)) return Access::Follow(*this).ToElement();
-    return Kind() == NodeKind::Element ? Access::MakeElement(m_document, Access::Get(*this)) : Element();
+    return Node(*this).ToElement();
+}
+
+Element Node::ToElement() &&
+{
+    if (Access::HasMoved(*this)) *this = Access::Follow(*this);
+    if (Kind() != NodeKind::Element) return {};
+    void* const node = Access::Get(*this).internal_object();
+    return Element(std::move(m_document), node);
 }
 
 Node Node::FirstChild() const
@@ -165,7 +172,7 @@ Node Node::AppendChild(const Node& child) const
         source->TouchContent(Access::Get(child));
         placed = parent.append_move(Access::Get(child));
     } else if (Access::IsNoted(child) && source->IsOnlyNoted()) {
-        placed = parent.append_child(source->NotedName().constData());
+        placed = parent.append_child(source->NotedName());
         m_document->MadeBare(placed);
         source->NotedMovedAway(placed, m_document);
     } else {

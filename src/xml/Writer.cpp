@@ -35,24 +35,21 @@ constexpr Escapes ValueEscapes = [] {
 }();
 
 /// The bytes that stand for themselves. The NUL behind a text is none of them.
-constexpr std::array<bool, 256> PlainBytes(const Escapes& escapes)
+constexpr ByteSet PlainOf(const Escapes& escapes)
 {
-    std::array<bool, 256> plain{};
+    ByteSet plain{};
     for (std::size_t c = 1; c < plain.size(); ++c)
         plain[c] = escapes[c].empty();
     return plain;
 }
 
-constexpr std::array<bool, 256> PlainOfText = PlainBytes(TextEscapes);
-constexpr std::array<bool, 256> PlainOfValue = PlainBytes(ValueEscapes);
+constexpr ByteSet StandsInText = PlainOf(TextEscapes);
+constexpr ByteSet StandsInValue = PlainOf(ValueEscapes);
 
-void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const std::array<bool, 256>& plain)
+void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const ByteSet& plain)
 {
     for (;;) {
-        const char* const begin = text;
-        while (plain[static_cast<unsigned char>(*text)])
-            ++text;
-        out.Put(begin, static_cast<std::size_t>(text - begin));
+        text = out.PutPlain(text, plain);
         if (*text == '\0') return;
         out.Put(escapes[static_cast<unsigned char>(*text)]);
         ++text;
@@ -61,12 +58,12 @@ void AppendEscaped(Output& out, const char* text, const Escapes& escapes, const 
 
 void AppendText(Output& out, const char* text)
 {
-    AppendEscaped(out, text, TextEscapes, PlainOfText);
+    AppendEscaped(out, text, TextEscapes, StandsInText);
 }
 
 void AppendValue(Output& out, const char* value)
 {
-    AppendEscaped(out, value, ValueEscapes, PlainOfValue);
+    AppendEscaped(out, value, ValueEscapes, StandsInValue);
 }
 
 /// A node without children, or the start tag of an element with children.
@@ -105,12 +102,14 @@ void WriteOpening(Output& out, pugi::xml_node node)
 
 bool IsCharacterData(pugi::xml_node node)
 {
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+    const pugi::xml_node_type type = node.type();
+    return type == pugi::node_pcdata || type == pugi::node_cdata;
 }
 
 bool HoldsText(pugi::xml_node element)
 {
-    for (const pugi::xml_node child : element)
+    // Iterators take three calls into the engine where this takes one.
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling())
         if (IsCharacterData(child)) return true;
     return false;
 }
@@ -126,7 +125,8 @@ void WriteStartTag(Output& out, pugi::xml_node element, bool selfClosing)
 {
     out.Put('<');
     out.Put(std::string_view(element.name()));
-    for (const pugi::xml_attribute attribute : element.attributes()) {
+    for (pugi::xml_attribute attribute = element.first_attribute(); attribute;
+         attribute = attribute.next_attribute()) {
         out.Put(' ');
         out.Put(std::string_view(attribute.name()));
         out.Put("=\""sv);
@@ -172,7 +172,7 @@ QByteArray EscapedValue(const QByteArray& value)
 {
     Output out;
     AppendValue(out, value.constData());
-    return out.Take();
+    return std::move(out).Take();
 }
 
 } // namespace xml::detail

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "xml/Characters.h"
+
 #include <QtCore/QByteArray>
 
 #include <pugixml.hpp>
@@ -16,37 +18,63 @@ class Output
 {
 public:
     explicit Output(qsizetype capacity = 0) : m_bytes(capacity + Slack, Qt::Uninitialized) {}
+    Output(const Output&) = delete;
+    Output& operator=(const Output&) = delete;
     void Put(char c)
     {
         Reserve(1);
-        m_bytes.data()[m_size++] = c;
+        *m_at++ = c;
     }
     void Put(const char* bytes, std::size_t size)
     {
         Reserve(static_cast<qsizetype>(size));
-        std::memcpy(m_bytes.data() + m_size, bytes, size);
-        m_size += static_cast<qsizetype>(size);
+        std::memcpy(m_at, bytes, size);
+        m_at += size;
     }
     void Put(std::string_view bytes) { Put(bytes.data(), bytes.size()); }
     void Put(const QByteArray& bytes) { Put(bytes.constData(), static_cast<std::size_t>(bytes.size())); }
-    bool EndsWith(char c) const { return m_size > 0 && m_bytes.at(m_size - 1) == c; }
-    /// Hands the bytes over and is empty then.
-    QByteArray Take()
+    /// Appends what stands from `bytes` on for as long as it is in the set, which lacks the NUL, and gives
+    /// the first place that is not: most pieces are so short that measuring and then copying them takes
+    /// longer.
+    const char* PutPlain(const char* bytes, const ByteSet& plain)
     {
-        m_bytes.truncate(std::exchange(m_size, 0));
+        for (;;) {
+            Reserve(Slack);
+            char* at = m_at;
+            const char* const full = at + Slack;
+            while (at != full && plain[static_cast<unsigned char>(*bytes)])
+                *at++ = *bytes++;
+            m_at = at;
+            if (at != full) return bytes;
+        }
+    }
+    bool EndsWith(char c) const { return Size() > 0 && m_at[-1] == c; }
+    /// Hands the bytes over.
+    QByteArray Take() &&
+    {
+        m_bytes.truncate(Size());
         return std::move(m_bytes);
     }
 
 private:
     static constexpr qsizetype Slack = 4096;
 
+    qsizetype Size() const { return m_at - m_bytes.constData(); }
     void Reserve(qsizetype more)
     {
-        if (m_size + more > m_bytes.size()) m_bytes.resize((m_size + more) + m_bytes.size() / 2 + Slack);
+        if (m_end - m_at < more) Grow(more);
+    }
+    void Grow(qsizetype more)
+    {
+        const qsizetype size = Size();
+        m_bytes.resize(size + more + m_bytes.size() / 2 + Slack);
+        m_at = m_bytes.data() + size;
+        m_end = m_bytes.data() + m_bytes.size();
     }
 
     QByteArray m_bytes;
-    qsizetype m_size = 0;
+    char* m_at = m_bytes.data();         ///< where the next piece goes
+    char* m_end = m_at + m_bytes.size(); ///< behind the room that there is
 };
 
 struct Layout

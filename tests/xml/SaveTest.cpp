@@ -131,6 +131,19 @@ TEST(Save, EveryLegalCharacterSurvivesInAValue)
     EXPECT_EQ(read, text);
 }
 
+TEST(Save, ValuesAreWholeWhateverTheirLength)
+{
+    // Values are written by pieces of 4096 bytes.
+    for (const qsizetype length : {0, 1, 4095, 4096, 4097, 8191, 8192, 8193, 100'000}) {
+        const CString text = CString(length, u'x') + u"<尾"_s;
+        const xml::Document document = xml::Document::Create();
+        document.AppendChild(document.CreateElement(u"a"_s)).ToElement().SetAttribute(u"x"_s, text);
+        CString read;
+        ASSERT_TRUE(Parsed(document.ToBytes()).FirstChild().ToElement().GetAttribute(u"x"_s, read));
+        EXPECT_EQ(read, text);
+    }
+}
+
 TEST(Save, ByteOrderMarkAtTheBeginningOfAValueIsACharacterOfIt)
 {
     const CString text = CString(200'000, QChar::ByteOrderMark) + u"定额"_s;
