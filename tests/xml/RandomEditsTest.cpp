@@ -27,74 +27,92 @@ const QByteArray Source = "<r>\n"
 class Twins
 {
 public:
-    Twins() { m_plain.AppendChild(Parsed(Source).FirstChild()); }
+    Twins()
+    {
+        m_plain.document.AppendChild(Parsed(Source).FirstChild());
+        for (const Tree& tree : {m_loaded, m_plain})
+            tree.attic.AppendChild(tree.attic.CreateElement(u"attic"_s));
+    }
 
     void EditBoth(unsigned seed)
     {
         Edit(m_loaded, seed);
         Edit(m_plain, seed);
     }
-    CString Loaded() const { return test::CanonicalXml(m_loaded.ToBytes()); }
-    CString Plain() const { return test::CanonicalXml(m_plain.ToBytes()); }
+    CString Loaded() const { return test::CanonicalXml(m_loaded.document.ToBytes()); }
+    CString Plain() const { return test::CanonicalXml(m_plain.document.ToBytes()); }
 
 private:
-    /// All elements below and with `node`, in document order.
-    static void Collect(const xml::Node& node, std::vector<xml::Node>& nodes)
+    struct Tree
     {
-        nodes.push_back(node);
-        for (xml::Node child = node.FirstChild(); child; child = child.NextSibling())
-            Collect(child, nodes);
+        xml::Document document;
+        xml::Document attic = xml::Document::Create(); ///< where nodes are put aside and fetched from
+    };
+    /// The elements from the document element down to one, each a child of the one before.
+    using Way = std::vector<xml::Node>;
+
+    /// A way to any element. What stands beside it is not looked into, and may not have been parsed yet.
+    static Way AnyWay(const xml::Node& top, std::mt19937& random)
+    {
+        Way way{top};
+        while (random() % 4 != 0) {
+            std::vector<xml::Node> children;
+            for (xml::Node child = way.back().FirstChild(); child; child = child.NextSibling())
+                children.push_back(child);
+            if (children.empty()) break;
+            way.push_back(children[random() % children.size()]);
+        }
+        return way;
     }
 
-    static bool StandsBelow(const xml::Node& top, const xml::Node& node)
+    static bool Contains(const Way& way, const xml::Node& node)
     {
-        std::vector<xml::Node> nodes;
-        Collect(top, nodes);
-        return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+        return std::find(way.begin(), way.end(), node) != way.end();
     }
 
-    static xml::Node ParentOf(const std::vector<xml::Node>& nodes, const xml::Node& node)
-    {
-        for (const xml::Node& candidate : nodes)
-            for (xml::Node child = candidate.FirstChild(); child; child = child.NextSibling())
-                if (child == node) return candidate;
-        return {};
-    }
-
-    static void Edit(const xml::Document& document, unsigned seed)
+    static void Edit(const Tree& tree, unsigned seed)
     {
         std::mt19937 random(seed);
-        std::vector<xml::Node> nodes;
-        Collect(document.FirstChild(), nodes);
-        const xml::Node one = nodes[random() % nodes.size()];
-        const xml::Node other = nodes[random() % nodes.size()];
-        switch (random() % 4) {
+        const xml::Node root = tree.document.FirstChild();
+        const xml::Node attic = tree.attic.FirstChild();
+        const Way one = AnyWay(root, random);
+        const Way other = AnyWay(root, random);
+        const bool isRoot = one.size() == 1;
+        switch (random() % 6) {
         case 0:
-            one.ToElement().SetAttribute(u"x"_s, CString::number(random() % 100));
+            one.back().ToElement().SetAttribute(u"x"_s, CString::number(random() % 100));
             break;
         case 1:
-            one.AppendChild(document.CreateElement(u"e"_s)).AppendChild(document.CreateElement(u"f"_s));
+            one.back()
+                .AppendChild(tree.document.CreateElement(u"e"_s))
+                .AppendChild(tree.document.CreateElement(u"f"_s));
             break;
         case 2:
-            if (const xml::Node parent = ParentOf(nodes, one)) parent.RemoveChild(one);
+            if (!isRoot) one[one.size() - 2].RemoveChild(one.back());
+            break;
+        case 3:
+            if (!Contains(other, one.back())) other.back().AppendChild(one.back());
+            break;
+        case 4:
+            if (!isRoot) attic.AppendChild(one.back());
             break;
         default:
-            if (!StandsBelow(one, other)) other.AppendChild(one);
+            if (const xml::Node kept = attic.FirstChild()) one.back().AppendChild(kept);
             break;
         }
     }
 
-    xml::Document m_loaded = Parsed(Source);
-    xml::Document m_plain = xml::Document::Create();
+    Tree m_loaded{Parsed(Source)};
+    Tree m_plain{xml::Document::Create()};
 };
 
 } // namespace
 
 TEST(RandomEdits, NoneIsOverlookedByASaveThatCopiesWhatIsUntouched)
 {
-    for (unsigned run = 0; run < 400; ++run) {
+    for (unsigned run = 0; run < 1000; ++run) {
         Twins twins;
-        for (unsigned edit = 0; edit < 6; ++edit)
+        for (unsigned edit = 0; edit < 7; ++edit)
             twins.EditBoth(run * 100 + edit);
         ASSERT_EQ(twins.Loaded(), twins.Plain()) << "run " << run;
     }
