@@ -9,8 +9,8 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "shared/OfficeFiles.h"
-#include "support/PostgresServer.h"
-#include "support/ServiceFile.h"
+#include "support/server/PostgresServer.h"
+#include "support/server/ServiceFile.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>

@@ -1,5 +1,6 @@
 #include "cli/CliTesting.h"
 
+#include "support/MadeOnce.h"
 #include "support/Patience.h"
 #include "support/SourceTree.h"
 
@@ -29,8 +30,10 @@ Cli::Cli(const QString& mode) : m_environment(QProcessEnvironment::systemEnviron
 {
     m_environment.remove(u"KTQDDE_PROJECT"_s);
     if (mode.isEmpty()) return;
-    const Outcome made = Run({u"init"_s, u"project"_s, u"--mode"_s, mode, u"--spec"_s, u"给排水"_s});
-    if (made.status != 0) throw std::runtime_error("no project: " + made.err.toStdString());
+    PutMadeOnce(m_folder.Native(u"project"_s), u"init "_s + mode, [&](const QString& folder) {
+        const Outcome made = Run({u"init"_s, folder, u"--mode"_s, mode, u"--spec"_s, u"给排水"_s});
+        if (made.status != 0) throw std::runtime_error("no project: " + made.err.toStdString());
+    });
 }
 
 Outcome Cli::Run(const QStringList& arguments, const QByteArray& input) const

@@ -1,7 +1,7 @@
 #include "HostContract.h"
 
+#include "embedded/NewProject.h"
 #include "embedded/OfficeDatabase.h"
-#include "embedded/data/host/CreateProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "embedded/data/office/Office.h"
 
@@ -33,7 +33,7 @@ private:
     static QString NewProject(const TempFolder& folder, const embedded::ProjectOptions& options)
     {
         const QString project = folder.Native(u"合同 工程"_s);
-        embedded::CreateProject(project, options);
+        PutNewProject(project, options);
         return project;
     }
 

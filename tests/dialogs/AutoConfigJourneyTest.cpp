@@ -1,6 +1,6 @@
 #include "dialogs/AutoConfigFixture.h"
 
-#include "embedded/data/host/CreateProject.h"
+#include "embedded/NewProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "support/StrictXml.h"
 
@@ -22,7 +22,7 @@ protected:
     explicit AutoConfigJourney(SQdDeInfo::EQdDeMode mode = SQdDeInfo::BillMode)
     {
         const QString folder = m_guard.Folder().Native(u"journey"_s);
-        embedded::CreateProject(folder, {mode, u"给排水"_s});
+        test::PutNewProject(folder, {mode, u"给排水"_s});
         m_host = std::make_unique<embedded::EmbeddedHost>(folder);
         host::Roles roles = m_host->Roles();
         roles.windows = &m_windows;

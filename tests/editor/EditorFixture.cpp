@@ -1,7 +1,7 @@
 #include "editor/EditorFixture.h"
 
 #include "editor/steps/ProgressWindow.h"
-#include "embedded/data/host/CreateProject.h"
+#include "embedded/NewProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
 
 #include <QtCore/QThread>
@@ -129,7 +129,7 @@ EditorWindow::EditorWindow() : m_window(Recent())
 
 QString EditorWindow::MakeProject(const CString& name, SQdDeInfo::EQdDeMode mode) const
 {
-    embedded::CreateProject(Folder(name), {mode, u"给排水"_s});
+    PutNewProject(Folder(name), {mode, u"给排水"_s});
     return Folder(name);
 }
 

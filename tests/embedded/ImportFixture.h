@@ -27,7 +27,7 @@ inline CString BillRows(int count)
 class ImportFixture : public ::testing::Test
 {
 protected:
-    ImportFixture() { m_project.Create(m_ground->Options()); }
+    ImportFixture() { m_project.Put(m_ground->Options()); }
 
     embedded::ImportReport Import(embedded::TableKind kind, const CString& text,
                                   const embedded::ImportOptions& options = {},

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/PostgresServer.h"
-#include "support/ServiceFile.h"
+#include "support/server/PostgresServer.h"
+#include "support/server/ServiceFile.h"
 
 namespace test {
 

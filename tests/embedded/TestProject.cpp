@@ -1,5 +1,6 @@
 #include "embedded/TestProject.h"
 
+#include "embedded/NewProject.h"
 #include "embedded/data/engine/Database.h"
 
 namespace test {
@@ -19,6 +20,11 @@ CString TestProject::Below(const CString& file)
 void TestProject::Create(const embedded::ProjectOptions& options) const
 {
     embedded::CreateProject(Folder(), options);
+}
+
+void TestProject::Put(const embedded::ProjectOptions& options) const
+{
+    PutNewProject(Folder(), options);
 }
 
 void TestProject::Sql(const CString& databaseFile, const CString& statement) const

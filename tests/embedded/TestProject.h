@@ -23,6 +23,8 @@ public:
 
     /// Creates the project there.
     void Create(const embedded::ProjectOptions& options = {}) const;
+    /// Puts a new project there, where nothing stands yet; see `PutNewProject`.
+    void Put(const embedded::ProjectOptions& options = {}) const;
     /// Runs one statement on a database of the project, through a connection of its own.
     void Sql(const CString& databaseFile, const CString& statement) const;
 

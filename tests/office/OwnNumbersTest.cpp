@@ -1,5 +1,5 @@
 #include "office/OfficeSetting.h"
-#include "support/PostgresServer.h"
+#include "support/server/PostgresServer.h"
 
 #include <gtest/gtest.h>
 

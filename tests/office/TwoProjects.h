@@ -2,7 +2,7 @@
 
 #include "embedded/data/office/PublishedConfigurations.h"
 #include "office/OfficeSetting.h"
-#include "support/PostgresServer.h"
+#include "support/server/PostgresServer.h"
 
 #include <gtest/gtest.h>
 

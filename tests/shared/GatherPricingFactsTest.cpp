@@ -23,7 +23,7 @@ class PricingFacts : public testing::Test
 protected:
     PricingFacts()
     {
-        m_project.Create();
+        m_project.Put();
         m_host = std::make_unique<embedded::EmbeddedHost>(m_project.Folder());
     }
 

@@ -71,7 +71,7 @@ TEST(InterruptedInit, SaysSoAndLeavesNothingBehind)
 TEST(InterruptedExport, SaysSoAndLeavesTheOldFile)
 {
     const TestProject project;
-    project.Create();
+    project.Put();
     project.Temp().WriteFile(u"out.csv"_s, "old");
     const InterruptingFiles files;
     EXPECT_EQ(RefusalOf(cli::ExportCommand(), {u"--project"_s, project.Folder(), u"bill"_s,

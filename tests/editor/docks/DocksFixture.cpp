@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 #include "rules/draft/RuleEdits.h"
 #include "sample/SampleProject.h"
+#include "support/MadeOnce.h"
 #include "support/SourceTree.h"
 
 #include <stdexcept>
@@ -15,7 +16,7 @@ namespace test {
 DocksFixture::DocksFixture()
 {
     const QString folder = m_folder.Native(u"project"_s);
-    sample::CreateSampleProject(folder);
+    PutMadeOnce(folder, u"sample"_s, sample::CreateSampleProject);
     m_project.emplace(folder);
     m_project->BecomeHost(nullptr);
     m_session.SetProject(&*m_project);

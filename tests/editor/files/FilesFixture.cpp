@@ -1,6 +1,6 @@
 #include "editor/files/FilesFixture.h"
 
-#include "embedded/data/host/CreateProject.h"
+#include "embedded/NewProject.h"
 #include "embedded/data/project/CurrentConfiguration.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -15,7 +15,7 @@ namespace test {
 
 ProjectWithFiles::ProjectWithFiles()
 {
-    embedded::CreateProject(m_folder.Native(u"工程"_s), {SQdDeInfo::BillMode, u"给排水"_s});
+    PutNewProject(m_folder.Native(u"工程"_s), {SQdDeInfo::BillMode, u"给排水"_s});
     m_folder.MakeFolder(u"工程\\app\\自动套配置"_s);
     Write(u"甲"_s, Rules("a"));
     Write(u"乙"_s, Rules("b"));

@@ -1,6 +1,6 @@
 #include "editor/project/RecentProjects.h"
 
-#include "embedded/data/host/CreateProject.h"
+#include "embedded/NewProject.h"
 #include "embedded/data/host/EmbeddedHost.h"
 #include "support/TempFolder.h"
 
@@ -19,7 +19,7 @@ class RecentProjectsTest : public ::testing::Test
 protected:
     QString Make(const CString& name) const
     {
-        embedded::CreateProject(m_folder.Native(name), {});
+        test::PutNewProject(m_folder.Native(name), {});
         return m_folder.Native(name);
     }
     QStringList Folders() const

@@ -4,6 +4,7 @@
 #include "rules/document/RuleWriter.h"
 #include "rules/model/Snapshot.h"
 #include "sample/SampleProject.h"
+#include "support/MadeOnce.h"
 
 #include <QtCore/QFile>
 
@@ -13,7 +14,7 @@ namespace test {
 
 SessionTest::SessionTest()
 {
-    sample::CreateSampleProject(m_folder.Native(u"project"_s));
+    PutMadeOnce(m_folder.Native(u"project"_s), u"sample"_s, sample::CreateSampleProject);
     Restart();
 }
 

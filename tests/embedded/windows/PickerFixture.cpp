@@ -42,7 +42,7 @@ bool PickerParent::event(QEvent* event)
 
 EmbeddedWindowsTest::EmbeddedWindowsTest()
 {
-    m_project.Create({SQdDeInfo::BillMode, u"给排水"_s});
+    m_project.Put({SQdDeInfo::BillMode, u"给排水"_s});
     m_host = std::make_unique<embedded::EmbeddedHost>(m_project.Folder());
     m_windows = std::make_unique<embedded::EmbeddedWindows>(*m_host);
     host::Roles roles = m_host->Roles();

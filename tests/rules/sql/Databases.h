@@ -1,7 +1,7 @@
 #pragma once
 
 #include "rules/sql/RulesSql.h"
-#include "support/PostgresServer.h"
+#include "support/server/PostgresServer.h"
 
 #include <QtSql/QSqlDatabase>
 

@@ -134,7 +134,7 @@ TEST_F(Takeoff, WorkbookHasTheBillEveryComponentAndWhatToLookAt)
 TEST(InterruptedApply, LeavesTheOldFileWheneverItComes)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     const test::TempFolder& temp = project.Temp();
     temp.WriteFile(u"t.csv"_s, (Head + u"1,a,%1,钢塑复合管,65,12.5,0,沟槽连接\n"_s.arg(Pipe)).toUtf8());
     const CArray<cli::Option> options =

@@ -164,7 +164,7 @@ TEST_F(CompareOnTakeoff, TableThatCannotBeReadIsRefused)
 TEST(InterruptedCompare, SaysThatItWasCancelled)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     const test::TempFolder& temp = project.Temp();
     temp.WriteFile(u"t.csv"_s, "构件编号,类别,材质\n1,给排水\\管道\\给水管,铜管\n");
     const CArray<cli::Option> options =

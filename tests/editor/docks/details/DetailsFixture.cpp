@@ -1,6 +1,6 @@
 #include "editor/docks/details/DetailsFixture.h"
 
-#include "embedded/data/host/CreateProject.h"
+#include "embedded/NewProject.h"
 #include "rules/draft/RuleEdits.h"
 #include "support/Patience.h"
 #include "support/WindowWaits.h"
@@ -18,7 +18,7 @@ namespace test {
 
 DetailsFixture::DetailsFixture(SQdDeInfo::EQdDeMode mode)
 {
-    embedded::CreateProject(m_folder.Native(u"project"_s), {mode, u"给排水"_s});
+    PutNewProject(m_folder.Native(u"project"_s), {mode, u"给排水"_s});
     m_project = std::make_unique<editor::Project>(m_folder.Native(u"project"_s));
     m_project->BecomeHost(nullptr);
     host::Roles roles = m_project->Roles();

@@ -122,7 +122,7 @@ TEST_F(CatalogueUpgrade, LibrariesOfWhichItCannotBeToldWhoseTheItemsAreAreRefuse
         {u"UPDATE libraries SET code = '' WHERE role = 'qd'"_s, u"已损坏（用途为“qd”的库没有代码）"_s}};
     for (const auto& [fault, words] : faults) {
         const test::TestProject project;
-        project.Create();
+        project.Put();
         test::MakeOld(project);
         project.Sql(u"app\\catalogue.db"_s, fault);
         const CString error = test::ErrorOf([&] { EmbeddedHost(project.Folder()); });
@@ -168,7 +168,7 @@ TEST_F(CatalogueUpgrade, AttributesGetTheUnitsByWhichTheirNamesCounted)
 TEST_F(CatalogueUpgrade, CatalogueOfTheSecondVersionGetsUnitsAndKeepsItsLibraries)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     const CString file = u"app\\catalogue.db"_s;
     project.Sql(file, u"ALTER TABLE attributes DROP COLUMN unit"_s);
     project.Sql(file, u"UPDATE libraries SET local = '自有' WHERE code = 'GB50856-2013'"_s);

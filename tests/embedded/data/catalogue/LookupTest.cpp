@@ -19,7 +19,7 @@ class Lookup : public ::testing::Test
 protected:
     static const test::TestProject& Created(const test::TestProject& project)
     {
-        project.Create();
+        project.Put();
         return project;
     }
     SNvKtSmallCategoryId Id(const CString& fullName)

@@ -86,7 +86,7 @@ TEST(CancelledCreation, LeavesAProjectThatAnotherProgramHasMadeMeanwhile)
 {
     const TestProject project;
     const auto cancel = [&](int) {
-        project.Create();
+        project.Put();
         return false;
     };
     EXPECT_THROW(CreateProject(project.Folder(), {}, cancel), Cancelled);
@@ -96,7 +96,7 @@ TEST(CancelledCreation, LeavesAProjectThatAnotherProgramHasMadeMeanwhile)
 TEST(CancelledExport, LeavesTheOldFile)
 {
     const TestProject project;
-    project.Create();
+    project.Put();
     project.Temp().WriteFile(u"out.csv"_s, "old");
     const QList<int> told = CancelEverywhere(project.Temp(), [&](const embedded::Progress& progress) {
         embedded::Export(project.Folder(), TableKind::Bill, project.Temp().Native(u"out.csv"_s), {},

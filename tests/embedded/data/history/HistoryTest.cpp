@@ -24,7 +24,7 @@ const QDateTime Noon(QDate(2026, 3, 1), QTime(12, 0), Qt::UTC);
 class HistoryTest : public ::testing::Test
 {
 protected:
-    HistoryTest() { m_project.Create(); }
+    HistoryTest() { m_project.Put(); }
 
     History Open() const { return History(embedded::ProjectFolder(m_project.Folder())); }
     /// With a clock that stands at that time.
@@ -241,7 +241,7 @@ TEST_F(HistoryTest, CopyThatCannotBeWrittenIsAnErrorAndIsNeverListed)
     using enum test::Fault;
     for (const test::Fault fault : {RefuseOpen, NoRoom, Write, Resize, Sync, RefuseCreateFolder}) {
         const TestProject project;
-        project.Create();
+        project.Put();
         const CString path = project.Temp().WriteFile(TestProject::Below(RuleFile), "content");
         History history{embedded::ProjectFolder(project.Folder())};
         test::FaultyFileSystem files;

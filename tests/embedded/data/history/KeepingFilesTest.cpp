@@ -25,7 +25,7 @@ const CString KeptFile = u"app\\规则.xml"_s;
 class KeepingFilesTest : public ::testing::Test
 {
 protected:
-    KeepingFilesTest() { m_project.Create(); }
+    KeepingFilesTest() { m_project.Put(); }
 
     History Open() const { return History(embedded::ProjectFolder(m_project.Folder())); }
     CString Path() const { return m_project.Path(KeptFile); }

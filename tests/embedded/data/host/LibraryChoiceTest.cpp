@@ -43,7 +43,7 @@ std::ptrdiff_t GuidedQuotas(const EmbeddedHost& host)
 class LibraryChoice : public ::testing::Test
 {
 protected:
-    LibraryChoice() { m_project.Create(); }
+    LibraryChoice() { m_project.Put(); }
     void ExpectFirst(EmbeddedHost& host) const
     {
         EXPECT_EQ(host.LibraryInUse(LibraryRole::Bill), FirstLibrary);

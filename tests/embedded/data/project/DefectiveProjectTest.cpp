@@ -18,7 +18,7 @@ const CString CatalogueFile = u"app\\catalogue.db"_s;
 class DefectiveProject : public ::testing::Test
 {
 protected:
-    DefectiveProject() { m_project.Create(); }
+    DefectiveProject() { m_project.Put(); }
     CString OpeningError() const
     {
         return ErrorOf([&] { const EmbeddedHost host(m_project.Folder()); });

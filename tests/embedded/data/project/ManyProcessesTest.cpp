@@ -61,7 +61,7 @@ TEST(ManyProcesses, OfSeveralCreatorsOneSucceedsAndTheOthersAreToldSo)
 TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeMadeAnew)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     ASSERT_TRUE(platform::RealFileSystem().Remove(project.Path(u"app\\catalogue.db"_s)));
     const Crowd crowd(u"open"_s, project.Folder());
     EXPECT_EQ(crowd.Ended(0), Programs) << crowd.Messages().toStdString();
@@ -70,7 +70,7 @@ TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeMadeAnew)
 TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeRewritten)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     test::MakeOld(project);
     const Crowd crowd(u"open"_s, project.Folder());
     EXPECT_EQ(crowd.Ended(0), Programs) << crowd.Messages().toStdString();
@@ -80,7 +80,7 @@ TEST(ManyProcesses, AllOpenAProjectWhoseCatalogueHasToBeRewritten)
 TEST(ManyProcesses, ProgramThatIsKilledWhileItRewritesACatalogueLosesNothing)
 {
     const test::TestProject project;
-    project.Create();
+    project.Put();
     test::MakeOld(project);
     const CString name = test::TestProject::Below(u"app\\catalogue.db"_s);
     const QByteArray old = project.Temp().ReadFile(name);

@@ -25,7 +25,7 @@ TEST(ProjectFolder, RuleFilesAreXmlFilesButThoseThatTheModuleMakesAnew)
 TEST(ProjectFolder, ProjectThatCannotBeReadIsToldAsSuchAndNotAsNone)
 {
     const test::TestProject place;
-    place.Create();
+    place.Put();
     test::FaultyFileSystem files;
     files.Inject(test::Fault::RefuseRead);
     EXPECT_TRUE(embedded::IsProject(place.Folder()));

@@ -14,7 +14,7 @@ namespace {
 class ProposedNumbers : public ::testing::Test
 {
 protected:
-    ProposedNumbers() { m_project.Create(); }
+    ProposedNumbers() { m_project.Put(); }
 
     void UseCodingRule(int length, int suffixLength, const CString& suffixOfItems)
     {

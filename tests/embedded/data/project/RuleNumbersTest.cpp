@@ -144,7 +144,7 @@ TEST(RuleNumbers, DeeplyNestedFileIsRead)
 TEST(RuleNumbers, ProjectsHistoryHoldsTheNumbersOfItsRulesBesideThoseOfItsStart)
 {
     const TestProject project;
-    project.Create();
+    project.Put();
     project.Temp().MakeFolder(TestProject::Below(u"app\\自动套配置"_s));
     project.Temp().WriteFile(TestProject::Below(u"app\\自动套配置\\DefaultConfig.xml"_s), SampleRules());
     embedded::EmbeddedHost host(project.Folder());

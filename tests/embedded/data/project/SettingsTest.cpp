@@ -11,7 +11,7 @@ namespace {
 class Settings : public ::testing::Test
 {
 protected:
-    Settings() { m_project.Create(); }
+    Settings() { m_project.Put(); }
     /// The specialty that a fresh opening finds.
     CString StoredSpec() const { return EmbeddedHost(m_project.Folder()).Roles().project->GetCurrentSpec(); }
 

@@ -1,4 +1,4 @@
-#include "support/PostgresServer.h"
+#include "support/server/PostgresServer.h"
 
 #include "support/Patience.h"
 

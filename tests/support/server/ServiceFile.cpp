@@ -1,4 +1,4 @@
-#include "support/ServiceFile.h"
+#include "support/server/ServiceFile.h"
 
 #include "support/Patience.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/PostgresServer.h"
 #include "support/TempFolder.h"
+#include "support/server/PostgresServer.h"
 
 #include <QtCore/QByteArray>
 
