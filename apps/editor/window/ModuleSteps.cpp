@@ -1,6 +1,7 @@
 #include "editor/window/ModuleSteps.h"
 
 #include "editor/dialogs/DialogParts.h"
+#include "editor/files/KeepFirstQuestion.h"
 #include "editor/messages/Boxes.h"
 #include "editor/project/ChosenFile.h"
 #include "editor/steps/BusyCursor.h"
@@ -9,6 +10,7 @@
 #include "platform/Paths.h"
 #include "presenter/CAutoQdDeConfigFacade.h"
 #include "presenter/RefreshAutoConfig.h"
+#include "shared/RuleFileState.h"
 #include "store/RuleFileHead.h"
 #include "store/WrappedFile.h"
 
@@ -43,6 +45,11 @@ void Replace(const CString& path, const QByteArray& bytes)
         stood ? files.PutBack(path, former) : static_cast<void>(files.Remove(path));
         throw;
     }
+}
+
+StepEnd EndOf(bool isDone)
+{
+    return isDone ? StepEnd::Done : StepEnd::Refused;
 }
 
 /// Runs a step, or a part of one that changes nothing before it has the files that it needs.
@@ -134,7 +141,7 @@ StepEnd ModuleSteps::WriteHead(const CString& ruleFile)
         if (!m_run({u"正在写文件头…"_s, FilesOfHead, draft,
                     [&] { written = WriteHeadTo(ruleFile, target, draft); }, shared::IsLarge(ruleFile)}))
             return StepEnd::Cancelled;
-        return written ? StepEnd::Done : StepEnd::Refused;
+        return EndOf(written);
     });
 }
 
@@ -165,28 +172,17 @@ StepEnd ModuleSteps::AskToOpen(const CString& ruleFile)
         }))
         return StepEnd::Cancelled;
     lock.reset();
-    if (state.kind == shared::RuleFileKind::Repeated) return AskToKeepFirst(state);
+    if (state.kind == shared::RuleFileKind::Repeated) return EndOf(AskToKeepFirst(m_project, state));
     const bool mayOpen =
         state.IsSafe() || AskOpenAnyway(m_window, platform::ToNative(ruleFile), state.Describe());
-    return mayOpen ? StepEnd::Done : StepEnd::Refused;
+    return EndOf(mayOpen);
 }
 
 StepEnd ModuleSteps::KeepFirst(const CString& ruleFile)
 {
     const shared::RuleFileState state = shared::ExamineRuleFile(ruleFile);
     if (state.kind != shared::RuleFileKind::Repeated) return StepEnd::Refused;
-    return CancelledWithItsWait([&] { return AskToKeepFirst(state); });
-}
-
-StepEnd ModuleSteps::AskToKeepFirst(const shared::RuleFileState& state)
-{
-    if (!AskYesNo(u"%1\n%2；保存以后读到的会是另一段\n文件先留一份历史副本，然后只留第一段"_s.arg(
-            platform::ToNative(state.path), state.Describe())))
-        return StepEnd::Refused;
-    const auto lock = m_project.Lock(state.path);
-    if (!m_project.KeepCopy(state.path)) return StepEnd::Refused;
-    shared::KeepFirstSpecialties(state.path);
-    return StepEnd::Done;
+    return CancelledWithItsWait([&] { return EndOf(AskToKeepFirst(m_project, state)); });
 }
 
 StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)
@@ -194,7 +190,7 @@ StepEnd ModuleSteps::PrepareToOpen(const CString& ruleFile)
     return CancelledWithItsWait([&] {
         const StepEnd asked = AskToOpen(ruleFile);
         if (asked != StepEnd::Done) return asked;
-        return m_project.KeepCopy(ruleFile) ? StepEnd::Done : StepEnd::Refused;
+        return EndOf(m_project.KeepCopy(ruleFile));
     });
 }
 

@@ -3,7 +3,6 @@
 #include "editor/dialogs/WizardDialog.h"
 #include "editor/project/Project.h"
 #include "editor/steps/WatchedStep.h"
-#include "shared/RuleFileState.h"
 
 #include <functional>
 #include <optional>
@@ -58,8 +57,6 @@ private:
     StepEnd AskToOpen(const CString& ruleFile);
     /// The same, with a copy in the history.
     StepEnd PrepareToOpen(const CString& ruleFile);
-    /// For a file in which a specialty stands twice: `Done` when only that is left in it which is read.
-    StepEnd AskToKeepFirst(const shared::RuleFileState& state);
     CString AskForTarget(const CString& ruleFile);
     bool WriteHeadTo(const CString& ruleFile, const CString& target, const CString& draft);
 

@@ -9,7 +9,7 @@
 #include "embedded/data/host/XmlTools.h"
 #include "embedded/data/office/OfficeNumbers.h"
 #include "embedded/data/office/ProjectCatalogue.h"
-#include "embedded/data/project/Libraries.h"
+#include "embedded/data/project/LibrariesInUse.h"
 #include "embedded/data/project/Project.h"
 #include "embedded/data/project/ProjectFolder.h"
 
@@ -66,7 +66,7 @@ struct EmbeddedHost::Holdings
 
     CatalogueData data;
     std::unique_ptr<NumberRegister> numbers;
-    Libraries libraries;
+    LibrariesInUse libraries;
     Catalogue catalogue;
     Attributes attributes;
     Project project;

@@ -1,4 +1,4 @@
-#include "embedded/data/project/Libraries.h"
+#include "embedded/data/project/LibrariesInUse.h"
 
 #include "embedded/data/catalogue/LibraryDatabase.h"
 #include "embedded/data/engine/Error.h"
@@ -27,14 +27,15 @@ void Merge(CArray<SQdInfo>& items, const CArray<SQdInfo>& others)
 
 } // namespace
 
-Libraries::Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
-                     const CString& ruleFolder, NumberRegister* numbers)
+LibrariesInUse::LibrariesInUse(Database& catalogue, ProjectDatabase& project,
+                               const ProjectDatabase::Settings& settings, const CString& ruleFolder,
+                               NumberRegister* numbers)
     : m_catalogue(catalogue), m_project(project), m_numbers(numbers), m_ruleNumbers(ruleFolder)
 {
     Use(Read(settings), settings.mode);
 }
 
-Libraries::Shelf Libraries::Read(const ProjectDatabase::Settings& settings)
+LibrariesInUse::Shelf LibrariesInUse::Read(const ProjectDatabase::Settings& settings)
 {
     Shelf shelf;
     shelf.libraries = ReadLibraries(m_catalogue);
@@ -45,7 +46,7 @@ Libraries::Shelf Libraries::Read(const ProjectDatabase::Settings& settings)
     return shelf;
 }
 
-void Libraries::Use(Shelf shelf, SQdDeInfo::EQdDeMode mode)
+void LibrariesInUse::Use(Shelf shelf, SQdDeInfo::EQdDeMode mode)
 {
     m_shelf = std::move(shelf);
     m_mode = mode;
@@ -56,7 +57,7 @@ void Libraries::Use(Shelf shelf, SQdDeInfo::EQdDeMode mode)
     }
 }
 
-ProjectDatabase::Settings Libraries::Current() const
+ProjectDatabase::Settings LibrariesInUse::Current() const
 {
     ProjectDatabase::Settings settings{m_mode, {}};
     for (const auto& [role, library] : m_shelf.inUse)
@@ -64,7 +65,7 @@ ProjectDatabase::Settings Libraries::Current() const
     return settings;
 }
 
-void Libraries::SetLibrary(LibraryRole role, const CString& code)
+void LibrariesInUse::SetLibrary(LibraryRole role, const CString& code)
 {
     const Transaction catalogueStays(m_catalogue);
     RequireLibrary(ReadLibraries(m_catalogue), role, code);
@@ -75,7 +76,7 @@ void Libraries::SetLibrary(LibraryRole role, const CString& code)
     Use(std::move(shelf), m_mode);
 }
 
-void Libraries::SetMode(SQdDeInfo::EQdDeMode mode)
+void LibrariesInUse::SetMode(SQdDeInfo::EQdDeMode mode)
 {
     ProjectDatabase::Settings settings = Current();
     settings.mode = mode;
@@ -84,7 +85,7 @@ void Libraries::SetMode(SQdDeInfo::EQdDeMode mode)
     Use(std::move(shelf), mode);
 }
 
-bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
+bool LibrariesInUse::GetQdInfo(const CString& number, SQdInfo& info)
 {
     const SQdInfo* const item = m_bills.value(number);
     if (item == nullptr) return false;
@@ -97,14 +98,14 @@ bool Libraries::GetQdInfo(const CString& number, SQdInfo& info)
     return true;
 }
 
-std::optional<host::BillNumbering> Libraries::Numbering() const
+std::optional<host::BillNumbering> LibrariesInUse::Numbering() const
 {
     const Library& library = InUse(LibraryRole::Bill);
     return host::BillNumbering::Of(library.codeLength, library.suffixLength);
 }
 
 /// Each refusal means that somebody else has got on, so it does not go on for ever.
-void Libraries::Claim(const CString& base, CArray<SQdInfo>& told)
+void LibrariesInUse::Claim(const CString& base, CArray<SQdInfo>& told)
 {
     constexpr int mostAttempts = 100;
     const auto numbering = Numbering();
@@ -121,18 +122,18 @@ void Libraries::Claim(const CString& base, CArray<SQdInfo>& told)
     }
 }
 
-void Libraries::ForgetProposedNumbers()
+void LibrariesInUse::ForgetProposedNumbers()
 {
     m_proposed.Forget();
     if (m_numbers != nullptr) m_numbers->Release();
 }
 
-bool Libraries::IsInQdk(const CString& number)
+bool LibrariesInUse::IsInQdk(const CString& number)
 {
     return m_bills.contains(number);
 }
 
-QSet<CString> Libraries::BillNumbersOf(const CString& library) const
+QSet<CString> LibrariesInUse::BillNumbersOf(const CString& library) const
 {
     if (library.compare(InUse(LibraryRole::Bill).name.code, Qt::CaseInsensitive) == 0)
         return {m_bills.keyBegin(), m_bills.keyEnd()};
@@ -146,13 +147,13 @@ QSet<CString> Libraries::BillNumbersOf(const CString& library) const
     return numbers;
 }
 
-void Libraries::GetEnCodeRule(int& length, int& suffixLength)
+void LibrariesInUse::GetEnCodeRule(int& length, int& suffixLength)
 {
     length = InUse(LibraryRole::Bill).codeLength;
     suffixLength = InUse(LibraryRole::Bill).suffixLength;
 }
 
-bool Libraries::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
+bool LibrariesInUse::GetQdInfoByQdNum(const CString& number, CArray<SQdInfo>& items)
 {
     try {
         CArray<SQdInfo> found = m_project.History(number, GetQdCode());

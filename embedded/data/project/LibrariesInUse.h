@@ -17,13 +17,13 @@ namespace embedded {
 /// The libraries that the project uses, what they hold, and the project's history of bill items: those with
 /// which it started and those of its rule files. Of a catalogue's libraries only those in use are in memory.
 /// `catalogue` and `project` must outlive this, and so must a register.
-class Libraries : public host::ILibraries
+class LibrariesInUse : public host::ILibraries
 {
 public:
     /// `ruleFolder` is the path text of the folder of the rule files, `numbers` the register that the project
     /// shares with others, if any. Raises `Error` when the catalogue lacks a library of the settings.
-    Libraries(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
-              const CString& ruleFolder, NumberRegister* numbers = nullptr);
+    LibrariesInUse(Database& catalogue, ProjectDatabase& project, const ProjectDatabase::Settings& settings,
+                   const CString& ruleFolder, NumberRegister* numbers = nullptr);
 
     CString GetQdCode() override { return InUse(LibraryRole::Bill).name.code; }
     CString GetDeCode() override { return InUse(LibraryRole::Quota).name.code; }
