@@ -22,8 +22,8 @@ constexpr std::array KnownUnits{
     KnownUnit{u"公斤", 2, Dimension::Weight},   KnownUnit{u"m", 2, Dimension::Length},
     KnownUnit{u"米", 2, Dimension::Length},     KnownUnit{u"m2", 2, Dimension::Area},
     KnownUnit{u"平方米", 2, Dimension::Area},   KnownUnit{u"m3", 2, Dimension::Volume},
-    KnownUnit{u"立方米", 2, Dimension::Volume}, KnownUnit{u"km", 0, Dimension::Length},
-    KnownUnit{u"千米", 0, Dimension::Length},   KnownUnit{u"公里", 0, Dimension::Length},
+    KnownUnit{u"立方米", 2, Dimension::Volume}, KnownUnit{u"km", 3, Dimension::Length},
+    KnownUnit{u"千米", 3, Dimension::Length},   KnownUnit{u"公里", 3, Dimension::Length},
     KnownUnit{u"", 0, Dimension::Unknown},      KnownUnit{u"项", 0, Dimension::Unknown},
     KnownUnit{u"系统", 0, Dimension::Unknown},
 };

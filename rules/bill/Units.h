@@ -11,7 +11,9 @@ enum class Dimension { Unknown, Length, Count, Area, Volume, Weight };
 struct UnitOfMeasure
 {
     Decimal multiple{1}; ///< the whole number that the text begins with, at least 1
-    /// Behind the point of a quantity in the base unit: t 3; m, m2, m3, kg 2; others none.
+    /// Behind the point of a quantity in the base unit: t and km 3; m, m2, m3, kg 2; others none. The
+    /// national standard for installation works names those but km, which would lose up to 500 m if it were
+    /// whole.
     unsigned digits = 0;
     /// `Unknown` for units that count anything, such as 项; pieces of any name are a `Count`.
     Dimension dimension = Dimension::Count;

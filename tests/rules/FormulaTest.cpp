@@ -124,7 +124,7 @@ TEST(UnitOfMeasure, RoundsByTheBaseUnitAndDividesByTheMultiple)
     const auto format = [](const CString& unit, const CString& sum) {
         return rules::UnitOfMeasure::Of(unit).Format(*Decimal::Parse(sum));
     };
-    for (const CString& unit : {u"t"_s, u"T"_s, u"吨"_s})
+    for (const CString& unit : {u"t"_s, u"T"_s, u"吨"_s, u"km"_s, u"千米"_s, u"公里"_s})
         EXPECT_EQ(format(unit, u"1.2345"_s), u"1.235"_s) << unit.toStdString();
     for (const CString& unit : {u"m"_s, u"m2"_s, u"m²"_s, u"㎡"_s, u"m3"_s, u"㎥"_s, u"kg"_s, u" M "_s,
                                 u"米"_s, u"平方米"_s, u"立方米"_s, u"千克"_s, u"公斤"_s})

@@ -373,7 +373,8 @@ def unit_parts(unit):
     found = re.match(r"[0-9]+", trimmed(unit))
     multiple = max(1, int(found.group())) if found else 1
     base = normalised(trimmed(unit)[found.end() if found else 0 :]).lower()
-    digits = {"t": 3, "吨": 3, "m": 2, "米": 2, "m2": 2, "平方米": 2, "m3": 2, "立方米": 2, "kg": 2, "千克": 2, "公斤": 2}
+    by_base = {3: "t 吨 km 千米 公里", 2: "m 米 m2 平方米 m3 立方米 kg 千克 公斤"}
+    digits = {name: count for count, names in by_base.items() for name in names.split()}
     return multiple, digits.get(base, 0)
 
 
