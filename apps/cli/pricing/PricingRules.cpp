@@ -7,6 +7,8 @@
 #include "rules/model/Snapshot.h"
 #include "shared/GatherPricingFacts.h"
 
+#include <QtCore/QFileInfo>
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -39,6 +41,9 @@ CString OutputFile(const Arguments& arguments)
     if (named.isEmpty()) return {};
     const CString path = ResolvePath(named);
     RefuseToOverwrite(arguments, path);
+    const CString table = ResolvePath(arguments.Positional()[0]);
+    if (QFileInfo(platform::ToNative(path)) == QFileInfo(platform::ToNative(table)))
+        throw Refusal(u"%1 就是要读的构件表，请换一个文件名"_s.arg(platform::ToNative(path)));
     return path;
 }
 

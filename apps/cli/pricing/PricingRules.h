@@ -16,7 +16,7 @@ Option OutputOption(const CString& help);
 Option ForceOption();
 
 /// The file that `--output` names, as a path text; empty for none. Raises `Refusal` when it stands there and
-/// `--force` is not given.
+/// `--force` is not given, or is the table that is read.
 CString OutputFile(const Arguments& arguments);
 
 /// The full text of a small category that a person names by it or by its own name. Raises `Refusal` when
