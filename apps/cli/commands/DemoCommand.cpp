@@ -120,9 +120,9 @@ void SayWhatNext(const QString& folder)
 {
     WriteText(u"\n接着可以试：\n  ktqdde --project %1 show\n  ktqdde --project %1 show --category 电气 "
               u"--spec 电气\n"
-              "  ktqdde --project %1 try --category 给水管 材质=镀锌钢管 连接方式=螺纹连接 公称直径=65 "
-              "水平管长度=12.5\n"
-              "  ktqdde --help\n"_s.arg(QDir::toNativeSeparators(folder)));
+              "  ktqdde --project %1 try --config %2 --category 给水管 材质=镀锌钢管 连接方式=螺纹连接 "
+              "公称直径=65 水平管长度=12.5 立管长度=0\n"
+              "  ktqdde --help\n"_s.arg(QDir::toNativeSeparators(folder), sample::TakeoffConfiguration()));
 }
 
 } // namespace

@@ -49,6 +49,22 @@ TEST(Demo, EndsWithTheBillOfTheSampleAndItsFile)
     EXPECT_TRUE(cli.Folder().ReadFile(u"demo\\工程量清单.xlsx"_s).startsWith("PK"));
 }
 
+TEST(Demo, WhatItProposesNextWorks)
+{
+    const Cli cli;
+    const CString told = cli.Run({u"demo"_s, u"demo"_s}).Out().section(u"接着可以试"_s, 1);
+    QString tried;
+    for (const QString& line : told.split(u'\n')) {
+        const QString command = line.trimmed();
+        if (!command.startsWith(u"ktqdde "_s)) continue;
+        const test::Outcome outcome = cli.Run(command.split(u' ').sliced(1));
+        EXPECT_EQ(outcome.status, 0) << command.toStdString() << outcome.err.toStdString();
+        if (command.contains(u" try "_s)) tried = outcome.Out();
+    }
+    EXPECT_TRUE(tried.contains(u"镀锌钢管 给水 DN65"_s)) << tried.toStdString();
+    EXPECT_TRUE(tried.contains(u"1.25"_s)) << tried.toStdString();
+}
+
 TEST(Demo, RefusesAFolderThatHoldsAProject)
 {
     const Cli cli(u"bill"_s);

@@ -107,9 +107,10 @@ CommandInfo TryCommand::Describe()
     info.name = u"try"_s;
     info.syntax = u"--category TEXT [属性=值 ...] [--json] [--config FILE]"_s;
     info.summary = u"试一个构件：哪条规则适用，套什么，别的规则为什么不适用"_s;
-    info.description = u"构件的属性和工程量写成“名称=值”，名称是属性的名称或代码、计算式里的名称或计算项，\n"
-                       "例如 材质=镀锌钢管 公称直径=65 水平管长度=12.5；“具体构件=名称”是构件自己的名称。\n"
-                       "没有适用的规则按接近的程度列出，最接近的在前。什么也不写入。"_s;
+    info.description =
+        u"构件的属性和工程量写成“名称=值”，名称是属性的名称或代码、计算式里的名称或计算项，\n"
+        "例如 材质=镀锌钢管 公称直径=65 水平管长度=12.5 立管长度=0；“具体构件=名称”是构件自己的名称。\n"
+        "没有适用的规则按接近的程度列出，最接近的在前。什么也不写入。"_s;
     info.maxPositional = std::numeric_limits<int>::max();
     info.options = {{u"category"_s, u"TEXT"_s, u"小类：给排水\\管道\\给水管，或给水管"_s, {}},
                     PricingConfigOption(),
