@@ -70,6 +70,14 @@ CString RepeatedText(const shared::RuleFileState& state)
     return u"%1：%2"_s.arg(platform::ToNative(state.path), state.Describe());
 }
 
+/// The reason why a wrapped file cannot be read as XML would send its user after damage that there is not.
+void RefuseIfWrapped(const shared::RuleFileState& state)
+{
+    if (state.kind == shared::RuleFileKind::Wrapped)
+        throw Refusal(u"%1：%2；里面的规则文件用 ktqdde unwrap 取出"_s.arg(platform::ToNative(state.path),
+                                                                           state.Describe()));
+}
+
 CString InRuleFolder(const CString& name)
 {
     return host::RuleFileIn(store::RuleFolder(), name);
@@ -140,6 +148,7 @@ void CheckRuleFileIfThere(const CString& path)
         throw Refusal(
             RepeatedText(state) +
             u"；保存以后读到的会是另一段。用 ktqdde keep-first 只留第一段（先留一份历史副本），或者手工删去多余的段"_s);
+    RefuseIfWrapped(state);
     if (!state.IsSafe())
         throw Refusal(u"规则文件读不了：%1：%2"_s.arg(platform::ToNative(path), state.reason.ToString()));
 }
@@ -149,6 +158,11 @@ void CheckForReading(const CString& path)
     const shared::RuleFileState state = shared::ExamineRuleFile(path);
     if (state.kind != shared::RuleFileKind::Repeated) return CheckRuleFileIfThere(path);
     platform::WriteErr(RepeatedText(state) + u'\n');
+}
+
+void RefuseWrapped(const CString& path)
+{
+    RefuseIfWrapped(shared::ExamineRuleFile(path));
 }
 
 void EnsureRuleFolderOf(const CString& path)

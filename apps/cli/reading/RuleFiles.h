@@ -48,6 +48,10 @@ void CheckRuleFileIfThere(const CString& path);
 /// told, and the command goes on.
 void CheckForReading(const CString& path);
 
+/// Raises `Refusal`, which tells how to get at the rules, for a wrapped rule file alone, as the checks above
+/// do.
+void RefuseWrapped(const CString& path);
+
 /// Says once on standard error for whom a rule file is waited for, unless it is for a moment only.
 embedded::RuleFileLock::GoOn TellWhoHolds();
 

@@ -1,4 +1,5 @@
 #include "cli/CliTesting.h"
+#include "cli/TakeoffTesting.h"
 #include "store/WrappedFile.h"
 
 #include <gtest/gtest.h>
@@ -45,6 +46,22 @@ TEST_F(Wrap, UnwrapGivesTheContentBackAndShowsTheFields)
     EXPECT_EQ(m_cli.RunInProject({u"show"_s, u"--config"_s, u"out.xml"_s}).status, 0);
 }
 
+TEST_F(Wrap, CommandsOnRulesTellHowToGetAtThoseOfAWrappedFile)
+{
+    WriteHead(u"rules.xml"_s);
+    m_cli.Folder().WriteFile(u"t.csv"_s, test::Head.toUtf8());
+    const QStringList file{u"--config"_s, u"rules.xml"_s};
+    for (const QStringList& verb :
+         {QStringList{u"check"_s}, QStringList{u"show"_s}, QStringList{u"apply"_s, u"t.csv"_s},
+          QStringList{u"export"_s, u"rules"_s, u"r.csv"_s}, QStringList{u"batch"_s, u"-"_s},
+          QStringList{u"try"_s, u"--category"_s, u"给水管"_s}}) {
+        const test::Outcome outcome = m_cli.RunInProject(verb + file);
+        EXPECT_EQ(outcome.status, 1) << verb[0].toStdString();
+        EXPECT_TRUE(outcome.Err().contains(u"ktqdde unwrap"_s)) << outcome.err.toStdString();
+        EXPECT_FALSE(outcome.Err().contains(u"根元素"_s)) << outcome.err.toStdString();
+    }
+}
+
 TEST_F(Wrap, UnwrapOverwritesOnlyWhenForced)
 {
     WriteHead(u"rules.xml"_s);
@@ -68,7 +85,9 @@ TEST_F(Wrap, UnwrapReplacesNothingButRuleFiles)
         const test::Outcome outcome =
             m_cli.Run({u"unwrap"_s, u"rules.xml"_s, u"-o"_s, m_cli.Folder().Native(target), u"--force"_s});
         EXPECT_EQ(outcome.status, 1) << target.toStdString();
-        EXPECT_TRUE(outcome.Err().contains(u"不是规则文件，不能替换"_s)) << outcome.err.toStdString();
+        const QString reason =
+            target == u"note.txt"_s ? u"不是规则文件，不能替换"_s : u"工程自己的文件，不能覆盖"_s;
+        EXPECT_TRUE(outcome.Err().contains(reason)) << outcome.err.toStdString();
         EXPECT_EQ(m_cli.Folder().ReadFile(target), before) << target.toStdString();
     }
     m_cli.Folder().WriteFile(u"out.xml"_s, m_cli.Folder().ReadFile(u"rules.xml"_s));

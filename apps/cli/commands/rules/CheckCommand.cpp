@@ -131,6 +131,7 @@ void CheckCommand::Run(const Arguments& arguments) const
     CString reason;
     rules::FileStructure structure;
     const rules::ConfigurationPtr configuration = rules::ReadRuleFile(file, reason, &structure);
+    if (!configuration) RefuseWrapped(file);
     if (!configuration) throw Refusal(u"%1：%2"_s.arg(platform::ToNative(file), reason));
     const rules::CheckFacts facts = shared::CheckFactsOf(session.Host(), session.IsBillMode());
     std::vector<rules::Finding> findings = rules::Check(*configuration, structure, facts);
