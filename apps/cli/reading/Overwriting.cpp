@@ -36,8 +36,9 @@ bool BelongsToAProject(const CString& path)
     QDir folder = QFileInfo(file).dir();
     do {
         const QString place = folder.path();
-        if (platform::HasPathText(place) && embedded::IsProject(place) &&
-            BelongsTo(embedded::ProjectFolder(place), platform::FromNative(file)))
+        if (platform::HasPathText(place) &&
+            BelongsTo(embedded::ProjectFolder(place), platform::FromNative(file)) &&
+            embedded::IsProject(place))
             return true;
     } while (folder.cdUp());
     return false;
