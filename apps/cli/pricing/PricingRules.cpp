@@ -39,7 +39,7 @@ CString OutputFile(const Arguments& arguments)
 {
     const CString named = arguments.Value(u"output"_s);
     if (named.isEmpty()) return {};
-    const CString path = ResolvePath(named);
+    CString path = ResolvePath(named);
     RefuseToOverwrite(arguments, path);
     const CString table = ResolvePath(arguments.Positional()[0]);
     if (QFileInfo(platform::ToNative(path)) == QFileInfo(platform::ToNative(table)))
