@@ -13,8 +13,9 @@ void PutNewProject(const QString& nativeFolder, const embedded::ProjectOptions& 
         create(nativeFolder);
         return;
     }
-    const CStringArray key{u"project"_s, CString::number(options.mode), options.spec, options.billLibrary,
-                           options.quotaLibrary};
+    // By names, so that a field which is added to the options has to be thought of here.
+    const auto& [mode, spec, billLibrary, quotaLibrary, office] = options;
+    const CStringArray key{u"project"_s, CString::number(mode), spec, billLibrary, quotaLibrary, office};
     PutMadeOnce(nativeFolder, key.join(u'\n'), create);
 }
 

@@ -86,7 +86,7 @@ TEST(CancelledCreation, LeavesAProjectThatAnotherProgramHasMadeMeanwhile)
 {
     const TestProject project;
     const auto cancel = [&](int) {
-        project.Put();
+        project.Create();
         return false;
     };
     EXPECT_THROW(CreateProject(project.Folder(), {}, cancel), Cancelled);
